@@ -1,0 +1,59 @@
+# Unit and GL tests on the build machine, under AddressSanitizer and UndefinedBehaviorSanitizer.
+set(ZYN_SANITIZE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+add_compile_options(${ZYN_SANITIZE})
+add_link_options(${ZYN_SANITIZE})
+find_package(Threads REQUIRED)
+
+zyn_sources(logic_sources logic ${ZYN_SHARED_FOLDERS} ${ZYN_MAIN_FOLDERS} geometry)
+file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
+list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
+add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
+target_include_directories(zyn_logic PUBLIC src hosts tests)
+target_link_libraries(zyn_logic PUBLIC zyn_warnings)
+
+zyn_sources(gl_sources gl ${ZYN_MAIN_FOLDERS})
+add_library(zyn_gl OBJECT ${gl_sources})
+target_link_libraries(zyn_gl PUBLIC zyn_logic)
+
+file(GLOB_RECURSE all_tests CONFIGURE_DEPENDS tests/*_test.cpp)
+list(FILTER all_tests EXCLUDE REGEX "/tests/(host|host_recorder|fuzz)/")
+set(gl_tests ${all_tests})
+list(FILTER gl_tests INCLUDE REGEX "_gl_test\\.cpp$")
+set(logic_tests ${all_tests})
+list(FILTER logic_tests EXCLUDE REGEX "_gl_test\\.cpp$")
+
+file(GLOB support CONFIGURE_DEPENDS tests/support/*.cpp)
+set(gl_support ${support})
+list(FILTER gl_support INCLUDE REGEX "_gl\\.cpp$")
+list(FILTER support EXCLUDE REGEX "_(gl|win|com)\\.cpp$")
+
+add_executable(zyn_logic_tests ${logic_tests} ${support})
+target_link_libraries(zyn_logic_tests PRIVATE zyn_logic $<TARGET_OBJECTS:zyn_logic> zyn_gtest Threads::Threads)
+target_compile_definitions(zyn_logic_tests PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+add_test(NAME logic COMMAND zyn_logic_tests)
+
+add_executable(zyn_gl_tests ${gl_tests} ${support} ${gl_support})
+target_link_libraries(zyn_gl_tests PRIVATE zyn_gl $<TARGET_OBJECTS:zyn_gl> zyn_logic $<TARGET_OBJECTS:zyn_logic>
+  zyn_gtest Threads::Threads EGL GL GLU)
+add_test(NAME gl COMMAND zyn_gl_tests)
+set_tests_properties(gl PROPERTIES ENVIRONMENT
+  "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
+
+# Fuzz targets: built with clang's libFuzzer, run for a bounded number of inputs.
+find_program(ZYN_FUZZ_CXX NAMES clang++ clang++-14 REQUIRED)
+file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
+foreach(fuzzer IN LISTS fuzzers)
+  get_filename_component(name ${fuzzer} NAME_WE)
+  set(program ${CMAKE_BINARY_DIR}/bin/${name})
+  add_custom_command(OUTPUT ${program}
+    COMMAND ${ZYN_FUZZ_CXX} -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all
+            -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts ${fuzzer} ${logic_sources} ${host_sources} -o ${program}
+    DEPENDS ${fuzzer} ${logic_sources} ${host_sources} VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${program})
+  add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1)
+endforeach()
+
+# Checks of the source itself.
+add_test(NAME style.layers COMMAND ${CMAKE_SOURCE_DIR}/tools/check_layers.sh)
+add_test(NAME style.format COMMAND ${CMAKE_SOURCE_DIR}/tools/check_format.sh)
+add_test(NAME style.tidy COMMAND ${CMAKE_SOURCE_DIR}/tools/check_tidy.sh ${CMAKE_SOURCE_DIR}/build)

@@ -1,0 +1,23 @@
+# zyn_sources(OUT LAYER FOLDERS...): the .cpp files of one layer (logic, gl, win, com) in the given folders below src/.
+function(zyn_sources out layer)
+  set(found)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
+    foreach(file IN LISTS files)
+      get_filename_component(stem ${file} NAME_WE)
+      if(stem MATCHES "_(gl|win|com)$")
+        set(of ${CMAKE_MATCH_1})
+      else()
+        set(of logic)
+      endif()
+      if(of STREQUAL layer)
+        list(APPEND found ${file})
+      endif()
+    endforeach()
+  endforeach()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# Folders of the main library, and those the companion library shares with it.
+set(ZYN_SHARED_FOLDERS com core)
+set(ZYN_MAIN_FOLDERS glcontext objects view3d view2d offscreen module)
