@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+
+#include "core/Point.h"
+#include "core/Vecteur.h"
+
+namespace zyn {
+
+/// An axis-parallel box in scene units. "No box at all" is an empty std::optional<Box3>.
+struct Box3 {
+  double xMin = 0.0;
+  double xMax = 0.0;
+  double yMin = 0.0;
+  double yMax = 0.0;
+  double zMin = 0.0;
+  double zMax = 0.0;
+
+  bool operator==(const Box3& other) const = default;
+
+  Point centre() const { return {(xMin + xMax) / 2, (yMin + yMax) / 2, (zMin + zMax) / 2}; }
+
+  /// Sizes along x, y and z.
+  Vecteur extents() const { return {xMax - xMin, yMax - yMin, zMax - zMin}; }
+
+  /// Distance from the centre to a corner: the radius of the sphere around the box.
+  double halfDiagonal() const {
+    const Vecteur sizes = extents();
+    return Vecteur(sizes.x / 2, sizes.y / 2, sizes.z / 2).norm();
+  }
+
+  /// Grows to the smallest box that holds both.
+  void unite(const Box3& other) {
+    xMin = std::min(xMin, other.xMin);
+    xMax = std::max(xMax, other.xMax);
+    yMin = std::min(yMin, other.yMin);
+    yMax = std::max(yMax, other.yMax);
+    zMin = std::min(zMin, other.zMin);
+    zMax = std::max(zMax, other.zMax);
+  }
+};
+
+}  // namespace zyn
