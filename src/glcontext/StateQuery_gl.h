@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+
+#include "glcontext/gl_api.h"
+
+namespace zyn {
+
+/// Reads of the current context's state. Without a current context they give zeros.
+using Float4 = std::array<GLfloat, 4>;
+
+inline bool isEnabled(GLenum capability) { return glIsEnabled(capability) == GL_TRUE; }
+
+inline void setEnabled(GLenum capability, bool on) {
+  if (on) {
+    glEnable(capability);
+  } else {
+    glDisable(capability);
+  }
+}
+
+inline bool booleanState(GLenum name) {
+  GLboolean value = GL_FALSE;
+  glGetBooleanv(name, &value);
+  return value == GL_TRUE;
+}
+
+inline GLint integerState(GLenum name) {
+  GLint value = 0;
+  glGetIntegerv(name, &value);
+  return value;
+}
+
+inline GLenum enumState(GLenum name) { return static_cast<GLenum>(integerState(name)); }
+
+inline GLfloat floatState(GLenum name) {
+  GLfloat value = 0;
+  glGetFloatv(name, &value);
+  return value;
+}
+
+}  // namespace zyn

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "glcontext/StateQuery_gl.h"
+
+namespace zyn {
+
+/// Sets the depth comparison for a scope.
+class AutoGLDepthFunc {
+ public:
+  explicit AutoGLDepthFunc(GLenum function);
+  virtual ~AutoGLDepthFunc();
+  AutoGLDepthFunc(const AutoGLDepthFunc&) = delete;
+  AutoGLDepthFunc& operator=(const AutoGLDepthFunc&) = delete;
+
+ private:
+  GLenum saved_;
+};
+
+}  // namespace zyn

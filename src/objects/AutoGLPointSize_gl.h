@@ -1,0 +1,19 @@
+#pragma once
+
+#include "glcontext/StateQuery_gl.h"
+
+namespace zyn {
+
+/// Sets the point size in pixels for a scope.
+class AutoGLPointSize {
+ public:
+  explicit AutoGLPointSize(double size);
+  virtual ~AutoGLPointSize();
+  AutoGLPointSize(const AutoGLPointSize&) = delete;
+  AutoGLPointSize& operator=(const AutoGLPointSize&) = delete;
+
+ private:
+  GLfloat saved_;
+};
+
+}  // namespace zyn
