@@ -1,0 +1,91 @@
+#include "core/CListTrace_com.h"
+
+#include <memory>
+
+#include "ZYNMODELEGEOM.h"
+#include "ZYNVUE.h"
+#include "com/errors_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// The interface, or null when the object does not have it; any other answer is a failure of the object.
+template <class Interface>
+ComPtr<Interface> queryOptional(IUnknown* object) {
+  ComPtr<Interface> found;
+  const HRESULT answer = object->QueryInterface(IID_PPV_ARGS(&found));
+  if (answer != E_NOINTERFACE) {
+    throwIfFailed(answer, object, __uuidof(Interface));
+  }
+  return found;
+}
+
+void readAttributeNumber(IDispatch* object, std::int32_t& number) {
+  const auto attributable = queryOptional<IZYNAttribuable>(object);
+  if (!attributable) {
+    return;
+  }
+  ComPtr<IDispatch> attribute;
+  const HRESULT answer = attributable->get_Attribut(&attribute);
+  if (answer == E_NOINTERFACE || (SUCCEEDED(answer) && !attribute)) {
+    return;
+  }
+  throwIfFailed(answer, attributable.Get(), __uuidof(IZYNAttribuable));
+  if (const auto numbered = queryOptional<IZYNAttribut>(attribute.Get())) {
+    LONG value = number;
+    throwIfFailed(numbered->get_Numero(&value), numbered.Get(), __uuidof(IZYNAttribut));
+    number = value;
+  }
+}
+
+void readTrianglePriority(IDispatch* object, std::int32_t& number) {
+  if (const auto triangle = queryOptional<IZYNGLTriangle>(object)) {
+    LONG value = number;
+    throwIfFailed(triangle->get_Priority(&value), triangle.Get(), __uuidof(IZYNGLTriangle));
+    number = value;
+  }
+}
+
+}  // namespace
+
+CListTrace::~CListTrace() { removeAll(); }
+
+void CListTrace::add(IDispatch* object, std::uint32_t mode) {
+  if (!object) {
+    return;
+  }
+  auto element = std::make_unique<DrawElem>();
+  element->object = object;
+  element->drawingMode = mode;
+  readAttributeNumber(object, element->pickName);
+  readTrianglePriority(object, element->pickName);
+  append(element.get());
+  element.release();
+}
+
+void CListTrace::remove(IDispatch* object) {
+  for (Walk walk(*this); walk; walk.advance()) {
+    const std::unique_ptr<DrawElem> element(*walk);
+    if (element->object.Get() == object) {
+      ZYNList::remove(element.get(), true);
+      return;
+    }
+    element.release();
+  }
+}
+
+void CListTrace::draw3D(std::uint32_t overrideMode) {
+  for (Walk walk(*this); walk; walk.advance()) {
+    const ComPtr<IDispatch> object = (*walk)->object;
+    const std::uint32_t mode = overrideMode != 0 ? overrideMode : (*walk)->drawingMode;
+    ComPtr<IGLDraw> drawable;
+    if (SUCCEEDED(object.As(&drawable)) && drawable) {
+      throwIfFailed(drawable->Draw3D(static_cast<int>(mode)), drawable.Get(), __uuidof(IGLDraw));
+    }
+  }
+}
+
+}  // namespace zyn

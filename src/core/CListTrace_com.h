@@ -1,0 +1,35 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+#include "core/DrawElem_com.h"
+#include "core/ZYNList.h"
+
+namespace zyn {
+
+/// The objects that a view or an offscreen context draws, in the order in which they were added.
+/// Owns its elements, and through them one reference on each object.
+class CListTrace : public ZYNList<DrawElem*> {
+ public:
+  CListTrace() = default;
+  CListTrace(const CListTrace&) = delete;
+  CListTrace& operator=(const CListTrace&) = delete;
+  ~CListTrace();
+
+  /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it is asked
+  /// for its pick name, with the list unchanged.
+  void add(IDispatch* object, std::uint32_t mode);
+
+  /// Removes the first element of `object`, if there is one.
+  void remove(IDispatch* object);
+
+  void removeAll();
+
+  /// Calls Draw3D of every drawable object in list order, with `overrideMode` when it is not 0, else with the
+  /// object's own mode. Objects may change the list while they draw. Throws _com_error when one fails.
+  void draw3D(std::uint32_t overrideMode);
+};
+
+}  // namespace zyn

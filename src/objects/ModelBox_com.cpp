@@ -1,0 +1,82 @@
+#include "objects/ModelBox_com.h"
+
+#include <wrl/client.h>
+
+#include "com/errors_com.h"
+#include "objects/IModelBounds_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+template <class Interface>
+ComPtr<Interface> createGeometry(REFCLSID classId) {
+  ComPtr<Interface> object;
+  CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object));
+  return object;
+}
+
+template <class Box>
+void putPlaneBounds(Box& box, const Box3& bounds) {
+  box.put_XMin(bounds.xMin);
+  box.put_XMax(bounds.xMax);
+  box.put_YMin(bounds.yMin);
+  box.put_YMax(bounds.yMax);
+}
+
+double readSide(IZYNBox3D& box, HRESULT (STDMETHODCALLTYPE IZYNBox3D::*getter)(double*)) {
+  double value = 0.0;
+  throwIfFailed((box.*getter)(&value), &box, __uuidof(IZYNBox3D));
+  return value;
+}
+
+}  // namespace
+
+HRESULT makeBox2D(const Box3& bounds, IDispatch** box) {
+  if (!box) {
+    return E_POINTER;
+  }
+  auto made = createGeometry<IZYNBox2D>(CLSID_Box2DGeom);
+  if (made) {
+    putPlaneBounds(*made.Get(), bounds);
+  }
+  *box = made.Detach();
+  return S_OK;
+}
+
+HRESULT makeBox3D(const Box3& bounds, IDispatch** box) {
+  if (!box) {
+    return E_POINTER;
+  }
+  auto made = createGeometry<IZYNBox3D>(CLSID_Box3DGeom);
+  if (made) {
+    putPlaneBounds(*made.Get(), bounds);
+    made->put_ZMin(bounds.zMin);
+    made->put_ZMax(bounds.zMax);
+  }
+  *box = made.Detach();
+  return S_OK;
+}
+
+Box3 readBox3D(IZYNBox3D& box) {
+  return Box3{readSide(box, &IZYNBox3D::get_XMin), readSide(box, &IZYNBox3D::get_XMax),
+              readSide(box, &IZYNBox3D::get_YMin), readSide(box, &IZYNBox3D::get_YMax),
+              readSide(box, &IZYNBox3D::get_ZMin), readSide(box, &IZYNBox3D::get_ZMax)};
+}
+
+std::optional<Box3> boundsOf(IGLDraw& drawable) {
+  ComPtr<IModelBounds> own;
+  if (SUCCEEDED(drawable.QueryInterface(IID_PPV_ARGS(&own))) && own) {
+    return own->modelBounds();
+  }
+  ComPtr<IDispatch> object;
+  ComPtr<IZYNBox3D> box;
+  if (FAILED(drawable.GetBox3D(&object)) || !object || FAILED(object.As(&box)) || !box) {
+    return std::nullopt;
+  }
+  return readBox3D(*box.Get());
+}
+
+}  // namespace zyn

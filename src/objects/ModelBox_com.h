@@ -1,0 +1,25 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "ZYNMODELEGEOM.h"
+#include "core/Box3.h"
+
+namespace zyn {
+
+/// Hands out a new 2D box object of the geometry library with the x and y bounds of `bounds`.
+/// E_POINTER when `box` is null; S_OK and a null box when the geometry library cannot be reached.
+HRESULT makeBox2D(const Box3& bounds, IDispatch** box);
+
+/// The same with a 3D box object.
+HRESULT makeBox3D(const Box3& bounds, IDispatch** box);
+
+/// The bounds that a box object holds. Throws _com_error when the object fails.
+Box3 readBox3D(IZYNBox3D& box);
+
+/// The bounds of what a drawable shows in 3D; none when it has no box or cannot tell it.
+std::optional<Box3> boundsOf(IGLDraw& drawable);
+
+}  // namespace zyn

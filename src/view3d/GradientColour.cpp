@@ -1,0 +1,21 @@
+#include "view3d/GradientColour.h"
+
+#include <algorithm>
+
+namespace zyn {
+
+std::optional<Colour3> gradientColour(float r, float g, float b) {
+  const Colour3 colour = {r, g, b};
+  const auto allWithin = [&colour](float limit) {
+    return std::all_of(colour.begin(), colour.end(), [limit](float c) { return c >= 0.0F && c <= limit; });
+  };
+  if (allWithin(1.0F)) {
+    return colour;
+  }
+  if (allWithin(255.0F)) {
+    return Colour3{r / 255.0F, g / 255.0F, b / 255.0F};
+  }
+  return std::nullopt;
+}
+
+}  // namespace zyn
