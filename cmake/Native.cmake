@@ -28,12 +28,12 @@ list(FILTER gl_support INCLUDE REGEX "_gl\\.cpp$")
 list(FILTER support EXCLUDE REGEX "_(gl|win|com)\\.cpp$")
 
 add_executable(zyn_logic_tests ${logic_tests} ${support})
-target_link_libraries(zyn_logic_tests PRIVATE zyn_logic $<TARGET_OBJECTS:zyn_logic> zyn_gtest Threads::Threads)
+target_link_libraries(zyn_logic_tests PRIVATE zyn_logic zyn_gtest Threads::Threads)
 target_compile_definitions(zyn_logic_tests PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_test(NAME logic COMMAND zyn_logic_tests)
 
 add_executable(zyn_gl_tests ${gl_tests} ${support} ${gl_support})
-target_link_libraries(zyn_gl_tests PRIVATE zyn_gl $<TARGET_OBJECTS:zyn_gl> zyn_logic $<TARGET_OBJECTS:zyn_logic>
+target_link_libraries(zyn_gl_tests PRIVATE zyn_gl zyn_logic
   zyn_gtest Threads::Threads EGL GL GLU)
 add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
