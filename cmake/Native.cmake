@@ -9,6 +9,7 @@ file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
 add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
 target_include_directories(zyn_logic PUBLIC src hosts tests)
+target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings)
 
 zyn_sources(gl_sources gl ${ZYN_MAIN_FOLDERS})
@@ -47,7 +48,7 @@ foreach(fuzzer IN LISTS fuzzers)
   set(program ${CMAKE_BINARY_DIR}/bin/${name})
   add_custom_command(OUTPUT ${program}
     COMMAND ${ZYN_FUZZ_CXX} -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all
-            -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts ${fuzzer} ${logic_sources} ${host_sources} -o ${program}
+            -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR} ${fuzzer} ${logic_sources} ${host_sources} -o ${program}
     DEPENDS ${fuzzer} ${logic_sources} ${host_sources} VERBATIM)
   add_custom_target(${name} ALL DEPENDS ${program})
   add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1)

@@ -7,7 +7,7 @@ set(ZYN_SYSTEM_LIBRARIES ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu3
 
 add_library(zyn_common INTERFACE)
 target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src)
-target_include_directories(zyn_common SYSTEM INTERFACE ${ZYN_IDL_DIR})
+target_include_directories(zyn_common SYSTEM INTERFACE ${ZYN_IDL_DIR} ${ZYN_STB_DIR})
 target_link_libraries(zyn_common INTERFACE zyn_warnings)
 
 # zyn_layers(PREFIX FOLDERS...): one object library a layer.
