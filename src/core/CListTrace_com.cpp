@@ -12,7 +12,8 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-/// The interface, or null when the object does not have it; any other answer is a failure of the object.
+/// The interface, or null when the object does not have it; any other answer is a failure of the
+/// object.
 template <class Interface>
 ComPtr<Interface> queryOptional(IUnknown* object) {
   ComPtr<Interface> found;

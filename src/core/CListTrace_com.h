@@ -18,8 +18,8 @@ class CListTrace : public ZYNList<DrawElem*> {
   CListTrace& operator=(const CListTrace&) = delete;
   ~CListTrace();
 
-  /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it is asked
-  /// for its pick name, with the list unchanged.
+  /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it
+  /// is asked for its pick name, with the list unchanged.
   void add(IDispatch* object, std::uint32_t mode);
 
   /// Removes the first element of `object`, if there is one.
@@ -27,8 +27,9 @@ class CListTrace : public ZYNList<DrawElem*> {
 
   void removeAll();
 
-  /// Calls Draw3D of every drawable object in list order, with `overrideMode` when it is not 0, else with the
-  /// object's own mode. Objects may change the list while they draw. Throws _com_error when one fails.
+  /// Calls Draw3D of every drawable object in list order, with `overrideMode` when it is not 0,
+  /// else with the object's own mode. Objects may change the list while they draw. Throws
+  /// _com_error when one fails.
   void draw3D(std::uint32_t overrideMode);
 };
 

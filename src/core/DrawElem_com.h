@@ -11,7 +11,7 @@ namespace zyn {
 struct DrawElem {
   Microsoft::WRL::ComPtr<IDispatch> object;  ///< the one reference that the list holds
   std::uint32_t drawingMode = 0;             ///< as given to Add, handed to the object at each draw
-  std::int32_t pickName = -1;                ///< number under which the object answers in picking; -1: none
+  std::int32_t pickName = -1;  ///< number under which the object answers in picking; -1: none
 };
 
 }  // namespace zyn

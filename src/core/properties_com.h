@@ -16,9 +16,12 @@ HRESULT give(T* place, std::type_identity_t<T> value) {
   return S_OK;
 }
 
-inline HRESULT giveFlag(VARIANT_BOOL* place, bool value) { return give(place, value ? VARIANT_TRUE : VARIANT_FALSE); }
+inline HRESULT giveFlag(VARIANT_BOOL* place, bool value) {
+  return give(place, value ? VARIANT_TRUE : VARIANT_FALSE);
+}
 
-/// The flags of the published interfaces are set by VARIANT_TRUE alone; any other value clears them.
+/// The flags of the published interfaces are set by VARIANT_TRUE alone; any other value clears
+/// them.
 inline bool isExactlyTrue(VARIANT_BOOL value) { return value == VARIANT_TRUE; }
 
 }  // namespace zyn

@@ -2,7 +2,9 @@
 
 namespace zyn {
 
-double resolutionOf(HDC dc) { return (GetDeviceCaps(dc, LOGPIXELSX) + GetDeviceCaps(dc, LOGPIXELSY)) / 2.0; }
+double resolutionOf(HDC dc) {
+  return (GetDeviceCaps(dc, LOGPIXELSX) + GetDeviceCaps(dc, LOGPIXELSY)) / 2.0;
+}
 
 double screenResolution() {
   const HDC screen = GetDC(nullptr);

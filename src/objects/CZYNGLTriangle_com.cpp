@@ -36,7 +36,9 @@ HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
 }  // namespace
 
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
-  return automation(*this, [&] { return isVertexIndex(index) ? store(shape_.vertices[index], x, y, Z) : E_FAIL; });
+  return automation(*this, [&] {
+    return isVertexIndex(index) ? store(shape_.vertices[index], x, y, Z) : E_FAIL;
+  });
 }
 
 STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha) noexcept {
@@ -50,15 +52,18 @@ STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha
 }
 
 STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
-  return automation(*this, [&] { return isVertexIndex(index) ? store(shape_.normals[index], x, y, Z) : E_FAIL; });
+  return automation(
+      *this, [&] { return isVertexIndex(index) ? store(shape_.normals[index], x, y, Z) : E_FAIL; });
 }
 
 STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] { return isVertexIndex(index) ? read(shape_.vertices[index], x, y, Z) : E_FAIL; });
+  return automation(
+      *this, [&] { return isVertexIndex(index) ? read(shape_.vertices[index], x, y, Z) : E_FAIL; });
 }
 
 STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] { return isVertexIndex(index) ? read(shape_.normals[index], x, y, Z) : E_FAIL; });
+  return automation(
+      *this, [&] { return isVertexIndex(index) ? read(shape_.normals[index], x, y, Z) : E_FAIL; });
 }
 
 STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {

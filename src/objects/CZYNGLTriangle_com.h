@@ -8,8 +8,10 @@
 
 namespace zyn {
 
-/// One triangle with a normal at each vertex and a colour or a material: the brick of a host's meshes.
-class CZYNGLTriangle final : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, IModelBounds> {
+/// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
+/// meshes.
+class CZYNGLTriangle final
+    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, IModelBounds> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
 
@@ -20,8 +22,9 @@ class CZYNGLTriangle final : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle
   STDMETHODIMP getNormale(LONG index, double* x, double* y, double* Z) noexcept override;
   STDMETHODIMP get_Priority(LONG* pVal) noexcept override;
   STDMETHODIMP put_Priority(LONG newVal) noexcept override;
-  STDMETHODIMP setMaterial(double r, double g, double b, double alpha, double Ambiant, double Diffuse,
-                           double Specular, double _Shininess, double Emissive) noexcept override;
+  STDMETHODIMP setMaterial(double r, double g, double b, double alpha, double Ambiant,
+                           double Diffuse, double Specular, double _Shininess,
+                           double Emissive) noexcept override;
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;

@@ -6,12 +6,13 @@
 
 namespace zyn {
 
-/// Private interface of our own scene objects: their bounds as a value, without a box object for each question.
-MIDL_INTERFACE("6f1c7c52-8f0e-4f0b-9d54-3a1f6f1b2a10")
-IModelBounds : public IUnknown {
+/// Private interface of our own scene objects: their bounds as a value, without a box object for
+/// each question.
+struct IModelBounds : public IUnknown {
   virtual Box3 STDMETHODCALLTYPE modelBounds() noexcept = 0;
 };
 
 }  // namespace zyn
 
-__CRT_UUID_DECL(zyn::IModelBounds, 0x6f1c7c52, 0x8f0e, 0x4f0b, 0x9d, 0x54, 0x3a, 0x1f, 0x6f, 0x1b, 0x2a, 0x10)
+__CRT_UUID_DECL(zyn::IModelBounds, 0x6f1c7c52, 0x8f0e, 0x4f0b, 0x9d, 0x54, 0x3a, 0x1f, 0x6f, 0x1b,
+                0x2a, 0x10)

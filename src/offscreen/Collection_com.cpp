@@ -12,13 +12,15 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-/// A published interface of collections, and the place of its enumerator method among all its methods.
+/// A published interface of collections, and the place of its enumerator method among all its
+/// methods.
 struct CollectionKind {
   IID iid;
   unsigned methodSlot;
 };
 
-// The collection class of classic Visual Basic: Item, Add, Count, Remove, _NewEnum after those of IDispatch.
+// The collection class of classic Visual Basic: Item, Add, Count, Remove, _NewEnum after those of
+// IDispatch.
 constexpr CollectionKind kCollection = {
     {0xa4c46780, 0x499f, 0x101b, {0xbb, 0x78, 0x00, 0xaa, 0x00, 0x38, 0x3c, 0xbb}}, 11};
 // System.Collections.IEnumerable as .NET exposes it to COM: GetEnumerator after those of IDispatch.
@@ -32,14 +34,15 @@ ComPtr<IDispatch> queryCollection(IDispatch* object, const IID& iid) {
 }
 
 /// The object that the collection gives as its enumerator, asked for by its number first: classes
-/// that implement the numbered call only and classes that implement the method table only both exist.
+/// that implement the numbered call only and classes that implement the method table only both
+/// exist.
 HRESULT newEnumerator(IDispatch* collection, unsigned methodSlot, ComPtr<IUnknown>& enumerator) {
   OwnedVariant result;
   OwnedExceptionInfo failure;
   DISPPARAMS none = {};
-  const HRESULT answer =
-      collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                         DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, result.get(), failure.get(), nullptr);
+  const HRESULT answer = collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
+                                            DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
+                                            result.get(), failure.get(), nullptr);
   if (answer == E_NOTIMPL || answer == DISP_E_MEMBERNOTFOUND) {
     using Method = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, IUnknown**);
     const Method* methods = *reinterpret_cast<Method* const*>(collection);

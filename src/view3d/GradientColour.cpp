@@ -7,7 +7,8 @@ namespace zyn {
 std::optional<Colour3> gradientColour(float r, float g, float b) {
   const Colour3 colour = {r, g, b};
   const auto allWithin = [&colour](float limit) {
-    return std::all_of(colour.begin(), colour.end(), [limit](float c) { return c >= 0.0F && c <= limit; });
+    return std::all_of(colour.begin(), colour.end(),
+                       [limit](float c) { return c >= 0.0F && c <= limit; });
   };
   if (allWithin(1.0F)) {
     return colour;

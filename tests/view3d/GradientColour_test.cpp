@@ -13,7 +13,8 @@ TEST(GradientColour, TakesUnitComponentsAsTheyAre) {
 
 TEST(GradientColour, DividesAllComponentsAsSoonAsOneExceedsOne) {
   EXPECT_EQ(gradientColour(255.0F, 128.0F, 0.0F), (Colour3{1.0F, 128.0F / 255.0F, 0.0F}));
-  EXPECT_EQ(gradientColour(0.5F, 200.0F, 0.5F), (Colour3{0.5F / 255.0F, 200.0F / 255.0F, 0.5F / 255.0F}));
+  EXPECT_EQ(gradientColour(0.5F, 200.0F, 0.5F),
+            (Colour3{0.5F / 255.0F, 200.0F / 255.0F, 0.5F / 255.0F}));
 }
 
 TEST(GradientColour, RefusesWhatIsOutOfRange) {

@@ -1,0 +1,301 @@
+#include "offscreen/CZYN3DGLBitmapContext_com.h"
+
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "com/MessageBox_win.h"
+#include "com/automation_com.h"
+#include "core/NumericArrayVariant_com.h"
+#include "core/properties_com.h"
+#include "glcontext/InitialState_gl.h"
+#include "glcontext/PixelFormats_win.h"
+#include "glcontext/ScreenResolution_win.h"
+#include "module/CZYNVueControles_com.h"
+#include "objects/ModelBox_com.h"
+#include "offscreen/Collection_com.h"
+#include "offscreen/ImageExport_win.h"
+#include "offscreen/Picture_com.h"
+#include "view3d/BitmapCamera.h"
+#include "view3d/SceneBox_com.h"
+#include "view3d/ScenePass_gl.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// A collection in a collection is walked, one in that one is not.
+constexpr int kCollectionLevels = 2;
+
+bool isSingleObject(IDispatch* object) {
+  ComPtr<IZYNObjet> marked;
+  return SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&marked)));
+}
+
+bool isDrawable(IDispatch* object) {
+  ComPtr<IGLDraw> drawable;
+  return SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&drawable)));
+}
+
+HRESULT giveLight(VARIANT* place, const LightBlock& lights, LightBlock::Section section) {
+  return giveNumbers(place, lights.get(section));
+}
+
+void takeLight(const VARIANT& value, LightBlock& lights, LightBlock::Section section) {
+  lights.put(section, readNumericArray(value).values);
+}
+
+/// What XFormView of a view answers, read back; none for any other count of numbers.
+std::optional<CParamsVue3D::Frame> viewFrame(const std::vector<double>& numbers) {
+  CParamsVue3D::Frame frame;
+  if (numbers.size() != frame.size()) {
+    return std::nullopt;
+  }
+  std::copy(numbers.begin(), numbers.end(), frame.begin());
+  return frame;
+}
+
+PicturePart partOf(const Tile& tile) {
+  return {tile.left(), tile.right(), tile.bottom(), tile.top()};
+}
+
+/// Sets a flag for a scope.
+class ScopedFlag {
+ public:
+  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
+  ~ScopedFlag() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+CZYN3DGLBitmapContext::CZYN3DGLBitmapContext()
+    : screenResolution_(screenResolution()), resolution_(screenResolution_) {
+  CZYNVueControles::instance().add(this);
+}
+
+CZYN3DGLBitmapContext::~CZYN3DGLBitmapContext() { CZYNVueControles::instance().remove(this); }
+
+STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept {
+  return automation(*this, [&] {
+    if (NewObject) {
+      addWithItems(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels);
+    }
+  });
+}
+
+void CZYN3DGLBitmapContext::addWithItems(IDispatch* object, std::uint32_t mode, int levels) {
+  drawList_.add(object, mode);
+  // A collection that can draw itself draws its items too.
+  if (levels == 0 || isSingleObject(object) || isDrawable(object)) {
+    return;
+  }
+  forEachItem(object, [&](IDispatch* item) { addWithItems(item, mode, levels - 1); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::RemoveAll() noexcept {
+  return automation(*this, [&] { drawList_.removeAll(); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noexcept {
+  return automation(*this, [&] {
+    if (!ret) {
+      return E_POINTER;
+    }
+    *ret = 1;
+    const auto surface = std::make_shared<OffscreenSurface>(showMessage);
+    surface_ = surface;
+    surface->create(W, h, [this](HDC) { prepareContext(); });
+    return S_OK;
+  });
+}
+
+void CZYN3DGLBitmapContext::prepareContext() {
+  Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
+  if (bitmapMultisampleAvailable()) {
+    antialiasing.multisample = multisample_;
+  }
+  setInitialState3D(background_, antialiasing);
+  lineSmooth_ = antialiasing.lineSmooth;
+  pointSmooth_ = antialiasing.pointSmooth;
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::ViewParams(IDispatch* Box, double surplus,
+                                               VARIANT* XFormView) noexcept {
+  return automation(*this, [&] {
+    ComPtr<IZYNBox3D> box;
+    if (Box) {
+      Box->QueryInterface(IID_PPV_ARGS(&box));
+    }
+    box_ = std::move(box);
+    surplus_ = surplus;
+    viewFrame_ = XFormView ? viewFrame(readNumericArray(*XFormView).values) : std::nullopt;
+  });
+}
+
+std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
+  if (const ComPtr<IZYNBox3D> box = box_) {
+    return readBox3D(*box.Get());
+  }
+  return sceneBoxOf(drawList_);
+}
+
+void CZYN3DGLBitmapContext::render(OffscreenSurface& surface) {
+  const ScopedFlag rendering(rendering_);
+  const ClientSize size{static_cast<std::int32_t>(surface.width()),
+                        static_cast<std::int32_t>(surface.height())};
+  camera_.emplace(makeBitmapCamera(boxToShow(), size, surplus_, viewFrame_));
+  ScenePass pass;
+  pass.camera = &*camera_;
+  pass.lights = lights_;
+  if (gradientOn_) {
+    pass.gradient = gradient_;
+  }
+  pass.pixelScale = pixelScale();
+  surface.render([&](const Tile& tile) {
+    pass.part = partOf(tile);
+    drawScene(pass, [this] { drawList_.draw3D(0); });
+  });
+}
+
+double CZYN3DGLBitmapContext::pixelScale() const {
+  const double scale = resolution_ / screenResolution_;
+  return std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
+}
+
+template <class Write>
+HRESULT CZYN3DGLBitmapContext::exportWith(Write write) noexcept {
+  return automation(*this, [&] {
+    // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
+    // picture: there is none yet.
+    const std::shared_ptr<OffscreenSurface> surface = surface_;
+    if (!rendering_ && surface && surface->hasContext()) {
+      render(*surface);
+      write(*surface);
+    }
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::CreateBitmap(BSTR Filename) noexcept {
+  return exportWith([&](OffscreenSurface& surface) { writeBitmapFile(surface, Filename); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::CreateJPG(BSTR, BSTR JPGFile, int JPEGQuality) noexcept {
+  return exportWith(
+      [&](OffscreenSurface& surface) { writeJpegFile(surface, JPGFile, JPEGQuality); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::CreateGIF(BSTR, BSTR GIFFile) noexcept {
+  return exportWith([&](OffscreenSurface& surface) { writeGifFile(surface, GIFFile); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::CreatePNG(BSTR, BSTR PNGFile) noexcept {
+  return exportWith([&](OffscreenSurface& surface) { writePngFile(surface, PNGFile); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::GetPictureDisp(IPictureDisp** Picture) noexcept {
+  if (!Picture) {
+    return E_POINTER;
+  }
+  *Picture = nullptr;
+  return exportWith([&](OffscreenSurface& surface) {
+    *Picture = makePicture(surface.handOverBitmap()).Detach();
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, lineSmooth_); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { lineSmooth_ = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, pointSmooth_); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { pointSmooth_ = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, multisample_); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { multisample_ = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_AmbientLightProperty(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Ambient); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_AmbientLightProperty(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Ambient); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_DirectionLight1Property(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light1); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_DirectionLight1Property(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light1); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_DirectionLight2Property(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light2); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_DirectionLight2Property(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light2); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_BackColor(VARIANT* pVal) noexcept {
+  return automation(*this, [&] {
+    return giveNumbers(pVal, {background_.begin(), background_.end()});
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_BackColor(VARIANT newVal) noexcept {
+  return automation(*this, [&] {
+    if (const auto colour = backgroundColour(readNumericArray(newVal).values)) {
+      background_ = *colour;
+    }
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, gradientOn_); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_GradientBackground(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { gradientOn_ = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::setGradientColor(float r, float g, float b) noexcept {
+  return automation(*this, [&] {
+    if (const auto colour = gradientColour(r, g, b)) {
+      gradient_ = *colour;
+    }
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_DPIResolution(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, resolution_); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_DPIResolution(double newVal) noexcept {
+  return automation(*this, [&] { resolution_ = newVal; });
+}
+
+}  // namespace zyn
