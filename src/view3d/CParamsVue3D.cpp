@@ -44,12 +44,7 @@ double extentAlong(const Vecteur& direction, const Vecteur& sizes) {
          std::abs(direction.z) * sizes.z;
 }
 
-struct Axis {
-  Vecteur side;
-  Vecteur up;
-};
-
-Axis axisOf(AxisView view) {
+Orientation orientationOf(AxisView view) {
   const Vecteur x(1.0, 0.0, 0.0);
   const Vecteur y(0.0, 1.0, 0.0);
   const Vecteur z(0.0, 0.0, 1.0);
@@ -103,12 +98,12 @@ const CParamsVue3D::Frame& CParamsVue3D::frame() {
 
 void CParamsVue3D::fitAxis(AxisView view, const std::optional<Box3>& box, ClientSize client,
                            double surplus, double minimumDepth) {
-  const Axis axis = axisOf(view);
-  fitFrom(axis.side, axis.up, box, client, surplus, minimumDepth);
+  fitTurned(orientationOf(view), box, client, surplus, minimumDepth);
 }
 
-void CParamsVue3D::fitFrom(const Vecteur& side, const Vecteur& up, const std::optional<Box3>& box,
-                           ClientSize client, double surplus, double minimumDepth) {
+void CParamsVue3D::fitTurned(const Orientation& orientation, const std::optional<Box3>& box,
+                             ClientSize client, double surplus, double minimumDepth) {
+  const auto& [side, up] = orientation;
   storeClient(client);
   up_ = up;
   if (!box) {

@@ -14,6 +14,12 @@ namespace zyn {
 /// The views along an axis, named by the plane that they show and the side on which the eye is.
 enum class AxisView { XYp, XYm, XZp, XZm, YZp, YZm };
 
+/// How a camera is turned: perpendicular unit vectors.
+struct Orientation {
+  Vecteur side;  ///< from the target towards the eye
+  Vecteur up;
+};
+
 /// An orthographic camera: eye, target, screen-up direction, view rectangle around the target,
 /// depth range. Lengths are in scene units, angles in degrees. Fits take the scene box, if there is
 /// one, and a surplus: the margin to leave around it, as a fraction of its size. Nothing guards
@@ -55,10 +61,9 @@ class CParamsVue3D {
   void fitAxis(AxisView view, const std::optional<Box3>& box, ClientSize client, double surplus,
                double minimumDepth);
 
-  /// As fitAxis, from the side of the unit vector `side`; `up` is a unit vector perpendicular to
-  /// it.
-  void fitFrom(const Vecteur& side, const Vecteur& up, const std::optional<Box3>& box,
-               ClientSize client, double surplus, double minimumDepth);
+  /// As fitAxis, turned in any way.
+  void fitTurned(const Orientation& orientation, const std::optional<Box3>& box, ClientSize client,
+                 double surplus, double minimumDepth);
 
   /// Looks from +Y with +X upwards. The rectangle is fitted to the extents along X and Z in this
   /// order.
