@@ -1,0 +1,322 @@
+// Both type libraries as tools and script engines read them, from the registry and from the DLLs
+// themselves.
+#include <algorithm>
+#include <set>
+
+#include "support/PublishedMembers.h"
+#include "support/TypeReader_win.h"
+
+namespace zyn::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// What one type library must contain.
+struct Expected {
+  GUID id;
+  CLSID someClass;
+  std::string name;
+  std::string help;
+  std::vector<PublishedMembers> interfaces;
+  std::map<std::string, GUID> interfaceIds;
+  std::map<std::string, GUID> classIds;
+  std::map<std::string, Lines> classes;
+};
+
+Expected expectZYNVue() {
+  return {LIBID_ZYNVUELib,
+          CLSID_ZYNVue2D,
+          "ZYNVUELib",
+          "ZYNVue 1.0 Type Library",
+          publishedByZYNVue(),
+          {{"IZYNVue3D", __uuidof(IZYNVue3D)},
+           {"IZYNVue2D", __uuidof(IZYNVue2D)},
+           {"IZYNVue2DChild", __uuidof(IZYNVue2DChild)},
+           {"IZYNGLTriangle", __uuidof(IZYNGLTriangle)},
+           {"IZYNGLTexte", __uuidof(IZYNGLTexte)},
+           {"IZYNGLBitmap", __uuidof(IZYNGLBitmap)},
+           {"IZYNGLCote", __uuidof(IZYNGLCote)},
+           {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
+           {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
+           {"_IZYNVue3DEvents", __uuidof(_IZYNVue3DEvents)},
+           {"_IZYNVue2DEvents", __uuidof(_IZYNVue2DEvents)}},
+          {{"ZYNVue2D", __uuidof(ZYNVue2D)},
+           {"ZYNVue3D", __uuidof(ZYNVue3D)},
+           {"ZYNGLTriangle", __uuidof(ZYNGLTriangle)},
+           {"ZYNGLTexte", __uuidof(ZYNGLTexte)},
+           {"ZYNGLBitmap", __uuidof(ZYNGLBitmap)},
+           {"ZYN2DGLBitmapContext", __uuidof(ZYN2DGLBitmapContext)},
+           {"ZYN3dGLBitmapContext", __uuidof(ZYN3dGLBitmapContext)},
+           {"ZYNVue2DChild", __uuidof(ZYNVue2DChild)},
+           {"ZYNGLCote", __uuidof(ZYNGLCote)}},
+          {{"ZYNVue2D", {"default IZYNVue2D", "default source _IZYNVue2DEvents"}},
+           {"ZYNVue3D", {"default IZYNVue3D", "default source _IZYNVue3DEvents"}},
+           {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
+           {"ZYNGLTexte", {"default IZYNGLTexte"}},
+           {"ZYNGLBitmap", {"default IZYNGLBitmap"}},
+           {"ZYN2DGLBitmapContext", {"default IZYN2DGLBitmapContext"}},
+           {"ZYN3dGLBitmapContext", {"default IZYN3DGLBitmapContext"}},
+           {"ZYNVue2DChild", {"default IZYNVue2DChild"}},
+           {"ZYNGLCote", {"default IZYNGLCote"}}}};
+}
+
+Expected expectZYNModeleGeom() {
+  return {LIBID_ZYNMODELEGEOMLib,
+          CLSID_RectangleGeom,
+          "ZYNMODELEGEOMLib",
+          "ZYNModeleGeom 1.0 Type Library",
+          publishedByZYNModeleGeom(),
+          {{"IZYNRectangle", __uuidof(IZYNRectangle)},
+           {"IZYNBox2D", __uuidof(IZYNBox2D)},
+           {"IZYNBox3D", __uuidof(IZYNBox3D)},
+           {"IZYNPoint", __uuidof(IZYNPoint)},
+           {"IZYNCouleur", __uuidof(IZYNCouleur)},
+           {"IZYNPolyligne", __uuidof(IZYNPolyligne)},
+           {"IZYNProfil", __uuidof(IZYNProfil)},
+           {"IZYNAttribuable", __uuidof(IZYNAttribuable)},
+           {"IZYNAttribut", __uuidof(IZYNAttribut)},
+           {"IZYNObjet", __uuidof(IZYNObjet)},
+           {"IGLDraw", __uuidof(IGLDraw)}},
+          {{"RectangleGeom", __uuidof(RectangleGeom)},
+           {"Box2DGeom", __uuidof(Box2DGeom)},
+           {"Box3DGeom", __uuidof(Box3DGeom)},
+           {"PointGeom", __uuidof(PointGeom)},
+           {"CouleurGeom", __uuidof(CouleurGeom)},
+           {"PolyligneGeom", __uuidof(PolyligneGeom)}},
+          {{"RectangleGeom", {"default IZYNRectangle"}},
+           {"Box2DGeom", {"default IZYNBox2D"}},
+           {"Box3DGeom", {"default IZYNBox3D"}},
+           {"PointGeom", {"default IZYNPoint"}},
+           {"CouleurGeom", {"default IZYNCouleur"}},
+           {"PolyligneGeom",
+            {"default IZYNPolyligne", "IZYNProfil", "IZYNAttribuable", "IZYNObjet", "IGLDraw"}}}};
+}
+
+std::wstring guidText(REFGUID id) {
+  wchar_t text[40] = {};
+  StringFromGUID2(id, text, 40);
+  return text;
+}
+
+/// The DLL that serves a class, from the registry.
+std::wstring moduleOf(REFCLSID classId) {
+  const std::wstring key = L"CLSID\\" + guidText(classId) + L"\\InprocServer32";
+  wchar_t path[MAX_PATH] = {};
+  LONG size = sizeof path;
+  require(HRESULT_FROM_WIN32(
+              static_cast<DWORD>(RegQueryValueW(HKEY_CLASSES_ROOT, key.c_str(), path, &size))),
+          "reading InprocServer32");
+  return path;
+}
+
+enum class Library { kZYNVue, kZYNModeleGeom };
+enum class Source { kRegistered, kResource };
+
+class TypeLibraryTest : public HostTest,
+                        public testing::WithParamInterface<std::tuple<Library, Source>> {
+ protected:
+  void SetUp() override {
+    const auto [library, source] = GetParam();
+    expected_ = library == Library::kZYNVue ? expectZYNVue() : expectZYNModeleGeom();
+    if (source == Source::kRegistered) {
+      require(LoadRegTypeLib(expected_.id, 1, 0, 0, &library_), "LoadRegTypeLib");
+    } else {
+      const std::wstring module = moduleOf(expected_.someClass) + L"\\1";
+      require(LoadTypeLibEx(module.c_str(), REGKIND_NONE, &library_), "LoadTypeLibEx");
+    }
+    types_ = typesOf(library_.Get());
+  }
+
+  ITypeInfo* type(const std::string& name) {
+    const auto found = types_.find(name);
+    if (found == types_.end()) throw std::runtime_error(name + " is missing");
+    return found->second.Get();
+  }
+
+  Expected expected_;
+  ComPtr<ITypeLib> library_;
+  std::map<std::string, ComPtr<ITypeInfo>> types_;
+};
+
+TEST_P(TypeLibraryTest, IsTheLibraryOfTheHeader) {
+  TLIBATTR* attributes = nullptr;
+  ASSERT_EQ(library_->GetLibAttr(&attributes), S_OK);
+  EXPECT_EQ(guidText(attributes->guid), guidText(expected_.id));
+  EXPECT_EQ(attributes->wMajorVerNum, 1);
+  EXPECT_EQ(attributes->wMinorVerNum, 0);
+  EXPECT_EQ(attributes->syskind, SYS_WIN64);
+  library_->ReleaseTLibAttr(attributes);
+
+  _bstr_t name;
+  _bstr_t help;
+  ASSERT_EQ(library_->GetDocumentation(-1, name.GetAddress(), help.GetAddress(), nullptr, nullptr),
+            S_OK);
+  EXPECT_EQ(narrow(name), expected_.name);
+  EXPECT_EQ(narrow(help), expected_.help);
+}
+
+TEST_P(TypeLibraryTest, HoldsEveryMemberAndNoOther) {
+  for (const PublishedMembers& published : expected_.interfaces) {
+    SCOPED_TRACE(published.name());
+    Lines found = memberLines(vtableForm(type(published.name())).Get());
+    Lines wanted = published.lines();
+    EXPECT_EQ(found.size(), published.count());
+    std::sort(found.begin(), found.end());
+    std::sort(wanted.begin(), wanted.end());
+    EXPECT_EQ(found, wanted);
+  }
+}
+
+TEST_P(TypeLibraryTest, NoMemberRepeatsADispid) {
+  for (const PublishedMembers& published : expected_.interfaces) {
+    SCOPED_TRACE(published.name());
+    ITypeInfo* const members = type(published.name());
+    const TypeAttributes attributes(members);
+    std::set<std::pair<MEMBERID, INVOKEKIND>> ids;
+    std::map<MEMBERID, std::string> names;
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+      const FunctionDescription function(members, i);
+      _bstr_t name;
+      UINT count = 0;
+      ASSERT_EQ(members->GetNames(function->memid, name.GetAddress(), 1, &count), S_OK);
+      EXPECT_TRUE(ids.emplace(function->memid, function->invkind).second) << function->memid;
+      const auto known = names.emplace(function->memid, narrow(name)).first;
+      EXPECT_EQ(known->second, narrow(name));
+    }
+  }
+}
+
+TEST_P(TypeLibraryTest, EveryMemberReturnsWhatItsKindOfInterfaceReturns) {
+  for (const PublishedMembers& published : expected_.interfaces) {
+    SCOPED_TRACE(published.name());
+    const ComPtr<ITypeInfo> form = vtableForm(type(published.name()));
+    const TypeAttributes attributes(form.Get());
+    const VARTYPE wanted = attributes->typekind == TKIND_DISPATCH ? VT_VOID : VT_HRESULT;
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+      const FunctionDescription function(form.Get(), i);
+      EXPECT_EQ(function->elemdescFunc.tdesc.vt, wanted) << "member " << function->memid;
+    }
+  }
+}
+
+TEST_P(TypeLibraryTest, EverythingHasAHelpString) {
+  for (const auto& [name, typeInfo] : types_) {
+    EXPECT_NE(helpOf(typeInfo.Get(), MEMBERID_NIL), "") << name;
+    const ComPtr<ITypeInfo> form = vtableForm(typeInfo.Get());
+    const TypeAttributes attributes(form.Get());
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+      const FunctionDescription function(form.Get(), i);
+      EXPECT_NE(helpOf(form.Get(), function->memid), "") << name << " member " << function->memid;
+    }
+  }
+}
+
+TEST_P(TypeLibraryTest, DualInterfacesAreClosedAutomationInterfaces) {
+  for (const PublishedMembers& published : expected_.interfaces) {
+    const TypeAttributes attributes(type(published.name()));
+    EXPECT_EQ(attributes->typekind, TKIND_DISPATCH) << published.name();
+    if (published.name().front() == '_') continue;
+    EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FDUAL) << published.name();
+    EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FNONEXTENSIBLE) << published.name();
+  }
+}
+
+TEST_P(TypeLibraryTest, InterfacesDeriveFromTheStandardOnes) {
+  for (const auto& [name, id] : expected_.interfaceIds) {
+    const ComPtr<ITypeInfo> form = vtableForm(type(name));
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> base;
+    ASSERT_EQ(form->GetRefTypeOfImplType(0, &reference), S_OK) << name;
+    ASSERT_EQ(form->GetRefTypeInfo(reference, &base), S_OK) << name;
+    const TypeAttributes attributes(base.Get());
+    EXPECT_EQ(guidText(attributes->guid),
+              guidText(name == "IGLDraw" ? IID_IUnknown : IID_IDispatch))
+        << name;
+  }
+}
+
+TEST_P(TypeLibraryTest, IdentifiersAreThoseOfTheHeader) {
+  for (const auto& [name, id] : expected_.interfaceIds) {
+    EXPECT_EQ(guidText(TypeAttributes(type(name))->guid), guidText(id)) << name;
+  }
+  for (const auto& [name, id] : expected_.classIds) {
+    EXPECT_EQ(guidText(TypeAttributes(type(name))->guid), guidText(id)) << name;
+  }
+}
+
+TEST_P(TypeLibraryTest, HoldsEveryClassAndNoOther) {
+  std::map<std::string, Lines> found;
+  for (const auto& [name, typeInfo] : types_) {
+    const TypeAttributes attributes(typeInfo.Get());
+    if (attributes->typekind != TKIND_COCLASS) continue;
+    found[name] = interfaceLines(typeInfo.Get());
+    EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FCANCREATE) << name;
+    const bool isControl = name == "ZYNVue2D" || name == "ZYNVue3D";
+    EXPECT_EQ((attributes->wTypeFlags & TYPEFLAG_FCONTROL) != 0, isControl) << name;
+  }
+  EXPECT_EQ(found, expected_.classes);
+}
+
+std::string variantName(const testing::TestParamInfo<std::tuple<Library, Source>>& variant) {
+  const auto [library, source] = variant.param;
+  return std::string(library == Library::kZYNVue ? "ZYNVue" : "ZYNModeleGeom") +
+         (source == Source::kRegistered ? "Registered" : "Resource");
+}
+
+INSTANTIATE_TEST_SUITE_P(Published, TypeLibraryTest,
+                         testing::Combine(testing::Values(Library::kZYNVue,
+                                                          Library::kZYNModeleGeom),
+                                          testing::Values(Source::kRegistered, Source::kResource)),
+                         variantName);
+
+class SingleTypeTest : public HostTest {
+ protected:
+  static std::map<std::string, ComPtr<ITypeInfo>> registered(REFGUID id) {
+    ComPtr<ITypeLib> library;
+    require(LoadRegTypeLib(id, 1, 0, 0, &library), "LoadRegTypeLib");
+    return typesOf(library.Get());
+  }
+};
+
+TEST_F(SingleTypeTest, FontSizeUnitsHaveTheirValues) {
+  const auto types = registered(LIBID_ZYNVUELib);
+  ITypeInfo* const units = types.at("FontSizeUnit_e").Get();
+  const TypeAttributes attributes(units);
+  ASSERT_EQ(attributes->typekind, TKIND_ENUM);
+  std::map<std::string, long> values;
+  for (UINT i = 0; i < attributes->cVars; ++i) {
+    VARDESC* value = nullptr;
+    ASSERT_EQ(units->GetVarDesc(i, &value), S_OK);
+    _bstr_t name;
+    EXPECT_EQ(units->GetDocumentation(value->memid, name.GetAddress(), nullptr, nullptr, nullptr),
+              S_OK);
+    values[narrow(name)] = V_I4(value->lpvarValue);
+    units->ReleaseVarDesc(value);
+  }
+  const std::map<std::string, long> wanted = {
+      {"FontSizeUnit_PIXEL", 0}, {"FontSizeUnit_MM", 1},      {"FontSizeUnit_INCH", 2},
+      {"FontSizeUnit_POINT", 3}, {"FontSizeUnit_MODELMM", 4}, {"FontSizeUnit_MODELINCH", 5},
+      {"FontSizeUnit_MODEL", 6}};
+  EXPECT_EQ(values, wanted);
+}
+
+TEST_F(SingleTypeTest, DrawingContractHasItsFiveMethodsInOrder) {
+  const auto types = registered(LIBID_ZYNMODELEGEOMLib);
+  ITypeInfo* const contract = types.at("IGLDraw").Get();
+  const TypeAttributes attributes(contract);
+  EXPECT_EQ(attributes->typekind, TKIND_INTERFACE);
+  EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FOLEAUTOMATION);
+  Lines lines = memberLines(contract);
+  for (std::string& line : lines) line.erase(0, line.find(' ') + 1);
+  EXPECT_EQ(lines,
+            (Lines{"method Draw3D(int mode)", "method Draw2D(int mode)",
+                   "method GetBox2D() -> IDispatch* box", "method GetBox3D() -> IDispatch* box",
+                   "method GetParam(IDispatch* P) -> double value"}));
+  for (UINT i = 0; i < lines.size(); ++i) {
+    const FunctionDescription function(contract, i);
+    EXPECT_EQ(function->oVft, static_cast<SHORT>((3 + i) * sizeof(void*)));
+  }
+}
+
+}  // namespace
+}  // namespace zyn::test
