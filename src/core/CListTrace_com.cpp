@@ -64,17 +64,22 @@ void CListTrace::add(IDispatch* object, std::uint32_t mode) {
   readAttributeNumber(object, element->pickName);
   readTrianglePriority(object, element->pickName);
   append(element.get());
-  element.release();
+  static_cast<void>(element.release());
 }
 
 void CListTrace::remove(IDispatch* object) {
-  for (Walk walk(*this); walk; walk.advance()) {
-    const std::unique_ptr<DrawElem> element(*walk);
-    if (element->object.Get() == object) {
+  for (const Node* node = head(); node; node = node->next) {
+    if (node->value->object.Get() == object) {
+      const std::unique_ptr<DrawElem> element(node->value);
       ZYNList::remove(element.get(), true);
       return;
     }
-    element.release();
+  }
+}
+
+void CListTrace::removeAll() {
+  // Releasing an object may run foreign code that changes the list: one element at a time.
+  while (const std::unique_ptr<DrawElem> element{takeFirst()}) {
   }
 }
 

@@ -16,7 +16,7 @@ class CListTrace : public ZYNList<DrawElem*> {
   CListTrace() = default;
   CListTrace(const CListTrace&) = delete;
   CListTrace& operator=(const CListTrace&) = delete;
-  ~CListTrace();
+  ~CListTrace() override;
 
   /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it
   /// is asked for its pick name, with the list unchanged.
@@ -24,6 +24,7 @@ class CListTrace : public ZYNList<DrawElem*> {
 
   /// Removes the first element of `object`, if there is one.
   void remove(IDispatch* object);
+  using ZYNList::remove;
 
   void removeAll();
 
