@@ -149,8 +149,7 @@ TEST_F(ZYNListTest, PrependAndTakeFirst) {
 }
 
 TEST_F(ZYNListTest, AppendCostDoesNotGrowWithLength) {
-  constexpr int kCount =
-      300000;  // a walk to the tail at each append would take minutes
+  constexpr int kCount = 300000;  // a walk to the tail at each append would take minutes
   for (int i = 0; i < kCount; ++i) {
     list_.append(&a_);
   }
