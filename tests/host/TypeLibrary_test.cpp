@@ -4,6 +4,7 @@
 #include <set>
 
 #include "support/PublishedMembers.h"
+#include "support/RegisteredClasses_win.h"
 #include "support/TypeReader_win.h"
 
 namespace zyn::test {
@@ -90,23 +91,6 @@ Expected expectZYNModeleGeom() {
            {"CouleurGeom", {"default IZYNCouleur"}},
            {"PolyligneGeom",
             {"default IZYNPolyligne", "IZYNProfil", "IZYNAttribuable", "IZYNObjet", "IGLDraw"}}}};
-}
-
-std::wstring guidText(REFGUID id) {
-  wchar_t text[40] = {};
-  StringFromGUID2(id, text, 40);
-  return text;
-}
-
-/// The DLL that serves a class, from the registry.
-std::wstring moduleOf(REFCLSID classId) {
-  const std::wstring key = L"CLSID\\" + guidText(classId) + L"\\InprocServer32";
-  wchar_t path[MAX_PATH] = {};
-  LONG size = sizeof path;
-  require(HRESULT_FROM_WIN32(
-              static_cast<DWORD>(RegQueryValueW(HKEY_CLASSES_ROOT, key.c_str(), path, &size))),
-          "reading InprocServer32");
-  return path;
 }
 
 enum class Library { kZYNVue, kZYNModeleGeom };
