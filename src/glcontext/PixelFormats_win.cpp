@@ -1,0 +1,92 @@
+#include "glcontext/PixelFormats_win.h"
+
+#include <GL/gl.h>
+#include <GL/wglext.h>
+
+#include <atomic>
+#include <bit>
+#include <mutex>
+
+#include "glcontext/CurrentContext_win.h"
+#include "glcontext/ExtensionList.h"
+#include "glcontext/MemorySurface_win.h"
+#include "glcontext/MultisampleFormat.h"
+#include "glcontext/WinHandles_win.h"
+
+namespace zyn {
+namespace {
+
+std::mutex probing;
+std::atomic<int> bitmapFormat = 0;
+std::atomic<bool> bitmapMultisample = false;
+
+template <class Function>
+Function glEntryPoint(const char* name) {
+  return std::bit_cast<Function>(wglGetProcAddress(name));
+}
+
+/// Whether the driver of the current context offers the extension.
+bool isOffered(const char* name) {
+  const auto wglExtensions =
+      glEntryPoint<PFNWGLGETEXTENSIONSSTRINGARBPROC>("wglGetExtensionsStringARB");
+  const char* list = wglExtensions != nullptr ? wglExtensions(wglGetCurrentDC()) : nullptr;
+  if (list == nullptr) list = std::bit_cast<const char*>(glGetString(GL_EXTENSIONS));
+  return list != nullptr && hasExtension(list, name);
+}
+
+/// Replaces the bitmap format by a multisampled one where the driver of the current context has it.
+void queryMultisample(HDC dc) {
+  const auto choose = isOffered("WGL_ARB_multisample")
+                          ? glEntryPoint<PFNWGLCHOOSEPIXELFORMATARBPROC>("wglChoosePixelFormatARB")
+                          : nullptr;
+  if (choose == nullptr) {
+    bitmapMultisample = false;
+    return;
+  }
+  const int format = chooseMultisampleFormat([&](const int* attributes) {
+    const float noFloats[] = {0.0F, 0.0F};
+    int found = 0;
+    UINT count = 0;
+    return choose(dc, attributes, noFloats, 1, &found, &count) != FALSE && count > 0 ? found : 0;
+  });
+  if (format == 0) return;
+  bitmapFormat = format;
+  bitmapMultisample = true;
+}
+
+void runBitmapProbe() {
+  const auto surface = MemorySurface::make(200, 200, 24);
+  if (!surface) return;
+  const PIXELFORMATDESCRIPTOR wanted = bitmapFormatOf(24, 24);
+  const int format = ChoosePixelFormat(surface->dc(), &wanted);
+  bitmapFormat = format;
+  if (format <= 0 || !SetPixelFormat(surface->dc(), format, &wanted)) return;
+  const UniqueRenderingContext context(wglCreateContext(surface->dc()));
+  const CurrentContext current(surface->dc(), context.get());
+  if (current && !bitmapMultisample) queryMultisample(surface->dc());
+}
+
+}  // namespace
+
+void probeBitmapPixelFormat() {
+  const std::lock_guard lock(probing);
+  if (bitmapFormat == 0) runBitmapProbe();
+}
+
+PIXELFORMATDESCRIPTOR bitmapFormatOf(int colourBits, int depthBits) {
+  PIXELFORMATDESCRIPTOR wanted{};
+  wanted.nSize = sizeof wanted;
+  wanted.nVersion = 1;
+  wanted.dwFlags = PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL;
+  wanted.iPixelType = PFD_TYPE_RGBA;
+  wanted.cColorBits = static_cast<BYTE>(colourBits);
+  wanted.cDepthBits = static_cast<BYTE>(depthBits);
+  wanted.iLayerType = PFD_MAIN_PLANE;
+  return wanted;
+}
+
+int bitmapPixelFormat() { return bitmapFormat; }
+
+bool bitmapMultisampleAvailable() { return bitmapMultisample; }
+
+}  // namespace zyn
