@@ -1,0 +1,65 @@
+#include "offscreen/ColourHistogram.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace zyn {
+namespace {
+
+TEST(ColourHistogramTest, CountsColoursOneByOne) {
+  // Two rows of three pixels in blue, green, red order, with padding that must not count.
+  const std::vector<std::uint8_t> bytes = {1, 2, 3, 1, 2, 3, 9, 9, 9, 77, 77, 77,
+                                           9, 9, 9, 1, 2, 3, 1, 2, 3, 88, 88, 88};
+  const ColourHistogram histogram({bytes.data(), 3, 2, 12});
+  EXPECT_TRUE(histogram.isExact());
+  ASSERT_EQ(histogram.groups().size(), 2U);
+  EXPECT_EQ(histogram.groups()[0].count, 4U);
+  EXPECT_EQ(histogram.groups()[0].red, 12U);
+  EXPECT_EQ(histogram.groups()[0].green, 8U);
+  EXPECT_EQ(histogram.groups()[0].blue, 4U);
+  EXPECT_EQ(histogram.groups()[1].count, 2U);
+}
+
+/// A picture whose every pixel has a colour of its own, spread over the whole colour space.
+std::vector<std::uint8_t> distinctColours(std::uint32_t count) {
+  std::vector<std::uint8_t> bytes;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const std::uint32_t colour = i * 0x9E3779U & 0xFFFFFF;
+    for (int shift = 0; shift < 24; shift += 8) {
+      bytes.push_back(static_cast<std::uint8_t>(colour >> shift));
+    }
+  }
+  return bytes;
+}
+
+TEST(ColourHistogramTest, StaysExactUpToItsLimit) {
+  const int count = ColourHistogram::kMostGroups;
+  const auto bytes = distinctColours(static_cast<std::uint32_t>(count));
+  const ColourHistogram histogram({bytes.data(), count, 1, 3 * count});
+  EXPECT_TRUE(histogram.isExact());
+  EXPECT_EQ(histogram.groups().size(), ColourHistogram::kMostGroups);
+}
+
+TEST(ColourHistogramTest, GroupsNearColoursBeyondItsLimitAndLosesNone) {
+  const int count = 1000000;
+  const auto bytes = distinctColours(static_cast<std::uint32_t>(count));
+  const ColourHistogram histogram({bytes.data(), count, 1, std::int64_t{3} * count});
+  EXPECT_FALSE(histogram.isExact());
+  EXPECT_LE(histogram.groups().size(), ColourHistogram::kMostGroups);
+  EXPECT_GT(histogram.groups().size(), 1000U);
+  std::uint64_t pixels = 0;
+  std::uint64_t red = 0;
+  for (const ColourHistogram::Group& group : histogram.groups()) {
+    pixels += group.count;
+    red += group.red;
+  }
+  std::uint64_t expectedRed = 0;
+  for (std::size_t i = 2; i < bytes.size(); i += 3) expectedRed += bytes[i];
+  EXPECT_EQ(pixels, static_cast<std::uint64_t>(count));
+  EXPECT_EQ(red, expectedRed);
+}
+
+}  // namespace
+}  // namespace zyn
