@@ -1,0 +1,277 @@
+#include "zynshot/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+#include <utility>
+
+#include "zynshot/OptionValue.h"
+#include "zynshot/UsageError.h"
+
+namespace zyn::shot {
+
+namespace {
+
+using Apply = void (*)(PictureOptions& picture, std::string_view value);
+
+/// An option of one picture; `value` is empty for a switch.
+struct PictureOption {
+  std::string_view name;
+  std::string_view value;
+  std::string_view help;
+  Apply apply;
+};
+
+/// Largest side that all four formats can state.
+constexpr int kMostPixels = 65535;
+
+void setSize(PictureOptions& picture, std::string_view value) {
+  const std::vector<std::string_view> sides = split(value, 'x');
+  if (sides.size() != 2) {
+    throw UsageError('"' + std::string(value) + "\" is not WIDTHxHEIGHT");
+  }
+  picture.surface.width = parseInteger(sides[0], 1, kMostPixels);
+  picture.surface.height = parseInteger(sides[1], 1, kMostPixels);
+}
+
+void setColour(PictureOptions& picture, std::string_view value) {
+  const auto [colour, alpha] = parseColourAndAlpha(value);
+  picture.appearance.colour = colour;
+  picture.appearance.alpha = alpha.value_or(picture.appearance.alpha);
+}
+
+const std::array<PictureOption, 14> kPictureOptions = {{
+    {"--view", "VIEW",
+     "xy+ xy- xz+ xz- yz+ yz- (the plane shown and the\n"
+     "side of the eye), turning (from +y, +x up), iso\n"
+     "(default; +z up), iso-y (+y up)",
+     [](PictureOptions& p, std::string_view v) { p.view = parseView(v); }},
+    {"--size", "WIDTHxHEIGHT", "pixels (default 1200x900)", setSize},
+    {"--background", "COLOUR", "default white",
+     [](PictureOptions& p, std::string_view v) { p.surface.background = parseColour(v); }},
+    {"--gradient", "COLOUR", "fade the background to this colour upwards",
+     [](PictureOptions& p, std::string_view v) { p.gradient = parseColour(v); }},
+    {"--color", "COLOUR[,ALPHA]", "of the model; ALPHA as for --transparent", setColour},
+    {"--transparent", "ALPHA", "how opaque the model is: 0 (invisible) to 1",
+     [](PictureOptions& p, std::string_view v) { p.appearance.alpha = parseNumber(v, 0, 1); }},
+    {"--material", "MATERIAL",
+     "matte, plastic, metal, or factors from 0 to 1:\n"
+     "AMBIENT,DIFFUSE,SPECULAR,SHININESS[,EMISSIVE]",
+     [](PictureOptions& p, std::string_view v) { p.appearance.material = parseMaterial(v); }},
+    {"--outline", "", "draw the edges of the triangles only",
+     [](PictureOptions& p, std::string_view) { p.outline = true; }},
+    {"--light1", "AZ,EL[,COLOUR]",
+     "where the main light comes from, in degrees from the\n"
+     "viewer: AZ to the right, EL upwards; or off (default\n"
+     "-35,40)",
+     [](PictureOptions& p, std::string_view v) { parseLight(v, p.light1); }},
+    {"--light2", "AZ,EL[,COLOUR]", "a second, weaker light (default off)",
+     [](PictureOptions& p, std::string_view v) { parseLight(v, p.light2); }},
+    {"--ambient", "LEVEL[,COLOUR]", "light from everywhere, 0 to 1 (default 0.3)",
+     [](PictureOptions& p, std::string_view v) { p.ambient = parseAmbient(v); }},
+    {"--surplus", "FRACTION", "margin around the model (default 0.1)",
+     [](PictureOptions& p, std::string_view v) { p.surplus = parseNumber(v, 0, 100); }},
+    {"--dpi", "NUMBER",
+     "resolution of a print: lines and texts keep their\n"
+     "size on paper (default: as on the screen)",
+     [](PictureOptions& p, std::string_view v) { p.dpi = parseNumber(v, 1, 10000); }},
+    {"--quality", "0..100", "of JPEG pictures (default 90)",
+     [](PictureOptions& p, std::string_view v) { p.quality = parseInteger(v, 0, 100); }},
+}};
+
+const PictureOption* findPictureOption(std::string_view name) {
+  const auto* const found = std::find_if(kPictureOptions.begin(), kPictureOptions.end(),
+                                         [name](const PictureOption& o) { return o.name == name; });
+  return found == kPictureOptions.end() ? nullptr : found;
+}
+
+std::filesystem::path pathOf(std::string_view utf8) {
+  return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+PictureFormat formatOf(const std::string& file) {
+  const std::size_t dot = file.find_last_of("./\\");
+  std::string extension = dot == file.npos || file[dot] != '.' ? "" : file.substr(dot + 1);
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  if (extension == "png") {
+    return PictureFormat::kPng;
+  }
+  if (extension == "jpg" || extension == "jpeg") {
+    return PictureFormat::kJpeg;
+  }
+  if (extension == "gif") {
+    return PictureFormat::kGif;
+  }
+  if (extension == "bmp") {
+    return PictureFormat::kBmp;
+  }
+  throw UsageError("-o " + file + ": the name must end in .png, .jpg, .jpeg, .gif or .bmp");
+}
+
+class Parser {
+ public:
+  explicit Parser(std::span<const std::string> arguments) : rest_(arguments) {}
+
+  Request parse() {
+    while (!rest_.empty() && request_.action == Action::kRender) {
+      const std::string argument = take();
+      if (argument.size() > 1 && argument.starts_with('-')) {
+        option(argument);
+      } else {
+        model(argument);
+      }
+    }
+    if (request_.action == Action::kRender) {
+      demandEnough();
+    }
+    return std::move(request_);
+  }
+
+ private:
+  std::string take() {
+    std::string first = rest_.front();
+    rest_ = rest_.subspan(1);
+    return first;
+  }
+
+  void model(const std::string& file) {
+    if (!request_.model.empty()) {
+      throw UsageError("one model at a time: \"" + file + "\" is one too many");
+    }
+    request_.model = pathOf(file);
+  }
+
+  void option(const std::string& argument) {
+    const std::size_t equals = argument.starts_with("--") ? argument.find('=') : argument.npos;
+    const std::string name = argument.substr(0, equals);
+    if (equals != argument.npos) {
+      attached_ = argument.substr(equals + 1);
+    }
+    if (!commonOption(name) && !pictureOption(name)) {
+      throw UsageError("unknown option " + name);
+    }
+    if (attached_) {
+      throw UsageError(name + " takes no value");
+    }
+  }
+
+  /// The value of the option just read: behind its "=", or the next argument.
+  std::string value(const std::string& name) {
+    if (attached_) {
+      return *std::exchange(attached_, std::nullopt);
+    }
+    if (rest_.empty()) {
+      throw UsageError(name + " needs a value");
+    }
+    return take();
+  }
+
+  bool commonOption(const std::string& name) {
+    if (name == "-o" || name == "--output") {
+      const std::string file = value(name);
+      PictureOptions picture = forAll_;
+      picture.format = formatOf(file);
+      picture.file = pathOf(file);
+      request_.pictures.push_back(std::move(picture));
+    } else if (name == "--smooth") {
+      const std::string angle = value(name);
+      request_.smoothAngle = named(name, [&] { return parseNumber(angle, 0, 180); });
+    } else if (name == "--progress") {
+      request_.progress = true;
+    } else if (name == "--help" || name == "-h") {
+      request_.action = Action::kHelp;
+    } else if (name == "--version") {
+      request_.action = Action::kVersion;
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool pictureOption(const std::string& name) {
+    const PictureOption* const found = findPictureOption(name);
+    if (found == nullptr) {
+      return false;
+    }
+    const std::string text = found->value.empty() ? std::string() : value(name);
+    PictureOptions& target = request_.pictures.empty() ? forAll_ : request_.pictures.back();
+    named(name, [&] { found->apply(target, text); });
+    return true;
+  }
+
+  /// Runs `body` and puts the option's name before its complaint.
+  template <typename Body>
+  auto named(const std::string& name, Body body) -> decltype(body()) {
+    try {
+      return body();
+    } catch (const UsageError& error) {
+      throw UsageError(name + ": " + error.what());
+    }
+  }
+
+  void demandEnough() const {
+    if (request_.model.empty()) {
+      throw UsageError("no model given");
+    }
+    if (request_.pictures.empty()) {
+      throw UsageError("no picture asked for: -o FILE");
+    }
+  }
+
+  std::span<const std::string> rest_;
+  std::optional<std::string> attached_;
+  PictureOptions forAll_;
+  Request request_;
+};
+
+void describe(std::string& text, const std::string& option, std::string_view help) {
+  constexpr std::size_t kColumn = 26;
+  std::string left = "  " + option;
+  for (const std::string_view line : split(help, '\n')) {
+    left.resize(std::max(kColumn, left.size() + 1), ' ');
+    text += left + std::string(line) + '\n';
+    left.clear();
+  }
+}
+
+}  // namespace
+
+Request parseCommandLine(std::span<const std::string> arguments) {
+  return Parser(arguments).parse();
+}
+
+std::string helpText() {
+  std::string text =
+      "zynshot: pictures of a 3D model (STL, binary or text, or OBJ)\n"
+      "\n"
+      "usage: zynshot MODEL [OPTIONS] -o PICTURE [OPTIONS] [-o PICTURE [OPTIONS]]...\n"
+      "\n"
+      "The model is loaded once, whatever the number of pictures. Options before the\n"
+      "first -o hold for all pictures, those behind an -o for that picture only.\n"
+      "\n"
+      "of a picture:\n";
+  for (const PictureOption& option : kPictureOptions) {
+    describe(text, std::string(option.name) + ' ' + std::string(option.value), option.help);
+  }
+  text += "\nof the whole run:\n";
+  describe(text, "-o, --output FILE", "picture to write: .png .jpg .jpeg .gif .bmp");
+  describe(text, "--smooth DEGREES", "round off edges that bend less than this");
+  describe(text, "--progress", "show progress even when stderr is no terminal");
+  describe(text, "--help, --version", "show this text, or the version, and stop");
+  text += "\nCOLOUR: #rgb, #rrggbb, r,g,b (all up to 1, or else up to 255), or one of\n  ";
+  const std::string names = colourNames();
+  const std::size_t half = names.rfind(' ', 76);
+  text += names.substr(0, half) + "\n  " + names.substr(half + 1) +
+          "\n\n"
+          "examples:\n"
+          "  zynshot part.stl -o part.png\n"
+          "  zynshot part.stl --gradient skyblue -o a.png --view xy+ -o b.jpg --view xz-\n"
+          "  zynshot part.obj --size 3508x2480 --dpi 300 --smooth 30 -o print.png\n"
+          "\n"
+          "exit code: 0 all pictures written, 1 something failed, 2 wrong usage\n";
+  return text;
+}
+
+}  // namespace zyn::shot

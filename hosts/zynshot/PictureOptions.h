@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "zynshot/Colour.h"
+#include "zynshot/Lighting.h"
+#include "zynshot/Material.h"
+#include "zynshot/View.h"
+
+namespace zyn::shot {
+
+enum class PictureFormat { kBmp, kJpeg, kGif, kPng };
+
+/// How the model's surface looks.
+struct Appearance {
+  Colour colour{0.62, 0.68, 0.76};
+  double alpha = 1.0;                ///< 0 invisible, 1 opaque
+  std::optional<Material> material;  ///< none: the component's own for plain colours
+
+  bool operator==(const Appearance&) const = default;
+};
+
+/// What the bitmap context reads only when its surface is made.
+struct Surface {
+  int width = 1200;
+  int height = 900;
+  Colour background{1.0, 1.0, 1.0};
+
+  bool operator==(const Surface&) const = default;
+};
+
+/// Everything that one picture is made from.
+struct PictureOptions {
+  std::filesystem::path file;
+  PictureFormat format = PictureFormat::kPng;
+  Surface surface;
+  View view = parseView("iso");
+  std::optional<Colour> gradient;  ///< top colour
+  Appearance appearance;
+  bool outline = false;
+  AmbientLight ambient{.intensity = 0.3};
+  DirectionalLight light1{.azimuth = -35, .elevation = 40, .strength = 0.9};
+  DirectionalLight light2{.on = false, .azimuth = 60, .elevation = 0, .strength = 0.4};
+  double surplus = 0.1;       ///< margin around the model, as a fraction of its size
+  std::optional<double> dpi;  ///< none: as on the screen
+  int quality = 90;           ///< of JPEG, 0 to 100
+};
+
+}  // namespace zyn::shot

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <wrl/client.h>
+
+#include <optional>
+
+#include "ZYNVUE.h"
+#include "zynshot/Scene_com.h"
+
+namespace zyn::shot {
+
+/// Takes pictures of a scene with one bitmap context.
+class Studio {
+ public:
+  explicit Studio(Scene& scene);
+
+  /// Renders and writes one picture. Throws std::runtime_error, and leaves no file, on failure.
+  void take(const PictureOptions& picture);
+
+ private:
+  void prepare(const Surface& surface);
+  void light(const PictureOptions& picture);
+  void aim(const PictureOptions& picture);
+  void write(const PictureOptions& picture);
+
+  Scene& scene_;
+  Microsoft::WRL::ComPtr<IZYN3DGLBitmapContext> context_;
+  Microsoft::WRL::ComPtr<IDispatch> box_;
+  std::optional<Surface> prepared_;
+  double screenDpi_ = 0.0;
+};
+
+}  // namespace zyn::shot

@@ -1,0 +1,51 @@
+#include "zynshot/View.h"
+
+#include <string>
+
+#include "zynshot/UsageError.h"
+
+namespace zyn::shot {
+
+namespace {
+
+using mesh::Vector;
+
+struct NamedView {
+  std::string_view name;
+  Vector eye;  ///< the side on which the eye is
+  Vector up;   ///< about upwards
+};
+
+constexpr std::array<NamedView, 9> kViews = {{
+    {"xy+", {0, 0, 1}, {0, 1, 0}},
+    {"xy-", {0, 0, -1}, {0, 1, 0}},
+    {"xz+", {0, 1, 0}, {0, 0, 1}},
+    {"xz-", {0, -1, 0}, {0, 0, 1}},
+    {"yz+", {1, 0, 0}, {0, 0, 1}},
+    {"yz-", {-1, 0, 0}, {0, 0, 1}},
+    {"turning", {0, 1, 0}, {1, 0, 0}},
+    {"iso", {1, -1, 1}, {0, 0, 1}},
+    {"iso-y", {1, 1, 1}, {0, 1, 0}},
+}};
+
+}  // namespace
+
+View parseView(std::string_view name) {
+  for (const NamedView& view : kViews) {
+    if (view.name == name) {
+      const Vector direction = normalised(view.eye * -1.0, {});
+      const Vector left = normalised(cross(view.up, direction), {});
+      return {direction, cross(direction, left)};
+    }
+  }
+  throw UsageError('"' + std::string(name) +
+                   "\" is not a view: xy+ xy- xz+ xz- yz+ yz- turning iso iso-y");
+}
+
+std::array<double, 16> frameOf(const View& view) {
+  const auto& [d, up] = view;
+  const Vector left = cross(up, d);
+  return {left.x, left.y, left.z, up.x, up.y, up.z, d.x, d.y, d.z};
+}
+
+}  // namespace zyn::shot

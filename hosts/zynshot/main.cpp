@@ -1,0 +1,109 @@
+// zynshot: pictures of a 3D model from the command line, made with the ZYNVue components.
+
+#include <windows.h>
+
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <new>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "mesh/MeshReader.h"
+#include "mesh/SmoothNormals.h"
+#include "zynshot/ComFailure_com.h"
+#include "zynshot/CommandLine.h"
+#include "zynshot/Console_win.h"
+#include "zynshot/OutputFile.h"
+#include "zynshot/ProgressLine.h"
+#include "zynshot/Scene_com.h"
+#include "zynshot/Studio_com.h"
+#include "zynshot/UsageError.h"
+
+namespace zyn::shot {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+/// COM for the calling thread.
+class Apartment {
+ public:
+  Apartment() { check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), L"CoInitializeEx"); }
+  ~Apartment() { CoUninitialize(); }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+};
+
+ProgressLine::Style progressStyle(const Request& request) {
+  constexpr std::uintmax_t kLarge = 2'000'000;  // bytes; smaller models are done at once
+  if (request.progress) {
+    return isErrorConsole() ? ProgressLine::Style::kTerminal : ProgressLine::Style::kLines;
+  }
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(request.model, error);
+  return !error && size >= kLarge && isErrorConsole() ? ProgressLine::Style::kTerminal
+                                                      : ProgressLine::Style::kOff;
+}
+
+void render(const Request& request) {
+  for (const PictureOptions& picture : request.pictures) {
+    OutputFile(picture.file).probe();
+  }
+  ProgressLine line(progressStyle(request), writeError);
+  const auto showing = [&line](const char* what) {
+    return [&line, what](std::size_t done, std::size_t total) { line.show(what, done, total); };
+  };
+
+  mesh::Mesh mesh = mesh::readMesh(request.model, showing("reading"));
+  if (request.smoothAngle) {
+    smoothNormals(mesh, *request.smoothAngle);
+  }
+  const Apartment apartment;
+  Scene scene(mesh, showing("building"));
+  mesh.triangles = {};  // the scene holds them now
+  Studio studio(scene);
+  std::size_t done = 0;
+  for (const PictureOptions& picture : request.pictures) {
+    line.show("rendering", done++, request.pictures.size());
+    studio.take(picture);
+  }
+}
+
+int run(const std::vector<std::string>& arguments) {
+  try {
+    const Request request = parseCommandLine(arguments);
+    switch (request.action) {
+      case Action::kHelp:
+        writeOutput(helpText());
+        break;
+      case Action::kVersion:
+        writeOutput("zynshot 1.0\n");
+        break;
+      case Action::kRender:
+        render(request);
+        break;
+    }
+    return 0;
+  } catch (const UsageError& error) {
+    writeError(std::string("zynshot: ") + error.what() + " (see zynshot --help)\n");
+    return kWrongUsage;
+  } catch (const std::bad_alloc&) {
+    writeError("zynshot: not enough memory\n");
+  } catch (const std::exception& error) {
+    writeError(std::string("zynshot: ") + error.what() + '\n');
+  }
+  return kFailed;
+}
+
+}  // namespace
+}  // namespace zyn::shot
+
+int wmain(int argc, wchar_t** argv) {
+  std::vector<std::string> arguments;
+  for (int i = 1; i < argc; ++i) {
+    arguments.push_back(zyn::shot::toUtf8(argv[i]));
+  }
+  return zyn::shot::run(arguments);
+}

@@ -1,0 +1,165 @@
+#include "zynshot/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <sstream>
+
+#include "zynshot/UsageError.h"
+
+namespace zyn::shot {
+namespace {
+
+/// Parses arguments written with blanks between them.
+Request parse(const std::string& line) {
+  std::istringstream stream(line);
+  const std::vector<std::string> arguments{std::istream_iterator<std::string>(stream), {}};
+  return parseCommandLine(arguments);
+}
+
+PictureOptions picture(const std::string& options) {
+  return parse("part.stl -o part.png " + options).pictures.at(0);
+}
+
+std::string complaint(const std::string& line) {
+  try {
+    parse(line);
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+  return {};
+}
+
+TEST(CommandLine, takesModelAndPictureInAnyOrder) {
+  for (const char* line :
+       {"part.stl -o part.png", "-o part.png part.stl", "--output=part.png part.stl"}) {
+    const Request request = parse(line);
+    EXPECT_EQ(request.action, Action::kRender);
+    EXPECT_EQ(request.model, "part.stl");
+    ASSERT_EQ(request.pictures.size(), 1u);
+    EXPECT_EQ(request.pictures[0].file, "part.png");
+    EXPECT_FALSE(request.smoothAngle);
+    EXPECT_FALSE(request.progress);
+  }
+}
+
+TEST(CommandLine, choosesTheFormatByExtension) {
+  const auto format = [](const std::string& file) {
+    return parse("m -o " + file).pictures.at(0).format;
+  };
+  EXPECT_EQ(format("a.png"), PictureFormat::kPng);
+  EXPECT_EQ(format("a.b/c.JPG"), PictureFormat::kJpeg);
+  EXPECT_EQ(format("a.jpeg"), PictureFormat::kJpeg);
+  EXPECT_EQ(format("a.Gif"), PictureFormat::kGif);
+  EXPECT_EQ(format("C:\\a\\b.bmp"), PictureFormat::kBmp);
+  for (const char* file : {"a.tiff", "png", "a.png/b", "a.png\\b", "a.", "a"}) {
+    EXPECT_EQ(complaint(std::string("m -o ") + file),
+              std::string("-o ") + file + ": the name must end in .png, .jpg, .jpeg, .gif or .bmp");
+  }
+}
+
+TEST(CommandLine, readsEveryPictureOption) {
+  const PictureOptions p = picture(
+      "--view xz+ --size 1600x1200 --background #0080ff --gradient 255,0,0 --color navy,0.25 "
+      "--material 0.1,0.2,0.3,0.4,0.5 --outline --light1 -30,45 --light2 60,-10,red "
+      "--ambient 0.5,0,1,0 --surplus 0.2 --dpi 300 --quality 55");
+  EXPECT_EQ(p.view, parseView("xz+"));
+  EXPECT_EQ(p.surface.width, 1600);
+  EXPECT_EQ(p.surface.height, 1200);
+  EXPECT_EQ(p.surface.background, (Colour{0, 128 / 255.0, 1}));
+  EXPECT_EQ(p.gradient, (Colour{1, 0, 0}));
+  EXPECT_EQ(p.appearance.colour, (Colour{0, 0, 128 / 255.0}));
+  EXPECT_EQ(p.appearance.alpha, 0.25);
+  EXPECT_EQ(p.appearance.material, (Material{0.1, 0.2, 0.3, 0.4, 0.5}));
+  EXPECT_TRUE(p.outline);
+  EXPECT_TRUE(p.light1.on);
+  EXPECT_EQ(p.light1.azimuth, -30);
+  EXPECT_EQ(p.light1.elevation, 45);
+  EXPECT_TRUE(p.light2.on);
+  EXPECT_EQ(p.light2.elevation, -10);
+  EXPECT_EQ(p.light2.colour, (Colour{1, 0, 0}));
+  EXPECT_EQ(p.ambient.intensity, 0.5);
+  EXPECT_EQ(p.ambient.colour, (Colour{0, 1, 0}));
+  EXPECT_EQ(p.surplus, 0.2);
+  EXPECT_EQ(p.dpi, 300);
+  EXPECT_EQ(p.quality, 55);
+}
+
+TEST(CommandLine, readsTheOptionsOfTheWholeRun) {
+  const Request request = parse("m --smooth 30 -o a.png --progress");
+  EXPECT_EQ(request.smoothAngle, 30);
+  EXPECT_TRUE(request.progress);
+}
+
+TEST(CommandLine, givesOptionsBeforeTheFirstPictureToAll) {
+  const Request request =
+      parse("m --color red --view xy+ -o a.png --outline -o b.png --view xy- --transparent=0.5");
+  ASSERT_EQ(request.pictures.size(), 2u);
+  EXPECT_EQ(request.pictures[0].appearance.colour, (Colour{1, 0, 0}));
+  EXPECT_EQ(request.pictures[1].appearance.colour, (Colour{1, 0, 0}));
+  EXPECT_TRUE(request.pictures[0].outline);
+  EXPECT_FALSE(request.pictures[1].outline);
+  EXPECT_EQ(request.pictures[0].view, parseView("xy+"));
+  EXPECT_EQ(request.pictures[1].view, parseView("xy-"));
+  EXPECT_EQ(request.pictures[0].appearance.alpha, 1.0);
+  EXPECT_EQ(request.pictures[1].appearance.alpha, 0.5);
+}
+
+TEST(CommandLine, keepsTransparencyWhenAColourFollows) {
+  EXPECT_EQ(picture("--transparent 0.5 --color red").appearance.alpha, 0.5);
+  EXPECT_EQ(picture("--transparent 0.5 --color red,0.7").appearance.alpha, 0.7);
+}
+
+TEST(CommandLine, switchesLightsOff) {
+  EXPECT_FALSE(picture("--light1 off").light1.on);
+  EXPECT_FALSE(picture("").light2.on);
+}
+
+TEST(CommandLine, stopsAtHelpAndVersionWhateverFollows) {
+  EXPECT_EQ(parse("--help --nonsense").action, Action::kHelp);
+  EXPECT_EQ(parse("part.stl -h").action, Action::kHelp);
+  EXPECT_EQ(parse("--version").action, Action::kVersion);
+}
+
+TEST(CommandLine, saysWhatIsWrong) {
+  EXPECT_EQ(complaint(""), "no model given");
+  EXPECT_EQ(complaint("-o a.png"), "no model given");
+  EXPECT_EQ(complaint("m"), "no picture asked for: -o FILE");
+  EXPECT_EQ(complaint("m n -o a.png"), "one model at a time: \"n\" is one too many");
+  EXPECT_EQ(complaint("m --colour red"), "unknown option --colour");
+  EXPECT_EQ(complaint("m -x"), "unknown option -x");
+  EXPECT_EQ(complaint("m -o"), "-o needs a value");
+  EXPECT_EQ(complaint("m --smooth"), "--smooth needs a value");
+  EXPECT_EQ(complaint("m --outline=yes -o a.png"), "--outline takes no value");
+  EXPECT_EQ(complaint("m --progress=1 -o a.png"), "--progress takes no value");
+  EXPECT_EQ(complaint("m --size 800"), "--size: \"800\" is not WIDTHxHEIGHT");
+  EXPECT_EQ(complaint("m --size 800x0"), "--size: \"0\" is not a whole number from 1 to 65535");
+  EXPECT_EQ(complaint("m --size 8e2x600"), "--size: \"8e2\" is not a whole number from 1 to 65535");
+  EXPECT_EQ(complaint("m --transparent 2"), "--transparent: \"2\" is not a number from 0 to 1");
+  EXPECT_EQ(complaint("m --surplus nan"), "--surplus: \"nan\" is not a number from 0 to 100");
+  EXPECT_EQ(complaint("m --quality 101"), "--quality: \"101\" is not a whole number from 0 to 100");
+  EXPECT_EQ(complaint("m --light1 30"), "--light1: \"30\" is not AZIMUTH,ELEVATION");
+  EXPECT_EQ(complaint("m --light1 0,91"), "--light1: \"91\" is not a number from -90 to 90");
+  EXPECT_EQ(complaint("m --material wood"),
+            "--material: \"wood\" is not matte, plastic, metal or "
+            "AMBIENT,DIFFUSE,SPECULAR,SHININESS");
+  EXPECT_EQ(complaint("m --view up"),
+            "--view: \"up\" is not a view: xy+ xy- xz+ xz- yz+ yz- turning iso iso-y");
+}
+
+TEST(CommandLine, helpNamesEveryOptionAndFitsATerminal) {
+  const std::string help = helpText();
+  for (const char* option :
+       {"--view", "--size", "--background", "--gradient", "--color", "--transparent", "--material",
+        "--outline", "--light1", "--light2", "--ambient", "--surplus", "--dpi", "--quality",
+        "--output", "--smooth", "--progress", "--help", "--version"}) {
+    EXPECT_NE(help.find(option), std::string::npos) << option;
+  }
+  std::istringstream lines(help);
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_LT(line.size(), 80u) << line;
+  }
+}
+
+}  // namespace
+}  // namespace zyn::shot
