@@ -1,0 +1,14 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zyn::test {
+
+/// The fixed-function state that drawing an object could disturb, of the context that is current:
+/// every value by name, so that two snapshots compare and a difference prints readably.
+using GlSnapshot = std::map<std::string, std::vector<double>>;
+GlSnapshot takeGlSnapshot();
+
+}  // namespace zyn::test
