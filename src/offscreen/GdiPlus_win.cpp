@@ -20,29 +20,41 @@ bool find(HMODULE module, const char* name, Function& function) {
 
 }  // namespace
 
-std::optional<GdiPlus::Functions> GdiPlus::functionsOf(HMODULE module) {
-  Functions f{};
-  if (module != nullptr && find(module, "GdiplusStartup", f.startup) &&
-      find(module, "GdiplusShutdown", f.shutdown) &&
-      find(module, "GdipGetImageEncodersSize", f.encodersSize) &&
-      find(module, "GdipGetImageEncoders", f.encoders) &&
-      find(module, "GdipCreateBitmapFromHBITMAP", f.createBitmap) &&
-      find(module, "GdipSaveImageToFile", f.saveImage) &&
-      find(module, "GdipDisposeImage", f.disposeImage)) {
-    return f;
+struct GdiPlus::Functions {
+  decltype(&Gdiplus::GdiplusStartup) startup;
+  decltype(&Gdiplus::GdiplusShutdown) shutdown;
+  decltype(&Gdiplus::DllExports::GdipGetImageEncodersSize) encodersSize;
+  decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
+  decltype(&Gdiplus::DllExports::GdipCreateBitmapFromHBITMAP) createBitmap;
+  decltype(&Gdiplus::DllExports::GdipSaveImageToFile) saveImage;
+  decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
+
+  bool findAll(HMODULE module) {
+    return module != nullptr && find(module, "GdiplusStartup", startup) &&
+           find(module, "GdiplusShutdown", shutdown) &&
+           find(module, "GdipGetImageEncodersSize", encodersSize) &&
+           find(module, "GdipGetImageEncoders", encoders) &&
+           find(module, "GdipCreateBitmapFromHBITMAP", createBitmap) &&
+           find(module, "GdipSaveImageToFile", saveImage) &&
+           find(module, "GdipDisposeImage", disposeImage);
   }
-  return std::nullopt;
+};
+
+const GdiPlus::Functions* GdiPlus::loadedFunctions() {
+  static Functions functions{};
+  static const bool areFound = functions.findAll(LoadLibraryW(L"gdiplus.dll"));
+  return areFound ? &functions : nullptr;
 }
 
-GdiPlus::GdiPlus() : module_(LoadLibraryW(L"gdiplus.dll")), functions_(functionsOf(module_.get())) {
+GdiPlus::GdiPlus() : functions_(loadedFunctions()) {
   const Gdiplus::GdiplusStartupInput input;
-  if (functions_ && functions_->startup(&token_, &input, nullptr) != Gdiplus::Ok) {
-    functions_.reset();
+  if (functions_ != nullptr && functions_->startup(&token_, &input, nullptr) != Gdiplus::Ok) {
+    functions_ = nullptr;
   }
 }
 
 GdiPlus::~GdiPlus() {
-  if (functions_) functions_->shutdown(token_);
+  if (functions_ != nullptr) functions_->shutdown(token_);
 }
 
 std::optional<CLSID> GdiPlus::findEncoder(const wchar_t* mimeType) const {
@@ -75,7 +87,7 @@ bool GdiPlus::saveJpeg(HBITMAP bitmap, const wchar_t* fileName, int quality) con
 
 bool GdiPlus::save(HBITMAP bitmap, const wchar_t* mimeType, const wchar_t* fileName,
                    const Gdiplus::EncoderParameters* parameters) const {
-  if (!functions_) return false;
+  if (functions_ == nullptr) return false;
   Gdiplus::GpBitmap* image = nullptr;
   if (functions_->createBitmap(bitmap, nullptr, &image) != Gdiplus::Ok) return false;
   const std::optional<CLSID> encoder = findEncoder(mimeType);

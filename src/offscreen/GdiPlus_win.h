@@ -9,12 +9,11 @@
 
 #include <optional>
 
-#include "glcontext/WinHandles_win.h"
-
 namespace zyn {
 
-/// GDI+, loaded and started for as long as this object lives. It is loaded by name rather than
-/// imported, so that a process that never writes a compressed picture never loads it.
+/// GDI+, started for as long as this object lives. The library is loaded when it is first wanted
+/// rather than imported, so that a process that writes no compressed picture never loads it; it
+/// then stays loaded.
 class GdiPlus {
  public:
   GdiPlus();
@@ -36,19 +35,11 @@ class GdiPlus {
   /// Class identifier of the first encoder whose MIME type is exactly this one.
   std::optional<CLSID> findEncoder(const wchar_t* mimeType) const;
 
-  struct Functions {
-    decltype(&Gdiplus::GdiplusStartup) startup;
-    decltype(&Gdiplus::GdiplusShutdown) shutdown;
-    decltype(&Gdiplus::DllExports::GdipGetImageEncodersSize) encodersSize;
-    decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
-    decltype(&Gdiplus::DllExports::GdipCreateBitmapFromHBITMAP) createBitmap;
-    decltype(&Gdiplus::DllExports::GdipSaveImageToFile) saveImage;
-    decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
-  };
-  static std::optional<Functions> functionsOf(HMODULE module);
+  /// The functions of the library; null if it or one of them is missing.
+  struct Functions;
+  static const Functions* loadedFunctions();
 
-  UniqueModule module_;
-  std::optional<Functions> functions_;  // none: not loaded or not started
+  const Functions* functions_;  // null: not loaded or not started
   ULONG_PTR token_ = 0;
 };
 
