@@ -1,0 +1,127 @@
+#pragma once
+
+#include <windows.h>
+// After windows.h:
+#include <ocidl.h>
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <new>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "com/ComIdentity_com.h"
+#include "com/Dual_com.h"
+#include "com/automation_com.h"
+
+namespace zyn {
+
+namespace detail {
+
+/// The published interface behind an entry of a class's interface list.
+template <class Entry>
+struct Published {
+  using Type = Entry;
+  static bool answers(REFIID iid) { return iid == __uuidof(Entry); }
+};
+template <class Interface>
+struct Published<Dual<Interface>> {
+  using Type = Interface;
+  static bool answers(REFIID iid) { return iid == __uuidof(Interface) || iid == IID_IDispatch; }
+};
+
+}  // namespace detail
+
+/// Base of every COM object: counts references, can be aggregated, answers QueryInterface for its
+/// interfaces, offers error information and holds a module lock while it lives. The first
+/// interface is the default one; `Dual<I>` adds late binding to I.
+///
+/// A class declares `static constexpr const wchar_t* kProgId`, the source named in its errors, and
+/// may define `HRESULT finishConstruction()`, which runs once the object can be referred to; its
+/// failure ends the creation.
+template <class Derived, class... Interfaces>
+class ComClass : public ComIdentity, public Interfaces..., public ISupportErrorInfo {
+  using Default = std::tuple_element_t<0, std::tuple<Interfaces...>>;
+
+ public:
+  static REFIID defaultInterface() noexcept {
+    return __uuidof(typename detail::Published<Default>::Type);
+  }
+
+  HRESULT finishConstruction() { return S_OK; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) noexcept final {
+    return controllingUnknown()->QueryInterface(iid, out);
+  }
+  STDMETHODIMP_(ULONG) AddRef() noexcept final { return controllingUnknown()->AddRef(); }
+  STDMETHODIMP_(ULONG) Release() noexcept final { return controllingUnknown()->Release(); }
+
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) noexcept final {
+    return (detail::Published<Interfaces>::answers(iid) || ...) ? S_OK : S_FALSE;
+  }
+
+ protected:
+  ComClass() = default;
+  ~ComClass() = default;
+
+  /// More interfaces than those of the list: gives the interface with a reference counted on it.
+  virtual HRESULT queryExtra(REFIID, void**) noexcept { return E_NOINTERFACE; }
+
+ private:
+  HRESULT findInterface(REFIID iid, void** out) noexcept final {
+    if (iid == IID_ISupportErrorInfo) {
+      return hand(static_cast<ISupportErrorInfo*>(this), out);
+    }
+    const bool found = ((detail::Published<Interfaces>::answers(iid) &&
+                         SUCCEEDED(hand(static_cast<Interfaces*>(this), out))) ||
+                        ...);
+    return found ? S_OK : queryExtra(iid, out);
+  }
+
+  template <class Interface>
+  static HRESULT hand(Interface* found, void** out) noexcept {
+    found->AddRef();
+    *out = found;
+    return S_OK;
+  }
+
+  void destroy() noexcept final {
+    static_assert(std::is_final_v<Derived>, "the object is deleted as what it is");
+    delete static_cast<Derived*>(this);
+  }
+};
+
+/// Gives a new object as an outer object or a class object wants it: as part of `outer`, if any,
+/// and by the interface `iid`, which an outer object must ask to be IUnknown.
+template <class Class>
+HRESULT createInstance(IUnknown* outer, REFIID iid, void** out) noexcept {
+  if (!out) {
+    return E_POINTER;
+  }
+  *out = nullptr;
+  if (outer && iid != IID_IUnknown) {
+    return CLASS_E_NOAGGREGATION;
+  }
+  return boundary([&] {
+    auto* const object = new Class();
+    Microsoft::WRL::ComPtr<IUnknown> inner;
+    inner.Attach(object->innerUnknown());
+    if (outer) {
+      object->aggregateInto(outer);
+    }
+    throwIfFailed(object->finishConstruction());
+    return inner->QueryInterface(iid, out);
+  });
+}
+
+/// A new object for our own use.
+template <class Class, class... Arguments>
+Microsoft::WRL::ComPtr<Class> makeObject(Arguments&&... arguments) {
+  Microsoft::WRL::ComPtr<Class> object;
+  object.Attach(new Class(std::forward<Arguments>(arguments)...));
+  throwIfFailed(object->finishConstruction());
+  return object;
+}
+
+}  // namespace zyn

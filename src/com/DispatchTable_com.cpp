@@ -1,0 +1,91 @@
+#include "com/DispatchTable_com.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "com/DispatchCall_com.h"
+#include "com/errors_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// The interface as it lies in memory, behind the description that scripts see of a dual one.
+ComPtr<ITypeInfo> vtableInfo(ITypeInfo& info) {
+  HREFTYPE reference = 0;
+  ComPtr<ITypeInfo> interfaceInfo;
+  throwIfFailed(info.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
+  throwIfFailed(info.GetRefTypeInfo(reference, &interfaceInfo));
+  return interfaceInfo;
+}
+
+UINT functionCount(ITypeInfo& info) {
+  TYPEATTR* attributes = nullptr;
+  throwIfFailed(info.GetTypeAttr(&attributes));
+  const UINT count = attributes->cFuncs;
+  info.ReleaseTypeAttr(attributes);
+  return count;
+}
+
+using MemberKey = std::pair<DISPID, INVOKEKIND>;
+
+MemberKey keyOf(const Member& member) { return {member.id, member.kind}; }
+
+/// Whether the value of a property put is an object, which a property may take by reference.
+bool putsObject(const DISPPARAMS* arguments) {
+  if (!arguments || arguments->cArgs == 0 || !arguments->rgvarg) {
+    return false;
+  }
+  const VARTYPE type = V_VT(&arguments->rgvarg[0]);
+  return type == VT_DISPATCH || type == VT_UNKNOWN;
+}
+
+}  // namespace
+
+DispatchTable::DispatchTable(ComPtr<ITypeInfo> info) : info_(std::move(info)) {
+  const ComPtr<ITypeInfo> functions = vtableInfo(*info_.Get());
+  const UINT count = functionCount(*functions.Get());
+  members_.reserve(count);
+  for (UINT i = 0; i < count; ++i) {
+    members_.push_back(readMember(*functions.Get(), i));
+  }
+  std::sort(members_.begin(), members_.end(),
+            [](const Member& a, const Member& b) { return keyOf(a) < keyOf(b); });
+}
+
+const Member* DispatchTable::find(DISPID id, INVOKEKIND kind) const {
+  const MemberKey key(id, kind);
+  const auto at = std::lower_bound(
+      members_.begin(), members_.end(), key,
+      [](const Member& member, const MemberKey& sought) { return keyOf(member) < sought; });
+  return at != members_.end() && keyOf(*at) == key ? &*at : nullptr;
+}
+
+/// Scripts that cannot tell ask for a method or a property get at once, and for either kind of put.
+const Member* DispatchTable::choose(const LateCall& call) const {
+  INVOKEKIND order[] = {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF};
+  if (putsObject(call.arguments)) {
+    std::swap(order[2], order[3]);
+  }
+  for (const INVOKEKIND kind : order) {
+    const Member* const member = (call.flags & kind) != 0 ? find(call.member, kind) : nullptr;
+    if (member) {
+      return member;
+    }
+  }
+  return nullptr;
+}
+
+HRESULT DispatchTable::invoke(void* object, const LateCall& call) const {
+  const Member* const member = choose(call);
+  if (!member) {
+    return DISP_E_MEMBERNOTFOUND;
+  }
+  DispatchCall run(*member, call);
+  return run.execute(object);
+}
+
+}  // namespace zyn
