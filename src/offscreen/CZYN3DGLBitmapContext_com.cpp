@@ -112,7 +112,8 @@ STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noe
       return E_POINTER;
     }
     *ret = 1;
-    const auto surface = std::make_shared<OffscreenSurface>(showMessage);
+    const auto surface = std::make_shared<OffscreenSurface>(
+        [](const std::wstring& text) { showMessage(text.c_str()); });
     surface_ = surface;
     surface->create(W, h, [this](HDC) { prepareContext(); });
     return S_OK;
