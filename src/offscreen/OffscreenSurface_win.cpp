@@ -127,10 +127,11 @@ void OffscreenSurface::render(const Draw& draw) {
   const auto target = target_;
   if (!target || target->isDrawing) return;
   const Marked drawing(target->isDrawing);
-  const CurrentContext current(target->canvas->dc(), target->context.get());
-  if (!current) return;
   for (const Tile& tile :
        tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
+    // Made current for each tile: what draws may leave another context behind, or none.
+    const CurrentContext current(target->canvas->dc(), target->context.get());
+    if (!current) return;
     glViewport(0, 0, tile.drawn.width, tile.drawn.height);
     draw(tile);
     glFinish();
