@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/ScopedFlag.h"
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/PixelFormats_win.h"
@@ -40,18 +41,6 @@ bool setCanvasFormat(HDC dc) {
   const int format = fitsCanvas(dc, known) ? known : ChoosePixelFormat(dc, &wanted);
   return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
 }
-
-/// Says in `flag` that something goes on, for a scope.
-class Marked {
- public:
-  explicit Marked(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Marked() { flag_ = false; }
-  Marked(const Marked&) = delete;
-  Marked& operator=(const Marked&) = delete;
-
- private:
-  bool& flag_;
-};
 
 std::wstring failureText(const wchar_t* format) {
   std::array<wchar_t, 80> text{};
@@ -126,7 +115,7 @@ UniqueBitmap OffscreenSurface::handOverBitmap() {
 void OffscreenSurface::render(const Draw& draw) {
   const auto target = target_;
   if (!target || target->isDrawing) return;
-  const Marked drawing(target->isDrawing);
+  const ScopedFlag drawing(target->isDrawing);
   for (const Tile& tile :
        tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
     // Made current for each tile: what draws may leave another context behind, or none.
