@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Renders models into build/gallery with both kinds of host: the zynshot program and scripts run by cscript.
+# usage: demo.sh [MODEL]   (run by "zyn demo"; MODEL is an STL or OBJ file, default: three real test models)
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+zyn=${ZYN:-$root/zyn}
+zynshot=$root/build/windows/bin/zynshot.exe
+gallery=$root/build/gallery
+models=/usr/share/assimp/models
+pictures=()
+
+die() { printf 'demo: %s\n' "$*" >&2; exit 1; }
+
+# shoot MODEL NAME UPRIGHT: every view, look and format that zynshot offers, in one run.
+shoot() {
+  local model=$1 name=$2 upright=$3 view arguments=() shots=()
+  for view in xy+ xy- xz+ xz- yz+ yz- turning; do
+    shots+=("$name-$view.png")
+    arguments+=(-o "$name-$view.png" --view "$view")
+  done
+  shots+=("$name.png" "$name.jpg" "$name.gif" "$name.bmp" "$name-translucent.png" "$name-outline.png")
+  arguments+=(-o "$name.png" --view "$upright"
+    -o "$name.jpg" --view "$upright" --material metal --color gold
+    -o "$name.gif" --view "$upright" --light1 off
+    -o "$name.bmp" --view "$upright" --gradient orange
+    -o "$name-translucent.png" --view "$upright" --color tomato --transparent 0.35
+    -o "$name-outline.png" --view "$upright" --outline --color navy --background white)
+  printf '== zynshot: %s\n' "$model"
+  "$zyn" run "$zynshot" "$model" --size 1200x900 --smooth 30 --gradient '#88aad8' --light1 -35,40 \
+    --light2 '70,-10,#b0c8ff' "${arguments[@]}" || die "zynshot failed"
+  pictures+=("${shots[@]}")
+}
+
+# play SCRIPT MODEL FOLDER PICTURES...: cscript ends with 0 even when a script fails: its end marker is what counts.
+play() {
+  local script=$1 model=$2 folder=$3 output
+  shift 3
+  printf '== cscript %s: %s\n' "$script" "$model"
+  output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/$script" "$model" "$folder") || true
+  printf '%s\n' "$output" | tr -d '\r'
+  [[ $output == *"done: $# pictures"* ]] || die "$script failed"
+  pictures+=("${@/#/$folder/}")
+}
+
+play_both() {
+  play gallery.vbs "$1" vbscript xy+.png xy-.png xz+.png xz-.png yz+.jpg yz-.gif turning.bmp translucent.png
+  play heights.js "$2" jscript heights.png heights.jpg heights.gif heights.bmp
+}
+
+# A text STL says "facet" early; a binary one has its numbers there.
+is_text_stl() { head -c 1000 "$1" | LC_ALL=C grep -qai '^[[:space:]]*facet[[:space:]]'; }
+
+list_pictures() {
+  local picture missing=0
+  printf '== pictures in %s\n' "$gallery"
+  for picture in "${pictures[@]}"; do
+    if [[ -s $picture ]]; then
+      printf '%10d bytes  %s\n' "$(stat -c %s "$picture")" "$picture"
+    else
+      printf '   MISSING        %s\n' "$picture"
+      missing=1
+    fi
+  done
+  [[ $missing -eq 0 ]] || die "pictures are missing"
+}
+
+if [[ $# -gt 0 ]]; then
+  model=$(realpath -e "$1") || exit 1
+fi
+rm -rf "$gallery"
+mkdir -p "$gallery"
+cd "$gallery"
+if [[ $# -gt 0 ]]; then
+  name=$(basename "${model%.*}")
+  shoot "$model" "$name" iso
+  if is_text_stl "$model"; then
+    play_both "$model" "$model"
+  fi
+else
+  shoot "$models/STL/Wuson.stl" wuson iso-y
+  shoot "$models/OBJ/spider.obj" spider iso-y
+  play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
+fi
+list_pictures
