@@ -146,7 +146,7 @@ TEST(ColourQuantiserTest, GradientsOfManyColoursShowNoBands) {
 }
 
 TEST(ColourQuantiserTest, TheSamePictureGivesTheSameResult) {
-  const Picture picture(300, 100, [](int x, int y) {
+  const Picture picture(60, 40, [](int x, int y) {
     return Colour24{static_cast<std::uint8_t>(x * y), static_cast<std::uint8_t>(x), grey(y).blue};
   });
   const ColourQuantiser first(picture.view());
