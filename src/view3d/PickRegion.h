@@ -1,0 +1,22 @@
+#pragma once
+
+#include "view3d/PixelPoint.h"
+
+namespace zyn {
+
+/// The rectangle that a pick looks at, in client pixels (x from the left, y from the top).
+struct PickRegion {
+  double centreX = 0.0;
+  double centreY = 0.0;
+  double width = 1.0;
+  double height = 1.0;
+
+  bool operator==(const PickRegion& other) const = default;
+
+  /// A square of `size` pixels about the point that the pixel's coordinates name.
+  static PickRegion around(PixelPoint pixel, double size) {
+    return {static_cast<double>(pixel.x), static_cast<double>(pixel.y), size, size};
+  }
+};
+
+}  // namespace zyn
