@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "view3d/PickRecords.h"
+#include "view3d/PixelPoint.h"
+#include "view3d/SelectionRectangle.h"
+
+namespace zyn {
+
+/// Numbers of the buttons in events.
+enum class MouseButton { Left = 0, Right = 1, Middle = 2 };
+
+/// What MouseNavigation needs of the view around it. Each call may run foreign code: event
+/// handlers, drawn objects, containers. That may use the navigation, let more messages in, or close
+/// the view; it must not end the navigation's life while one of its messages is handled. Failures
+/// end within the call, for a message has nobody to report them to.
+class NavigationHost {
+ public:
+  using Names = std::vector<std::int32_t>;
+
+  NavigationHost() = default;
+  NavigationHost(const NavigationHost&) = delete;
+  NavigationHost& operator=(const NavigationHost&) = delete;
+  virtual ~NavigationHost() = default;
+
+  virtual void fireMouseDown(MouseButton button, PixelPoint at) noexcept = 0;
+  virtual void fireMouseUp(MouseButton button, PixelPoint at) noexcept = 0;
+  virtual void fireMouseMove(int key, PixelPoint at) noexcept = 0;
+  virtual void fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept = 0;
+  virtual void fireMouseOn(int key, PixelPoint at, const Names& names) noexcept = 0;
+  virtual void fireWindowSelection(int key, const SelectionRectangle& rectangle,
+                                   const Names& names) noexcept = 0;
+
+  virtual void captureMouse() noexcept = 0;
+  virtual void releaseMouse() noexcept = 0;
+
+  /// Asks for one mouseLeave when the mouse leaves the window, and tells the user if that fails.
+  virtual void trackMouseLeave() noexcept = 0;
+
+  /// Has the view drawn again, later.
+  virtual void repaint() noexcept = 0;
+
+  /// Divides the camera's view rectangle by `coefficient`, keeping the model point under a pixel in
+  /// its place. Leaves the history alone.
+  virtual void zoomAbout(PixelPoint at, double coefficient) noexcept = 0;
+
+  /// Whether there is anything that can be picked.
+  virtual bool hasSelectables() const noexcept = 0;
+
+  /// Whether the cursor glyph is drawn, which shows only while the mouse is inside.
+  virtual bool drawsCursor() const noexcept = 0;
+
+  /// Picks in the selection list, without lighting, at a pixel.
+  virtual PickRecords pickAt(PixelPoint at) noexcept = 0;
+
+  /// Picks what the rectangle touches: the selection list drawn with mode -2.
+  virtual PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept = 0;
+};
+
+}  // namespace zyn

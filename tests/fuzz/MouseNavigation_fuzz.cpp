@@ -1,0 +1,136 @@
+#include "view3d/MouseNavigation.h"
+
+#include <cstdlib>
+#include <span>
+
+namespace {
+
+using namespace zyn;
+
+/// Reads messages off the input and lets more of them in during calls of the host.
+class Session : public NavigationHost {
+ public:
+  explicit Session(std::span<const std::uint8_t> input) : input_(input) {
+    view_.setClientSize({64, 32});
+    view_.setSceneBox(Box3{-1, 1, -1, 1, -1, 1});
+    view_.initView(0, [] { return std::optional<Box3>(); });
+  }
+
+  void run() {
+    while (!input_.empty()) {
+      message();
+    }
+    navigation_.leftUp({}, MouseKeys());
+    navigation_.middleUp({});
+    navigation_.mode().set(MouseMode::kRotate);
+    const Point eye = view_.camera()->eye();
+    navigation_.mouseMove({7, 9}, MouseKeys());
+    const bool moved = !(view_.camera()->eye() == eye) && eye == eye;
+    if (captured_ || moved || navigation_.rubberBand()) {
+      std::abort();
+    }
+  }
+
+ private:
+  static constexpr int kDeepest = 4;
+
+  std::uint8_t next() {
+    if (input_.empty()) {
+      return 0;
+    }
+    const std::uint8_t byte = input_.front();
+    input_ = input_.subspan(1);
+    return byte;
+  }
+
+  void message() {
+    const std::uint8_t kind = next();
+    const MouseKeys keys(next());
+    const PixelPoint at{next() - 64, next() - 64};
+    switch (kind % 12) {
+      case 0:
+        return navigation_.leftDown(at, keys);
+      case 1:
+        return navigation_.leftUp(at, keys);
+      case 2:
+        return navigation_.middleDown(at, keys);
+      case 3:
+        return navigation_.middleUp(at);
+      case 4:
+        return navigation_.mouseLeave();
+      case 5:
+        return navigation_.wheel(at.x, at);
+      case 6:
+        return loseCapture();
+      case 7:
+        captured_ = false;
+        return navigation_.close();
+      case 8:
+        return navigation_.mode().set(at.x % 8 - 2);
+      case 9:
+        navigation_.setMiddleButtonActive(at.x % 2 == 0);
+        return navigation_.setWindowSelection(at.y % 2 == 0);
+      default:
+        return navigation_.mouseMove(at, keys);
+    }
+  }
+
+  /// Foreign code that may let messages in.
+  void callOut() noexcept {
+    if (depth_ < kDeepest && next() % 4 == 1) {
+      ++depth_;
+      message();
+      --depth_;
+    }
+  }
+
+  void loseCapture() {
+    captured_ = false;
+    navigation_.captureLost();
+  }
+
+  void fireMouseDown(MouseButton, PixelPoint) noexcept override { callOut(); }
+  void fireMouseUp(MouseButton, PixelPoint) noexcept override { callOut(); }
+  void fireMouseMove(int, PixelPoint) noexcept override { callOut(); }
+  void fireMouseSelection(int, PixelPoint, const Names&) noexcept override { callOut(); }
+  void fireMouseOn(int, PixelPoint, const Names&) noexcept override { callOut(); }
+  void fireWindowSelection(int, const SelectionRectangle&, const Names&) noexcept override {
+    callOut();
+  }
+  void captureMouse() noexcept override {
+    captured_ = true;
+    callOut();
+  }
+  void releaseMouse() noexcept override {
+    if (captured_) {
+      loseCapture();
+    }
+    callOut();
+  }
+  void trackMouseLeave() noexcept override { callOut(); }
+  void repaint() noexcept override { callOut(); }
+  void zoomAbout(PixelPoint, double) noexcept override {}
+  bool hasSelectables() const noexcept override { return true; }
+  bool drawsCursor() const noexcept override { return true; }
+  PickRecords pickAt(PixelPoint) noexcept override {
+    callOut();
+    return {};
+  }
+  PickRecords pickWithin(const SelectionRectangle&) noexcept override {
+    callOut();
+    return {};
+  }
+
+  std::span<const std::uint8_t> input_;
+  ViewState3D view_;
+  MouseNavigation navigation_{view_, *this};
+  bool captured_ = false;
+  int depth_ = 0;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Session({data, size}).run();
+  return 0;
+}

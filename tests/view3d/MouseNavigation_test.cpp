@@ -1,0 +1,874 @@
+#include "view3d/MouseNavigation.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/CameraChecks.h"
+#include "support/GeometryChecks.h"
+#include "support/RecordingNavigationHost.h"
+
+namespace zyn {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+constexpr MouseKeys kNone;
+constexpr MouseKeys kLeft(MouseKeys::kLeft);
+constexpr MouseKeys kMiddle(MouseKeys::kMiddle);
+constexpr MouseKeys kShift(MouseKeys::kShift);
+constexpr MouseKeys kControl(MouseKeys::kControl);
+constexpr MouseKeys kLeftControl(MouseKeys::kLeft | MouseKeys::kControl);
+constexpr MouseKeys kLeftShift(MouseKeys::kLeft | MouseKeys::kShift);
+constexpr MouseKeys kMiddleControl(MouseKeys::kMiddle | MouseKeys::kControl);
+constexpr MouseKeys kMiddleShift(MouseKeys::kMiddle | MouseKeys::kShift);
+
+/// Two hits: 8 in front of 5 and 6.
+PickRecords twoHits() {
+  const std::vector<std::uint32_t> buffer{2, 4000, 5000, 5, 6, 1, 2000, 3000, 8};
+  return PickRecords(buffer, 2);
+}
+
+/// A view of 400 by 200 pixels on the cube of side 1 about the origin, seen from +Z: a view
+/// rectangle of 2 by 1, the eye at distance sqrt(3).
+class MouseNavigationTest : public testing::Test {
+ protected:
+  MouseNavigationTest() {
+    view_.setClientSize({400, 200});
+    view_.setSceneBox(Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5});
+    view_.initView(0, [] { return std::optional<Box3>(); });
+    view_.showAxis(AxisView::XYp, 0);
+    navigation_.mouseMove({1, 1}, kNone);
+    host_.take();
+  }
+
+  void press(PixelPoint at) { navigation_.leftDown(at, kLeft); }
+  void move(PixelPoint at) { navigation_.mouseMove(at, kLeft); }
+  void release(PixelPoint at) { navigation_.leftUp(at, kNone); }
+
+  /// How many earlier cameras there are.
+  std::size_t historyLength() const { return view_.history().count(); }
+
+  const CParamsVue3D& camera() const { return *view_.camera(); }
+
+  ViewState3D view_;
+  test::RecordingNavigationHost host_;
+  MouseNavigation navigation_{view_, host_};
+};
+
+TEST_F(MouseNavigationTest, Defaults) {
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_FALSE(navigation_.windowSelection());
+  EXPECT_FALSE(navigation_.selectSuperpose());
+  EXPECT_TRUE(navigation_.middleButtonActive());
+  EXPECT_FALSE(navigation_.middleButtonInverse());
+  EXPECT_EQ(navigation_.middleButtonAcceleration(), 1.0);
+}
+
+TEST_F(MouseNavigationTest, APressFiresBeforeAnythingElse) {
+  const std::size_t before = historyLength();
+  host_.handlers["MouseDown"] = [&] {
+    EXPECT_EQ(historyLength(), before);
+    EXPECT_EQ(host_.calls.size(), 1U);
+  };
+  press({10, 20});
+  EXPECT_EQ(host_.take(), (Calls{"MouseDown 0 10,20", "capture"}));
+  EXPECT_EQ(historyLength(), before + 1);
+}
+
+TEST_F(MouseNavigationTest, EveryPressKeepsTheCameraInTheHistory) {
+  const CParamsVue3D before(camera());
+  navigation_.mode().set(0);
+  press({10, 20});
+  release({10, 20});
+  navigation_.mode().set(MouseMode::kPan);
+  press({10, 20});
+  move({50, 90});
+  release({50, 90});
+  EXPECT_TRUE(view_.lastView());
+  expectSameView(camera(), before);
+}
+
+TEST_F(MouseNavigationTest, AReleaseFiresThenReleasesTheCaptureThenRepaints) {
+  press({10, 20});
+  host_.take();
+  release({15, 20});
+  EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 15,20", "release", "repaint"}));
+}
+
+TEST_F(MouseNavigationTest, RightAndMiddleFire) {
+  navigation_.rightDown({1, 2});
+  navigation_.rightUp({3, 4});
+  EXPECT_EQ(host_.take(), (Calls{"MouseDown 1 1,2", "MouseUp 1 3,4"}));
+  navigation_.middleDown({5, 6}, kMiddle);
+  navigation_.middleUp({7, 8});
+  EXPECT_EQ(host_.take(), (Calls{"MouseDown 2 5,6", "capture", "MouseUp 2 7,8", "release"}));
+}
+
+TEST_F(MouseNavigationTest, MovesFireWithTheirKey) {
+  navigation_.mouseMove({1, 2}, kNone);
+  navigation_.mouseMove({3, -4}, kControl);
+  navigation_.mouseMove({5, 6}, kShift);
+  navigation_.mouseMove({7, 8}, kLeft);
+  EXPECT_EQ(host_.take(),
+            (Calls{"MouseMove 0 1,2", "MouseMove 1 3,-4", "MouseMove 2 5,6", "MouseMove 3 7,8"}));
+}
+
+TEST_F(MouseNavigationTest, WithoutACameraOnlyEventsFire) {
+  ViewState3D empty;
+  empty.setClientSize({400, 200});
+  MouseNavigation navigation(empty, host_);
+  host_.selectables = true;
+  navigation.mode().set(MouseMode::kSelect);
+  navigation.setWindowSelection(true);
+  navigation.mouseMove({5, 5}, kNone);
+  navigation.leftDown({10, 20}, kLeft);
+  navigation.mouseMove({60, 70}, kLeft);
+  EXPECT_FALSE(navigation.rubberBand());
+  navigation.leftUp({60, 70}, kNone);
+  navigation.wheel(120, {1, 1});
+  EXPECT_EQ(host_.take(), (Calls{"track", "MouseMove 0 5,5", "MouseDown 0 10,20",
+                                 "MouseMove 3 60,70", "MouseUp 0 60,70", "repaint"}));
+  EXPECT_FALSE(empty.history().head());
+}
+
+TEST_F(MouseNavigationTest, OneShotModeEndsWithoutACameraToo) {
+  ViewState3D empty;
+  MouseNavigation navigation(empty, host_);
+  navigation.mode().set(MouseMode::kSelectOnce);
+  navigation.leftDown({10, 20}, kLeft);
+  navigation.leftUp({60, 70}, kNone);
+  EXPECT_EQ(navigation.mode().value(), 2);
+}
+
+// Camera moves. 40 pixels are a tenth of the width, 20 pixels a tenth of the height.
+
+TEST_F(MouseNavigationTest, PanKeepsTheScenePointUnderThePointer) {
+  navigation_.mode().set(MouseMode::kPan);
+  press({100, 100});
+  move({140, 80});
+  // To the right by 0.1 x 2: the camera goes left; upwards by 0.1 x 1: it goes down.
+  expectNear(camera().target(), Point(-0.2F, -0.1F, 0), 1e-7);
+  // Each translation moves the eye back by twice its length.
+  expectNear(camera().eye(), Point(-0.2F, -0.1F, std::sqrt(3.0) + 0.4 + 0.2), 1e-7);
+  EXPECT_EQ(host_.count("repaint"), 1);
+}
+
+TEST_F(MouseNavigationTest, RatiosAreSinglePrecision) {
+  navigation_.mode().set(MouseMode::kPan);
+  press({100, 100});
+  move({101, 100});
+  EXPECT_EQ(camera().target().x, -static_cast<double>(1.0F / 400.0F) * 2.0);
+  release({101, 100});
+  view_.setClientSize({300, 200});
+  press({100, 100});
+  const double before = camera().target().x;
+  move({101, 100});
+  EXPECT_EQ(camera().target().x, before - static_cast<double>(1.0F / 300.0F) * 2.0);
+}
+
+TEST_F(MouseNavigationTest, AFullWidthTurnsAllTheWayRound) {
+  press({0, 100});
+  move({400, 100});
+  expectNear(camera().eye(), Point(0, 0, std::sqrt(3.0)), 1e-6);
+  move({300, 100});  // a quarter back
+  expectNear(camera().eye(), Point(std::sqrt(3.0), 0, 0), 1e-6);
+  expectNear(camera().up(), Vecteur(0, 1, 0), 1e-6);
+}
+
+TEST_F(MouseNavigationTest, RotationTurnsByMinusTheRatio) {
+  press({100, 100});
+  move({200, 100});
+  expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
+}
+
+TEST_F(MouseNavigationTest, RotationUpwardsLooksFromAbove) {
+  press({100, 100});
+  move({100, 50});
+  expectNear(camera().eye(), Point(0, std::sqrt(3.0), 0), 1e-6);
+  expectNear(camera().up(), Vecteur(0, 0, -1), 1e-6);
+}
+
+TEST_F(MouseNavigationTest, RotationGoesSidewaysFirst) {
+  CParamsVue3D expected(camera());
+  expected.rotateH(-36.0);
+  expected.rotateV(36.0);
+  press({100, 100});
+  move({140, 120});
+  expectNear(camera().eye(), expected.eye(), 1e-6);
+  expectNear(camera().up(), expected.up(), 1e-6);
+}
+
+TEST_F(MouseNavigationTest, ZoomDividesByOneMinusThreeRatios) {
+  const std::size_t before = historyLength();
+  navigation_.mode().set(MouseMode::kZoom);
+  press({100, 100});
+  move({100, 80});
+  EXPECT_NEAR(camera().width(), 2 / 0.7, 1e-6);
+  EXPECT_NEAR(camera().height(), 1 / 0.7, 1e-6);
+  move({150, 100});  // 20 pixels down
+  EXPECT_NEAR(camera().width(), 2 / 0.7 / 1.3, 1e-6);
+  EXPECT_EQ(historyLength(), before + 3) << "the press and two steps";
+}
+
+TEST_F(MouseNavigationTest, AnyZoomCoefficientIsSurvived) {
+  view_.setClientSize({300, 300});
+  navigation_.mode().set(MouseMode::kZoom);
+  press({100, 200});
+  move({100, 100});  // coefficient 0
+  EXPECT_TRUE(std::isinf(camera().width()));
+  move({110, 90});
+  move({130, 290});
+  release({130, 290});
+  view_.initView(0, [] { return std::optional<Box3>(); });
+  EXPECT_NEAR(camera().width(), std::sqrt(3.0), 1e-12);
+}
+
+TEST_F(MouseNavigationTest, EachStepStartsWhereTheLastEnded) {
+  navigation_.mode().set(MouseMode::kPan);
+  press({100, 100});
+  move({120, 100});
+  move({140, 100});
+  move({140, 100});  // as the system repeats moves
+  expectNear(camera().target(), Point(-0.2F, 0, 0), 1e-7);
+  EXPECT_EQ(host_.count("repaint"), 2);
+  EXPECT_EQ(host_.count("MouseMove"), 3);
+}
+
+TEST_F(MouseNavigationTest, OtherModesOnlyFireEvents) {
+  const CParamsVue3D before(camera());
+  for (const std::int32_t mode : {0, 5, -3, 32767, -32768, -1, -2, 4}) {
+    navigation_.mode().set(mode);
+    press({100, 100});
+    move({150, 150});
+    expectSameView(camera(), before);
+    EXPECT_EQ(host_.calls.back(), "MouseMove 3 150,150");
+    release({150, 150});
+  }
+}
+
+TEST_F(MouseNavigationTest, AHostMayChangeTheModeDuringADrag) {
+  navigation_.mode().set(MouseMode::kPan);
+  press({100, 100});
+  move({120, 100});
+  const CParamsVue3D panned(camera());
+  navigation_.mode().set(0);
+  move({140, 100});
+  expectSameView(camera(), panned);
+  navigation_.mode().set(MouseMode::kZoom);
+  move({140, 80});  // counted from the last step that moved the camera
+  EXPECT_NEAR(camera().height(), 1 / 0.7, 1e-6);
+}
+
+TEST_F(MouseNavigationTest, NothingMovesInAnEmptyClientArea) {
+  press({100, 100});
+  view_.setClientSize({0, 0});
+  const CParamsVue3D before(camera());
+  move({150, 150});
+  expectSameView(camera(), before);
+}
+
+// The middle button.
+
+TEST_F(MouseNavigationTest, TheMiddleButtonPansUntilTheFirstMoveThenFollowsTheKeys) {
+  navigation_.middleDown({100, 100}, kMiddle);
+  EXPECT_EQ(navigation_.mode().value(), 1);
+  navigation_.mouseMove({100, 100}, kMiddle);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  navigation_.mouseMove({100, 100}, kMiddleShift);
+  EXPECT_EQ(navigation_.mode().value(), 3);
+  navigation_.mouseMove({100, 100}, kMiddleControl);
+  EXPECT_EQ(navigation_.mode().value(), 1);
+  navigation_.mouseMove({100, 100},
+                        MouseKeys(MouseKeys::kMiddle | MouseKeys::kControl | MouseKeys::kShift));
+  EXPECT_EQ(navigation_.mode().value(), 1);
+}
+
+TEST_F(MouseNavigationTest, TheMiddleButtonRotatesPansAndZooms) {
+  navigation_.mode().set(-1);
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.mouseMove({200, 100}, kMiddle);
+  expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
+  navigation_.mouseMove({200, 80}, kMiddleShift);
+  EXPECT_NEAR(camera().height(), 1 / 0.7, 1e-6);
+  const double before = camera().target().y;
+  navigation_.mouseMove({200, 100}, kMiddleControl);
+  EXPECT_NEAR(camera().target().y, before + 0.1 * camera().height(), 1e-6);
+  navigation_.middleUp({200, 100});
+  EXPECT_EQ(navigation_.mode().value(), -1);
+}
+
+TEST_F(MouseNavigationTest, AMiddlePressRecordsNoHistory) {
+  const std::size_t before = historyLength();
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.mouseMove({200, 100}, kMiddle);
+  navigation_.middleUp({200, 100});
+  EXPECT_EQ(historyLength(), before);
+}
+
+TEST_F(MouseNavigationTest, AnInactiveMiddleButtonOnlyFires) {
+  navigation_.setMiddleButtonActive(false);
+  const CParamsVue3D before(camera());
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.mouseMove({200, 100}, kMiddleShift);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  navigation_.middleUp({200, 100});
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  expectSameView(camera(), before);
+  EXPECT_EQ(host_.take(), (Calls{"MouseDown 2 100,100", "capture", "MouseMove 2 200,100",
+                                 "MouseUp 2 200,100", "release"}));
+}
+
+TEST_F(MouseNavigationTest, SwitchingTheMiddleButtonOffEndsItsMode) {
+  navigation_.mode().set(-1);
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.setMiddleButtonActive(false);
+  EXPECT_EQ(navigation_.mode().value(), -1);
+  const CParamsVue3D before(camera());
+  navigation_.mouseMove({200, 100}, kMiddle);
+  expectSameView(camera(), before);
+  navigation_.middleUp({200, 100});
+  EXPECT_EQ(navigation_.mode().value(), -1);
+}
+
+TEST_F(MouseNavigationTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
+  press({100, 100});
+  navigation_.middleDown({100, 100}, MouseKeys(MouseKeys::kLeft | MouseKeys::kMiddle));
+  host_.take();
+  navigation_.middleUp({100, 100});
+  EXPECT_EQ(host_.take(), Calls{"MouseUp 2 100,100"});
+  move({200, 100});
+  expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
+  host_.take();
+  release({200, 100});
+  EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,100", "release", "repaint"}));
+}
+
+TEST_F(MouseNavigationTest, OneShotModeOutlivesTheMiddleButton) {
+  navigation_.mode().set(3);
+  navigation_.mode().set(4);
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.middleUp({100, 100});
+  EXPECT_EQ(navigation_.mode().value(), 4);
+  press({100, 100});
+  release({150, 150});
+  EXPECT_EQ(navigation_.mode().value(), 3);
+}
+
+// Picks.
+
+TEST_F(MouseNavigationTest, APressInASelectionModePicks) {
+  host_.selectables = true;
+  host_.hits = twoHits();
+  for (const std::int32_t mode : {-1, -2}) {
+    navigation_.mode().set(mode);
+    press({10, 20});
+    EXPECT_EQ(host_.take(),
+              (Calls{"MouseDown 0 10,20", "capture", "pick 10,20", "MouseSelection 0 10,20 {8}"}));
+    release({10, 20});
+    host_.take();
+  }
+}
+
+TEST_F(MouseNavigationTest, TheKeyOfASelectionIsThatOfThePress) {
+  host_.selectables = true;
+  navigation_.mode().set(-1);
+  for (const auto& [keys, key] : {std::pair(kLeftControl, "1"), std::pair(kLeftShift, "2")}) {
+    navigation_.leftDown({10, 20}, keys);
+    EXPECT_EQ(host_.calls.back(), std::string("MouseSelection ") + key + " 10,20 {}");
+    release({10, 20});
+  }
+}
+
+TEST_F(MouseNavigationTest, SuperposedSelectionReportsEveryHit) {
+  host_.selectables = true;
+  host_.hits = twoHits();
+  navigation_.mode().set(-1);
+  navigation_.setSelectSuperpose(true);
+  press({10, 20});
+  EXPECT_EQ(host_.calls.back(), "MouseSelection 0 10,20 {5,6,8}");
+}
+
+TEST_F(MouseNavigationTest, OnlySelectionModesPickAtAPress) {
+  host_.selectables = true;
+  for (const std::int32_t mode : {1, 2, 3, 4, 0, 7, -3}) {
+    navigation_.mode().set(mode);
+    press({10, 20});
+    release({10, 20});
+  }
+  EXPECT_EQ(host_.count("pick"), 0);
+}
+
+TEST_F(MouseNavigationTest, WithoutSelectablesNothingIsPicked) {
+  navigation_.mode().set(-1);
+  press({10, 20});
+  release({10, 20});
+  navigation_.mouseMove({30, 30}, kNone);
+  EXPECT_EQ(host_.count("pick"), 0);
+  EXPECT_EQ(host_.count("MouseSelection"), 0);
+  EXPECT_EQ(host_.count("MouseOn"), 0);
+}
+
+TEST_F(MouseNavigationTest, HoveringReportsTheNearestHitBeforeTheMove) {
+  host_.selectables = true;
+  host_.hits = twoHits();
+  navigation_.setSelectSuperpose(true);
+  navigation_.mouseMove({30, 40}, kNone);
+  EXPECT_EQ(host_.take(), (Calls{"pick 30,40", "MouseOn 0 30,40 {8}", "MouseMove 0 30,40"}));
+  host_.hits = PickRecords();
+  navigation_.mouseMove({31, 40}, kShift);
+  EXPECT_EQ(host_.take(), (Calls{"pick 31,40", "MouseOn 2 31,40 {}", "MouseMove 2 31,40"}));
+}
+
+TEST_F(MouseNavigationTest, NothingIsPickedTwiceForOnePosition) {
+  host_.selectables = true;
+  navigation_.mouseMove({30, 40}, kNone);
+  navigation_.mouseMove({30, 40}, kControl);
+  EXPECT_EQ(host_.take(),
+            (Calls{"pick 30,40", "MouseOn 0 30,40 {}", "MouseMove 0 30,40", "MouseMove 1 30,40"}));
+  navigation_.mouseLeave();
+  navigation_.mouseMove({30, 40}, kNone);
+  EXPECT_EQ(host_.count("pick"), 1);
+}
+
+TEST_F(MouseNavigationTest, NothingIsPickedWhileAButtonIsHeld) {
+  host_.selectables = true;
+  for (const std::uint32_t button : {0x01U, 0x02U, 0x10U, 0x20U, 0x40U}) {
+    navigation_.mouseMove({30, static_cast<int>(button)}, MouseKeys(button));
+  }
+  navigation_.mode().set(0);
+  press({10, 10});
+  navigation_.mouseMove({31, 40}, kLeft);
+  release({31, 40});
+  EXPECT_EQ(host_.count("pick"), 0);
+  navigation_.mouseMove({31, 40}, kNone);
+  EXPECT_EQ(host_.count("pick"), 1);
+}
+
+// The rubber band.
+
+TEST_F(MouseNavigationTest, ARubberBandSelects) {
+  navigation_.mode().set(-1);
+  navigation_.setWindowSelection(true);
+  host_.hits = twoHits();
+  press({100, 150});
+  EXPECT_FALSE(navigation_.rubberBand());
+  move({200, 50});
+  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
+  move({250, 25});
+  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
+  EXPECT_EQ(host_.count("repaint"), 2);
+  host_.take();
+  release({250, 25});
+  const std::string rectangle = "-0.25:0.125,-0.25:0.375,1,1";
+  EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 250,25", "release", "pickWithin " + rectangle,
+                                 "WindowSelection 0 " + rectangle + " {5,6,8}", "repaint"}));
+  EXPECT_FALSE(navigation_.rubberBand());
+  EXPECT_EQ(navigation_.mode().value(), -1);
+}
+
+TEST_F(MouseNavigationTest, TheKeyOfAWindowSelectionIsThatOfTheRelease) {
+  navigation_.mode().set(-2);
+  navigation_.setWindowSelection(true);
+  for (const auto& [keys, key] : {std::pair(kControl, 1), std::pair(kShift, 2)}) {
+    navigation_.leftDown({250, 25}, kLeft);
+    navigation_.leftUp({100, 150}, keys);
+    EXPECT_EQ(host_.calls[host_.calls.size() - 2],
+              "WindowSelection " + std::to_string(key) + " -0.25:0.125,-0.25:0.375,-1,-1 {}");
+  }
+}
+
+TEST_F(MouseNavigationTest, ARectangleWithoutAPixelSelectsNothing) {
+  navigation_.mode().set(-1);
+  navigation_.setWindowSelection(true);
+  for (const PixelPoint end : {PixelPoint{100, 100}, {100, 150}, {150, 100}}) {
+    press({100, 100});
+    move({200, 200});
+    release(end);
+  }
+  EXPECT_EQ(host_.count("pickWithin") + host_.count("WindowSelection"), 0);
+  EXPECT_EQ(host_.count("repaint"), 6);
+}
+
+TEST_F(MouseNavigationTest, WithoutWindowSelectionThereIsNoRubberBand) {
+  navigation_.mode().set(-1);
+  press({100, 100});
+  move({200, 150});
+  EXPECT_FALSE(navigation_.rubberBand());
+  release({200, 150});
+  EXPECT_EQ(host_.count("WindowSelection"), 0);
+}
+
+TEST_F(MouseNavigationTest, WindowSelectionNeedsASelectionMode) {
+  navigation_.setWindowSelection(true);
+  for (const std::int32_t mode : {0, 1, 2, 3, 5}) {
+    navigation_.mode().set(mode);
+    press({100, 100});
+    move({120, 130});
+    EXPECT_FALSE(navigation_.rubberBand());
+    release({120, 130});
+  }
+  EXPECT_EQ(host_.count("WindowSelection"), 0);
+}
+
+TEST_F(MouseNavigationTest, ModeFourSelectsOnce) {
+  host_.selectables = true;
+  navigation_.mode().set(3);
+  navigation_.mode().set(4);
+  press({100, 150});
+  move({250, 25});
+  EXPECT_TRUE(navigation_.rubberBand());
+  EXPECT_EQ(host_.count("MouseSelection"), 0);
+  host_.handlers["WindowSelection"] = [&] { EXPECT_EQ(navigation_.mode().value(), 4); };
+  release({250, 25});
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+  EXPECT_EQ(navigation_.mode().value(), 3);
+  press({100, 150});
+  release({250, 25});
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+}
+
+TEST_F(MouseNavigationTest, ModeFourEndsAfterAnEmptyRectangleToo) {
+  navigation_.mode().set(4);
+  press({100, 150});
+  release({100, 150});
+  EXPECT_EQ(host_.count("WindowSelection"), 0);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+// Entering and leaving.
+
+TEST_F(MouseNavigationTest, LeavingIsTrackedOnceAVisit) {
+  EXPECT_TRUE(navigation_.isMouseInside());
+  navigation_.mouseMove({2, 2}, kNone);
+  EXPECT_EQ(host_.count("track"), 0);
+  navigation_.mouseLeave();
+  EXPECT_FALSE(navigation_.isMouseInside());
+  navigation_.mouseMove({3, 3}, kNone);
+  navigation_.mouseMove({4, 4}, kNone);
+  EXPECT_TRUE(navigation_.isMouseInside());
+  EXPECT_EQ(host_.take(),
+            (Calls{"MouseMove 0 2,2", "track", "MouseMove 0 3,3", "MouseMove 0 4,4"}));
+}
+
+TEST_F(MouseNavigationTest, TheCursorGlyphComesAndGoes) {
+  host_.cursor = true;
+  navigation_.mouseLeave();
+  EXPECT_EQ(host_.take(), Calls{"repaint"});
+  navigation_.mouseMove({3, 3}, kNone);
+  EXPECT_EQ(host_.take(), (Calls{"repaint", "track", "MouseMove 0 3,3"}));
+}
+
+// The wheel.
+
+TEST_F(MouseNavigationTest, ANotchZoomsAboutTheLastPosition) {
+  view_.setClientSize({800, 600});
+  navigation_.mouseMove({30, 40}, kNone);
+  host_.take();
+  navigation_.wheel(120, {500, 500});
+  EXPECT_EQ(host_.take(), (Calls{"zoom 30,40 0.96", "repaint"}));
+  navigation_.wheel(-120, {500, 500});
+  EXPECT_EQ(host_.take(), (Calls{"zoom 30,40 1.04", "repaint"}));
+}
+
+TEST_F(MouseNavigationTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
+  MouseNavigation navigation(view_, host_);
+  navigation.wheel(100, {50, 60});
+  EXPECT_EQ(host_.calls.front(), "zoom 50,60 0.9");
+}
+
+TEST_F(MouseNavigationTest, TheWheelIsInvertedAndAccelerated) {
+  navigation_.setMiddleButtonInverse(true);
+  navigation_.wheel(100, {});
+  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.1");
+  navigation_.setMiddleButtonAcceleration(2.5);
+  navigation_.wheel(100, {});
+  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.25");
+}
+
+TEST_F(MouseNavigationTest, TurnsAreTruncatedTowardsZero) {
+  navigation_.setMiddleButtonAcceleration(0.0999);
+  navigation_.wheel(100, {});  // 9.99
+  EXPECT_EQ(host_.take().front(), "zoom 1,1 0.991");
+  navigation_.wheel(-100, {});
+  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.009");
+  navigation_.setMiddleButtonAcceleration(0.0099);
+  navigation_.wheel(100, {});
+  EXPECT_EQ(host_.take().front(), "zoom 1,1 1");
+}
+
+TEST_F(MouseNavigationTest, AnyAccelerationIsSurvived) {
+  for (const double factor : {1e300, -1e300, std::numeric_limits<double>::infinity(),
+                              std::numeric_limits<double>::quiet_NaN()}) {
+    navigation_.setMiddleButtonAcceleration(factor);
+    navigation_.wheel(120, {});
+    navigation_.wheel(0, {});
+  }
+  EXPECT_EQ(host_.count("zoom"), 8);
+}
+
+TEST_F(MouseNavigationTest, TheWheelDoesNothingInAnEmptyClientArea) {
+  view_.setClientSize({400, 0});
+  navigation_.wheel(120, {});
+  EXPECT_EQ(host_.take(), Calls());
+}
+
+// Ends.
+
+TEST_F(MouseNavigationTest, AReleaseWithoutAPressOnlyFires) {
+  navigation_.mode().set(4);
+  navigation_.setWindowSelection(true);
+  release({200, 150});
+  navigation_.middleUp({200, 150});
+  EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,150", "MouseUp 2 200,150"}));
+  EXPECT_EQ(navigation_.mode().value(), 4);
+}
+
+TEST_F(MouseNavigationTest, TheSecondReleaseOfADoubleClickOnlyFires) {
+  navigation_.mode().set(4);
+  press({100, 100});
+  release({150, 150});
+  navigation_.mode().set(4);
+  host_.take();
+  release({200, 200});
+  EXPECT_EQ(host_.take(), Calls{"MouseUp 0 200,200"});
+  EXPECT_EQ(navigation_.mode().value(), 4);
+}
+
+TEST_F(MouseNavigationTest, ALostCaptureEndsADragOnce) {
+  navigation_.mode().set(4);
+  press({100, 100});
+  move({150, 150});
+  host_.take();
+  navigation_.captureLost();
+  EXPECT_EQ(host_.take(), Calls{"repaint"});
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_FALSE(navigation_.rubberBand());
+  navigation_.captureLost();
+  EXPECT_EQ(host_.take(), Calls());
+  const CParamsVue3D before(camera());
+  move({200, 200});
+  release({200, 200});
+  expectSameView(camera(), before);
+  EXPECT_EQ(host_.take(), (Calls{"MouseMove 3 200,200", "MouseUp 0 200,200"}));
+}
+
+TEST_F(MouseNavigationTest, ALostCaptureEndsMiddleNavigation) {
+  navigation_.mode().set(-1);
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.captureLost();
+  EXPECT_EQ(navigation_.mode().value(), -1);
+  const CParamsVue3D before(camera());
+  navigation_.mouseMove({200, 200}, kMiddle);
+  expectSameView(camera(), before);
+}
+
+TEST_F(MouseNavigationTest, ALostCaptureWithoutADragLeavesModesAlone) {
+  navigation_.mode().set(4);
+  navigation_.captureLost();
+  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(host_.take(), Calls());
+}
+
+TEST_F(MouseNavigationTest, ReleasingTheCaptureReportsItAsLost) {
+  host_.handlers["release"] = [&] { navigation_.captureLost(); };
+  navigation_.mode().set(-1);
+  navigation_.setWindowSelection(true);
+  press({100, 150});
+  host_.take();
+  release({250, 25});
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+  EXPECT_EQ(host_.count("repaint"), 1);
+}
+
+TEST_F(MouseNavigationTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
+  navigation_.mode().set(4);
+  press({100, 100});
+  move({150, 150});
+  host_.take();
+  navigation_.mouseMove({200, 100}, kNone);
+  EXPECT_EQ(host_.take(), (Calls{"repaint", "release", "MouseMove 0 200,100"}));
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.mouseMove({100, 100}, kShift);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  host_.take();
+  release({200, 100});
+  navigation_.middleUp({200, 100});
+  EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,100", "MouseUp 2 200,100"}));
+}
+
+TEST_F(MouseNavigationTest, APressThatDoesNotReportItsButtonIsBelieved) {
+  navigation_.leftDown({100, 100}, kNone);
+  navigation_.mouseMove({200, 100}, kNone);
+  expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
+  navigation_.leftUp({200, 100}, kNone);
+  EXPECT_EQ(host_.calls.back(), "repaint");
+}
+
+TEST_F(MouseNavigationTest, APressAfterAMissedReleaseStartsAnew) {
+  navigation_.mode().set(4);
+  press({10, 10});
+  move({20, 20});
+  press({100, 150});
+  EXPECT_FALSE(navigation_.rubberBand());
+  move({250, 25});
+  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
+  release({250, 25});
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+// What event handlers do.
+
+TEST_F(MouseNavigationTest, AReleaseWithinThePressEventLeavesNoDrag) {
+  const CParamsVue3D before(camera());
+  const std::size_t history = historyLength();
+  host_.handlers["MouseDown"] = [&] {
+    release({100, 100});
+    navigation_.middleUp({100, 100});
+  };
+  press({100, 100});
+  navigation_.middleDown({100, 100}, kMiddle);
+  navigation_.mouseMove({200, 100}, kNone);
+  expectSameView(camera(), before);
+  EXPECT_EQ(historyLength(), history);
+  EXPECT_EQ(host_.count("capture"), 0);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+TEST_F(MouseNavigationTest, TheEndOfModesWithinThePressEventLeavesNoDrag) {
+  host_.handlers["MouseDown"] = [&] { navigation_.captureLost(); };
+  press({100, 100});
+  navigation_.middleDown({100, 100}, kMiddle);
+  EXPECT_EQ(host_.count("capture"), 0);
+}
+
+TEST_F(MouseNavigationTest, TheModeIsReadAfterThePressEvent) {
+  host_.handlers["MouseDown"] = [&] { navigation_.mode().set(MouseMode::kPan); };
+  press({100, 100});
+  move({140, 100});
+  expectNear(camera().target(), Point(-0.2F, 0, 0), 1e-7);
+}
+
+TEST_F(MouseNavigationTest, MovesWithinTheReleaseEventDragNoMore) {
+  navigation_.mode().set(4);
+  const CParamsVue3D before(camera());
+  press({100, 150});
+  host_.handlers["MouseUp"] = [&] {
+    navigation_.mouseMove({300, 10}, kNone);
+    EXPECT_FALSE(navigation_.rubberBand());
+  };
+  release({250, 25});
+  expectSameView(camera(), before);
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+}
+
+TEST_F(MouseNavigationTest, APressWithinTheReleaseEventIsNotEndedByIt) {
+  navigation_.mode().set(4);
+  press({10, 10});
+  host_.handlers["MouseUp"] = [&] {
+    host_.handlers.clear();
+    press({100, 150});
+    move({200, 50});
+  };
+  release({50, 50});
+  EXPECT_EQ(host_.count("WindowSelection"), 0);
+  EXPECT_EQ(host_.count("release"), 0);
+  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
+  release({250, 25});
+  EXPECT_EQ(host_.count("WindowSelection"), 1);
+  EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+TEST_F(MouseNavigationTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
+  host_.handlers["MouseUp"] = [&] { navigation_.mode().set(4); };
+  press({10, 10});
+  release({50, 50});
+  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(host_.count("WindowSelection"), 0);
+}
+
+TEST_F(MouseNavigationTest, AModeSetInTheSelectionEventStays) {
+  navigation_.mode().set(4);
+  host_.handlers["WindowSelection"] = [&] { navigation_.mode().set(MouseMode::kZoom); };
+  press({10, 10});
+  release({50, 50});
+  EXPECT_EQ(navigation_.mode().value(), 3);
+}
+
+TEST_F(MouseNavigationTest, TheCaptureMayBeLostWhileItIsTaken) {
+  host_.handlers["capture"] = [&] { navigation_.captureLost(); };
+  press({100, 100});
+  const CParamsVue3D before(camera());
+  move({200, 100});
+  expectSameView(camera(), before);
+}
+
+TEST_F(MouseNavigationTest, AMoveWithinAPickPicksNoPositionTwice) {
+  host_.selectables = true;
+  host_.handlers["pick"] = [&] { navigation_.mouseMove({30, 40}, kNone); };
+  navigation_.mouseMove({30, 40}, kNone);
+  EXPECT_EQ(host_.count("pick"), 1);
+}
+
+/// Closes the view in one kind of call: no call comes after it.
+class ClosingViewTest : public MouseNavigationTest,
+                        public testing::WithParamInterface<const char*> {
+ protected:
+  void run(const std::function<void()>& message) {
+    const std::size_t before = host_.calls.size();
+    bool closed = false;
+    host_.handlers[GetParam()] = [&] {
+      navigation_.close();
+      closed = true;
+      callsAtClose_ = host_.calls.size();
+    };
+    message();
+    if (closed) {
+      ++closings_;
+      EXPECT_EQ(host_.calls.size(), callsAtClose_) << host_.calls.back();
+    }
+    EXPECT_GE(host_.calls.size(), before);
+  }
+
+  std::size_t callsAtClose_ = 0;
+  int closings_ = 0;
+};
+
+TEST_P(ClosingViewTest, NothingFollows) {
+  host_.selectables = true;
+  host_.cursor = true;
+  navigation_.setWindowSelection(true);
+  for (const std::int32_t mode : {-1, 2, 4}) {
+    navigation_.mode().set(mode);
+    run([&] { press({100, 100}); });
+    run([&] { move({150, 150 + mode}); });
+    run([&] { release({150, 150 + mode}); });
+    run([&] { navigation_.middleDown({10, 10}, kMiddle); });
+    run([&] { navigation_.mouseMove({20, 20}, kMiddle); });
+    run([&] { navigation_.middleUp({20, 20}); });
+    run([&] { navigation_.mouseMove({30, 30 + mode}, kNone); });
+    run([&] { navigation_.wheel(120, {}); });
+    run([&] { navigation_.mouseLeave(); });
+    run([&] { press({100, 100}); });
+    run([&] { navigation_.captureLost(); });
+    run([&] { press({100, 100}); });
+    run([&] { navigation_.mouseMove({100, 100}, kNone); });
+  }
+  EXPECT_GT(closings_, 0);
+  EXPECT_FALSE(navigation_.rubberBand());
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryCall, ClosingViewTest,
+                         testing::Values("MouseDown", "MouseUp", "MouseMove", "MouseSelection",
+                                         "MouseOn", "WindowSelection", "capture", "release",
+                                         "track", "repaint", "pick", "pickWithin"));
+
+}  // namespace
+}  // namespace zyn
