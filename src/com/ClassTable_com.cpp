@@ -1,0 +1,14 @@
+#include "com/ClassTable_com.h"
+
+#include <algorithm>
+
+namespace zyn {
+
+const ClassEntry* findClass(ClassTable classes, REFCLSID id) {
+  const auto found = std::find_if(classes.begin(), classes.end(), [&](const ClassEntry& entry) {
+    return *entry.id == id && entry.create;
+  });
+  return found != classes.end() ? &*found : nullptr;
+}
+
+}  // namespace zyn

@@ -1,0 +1,113 @@
+#include "com/DllServer_com.h"
+
+// After windows.h:
+#include <objbase.h>
+
+#include <string>
+
+#include "com/ClassFactory_com.h"
+#include "com/ModuleHandle_win.h"
+#include "com/ModuleState_com.h"
+#include "com/Registrar_com.h"
+#include "com/TypeLibraryAttributes_com.h"
+#include "com/TypeLibraryRegistration_com.h"
+#include "com/automation_com.h"
+#include "com/guidText_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+void throwLastError() { throwIfFailed(HRESULT_FROM_WIN32(GetLastError())); }
+
+std::wstring loadScript(UINT number) {
+  const HRSRC found = FindResourceW(moduleHandle(), MAKEINTRESOURCEW(number), L"REGISTRY");
+  const HGLOBAL loaded = found ? LoadResource(moduleHandle(), found) : nullptr;
+  if (!loaded) {
+    throwLastError();
+  }
+  const auto* const text = static_cast<const char*>(LockResource(loaded));
+  return {text, text + SizeofResource(moduleHandle(), found)};
+}
+
+std::wstring libraryId() {
+  const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();
+  return guidText(TypeLibraryAttributes(*library.Get())->guid);
+}
+
+std::vector<ScriptKey> readScript(const ClassEntry& entry) {
+  return parseRegistrationScript(
+      loadScript(entry.registrationScript),
+      {{L"MODULE", modulePath()}, {L"CLSID", guidText(*entry.id)}, {L"LIBID", libraryId()}});
+}
+
+HRESULT registerAll(ClassTable classes, RegistrationScope scope) noexcept {
+  return boundary([&] {
+    for (const ClassEntry& entry : classes) {
+      applyScript(readScript(entry), scope);
+    }
+    registerTypeLibrary(scope);
+  });
+}
+
+HRESULT unregisterAll(ClassTable classes, RegistrationScope scope) noexcept {
+  return boundary([&] {
+    for (const ClassEntry& entry : classes) {
+      undoScript(readScript(entry), scope);
+    }
+    unregisterTypeLibrary(scope);
+  });
+}
+
+}  // namespace
+
+BOOL DllServer::onEvent(DWORD reason, const void* reserved) const noexcept {
+  if (reason == DLL_PROCESS_ATTACH) {
+    DisableThreadLibraryCalls(moduleHandle());
+  }
+  // When the process ends, the DLLs that the type information comes from may be gone already.
+  if (reason == DLL_PROCESS_DETACH && !reserved) {
+    ModuleState::instance().forgetTypes();
+  }
+  return TRUE;
+}
+
+HRESULT DllServer::getClassObject(REFCLSID id, REFIID iid, void** out) const noexcept {
+  if (!out) {
+    return E_POINTER;
+  }
+  *out = nullptr;
+  return boundary([&] {
+    if (beforeClassObject_) {
+      beforeClassObject_(id);
+    }
+    const ClassEntry* const entry = findClass(classes_, id);
+    return entry ? makeObject<ClassFactory>(entry->create).CopyTo(iid, out)
+                 : CLASS_E_CLASSNOTAVAILABLE;
+  });
+}
+
+HRESULT DllServer::canUnloadNow() const noexcept {
+  return ModuleState::instance().isLocked() ? S_FALSE : S_OK;
+}
+
+HRESULT DllServer::registerServer() const noexcept {
+  return registerAll(classes_, RegistrationScope::kMachine);
+}
+
+HRESULT DllServer::unregisterServer() const noexcept {
+  return unregisterAll(classes_, RegistrationScope::kMachine);
+}
+
+HRESULT DllServer::install(BOOL add, const wchar_t* commandLine) const noexcept {
+  const bool forUser = commandLine && _wcsicmp(commandLine, L"user") == 0;
+  if (!forUser && commandLine && *commandLine) {
+    return E_INVALIDARG;
+  }
+  const RegistrationScope scope = forUser ? RegistrationScope::kUser : RegistrationScope::kMachine;
+  return add ? registerAll(classes_, scope) : unregisterAll(classes_, scope);
+}
+
+}  // namespace zyn

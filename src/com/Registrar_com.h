@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "com/ClassesRoot_com.h"
+#include "com/RegistrationScript.h"
+
+namespace zyn {
+
+/// Writes to the registry what a registration script asks for. Throws the failure of the call that
+/// stopped it; what was written before stays.
+void applyScript(const std::vector<ScriptKey>& script, RegistrationScope scope);
+
+/// Removes what `applyScript` has written: values, keys that are empty then, and the keys that are
+/// the script's own with all they hold. What others have added to the other keys stays. Nothing to
+/// remove is no failure.
+void undoScript(const std::vector<ScriptKey>& script, RegistrationScope scope);
+
+}  // namespace zyn

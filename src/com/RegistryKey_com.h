@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+namespace zyn {
+
+struct CloseRegistryKey {
+  void operator()(HKEY key) const { RegCloseKey(key); }
+};
+
+/// An open registry key.
+using UniqueRegistryKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseRegistryKey>;
+
+/// Throws the failure of a registry call.
+void checkRegistry(LSTATUS status);
+
+/// The same for removals and openings: nothing there is no failure.
+void checkRegistryUnlessMissing(LSTATUS status);
+
+/// Opens the key, made if there is none.
+UniqueRegistryKey createKey(HKEY parent, const std::wstring& name);
+
+/// Opens the key; null if there is none.
+UniqueRegistryKey openKey(HKEY parent, const std::wstring& name);
+
+}  // namespace zyn

@@ -1,0 +1,69 @@
+#include "com/TypeLibraryRegistration_com.h"
+
+// After windows.h:
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <string>
+
+#include "com/ModuleHandle_win.h"
+#include "com/ModuleState_com.h"
+#include "com/TypeLibraryAttributes_com.h"
+#include "com/guidText_com.h"
+
+// Exported by oleaut32 since Windows Vista; MinGW's headers do not declare them.
+extern "C" {
+HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale,
+                                        SYSKIND kind);
+}
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// Wine's functions for the user write to HKEY_CLASSES_ROOT. While this lives, that is the user's
+/// part of it. On Windows, where they write to the right place by themselves, it changes nothing.
+class UserClassesAsRoot {
+ public:
+  UserClassesAsRoot() {
+    checkRegistry(
+        RegOverridePredefKey(HKEY_CLASSES_ROOT, ClassesRoot(RegistrationScope::kUser).get()));
+  }
+  UserClassesAsRoot(const UserClassesAsRoot&) = delete;
+  UserClassesAsRoot& operator=(const UserClassesAsRoot&) = delete;
+  ~UserClassesAsRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
+};
+
+}  // namespace
+
+void registerTypeLibrary(RegistrationScope scope) {
+  const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();
+  std::wstring path = modulePath();
+  if (scope == RegistrationScope::kMachine) {
+    throwIfFailed(RegisterTypeLib(library.Get(), path.data(), nullptr));
+    return;
+  }
+  const UserClassesAsRoot redirected;
+  throwIfFailed(RegisterTypeLibForUser(library.Get(), path.data(), nullptr));
+}
+
+void unregisterTypeLibrary(RegistrationScope scope) {
+  const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();
+  const TypeLibraryAttributes id(*library.Get());
+  if (!openKey(ClassesRoot(scope).get(), L"TypeLib\\" + guidText(id->guid))) {
+    return;
+  }
+  if (scope == RegistrationScope::kMachine) {
+    throwIfFailed(
+        UnRegisterTypeLib(id->guid, id->wMajorVerNum, id->wMinorVerNum, id->lcid, id->syskind));
+    return;
+  }
+  const UserClassesAsRoot redirected;
+  throwIfFailed(UnRegisterTypeLibForUser(id->guid, id->wMajorVerNum, id->wMinorVerNum, id->lcid,
+                                         id->syskind));
+}
+
+}  // namespace zyn

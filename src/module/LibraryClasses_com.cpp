@@ -1,0 +1,39 @@
+#include "module/LibraryClasses_com.h"
+
+#include "ZYNVUE.h"
+#include "com/ComClass_com.h"
+#include "glcontext/PixelFormats_win.h"
+#include "module/CZYNVue2DChild_com.h"
+#include "module/resource.h"
+#include "objects/CZYNGLTriangle_com.h"
+#include "offscreen/CZYN3DGLBitmapContext_com.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr CreateFunction kNotOffered = nullptr;
+
+const ClassEntry kClasses[] = {
+    {&CLSID_ZYNVue2D, kNotOffered, IDR_ZYNVUE2D},
+    {&CLSID_ZYNVue3D, kNotOffered, IDR_ZYNVUE3D},
+    {&CLSID_ZYNGLTriangle, createInstance<CZYNGLTriangle>, IDR_ZYNGLTRIANGLE},
+    {&CLSID_ZYNGLTexte, kNotOffered, IDR_ZYNGLTEXTE},
+    {&CLSID_ZYNGLBitmap, kNotOffered, IDR_ZYNGLBITMAP},
+    {&CLSID_ZYN2DGLBitmapContext, kNotOffered, IDR_ZYN2DGLBITMAPCONTEXT},
+    {&CLSID_ZYN3dGLBitmapContext, createInstance<CZYN3DGLBitmapContext>, IDR_ZYN3DGLBITMAPCONTEXT},
+    {&CLSID_ZYNVue2DChild, createInstance<CZYNVue2DChild>, IDR_ZYNVUE2DCHILD},
+    {&CLSID_ZYNGLCote, kNotOffered, IDR_ZYNGLCOTE},
+};
+
+}  // namespace
+
+ClassTable libraryClasses() { return kClasses; }
+
+void choosePixelFormatsFor(REFCLSID id) {
+  if (id == CLSID_ZYN2DGLBitmapContext || id == CLSID_ZYN3dGLBitmapContext) {
+    probeBitmapPixelFormat();
+  }
+}
+
+}  // namespace zyn
