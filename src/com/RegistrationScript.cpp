@@ -35,7 +35,7 @@ class Parser {
       : scanner_(text, replacements), token_(scanner_.next()) {}
 
   std::vector<ScriptKey> parse() {
-    if (!isSame(word("HKCR").text, L"HKCR")) {
+    if (!acceptKeyword(L"HKCR")) {
       fail("HKCR expected");
     }
     expect(ScriptToken::Kind::kOpen, "'{' expected after HKCR");
