@@ -140,15 +140,11 @@ class ZYNList<T>::Walk {
   }
   Walk(const Walk&) = delete;
   Walk& operator=(const Walk&) = delete;
-  ~Walk() {
-    if (!list_) {
-      return;
+  /// Not inlined: GCC 12 then takes the list, while it is walked, for one that keeps a dead walk.
+  [[gnu::noinline]] ~Walk() {
+    if (list_) {
+      list_->walks_ = otherWalk_;
     }
-    Walk** entry = &list_->walks_;
-    while (*entry != this) {
-      entry = &(*entry)->otherWalk_;
-    }
-    *entry = otherWalk_;
   }
 
   /// Whether it stands on a value: not at the end, and the value has not been removed since.
