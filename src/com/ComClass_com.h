@@ -13,6 +13,7 @@
 
 #include "com/ComIdentity_com.h"
 #include "com/Dual_com.h"
+#include "com/adopt_com.h"
 #include "com/automation_com.h"
 
 namespace zyn {
@@ -105,8 +106,7 @@ HRESULT createInstance(IUnknown* outer, REFIID iid, void** out) noexcept {
   }
   return boundary([&] {
     auto* const object = new Class();
-    Microsoft::WRL::ComPtr<IUnknown> inner;
-    inner.Attach(object->innerUnknown());
+    const auto inner = adopt(object->innerUnknown());
     if (outer) {
       object->aggregateInto(outer);
     }
@@ -118,8 +118,7 @@ HRESULT createInstance(IUnknown* outer, REFIID iid, void** out) noexcept {
 /// A new object for our own use.
 template <class Class, class... Arguments>
 Microsoft::WRL::ComPtr<Class> makeObject(Arguments&&... arguments) {
-  Microsoft::WRL::ComPtr<Class> object;
-  object.Attach(new Class(std::forward<Arguments>(arguments)...));
+  auto object = adopt(new Class(std::forward<Arguments>(arguments)...));
   throwIfFailed(object->finishConstruction());
   return object;
 }

@@ -5,6 +5,8 @@
 
 #include <new>
 
+#include "com/adopt_com.h"
+
 namespace zyn {
 
 using Microsoft::WRL::ComPtr;
@@ -55,8 +57,7 @@ _com_error currentFailure() noexcept {
 }
 
 void reportFailure(const _com_error& failure, const wchar_t* progId, REFIID iid) noexcept {
-  ComPtr<IErrorInfo> info;
-  info.Attach(failure.ErrorInfo());
+  ComPtr<IErrorInfo> info = adopt(failure.ErrorInfo());
   if (!info) {
     info = describe(failure, progId, iid);
   }

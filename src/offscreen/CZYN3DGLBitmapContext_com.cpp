@@ -10,6 +10,7 @@
 #include "com/MessageBox_win.h"
 #include "com/automation_com.h"
 #include "core/NumericArrayVariant_com.h"
+#include "core/ScopedFlag.h"
 #include "core/properties_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
@@ -63,18 +64,6 @@ std::optional<CParamsVue3D::Frame> viewFrame(const std::vector<double>& numbers)
 PicturePart partOf(const Tile& tile) {
   return {tile.left(), tile.right(), tile.bottom(), tile.top()};
 }
-
-/// Sets a flag for a scope.
-class ScopedFlag {
- public:
-  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
-  ~ScopedFlag() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
