@@ -83,6 +83,9 @@ bool interfacePointer(ITypeInfo& info, const TYPEDESC& target, ParameterType& fo
   const ComPtr<ITypeInfo> named = referred(info, target);
   const TypeAttributes attributes(*named.Get());
   const TYPEATTR& type = *attributes.value;
+  if (type.typekind == TKIND_ALIAS) {
+    return interfacePointer(*named.Get(), type.tdescAlias, found);
+  }
   if (!isInterface(type)) {
     return false;
   }
