@@ -5,24 +5,13 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/errors_com.h"
+#include "core/queryOptional_com.h"
 
 namespace zyn {
 
 using Microsoft::WRL::ComPtr;
 
 namespace {
-
-/// The interface, or null when the object does not have it; any other answer is a failure of the
-/// object.
-template <class Interface>
-ComPtr<Interface> queryOptional(IUnknown* object) {
-  ComPtr<Interface> found;
-  const HRESULT answer = object->QueryInterface(IID_PPV_ARGS(&found));
-  if (answer != E_NOINTERFACE) {
-    throwIfFailed(answer, object, __uuidof(Interface));
-  }
-  return found;
-}
 
 void readAttributeNumber(IDispatch* object, std::int32_t& number) {
   const auto attributable = queryOptional<IZYNAttribuable>(object);
@@ -54,17 +43,25 @@ void readTrianglePriority(IDispatch* object, std::int32_t& number) {
 
 CListTrace::~CListTrace() { removeAll(); }
 
-void CListTrace::add(IDispatch* object, std::uint32_t mode) {
+void CListTrace::add(IDispatch* object, std::uint32_t mode) { append(makeElement(object, mode)); }
+
+std::unique_ptr<DrawElem> CListTrace::makeElement(IDispatch* object, std::uint32_t mode) {
   if (!object) {
-    return;
+    return nullptr;
   }
   auto element = std::make_unique<DrawElem>();
   element->object = object;
   element->drawingMode = mode;
   readAttributeNumber(object, element->pickName);
   readTrianglePriority(object, element->pickName);
-  append(element.get());
-  static_cast<void>(element.release());
+  return element;
+}
+
+void CListTrace::append(std::unique_ptr<DrawElem> element) {
+  if (element) {
+    append(element.get());
+    static_cast<void>(element.release());
+  }
 }
 
 void CListTrace::remove(IDispatch* object) {

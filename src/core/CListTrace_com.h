@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "core/DrawElem_com.h"
 #include "core/ZYNList.h"
@@ -21,6 +22,12 @@ class CListTrace : public ZYNList<DrawElem*> {
   /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it
   /// is asked for its pick name, with the list unchanged.
   void add(IDispatch* object, std::uint32_t mode);
+
+  /// What `add` appends, for a caller that appends several or none; null for a null object.
+  static std::unique_ptr<DrawElem> makeElement(IDispatch* object, std::uint32_t mode);
+
+  using ZYNList::append;
+  void append(std::unique_ptr<DrawElem> element);
 
   /// Removes the first element of `object`, if there is one.
   void remove(IDispatch* object);

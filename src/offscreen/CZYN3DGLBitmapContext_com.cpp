@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 #include "com/MessageBox_win.h"
 #include "com/automation_com.h"
@@ -61,6 +62,18 @@ std::optional<CParamsVue3D::Frame> viewFrame(const std::vector<double>& numbers)
   return frame;
 }
 
+using Elements = std::vector<std::unique_ptr<DrawElem>>;
+
+/// Makes the elements of an object and, when it is a collection, of its items.
+void collect(IDispatch* object, std::uint32_t mode, int levels, Elements& elements) {
+  elements.push_back(CListTrace::makeElement(object, mode));
+  // A collection that can draw itself draws its items too.
+  if (!object || levels == 0 || isSingleObject(object) || isDrawable(object)) {
+    return;
+  }
+  forEachItem(object, [&](IDispatch* item) { collect(item, mode, levels - 1, elements); });
+}
+
 PicturePart partOf(const Tile& tile) {
   return {tile.left(), tile.right(), tile.bottom(), tile.top()};
 }
@@ -76,19 +89,14 @@ CZYN3DGLBitmapContext::~CZYN3DGLBitmapContext() { CZYNVueControles::instance().r
 
 STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept {
   return automation(*this, [&] {
-    if (NewObject) {
-      addWithItems(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels);
+    // All foreign code is called before the list changes: it gets everything or, on a failure,
+    // nothing.
+    Elements elements;
+    collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, elements);
+    for (auto& element : elements) {
+      drawList_.append(std::move(element));
     }
   });
-}
-
-void CZYN3DGLBitmapContext::addWithItems(IDispatch* object, std::uint32_t mode, int levels) {
-  drawList_.add(object, mode);
-  // A collection that can draw itself draws its items too.
-  if (levels == 0 || isSingleObject(object) || isDrawable(object)) {
-    return;
-  }
-  forEachItem(object, [&](IDispatch* item) { addWithItems(item, mode, levels - 1); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::RemoveAll() noexcept {

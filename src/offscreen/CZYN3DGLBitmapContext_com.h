@@ -63,7 +63,6 @@ class CZYN3DGLBitmapContext final
   /// Draws the scene and hands the surface to `write`, if there is one with a rendering context.
   template <class Write>
   HRESULT exportWith(Write write) noexcept;
-  void addWithItems(IDispatch* object, std::uint32_t mode, int levels);
   void prepareContext();
   void render(OffscreenSurface& surface);
   std::optional<Box3> boxToShow();

@@ -5,6 +5,7 @@
 #include "com/errors_com.h"
 #include "core/OwnedExceptionInfo_com.h"
 #include "core/OwnedVariant_com.h"
+#include "core/queryOptional_com.h"
 
 namespace zyn {
 
@@ -26,12 +27,6 @@ constexpr CollectionKind kCollection = {
 // System.Collections.IEnumerable as .NET exposes it to COM: GetEnumerator after those of IDispatch.
 constexpr CollectionKind kEnumerable = {
     {0x496b0abe, 0xcdee, 0x11d3, {0x88, 0xe8, 0x00, 0x90, 0x27, 0x54, 0xc4, 0x3a}}, 7};
-
-ComPtr<IDispatch> queryCollection(IDispatch* object, const IID& iid) {
-  ComPtr<IDispatch> collection;
-  object->QueryInterface(iid, reinterpret_cast<void**>(collection.GetAddressOf()));
-  return collection;
-}
 
 /// The object that the collection gives as its enumerator, asked for by its number first: classes
 /// that implement the numbered call only and classes that implement the method table only both
@@ -64,7 +59,7 @@ ComPtr<IEnumVARIANT> enumeratorOf(IDispatch* collection, const CollectionKind& k
 
 ComPtr<IEnumVARIANT> enumeratorOf(IDispatch* object) {
   for (const CollectionKind& kind : {kCollection, kEnumerable}) {
-    if (const ComPtr<IDispatch> collection = queryCollection(object, kind.iid)) {
+    if (const ComPtr<IDispatch> collection = queryOptional<IDispatch>(object, kind.iid)) {
       return enumeratorOf(collection.Get(), kind);
     }
   }

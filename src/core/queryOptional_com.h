@@ -1,0 +1,24 @@
+#pragma once
+
+#include <windows.h>
+#include <wrl/client.h>
+
+#include "com/errors_com.h"
+
+namespace zyn {
+
+/// The interface `iid` of an outside object, or null when it does not have it; any other answer is
+/// a failure of the object and thrown.
+template <class Interface>
+Microsoft::WRL::ComPtr<Interface> queryOptional(IUnknown* object,
+                                                REFIID iid = __uuidof(Interface)) {
+  Microsoft::WRL::ComPtr<Interface> found;
+  const HRESULT answer =
+      object->QueryInterface(iid, reinterpret_cast<void**>(found.GetAddressOf()));
+  if (answer != E_NOINTERFACE) {
+    throwIfFailed(answer, object, iid);
+  }
+  return found;
+}
+
+}  // namespace zyn
