@@ -1,0 +1,12 @@
+#pragma once
+
+#include "view3d/CParamsVue3D.h"
+
+namespace zyn {
+
+/// Draws the directions of the coordinate axes near the lower left corner of the viewport, in front
+/// of the scene: X red, Y green, Z blue, with their letters. Leaves the state as it was, except
+/// that depth is cleared to the far plane from now on.
+void drawTrihedron(const CParamsVue3D& camera);
+
+}  // namespace zyn
