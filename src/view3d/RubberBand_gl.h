@@ -1,0 +1,11 @@
+#pragma once
+
+#include "view3d/RubberBand.h"
+
+namespace zyn {
+
+/// Draws the outline of a rubber band, one pixel wide and in black and white, so that it shows on
+/// any background. Its corners are exactly the two pixels. Leaves the state as it was.
+void drawRubberBand(const RubberBand& band);
+
+}  // namespace zyn
