@@ -1,0 +1,50 @@
+#include "view3d/ViewPass_gl.h"
+
+#include "view3d/LightLines_gl.h"
+#include "view3d/RubberBand_gl.h"
+#include "view3d/ScenePass_gl.h"
+#include "view3d/Trihedron_gl.h"
+
+namespace zyn {
+
+namespace {
+
+/// Drawn over the scene, with the camera's matrices.
+void drawOverlays(const ViewPass& pass, const CParamsVue3D& camera) {
+  if (pass.drawCoordSys) {
+    drawTrihedron(camera);
+  }
+  if (pass.rubberBand) {
+    drawRubberBand(*pass.rubberBand);
+  }
+  if (pass.cursor) {
+    const auto& [x, y, z] = pass.cursor->position;
+    pass.cursor->glyph.draw(x, y, z);
+  }
+  if (pass.drawLights) {
+    drawLightLines(camera, pass.lights);
+  }
+}
+
+}  // namespace
+
+void drawView(const ViewPass& pass, const std::function<void()>& drawList,
+              const std::function<void()>& present) {
+  std::optional<CParamsVue3D> camera;  // drawn objects may move the view's
+  if (pass.camera) {
+    camera.emplace(*pass.camera);
+  }
+  drawScene({.camera = camera ? &*camera : nullptr,
+             .lights = pass.lights,
+             .gradient = pass.gradient,
+             .part = {},
+             .pixelScale = 1.0},
+            drawList);
+  if (camera) {
+    drawOverlays(pass, *camera);
+  }
+  glFinish();
+  present();
+}
+
+}  // namespace zyn

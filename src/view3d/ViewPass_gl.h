@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "view3d/CParamsVue3D.h"
+#include "view3d/CursorGlyph_gl.h"
+#include "view3d/LightBlock.h"
+#include "view3d/RubberBand.h"
+
+namespace zyn {
+
+/// What a 3D view shows in its window.
+struct ViewPass {
+  /// Where the cursor glyph stands in the scene.
+  struct Cursor {
+    const CursorGlyph& glyph;
+    std::array<float, 3> position;
+  };
+
+  const CParamsVue3D* camera = nullptr;  ///< without one, only the background is drawn
+  LightBlock lights;
+  std::optional<std::array<float, 3>> gradient;  ///< colour of the background's upper edge
+  bool drawCoordSys = true;
+  bool drawLights = false;
+  std::optional<RubberBand> rubberBand;
+  std::optional<Cursor> cursor;
+};
+
+/// Draws the view into the current context, which `drawList` must leave current: the scene, the
+/// coordinate axes, the rubber band, the cursor, the lights. Once all is drawn, calls `present`,
+/// which shows it. What either throws is passed on; the stacks are balanced on every path.
+void drawView(const ViewPass& pass, const std::function<void()>& drawList,
+              const std::function<void()>& present);
+
+}  // namespace zyn
