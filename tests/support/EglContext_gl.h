@@ -1,0 +1,30 @@
+#pragma once
+
+#include "support/Image.h"
+
+namespace zyn::test {
+
+/// An OpenGL context on a picture in memory (8 bits a component with alpha, 24 of depth, no window
+/// system), current for the object's life.
+class EglContext {
+ public:
+  EglContext(int width, int height);
+  ~EglContext();
+  EglContext(const EglContext&) = delete;
+  EglContext& operator=(const EglContext&) = delete;
+
+  int width() const { return width_; }
+  int height() const { return height_; }
+
+  /// What has been drawn so far in the lower left part of this size; by default all.
+  Image read(int width, int height) const;
+  Image read() const { return read(width_, height_); }
+
+ private:
+  int width_;
+  int height_;
+  void* surface_;
+  void* context_;
+};
+
+}  // namespace zyn::test
