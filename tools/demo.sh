@@ -79,7 +79,7 @@ if [[ $# -gt 0 ]]; then
   fi
 else
   shoot "$models/STL/Wuson.stl" wuson iso-y
-  shoot "$models/OBJ/spider.obj" spider iso-y
+  shoot "$models/OBJ/regr01.obj" house iso
   play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
 fi
 list_pictures

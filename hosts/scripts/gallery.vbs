@@ -34,7 +34,7 @@ Sub Main()
   Set box = CreateObject("ZYNModeleGeom.Box3D")
   ReadModel WScript.Arguments(0), box
 
-  Dim x, y, z, back
+  Dim x, y, z
   x = Array(1, 0, 0)
   y = Array(0, 1, 0)
   z = Array(0, 0, 1)

@@ -64,11 +64,11 @@ const std::array<PictureOption, 14> kPictureOptions = {{
     {"--light1", "AZ,EL[,COLOUR]",
      "where the main light comes from, in degrees from the\n"
      "viewer: AZ to the right, EL upwards; or off (default\n"
-     "-35,40)",
+     "-30,30)",
      [](PictureOptions& p, std::string_view v) { parseLight(v, p.light1); }},
     {"--light2", "AZ,EL[,COLOUR]", "a second, weaker light (default off)",
      [](PictureOptions& p, std::string_view v) { parseLight(v, p.light2); }},
-    {"--ambient", "LEVEL[,COLOUR]", "light from everywhere, 0 to 1 (default 0.3)",
+    {"--ambient", "LEVEL[,COLOUR]", "light from everywhere, 0 to 1 (default 0.4)",
      [](PictureOptions& p, std::string_view v) { p.ambient = parseAmbient(v); }},
     {"--surplus", "FRACTION", "margin around the model (default 0.1)",
      [](PictureOptions& p, std::string_view v) { p.surplus = parseNumber(v, 0, 100); }},

@@ -15,7 +15,7 @@ Material parseMaterial(std::string_view text) {
     return {1.0, 0.9, 0.6, 0.4, 0.0};
   }
   if (text == "metal") {
-    return {0.7, 0.6, 1.0, 0.2, 0.0};
+    return {0.8, 0.8, 0.9, 0.3, 0.0};
   }
   const std::vector<std::string_view> parts = split(text);
   if (parts.size() != 4 && parts.size() != 5) {

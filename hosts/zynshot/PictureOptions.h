@@ -14,7 +14,7 @@ enum class PictureFormat { kBmp, kJpeg, kGif, kPng };
 
 /// How the model's surface looks.
 struct Appearance {
-  Colour colour{0.62, 0.68, 0.76};
+  Colour colour{0.76, 0.79, 0.84};
   double alpha = 1.0;                ///< 0 invisible, 1 opaque
   std::optional<Material> material;  ///< none: the component's own for plain colours
 
@@ -39,9 +39,9 @@ struct PictureOptions {
   std::optional<Colour> gradient;  ///< top colour
   Appearance appearance;
   bool outline = false;
-  AmbientLight ambient{.intensity = 0.3};
-  DirectionalLight light1{.azimuth = -35, .elevation = 40, .strength = 0.9};
-  DirectionalLight light2{.on = false, .azimuth = 60, .elevation = 0, .strength = 0.4};
+  AmbientLight ambient{.intensity = 0.4};
+  DirectionalLight light1{.azimuth = -30, .elevation = 30, .strength = 1.0};
+  DirectionalLight light2{.on = false, .strength = 0.4};
   double surplus = 0.1;       ///< margin around the model, as a fraction of its size
   std::optional<double> dpi;  ///< none: as on the screen
   int quality = 90;           ///< of JPEG, 0 to 100

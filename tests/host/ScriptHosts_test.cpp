@@ -1,0 +1,100 @@
+#include <cmath>
+#include <cstdio>
+
+#include "support/ImageDecoder_win.h"
+#include "support/Program_win.h"
+#include "support/TempFolder_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// A cone around z, its tip upwards.
+std::string cone() {
+  std::string text = "solid cone\r\n";
+  constexpr int kSides = 24;
+  const auto vertex = [](int side) {
+    const double angle = 2 * 3.14159265358979 * side / kSides;
+    char line[80];
+    std::snprintf(line, sizeof line, "vertex %.5f %.5e 0\r\n", std::cos(angle), std::sin(angle));
+    return std::string(line);
+  };
+  for (int i = 0; i < kSides; ++i) {
+    text += "\tfacet normal 0 0 0\r\nouter loop\r\n" + vertex(i) + vertex(i + 1) +
+            "  vertex   0 0 +2\r\nendloop\r\nendfacet\r\n\r\n";
+  }
+  return text + "endsolid cone\r\n";
+}
+
+class ScriptHostsTest : public HostTest {
+ protected:
+  /// Runs a script of hosts/scripts on `model` in the folder, its pictures going to "out" there.
+  std::string play(const std::wstring& script, const std::wstring& model) {
+    // The test data's path is the build machine's.
+    const std::filesystem::path scripts =
+        std::filesystem::path("Z:" ZYN_TEST_DATA).parent_path().parent_path() / "hosts" / "scripts";
+    return runProgram(L"cscript.exe //nologo \"" + (scripts / script).wstring() + L"\" \"" +
+                      folder_.file(model).wstring() + L"\" \"" + folder_.file(L"out").wstring() +
+                      L'"')
+        .output;
+  }
+
+  Image picture(const std::wstring& name, const std::wstring& format) {
+    const DecodedImage decoded = decodeImageFile(folder_.file(L"out") / name);
+    EXPECT_EQ(decoded.format, format) << name;
+    EXPECT_EQ(decoded.image.width(), 800);
+    EXPECT_EQ(decoded.image.height(), 600);
+    return decoded.image;
+  }
+
+  TempFolder folder_;
+};
+
+/// How many pixels of a row differ from its first one.
+int widthAt(const Image& image, int y) {
+  int width = 0;
+  for (int x = 0; x < image.width(); ++x) {
+    width += difference(image.at(x, y), image.at(0, y)) > 8 ? 1 : 0;
+  }
+  return width;
+}
+
+TEST_F(ScriptHostsTest, galleryRendersAllViewsInAllFormats) {
+  writeFile(folder_.file(L"cone.stl"), cone());
+  const std::string output = play(L"gallery.vbs", L"cone.stl");
+  ASSERT_NE(output.find("done: 8 pictures"), std::string::npos) << output;
+  for (const wchar_t* name : {L"xz+.png", L"xz-.png"}) {
+    const Image side = picture(name, L"png");
+    EXPECT_GT(widthAt(side, 500), 3 * widthAt(side, 150)) << "the tip is not upwards";
+    EXPECT_GT(widthAt(side, 150), 0);
+  }
+  EXPECT_GT(widthAt(picture(L"xy+.png", L"png"), 300), 400);
+  EXPECT_GT(widthAt(picture(L"yz+.jpg", L"jpeg"), 500), 100);
+  EXPECT_GT(widthAt(picture(L"yz-.gif", L"gif"), 500), 100);
+  EXPECT_GT(widthAt(picture(L"turning.bmp", L"bmp"), 300), 100);
+  EXPECT_GT(widthAt(picture(L"translucent.png", L"png"), 300), 400);
+}
+
+TEST_F(ScriptHostsTest, heightsColoursFromBlueToRed) {
+  writeFile(folder_.file(L"cone.stl"), cone());
+  const std::string output = play(L"heights.js", L"cone.stl");
+  ASSERT_NE(output.find("done: 4 pictures"), std::string::npos) << output;
+  for (const auto& [name, format] :
+       {std::pair{L"heights.png", L"png"}, std::pair{L"heights.jpg", L"jpeg"},
+        std::pair{L"heights.gif", L"gif"}, std::pair{L"heights.bmp", L"bmp"}}) {
+    EXPECT_GT(widthAt(picture(name, format), 300), 100);
+  }
+}
+
+TEST_F(ScriptHostsTest, bothNameTheReasonWhenTheyFail) {
+  writeFile(folder_.file(L"cut.stl"), cone().substr(0, 200));
+  for (const wchar_t* script : {L"gallery.vbs", L"heights.js"}) {
+    const std::string none = play(script, L"none.stl");
+    EXPECT_NE(none.find("none.stl: no such file"), std::string::npos) << none;
+    const std::string cut = play(script, L"cut.stl");
+    EXPECT_NE(cut.find("cut.stl"), std::string::npos) << cut;
+    EXPECT_EQ((none + cut).find("done:"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace zyn::test

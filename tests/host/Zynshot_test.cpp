@@ -1,0 +1,162 @@
+#include <algorithm>
+
+#include "support/ImageDecoder_win.h"
+#include "support/Program_win.h"
+#include "support/TempFolder_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// A right triangle facing +z whose right angle lies at the origin, its legs along +x and +y.
+const char* const kCorner =
+    "solid corner\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 4 0 0\nvertex 0 3 0\n"
+    "endloop\nendfacet\nendsolid corner\n";
+
+class ZynshotTest : public HostTest {
+ protected:
+  ZynshotTest() { writeFile(folder_.file(L"corner.stl"), kCorner); }
+
+  /// Runs zynshot with each {word} of `arguments` replaced by the path of that file in the folder.
+  ProgramResult zynshot(std::wstring arguments) {
+    for (size_t at = arguments.find(L'{'); at != arguments.npos; at = arguments.find(L'{')) {
+      const size_t end = arguments.find(L'}', at);
+      const std::wstring file = folder_.file(arguments.substr(at + 1, end - at - 1)).wstring();
+      arguments.replace(at, end + 1 - at, L'"' + file + L'"');
+    }
+    wchar_t own[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, own, MAX_PATH);
+    const auto program = std::filesystem::path(own).replace_filename(L"zynshot.exe");
+    return runProgram(L'"' + program.wstring() + L"\" " + arguments);
+  }
+
+  Image picture(const std::wstring& arguments) {
+    const ProgramResult result = zynshot(L"{corner.stl} -o {a.bmp} --size 160x120 " + arguments);
+    EXPECT_EQ(result.exitCode, 0u) << result.error;
+    return decodeImageFile(folder_.file(L"a.bmp")).image;
+  }
+
+  /// Expects one line on standard error with `complaint` in it, and nothing new in the folder.
+  void expectRefused(const std::wstring& arguments, const std::string& complaint,
+                     unsigned long exitCode) {
+    const auto filesBefore = countFiles();
+    const ProgramResult result = zynshot(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << result.error;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
+    EXPECT_NE(result.error.find(complaint), std::string::npos) << result.error;
+    EXPECT_EQ(countFiles(), filesBefore);
+  }
+
+  std::ptrdiff_t countFiles() const {
+    return std::distance(std::filesystem::directory_iterator(folder_.path()),
+                         std::filesystem::directory_iterator());
+  }
+
+  TempFolder folder_;
+};
+
+bool isWhite(const Rgb& colour) { return difference(colour, {255, 255, 255}) < 3; }
+
+TEST_F(ZynshotTest, showsTheModelUprightAndRightHanded) {
+  const Image front = picture(L"--view xy+");
+  EXPECT_FALSE(isWhite(front.at(30, 100)));
+  EXPECT_TRUE(isWhite(front.at(130, 20)));
+  EXPECT_TRUE(isWhite(front.at(5, 60)));
+
+  const Image turned = picture(L"--view turning --surplus 3");
+  EXPECT_EQ(turned.count(turned.at(0, 0)), 160 * 120) << "a flat model seen from its edge";
+}
+
+TEST_F(ZynshotTest, lightsWhatFacesTheLight) {
+  const auto brightness = [this](const std::wstring& light) {
+    const Rgb colour =
+        picture(L"--view xy+ --color white --material matte --ambient 0.1 --light1 " + light)
+            .at(50, 80);
+    return colour.r;
+  };
+  const int along = brightness(L"0,0");
+  const int slanting = brightness(L"60,0");
+  const int off = brightness(L"off");
+  EXPECT_GT(along, slanting + 50);
+  EXPECT_GT(slanting, off + 50);
+}
+
+TEST_F(ZynshotTest, blendsATranslucentModelWithTheBackground) {
+  const std::wstring plain =
+      L"--view xy+ --color red --background blue --light1 off --ambient 1 --material matte";
+  const Rgb opaque = picture(plain).at(50, 80);
+  const Rgb half = picture(plain + L" --transparent 0.5").at(50, 80);
+  EXPECT_LE(difference(opaque, {255, 0, 0}), 3);
+  EXPECT_LE(difference(half, {128, 0, 128}), 4);
+}
+
+TEST_F(ZynshotTest, writesEveryFormatInOneRunEachWithItsOwnOptions) {
+  const ProgramResult result = zynshot(
+      L"{corner.stl} --size 90x60 --gradient navy -o {a.png} -o {a.jpeg} --size 40x40 -o {a.gif} "
+      L"-o {a.bmp} --view xz+");
+  ASSERT_EQ(result.exitCode, 0u) << result.error;
+  EXPECT_EQ(result.output + result.error, "");
+  for (const auto& [name, format, width] :
+       {std::tuple{L"a.png", L"png", 90}, std::tuple{L"a.jpeg", L"jpeg", 40},
+        std::tuple{L"a.gif", L"gif", 90}, std::tuple{L"a.bmp", L"bmp", 90}}) {
+    const DecodedImage decoded = decodeImageFile(folder_.file(name));
+    EXPECT_EQ(decoded.format, format);
+    EXPECT_EQ(decoded.image.width(), width);
+    const Rgb top = decoded.image.at(1, 1);
+    EXPECT_GT(top.b, top.r + 60) << "the gradient's colour is missing in " << name;
+  }
+  EXPECT_EQ(countFiles(), 5);
+}
+
+TEST_F(ZynshotTest, refusesModelsItCannotUse) {
+  writeFile(folder_.file(L"cut.stl"), std::string(kCorner).substr(0, 70));
+  writeFile(folder_.file(L"cut_binary.stl"), std::string(80, '\0') + std::string("\1\0\0\0xyz", 7));
+  writeFile(folder_.file(L"bad.obj"), "v 0 0 0\nf 1 2 3\n");
+  writeFile(folder_.file(L"letter.stl"), "Dear reader,\n");
+  expectRefused(L"{none.stl} -o {a.png}", "none.stl: no such file", 1);
+  expectRefused(L"{cut.stl} -o {a.png}", "cut.stl: line 5: ", 1);
+  expectRefused(L"{cut_binary.stl} -o {a.png}", "1 triangles need 134 bytes, but it has 87", 1);
+  expectRefused(L"{bad.obj} -o {a.png}", "bad.obj: line 2: vertex 2 does not exist", 1);
+  expectRefused(L"{letter.stl} -o {a.png}", "letter.stl: not a model in STL or OBJ format", 1);
+}
+
+TEST_F(ZynshotTest, refusesPicturesItCannotWrite) {
+  expectRefused(L"{corner.stl} -o {no/such/folder.png}", "there is no such folder", 1);
+  expectRefused(L"{corner.stl} -o {a.tiff}", "must end in .png", 2);
+  expectRefused(L"{corner.stl} -o {a.png} --size 65535x65535 -o {nowhere/b.png}", "no such folder",
+                1);
+}
+
+TEST_F(ZynshotTest, refusesCommandLinesThatMakeNoSense) {
+  expectRefused(L"", "no model given", 2);
+  expectRefused(L"{corner.stl} --colour red -o {a.png}", "unknown option --colour", 2);
+  expectRefused(L"{corner.stl} --view top -o {a.png}", "is not a view", 2);
+}
+
+TEST_F(ZynshotTest, explainsItself) {
+  const ProgramResult help = zynshot(L"--help");
+  EXPECT_EQ(help.exitCode, 0u);
+  EXPECT_NE(help.output.find("usage: zynshot MODEL"), std::string::npos);
+  EXPECT_EQ(help.error, "");
+  EXPECT_EQ(zynshot(L"--version").output, "zynshot 1.0\n");
+}
+
+TEST_F(ZynshotTest, showsProgressWhenAsked) {
+  std::string text = "solid\n";
+  for (int i = 0; i < 200; ++i)
+    text += std::string(kCorner).substr(13, std::string(kCorner).find("endsolid") - 13);
+  writeFile(folder_.file(L"many.stl"), text + "endsolid\n");
+  const ProgramResult result = zynshot(L"{many.stl} -o {a.png} --progress");
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_NE(result.error.find("reading 50%\n"), std::string::npos) << result.error;
+  EXPECT_NE(result.error.find("building 90%\n"), std::string::npos) << result.error;
+}
+
+TEST_F(ZynshotTest, takesNamesBeyondTheCodePage) {
+  std::filesystem::copy_file(folder_.file(L"corner.stl"), folder_.file(L"\x4E09\x89D2 \x00E9.stl"));
+  EXPECT_EQ(zynshot(L"{\x4E09\x89D2 \x00E9.stl} -o {\x5716.png}").exitCode, 0u);
+  EXPECT_TRUE(std::filesystem::exists(folder_.file(L"\x5716.png")));
+}
+
+}  // namespace
+}  // namespace zyn::test
