@@ -40,16 +40,28 @@ add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
 
-# Fuzz targets: built with clang's libFuzzer, run for a bounded number of inputs.
+# Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs.
 find_program(ZYN_FUZZ_CXX NAMES clang++ clang++-14 REQUIRED)
+set(ZYN_FUZZ_FLAGS -std=c++20 -g1 -O1 -fsanitize=address,undefined -fno-sanitize-recover=all
+  -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR})
+set(fuzz_objects)
+foreach(source IN LISTS logic_sources host_sources)
+  file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${source})
+  set(object ${CMAKE_BINARY_DIR}/fuzz/${name}.o)
+  get_filename_component(folder ${object} DIRECTORY)
+  file(MAKE_DIRECTORY ${folder})
+  add_custom_command(OUTPUT ${object}
+    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -fsanitize=fuzzer-no-link -MD -MF ${object}.d -c ${source} -o ${object}
+    DEPENDS ${source} DEPFILE ${object}.d VERBATIM)
+  list(APPEND fuzz_objects ${object})
+endforeach()
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
 foreach(fuzzer IN LISTS fuzzers)
   get_filename_component(name ${fuzzer} NAME_WE)
   set(program ${CMAKE_BINARY_DIR}/bin/${name})
   add_custom_command(OUTPUT ${program}
-    COMMAND ${ZYN_FUZZ_CXX} -std=c++20 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all
-            -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR} ${fuzzer} ${logic_sources} ${host_sources} -o ${program}
-    DEPENDS ${fuzzer} ${logic_sources} ${host_sources} VERBATIM)
+    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -fsanitize=fuzzer ${fuzzer} ${fuzz_objects} -o ${program}
+    DEPENDS ${fuzzer} ${fuzz_objects} VERBATIM)
   add_custom_target(${name} ALL DEPENDS ${program})
   add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1)
 endforeach()
