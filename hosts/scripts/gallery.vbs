@@ -72,13 +72,14 @@ End Sub
 ' Reads the facets into the array "triangles", adds them to the context and fits the box to them.
 Sub ReadModel(file, box)
   If Not files.FileExists(file) Then Fail file & ": no such file"
-  Dim stream, words, corners, corner, found, count, lineNumber
+  Dim stream, words, corners, corner, found, count, lineNumber, ended
   Set stream = files.OpenTextFile(file)
   ReDim corners(2)
   ReDim found(1023)
   corner = 0
   count = 0
   lineNumber = 0
+  ended = False
   Do Until stream.AtEndOfStream
     lineNumber = lineNumber + 1
     words = SplitWords(stream.ReadLine)
@@ -96,10 +97,12 @@ Sub ReadModel(file, box)
         context.Add found(count), Shaded
         count = count + 1
         corner = 0
+      Case "endsolid"
+        ended = True
     End Select
   Loop
   stream.Close
-  If count = 0 Or corner <> 0 Then Fail file & ": not a whole text STL file"
+  If count = 0 Or Not ended Then Fail file & ": not a whole text STL file"
   ReDim Preserve found(count - 1)
   triangles = found
   WScript.Echo file & ": " & count & " triangles"

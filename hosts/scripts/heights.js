@@ -72,7 +72,7 @@ function readFacets(file) {
 
   var lines = text.match(/\bvertex\s+\S+\s+\S+\s+\S+/gi) || [];
   var ends = text.match(/\bendfacet\b/gi) || [];
-  if (lines.length == 0 || lines.length != 3 * ends.length) {
+  if (lines.length == 0 || lines.length != 3 * ends.length || !/\bendsolid\b/i.test(text)) {
     throw new Error(file + ": not a whole text STL file");
   }
   var facets = [];

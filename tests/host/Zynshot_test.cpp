@@ -114,7 +114,7 @@ TEST_F(ZynshotTest, refusesModelsItCannotUse) {
   writeFile(folder_.file(L"bad.obj"), "v 0 0 0\nf 1 2 3\n");
   writeFile(folder_.file(L"letter.stl"), "Dear reader,\n");
   expectRefused(L"{none.stl} -o {a.png}", "none.stl: no such file", 1);
-  expectRefused(L"{cut.stl} -o {a.png}", "cut.stl: line 5: ", 1);
+  expectRefused(L"{cut.stl} -o {a.png}", "cut.stl: line 6: ", 1);
   expectRefused(L"{cut_binary.stl} -o {a.png}", "1 triangles need 134 bytes, but it has 87", 1);
   expectRefused(L"{bad.obj} -o {a.png}", "bad.obj: line 2: vertex 2 does not exist", 1);
   expectRefused(L"{letter.stl} -o {a.png}", "letter.stl: not a model in STL or OBJ format", 1);
