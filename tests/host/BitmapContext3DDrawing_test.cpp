@@ -132,7 +132,7 @@ TEST_F(DrawListTest, TrianglesDrawInTheirMode) {
   scene_.add(triangle.Get(), 1);
   Image image = scene_.render();
   EXPECT_EQ(atUnit(image, 1.5, 1.5), kBackground);
-  EXPECT_EQ(atUnit(image, 3, 3), kRed);
+  EXPECT_EQ(atUnit(image, 3, 2.95), kRed);
   scene_->RemoveAll();
   for (int mode : {0, 2, -1}) {
     scene_.add(triangle.Get(), mode);

@@ -154,7 +154,11 @@ TEST_P(LightPropertyTest, WorksByName) {
   EXPECT_EQ(doublesIn(got.value), Values(count(), 1));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LightPropertyTest, testing::Values(kAmbient, kLight1, kLight2));
+INSTANTIATE_TEST_SUITE_P(All, LightPropertyTest, testing::Values(kAmbient, kLight1, kLight2),
+                         [](const auto& chosen) {
+                           const std::wstring name = chosen.param.name;
+                           return std::string(name.begin(), name.end());
+                         });
 
 // --- the light -----------------------------------------------------------------------------------
 

@@ -84,7 +84,11 @@ TEST_P(BitmapContext3DSwitchTest, IsIndependentOfTheOthers) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, BitmapContext3DSwitchTest, testing::ValuesIn(kSwitches));
+INSTANTIATE_TEST_SUITE_P(All, BitmapContext3DSwitchTest, testing::ValuesIn(kSwitches),
+                         [](const auto& chosen) {
+                           const std::wstring name = chosen.param.name;
+                           return std::string(name.begin(), name.end());
+                         });
 
 // --- background colour ---------------------------------------------------------------------------
 

@@ -7,16 +7,6 @@ function expect(what, actual, wanted) {
   WScript.Echo(what + ": " + actual + " instead of " + wanted);
 }
 
-function expectArray(what, actual, wanted) {
-  var values = new VBArray(actual).toArray();
-  expect(what + " length", values.length, wanted.length);
-  for (var i = 0; i < wanted.length; ++i) {
-    if (Math.abs(values[i] - wanted[i]) < 1e-6) continue;
-    ++failures;
-    WScript.Echo(what + "[" + i + "]: " + values[i] + " instead of " + wanted[i]);
-  }
-}
-
 // An array of VARIANTs, as other hosts pass one: a JScript array is an object of its own.
 function safeArray(values) {
   var dictionary = new ActiveXObject("Scripting.Dictionary");
@@ -67,25 +57,67 @@ context.setGradientColor(255, 128, 0);
 context.DPIResolution = 300;
 expect("DPIResolution", context.DPIResolution, 300);
 
-context.BackColor = safeArray([0.25, 0.5, 1]);
-expectArray("BackColor", context.BackColor, [0.25, 0.5, 1, 0]);
-context.BackColor = context.AmbientLightProperty;
-expectArray("BackColor after five values", context.BackColor, [0.25, 0.5, 1, 0]);
-context.BackColor = [1, 1, 1];
-expectArray("BackColor after an object", context.BackColor, [0.25, 0.5, 1, 0]);
+// --- arrays --------------------------------------------------------------------------------------
 
-expectArray("AmbientLightProperty", context.AmbientLightProperty, [1, 1, 1, 1, 0.7]);
-context.AmbientLightProperty = safeArray([1, 1, 0, 0, 1]);
-expectArray("AmbientLightProperty", context.AmbientLightProperty, [1, 1, 0, 0, 1]);
-context.DirectionLight2Property = context.DirectionLight1Property;
-expectArray("DirectionLight2Property", context.DirectionLight2Property,
-            [1, 1, 1, 1, 0.2, 0.45, 0.69, 0, 0]);
+// What an array property holds shows in the picture: three letters are the blue, green and red of
+// its only pixel.
+var files = new ActiveXObject("Scripting.FileSystemObject");
+var folder = files.GetSpecialFolder(2) + "\\" + files.GetTempName();
+files.CreateFolder(folder);
 
+function pixel(context) {
+  context.CreateContext(1, 1);
+  context.CreateBitmap(folder + "\\pixel.bmp");
+  var stream = files.OpenTextFile(folder + "\\pixel.bmp");
+  var letters = stream.Read(57).substr(54);
+  stream.Close();
+  return letters;
+}
+
+function part(letter) {
+  return letter.charCodeAt(0) / 255;
+}
+
+var plain = new ActiveXObject("ZYNVue.ZYN3dGLBitmapContext");
+plain.BackColor = safeArray([part("R"), part("G"), part("B")]);
+expect("BackColor", pixel(plain), "BGR");
+plain.BackColor = plain.AmbientLightProperty;
+expect("BackColor after five values", pixel(plain), "BGR");
+plain.BackColor = [1, 1, 1];
+expect("BackColor after an object", pixel(plain), "BGR");
+var other = new ActiveXObject("ZYNVue.ZYN3dGLBitmapContext");
+other.BackColor = plain.BackColor;
+expect("BackColor of another context", pixel(other), "BGR");
+
+// A white triangle over the whole picture that answers ambient light only, as it is.
 var box = new ActiveXObject("ZYNModeleGeom.Box3D");
-box.XMax = 2;
-expect("DX", box.DX, 2);
-context.ViewParams(box, 0.1, safeArray([-1, 0, 0, 0, 1, 0, 0, 0, -1, 0, 0, 0, 1, 0, 0, 0]));
-context.ViewParams(null, 0, null);
+box.XMax = 1;
+box.YMax = 1;
+box.ZMax = 1;
+expect("DX", box.DX, 1);
+triangle.setPoint(0, -9, -9, 0.5);
+triangle.setPoint(1, 9, -9, 0.5);
+triangle.setPoint(2, 0, 9, 0.5);
+triangle.setMaterial(1, 1, 1, 1, 1, 0, 0, 0, 0);
+plain.Add(triangle, 0);
+plain.ViewParams(box, 0, null);
+plain.DirectionLight1Property = safeArray([0, 1, 1, 1, 1, 0, 0, 0, 0]);
+plain.AmbientLightProperty = safeArray([1, part("A"), part("B"), part("C"), 1]);
+expect("AmbientLightProperty", pixel(plain), "CBA");
+plain.AmbientLightProperty = safeArray([0, 1, 1, 1, 1]);
+plain.DirectionLight1Property =
+    safeArray([1, part("D"), part("E"), part("F"), 1, 0, 0, 0, 0]);
+plain.DirectionLight2Property = plain.DirectionLight1Property;
+plain.DirectionLight1Property = safeArray([0, 1, 1, 1, 1, 0, 0, 0, 0]);
+expect("DirectionLight2Property", pixel(plain), "FED");
+
+// From behind, the triangle shows its back, which is not drawn.
+plain.ViewParams(box, 0, safeArray([1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0]));
+expect("view from behind", pixel(plain), "BGR");
+plain.ViewParams(null, 0, null);
+expect("view without a frame", pixel(plain), "FED");
+
+// --- picture object ------------------------------------------------------------------------------
 
 context.Add(triangle, 0);
 var picture = context.GetPictureDisp();
@@ -96,9 +128,6 @@ expect("CreateContext again", context.CreateContext(10, 10), 1);
 
 // --- files ---------------------------------------------------------------------------------------
 
-var files = new ActiveXObject("Scripting.FileSystemObject");
-var folder = files.GetSpecialFolder(2) + "\\" + files.GetTempName();
-files.CreateFolder(folder);
 context.CreateBitmap(folder + "\\a.bmp");
 context.CreatePNG("", folder + "\\a.png");
 context.CreateGIF("", folder + "\\a.gif");

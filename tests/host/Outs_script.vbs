@@ -10,21 +10,6 @@ Sub Expect(what, actual, wanted)
   WScript.Echo what & ": " & actual & " instead of " & wanted
 End Sub
 
-Sub ExpectNear(what, actual, wanted)
-  If Abs(actual - wanted) < 0.000001 Then Exit Sub
-  failures = failures + 1
-  WScript.Echo what & ": " & actual & " instead of " & wanted
-End Sub
-
-Sub ExpectArray(what, actual, wanted)
-  Dim i
-  Expect what & " lower bound", LBound(actual), 0
-  Expect what & " upper bound", UBound(actual), UBound(wanted)
-  For i = 0 To UBound(wanted)
-    ExpectNear what & "(" & i & ")", actual(i), wanted(i)
-  Next
-End Sub
-
 ' --- triangle: out arguments ---------------------------------------------------------------------
 
 Dim triangle, x, y, z
@@ -44,13 +29,13 @@ Expect "normal y", y, 0.5
 Expect "normal z", z, 1
 
 ' Variables that hold something else are replaced; elements of an array do as well.
-Dim values(2)
-values(0) = "text"
-Set values(1) = triangle
-triangle.getPoint 1, values(0), values(1), values(2)
-Expect "element 0", values(0), 1.5
-Expect "element 1", values(1), -2
-Expect "element 2", values(2), 1000000
+Dim results(2)
+results(0) = "text"
+Set results(1) = triangle
+triangle.getPoint 1, results(0), results(1), results(2)
+Expect "element 0", results(0), 1.5
+Expect "element 1", results(1), -2
+Expect "element 2", results(2), 1000000
 
 triangle.Priority = 25
 Expect "Priority", triangle.Priority, 19
@@ -68,7 +53,7 @@ If Len(Err.Description) = 0 Then Expect "description of the error", "none", "som
 On Error Goto 0
 Expect "variable after an error", x, "kept"
 
-' --- bitmap context: results, properties, arrays -------------------------------------------------
+' --- bitmap context: results and properties ------------------------------------------------------
 
 Dim context
 Set context = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
@@ -89,40 +74,92 @@ context.setGradientColor 255, 128, 0
 context.DPIResolution = 300
 Expect "DPIResolution", context.DPIResolution, 300
 
-context.BackColor = Array(0.25, 0.5, 1)
-ExpectArray "BackColor", context.BackColor, Array(0.25, 0.5, 1, 0)
-Dim colour
-colour = Array(1, 0.5, 0, 1)
-context.BackColor = colour
-ExpectArray "BackColor from a variable", context.BackColor, colour
-context.BackColor = Array(1, "red", 0)
-ExpectArray "BackColor after text", context.BackColor, colour
-colour = context.BackColor
-colour(0) = 0
-context.BackColor = colour
-ExpectArray "BackColor read and put back", context.BackColor, Array(0, 0.5, 0, 1)
+' --- arrays --------------------------------------------------------------------------------------
 
-ExpectArray "AmbientLightProperty", context.AmbientLightProperty, Array(1, 1, 1, 1, CSng(0.7))
-context.AmbientLightProperty = Array(1, 1, 0, 0, 1)
-ExpectArray "AmbientLightProperty", context.AmbientLightProperty, Array(1, 1, 0, 0, 1)
-context.DirectionLight1Property = Array(0, 1, 1, 1, 0.5, 0.5, 0.5, 0, 0)
-ExpectArray "DirectionLight1Property", context.DirectionLight1Property, _
-    Array(0, 1, 1, 1, 0.5, 0.5, 0.5, 0, 0)
-context.DirectionLight2Property = Array(1, 1, 1, 1, 0.5, 0.5, 0.5, 1, 2)
-ExpectArray "DirectionLight2Property", context.DirectionLight2Property, _
-    Array(1, 1, 1, 1, 0.5, 0.5, 0.5, 1, 2)
-context.DirectionLight2Property = Array(1, 1)
-ExpectArray "DirectionLight2Property after two values", context.DirectionLight2Property, _
-    Array(1, 1, 1, 1, 0.5, 0.5, 0.5, 1, 2)
+' What an array property holds shows in the picture: three letters are the blue, green and red of its
+' only pixel. (VBScript cannot look into an array of doubles.)
+Dim files, folder
+Set files = CreateObject("Scripting.FileSystemObject")
+folder = files.GetSpecialFolder(2) & "\" & files.GetTempName()
+files.CreateFolder folder
 
-Dim box, frame
+Function Pixel(context)
+  Dim stream
+  context.CreateContext 1, 1
+  context.CreateBitmap folder & "\pixel.bmp"
+  Set stream = files.OpenTextFile(folder & "\pixel.bmp")
+  Pixel = Mid(stream.Read(57), 55)
+  stream.Close
+End Function
+
+Function Part(letter)
+  Part = Asc(letter) / 255
+End Function
+
+Dim plain, values, other
+Set plain = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
+plain.BackColor = Array(Part("R"), Part("G"), Part("B"))
+Expect "BackColor from an array", Pixel(plain), "BGR"
+values = Array(Part("r"), Part("g"), Part("b"), 1)
+plain.BackColor = values
+Expect "BackColor from a variable", Pixel(plain), "bgr"
+plain.BackColor = Array(1, "red", 0)
+Expect "BackColor after text", Pixel(plain), "bgr"
+plain.BackColor = Array(1, 1)
+Expect "BackColor after two values", Pixel(plain), "bgr"
+Set other = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
+other.BackColor = plain.BackColor
+Expect "BackColor of another context", Pixel(other), "bgr"
+values = plain.BackColor
+Expect "type of BackColor", VarType(values), vbArray + vbDouble
+other.BackColor = Array(0, 0, 0)
+other.BackColor = values
+Expect "BackColor kept in a variable", Pixel(other), "bgr"
+
+' A white triangle over the whole picture that answers ambient light only, as it is.
+Dim box
 Set box = CreateObject("ZYNModeleGeom.Box3D")
-box.XMax = 2
-Expect "DX", box.DX, 2
-frame = Array(-1, 0, 0, 0, 1, 0, 0, 0, -1, 0, 0, 0, 1, 0, 0, 0)
-context.ViewParams box, 0.1, frame
-context.ViewParams box, 0.1, Array(1, 2, 3)
-context.ViewParams Nothing, 0, Empty
+box.XMax = 1
+box.YMax = 1
+box.ZMax = 1
+Expect "DX", box.DX, 1
+triangle.setPoint 0, -9, -9, 0.5
+triangle.setPoint 1, 9, -9, 0.5
+triangle.setPoint 2, 0, 9, 0.5
+triangle.setMaterial 1, 1, 1, 1, 1, 0, 0, 0, 0
+plain.Add triangle, 0
+plain.ViewParams box, 0, Nothing
+plain.DirectionLight1Property = Array(0, 1, 1, 1, 1, 0, 0, 0, 0)
+plain.AmbientLightProperty = Array(1, Part("A"), Part("B"), Part("C"), 1)
+Expect "AmbientLightProperty", Pixel(plain), "CBA"
+plain.AmbientLightProperty = Array(1, 1)
+Expect "AmbientLightProperty after two values", Pixel(plain), "CBA"
+plain.AmbientLightProperty = plain.AmbientLightProperty
+Expect "AmbientLightProperty put back", Pixel(plain), "CBA"
+plain.AmbientLightProperty = Array(0, 1, 1, 1, 1)
+plain.DirectionLight1Property = Array(1, Part("D"), Part("E"), Part("F"), 1, 0, 0, 0, 0)
+Expect "DirectionLight1Property", Pixel(plain), "FED"
+plain.DirectionLight2Property = plain.DirectionLight1Property
+plain.DirectionLight1Property = Array(0, 1, 1, 1, 1, 0, 0, 0, 0)
+Expect "DirectionLight2Property", Pixel(plain), "FED"
+
+' --- the view ------------------------------------------------------------------------------------
+
+' From behind, the triangle shows its back, which is not drawn.
+Dim frame
+frame = Array(1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0)
+plain.ViewParams box, 0, frame
+Expect "view from behind", Pixel(plain), "bgr"
+plain.ViewParams box, 0, Array(1, 2, 3)
+Expect "view after three values", Pixel(plain), "FED"
+plain.ViewParams box, 0, Array(1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0)
+Expect "view from an array", Pixel(plain), "bgr"
+plain.ViewParams Nothing, 0.5, Empty
+Expect "view without a frame", Pixel(plain), "FED"
+plain.RemoveAll
+Expect "picture after RemoveAll", Pixel(plain), "bgr"
+
+' --- picture object ------------------------------------------------------------------------------
 
 context.Add triangle, 0
 Dim picture
@@ -134,10 +171,7 @@ Expect "CreateContext again", context.CreateContext(10, 10), 1
 
 ' --- files ---------------------------------------------------------------------------------------
 
-Dim files, folder, name
-Set files = CreateObject("Scripting.FileSystemObject")
-folder = files.GetSpecialFolder(2) & "\" & files.GetTempName()
-files.CreateFolder folder
+Dim name
 context.CreateBitmap folder & "\a.bmp"
 context.CreatePNG "", folder & "\a.png"
 context.CreateGIF "", folder & "\a.gif"

@@ -73,7 +73,8 @@ class ForeignBase : public First, public Rest... {
 template <class Object, class... Arguments>
 ComPtr<Object> makeForeign(Arguments&&... arguments) {
   ComPtr<Object> object;
-  object.Attach(new Object(std::forward<Arguments>(arguments)...));
+  // Not Attach: MinGW's adds a reference of its own.
+  *object.GetAddressOf() = new Object(std::forward<Arguments>(arguments)...);
   return object;
 }
 

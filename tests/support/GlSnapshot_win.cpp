@@ -82,4 +82,18 @@ GlSnapshot takeGlSnapshot() {
   return snapshot;
 }
 
+std::string differences(const GlSnapshot& before, const GlSnapshot& after) {
+  const auto text = [](const std::vector<double>& values) {
+    std::string joined;
+    for (double value : values) joined += " " + std::to_string(value);
+    return joined;
+  };
+  std::string lines;
+  for (const auto& [name, values] : before) {
+    const std::vector<double>& now = after.at(name);
+    if (now != values) lines += name + ":" + text(values) + " became" + text(now) + "\n";
+  }
+  return lines;
+}
+
 }  // namespace zyn::test

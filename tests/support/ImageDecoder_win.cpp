@@ -15,10 +15,10 @@ std::wstring formatName(const GUID& container) {
   return L"unknown";
 }
 
-ComPtr<IWICBitmapSource> asBgr24(IWICImagingFactory* factory, IWICBitmapFrameDecode* frame) {
+ComPtr<IWICBitmapSource> asBgra(IWICImagingFactory* factory, IWICBitmapFrameDecode* frame) {
   ComPtr<IWICFormatConverter> converter;
   require(factory->CreateFormatConverter(&converter), "CreateFormatConverter");
-  require(converter->Initialize(frame, GUID_WICPixelFormat24bppBGR, WICBitmapDitherTypeNone,
+  require(converter->Initialize(frame, GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone,
                                 nullptr, 0.0, WICBitmapPaletteTypeCustom),
           "converting the pixels");
   return converter;
@@ -28,14 +28,14 @@ Image copyPixels(IWICBitmapSource* source) {
   UINT width = 0;
   UINT height = 0;
   require(source->GetSize(&width, &height), "GetSize");
-  const UINT stride = (width * 3 + 3) / 4 * 4;
+  const UINT stride = width * 4;
   std::vector<BYTE> pixels(static_cast<size_t>(stride) * height);
   require(source->CopyPixels(nullptr, stride, static_cast<UINT>(pixels.size()), pixels.data()),
           "CopyPixels");
   Image image(static_cast<int>(width), static_cast<int>(height));
   for (UINT y = 0; y < height; ++y) {
     const BYTE* pixel = pixels.data() + static_cast<size_t>(stride) * y;
-    for (UINT x = 0; x < width; ++x, pixel += 3) {
+    for (UINT x = 0; x < width; ++x, pixel += 4) {
       image.at(static_cast<int>(x), static_cast<int>(y)) = {pixel[2], pixel[1], pixel[0]};
     }
   }
@@ -58,7 +58,7 @@ DecodedImage decodeImageFile(const std::filesystem::path& path) {
   require(decoder->GetContainerFormat(&container), "GetContainerFormat");
   ComPtr<IWICBitmapFrameDecode> frame;
   require(decoder->GetFrame(0, &frame), "GetFrame");
-  return {formatName(container), copyPixels(asBgr24(factory.Get(), frame.Get()).Get())};
+  return {formatName(container), copyPixels(asBgra(factory.Get(), frame.Get()).Get())};
 }
 
 }  // namespace zyn::test
