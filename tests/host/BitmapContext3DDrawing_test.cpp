@@ -14,6 +14,15 @@ namespace {
 
 constexpr int kSize = 60;
 
+// First of all, so that the library looks for its pixel formats now.
+class FirstContextTest : public HostTest {};
+
+TEST_F(FirstContextTest, LookingForPixelFormatsKeepsTheHostsContext) {
+  GlCanvas canvas(16, 16);
+  auto context = createObject<IZYN3DGLBitmapContext>(kContextProgId);
+  EXPECT_TRUE(canvas.isCurrent());
+}
+
 class DrawListTest : public HostTest {
  protected:
   /// Keeps the view on the square 0..6, so that one unit is ten pixels whatever is in the list.
@@ -381,6 +390,24 @@ TEST_F(FailingDrawTest, RaisesForScripts) {
   const auto call = callMethod(scene_.get(), L"CreateBitmap",
                                {_variant_t(scene_.folder().file(L"a.bmp").wstring().c_str())});
   EXPECT_EQ(call.code(), answer_);
+  EXPECT_FALSE(call.source.empty());
+  EXPECT_FALSE(call.description.empty());
+}
+
+TEST_F(FailingDrawTest, HandsOnWhatTheObjectSaysAboutItsFailure) {
+  failing_->onDraw3D = [](int) {
+    ComPtr<ICreateErrorInfo> error;
+    CreateErrorInfo(&error);
+    std::wstring text = L"ink ran out";
+    error->SetDescription(text.data());
+    error->SetGUID(__uuidof(IGLDraw));
+    SetErrorInfo(0, queryFor<IErrorInfo>(error.Get()).Get());
+    return E_FAIL;
+  };
+  const auto call = callMethod(scene_.get(), L"CreateBitmap",
+                               {_variant_t(scene_.folder().file(L"a.bmp").wstring().c_str())});
+  EXPECT_EQ(call.code(), E_FAIL);
+  EXPECT_EQ(call.description, L"ink ran out");
 }
 
 TEST_F(FailingDrawTest, EndsThePassAtTheFailingObject) {

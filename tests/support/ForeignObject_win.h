@@ -35,7 +35,8 @@ class ForeignAttribute final : public ForeignBase<ForeignAttribute, IZYNAttribut
 /// and remembers the modes in which it was drawn. Without instructions it is empty: no box, nothing
 /// drawn. It has no attribute interface and is not marked as a single object until a test allows
 /// it.
-class ForeignObject final : public ForeignBase<ForeignObject, IZYNAttribuable, IZYNObjet, IGLDraw> {
+class ForeignObject final
+    : public ForeignBase<ForeignObject, IZYNAttribuable, IZYNObjet, IGLDraw, ISupportErrorInfo> {
  public:
   enum class Kind { kPlain, kSingleObject };
 
@@ -70,6 +71,9 @@ class ForeignObject final : public ForeignBase<ForeignObject, IZYNAttribuable, I
   STDMETHODIMP GetParam(IDispatch*, double* value) override {
     *value = -1.0;
     return S_OK;
+  }
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override {
+    return iid == __uuidof(IGLDraw) ? S_OK : S_FALSE;
   }
   STDMETHODIMP get_Attribut(IDispatch** attribute) override {
     ++attributCalls;
