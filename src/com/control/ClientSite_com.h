@@ -1,0 +1,43 @@
+#pragma once
+
+#include <windows.h>
+// After windows.h:
+#include <comdef.h>
+#include <ocidl.h>
+#include <wrl/client.h>
+
+#include <optional>
+
+namespace zyn {
+
+/// The container's site of a control, as far as the container goes: every interface of it may be
+/// missing and every call may be refused.
+class ClientSite {
+ public:
+  void set(IOleClientSite* site) noexcept;
+  Microsoft::WRL::ComPtr<IOleClientSite> get() const { return site_; }
+
+  /// Another interface of the site; null when it has none.
+  template <class Interface>
+  Microsoft::WRL::ComPtr<Interface> as() const {
+    Microsoft::WRL::ComPtr<Interface> found;
+    if (const auto site = site_) {
+      site->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
+    }
+    return found;
+  }
+
+  /// A property of the surroundings, if the container tells it.
+  std::optional<_variant_t> ambient(DISPID property) const;
+
+  /// A switch among them; `otherwise` when the container does not tell.
+  bool ambientFlag(DISPID property, bool otherwise) const;
+
+  /// The container's window for dialogs; null when it does not tell.
+  HWND window() const;
+
+ private:
+  Microsoft::WRL::ComPtr<IOleClientSite> site_;
+};
+
+}  // namespace zyn

@@ -1,0 +1,100 @@
+#include "com/control/ConnectionPoint_com.h"
+
+#include <olectl.h>
+
+#include "com/control/Control_com.h"
+#include "com/control/Enumerator_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+struct ConnectionPolicy {
+  using Interface = IEnumConnections;
+  using Item = CONNECTDATA;
+  using Stored = SinkList::Entry;
+
+  static void hand(const Stored& entry, Item& item) {
+    item = {entry.sink.Get(), entry.cookie};
+    item.pUnk->AddRef();
+  }
+  static void takeBack(Item& item) noexcept { item.pUnk->Release(); }
+};
+
+}  // namespace
+
+STDMETHODIMP ConnectionPoint::QueryInterface(REFIID iid, void** out) noexcept {
+  if (!out) {
+    return E_POINTER;
+  }
+  *out = nullptr;
+  if (iid != IID_IUnknown && iid != IID_IConnectionPoint) {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  *out = static_cast<IConnectionPoint*>(this);
+  return S_OK;
+}
+
+STDMETHODIMP_(ULONG) ConnectionPoint::AddRef() noexcept { return identityOf(control_)->AddRef(); }
+
+STDMETHODIMP_(ULONG) ConnectionPoint::Release() noexcept { return identityOf(control_)->Release(); }
+
+STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* iid) noexcept {
+  if (!iid) {
+    return E_POINTER;
+  }
+  *iid = iid_;
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(
+    IConnectionPointContainer** container) noexcept {
+  if (!container) {
+    return E_POINTER;
+  }
+  *container = control_.connectionPoints();
+  (*container)->AddRef();
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
+  if (!cookie) {
+    return E_POINTER;
+  }
+  *cookie = 0;
+  if (!sink) {
+    return E_POINTER;
+  }
+  const ComPtr<IUnknown> alive = control_.keepAlive();
+  return boundary([&] {
+    ComPtr<IUnknown> wanted;
+    const auto ask = [&](const IID& iid) {
+      const HRESULT answer =
+          sink->QueryInterface(iid, reinterpret_cast<void**>(wanted.ReleaseAndGetAddressOf()));
+      return SUCCEEDED(answer) && wanted;
+    };
+    if (!ask(iid_) && !(kind_ == Kind::late && ask(IID_IDispatch))) {
+      return CONNECT_E_CANNOTCONNECT;
+    }
+    *cookie = sinks_.add(wanted);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) noexcept {
+  const ComPtr<IUnknown> alive = control_.keepAlive();
+  return boundary([&] { return sinks_.remove(cookie) ? S_OK : CONNECT_E_NOCONNECTION; });
+}
+
+STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) noexcept {
+  if (!connections) {
+    return E_POINTER;
+  }
+  *connections = nullptr;
+  return boundary([&] { giveEnumerator<ConnectionPolicy>(sinks_.snapshot(), connections); });
+}
+
+}  // namespace zyn

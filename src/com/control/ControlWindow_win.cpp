@@ -1,0 +1,112 @@
+#include "com/control/ControlWindow_win.h"
+
+#include "com/HostState_win.h"
+#include "com/ModuleHandle_win.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr const wchar_t* kClassName = L"ZYNVueControl";
+
+ControlWindow* ownerOf(HWND window) noexcept {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): it is how a window keeps a pointer
+  return reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, 0));
+}
+
+}  // namespace
+
+/// The registration of the window class, for as long as the module is loaded.
+class ControlWindowClass {
+ public:
+  static ATOM atom() noexcept {
+    static const ControlWindowClass registered;
+    return registered.atom_;
+  }
+
+ private:
+  ControlWindowClass() noexcept {
+    WNDCLASSEXW description = {};
+    description.cbSize = sizeof description;
+    description.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS | CS_OWNDC;
+    description.lpfnWndProc = ControlWindow::procedure;
+    description.cbWndExtra = sizeof(ControlWindow*);
+    description.hInstance = moduleHandle();
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kClassName;
+    atom_ = RegisterClassExW(&description);
+  }
+  ~ControlWindowClass() { UnregisterClassW(kClassName, moduleHandle()); }
+
+  ATOM atom_;
+};
+
+bool ControlWindow::create(HWND parent, const RECT& place) noexcept {
+  const ATOM windowClass = ControlWindowClass::atom();
+  return windowClass &&
+         CreateWindowExW(0, MAKEINTATOM(windowClass), L"",
+                         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, parent, nullptr,
+                         moduleHandle(), this);
+}
+
+void ControlWindow::destroy() noexcept {
+  const HWND window = handle();
+  window_ = nullptr;
+  clipped_ = false;
+  if (window) {
+    DestroyWindow(window);
+    // Where the window could not be destroyed from this thread it must forget us all the same.
+    if (ownerOf(window) == this) {
+      SetWindowLongPtrW(window, 0, 0);
+    }
+  }
+}
+
+HWND ControlWindow::handle() const noexcept {
+  return window_ && ownerOf(window_) == this ? window_ : nullptr;
+}
+
+void ControlWindow::place(const RECT& position, const RECT& clip) noexcept {
+  const HWND window = handle();
+  if (!window) {
+    return;
+  }
+  SetWindowPos(window, nullptr, position.left, position.top, position.right - position.left,
+               position.bottom - position.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  RECT shown = position;
+  if (!IsRectEmpty(&clip)) {
+    IntersectRect(&shown, &position, &clip);
+  }
+  const bool clipped = !EqualRect(&shown, &position) && !IsRectEmpty(&position);
+  if (clipped || clipped_) {
+    OffsetRect(&shown, -position.left, -position.top);
+    SetWindowRgn(window, clipped ? CreateRectRgnIndirect(&shown) : nullptr, TRUE);
+    clipped_ = clipped;
+  }
+}
+
+LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wParam,
+                                          LPARAM lParam) noexcept {
+  const HostState state;
+  if (message == WM_NCCREATE) {
+    auto* const created = static_cast<ControlWindow*>(
+        reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);  // NOLINT
+    created->window_ = window;
+    SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(created));
+  }
+  ControlWindow* const owner = ownerOf(window);
+  std::optional<LRESULT> result;
+  if (owner) {
+    if ((message == WM_DESTROY || message == WM_NCDESTROY) && owner->window_ == window) {
+      owner->window_ = nullptr;
+    }
+    result = owner->client_.windowMessage(window, message, wParam, lParam);
+  }
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, 0, 0);
+  }
+  return result ? *result : DefWindowProcW(window, message, wParam, lParam);
+}
+
+}  // namespace zyn

@@ -1,0 +1,9 @@
+#include "com/control/Facet_com.h"
+
+#include "com/control/Control_com.h"
+
+namespace zyn {
+
+IUnknown* identityOf(Control& control) noexcept { return control.identity().controllingUnknown(); }
+
+}  // namespace zyn

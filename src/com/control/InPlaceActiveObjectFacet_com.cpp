@@ -1,0 +1,68 @@
+#include "com/control/InPlaceActiveObjectFacet_com.h"
+
+#include "com/control/Control_com.h"
+
+namespace zyn {
+
+namespace {
+
+/// The modifiers as IOleControlSite::TranslateAccelerator numbers them.
+DWORD heldModifiers() noexcept {
+  constexpr DWORD kShift = 1;
+  constexpr DWORD kControl = 2;
+  constexpr DWORD kAlt = 4;
+  const auto held = [](int key) { return GetKeyState(key) < 0; };
+  return (held(VK_SHIFT) ? kShift : 0) | (held(VK_CONTROL) ? kControl : 0) |
+         (held(VK_MENU) ? kAlt : 0);
+}
+
+bool isKey(const MSG& message) noexcept {
+  return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+}
+
+bool isKeyChange(const MSG& message) noexcept {
+  return message.message == WM_KEYDOWN || message.message == WM_KEYUP;
+}
+
+}  // namespace
+
+STDMETHODIMP InPlaceActiveObjectFacet::GetWindow(HWND* window) noexcept {
+  if (!window) {
+    return E_POINTER;
+  }
+  *window = control().window();
+  return *window ? S_OK : E_FAIL;
+}
+
+STDMETHODIMP InPlaceActiveObjectFacet::ContextSensitiveHelp(BOOL) noexcept { return S_OK; }
+
+STDMETHODIMP InPlaceActiveObjectFacet::TranslateAccelerator(LPMSG message) noexcept {
+  if (!message) {
+    return E_POINTER;
+  }
+  return entry([&] {
+    if (!isKey(*message)) {
+      return S_FALSE;
+    }
+    const HWND window = control().window();
+    if (window && message->hwnd == window && isKeyChange(*message) &&
+        control().wantsKey(message->wParam)) {
+      DispatchMessageW(message);
+      return S_OK;
+    }
+    const auto site = control().site().as<IOleControlSite>();
+    return site && site->TranslateAccelerator(message, heldModifiers()) == S_OK ? S_OK : S_FALSE;
+  });
+}
+
+STDMETHODIMP InPlaceActiveObjectFacet::OnFrameWindowActivate(BOOL) noexcept { return S_OK; }
+
+STDMETHODIMP InPlaceActiveObjectFacet::OnDocWindowActivate(BOOL) noexcept { return S_OK; }
+
+STDMETHODIMP InPlaceActiveObjectFacet::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) noexcept {
+  return S_OK;
+}
+
+STDMETHODIMP InPlaceActiveObjectFacet::EnableModeless(BOOL) noexcept { return S_OK; }
+
+}  // namespace zyn
