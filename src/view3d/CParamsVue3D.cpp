@@ -172,6 +172,19 @@ void CParamsVue3D::fitWindow(ClientSize client) {
   storeClient(client);
 }
 
+void CParamsVue3D::resize(ClientSize client) {
+  if (client.isEmpty()) {
+    return;
+  }
+  if (pixelWidth_ == 0 || pixelHeight_ == 0) {
+    fitWindow(client);
+    return;
+  }
+  width_ *= static_cast<double>(client.width) / pixelWidth_;
+  height_ *= static_cast<double>(client.height) / pixelHeight_;
+  storeClient(client);
+}
+
 void CParamsVue3D::adaptTo(ClientSize client) {
   if (client.isEmpty()) {
     return;
@@ -196,6 +209,17 @@ void CParamsVue3D::zoom(double coefficient) {
     eye_ = target_ + (2.0 * distance) * normalised(eye_ - target_);
     zNear_ = 0.9 * distance;
     zFar_ = 3.1 * distance;
+  }
+}
+
+void CParamsVue3D::zoomAbout(int x, int y, double coefficient) {
+  const Point before = pixelToWorld(x, y);
+  zoom(coefficient);
+  const Vecteur shift = before - pixelToWorld(x, y);
+  if (std::isfinite(shift.norm())) {
+    eye_ = eye_ + shift;
+    target_ = target_ + shift;
+    frame_.reset();
   }
 }
 

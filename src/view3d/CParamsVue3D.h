@@ -85,6 +85,10 @@ class CParamsVue3D {
   /// Adapts the view rectangle to a client area by enlarging it; does nothing for an empty one.
   void fitWindow(ClientSize client);
 
+  /// Follows a window whose client area has changed: a pixel goes on showing as much of the scene.
+  /// Does nothing for an empty area.
+  void resize(ClientSize client);
+
   /// Adapts a camera from the past: one side of the rectangle stays, depending on how the aspect
   /// has changed since it was fitted. Does nothing for an empty area.
   void adaptTo(ClientSize client);
@@ -92,6 +96,9 @@ class CParamsVue3D {
   /// Divides the view rectangle by `coefficient`. Moves the eye away when the depth range is small
   /// against it.
   void zoom(double coefficient);
+
+  /// The same, keeping the scene point under the centre of a pixel in its place.
+  void zoomAbout(int x, int y, double coefficient);
 
   /// Pans by `distance` to the right of the screen or upwards. Each call also moves the eye back
   /// and enlarges depth and depth range.

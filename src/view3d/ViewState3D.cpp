@@ -77,6 +77,15 @@ bool ViewState3D::zoom(double coefficient) {
   return changeWithHistory([&](CParamsVue3D& camera) { camera.zoom(coefficient); });
 }
 
+bool ViewState3D::zoomAbout(int x, int y, double coefficient) {
+  return change([&](CParamsVue3D& camera) { camera.zoomAbout(x, y, coefficient); });
+}
+
+bool ViewState3D::resize(ClientSize client) {
+  client_ = client;
+  return change([&](CParamsVue3D& camera) { camera.resize(client); });
+}
+
 bool ViewState3D::rotateA(double degrees) {
   return change([&](CParamsVue3D& camera) { camera.rotateA(degrees); });
 }

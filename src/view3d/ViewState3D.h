@@ -41,6 +41,10 @@ class ViewState3D {
   ClientSize clientSize() const { return client_; }
   void setClientSize(ClientSize client) { client_ = client; }
 
+  /// The client area has changed: the camera, if there is one, goes on showing the scene at its
+  /// scale.
+  bool resize(ClientSize client);
+
   /// The least distance from eye to target that fits take, in scene units.
   double drawingDepth() const { return drawingDepth_; }
   void setDrawingDepth(double depth) { drawingDepth_ = depth; }
@@ -57,6 +61,8 @@ class ViewState3D {
   bool translateV(double distance);
   bool translateP(double distance);
   bool zoom(double coefficient);
+  /// Zooms about a client pixel; leaves the history alone.
+  bool zoomAbout(int x, int y, double coefficient);
   bool rotateA(double degrees);
   bool rotateH(double degrees);
   bool rotateV(double degrees);

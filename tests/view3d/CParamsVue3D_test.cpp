@@ -672,5 +672,43 @@ TEST(CParamsVue3DTest, ANullDirectionGivesNoFrame) {
   EXPECT_FALSE(camera.pixelToPlane(1, 1, {0, 0, 1, 0}));
 }
 
+TEST(CParamsVue3DTest, ResizingKeepsTheScaleOfAPixel) {
+  CParamsVue3D camera;
+  camera.fitAxis(AxisView::XYp, Box3{-2, 2, -1, 1, 0, 1}, {400, 200}, 0.0, 0.0);
+  const double width = camera.width();
+  const double height = camera.height();
+  camera.resize({600, 50});
+  EXPECT_DOUBLE_EQ(camera.width(), width * 600 / 400);
+  EXPECT_DOUBLE_EQ(camera.height(), height * 50 / 200);
+  camera.resize({0, 100});
+  EXPECT_EQ(camera.pixelWidth(), 600U);
+  camera.resize({400, 200});
+  EXPECT_DOUBLE_EQ(camera.width(), width);
+  EXPECT_DOUBLE_EQ(camera.height(), height);
+}
+
+TEST(CParamsVue3DTest, ZoomingAboutAPixelKeepsWhatIsUnderIt) {
+  CParamsVue3D camera;
+  camera.fitDefault(Box3{-2, 3, -1, 4, 0, 6}, {401, 200}, 0.1, 0.0);
+  camera.rotateH(33.0);
+  camera.rotateV(-12.0);
+  const double width = camera.width();
+  const Point before = camera.pixelToWorld(17, 180);
+  camera.zoomAbout(17, 180, 2.5);
+  const Point after = camera.pixelToWorld(17, 180);
+  EXPECT_DOUBLE_EQ(camera.width(), width / 2.5);
+  EXPECT_NEAR(after.x, before.x, 1e-12);
+  EXPECT_NEAR(after.y, before.y, 1e-12);
+  EXPECT_NEAR(after.z, before.z, 1e-12);
+}
+
+TEST(CParamsVue3DTest, ZoomingAboutAPixelByNothingLeavesTheTargetFinite) {
+  CParamsVue3D camera;
+  camera.fitDefault(Box3{-2, 3, -1, 4, 0, 6}, {401, 200}, 0.1, 0.0);
+  camera.zoomAbout(17, 180, 0.0);
+  EXPECT_TRUE(std::isinf(camera.width()));
+  EXPECT_DOUBLE_EQ(camera.target().x, 0.5);
+}
+
 }  // namespace
 }  // namespace zyn
