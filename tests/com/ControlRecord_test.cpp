@@ -30,8 +30,8 @@ TEST(ControlRecord, ComesBackAsWritten) {
 
 TEST(ControlRecord, HasAFixedForm) {
   EXPECT_EQ(encodeRecord({{0x01020304, 5}, 2, {0xAA}}),
-            (Bytes{'Z',  'Y', 'N', 'C', 1, 0, 0, 0, 13, 0, 0, 0, 0x02, 0x68, 0x53,
-                   0xF6, 4,   3,   2,   1, 5, 0, 0, 0,  2, 0, 0, 0,    0xAA}));
+            (Bytes{'Z',  'Y', 'N', 'C', 1, 0, 0, 0, 13, 0, 0, 0, 0xC2, 0x70, 0xA9,
+                   0x09, 4,   3,   2,   1, 5, 0, 0, 0,  2, 0, 0, 0,    0xAA}));
 }
 
 TEST(ControlRecord, EveryTruncationIsRefused) {
