@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <numbers>
-#include <numeric>
 #include <tuple>
 #include <vector>
 
@@ -30,8 +29,11 @@ std::vector<Plane> planes(const Mesh& mesh) {
 
 /// Corner numbers (3 x triangle + corner) ordered so that equal positions are neighbours.
 std::vector<std::size_t> cornersByPosition(const Mesh& mesh) {
-  std::vector<std::size_t> corners(3 * mesh.triangles.size());
-  std::iota(corners.begin(), corners.end(), std::size_t{0});
+  std::vector<std::size_t> corners;
+  corners.reserve(3 * mesh.triangles.size());
+  for (std::size_t corner = 0; corner < 3 * mesh.triangles.size(); ++corner) {
+    corners.push_back(corner);
+  }
   const auto key = [&mesh](std::size_t corner) {
     const Vector& v = mesh.triangles[corner / 3].vertices[corner % 3];
     return std::tie(v.x, v.y, v.z);

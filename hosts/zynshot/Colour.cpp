@@ -123,7 +123,7 @@ ColourAndAlpha parseColourAndAlpha(std::string_view text) {
 std::string colourNames() {
   std::string names;
   for (const NamedColour& colour : kNames) {
-    names += (names.empty() ? "" : " ") + std::string(colour.name);
+    names.append(names.empty() ? "" : " ").append(colour.name);
   }
   return names;
 }
