@@ -129,9 +129,16 @@ HRESULT ArgumentSlot::takeValue(LCID locale) {
   return VariantChangeTypeEx(&value_, argument_, locale, 0, type);
 }
 
+/// Takes the value as it is, without a copy of what it leads to, but never as a reference: what
+/// scripts pass as one, they mean as the value.
 void ArgumentSlot::borrow(const VARIANT& value) {
   value_ = value;
   ownsValue_ = false;
+  const VARTYPE type = V_VT(&value) & ~VT_BYREF;
+  if (V_ISBYREF(&value) && sizeOf(type) != 0) {
+    V_VT(&value_) = type;
+    std::memcpy(&V_I8(&value_), V_BYREF(&value), sizeOf(type));
+  }
 }
 
 /// Null is no object: scripts that have no typed null pass it so.

@@ -23,7 +23,9 @@ class ArgumentSlot {
   /// Makes an empty place for a result.
   void makePlace(const Parameter& parameter);
 
-  VARTYPE callType() const { return V_VT(callValue_); }
+  VARTYPE callType() const {
+    return static_cast<VARTYPE>(parameter_->type | (parameter_->byReference ? VT_BYREF : 0));
+  }
   VARIANTARG* callValue() { return callValue_; }
 
   /// Writes the member's value to the variable that the caller gave by reference, if it gave one.

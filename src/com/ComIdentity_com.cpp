@@ -1,6 +1,6 @@
 #include "com/ComIdentity_com.h"
 
-#include "com/HostState.h"
+#include "com/HostState_win.h"
 #include "com/ModuleState_com.h"
 
 namespace zyn {

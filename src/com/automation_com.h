@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-#include "com/HostState.h"
+#include "com/HostState_win.h"
 #include "com/errors_com.h"
 
 namespace zyn {
