@@ -151,7 +151,8 @@ void MouseNavigation::wheel(int delta, PixelPoint at) {
     return;
   }
   const double turn = (middleButtonInverse_ ? -1.0 : 1.0) * delta * middleButtonAcceleration_;
-  host_.zoomAbout(lastAt_.value_or(at), wheelFactor(truncated(turn), client.height));
+  const PixelPoint centre = lastAt_.value_or(at);
+  view_.zoomAbout(centre.x, centre.y, wheelFactor(truncated(turn), client.height));
   host_.repaint();
 }
 

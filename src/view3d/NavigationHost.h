@@ -42,10 +42,6 @@ class NavigationHost {
   /// Has the view drawn again, later.
   virtual void repaint() noexcept = 0;
 
-  /// Divides the camera's view rectangle by `coefficient`, keeping the model point under a pixel in
-  /// its place. Leaves the history alone.
-  virtual void zoomAbout(PixelPoint at, double coefficient) noexcept = 0;
-
   /// Whether there is anything that can be picked.
   virtual bool hasSelectables() const noexcept = 0;
 

@@ -109,7 +109,6 @@ class Session : public NavigationHost {
   }
   void trackMouseLeave() noexcept override { callOut(); }
   void repaint() noexcept override { callOut(); }
-  void zoomAbout(PixelPoint, double) noexcept override {}
   bool hasSelectables() const noexcept override { return true; }
   bool drawsCursor() const noexcept override { return true; }
   PickRecords pickAt(PixelPoint) noexcept override {

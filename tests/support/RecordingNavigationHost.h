@@ -56,9 +56,6 @@ class RecordingNavigationHost : public NavigationHost {
   void releaseMouse() noexcept override { record("release"); }
   void trackMouseLeave() noexcept override { record("track"); }
   void repaint() noexcept override { record("repaint"); }
-  void zoomAbout(PixelPoint at, double coefficient) noexcept override {
-    record("zoom", at, coefficient);
-  }
   bool hasSelectables() const noexcept override { return selectables; }
   bool drawsCursor() const noexcept override { return cursor; }
   PickRecords pickAt(PixelPoint at) noexcept override {
@@ -71,7 +68,7 @@ class RecordingNavigationHost : public NavigationHost {
   }
 
  private:
-  static void write(std::ostream& out, double value) { out << value; }
+  static void write(std::ostream& out, int value) { out << value; }
   static void write(std::ostream& out, PixelPoint at) { out << at.x << ',' << at.y; }
   static void write(std::ostream& out, const Names& names) {
     out << '{';

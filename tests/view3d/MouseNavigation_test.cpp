@@ -471,6 +471,16 @@ TEST_F(MouseNavigationTest, ARubberBandSelects) {
   EXPECT_EQ(navigation_.mode().value(), -1);
 }
 
+TEST_F(MouseNavigationTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
+  navigation_.mode().set(4);
+  press({100, 150});
+  move({100, 150});
+  EXPECT_EQ(host_.count("repaint"), 0);
+  move({200, 50});
+  move({200, 50});
+  EXPECT_EQ(host_.count("repaint"), 1);
+}
+
 TEST_F(MouseNavigationTest, TheKeyOfAWindowSelectionIsThatOfTheRelease) {
   navigation_.mode().set(-2);
   navigation_.setWindowSelection(true);
@@ -567,48 +577,74 @@ TEST_F(MouseNavigationTest, TheCursorGlyphComesAndGoes) {
 
 TEST_F(MouseNavigationTest, ANotchZoomsAboutTheLastPosition) {
   view_.setClientSize({800, 600});
-  navigation_.mouseMove({30, 40}, kNone);
+  view_.fitWindow();
+  view_.rotateH(20);
+  view_.rotateV(-35);
+  CParamsVue3D before(camera());
+  const std::size_t history = historyLength();
+  navigation_.mouseMove({30, 540}, kNone);
   host_.take();
   navigation_.wheel(120, {500, 500});
-  EXPECT_EQ(host_.take(), (Calls{"zoom 30,40 0.96", "repaint"}));
-  navigation_.wheel(-120, {500, 500});
-  EXPECT_EQ(host_.take(), (Calls{"zoom 30,40 1.04", "repaint"}));
+  EXPECT_EQ(host_.take(), Calls{"repaint"});
+  CParamsVue3D after(camera());
+  expectNear(after.pixelToWorld(30, 540), before.pixelToWorld(30, 540), 1e-9);
+  EXPECT_NEAR(after.width(), before.width() / 0.96, 1e-6);
+  EXPECT_NEAR(after.height(), before.height() / 0.96, 1e-6);
+  expectNear(after.direction(), before.direction(), 1e-12);
+  EXPECT_EQ(historyLength(), history);
+  EXPECT_EQ(view_.lastParams()->width(), after.width());
 }
 
 TEST_F(MouseNavigationTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
   MouseNavigation navigation(view_, host_);
+  CParamsVue3D before(camera());
   navigation.wheel(100, {50, 60});
-  EXPECT_EQ(host_.calls.front(), "zoom 50,60 0.9");
+  expectNear(CParamsVue3D(camera()).pixelToWorld(50, 60), before.pixelToWorld(50, 60), 1e-9);
+  EXPECT_NEAR(camera().height(), 1 / 0.9, 1e-6);
 }
 
-TEST_F(MouseNavigationTest, TheWheelIsInvertedAndAccelerated) {
+/// What turns of the wheel divide the view rectangle by, in a view 200 pixels high.
+class WheelTest : public MouseNavigationTest {
+ protected:
+  double factorOf(int delta) {
+    const double before = camera().height();
+    navigation_.wheel(delta, {});
+    return before / camera().height();
+  }
+};
+
+TEST_F(WheelTest, BothSenses) {
+  EXPECT_DOUBLE_EQ(factorOf(120), 1.0F - 120.0F / 1000.0F);
+  EXPECT_DOUBLE_EQ(factorOf(-120), 1.0F + 120.0F / 1000.0F);
   navigation_.setMiddleButtonInverse(true);
-  navigation_.wheel(100, {});
-  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.1");
+  EXPECT_DOUBLE_EQ(factorOf(120), 1.0F + 120.0F / 1000.0F);
+}
+
+TEST_F(WheelTest, IsAccelerated) {
   navigation_.setMiddleButtonAcceleration(2.5);
-  navigation_.wheel(100, {});
-  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.25");
+  EXPECT_DOUBLE_EQ(factorOf(100), 0.75);
+  navigation_.setMiddleButtonAcceleration(-2.5);
+  EXPECT_DOUBLE_EQ(factorOf(100), 1.25);
 }
 
-TEST_F(MouseNavigationTest, TurnsAreTruncatedTowardsZero) {
+TEST_F(WheelTest, TurnsAreTruncatedTowardsZero) {
   navigation_.setMiddleButtonAcceleration(0.0999);
-  navigation_.wheel(100, {});  // 9.99
-  EXPECT_EQ(host_.take().front(), "zoom 1,1 0.991");
-  navigation_.wheel(-100, {});
-  EXPECT_EQ(host_.take().front(), "zoom 1,1 1.009");
+  EXPECT_DOUBLE_EQ(factorOf(100), 1.0F - 9.0F / 1000.0F);
+  EXPECT_DOUBLE_EQ(factorOf(-100), 1.0F + 9.0F / 1000.0F);
   navigation_.setMiddleButtonAcceleration(0.0099);
-  navigation_.wheel(100, {});
-  EXPECT_EQ(host_.take().front(), "zoom 1,1 1");
+  EXPECT_DOUBLE_EQ(factorOf(100), 1.0);
 }
 
-TEST_F(MouseNavigationTest, AnyAccelerationIsSurvived) {
+TEST_F(WheelTest, AnyAccelerationIsSurvived) {
   for (const double factor : {1e300, -1e300, std::numeric_limits<double>::infinity(),
                               std::numeric_limits<double>::quiet_NaN()}) {
     navigation_.setMiddleButtonAcceleration(factor);
     navigation_.wheel(120, {});
     navigation_.wheel(0, {});
   }
-  EXPECT_EQ(host_.count("zoom"), 8);
+  EXPECT_EQ(host_.count("repaint"), 8);
+  view_.initView(0, [] { return std::optional<Box3>(); });
+  EXPECT_NEAR(camera().height(), std::sqrt(3.0), 1e-12);
 }
 
 TEST_F(MouseNavigationTest, TheWheelDoesNothingInAnEmptyClientArea) {
@@ -706,6 +742,9 @@ TEST_F(MouseNavigationTest, APressThatDoesNotReportItsButtonIsBelieved) {
   navigation_.leftDown({100, 100}, kNone);
   navigation_.mouseMove({200, 100}, kNone);
   expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
+  host_.selectables = true;
+  navigation_.mouseMove({210, 100}, kNone);
+  EXPECT_EQ(host_.count("pick"), 0);
   navigation_.leftUp({200, 100}, kNone);
   EXPECT_EQ(host_.calls.back(), "repaint");
 }
@@ -721,6 +760,16 @@ TEST_F(MouseNavigationTest, APressAfterAMissedReleaseStartsAnew) {
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
   EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+TEST_F(MouseNavigationTest, AMiddlePressAfterAMissedReleaseStartsAnew) {
+  navigation_.mode().set(-1);
+  navigation_.middleDown({100, 100}, kMiddle);
+  host_.handlers["MouseDown"] = [&] { EXPECT_EQ(navigation_.mode().value(), -1); };
+  navigation_.middleDown({100, 100}, kMiddle);
+  EXPECT_EQ(navigation_.mode().value(), 1);
+  navigation_.middleUp({100, 100});
+  EXPECT_EQ(navigation_.mode().value(), -1);
 }
 
 // What event handlers do.
@@ -784,6 +833,18 @@ TEST_F(MouseNavigationTest, APressWithinTheReleaseEventIsNotEndedByIt) {
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
   EXPECT_EQ(navigation_.mode().value(), 2);
+}
+
+TEST_F(MouseNavigationTest, AMiddlePressWithinTheReleaseEventIsNotEndedByIt) {
+  navigation_.middleDown({10, 10}, kMiddle);
+  host_.handlers["MouseUp"] = [&] { navigation_.middleDown({100, 100}, kMiddle); };
+  navigation_.middleUp({10, 10});
+  EXPECT_EQ(navigation_.mode().value(), 1);
+  EXPECT_EQ(host_.count("release"), 0);
+  host_.handlers.clear();
+  navigation_.middleUp({100, 100});
+  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(host_.count("release"), 1);
 }
 
 TEST_F(MouseNavigationTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
