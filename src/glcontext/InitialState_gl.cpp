@@ -62,10 +62,14 @@ void setInitialState3D(const Float4& background, Antialiasing& antialiasing) {
   glFrontFace(GL_CCW);
   setBlending();
   setMultisample(antialiasing);
-  setLineSmooth3D(antialiasing);
-  setPointSmooth(antialiasing);
+  setSmoothing3D(antialiasing);
   glEnable(GL_DEPTH_TEST);
   glDepthFunc(GL_LESS);
+}
+
+void setSmoothing3D(const Antialiasing& antialiasing) {
+  setLineSmooth3D(antialiasing);
+  setPointSmooth(antialiasing);
 }
 
 }  // namespace zyn

@@ -20,4 +20,7 @@ struct Antialiasing {
 /// flags are cleared.
 void setInitialState3D(const Float4& background, Antialiasing& antialiasing);
 
+/// Switches the smoothing of lines and points of the current context, without multisampling.
+void setSmoothing3D(const Antialiasing& antialiasing);
+
 }  // namespace zyn

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com/automation_com.h"
+#include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
 #include "objects/TrianglePainter_gl.h"
 
@@ -37,7 +38,13 @@ HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
 
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    return isVertexIndex(index) ? store(shape_.vertices[index], x, y, Z) : E_FAIL;
+    if (!isVertexIndex(index)) {
+      return E_FAIL;
+    }
+    if (measured_) {
+      GeometryEpoch::advance();
+    }
+    return store(shape_.vertices[index], x, y, Z);
   });
 }
 
@@ -110,11 +117,11 @@ STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
 }
 
 STDMETHODIMP CZYNGLTriangle::GetBox2D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox2D(modelBounds(), box); });
+  return automation(*this, [&] { return makeBox2D(bounds(), box); });
 }
 
 STDMETHODIMP CZYNGLTriangle::GetBox3D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox3D(modelBounds(), box); });
+  return automation(*this, [&] { return makeBox3D(bounds(), box); });
 }
 
 STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
@@ -128,6 +135,11 @@ STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
 }
 
 Box3 STDMETHODCALLTYPE CZYNGLTriangle::modelBounds() noexcept {
+  measured_ = true;
+  return bounds();
+}
+
+Box3 CZYNGLTriangle::bounds() const {
   const Point& first = shape_.vertices[0];
   Box3 box{first.x, first.x, first.y, first.y, first.z, first.z};
   for (const Point& vertex : shape_.vertices) {

@@ -35,7 +35,10 @@ class CZYNGLTriangle final
   Box3 STDMETHODCALLTYPE modelBounds() noexcept override;
 
  private:
+  Box3 bounds() const;
+
   TriangleShape shape_;
+  bool measured_ = false;  ///< somebody relies on the bounds
   LONG priority_ = 1;
 };
 

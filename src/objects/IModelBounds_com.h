@@ -7,7 +7,7 @@
 namespace zyn {
 
 /// Private interface of our own scene objects: their bounds as a value, without a box object for
-/// each question.
+/// each question. Once it has been asked, an object counts its changes in the GeometryEpoch.
 struct IModelBounds : public IUnknown {
   virtual Box3 STDMETHODCALLTYPE modelBounds() noexcept = 0;
 };

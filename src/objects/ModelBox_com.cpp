@@ -66,11 +66,15 @@ Box3 readBox3D(IZYNBox3D& box) {
               readSide(box, &IZYNBox3D::get_ZMin), readSide(box, &IZYNBox3D::get_ZMax)};
 }
 
-std::optional<Box3> boundsOf(IGLDraw& drawable) {
+std::optional<Box3> ownBounds(IUnknown* object) {
   ComPtr<IModelBounds> own;
-  if (SUCCEEDED(drawable.QueryInterface(IID_PPV_ARGS(&own))) && own) {
-    return own->modelBounds();
+  if (FAILED(object->QueryInterface(IID_PPV_ARGS(&own))) || !own) {
+    return std::nullopt;
   }
+  return own->modelBounds();
+}
+
+std::optional<Box3> boundsOf(IGLDraw& drawable) {
   ComPtr<IDispatch> object;
   ComPtr<IZYNBox3D> box;
   if (FAILED(drawable.GetBox3D(&object)) || !object || FAILED(object.As(&box)) || !box) {

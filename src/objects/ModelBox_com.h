@@ -19,6 +19,9 @@ HRESULT makeBox3D(const Box3& bounds, IDispatch** box);
 /// The bounds that a box object holds. Throws _com_error when the object fails.
 Box3 readBox3D(IZYNBox3D& box);
 
+/// The bounds of one of our own scene objects; none for any other object.
+std::optional<Box3> ownBounds(IUnknown* object);
+
 /// The bounds of what a drawable shows in 3D; none when it has no box or cannot tell it.
 std::optional<Box3> boundsOf(IGLDraw& drawable);
 

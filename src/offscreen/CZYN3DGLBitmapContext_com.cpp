@@ -22,6 +22,7 @@
 #include "offscreen/ImageExport_win.h"
 #include "offscreen/Picture_com.h"
 #include "view3d/BitmapCamera.h"
+#include "view3d/LightProperties_com.h"
 #include "view3d/SceneBox_com.h"
 #include "view3d/ScenePass_gl.h"
 
@@ -42,14 +43,6 @@ bool isSingleObject(IDispatch* object) {
 bool isDrawable(IDispatch* object) {
   ComPtr<IGLDraw> drawable;
   return SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&drawable)));
-}
-
-HRESULT giveLight(VARIANT* place, const LightBlock& lights, LightBlock::Section section) {
-  return giveNumbers(place, lights.get(section));
-}
-
-void takeLight(const VARIANT& value, LightBlock& lights, LightBlock::Section section) {
-  lights.put(section, readNumericArray(value).values);
 }
 
 /// What XFormView of a view answers, read back; none for any other count of numbers.
@@ -144,7 +137,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   if (const ComPtr<IZYNBox3D> box = box_) {
     return readBox3D(*box.Get());
   }
-  return sceneBoxOf(drawList_);
+  return SceneBox().measure(drawList_);
 }
 
 void CZYN3DGLBitmapContext::render(OffscreenSurface& surface) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "core/Box3.h"
@@ -7,7 +8,24 @@
 
 namespace zyn {
 
-/// The box of everything drawable in the list; none when no object has a box.
-std::optional<Box3> sceneBoxOf(CListTrace& list);
+/// Measures the box of what is drawn; none when no object has a box. Filling a list of our own
+/// objects costs the same for each, with the result of measuring all of them each time.
+class SceneBox {
+ public:
+  /// Measures all objects of the list.
+  std::optional<Box3> measure(CListTrace& list);
+
+  /// Measures a list to which `object` was appended, where `before` is the box from before.
+  std::optional<Box3> measureAppended(CListTrace& list, IDispatch* object,
+                                      const std::optional<Box3>& before);
+
+  /// The box of the list is no longer what was measured last: objects were removed, or another box
+  /// was put in its place.
+  void forget() { known_ = false; }
+
+ private:
+  bool known_ = false;       ///< what was measured is the box of the list, all of our own objects
+  std::uint64_t epoch_ = 0;  ///< as long as the geometry epoch is this
+};
 
 }  // namespace zyn
