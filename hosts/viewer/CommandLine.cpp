@@ -1,0 +1,96 @@
+#include "viewer/CommandLine.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+namespace zyn::viewer {
+
+namespace {
+
+std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+int parseLength(std::string_view text) {
+  constexpr int kLeast = 16;
+  constexpr int kMost = 8192;
+  int value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < kLeast || value > kMost) {
+    throw UsageError(quoted(text) + " is not a length from 16 to 8192 pixels");
+  }
+  return value;
+}
+
+void parseSize(std::string_view text, Request& request) {
+  const std::size_t cross = text.find('x');
+  if (cross == text.npos) {
+    throw UsageError(quoted(text) + " is not WIDTHxHEIGHT");
+  }
+  request.width = parseLength(text.substr(0, cross));
+  request.height = parseLength(text.substr(cross + 1));
+}
+
+std::vector<Command> parseScript(std::string_view text) {
+  std::vector<Command> script;
+  while (!text.empty()) {
+    const std::string_view word = text.substr(0, text.find(','));
+    const std::optional<Command> command = commandNamed(word);
+    if (!command) {
+      throw UsageError(quoted(word) + " is not a command");
+    }
+    script.push_back(*command);
+    text.remove_prefix(std::min(text.size(), word.size() + 1));
+  }
+  return script;
+}
+
+/// Walks through the arguments.
+class Arguments {
+ public:
+  explicit Arguments(std::span<const std::string> rest) : rest_(rest) {}
+
+  bool empty() const { return rest_.empty(); }
+
+  const std::string& next() {
+    const std::string& first = rest_.front();
+    rest_ = rest_.subspan(1);
+    return first;
+  }
+
+  const std::string& valueOf(const std::string& option) {
+    if (empty()) {
+      throw UsageError(option + " needs a value");
+    }
+    return next();
+  }
+
+ private:
+  std::span<const std::string> rest_;
+};
+
+}  // namespace
+
+Request parseCommandLine(std::span<const std::string> arguments) {
+  Request request;
+  Arguments rest(arguments);
+  while (!rest.empty()) {
+    const std::string& argument = rest.next();
+    if (argument == "--size") {
+      parseSize(rest.valueOf(argument), request);
+    } else if (argument == "--script") {
+      request.script = parseScript(rest.valueOf(argument));
+    } else if (argument == "--batch") {
+      request.batch = true;
+    } else if (argument.starts_with("--")) {
+      throw UsageError(quoted(argument) + " is not an option");
+    } else if (!request.model.empty()) {
+      throw UsageError("one model at a time");
+    } else {
+      request.model = argument;
+    }
+  }
+  return request;
+}
+
+}  // namespace zyn::viewer

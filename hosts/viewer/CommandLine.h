@@ -1,0 +1,31 @@
+#pragma once
+
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "viewer/Commands.h"
+
+namespace zyn::viewer {
+
+/// A command line that makes no sense. The message is one line for the person who typed it.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What the person asked for.
+struct Request {
+  std::string model;  ///< UTF-8; empty: none
+  int width = 1000;   ///< of the view, pixels
+  int height = 700;
+  std::vector<Command> script;  ///< carried out behind the loading
+  bool batch = false;           ///< no boxes: a problem is written and ends the program
+};
+
+/// Understands "[MODEL] [--size WxH] [--script COMMAND,COMMAND...] [--batch]" (UTF-8, without the
+/// program's name). Throws UsageError.
+Request parseCommandLine(std::span<const std::string> arguments);
+
+}  // namespace zyn::viewer

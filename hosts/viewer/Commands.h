@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace zyn::viewer {
+
+/// Everything that a person can ask for by menu, key or script; the values are menu identifiers.
+enum class Command : std::uint16_t {
+  kOpen = 100,
+  kReload,
+  kExportPng,
+  kExportJpeg,
+  kExportGif,
+  kExportBmp,
+  kExit,
+  kViewXYp,
+  kViewXYm,
+  kViewXZp,
+  kViewXZm,
+  kViewYZp,
+  kViewYZm,
+  kViewTurning,
+  kViewDefault,
+  kZoomAll,
+  kUndoView,
+  kZoomIn,
+  kZoomOut,
+  kTurnLeft,
+  kTurnRight,
+  kTurnUp,
+  kTurnDown,
+  kRollLeft,
+  kRollRight,
+  kModeRotate,
+  kModePan,
+  kModeZoom,
+  kModeSelect,
+  kModeWindow,
+  kSelectThrough,
+  kClearSelection,
+  kInverseWheel,
+  kGradient,
+  kTrihedron,
+  kOutline,
+  kLineAntialiasing,
+  kPointAntialiasing,
+  kMultisampling,
+  kLights,
+  kAmbientDialog,
+  kLightStudio,
+  kLightHead,
+  kLightSide,
+  kLightTwoSides,
+  kLightAmbient,
+  kDrawLights,
+  kHelp,
+};
+
+/// A key with its modifiers; `code` as Windows numbers virtual keys, 0 for no key.
+struct Key {
+  int code = 0;
+  bool control = false;
+  bool shift = false;
+
+  bool operator==(const Key&) const = default;
+};
+
+/// Virtual keys other than digits and capital letters, which are their own codes.
+enum KeyCode : int {
+  kKeyBackspace = 0x08,
+  kKeyEscape = 0x1B,
+  kKeyHome = 0x24,
+  kKeyLeft = 0x25,
+  kKeyUp = 0x26,
+  kKeyRight = 0x27,
+  kKeyDown = 0x28,
+  kKeyF1 = 0x70,
+  kKeyF5 = 0x74,
+  kKeyPlus = 0xBB,
+  kKeyMinus = 0xBD,
+};
+
+struct CommandEntry {
+  Command command;
+  std::string_view name;   ///< in scripts
+  std::string_view menu;   ///< "&File|&Export": menu and submenu, with the letters that open them
+  std::string_view label;  ///< with the letter that chooses it
+  Key key = {};
+  bool behindLine = false;  ///< a line separates it from the entry before
+};
+
+/// All commands in the order of the menus.
+std::span<const CommandEntry> commandTable();
+
+/// The command of a script's word.
+std::optional<Command> commandNamed(std::string_view name);
+
+/// "Ctrl+Shift+O", as menus show it; empty for no key.
+std::string keyText(const Key& key);
+
+/// One line for each command that has a key, for the help box.
+std::string keyHelp();
+
+}  // namespace zyn::viewer

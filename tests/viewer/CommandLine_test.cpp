@@ -1,0 +1,56 @@
+#include "viewer/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+namespace zyn::viewer {
+namespace {
+
+Request parse(std::vector<std::string> arguments) { return parseCommandLine(arguments); }
+
+std::string complaint(std::vector<std::string> arguments) {
+  try {
+    parseCommandLine(arguments);
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+  return "none";
+}
+
+TEST(ViewerCommandLineTest, EverythingMayBeMissing) {
+  const Request request = parse({});
+  EXPECT_EQ(request.model, "");
+  EXPECT_EQ(request.width, 1000);
+  EXPECT_EQ(request.height, 700);
+  EXPECT_TRUE(request.script.empty());
+  EXPECT_FALSE(request.batch);
+}
+
+TEST(ViewerCommandLineTest, EverythingIsUnderstoodInAnyOrder) {
+  const Request request =
+      parse({"--batch", "--size", "640x480", "a model.stl", "--script", "xy+,zoom-all,exit"});
+  EXPECT_EQ(request.model, "a model.stl");
+  EXPECT_EQ(request.width, 640);
+  EXPECT_EQ(request.height, 480);
+  EXPECT_EQ(request.script, (std::vector{Command::kViewXYp, Command::kZoomAll, Command::kExit}));
+  EXPECT_TRUE(request.batch);
+}
+
+TEST(ViewerCommandLineTest, SizesAreChecked) {
+  EXPECT_EQ(complaint({"--size", "640"}), "\"640\" is not WIDTHxHEIGHT");
+  for (const char* const size : {"15x100", "100x8193", "x100", "100x", "1e3x100", "100x100px",
+                                 "-100x100", "99999999999x100"}) {
+    EXPECT_NE(complaint({"--size", size}), "none") << size;
+  }
+  EXPECT_EQ(complaint({"--size", "16x8192"}), "none");
+}
+
+TEST(ViewerCommandLineTest, MistakesAreNamed) {
+  EXPECT_EQ(complaint({"--script", "xy+,dance"}), "\"dance\" is not a command");
+  EXPECT_EQ(complaint({"--script", ",xy+"}), "\"\" is not a command");
+  EXPECT_EQ(complaint({"--fast"}), "\"--fast\" is not an option");
+  EXPECT_EQ(complaint({"--size"}), "--size needs a value");
+  EXPECT_EQ(complaint({"a.stl", "b.stl"}), "one model at a time");
+}
+
+}  // namespace
+}  // namespace zyn::viewer
