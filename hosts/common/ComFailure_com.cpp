@@ -1,0 +1,19 @@
+#include "common/ComFailure_com.h"
+
+#include <cstdio>
+#include <string>
+
+#include "common/Utf8_win.h"
+
+namespace zyn::host {
+
+void check(HRESULT result, const wchar_t* subject, const char* problem) {
+  if (SUCCEEDED(result)) {
+    return;
+  }
+  char code[16] = {};
+  std::snprintf(code, sizeof code, " (0x%08lX)", static_cast<unsigned long>(result));
+  throw ComFailure(toUtf8(subject) + ' ' + problem + code);
+}
+
+}  // namespace zyn::host

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <windows.h>
+
+#include <stdexcept>
+
+namespace zyn::host {
+
+/// A call to a component that failed; the message is one line with the error's code.
+class ComFailure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Throws ComFailure "`subject` `problem` (0x8…)" for a failed `result`.
+void check(HRESULT result, const wchar_t* subject, const char* problem = "failed");
+
+}  // namespace zyn::host
