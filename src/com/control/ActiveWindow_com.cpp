@@ -51,6 +51,11 @@ bool isButtonPress(UINT message) noexcept {
   }
 }
 
+bool isUserInput(UINT message) noexcept {
+  return (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+         (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+}
+
 }  // namespace
 
 SIZE ActiveWindow::clientSize() const noexcept {
@@ -117,6 +122,9 @@ std::optional<LRESULT> ActiveWindow::handle(HWND window, UINT message, WPARAM wP
 }
 
 std::optional<LRESULT> ActiveWindow::handleInput(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (control_.ignoresInput() && isUserInput(message)) {
+    return std::nullopt;
+  }
   if (isButtonPress(message)) {
     control_.activation().activateUi();
     takeFocus();

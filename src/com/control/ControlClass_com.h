@@ -28,6 +28,7 @@ namespace zyn {
 ///   the container is told that the picture changed.
 /// - A control always activates with a window of its own, whatever its container offers: OpenGL
 ///   needs a device context whose pixel format is the control's.
+/// - dialogOwner() is the window for dialogs to belong to; hold a modalScope() while one is open.
 /// - On WM_CAPTURECHANGED and WM_CANCELMODE end a drag; the base does not know of drags.
 template <class Derived, class... Interfaces>
 class ControlClass : public ComClass<Derived, Interfaces...>, protected Control {

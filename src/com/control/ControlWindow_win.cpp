@@ -1,6 +1,5 @@
 #include "com/control/ControlWindow_win.h"
 
-#include "com/HostState_win.h"
 #include "com/ModuleHandle_win.h"
 
 namespace zyn {
@@ -30,7 +29,7 @@ class ControlWindowClass {
     description.cbSize = sizeof description;
     description.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS | CS_OWNDC;
     description.lpfnWndProc = ControlWindow::procedure;
-    description.cbWndExtra = sizeof(ControlWindow*);
+    description.cbWndExtra = sizeof(LONG_PTR);
     description.hInstance = moduleHandle();
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = kClassName;
@@ -88,7 +87,6 @@ void ControlWindow::place(const RECT& position, const RECT& clip) noexcept {
 
 LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wParam,
                                           LPARAM lParam) noexcept {
-  const HostState state;
   if (message == WM_NCCREATE) {
     auto* const created = static_cast<ControlWindow*>(
         reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);  // NOLINT

@@ -70,8 +70,18 @@ void Control::setSite(IOleClientSite* site) {
   site_.set(site);
   if (site) {
     reopen();
-    ambientChanged(DISPID_UNKNOWN);
+    surroundingsChanged(DISPID_UNKNOWN);
   }
+}
+
+void Control::surroundingsChanged(DISPID property) {
+  if (property == DISPID_AMBIENT_UIDEAD || property == DISPID_UNKNOWN) {
+    inputOff_ = site_.ambientFlag(DISPID_AMBIENT_UIDEAD, false);
+    if (const HWND shown = window(); inputOff_ && shown && GetCapture() == shown) {
+      ReleaseCapture();
+    }
+  }
+  ambientChanged(property);
 }
 
 void Control::close(DWORD saveOption) {

@@ -21,6 +21,7 @@
 #include "com/control/EventArgument_com.h"
 #include "com/control/InPlaceActiveObjectFacet_com.h"
 #include "com/control/InPlaceObjectFacet_com.h"
+#include "com/control/ModalScope_com.h"
 #include "com/control/OleControlFacet_com.h"
 #include "com/control/OleObjectFacet_com.h"
 #include "com/control/PersistPropertyBagFacet_com.h"
@@ -55,6 +56,9 @@ class Control : public ControlHooks {
   /// The container's window, as an owner for dialogs; null when it does not tell.
   HWND dialogOwner() const;
 
+  /// To be held while a dialog of the control is open.
+  ModalScope modalScope() const { return ModalScope(activation_.frame()); }
+
   /// A property of the surroundings, if the container tells it.
   std::optional<_variant_t> ambient(DISPID property) const { return site_.ambient(property); }
 
@@ -79,6 +83,12 @@ class Control : public ControlHooks {
   IConnectionPointContainer* connectionPoints() noexcept { return &connectionPoints_; }
 
   void setSite(IOleClientSite* site);
+
+  /// A property of the surroundings changed; DISPID_UNKNOWN: any of them.
+  void surroundingsChanged(DISPID property);
+
+  /// Whether the container has switched the user's input off.
+  bool ignoresInput() const noexcept { return inputOff_; }
 
   /// Ends activation and, unless it is closed already, has the control saved and tells those who
   /// watch it.
@@ -121,6 +131,7 @@ class Control : public ControlHooks {
   ControlDescription description_;
   bool shutDown_ = false;
   bool closed_ = true;  ///< no site was set and nothing was activated since the last Close
+  bool inputOff_ = false;
   int eventFreezes_ = 0;
   ClientSite site_;
   ViewAdvice viewAdvice_;

@@ -16,7 +16,7 @@ STDMETHODIMP OleControlFacet::GetControlInfo(CONTROLINFO* info) noexcept {
 STDMETHODIMP OleControlFacet::OnMnemonic(MSG*) noexcept { return S_OK; }
 
 STDMETHODIMP OleControlFacet::OnAmbientPropertyChange(DISPID property) noexcept {
-  return entry([&] { control().ambientChanged(property); });
+  return entry([&] { control().surroundingsChanged(property); });
 }
 
 STDMETHODIMP OleControlFacet::FreezeEvents(BOOL freeze) noexcept {
