@@ -180,10 +180,12 @@ void MouseNavigation::close() {
   cancelMiddle();
 }
 
+/// Captures the mouse once: a window that captures it again is told that it lost it.
 void MouseNavigation::beginDrag(PixelPoint at) {
   dragFrom_ = at;
-  captured_ = true;
-  host_.captureMouse();
+  if (!std::exchange(captured_, true)) {
+    host_.captureMouse();
+  }
 }
 
 /// Gives the capture back when no button needs it any more. The system then reports it as lost.

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -19,6 +20,9 @@ class Session : public NavigationHost {
   void run() {
     while (!input_.empty()) {
       message();
+      if (captured_ && !leftHeld_ && !middleHeld_) {
+        std::abort();
+      }
     }
     navigation_.leftUp({}, MouseKeys());
     navigation_.middleUp({});
@@ -49,12 +53,16 @@ class Session : public NavigationHost {
     const PixelPoint at{next() - 64, next() - 64};
     switch (kind % 12) {
       case 0:
+        leftHeld_ = true;
         return navigation_.leftDown(at, keys);
       case 1:
+        leftHeld_ = false;
         return navigation_.leftUp(at, keys);
       case 2:
+        middleHeld_ = true;
         return navigation_.middleDown(at, keys);
       case 3:
+        middleHeld_ = false;
         return navigation_.middleUp(at);
       case 4:
         return navigation_.mouseLeave();
@@ -63,7 +71,7 @@ class Session : public NavigationHost {
       case 6:
         return loseCapture();
       case 7:
-        captured_ = false;
+        captured_ = leftHeld_ = middleHeld_ = false;
         return navigation_.close();
       case 8:
         return navigation_.mode().set(at.x % 8 - 2);
@@ -84,8 +92,9 @@ class Session : public NavigationHost {
     }
   }
 
+  /// The system takes the capture.
   void loseCapture() {
-    captured_ = false;
+    captured_ = leftHeld_ = middleHeld_ = false;
     navigation_.captureLost();
   }
 
@@ -102,8 +111,8 @@ class Session : public NavigationHost {
     callOut();
   }
   void releaseMouse() noexcept override {
-    if (captured_) {
-      loseCapture();
+    if (std::exchange(captured_, false)) {
+      navigation_.captureLost();
     }
     callOut();
   }
@@ -124,6 +133,8 @@ class Session : public NavigationHost {
   ViewState3D view_;
   MouseNavigation navigation_{view_, *this};
   bool captured_ = false;
+  bool leftHeld_ = false;  ///< as far as the messages tell
+  bool middleHeld_ = false;
   int depth_ = 0;
 };
 

@@ -337,8 +337,9 @@ TEST_F(MouseNavigationTest, SwitchingTheMiddleButtonOffEndsItsMode) {
 
 TEST_F(MouseNavigationTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   press({100, 100});
-  navigation_.middleDown({100, 100}, MouseKeys(MouseKeys::kLeft | MouseKeys::kMiddle));
   host_.take();
+  navigation_.middleDown({100, 100}, MouseKeys(MouseKeys::kLeft | MouseKeys::kMiddle));
+  EXPECT_EQ(host_.take(), Calls{"MouseDown 2 100,100"});
   navigation_.middleUp({100, 100});
   EXPECT_EQ(host_.take(), Calls{"MouseUp 2 100,100"});
   move({200, 100});
