@@ -1,6 +1,7 @@
 // Every form in which scripts and late-bound hosts pass arguments, and how their mistakes are told.
 #include <utility>
 
+#include "support/ForeignObject_win.h"
 #include "support/LateBinding_win.h"
 
 namespace zyn::test {
@@ -468,6 +469,24 @@ TEST_F(LateBindingTest, FailuresOfVtableCallsLeaveErrorInformation) {
   GUID iid = {};
   info->GetGUID(&iid);
   EXPECT_EQ(iid, __uuidof(IZYNGLTriangle));
+}
+
+TEST_F(LateBindingTest, ErrorInformationOfOthersIsTakenOnlyFromThoseWhoOfferIt) {
+  const auto object = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
+  const auto fail = [](IDispatch**) {
+    ComPtr<ICreateErrorInfo> writer;
+    ComPtr<IErrorInfo> info;
+    CreateErrorInfo(&writer);
+    writer.As(&info);
+    SetErrorInfo(0, info.Get());
+    return E_ACCESSDENIED;
+  };
+  object->onAttribut = fail;
+  const CallResult call =
+      callMethod(context_.Get(), L"Add",
+                 {static_cast<IDispatch*>(queryFor<IZYNObjet>(object.Get()).Get()), 0L});
+  EXPECT_EQ(call.scode, E_ACCESSDENIED);
+  EXPECT_EQ(call.source, L"ZYNVue.ZYN3dGLBitmapContext");
 }
 
 // Type information.
