@@ -62,10 +62,10 @@ Sub PrepareContext()
   context.GradientBackground = True
   context.setGradientColor 0.45, 0.6, 0.8
   ' Ambient light: on, colour, intensity.
-  context.AmbientLightProperty = Array(1, 1, 1, 1, 0.3)
+  context.AmbientLightProperty = Array(1, 1, 1, 1, 0.5)
   ' Directional lights: on, colour, ambient, diffuse and specular factors, azimuth and elevation
   ' as the viewer sees them: a white one from the upper left, a bluish one from the right.
-  context.DirectionLight1Property = Array(1, 1, 1, 1, 0, 0.8, 0.3, Radians(-35), Radians(40))
+  context.DirectionLight1Property = Array(1, 1, 1, 1, 0, 0.9, 0.3, Radians(-30), Radians(30))
   context.DirectionLight2Property = Array(1, 0.6, 0.7, 1, 0, 0.35, 0, Radians(70), Radians(-10))
 End Sub
 

@@ -56,9 +56,9 @@ function prepare(context) {
   context.setGradientColor(0.8, 0.82, 0.85);
   // Ambient light: on, colour, intensity. Directional light: on, colour, ambient, diffuse and
   // specular factors, azimuth and elevation as the viewer sees them.
-  context.AmbientLightProperty = numbers([1, 1, 1, 1, 0.4]);
+  context.AmbientLightProperty = numbers([1, 1, 1, 1, 0.6]);
   context.DirectionLight1Property =
-      numbers([1, 1, 1, 1, 0, 0.8, 0.1, radians(-35), radians(40)]);
+      numbers([1, 1, 1, 1, 0, 0.8, 0.1, radians(-30), radians(30)]);
 }
 
 // Reads the facets: arrays of three vertices, each an array of three numbers.
