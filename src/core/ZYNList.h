@@ -142,9 +142,14 @@ class ZYNList<T>::Walk {
   Walk& operator=(const Walk&) = delete;
   /// Not inlined: GCC 12 then takes the list, while it is walked, for one that keeps a dead walk.
   [[gnu::noinline]] ~Walk() {
-    if (list_) {
-      list_->walks_ = otherWalk_;
+    if (!list_) {
+      return;
     }
+    Walk** entry = &list_->walks_;
+    while (*entry != this) {
+      entry = &(*entry)->otherWalk_;
+    }
+    *entry = otherWalk_;
   }
 
   /// Whether it stands on a value: not at the end, and the value has not been removed since.
