@@ -16,8 +16,8 @@ constexpr UINT kNotGiven = static_cast<UINT>(-1);
 DispatchCall::DispatchCall(const Member& member, const LateCall& call)
     : member_(member),
       call_(call),
-      given_(member.argumentCount(), kNotGiven),
-      slots_(member.parameters.size()) {}
+      given_(member.argumentCount(), kNotGiven, &arena_),
+      slots_(member.parameters.size(), &arena_) {}
 
 HRESULT DispatchCall::execute(void* object) {
   if (call_.result) {
@@ -94,8 +94,10 @@ HRESULT DispatchCall::takeArguments() {
 }
 
 HRESULT DispatchCall::callMember(void* object) {
-  std::vector<VARTYPE> types;
-  std::vector<VARIANTARG*> values;
+  std::pmr::vector<VARTYPE> types(&arena_);
+  std::pmr::vector<VARIANTARG*> values(&arena_);
+  types.reserve(slots_.size());
+  values.reserve(slots_.size());
   for (ArgumentSlot& slot : slots_) {
     types.push_back(slot.callType());
     values.push_back(slot.callValue());

@@ -4,6 +4,9 @@
 // After windows.h:
 #include <oaidl.h>
 
+#include <array>
+#include <cstddef>
+#include <memory_resource>
 #include <vector>
 
 #include "com/ArgumentSlot_com.h"
@@ -31,8 +34,11 @@ class DispatchCall {
 
   const Member& member_;
   const LateCall& call_;
-  std::vector<UINT> given_;  ///< for each parameter, which of the caller's arguments
-  std::vector<ArgumentSlot> slots_;
+  std::array<std::byte, 2048>
+      memory_;  ///< enough for most calls; the heap would cost more than they do
+  std::pmr::monotonic_buffer_resource arena_{memory_.data(), memory_.size()};
+  std::pmr::vector<UINT> given_;  ///< for each parameter, which of the caller's arguments
+  std::pmr::vector<ArgumentSlot> slots_;
 };
 
 }  // namespace zyn
