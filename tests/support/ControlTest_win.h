@@ -1,0 +1,76 @@
+#pragma once
+
+#include "support/ScriptedContainer_win.h"
+
+namespace zyn::test {
+
+inline constexpr const wchar_t* kVue3DProgId = L"ZYNVue.ZYNVue3D";
+
+/// Base of the tests that hold a 3D view in a scripted container. At the end nothing may be left:
+/// no reference on the control, none on the container, no window.
+class ControlTest : public HostTest {
+ protected:
+  ControlTest() { makeControl(); }
+  ~ControlTest() override {
+    dropControl();
+    EXPECT_EQ(container.references(), 0);
+  }
+
+  void makeControl() { control = createObject<IOleObject>(kVue3DProgId); }
+
+  /// Gives up the control, as a host does that takes its frame's active object back first.
+  void dropControl() {
+    container.frame.activeObject.Reset();
+    if (IOleObject* const last = control.Detach()) {
+      EXPECT_EQ(last->Release(), 0U);
+    }
+  }
+
+  template <class Interface>
+  ComPtr<Interface> as() const {
+    return queryFor<Interface>(control.Get());
+  }
+
+  HRESULT doVerb(LONG verb) {
+    const RECT position = container.site.position;
+    return control->DoVerb(verb, nullptr, &container.site, 0, container.window(), &position);
+  }
+
+  /// The control in the container, with a window.
+  void show() {
+    require(control->SetClientSite(&container.site), "SetClientSite");
+    require(doVerb(OLEIVERB_SHOW), "DoVerb");
+    container.pump();
+  }
+
+  HWND window() const {
+    HWND found = nullptr;
+    as<IOleInPlaceObject>()->GetWindow(&found);
+    return found;
+  }
+
+  SIZE extent() const {
+    SIZEL found = {};
+    require(control->GetExtent(DVASPECT_CONTENT, &found), "GetExtent");
+    return found;
+  }
+  void setExtent(SIZEL size) const {
+    require(control->SetExtent(DVASPECT_CONTENT, &size), "SetExtent");
+  }
+
+  ComPtr<IConnectionPoint> eventSource() const {
+    ComPtr<IConnectionPoint> point;
+    require(as<IConnectionPointContainer>()->FindConnectionPoint(DIID__IZYNVue3DEvents,
+                                                                 point.ReleaseAndGetAddressOf()),
+            "FindConnectionPoint");
+    return point;
+  }
+
+  /// Has the control fire MouseMove.
+  void moveMouse(int x, int y) const { SendMessageW(window(), WM_MOUSEMOVE, 0, MAKELPARAM(x, y)); }
+
+  ScriptedContainer container{DIID__IZYNVue3DEvents};
+  ComPtr<IOleObject> control;
+};
+
+}  // namespace zyn::test
