@@ -41,19 +41,23 @@ zyn_layers(zyn_geometry geometry)
 zyn_dll(ZYNVue module ${zyn_shared_objects} ${zyn_main_objects})
 zyn_dll(ZYNModeleGeom geometry ${zyn_shared_objects} ${zyn_geometry_objects})
 
-# Hosts: console programs that use the library by ProgID only.
-file(GLOB mesh_sources CONFIGURE_DEPENDS hosts/mesh/*.cpp)
-foreach(host zynshot)
-  file(GLOB sources CONFIGURE_DEPENDS hosts/${host}/*.cpp)
-  if(sources)
-    add_executable(${host} ${sources} ${mesh_sources} ${ZYN_IDL_GUIDS})
-    target_include_directories(${host} PRIVATE hosts)
-    target_compile_options(${host} PRIVATE -municode)
-    target_link_options(${host} PRIVATE -municode)
-    target_link_libraries(${host} PRIVATE zyn_common ${ZYN_SYSTEM_LIBRARIES})
-    add_dependencies(${host} zyn_idl)
-  endif()
-endforeach()
+# Hosts: programs that use the library by ProgID only.
+file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp)
+add_library(zyn_hosts OBJECT ${host_sources})
+target_include_directories(zyn_hosts PUBLIC hosts)
+target_link_libraries(zyn_hosts PUBLIC zyn_common)
+add_dependencies(zyn_hosts zyn_idl)
+
+# zyn_host(NAME [LINK-OPTIONS...]): the program of hosts/NAME.
+function(zyn_host name)
+  file(GLOB sources CONFIGURE_DEPENDS hosts/${name}/*.cpp hosts/${name}/*.rc)
+  add_executable(${name} ${sources} ${ZYN_IDL_GUIDS})
+  target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
+  target_link_options(${name} PRIVATE -municode ${ARGN})
+  target_link_libraries(${name} PRIVATE zyn_hosts ${ZYN_SYSTEM_LIBRARIES})
+endfunction()
+
+zyn_host(zynshot)
 
 if(NOT BUILD_TESTING)
   return()
