@@ -12,7 +12,8 @@ namespace zyn {
 /// The part of the whole picture that the viewport shows, as fractions from the picture's left and
 /// bottom edge. A picture larger than the largest viewport is drawn part by part. Lines, points and
 /// raster images are cut where their vertices or centres leave the part: draw parts with a margin
-/// and keep their inside.
+/// and keep their inside. Surfaces then have the pixels of the whole; lines that leave a part may
+/// be off by one.
 struct PicturePart {
   double left = 0.0;
   double right = 1.0;
@@ -23,9 +24,9 @@ struct PicturePart {
 /// What one pass over a 3D scene shows, and how.
 struct ScenePass {
   const CParamsVue3D* camera = nullptr;  ///< without one, only the background is drawn
-  LightBlock lights;
-  std::optional<std::array<float, 3>> gradient;  ///< colour of the background's upper edge
-  PicturePart part;
+  LightBlock lights{};
+  std::optional<std::array<float, 3>> gradient{};  ///< colour of the background's upper edge
+  PicturePart part{};
   double pixelScale = 1.0;  ///< width of a plain line and size of a plain point, in pixels; above 0
 };
 
