@@ -64,13 +64,13 @@ SIZE ActiveWindow::clientSize() const noexcept {
 }
 
 bool ActiveWindow::create(HWND parent, const RECT& place) noexcept {
-  ended(announced_);
+  ended(nullptr);
   return window_.create(parent, place);
 }
 
 void ActiveWindow::destroy() noexcept {
   window_.destroy();
-  ended(announced_);
+  ended(nullptr);
 }
 
 void ActiveWindow::show() noexcept { ShowWindow(handle(), SW_SHOWNA); }
@@ -159,10 +159,11 @@ void ActiveWindow::created(HWND window) {
   control_.windowCreated(window, client_);
 }
 
-/// Tells the control, once, that the window it was told of is no more.
+/// Tells the control, once, that the window it was told of is no more; null when that window is not
+/// even there to be named.
 void ActiveWindow::ended(HWND window) noexcept {
   if (std::exchange(announced_, nullptr)) {
-    control_.windowDestroyed(IsWindow(window) ? window : nullptr);
+    control_.windowDestroyed(window);
   }
 }
 

@@ -15,7 +15,9 @@ STDMETHODIMP QuickActivateFacet::QuickActivate(QACONTAINER* container, QACONTROL
   *answer = {};
   answer->cbSize = size;
   return entry([&] {
-    control().setSite(container->pClientSite);
+    if (container->pClientSite) {
+      control().setSite(container->pClientSite);
+    }
     if (container->pAdviseSink) {
       control().viewObject().SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
     }
