@@ -12,6 +12,4 @@ void writeError(const std::string& utf8);
 /// Whether somebody watches standard error.
 bool isErrorConsole();
 
-std::string toUtf8(const wchar_t* text);
-
 }  // namespace zyn::shot

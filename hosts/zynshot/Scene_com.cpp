@@ -2,49 +2,21 @@
 
 #include <algorithm>
 
-#include "ZYNMODELEGEOM.h"
-#include "zynshot/ClassObject_com.h"
+#include "common/MeshObjects_com.h"
 
 namespace zyn::shot {
 
-using Microsoft::WRL::ComPtr;
-
-namespace {
-
-ComPtr<IZYNGLTriangle> makeTriangle(const ClassObject& factory, const mesh::Triangle& facet) {
-  ComPtr<IZYNGLTriangle> object = factory.create<IZYNGLTriangle>();
-  for (LONG i = 0; i < 3; ++i) {
-    const mesh::Vector& p = facet.vertices[i];
-    const mesh::Vector& n = facet.normals[i];
-    check(object->setPoint(i, p.x, p.y, p.z), L"setPoint");
-    check(object->setNormale(i, n.x, n.y, n.z), L"setNormale");
-  }
-  return object;
-}
-
-}  // namespace
+using host::check;
 
 Scene::Scene(const mesh::Mesh& mesh, const mesh::Progress& progress) : bounds_(mesh.bounds()) {
-  const ClassObject factory(L"ZYNVue.ZYNGLTriangle");
+  const host::ClassObject factory(L"ZYNVue.ZYNGLTriangle");
   mesh::ProgressMeter meter(progress, mesh.triangles.size());
   facets_.reserve(mesh.triangles.size());
   for (const mesh::Triangle& facet : mesh.triangles) {
     const auto& [a, b, c] = facet.vertices;
-    facets_.push_back({makeTriangle(factory, facet), (a + b + c) * (1.0 / 3.0)});
+    facets_.push_back({host::makeTriangle(factory, facet), (a + b + c) * (1.0 / 3.0)});
     meter.reached(facets_.size());
   }
-}
-
-ComPtr<IDispatch> Scene::box() const {
-  const auto box = ClassObject(L"ZYNModeleGeom.Box3D").create<IZYNBox3D>();
-  const auto& [least, most] = bounds_;
-  check(box->put_XMin(least.x), L"XMin");
-  check(box->put_XMax(most.x), L"XMax");
-  check(box->put_YMin(least.y), L"YMin");
-  check(box->put_YMax(most.y), L"YMax");
-  check(box->put_ZMin(least.z), L"ZMin");
-  check(box->put_ZMax(most.z), L"ZMax");
-  return box;
 }
 
 void Scene::paint(const Appearance& appearance) {

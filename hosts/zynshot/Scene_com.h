@@ -17,8 +17,7 @@ class Scene {
  public:
   explicit Scene(const mesh::Mesh& mesh, const mesh::Progress& progress);
 
-  /// A new box object around the mesh.
-  Microsoft::WRL::ComPtr<IDispatch> box() const;
+  const mesh::Bounds& bounds() const { return bounds_; }
 
   /// Colours all triangles.
   void paint(const Appearance& appearance);

@@ -2,16 +2,22 @@
 
 #include <comutil.h>
 
-#include "zynshot/ClassObject_com.h"
-#include "zynshot/NumberArray_com.h"
-#include "zynshot/OutputFile.h"
+#include "common/ClassObject_com.h"
+#include "common/MeshObjects_com.h"
+#include "common/NumberArray_com.h"
+#include "common/OutputFile.h"
 
 namespace zyn::shot {
+
+using host::check;
+using host::ClassObject;
+using host::numberArray;
+using host::OutputFile;
 
 Studio::Studio(Scene& scene)
     : scene_(scene),
       context_(ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext>()),
-      box_(scene.box()) {
+      box_(host::makeBox(scene.bounds())) {
   check(context_->get_DPIResolution(&screenDpi_), L"DPIResolution");
 }
 

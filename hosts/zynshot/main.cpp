@@ -10,12 +10,13 @@
 #include <system_error>
 #include <vector>
 
+#include "common/ComFailure_com.h"
+#include "common/OutputFile.h"
+#include "common/Utf8_win.h"
 #include "mesh/MeshReader.h"
 #include "mesh/SmoothNormals.h"
-#include "zynshot/ComFailure_com.h"
 #include "zynshot/CommandLine.h"
 #include "zynshot/Console_win.h"
-#include "zynshot/OutputFile.h"
 #include "zynshot/ProgressLine.h"
 #include "zynshot/Scene_com.h"
 #include "zynshot/Studio_com.h"
@@ -30,7 +31,7 @@ constexpr int kWrongUsage = 2;
 /// COM for the calling thread.
 class Apartment {
  public:
-  Apartment() { check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), L"CoInitializeEx"); }
+  Apartment() { host::check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), L"CoInitializeEx"); }
   ~Apartment() { CoUninitialize(); }
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
@@ -49,7 +50,7 @@ ProgressLine::Style progressStyle(const Request& request) {
 
 void render(const Request& request) {
   for (const PictureOptions& picture : request.pictures) {
-    OutputFile(picture.file).probe();
+    host::OutputFile(picture.file).probe();
   }
   ProgressLine line(progressStyle(request), writeError);
   const auto showing = [&line](const char* what) {
@@ -103,7 +104,7 @@ int run(const std::vector<std::string>& arguments) {
 int wmain(int argc, wchar_t** argv) {
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i) {
-    arguments.push_back(zyn::shot::toUtf8(argv[i]));
+    arguments.push_back(zyn::host::toUtf8(argv[i]));
   }
   return zyn::shot::run(arguments);
 }

@@ -1,4 +1,4 @@
-#include "zynshot/OutputFile.h"
+#include "common/OutputFile.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace zyn::shot {
+namespace zyn::host {
 namespace {
 
 namespace fs = std::filesystem;
@@ -76,4 +76,4 @@ TEST_F(OutputFileTest, saysBeforehandWhereNothingCanBeWritten) {
 }
 
 }  // namespace
-}  // namespace zyn::shot
+}  // namespace zyn::host
