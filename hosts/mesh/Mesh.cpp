@@ -4,7 +4,7 @@
 
 namespace zyn::mesh {
 
-Bounds Mesh::bounds() const {
+Bounds boundsOf(std::span<const Triangle> triangles) {
   if (triangles.empty()) {
     return {};
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "mesh/Vector.h"
@@ -21,11 +22,14 @@ struct Bounds {
   Vector extents() const { return maximum - minimum; }
 };
 
+/// The box around some facets; all zero for none.
+Bounds boundsOf(std::span<const Triangle> triangles);
+
 /// A model as every reader delivers it; never empty when it comes from a reader.
 struct Mesh {
   std::vector<Triangle> triangles;
 
-  Bounds bounds() const;
+  Bounds bounds() const { return boundsOf(triangles); }
 };
 
 /// Unit normal of the plane through three counter-clockwise points, +z where they span none.
