@@ -54,12 +54,7 @@ constexpr CommandEntry kTable[] = {
     {kModeWindow, "window", kMouse, "Select by &window once", {'W'}},
     {kSelectThrough, "select-through", kMouse, "Select what lies behind, &too", {}, true},
     {kClearSelection, "clear-selection", kMouse, "&Clear selection", {kKeyEscape}},
-    {kInverseWheel,
-     "inverse-wheel",
-     kMouse,
-     "Turn the wheel the other &wayInverse wheel",
-     {},
-     true},
+    {kInverseWheel, "inverse-wheel", kMouse, "&Inverse wheel", {}, true},
 
     {kGradient, "gradient", kLook, "&Gradient background", {'G'}},
     {kTrihedron, "trihedron", kLook, "&Trihedron", {'T'}},

@@ -43,6 +43,11 @@ std::string sizeText(std::size_t triangles, std::size_t parts) {
   return counted(triangles, "triangle") + " in " + counted(parts, "part");
 }
 
+std::string mouseText(const char* event, int buttonOrKey, int x, int y) {
+  return std::string(event) + ' ' + std::to_string(buttonOrKey) + " at " + std::to_string(x) +
+         ", " + std::to_string(y);
+}
+
 std::string modeText(int mode) {
   switch (mode) {
     case 1:

@@ -19,6 +19,9 @@ std::string picksText(int hovered, const std::set<int>& selected);
 /// "1200 triangles in 3 parts".
 std::string sizeText(std::size_t triangles, std::size_t parts);
 
+/// "MouseDown 0 at 120, 80": an event with its button or key and its pixel.
+std::string mouseText(const char* event, int buttonOrKey, int x, int y);
+
 /// What MouseMode does, in a word.
 std::string modeText(int mode);
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <wrl/client.h>
+
+#include "ZYNVUE.h"
+#include "viewer/ControlSite_com.h"
+
+namespace zyn::viewer {
+
+/// Creates the 3D view by its ProgID, keeps it in-place active in a window, and lets it go at the
+/// end.
+class ControlHost {
+ public:
+  /// Throws ComFailure when the control is not registered or refuses.
+  ControlHost(HWND window, HACCEL accelerators, const RECT& area,
+              InPlaceFrame::ShowStatus showStatus);
+  ~ControlHost();
+  ControlHost(const ControlHost&) = delete;
+  ControlHost& operator=(const ControlHost&) = delete;
+
+  IZYNVue3D& view() const { return *view_.Get(); }
+
+  void place(const RECT& area) { site_->place(area); }
+
+  /// Gives the view its window anew: some settings are read only then.
+  void remakeWindow();
+
+  /// The main window has become active or inactive.
+  void frameActivated(bool active);
+
+  /// Whether the active control took the message as one of its keys.
+  bool translate(MSG& message);
+
+ private:
+  void activate();
+
+  HWND window_;
+  Microsoft::WRL::ComPtr<InPlaceFrame> frame_;
+  Microsoft::WRL::ComPtr<ControlSite> site_;
+  Microsoft::WRL::ComPtr<IZYNVue3D> view_;
+  Microsoft::WRL::ComPtr<IOleObject> object_;
+};
+
+}  // namespace zyn::viewer

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "viewer/Commands.h"
+#include "viewer/MenuBar_win.h"
+#include "viewer/StatusBar_win.h"
+
+namespace zyn::viewer {
+
+/// What the frame tells its owner. What these functions throw ends at the window's edge, as
+/// `failed`.
+class FrameEvents {
+ public:
+  virtual ~FrameEvents() = default;
+
+  virtual void chosen(Command command) = 0;
+  virtual bool isOn(Command command) = 0;
+  virtual void dropped(const std::filesystem::path& file) = 0;
+  /// The place for the view has changed; client coordinates.
+  virtual void arranged(const RECT& viewArea) = 0;
+  virtual void activated(bool active) = 0;
+  /// The person closes the window; it is destroyed when this returns true.
+  virtual bool mayClose() = 0;
+  /// The window is being destroyed; its children still exist.
+  virtual void closing() = 0;
+  virtual void failed(const std::string& message) noexcept = 0;
+};
+
+/// The main window: menu bar, keys, status bar, dropped files, and the area for the view.
+class FrameWindow {
+ public:
+  /// Hidden, with a view area of the given size.
+  FrameWindow(FrameEvents& events, SIZE view);
+  ~FrameWindow();
+  FrameWindow(const FrameWindow&) = delete;
+  FrameWindow& operator=(const FrameWindow&) = delete;
+
+  HWND handle() const { return window_; }
+  HACCEL accelerators() const { return accelerators_.get(); }
+  StatusBar& status() { return *status_; }
+  RECT viewArea() const;
+
+  void setTitle(const std::wstring& title);
+
+  /// Whether the message was one of our keys.
+  bool translate(MSG& message) const;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
+                                    LPARAM lParam) noexcept;
+  /// Whether the message was dealt with, by answering 0.
+  bool handle(UINT message, WPARAM wParam, LPARAM lParam);
+  void openDropped(WPARAM message);
+  void fitViewTo(SIZE view);
+
+  FrameEvents& events_;
+  Accelerators accelerators_;
+  HWND window_ = nullptr;
+  std::unique_ptr<StatusBar> status_;
+};
+
+}  // namespace zyn::viewer

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+
+#include "viewer/Commands.h"
+
+namespace zyn::viewer {
+
+struct DestroyAccelerators {
+  void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
+};
+
+/// The keys of all commands.
+using Accelerators = std::unique_ptr<std::remove_pointer_t<HACCEL>, DestroyAccelerators>;
+
+Accelerators makeAccelerators();
+
+/// A menu bar with all commands. The window that gets it owns it.
+HMENU makeMenuBar();
+
+/// Marks the commands for which `isOn` answers true.
+void markCommands(HMENU menuBar, const std::function<bool(Command)>& isOn);
+
+}  // namespace zyn::viewer

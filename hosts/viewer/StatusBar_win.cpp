@@ -1,0 +1,68 @@
+#include "viewer/StatusBar_win.h"
+
+// After windows.h:
+#include <commctrl.h>
+
+#include "common/Utf8_win.h"
+
+namespace zyn::viewer {
+
+namespace {
+
+constexpr int kSteps = 1000;
+
+HWND makeBar(HWND parent) {
+  const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
+  InitCommonControlsEx(&classes);
+  return CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0,
+                         0, 0, parent, nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+StatusBar::StatusBar(HWND parent)
+    : bar_(makeBar(parent)),
+      progress_(CreateWindowExW(0, PROGRESS_CLASSW, nullptr, WS_CHILD, 0, 0, 0, 0, bar_, nullptr,
+                                nullptr, nullptr)) {
+  SendMessageW(progress_, PBM_SETRANGE32, 0, kSteps);
+  arrange();
+}
+
+void StatusBar::show(Pane pane, const std::string& text) {
+  if (texts_[pane] == text) {
+    return;
+  }
+  texts_[pane] = text;
+  SendMessageW(bar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(host::toWide(text).c_str()));
+  UpdateWindow(bar_);
+}
+
+void StatusBar::showProgress(std::size_t done, std::size_t total) {
+  const std::size_t step = total == 0 ? 0 : done * kSteps / total;
+  SendMessageW(progress_, PBM_SETPOS, step, 0);
+  ShowWindow(progress_, SW_SHOWNA);
+  UpdateWindow(progress_);
+}
+
+void StatusBar::hideProgress() { ShowWindow(progress_, SW_HIDE); }
+
+int StatusBar::height() const {
+  RECT frame = {};
+  GetWindowRect(bar_, &frame);
+  return frame.bottom - frame.top;
+}
+
+void StatusBar::arrange() {
+  SendMessageW(bar_, WM_SIZE, 0, 0);
+  RECT client = {};
+  GetClientRect(bar_, &client);
+  const int width = client.right;
+  const int edges[kPanes] = {width * 36 / 100, width * 62 / 100, width * 88 / 100, -1};
+  SendMessageW(bar_, SB_SETPARTS, kPanes, reinterpret_cast<LPARAM>(edges));
+  RECT place = {};
+  SendMessageW(bar_, SB_GETRECT, kPicks, reinterpret_cast<LPARAM>(&place));
+  MoveWindow(progress_, place.left, place.top, place.right - place.left, place.bottom - place.top,
+             TRUE);
+}
+
+}  // namespace zyn::viewer

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+namespace zyn::viewer {
+
+/// The bar at the bottom of a window, with four panes of text and, while something takes long, a
+/// progress bar in the place of the second. The window that it is a child of destroys it.
+class StatusBar {
+ public:
+  enum Pane { kMessage, kPicks, kPoint, kMode };
+
+  explicit StatusBar(HWND parent);
+
+  /// Shows UTF-8 text; cheap when the pane shows it already.
+  void show(Pane pane, const std::string& text);
+
+  /// Shows `done` of `total` steps until hideProgress.
+  void showProgress(std::size_t done, std::size_t total);
+  void hideProgress();
+
+  int height() const;
+
+  /// To be called after the parent has changed its size.
+  void arrange();
+
+ private:
+  static constexpr int kPanes = 4;
+
+  HWND bar_;
+  HWND progress_;
+  std::array<std::string, kPanes> texts_;
+};
+
+}  // namespace zyn::viewer

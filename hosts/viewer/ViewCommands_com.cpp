@@ -1,0 +1,165 @@
+#include "viewer/ViewCommands_com.h"
+
+#include <optional>
+
+#include "common/ComFailure_com.h"
+
+namespace zyn::viewer {
+
+using host::check;
+
+namespace {
+
+using enum Command;
+
+bool moveCamera(IZYNVue3D& view, Command command) {
+  constexpr double kStep = 15.0;  // degrees
+  constexpr double kFactor = 1.25;
+  const auto done = [](HRESULT result) {
+    check(result, L"the view");
+    return true;
+  };
+  switch (command) {
+    case kViewXYp:
+      return done(view.VueXYp(kMargin));
+    case kViewXYm:
+      return done(view.VueXYm(kMargin));
+    case kViewXZp:
+      return done(view.VueXZp(kMargin));
+    case kViewXZm:
+      return done(view.VueXZm(kMargin));
+    case kViewYZp:
+      return done(view.VueYZp(kMargin));
+    case kViewYZm:
+      return done(view.VueYZm(kMargin));
+    case kViewTurning:
+      return done(view.VueTournage(kMargin));
+    case kViewDefault:
+      return done(view.initView(kMargin));
+    case kZoomAll:
+      return done(view.ZoomTotal(kMargin));
+    case kUndoView:
+      return done(view.LastView());
+    case kZoomIn:
+      return done(view.Zoom(kFactor));
+    case kZoomOut:
+      return done(view.Zoom(1.0 / kFactor));
+    case kTurnLeft:
+      return done(view.RotateH(kStep));
+    case kTurnRight:
+      return done(view.RotateH(-kStep));
+    case kTurnUp:
+      return done(view.RotateV(kStep));
+    case kTurnDown:
+      return done(view.RotateV(-kStep));
+    case kRollLeft:
+      return done(view.RotateA(kStep));
+    case kRollRight:
+      return done(view.RotateA(-kStep));
+    default:
+      return false;
+  }
+}
+
+std::optional<short> mouseModeOf(Command command) {
+  switch (command) {
+    case kModePan:
+      return 1;
+    case kModeRotate:
+      return 2;
+    case kModeZoom:
+      return 3;
+    case kModeWindow:
+      return 4;
+    case kModeSelect:
+      return -1;
+    default:
+      return std::nullopt;
+  }
+}
+
+/// A VARIANT_BOOL property of the view that VARIANT_TRUE switches on.
+struct Switch {
+  HRESULT (STDMETHODCALLTYPE IZYNVue3D::*get)(VARIANT_BOOL*);
+  HRESULT (STDMETHODCALLTYPE IZYNVue3D::*put)(VARIANT_BOOL);
+};
+
+std::optional<Switch> switchOf(Command command) {
+  switch (command) {
+    case kSelectThrough:
+      return Switch{&IZYNVue3D::get_SelectSuperpose, &IZYNVue3D::put_SelectSuperpose};
+    case kInverseWheel:
+      return Switch{&IZYNVue3D::get_MiddleButtonInverse, &IZYNVue3D::put_MiddleButtonInverse};
+    case kGradient:
+      return Switch{&IZYNVue3D::get_GradientBackground, &IZYNVue3D::put_GradientBackground};
+    case kTrihedron:
+      return Switch{&IZYNVue3D::get_DrawCoordSys, &IZYNVue3D::put_DrawCoordSys};
+    case kLineAntialiasing:
+      return Switch{&IZYNVue3D::get_LineAntialiasing, &IZYNVue3D::put_LineAntialiasing};
+    case kPointAntialiasing:
+      return Switch{&IZYNVue3D::get_PointAntialiasing, &IZYNVue3D::put_PointAntialiasing};
+    case kMultisampling:
+      return Switch{&IZYNVue3D::get_MultiSampleAntialiasing,
+                    &IZYNVue3D::put_MultiSampleAntialiasing};
+    default:
+      return std::nullopt;
+  }
+}
+
+bool isSwitchedOn(IZYNVue3D& view, const Switch& property) {
+  VARIANT_BOOL value = VARIANT_FALSE;
+  check((view.*property.get)(&value), L"a switch of the view");
+  return value != VARIANT_FALSE;
+}
+
+void toggle(IZYNVue3D& view, Command command, const Switch& property) {
+  // What is put into the gradient's switch means its opposite.
+  const bool on = isSwitchedOn(view, property);
+  const bool put = command == kGradient ? on : !on;
+  check((view.*property.put)(put ? VARIANT_TRUE : VARIANT_FALSE), L"a switch of the view");
+  check(view.Repaint(), L"Repaint");
+}
+
+bool drawsLights(IZYNVue3D& view) {
+  LONG drawn = 0;
+  check(view.get_DrawLights(&drawn), L"DrawLights");
+  return drawn != 0;
+}
+
+}  // namespace
+
+bool carryOut(IZYNVue3D& view, Command command) {
+  if (const auto mode = mouseModeOf(command)) {
+    check(view.put_MouseMode(*mode), L"MouseMode");
+    return true;
+  }
+  if (const auto property = switchOf(command)) {
+    toggle(view, command, *property);
+    return true;
+  }
+  switch (command) {
+    case kDrawLights:
+      check(view.put_DrawLights(drawsLights(view) ? 0 : 1), L"DrawLights");
+      check(view.Repaint(), L"Repaint");
+      return true;
+    case kAmbientDialog:
+      check(view.EditAmbiantLight(), L"EditAmbiantLight");
+      return true;
+    default:
+      return moveCamera(view, command);
+  }
+}
+
+bool isOn(IZYNVue3D& view, Command command) {
+  if (const auto mode = mouseModeOf(command)) {
+    short current = 0;
+    check(view.get_MouseMode(&current), L"MouseMode");
+    return current == *mode;
+  }
+  if (const auto property = switchOf(command)) {
+    return isSwitchedOn(view, *property);
+  }
+  return command == kDrawLights && drawsLights(view);
+}
+
+}  // namespace zyn::viewer
