@@ -11,14 +11,42 @@
 #include "glcontext/ExtensionList.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/MultisampleFormat.h"
+#include "glcontext/ProbeWindow_win.h"
 #include "glcontext/WinHandles_win.h"
 
 namespace zyn {
 namespace {
 
-std::mutex probing;
+// A probe's window can reach hooks of the host, and they this module.
+std::recursive_mutex probing;
+std::atomic<int> windowFormat = 0;
 std::atomic<int> bitmapFormat = 0;
 std::atomic<bool> bitmapMultisample = false;
+
+PIXELFORMATDESCRIPTOR formatOf(DWORD flags, int colourBits, int depthBits, int stencilBits) {
+  PIXELFORMATDESCRIPTOR wanted{};
+  wanted.nSize = sizeof wanted;
+  wanted.nVersion = 1;
+  wanted.dwFlags = flags | PFD_SUPPORT_OPENGL;
+  wanted.iPixelType = PFD_TYPE_RGBA;
+  wanted.cColorBits = static_cast<BYTE>(colourBits);
+  wanted.cDepthBits = static_cast<BYTE>(depthBits);
+  wanted.cStencilBits = static_cast<BYTE>(stencilBits);
+  wanted.iLayerType = PFD_MAIN_PLANE;
+  return wanted;
+}
+
+void runWindowProbe() {
+  const ProbeWindow window;
+  if (window.dc() == nullptr) return;
+  const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(8);
+  const int format = ChoosePixelFormat(window.dc(), &wanted);
+  windowFormat = format;
+  if (format <= 0 || !SetPixelFormat(window.dc(), format, &wanted)) return;
+  const UniqueRenderingContext context(wglCreateContext(window.dc()));
+  // The driver loads when a context is made current.
+  const CurrentContext current(window.dc(), context.get());
+}
 
 template <class Function>
 Function glEntryPoint(const char* name) {
@@ -68,21 +96,24 @@ void runBitmapProbe() {
 
 }  // namespace
 
+void probeWindowPixelFormat() {
+  const std::lock_guard lock(probing);
+  if (windowFormat == 0) runWindowProbe();
+}
+
+PIXELFORMATDESCRIPTOR windowFormatOf(int stencilBits) {
+  return formatOf(PFD_DRAW_TO_WINDOW | PFD_DOUBLEBUFFER, 32, 32, stencilBits);
+}
+
+int windowPixelFormat() { return windowFormat; }
+
 void probeBitmapPixelFormat() {
   const std::lock_guard lock(probing);
   if (bitmapFormat == 0) runBitmapProbe();
 }
 
 PIXELFORMATDESCRIPTOR bitmapFormatOf(int colourBits, int depthBits) {
-  PIXELFORMATDESCRIPTOR wanted{};
-  wanted.nSize = sizeof wanted;
-  wanted.nVersion = 1;
-  wanted.dwFlags = PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL;
-  wanted.iPixelType = PFD_TYPE_RGBA;
-  wanted.cColorBits = static_cast<BYTE>(colourBits);
-  wanted.cDepthBits = static_cast<BYTE>(depthBits);
-  wanted.iLayerType = PFD_MAIN_PLANE;
-  return wanted;
+  return formatOf(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI, colourBits, depthBits, 0);
 }
 
 int bitmapPixelFormat() { return bitmapFormat; }

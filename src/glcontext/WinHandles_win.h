@@ -10,6 +10,10 @@ namespace zyn {
 struct CloseDC {
   void operator()(HDC dc) const { DeleteDC(dc); }
 };
+struct CloseWindowDC {
+  void operator()(HDC dc) const { ReleaseDC(window, dc); }
+  HWND window = nullptr;
+};
 struct CloseBitmap {
   void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
 };
@@ -25,6 +29,8 @@ struct CloseView {
 
 /// A memory device context made by CreateCompatibleDC.
 using UniqueDC = std::unique_ptr<std::remove_pointer_t<HDC>, CloseDC>;
+/// A device context of a window, got by GetDC.
+using UniqueWindowDC = std::unique_ptr<std::remove_pointer_t<HDC>, CloseWindowDC>;
 /// A bitmap; it must not be selected into a device context when it is freed.
 using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, CloseBitmap>;
 /// A WGL rendering context; it must not be current on another thread when it is freed.

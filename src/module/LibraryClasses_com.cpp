@@ -31,6 +31,9 @@ const ClassEntry kClasses[] = {
 ClassTable libraryClasses() { return kClasses; }
 
 void choosePixelFormatsFor(REFCLSID id) {
+  if (id == CLSID_ZYNVue2D || id == CLSID_ZYNVue3D) {
+    probeWindowPixelFormat();
+  }
   if (id == CLSID_ZYN2DGLBitmapContext || id == CLSID_ZYN3dGLBitmapContext) {
     probeBitmapPixelFormat();
   }

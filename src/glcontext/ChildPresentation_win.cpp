@@ -1,0 +1,167 @@
+#include "glcontext/ChildPresentation_win.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "glcontext/CurrentContext_win.h"
+#include "glcontext/MemorySurface_win.h"
+#include "glcontext/PixelFormats_win.h"
+#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/gl_api.h"
+
+namespace zyn {
+namespace {
+
+/// GL_BGRA, the order of a bitmap's bytes. OpenGL has it since 1.2; Wine's always.
+constexpr GLenum kBgra = 0x80E1;
+
+/// Side of the window that is probed, in pixels.
+constexpr int kProbeSide = 8;
+/// Its colour, one that nothing else is likely to have.
+constexpr COLORREF kProbeColour = RGB(255, 0, 255);
+
+bool isWine() {
+  const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+  return system != nullptr && GetProcAddress(system, "wine_get_version") != nullptr;
+}
+
+/// Any registered class serves: these windows are never painted nor sent messages.
+HWND makeWindow(DWORD extendedStyle, DWORD style, SIZE size, HWND parent) {
+  return CreateWindowExW(extendedStyle, L"STATIC", L"", style, 0, 0, size.cx, size.cy, parent,
+                         nullptr, nullptr, nullptr);
+}
+
+/// Device context for the whole of a window, even while the window is painted.
+UniqueWindowDC wholeDC(HWND window) {
+  return {GetDCEx(window, nullptr, DCX_CACHE | DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS), {window}};
+}
+
+void drawProbe(HDC dc) {
+  const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(0);
+  if (!SetPixelFormat(dc, ChoosePixelFormat(dc, &wanted), &wanted)) return;
+  const UniqueRenderingContext context(wglCreateContext(dc));
+  const CurrentContext current(dc, context.get());
+  if (!current) return;
+  glClearColor(GetRValue(kProbeColour) / 255.0F, GetGValue(kProbeColour) / 255.0F,
+               GetBValue(kProbeColour) / 255.0F, 0);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glFinish();
+  SwapBuffers(dc);
+}
+
+/// Draws in a child window with OpenGL and looks for the colour on the screen.
+bool showsChildWindows() {
+  const SIZE size = {kProbeSide, kProbeSide};
+  const HWND frame = makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
+                                WS_POPUP | WS_CLIPCHILDREN, size, nullptr);
+  if (frame == nullptr) return false;
+  const HWND child = makeWindow(WS_EX_NOPARENTNOTIFY, WS_CHILD | WS_VISIBLE, size, frame);
+  ShowWindow(frame, SW_SHOWNOACTIVATE);
+  if (child != nullptr) drawProbe(wholeDC(child).get());
+  const UniqueWindowDC screen(GetDC(nullptr), {nullptr});
+  const bool shown = GetPixel(screen.get(), kProbeSide / 2, kProbeSide / 2) == kProbeColour;
+  DestroyWindow(frame);
+  return shown;
+}
+
+/// Whether child windows need a hidden window to draw on. Windows is never asked: there the screen
+/// need not be readable, and frames always arrive.
+bool needsCanvas() {
+  enum class Finding { kNone, kArrives, kLost };
+  // Not a guarded static: hooks of the host may come back here while the probe is under way.
+  static std::atomic<Finding> finding = Finding::kNone;
+  if (finding == Finding::kNone) {
+    finding = !isWine() || showsChildWindows() ? Finding::kArrives : Finding::kLost;
+  }
+  return finding == Finding::kLost;
+}
+
+bool isChild(HWND window) {
+  return (GetWindowLongPtrW(window, GWL_STYLE) & (WS_CHILD | WS_POPUP)) == WS_CHILD;
+}
+
+SIZE clientSize(HWND window) {
+  RECT client{};
+  GetClientRect(window, &client);
+  return {client.right, client.bottom};
+}
+
+/// A top-level window: the buffers of a hidden child do not follow its size.
+HWND makeCanvasFor(HWND window) {
+  if (!isChild(window) || !needsCanvas()) return nullptr;
+  return makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WS_POPUP, clientSize(window), nullptr);
+}
+
+/// Lets pixels be read as they are, into rows without gaps.
+void setPlainReading() {
+  for (const GLenum scale : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
+    glPixelTransferf(scale, 1);
+  }
+  for (const GLenum bias : {GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS}) {
+    glPixelTransferf(bias, 0);
+  }
+  glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
+  for (const GLenum layout :
+       {GL_PACK_SWAP_BYTES, GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
+    glPixelStorei(layout, 0);
+  }
+}
+
+/// Reads the frame as rows of a bottom-up bitmap, whatever reading was set up for.
+void readFrame(SIZE size, std::uint32_t* pixels) {
+  const PushedAttributes modes(GL_PIXEL_MODE_BIT);
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  setPlainReading();
+  glReadBuffer(GL_BACK);
+  glReadPixels(0, 0, size.cx, size.cy, kBgra, GL_UNSIGNED_BYTE, pixels);
+  glPopClientAttrib();
+}
+
+}  // namespace
+
+ChildPresentation::ChildPresentation(HWND window)
+    : window_(window),
+      canvas_(makeCanvasFor(window)),
+      dc_(canvas_ != nullptr
+              ? wholeDC(canvas_)
+              : UniqueWindowDC(IsWindow(window) ? GetDC(window) : nullptr, {window})) {}
+
+ChildPresentation::~ChildPresentation() {
+  dc_.reset();
+  if (canvas_ != nullptr) DestroyWindow(canvas_);
+}
+
+void ChildPresentation::follow() const {
+  if (canvas_ == nullptr) return;
+  const SIZE wanted = clientSize(window_);
+  const SIZE present = clientSize(canvas_);
+  if (wanted.cx == present.cx && wanted.cy == present.cy) return;
+  SetWindowPos(canvas_, nullptr, 0, 0, wanted.cx, wanted.cy,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS);
+  // The buffers take the window's size when they are swapped.
+  SwapBuffers(dc_.get());
+}
+
+void ChildPresentation::present() const {
+  // The buffer is read before it is swapped: afterwards it is undefined.
+  if (canvas_ != nullptr) {
+    copyFrame();
+  }
+  SwapBuffers(dc_.get());
+}
+
+void ChildPresentation::copyFrame() const {
+  const SIZE size = clientSize(canvas_);
+  if (size.cx <= 0 || size.cy <= 0 || !IsWindowVisible(window_)) return;
+  const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
+  const auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(count);
+  readFrame(size, pixels.get());
+  const BITMAPINFO layout = dibInfo(size.cx, size.cy, 32);
+  SetDIBitsToDevice(wholeDC(window_).get(), 0, 0, static_cast<DWORD>(size.cx),
+                    static_cast<DWORD>(size.cy), 0, 0, 0, static_cast<UINT>(size.cy), pixels.get(),
+                    &layout, DIB_RGB_COLORS);
+}
+
+}  // namespace zyn

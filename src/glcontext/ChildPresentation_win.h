@@ -1,0 +1,42 @@
+#pragma once
+
+#include <windows.h>
+
+#include "glcontext/WinHandles_win.h"
+
+namespace zyn {
+
+/// Brings the frames of OpenGL into a window.
+///
+/// Some systems (Wine) keep what OpenGL draws in a child window away from the screen, and anything
+/// else that is drawn in a window once it has a pixel format. Whether this system does is found
+/// out once per process, on a throw-away window, before the first child window gets a pixel format.
+/// Where it does, OpenGL draws in a hidden window of the same size, and each frame is copied.
+class ChildPresentation {
+ public:
+  explicit ChildPresentation(HWND window);
+  ~ChildPresentation();
+  ChildPresentation(const ChildPresentation&) = delete;
+  ChildPresentation& operator=(const ChildPresentation&) = delete;
+
+  /// The device context for OpenGL, without a pixel format at first; null for a window that is
+  /// gone.
+  HDC dc() const { return dc_.get(); }
+
+  /// Gives what OpenGL draws on the size of the window. To be called before drawing, with the
+  /// context current.
+  void follow() const;
+
+  /// Swaps the buffers; the frame, drawn on `dc` with the current context, is seen in the window.
+  void present() const;
+
+ private:
+  void copyFrame() const;
+
+  HWND window_;
+  /// The hidden window; null where the window itself is drawn on.
+  HWND canvas_;
+  UniqueWindowDC dc_;
+};
+
+}  // namespace zyn

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace zyn {
+
+/// What the user is told when a window's rendering context cannot be set up; nothing where null.
+/// "%u" in a text stands for the system's error code.
+struct ContextFailureTexts {
+  const wchar_t* pixelFormat;
+  const wchar_t* creation;
+  const wchar_t* makingCurrent;
+};
+
+inline constexpr ContextFailureTexts kView3DFailures = {L"bSetupPixelFormat Failed",
+                                                        L"wglCreateContext Failed", nullptr};
+inline constexpr ContextFailureTexts kView2DFailures = {
+    nullptr, L"wglCreateContext failed: GetLastError returned %u\n",
+    L"wglMakeCurrent failed: GetLastError returned %u\n"};
+
+/// The OpenGL rendering context of a view's window, never left current between calls.
+///
+/// It may be destroyed while it draws (the window is closed by what is drawn): drawing then runs to
+/// its end, shows nothing, and the context is freed. One thread, the window's.
+class WindowContext {
+ public:
+  /// Shows a text to the user, and may wait for him.
+  using ShowMessage = std::function<void(const std::wstring& text)>;
+  /// Sets up state and display lists of the new rendering context, which is current on `dc`.
+  using Prepare = std::function<void(HDC dc)>;
+
+  WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage);
+  ~WindowContext();
+  WindowContext(const WindowContext&) = delete;
+  WindowContext& operator=(const WindowContext&) = delete;
+
+  /// Gives the window a pixel format and a rendering context, in place of the context there was.
+  /// False if the window can take no pixel format: nothing more is to be set up then. True also
+  /// where the context cannot be made, which leaves `isValid` false and `prepare` uncalled. What
+  /// `prepare` throws is passed on; there is no context then.
+  bool create(HWND window, const Prepare& prepare);
+
+  /// Frees the context and the device context; also when the window is already gone.
+  void destroy();
+
+  /// Whether there is a rendering context to draw with.
+  bool isValid() const;
+
+  /// The device context that the rendering context draws on, kept from `create` to `destroy`; null
+  /// outside.
+  HDC dc() const;
+
+  /// Dots per inch of the window's device; 0 without one.
+  double resolution() const;
+
+  /// Calls `work` with the context current, and makes current again what was current before; in
+  /// place where the context is current already. False, without a call, if it cannot be made
+  /// current. What `work` throws is passed on.
+  bool withContext(const std::function<void()>& work) const;
+
+  /// Shows what is drawn. To be called within `withContext`.
+  void present() const;
+
+ private:
+  struct Target;
+
+  ContextFailureTexts failures_;
+  ShowMessage showMessage_;
+  /// Shared with the drawing under way, which survives `destroy`.
+  std::shared_ptr<Target> target_;
+};
+
+}  // namespace zyn
