@@ -58,6 +58,8 @@ function(zyn_host name)
 endfunction()
 
 zyn_host(zynshot)
+zyn_host(viewer -mwindows)
+target_link_libraries(viewer PRIVATE shell32)
 
 if(NOT BUILD_TESTING)
   return()
