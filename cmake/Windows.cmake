@@ -41,6 +41,10 @@ zyn_layers(zyn_geometry geometry)
 zyn_dll(ZYNVue module ${zyn_shared_objects} ${zyn_main_objects})
 zyn_dll(ZYNModeleGeom geometry ${zyn_shared_objects} ${zyn_geometry_objects})
 
+# Runs other programs under Wine and keeps their exit codes.
+add_executable(launcher tools/launcher/main.cpp)
+target_link_libraries(launcher PRIVATE zyn_warnings)
+
 # Hosts: programs that use the library by ProgID only.
 file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp)
 add_library(zyn_hosts OBJECT ${host_sources})
@@ -109,6 +113,6 @@ if(recorder_sources)
     add_dependencies(${name} gdiplus_recorder)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/recorder)
     add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
-    set_tests_properties(host.${name} PROPERTIES ENVIRONMENT "WINEDLLOVERRIDES=mscoree=$<SEMICOLON>mshtml=$<SEMICOLON>gdiplus=n,b")
+    set_tests_properties(host.${name} PROPERTIES ENVIRONMENT ZYN_DLL_OVERRIDES=gdiplus=n,b)
   endforeach()
 endif()
