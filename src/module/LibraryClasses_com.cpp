@@ -7,6 +7,7 @@
 #include "module/resource.h"
 #include "objects/CZYNGLTriangle_com.h"
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
+#include "view3d/CZYNVue3D_com.h"
 
 namespace zyn {
 
@@ -16,7 +17,7 @@ constexpr CreateFunction kNotOffered = nullptr;
 
 const ClassEntry kClasses[] = {
     {&CLSID_ZYNVue2D, kNotOffered, IDR_ZYNVUE2D},
-    {&CLSID_ZYNVue3D, kNotOffered, IDR_ZYNVUE3D},
+    {&CLSID_ZYNVue3D, createInstance<CZYNVue3D>, IDR_ZYNVUE3D},
     {&CLSID_ZYNGLTriangle, createInstance<CZYNGLTriangle>, IDR_ZYNGLTRIANGLE},
     {&CLSID_ZYNGLTexte, kNotOffered, IDR_ZYNGLTEXTE},
     {&CLSID_ZYNGLBitmap, kNotOffered, IDR_ZYNGLBITMAP},

@@ -1,0 +1,172 @@
+#include <windowsx.h>
+
+#include "com/MessageBox_win.h"
+#include "core/NumericArrayVariant_com.h"
+#include "core/OwnedVariant_com.h"
+#include "view3d/CZYNVue3D_com.h"
+#include "view3d/SelectionPass_gl.h"
+
+// The mouse of the 3D view: window messages to the navigation, its picks and events back.
+
+namespace zyn {
+
+namespace {
+
+// Numbers of the events.
+constexpr DISPID kMouseDown = 1;
+constexpr DISPID kMouseMove = 2;
+constexpr DISPID kMouseSelection = 3;
+constexpr DISPID kMouseOn = 4;
+constexpr DISPID kMouseUp = 5;
+constexpr DISPID kWindowSelection = 6;
+
+/// The drawing mode of the objects while a rubber band picks.
+constexpr std::uint32_t kWindowSelectionMode = 0xFFFFFFFE;
+
+PixelPoint pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
+
+/// The names as an array of 32-bit integers; empty without any.
+void put(OwnedVariant& selection, const NavigationHost::Names& names) {
+  if (!names.empty()) {
+    giveIntegers(selection.get(), names);
+  }
+}
+
+/// xMin, xMax, yMin, yMax in fractions of the client area from its centre, y upwards; then the
+/// directions of the drag along x and y, 1 or -1.
+void put(OwnedVariant& box, const SelectionRectangle& r) {
+  giveNumbers(box.get(), {r.xMin, r.xMax, r.yMin, r.yMax, r.directionX, r.directionY});
+}
+
+}  // namespace
+
+std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const MouseKeys keys(static_cast<std::uint32_t>(wParam));
+  switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      navigation_.leftDown(pointOf(lParam), keys);
+      break;
+    case WM_LBUTTONUP:
+      navigation_.leftUp(pointOf(lParam), keys);
+      break;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+      navigation_.middleDown(pointOf(lParam), keys);
+      break;
+    case WM_MBUTTONUP:
+      navigation_.middleUp(pointOf(lParam));
+      break;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+      navigation_.rightDown(pointOf(lParam));
+      break;
+    case WM_RBUTTONUP:
+      navigation_.rightUp(pointOf(lParam));
+      break;
+    case WM_MOUSEMOVE:
+      navigation_.mouseMove(pointOf(lParam), keys);
+      break;
+    case WM_MOUSELEAVE:
+      navigation_.mouseLeave();
+      break;
+    case WM_CAPTURECHANGED:
+    case WM_CANCELMODE:
+      navigation_.captureLost();
+      break;
+    case WM_TIMER:
+      repaint();
+      return 0;
+    case WM_MOUSEWHEEL: {
+      POINT at = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+      ScreenToClient(window(), &at);
+      navigation_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), {at.x, at.y});
+      return 0;
+    }
+    default:
+      break;
+  }
+  return std::nullopt;
+}
+
+void CZYNVue3D::fireMouseDown(MouseButton button, PixelPoint at) noexcept {
+  fire(kMouseDown, static_cast<int>(button), at.x, at.y);
+}
+
+void CZYNVue3D::fireMouseUp(MouseButton button, PixelPoint at) noexcept {
+  fire(kMouseUp, static_cast<int>(button), at.x, at.y);
+}
+
+void CZYNVue3D::fireMouseMove(int key, PixelPoint at) noexcept {
+  fire(kMouseMove, key, at.x, at.y);
+}
+
+void CZYNVue3D::fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept {
+  OwnedVariant selection;
+  put(selection, names);
+  fire(kMouseSelection, key, at.x, at.y, *selection.get());
+}
+
+void CZYNVue3D::fireMouseOn(int key, PixelPoint at, const Names& names) noexcept {
+  OwnedVariant selection;
+  put(selection, names);
+  fire(kMouseOn, key, at.x, at.y, *selection.get());
+}
+
+void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle,
+                                    const Names& names) noexcept {
+  OwnedVariant box;
+  put(box, rectangle);
+  OwnedVariant selection;
+  put(selection, names);
+  fire(kWindowSelection, key, *box.get(), *selection.get());
+}
+
+void CZYNVue3D::captureMouse() noexcept { SetCapture(window()); }
+
+void CZYNVue3D::releaseMouse() noexcept {
+  if (GetCapture() == window()) {
+    ReleaseCapture();
+  }
+}
+
+void CZYNVue3D::trackMouseLeave() noexcept {
+  TRACKMOUSEEVENT request = {sizeof request, TME_LEAVE, window(), 0};
+  if (!TrackMouseEvent(&request)) {
+    boundary([] { showMessage(L"MOUSE LEAVE FAILED"); });
+  }
+}
+
+PickRecords CZYNVue3D::pickAt(PixelPoint at) noexcept {
+  PickRecords records;
+  boundary([&] {
+    if (view_.camera()) {
+      records = pick(*view_.camera(), PickRegion::around(at, pickSize_), true, 0);
+    }
+  });
+  return records;
+}
+
+PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept {
+  PickRecords records;
+  boundary([&] {
+    if (view_.camera()) {
+      records = pick(rectangle.centred(*view_.camera()),
+                     rectangle.centredRegion(view_.clientSize()), true, kWindowSelectionMode);
+    }
+  });
+  return records;
+}
+
+PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
+                            std::uint32_t mode) {
+  const CParamsVue3D fixed(camera);  // drawn objects may move the view's
+  PickRecords records;
+  context_.withContext([&] {
+    records = runSelectionPass({.camera = fixed, .region = region, .unlit = unlit},
+                               [&] { selection_.draw3D(mode); });
+  });
+  return records;
+}
+
+}  // namespace zyn

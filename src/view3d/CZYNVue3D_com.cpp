@@ -1,0 +1,423 @@
+#include "view3d/CZYNVue3D_com.h"
+
+#include <utility>
+
+#include "com/MessageBox_win.h"
+#include "com/automation_com.h"
+#include "core/NumericArrayVariant_com.h"
+#include "core/properties_com.h"
+#include "glcontext/InitialState_gl.h"
+#include "glcontext/PixelFormats_win.h"
+#include "module/CZYNVueControles_com.h"
+#include "objects/ModelBox_com.h"
+#include "view3d/CAmbLightDlg_win.h"
+#include "view3d/LightProperties_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// Size of a new control: 192 pixels on a screen of 96 dots per inch.
+constexpr Extent kInitialExtent = {5080, 5080};
+
+/// The drawing mode that asks objects to draw themselves for picking.
+constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
+
+bool isColourComponent(float component) { return component >= 0.0F && component <= 1.0F; }
+
+}  // namespace
+
+CZYNVue3D::CZYNVue3D()
+    : ControlClass({CLSID_ZYNVue3D, DIID__IZYNVue3DEvents, kProgId, kInitialExtent}),
+      measureScene_([this] { return sceneBox_.measure(drawList_); }),
+      navigation_(view_, *this),
+      context_(kView3DFailures, [](const std::wstring& text) { showMessage(text.c_str()); }) {
+  CZYNVueControles::instance().add(this);
+}
+
+CZYNVue3D::~CZYNVue3D() {
+  shutDown();
+  CZYNVueControles::instance().remove(this);
+}
+
+template <class Operation>
+HRESULT CZYNVue3D::moveCamera(Operation operation) noexcept {
+  return automation(*this, [&] {
+    if (operation()) {
+      repaint();
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue3D::VueXYp(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::XYp, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueXYm(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::XYm, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueXZp(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::XZp, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueXZm(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::XZm, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueYZp(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::YZp, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueYZm(double surplus) noexcept {
+  return moveCamera([&] { return view_.showAxis(AxisView::YZm, surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::VueTournage(double surplus) noexcept {
+  return moveCamera([&] { return view_.vueTournage(surplus); });
+}
+
+STDMETHODIMP CZYNVue3D::initView(double surplus) noexcept {
+  return moveCamera([&] { return view_.initView(surplus, measureScene_); });
+}
+
+STDMETHODIMP CZYNVue3D::ZoomTotal(double surplus) noexcept {
+  return moveCamera([&] { return view_.zoomTotal(surplus, measureScene_); });
+}
+
+STDMETHODIMP CZYNVue3D::UpdateParams() noexcept {
+  return moveCamera([&] { return view_.updateParams(measureScene_); });
+}
+
+STDMETHODIMP CZYNVue3D::setViewBox(IDispatch* Box) noexcept {
+  return moveCamera([&] {
+    ComPtr<IZYNBox3D> box;
+    if (!Box || FAILED(Box->QueryInterface(IID_PPV_ARGS(&box))) || !box) {
+      return false;
+    }
+    const Box3 bounds = readBox3D(*box.Get());
+    sceneBox_.forget();
+    return view_.setViewBox(bounds);
+  });
+}
+
+STDMETHODIMP CZYNVue3D::LastView() noexcept {
+  return moveCamera([&] { return view_.lastView(); });
+}
+
+STDMETHODIMP CZYNVue3D::TranslateH(double h) noexcept {
+  return moveCamera([&] { return view_.translateH(h); });
+}
+
+STDMETHODIMP CZYNVue3D::TranslateV(double V) noexcept {
+  return moveCamera([&] { return view_.translateV(V); });
+}
+
+STDMETHODIMP CZYNVue3D::TranslateP(double p) noexcept {
+  return moveCamera([&] { return view_.translateP(p); });
+}
+
+STDMETHODIMP CZYNVue3D::Zoom(double coeff) noexcept {
+  return moveCamera([&] { return view_.zoom(coeff); });
+}
+
+STDMETHODIMP CZYNVue3D::RotateA(double angle) noexcept {
+  return moveCamera([&] { return view_.rotateA(angle); });
+}
+
+STDMETHODIMP CZYNVue3D::RotateH(double angle) noexcept {
+  return moveCamera([&] { return view_.rotateH(angle); });
+}
+
+STDMETHODIMP CZYNVue3D::RotateV(double angle) noexcept {
+  return moveCamera([&] { return view_.rotateV(angle); });
+}
+
+STDMETHODIMP CZYNVue3D::getWindowScale(double* retour) noexcept {
+  return automation(*this, [&] { return give(retour, view_.getWindowScale()); });
+}
+
+STDMETHODIMP CZYNVue3D::XFormView(VARIANT* Frame) noexcept {
+  return automation(*this, [&] {
+    if (!Frame) {
+      return E_POINTER;
+    }
+    VariantInit(Frame);
+    const auto frame = view_.xFormView();
+    return frame ? giveNumbers(Frame, {frame->begin(), frame->end()}) : S_OK;
+  });
+}
+
+STDMETHODIMP CZYNVue3D::get_ProfondeurDessin(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, view_.drawingDepth()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_ProfondeurDessin(double newVal) noexcept {
+  return automation(*this, [&] { view_.setDrawingDepth(newVal); });
+}
+
+STDMETHODIMP CZYNVue3D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
+  return automation(*this, [&] {
+    auto element = CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode));
+    if (!element) {
+      return;
+    }
+    const ComPtr<IDispatch> object = newTrace;
+    drawList_.append(std::move(element));
+    view_.setSceneBox(sceneBox_.measureAppended(drawList_, object.Get(), view_.sceneBox()));
+  });
+}
+
+STDMETHODIMP CZYNVue3D::Remove(IDispatch* Item) noexcept {
+  return automation(*this, [&] {
+    sceneBox_.forget();
+    drawList_.remove(Item);
+  });
+}
+
+STDMETHODIMP CZYNVue3D::RemoveAll() noexcept {
+  return automation(*this, [&] {
+    sceneBox_.forget();
+    drawList_.removeAll();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue3D::Count(LONG* Count) noexcept {
+  return automation(*this, [&] { return give(Count, static_cast<LONG>(drawList_.count())); });
+}
+
+STDMETHODIMP CZYNVue3D::Repaint() noexcept {
+  return automation(*this, [&] { repaint(); });
+}
+
+STDMETHODIMP CZYNVue3D::setBackground(float r, float g, float b) noexcept {
+  return automation(*this, [&] {
+    if (!isColourComponent(r) || !isColourComponent(g) || !isColourComponent(b)) {
+      return;
+    }
+    background_ = {r, g, b};
+    context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
+  });
+}
+
+STDMETHODIMP CZYNVue3D::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, gradientOn_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_GradientBackground(VARIANT_BOOL newVal) noexcept {
+  // Inverted: putting FALSE switches the gradient on. Published behaviour that hosts rely on.
+  return automation(*this, [&] { gradientOn_ = newVal == VARIANT_FALSE; });
+}
+
+STDMETHODIMP CZYNVue3D::setGradientColor(float r, float g, float b) noexcept {
+  return automation(*this, [&] {
+    if (const auto colour = gradientColour(r, g, b)) {
+      gradient_ = *colour;
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue3D::get_DrawCoordSys(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, drawCoordSys_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_DrawCoordSys(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { drawCoordSys_ = newVal != VARIANT_FALSE; });
+}
+
+STDMETHODIMP CZYNVue3D::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, lineSmooth_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return switchSmoothing(lineSmooth_, newVal);
+}
+
+STDMETHODIMP CZYNVue3D::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, pointSmooth_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return switchSmoothing(pointSmooth_, newVal);
+}
+
+HRESULT CZYNVue3D::switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
+  return automation(*this, [&] {
+    if (flag == isExactlyTrue(value)) {
+      return;
+    }
+    flag = !flag;
+    context_.withContext([&] { setSmoothing3D({lineSmooth_, pointSmooth_, {}, GL_DONT_CARE}); });
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue3D::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, multisample_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this,
+                    [&] { multisample_ = isExactlyTrue(newVal) && windowMultisampleAvailable(); });
+}
+
+STDMETHODIMP CZYNVue3D::get_DrawCursor(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, drawCursor_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_DrawCursor(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    drawCursor_ = isExactlyTrue(newVal);
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue3D::setCursorPos(double x, double y, double Z) noexcept {
+  return automation(*this, [&] {
+    cursor_ = {static_cast<float>(x), static_cast<float>(y), static_cast<float>(Z)};
+    if (drawCursor_) {
+      repaint();
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue3D::EditAmbiantLight() noexcept {
+  return automation(*this, [&] { CAmbLightDlg().doModal(dialogOwner()); });
+}
+
+STDMETHODIMP CZYNVue3D::get_AmbientLightProperty(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Ambient); });
+}
+
+STDMETHODIMP CZYNVue3D::put_AmbientLightProperty(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Ambient); });
+}
+
+STDMETHODIMP CZYNVue3D::get_DirectionLight1Property(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light1); });
+}
+
+STDMETHODIMP CZYNVue3D::put_DirectionLight1Property(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light1); });
+}
+
+STDMETHODIMP CZYNVue3D::get_DirectionLight2Property(VARIANT* pVal) noexcept {
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light2); });
+}
+
+STDMETHODIMP CZYNVue3D::put_DirectionLight2Property(VARIANT newVal) noexcept {
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light2); });
+}
+
+STDMETHODIMP CZYNVue3D::get_DrawLights(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, drawLights_ ? -1 : 0); });
+}
+
+STDMETHODIMP CZYNVue3D::put_DrawLights(LONG newVal) noexcept {
+  return automation(*this, [&] { drawLights_ = newVal != 0; });
+}
+
+STDMETHODIMP CZYNVue3D::AddSelection(IDispatch* ObjSelection) noexcept {
+  return automation(*this, [&] { selection_.add(ObjSelection, kSelectionMode); });
+}
+
+STDMETHODIMP CZYNVue3D::RemoveSelection(IDispatch* Item) noexcept {
+  return automation(*this, [&] { selection_.remove(Item); });
+}
+
+STDMETHODIMP CZYNVue3D::RemoveAllSelection() noexcept {
+  return automation(*this, [&] { selection_.removeAll(); });
+}
+
+STDMETHODIMP CZYNVue3D::get_PickSize(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, pickSize_); });
+}
+
+STDMETHODIMP CZYNVue3D::put_PickSize(double newVal) noexcept {
+  return automation(*this, [&] { pickSize_ = newVal; });
+}
+
+STDMETHODIMP CZYNVue3D::get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, navigation_.selectSuperpose()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_SelectSuperpose(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { navigation_.setSelectSuperpose(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept {
+  return automation(*this, [&] {
+    if (!Pt) {
+      return E_POINTER;
+    }
+    VariantInit(Pt);
+    if (!hasSelectables() || !view_.camera()) {
+      return S_OK;
+    }
+    const auto region = PickRegion::around({x, y}, pickSize_);
+    const PickRecords records = pick(*view_.camera(), region, false, 0);
+    return records.all().empty() ? S_OK : giveIntegers(Pt, records.nearestNames());
+  });
+}
+
+STDMETHODIMP CZYNVue3D::getPixelPlanIntersection(int x, int y, VARIANT Plan, VARIANT* Pt) noexcept {
+  return automation(*this, [&] {
+    if (!Pt) {
+      return E_POINTER;
+    }
+    VariantInit(Pt);
+    const auto point = view_.getPixelPlanIntersection(x, y, readNumericArray(Plan).values);
+    return point ? giveNumbers(Pt, {point->x, point->y, point->z}) : S_OK;
+  });
+}
+
+STDMETHODIMP CZYNVue3D::get_hWnd(LONG* pVal) noexcept {
+  // Window handles have 32 significant bits; hosts extend them with their sign.
+  return automation(*this, [&] { return give(pVal, HandleToLong(window())); });
+}
+
+STDMETHODIMP CZYNVue3D::get_MouseMode(short* pVal) noexcept {
+  return automation(*this,
+                    [&] { return give(pVal, static_cast<short>(navigation_.mode().value())); });
+}
+
+STDMETHODIMP CZYNVue3D::put_MouseMode(short newVal) noexcept {
+  return automation(*this, [&] { navigation_.mode().set(newVal); });
+}
+
+STDMETHODIMP CZYNVue3D::get_WindowSelection(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, navigation_.windowSelection()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_WindowSelection(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { navigation_.setWindowSelection(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue3D::get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, navigation_.middleButtonActive()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { navigation_.setMiddleButtonActive(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue3D::get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, navigation_.middleButtonInverse()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { navigation_.setMiddleButtonInverse(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue3D::get_MiddleButtonAcceleration(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, navigation_.middleButtonAcceleration()); });
+}
+
+STDMETHODIMP CZYNVue3D::put_MiddleButtonAcceleration(double newVal) noexcept {
+  return automation(*this, [&] { navigation_.setMiddleButtonAcceleration(newVal); });
+}
+
+}  // namespace zyn

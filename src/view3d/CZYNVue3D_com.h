@@ -1,0 +1,172 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "ZYNMODELEGEOM.h"
+#include "ZYNVUE.h"
+#include "com/control/ControlClass_com.h"
+#include "core/CListTrace_com.h"
+#include "glcontext/WindowContext_win.h"
+#include "view3d/CursorGlyph_gl.h"
+#include "view3d/GradientColour.h"
+#include "view3d/LightBlock.h"
+#include "view3d/MouseNavigation.h"
+#include "view3d/SceneBox_com.h"
+#include "view3d/ViewPass_gl.h"
+#include "view3d/ViewState3D.h"
+
+namespace zyn {
+
+/// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
+/// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
+/// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp.
+class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private NavigationHost {
+ public:
+  static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
+
+  CZYNVue3D();
+  ~CZYNVue3D();
+
+  STDMETHODIMP VueXYp(double surplus) noexcept override;
+  STDMETHODIMP VueXYm(double surplus) noexcept override;
+  STDMETHODIMP VueXZp(double surplus) noexcept override;
+  STDMETHODIMP VueXZm(double surplus) noexcept override;
+  STDMETHODIMP VueYZp(double surplus) noexcept override;
+  STDMETHODIMP VueYZm(double surplus) noexcept override;
+  STDMETHODIMP VueTournage(double surplus) noexcept override;
+  STDMETHODIMP initView(double surplus) noexcept override;
+  STDMETHODIMP ZoomTotal(double surplus) noexcept override;
+  STDMETHODIMP UpdateParams() noexcept override;
+  STDMETHODIMP setViewBox(IDispatch* Box) noexcept override;
+  STDMETHODIMP LastView() noexcept override;
+  STDMETHODIMP TranslateH(double h) noexcept override;
+  STDMETHODIMP TranslateV(double V) noexcept override;
+  STDMETHODIMP TranslateP(double p) noexcept override;
+  STDMETHODIMP Zoom(double coeff) noexcept override;
+  STDMETHODIMP RotateA(double angle) noexcept override;
+  STDMETHODIMP RotateH(double angle) noexcept override;
+  STDMETHODIMP RotateV(double angle) noexcept override;
+  STDMETHODIMP getWindowScale(double* retour) noexcept override;
+  STDMETHODIMP XFormView(VARIANT* Frame) noexcept override;
+  STDMETHODIMP get_ProfondeurDessin(double* pVal) noexcept override;
+  STDMETHODIMP put_ProfondeurDessin(double newVal) noexcept override;
+
+  STDMETHODIMP Add(IDispatch* newTrace, LONG drawing_mode) noexcept override;
+  STDMETHODIMP Remove(IDispatch* Item) noexcept override;
+  STDMETHODIMP RemoveAll() noexcept override;
+  STDMETHODIMP Count(LONG* Count) noexcept override;
+  STDMETHODIMP Repaint() noexcept override;
+
+  STDMETHODIMP setBackground(float r, float g, float b) noexcept override;
+  STDMETHODIMP get_GradientBackground(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_GradientBackground(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP setGradientColor(float r, float g, float b) noexcept override;
+  STDMETHODIMP get_DrawCoordSys(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_DrawCoordSys(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_LineAntialiasing(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_PointAntialiasing(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_DrawCursor(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_DrawCursor(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP setCursorPos(double x, double y, double Z) noexcept override;
+
+  STDMETHODIMP EditAmbiantLight() noexcept override;
+  STDMETHODIMP get_AmbientLightProperty(VARIANT* pVal) noexcept override;
+  STDMETHODIMP put_AmbientLightProperty(VARIANT newVal) noexcept override;
+  STDMETHODIMP get_DirectionLight1Property(VARIANT* pVal) noexcept override;
+  STDMETHODIMP put_DirectionLight1Property(VARIANT newVal) noexcept override;
+  STDMETHODIMP get_DirectionLight2Property(VARIANT* pVal) noexcept override;
+  STDMETHODIMP put_DirectionLight2Property(VARIANT newVal) noexcept override;
+  STDMETHODIMP get_DrawLights(LONG* pVal) noexcept override;
+  STDMETHODIMP put_DrawLights(LONG newVal) noexcept override;
+
+  STDMETHODIMP AddSelection(IDispatch* ObjSelection) noexcept override;
+  STDMETHODIMP RemoveSelection(IDispatch* Item) noexcept override;
+  STDMETHODIMP RemoveAllSelection() noexcept override;
+  STDMETHODIMP get_PickSize(double* pVal) noexcept override;
+  STDMETHODIMP put_PickSize(double newVal) noexcept override;
+  STDMETHODIMP get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_SelectSuperpose(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept override;
+  STDMETHODIMP getPixelPlanIntersection(int x, int y, VARIANT Plan, VARIANT* Pt) noexcept override;
+  STDMETHODIMP get_hWnd(LONG* pVal) noexcept override;
+
+  STDMETHODIMP get_MouseMode(short* pVal) noexcept override;
+  STDMETHODIMP put_MouseMode(short newVal) noexcept override;
+  STDMETHODIMP get_WindowSelection(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_WindowSelection(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_MiddleButtonAcceleration(double* pVal) noexcept override;
+  STDMETHODIMP put_MiddleButtonAcceleration(double newVal) noexcept override;
+
+ private:
+  // ControlHooks
+  void windowCreated(HWND window, SIZE client) override;
+  void windowDestroyed(HWND window) noexcept override;
+  void windowResized(SIZE client) override;
+  void paint(HDC dc) override;
+  void drawInto(HDC dc, const RECT& bounds, SIZE pixels) override;
+  std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  // NavigationHost; its repaint() is the one of the control
+  void fireMouseDown(MouseButton button, PixelPoint at) noexcept override;
+  void fireMouseUp(MouseButton button, PixelPoint at) noexcept override;
+  void fireMouseMove(int key, PixelPoint at) noexcept override;
+  void fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept override;
+  void fireMouseOn(int key, PixelPoint at, const Names& names) noexcept override;
+  void fireWindowSelection(int key, const SelectionRectangle& rectangle,
+                           const Names& names) noexcept override;
+  void captureMouse() noexcept override;
+  void releaseMouse() noexcept override;
+  void trackMouseLeave() noexcept override;
+  void repaint() noexcept override { Control::repaint(); }
+  bool hasSelectables() const noexcept override { return selection_.head() != nullptr; }
+  bool drawsCursor() const noexcept override { return drawCursor_; }
+  PickRecords pickAt(PixelPoint at) noexcept override;
+  PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept override;
+
+  /// Applies an operation of the view state and repaints if it changed the camera.
+  template <class Operation>
+  HRESULT moveCamera(Operation operation) noexcept;
+  HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept;
+
+  void prepareContext();
+  ViewPass currentPass() const;
+  PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
+                   std::uint32_t mode);
+
+  CListTrace drawList_;
+  CListTrace selection_;
+  SceneBox sceneBox_;
+  const ViewState3D::BoxSource measureScene_;
+  ViewState3D view_;
+  MouseNavigation navigation_;
+
+  Colour3 background_ = {1.0F, 1.0F, 1.0F};
+  bool gradientOn_ = false;
+  Colour3 gradient_ = {1.0F, 1.0F, 1.0F};
+  bool drawCoordSys_ = true;
+  bool lineSmooth_ = false;
+  bool pointSmooth_ = false;
+  bool multisample_ = false;
+  bool drawCursor_ = false;
+  std::array<float, 3> cursor_ = {0.0F, 0.0F, 0.0F};
+  LightBlock lights_;
+  bool drawLights_ = false;
+  double pickSize_ = 1.0;  ///< pixels
+
+  WindowContext context_;
+  /// Shared with the pass that draws it: what is drawn may close the window.
+  std::shared_ptr<CursorGlyph> cursorGlyph_;
+};
+
+}  // namespace zyn
