@@ -69,6 +69,7 @@ EglContext::EglContext(int width, int height) : width_(width), height_(height) {
   surface_ = checked(eglCreatePbufferSurface(display(), config, size), "eglCreatePbufferSurface");
   context_ = checked(eglCreateContext(display(), config, nullptr, nullptr), "eglCreateContext");
   checked(eglMakeCurrent(display(), surface_, surface_, context_), "eglMakeCurrent");
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
 EglContext::~EglContext() {

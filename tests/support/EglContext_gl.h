@@ -4,8 +4,8 @@
 
 namespace zyn::test {
 
-/// An OpenGL context on a picture in memory (8 bits a component with alpha, 24 of depth, no window
-/// system), current for the object's life.
+/// An OpenGL context on a black picture in memory (8 bits a component with alpha, 24 of depth, no
+/// window system), current for the object's life.
 class EglContext {
  public:
   EglContext(int width, int height);
