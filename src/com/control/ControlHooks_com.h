@@ -40,9 +40,9 @@ class ControlHooks {
   virtual void paint(HDC dc) = 0;
 
   /// Draws a picture of the control, of `pixels` device pixels (both > 0), into the rectangle
-  /// `bounds` of a foreign device context: screen, printer or metafile. `bounds` is in that
-  /// context's logical units; its right - left and bottom - top carry the sign of the mapping mode,
-  /// as StretchDIBits wants them.
+  /// `bounds` of a foreign device context: of the screen, a bitmap or a printer. `bounds` is in
+  /// that context's logical units; its right - left and bottom - top carry the sign of the mapping
+  /// mode, as StretchDIBits wants them.
   virtual void drawInto(HDC dc, const RECT& bounds, SIZE pixels) = 0;
 
   /// Any message of the window, first before the base: mouse, keys, wheel, timer, capture.

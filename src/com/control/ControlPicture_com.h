@@ -2,20 +2,24 @@
 
 #include <windows.h>
 
+#include <memory>
+
 #include "com/control/Extent.h"
+#include "com/control/Snapshot_win.h"
 
 namespace zyn {
 
 class ControlHooks;
 
-// Pictures of a control as storage media hold them, drawn by the control with `pixels` pixels, both
-// at least 1. The caller owns the result. They throw when a picture cannot be made.
+// Pictures of a control as storage media hold them. The caller owns the result. They throw when a
+// picture cannot be made.
+
+/// The picture with `pixels` pixels; null when it has none.
+std::unique_ptr<Snapshot> pictureOf(ControlHooks& control, SIZE pixels);
 
 /// A METAFILEPICT (MM_ANISOTROPIC) of the size `extent`.
-HGLOBAL metafilePicture(ControlHooks& control, SIZE pixels, Extent extent);
+HGLOBAL metafilePicture(const Snapshot& picture, Extent extent);
 
-HENHMETAFILE enhancedMetafile(ControlHooks& control, SIZE pixels, Extent extent);
-
-HBITMAP bitmapPicture(ControlHooks& control, SIZE pixels);
+HENHMETAFILE enhancedMetafile(const Snapshot& picture, Extent extent);
 
 }  // namespace zyn

@@ -65,19 +65,19 @@ STDMETHODIMP DataObjectFacet::GetData(FORMATETC* format, STGMEDIUM* medium) noex
   return entry([&] {
     throwIfFailed(judge(*format));
     const SIZE shown = control().pictureSize();
-    const SIZE pixels = {std::max(1L, shown.cx), std::max(1L, shown.cy)};
+    const auto picture = pictureOf(control(), {std::max(1L, shown.cx), std::max(1L, shown.cy)});
     const Extent extent = control().state().extent();
     switch (format->cfFormat) {
       case CF_ENHMETAFILE:
-        medium->hEnhMetaFile = enhancedMetafile(control(), pixels, extent);
+        medium->hEnhMetaFile = enhancedMetafile(*picture, extent);
         medium->tymed = TYMED_ENHMF;
         break;
       case CF_METAFILEPICT:
-        medium->hMetaFilePict = metafilePicture(control(), pixels, extent);
+        medium->hMetaFilePict = metafilePicture(*picture, extent);
         medium->tymed = TYMED_MFPICT;
         break;
       default:
-        medium->hBitmap = bitmapPicture(control(), pixels);
+        medium->hBitmap = picture->release();
         medium->tymed = TYMED_GDI;
     }
   });

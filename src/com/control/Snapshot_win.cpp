@@ -12,6 +12,8 @@ BITMAPINFO describe(SIZE pixels) {
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
+  // May be left out, but Wine's metafiles then keep no pixels.
+  info.bmiHeader.biSizeImage = static_cast<DWORD>(pixels.cx) * static_cast<DWORD>(pixels.cy) * 4;
   return info;
 }
 

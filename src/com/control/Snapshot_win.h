@@ -18,6 +18,7 @@ class Snapshot {
 
   explicit operator bool() const noexcept { return bits_ != nullptr; }
   HDC dc() const noexcept { return dc_.get(); }
+  RECT bounds() const noexcept { return {0, 0, pixels_.cx, pixels_.cy}; }
 
   /// Draws the bitmap into a rectangle of any device context, in its logical units.
   void drawInto(HDC dc, const RECT& bounds) const;

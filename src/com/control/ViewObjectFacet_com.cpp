@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "com/control/ControlPicture_com.h"
 #include "com/control/Control_com.h"
 
 namespace zyn {
@@ -42,17 +43,24 @@ STDMETHODIMP ViewObjectFacet::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVI
   if (!dc || !bounds) {
     return E_INVALIDARG;
   }
-  return entry([&] {
-    const RECT place = {bounds->left, bounds->top, bounds->right, bounds->bottom};
-    if (frozen_) {
-      frozen_->drawInto(dc, place);
-      return;
+  return entry([&] { draw(dc, {bounds->left, bounds->top, bounds->right, bounds->bottom}); });
+}
+
+void ViewObjectFacet::draw(HDC dc, const RECT& bounds) {
+  if (frozen_) {
+    frozen_->drawInto(dc, bounds);
+    return;
+  }
+  if (isMetafile(dc)) {
+    if (const auto picture = pictureOf(control(), control().pictureSize())) {
+      picture->drawInto(dc, bounds);
     }
-    const SIZE pixels = isMetafile(dc) ? control().pictureSize() : deviceSize(dc, place);
-    if (pixels.cx > 0 && pixels.cy > 0) {
-      control().drawInto(dc, place, pixels);
-    }
-  });
+    return;
+  }
+  const SIZE pixels = deviceSize(dc, bounds);
+  if (pixels.cx > 0 && pixels.cy > 0) {
+    control().drawInto(dc, bounds, pixels);
+  }
 }
 
 STDMETHODIMP ViewObjectFacet::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC,
@@ -78,7 +86,7 @@ STDMETHODIMP ViewObjectFacet::Freeze(DWORD aspect, LONG index, void*, DWORD* fre
   return entry([&] {
     ViewAdvice& advice = control().viewAdvice();
     if (!advice.isFrozen()) {
-      frozen_ = takeSnapshot();
+      frozen_ = pictureOf(control(), control().pictureSize());
     }
     *freeze = kFreezeCookie;
     return advice.freeze() ? S_OK : VIEW_S_ALREADY_FROZEN;
@@ -97,20 +105,6 @@ STDMETHODIMP ViewObjectFacet::Unfreeze(DWORD freeze) noexcept {
     }
     return S_OK;
   });
-}
-
-/// The picture as it is now; null when it has no size.
-std::unique_ptr<Snapshot> ViewObjectFacet::takeSnapshot() {
-  const SIZE pixels = control().pictureSize();
-  if (pixels.cx <= 0 || pixels.cy <= 0) {
-    return nullptr;
-  }
-  auto snapshot = std::make_unique<Snapshot>(pixels);
-  if (!*snapshot) {
-    throw std::bad_alloc();
-  }
-  control().drawInto(snapshot->dc(), {0, 0, pixels.cx, pixels.cy}, pixels);
-  return snapshot;
 }
 
 STDMETHODIMP ViewObjectFacet::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) noexcept {

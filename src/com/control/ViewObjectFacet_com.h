@@ -36,7 +36,7 @@ class ViewObjectFacet final : public Facet<IViewObjectEx> {
                                 DVEXTENTINFO* wish, LPSIZEL extent) noexcept override;
 
  private:
-  std::unique_ptr<Snapshot> takeSnapshot();
+  void draw(HDC dc, const RECT& bounds);
 
   std::unique_ptr<Snapshot> frozen_;  ///< what is drawn while the picture is frozen
 };
