@@ -1,6 +1,7 @@
 #include "support/View3DHost_win.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "support/AtlHost_win.h"
 #include "support/ForeignBox_win.h"
@@ -54,11 +55,15 @@ class Canvas {
   HGDIOBJ previous_ = nullptr;
 };
 
-HWND createFrame(SIZE size) {
+/// Large enough for every view of the tests: resizing an activated top-level window takes seconds
+/// without a window manager.
+constexpr SIZE kFrameSize = {800, 800};
+
+HWND createFrame() {
   // Without a window manager a captioned or activated window takes seconds to destroy.
   const HWND frame = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"",
-                                     WS_POPUP | WS_CLIPCHILDREN, 20, 20, size.cx, size.cy, nullptr,
-                                     nullptr, GetModuleHandleW(nullptr), nullptr);
+                                     WS_POPUP | WS_CLIPCHILDREN, 0, 0, kFrameSize.cx, kFrameSize.cy,
+                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
   ShowWindow(frame, SW_SHOWNOACTIVATE);
   return frame;
 }
@@ -109,7 +114,7 @@ Image readViewport() {
   return image;
 }
 
-View3DHost::View3DHost(SIZE size) : frame_(createFrame(size)) {
+View3DHost::View3DHost(SIZE size) : frame_(createFrame()) {
   const AtlHost atl;
   container_ = atl.createWindow(frame_, L"ZYNVue.ZYNVue3D", size);
   if (!container_) throw std::runtime_error("no container window");
@@ -135,7 +140,6 @@ SIZE View3DHost::clientSize() const {
 }
 
 void View3DHost::resize(SIZE size) const {
-  SetWindowPos(frame_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(container_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
