@@ -109,9 +109,10 @@ LightsWindow::LightsWindow(HWND owner, const Lighting& lighting, Changed changed
   AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_TOOLWINDOW);
   RECT main = {};
   GetWindowRect(owner, &main);
-  window_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, L"Lights", kStyle, main.left + 60,
-                            main.top + 90, frame.right - frame.left, frame.bottom - frame.top,
-                            owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+  window_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, L"Lights", kStyle,
+                            main.right - (frame.right - frame.left) - 16, main.top + 72,
+                            frame.right - frame.left, frame.bottom - frame.top, owner, nullptr,
+                            GetModuleHandleW(nullptr), nullptr);
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   addControls();
   set(lighting);
@@ -149,8 +150,10 @@ void LightsWindow::addControls() {
     addChild(WC_STATICW, slider.label, 0, {kMargin + 20, top + 4, 130, top + kRow}, -1);
     const HWND bar = addChild(TRACKBAR_CLASSW, nullptr, TBS_NOTICKS | WS_TABSTOP,
                               {130, top, kWidth - 60, top + kRow - 2}, kSliders + i);
-    SendMessageW(bar, TBM_SETRANGEMIN, FALSE, slider.least);
-    SendMessageW(bar, TBM_SETRANGEMAX, FALSE, slider.most);
+    SendMessageW(bar, TBM_SETRANGEMIN, TRUE, slider.least);
+    SendMessageW(bar, TBM_SETRANGEMAX, TRUE, slider.most);
+    // Away from 0: a trackbar that is told the position it has already does not move its thumb.
+    SendMessageW(bar, TBM_SETPOS, FALSE, slider.least);
     addChild(WC_STATICW, nullptr, SS_RIGHT, {kWidth - 56, top + 4, kWidth - kMargin, top + kRow},
              kValues + i);
     top += kRow;

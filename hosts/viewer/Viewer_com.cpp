@@ -224,6 +224,7 @@ void Viewer::load(const std::filesystem::path& file) {
     PostMessageW(frame_.handle(), WM_CLOSE, 0, 0);
   } catch (...) {
     frame_.status().hideProgress();
+    frame_.status().show(StatusBar::kMessage, "");
     throw;
   }
   frame_.status().hideProgress();
@@ -232,7 +233,10 @@ void Viewer::load(const std::filesystem::path& file) {
 void Viewer::showModel() {
   selection_.clear();
   hovered_ = 0;
-  model_->show(view(), outline_, progress("Showing"));
+  // Not to be interrupted: a scene is there whole or not at all.
+  model_->show(view(), outline_, [this](std::size_t done, std::size_t total) {
+    showProgress("Showing", done, total);
+  });
   check(view().UpdateParams(), L"UpdateParams");
   check(view().initView(kMargin), L"initView");
   showTitle();
@@ -246,10 +250,14 @@ void Viewer::showTitle() {
   frame_.setTitle(model_->file().filename().wstring() + L" - ZYNVue viewer");
 }
 
+void Viewer::showProgress(const char* what, std::size_t done, std::size_t total) {
+  frame_.status().show(StatusBar::kMessage, std::string(what) + "...");
+  frame_.status().showProgress(done, total);
+}
+
 mesh::Progress Viewer::progress(const char* what) {
   return [this, what](std::size_t done, std::size_t total) {
-    frame_.status().show(StatusBar::kMessage, std::string(what) + "...");
-    frame_.status().showProgress(done, total);
+    showProgress(what, done, total);
     keepAlive();
   };
 }

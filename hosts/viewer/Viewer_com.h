@@ -51,6 +51,8 @@ class Viewer final : private FrameEvents, private ViewEvents {
   void load(const std::filesystem::path& file);
   void showModel();
   void showTitle();
+  void showProgress(const char* what, std::size_t done, std::size_t total);
+  /// Shows how far the work is and lets the person stop it.
   mesh::Progress progress(const char* what);
   void keepAlive();
   void askAndLoad();
