@@ -12,9 +12,18 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 8;
 
+/// Makes the process's first window. Wine 8 locks up when that happens in one thread while another
+/// loads a library that registers window classes as it starts, such as the common controls.
+void useWindowsOnce() {
+  static const bool used = DestroyWindow(
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+  if (!used) throw std::runtime_error("no window");
+}
+
 /// Runs the same work in several apartments at once; what one of them throws fails the test.
 template <class Work>
 void inApartments(int count, Work work) {
+  useWindowsOnce();
   std::vector<std::thread> threads;
   for (int i = 0; i < count; ++i) {
     threads.emplace_back([i, &work] {
