@@ -2,7 +2,7 @@
 function(zyn_sources out layer)
   set(found)
   foreach(folder IN LISTS ARGN)
-    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
+    file(GLOB files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
     foreach(file IN LISTS files)
       get_filename_component(stem ${file} NAME_WE)
       if(stem MATCHES "_(gl|win|com)$")
@@ -20,4 +20,4 @@ endfunction()
 
 # Folders of the main library, and those the companion library shares with it.
 set(ZYN_SHARED_FOLDERS com core)
-set(ZYN_MAIN_FOLDERS glcontext objects view3d view2d offscreen module)
+set(ZYN_MAIN_FOLDERS com/control glcontext objects view3d view2d offscreen module)

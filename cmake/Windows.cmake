@@ -3,7 +3,7 @@ add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WIN
 add_link_options(-static -static-libgcc -static-libstdc++)
 include(Idl)
 
-set(ZYN_SYSTEM_LIBRARIES ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32 comdlg32 comctl32 shlwapi)
+set(ZYN_SYSTEM_LIBRARIES ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32)
 
 add_library(zyn_common INTERFACE)
 target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src)
@@ -63,7 +63,7 @@ endfunction()
 
 zyn_host(zynshot)
 zyn_host(viewer -mwindows)
-target_link_libraries(viewer PRIVATE shell32)
+target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
 
 if(NOT BUILD_TESTING)
   return()

@@ -27,6 +27,10 @@ struct CloseView {
   void operator()(void* view) const { UnmapViewOfFile(view); }
 };
 
+struct CloseModule {
+  void operator()(HMODULE module) const { FreeLibrary(module); }
+};
+
 /// A memory device context made by CreateCompatibleDC.
 using UniqueDC = std::unique_ptr<std::remove_pointer_t<HDC>, CloseDC>;
 /// A device context of a window, got by GetDC.
@@ -39,5 +43,8 @@ using UniqueRenderingContext = std::unique_ptr<std::remove_pointer_t<HGLRC>, Clo
 using UniqueKernelHandle = std::unique_ptr<void, CloseKernelHandle>;
 /// A mapped view of a file mapping.
 using UniqueView = std::unique_ptr<void, CloseView>;
+
+/// A loaded library.
+using UniqueModule = std::unique_ptr<std::remove_pointer_t<HMODULE>, CloseModule>;
 
 }  // namespace zyn

@@ -7,10 +7,30 @@
 #include <mutex>
 
 #include "com/ModuleHandle_win.h"
+#include "glcontext/WinHandles_win.h"
 #include "module/resource.h"
 
 namespace zyn {
 namespace {
+
+/// A function of a system library that only the dialog needs. Were the libraries imported, each
+/// process that loads ours would have them register their window classes while it does, which locks
+/// up Wine 8 when another thread makes its first window.
+class LateFunction {
+ public:
+  LateFunction(const wchar_t* library, const char* name)
+      : library_(LoadLibraryW(library)),
+        function_(library_ ? GetProcAddress(library_.get(), name) : nullptr) {}
+
+  template <class Function>
+  Function* as() const {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(function_));
+  }
+
+ private:
+  UniqueModule library_;
+  FARPROC function_;
+};
 
 /// What the colour picker starts from, kept between its openings for the whole module.
 struct PickerColours {
@@ -27,6 +47,9 @@ PickerColours lastColours() {
 }
 
 void pickColour(HWND owner) {
+  const LateFunction library(L"comdlg32.dll", "ChooseColorW");
+  auto* const chooseColour = library.as<decltype(ChooseColorW)>();
+  if (chooseColour == nullptr) return;
   PickerColours colours = lastColours();
   CHOOSECOLORW picker{};
   picker.lStructSize = sizeof picker;
@@ -35,7 +58,7 @@ void pickColour(HWND owner) {
   picker.lpCustColors = colours.custom.data();
   picker.Flags = CC_RGBINIT | CC_FULLOPEN;
   // Custom colours are kept even where no colour is chosen.
-  if (ChooseColorW(&picker)) colours.chosen = picker.rgbResult;
+  if (chooseColour(&picker)) colours.chosen = picker.rgbResult;
   const std::lock_guard lock(pickerColoursLock);
   pickerColours = colours;
 }
@@ -43,7 +66,9 @@ void pickColour(HWND owner) {
 }  // namespace
 
 void CAmbLightDlg::doModal(HWND owner) {
-  InitCommonControls();
+  // Brings the slider's window class.
+  const LateFunction controls(L"comctl32.dll", "InitCommonControls");
+  if (auto* const initialise = controls.as<decltype(InitCommonControls)>()) initialise();
   DialogBoxParamW(moduleHandle(), MAKEINTRESOURCEW(IDD_AMBIENTLIGHT),
                   owner != nullptr ? GetAncestor(owner, GA_ROOT) : nullptr, procedure,
                   reinterpret_cast<LPARAM>(this));

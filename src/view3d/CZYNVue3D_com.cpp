@@ -285,7 +285,10 @@ STDMETHODIMP CZYNVue3D::setCursorPos(double x, double y, double Z) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::EditAmbiantLight() noexcept {
-  return automation(*this, [&] { CAmbLightDlg().doModal(dialogOwner()); });
+  return automation(*this, [&] {
+    const ModalScope modal = modalScope();
+    CAmbLightDlg().doModal(dialogOwner());
+  });
 }
 
 STDMETHODIMP CZYNVue3D::get_AmbientLightProperty(VARIANT* pVal) noexcept {
