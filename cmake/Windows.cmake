@@ -76,7 +76,7 @@ file(GLOB support CONFIGURE_DEPENDS tests/support/*.cpp)
 list(FILTER support EXCLUDE REGEX "_gl\\.cpp$")
 add_library(zyn_test_support STATIC ${support} ${ZYN_IDL_GUIDS})
 target_include_directories(zyn_test_support PUBLIC tests)
-target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest ${ZYN_SYSTEM_LIBRARIES})
+target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest ${ZYN_SYSTEM_LIBRARIES} comctl32)
 target_compile_definitions(zyn_test_support PUBLIC ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_dependencies(zyn_test_support zyn_idl)
 

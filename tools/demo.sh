@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Renders models into build/gallery with both kinds of host: the zynshot program and scripts run by cscript.
+# Renders models into build/gallery with each kind of host: the zynshot program, scripts run by cscript, the viewer.
 # usage: demo.sh [MODEL]   (run by "zyn demo"; MODEL is an STL or OBJ file, default: three real test models)
 set -euo pipefail
 
@@ -48,6 +48,14 @@ play_both() {
   play heights.js "$2" jscript heights.png heights.jpg heights.gif heights.bmp
 }
 
+# watch MODEL: the viewer, driven by mouse and keys.
+watch() {
+  local output
+  printf '== viewer: %s\n' "$1"
+  output=$("$root/tools/demo_viewer.sh" "$1" "$gallery/viewer") || die "the viewer failed"
+  mapfile -t -O "${#pictures[@]}" pictures <<<"$output"
+}
+
 # A text STL says "facet" early; a binary one has its numbers there.
 is_text_stl() { head -c 1000 "$1" | LC_ALL=C grep -qai '^[[:space:]]*facet[[:space:]]'; }
 
@@ -77,9 +85,11 @@ if [[ $# -gt 0 ]]; then
   if is_text_stl "$model"; then
     play_both "$model" "$model"
   fi
+  watch "$model"
 else
   shoot "$models/STL/Wuson.stl" wuson iso-y
   shoot "$models/OBJ/regr01.obj" house iso
   play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
+  watch "$models/OBJ/spider.obj"
 fi
 list_pictures
