@@ -89,6 +89,9 @@ foreach(test IN LISTS host_tests)
   add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
 endforeach()
 
+# The display's own mouse serves one program at a time.
+set_tests_properties(host.View3DDesktop_test PROPERTIES RUN_SERIAL TRUE)
+
 file(GLOB script_tests CONFIGURE_DEPENDS tests/host/*_script.vbs tests/host/*_script.js)
 foreach(test IN LISTS script_tests)
   get_filename_component(name ${test} NAME)
