@@ -28,7 +28,7 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
 
   CZYNVue3D();
-  ~CZYNVue3D();
+  ~CZYNVue3D() override;
 
   STDMETHODIMP VueXYp(double surplus) noexcept override;
   STDMETHODIMP VueXYm(double surplus) noexcept override;

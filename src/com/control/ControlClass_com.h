@@ -35,7 +35,7 @@ class ControlClass : public ComClass<Derived, Interfaces...>, protected Control 
  protected:
   explicit ControlClass(const ControlDescription& description)
       : Control(static_cast<ComIdentity&>(*this), description) {}
-  ~ControlClass() = default;
+  ~ControlClass() override = default;
 
  private:
   HRESULT queryExtra(REFIID iid, void** out) noexcept final { return queryPart(iid, out); }
