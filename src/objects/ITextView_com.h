@@ -1,0 +1,28 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "objects/CGLFontContext_gl.h"
+
+namespace zyn {
+
+/// What a view tells a text about itself before it lets it draw.
+struct TextView {
+  std::weak_ptr<CGLFontContext> fonts;
+  HGLRC context = nullptr;  ///< to which the fonts belong
+  double viewHeight = 0.0;  ///< model units that the view shows from bottom to top
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
+};
+
+/// Private interface of our objects that size text in pixels: a view hands them its fonts and
+/// measures before each draw, a bitmap context also when they are added.
+struct ITextView : public IUnknown {
+  virtual void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept = 0;
+};
+
+}  // namespace zyn
+
+__CRT_UUID_DECL(zyn::ITextView, 0x2b7d9e14, 0x53a6, 0x4c8e, 0xb1, 0x0f, 0x7e, 0x42, 0x9a, 0x6c,
+                0x15, 0xd3)
