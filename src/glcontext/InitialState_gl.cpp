@@ -31,13 +31,12 @@ void setMultisample(Antialiasing& antialiasing) {
   setEnabled(kMultisample, *antialiasing.multisample);
 }
 
-void setLineSmooth3D(const Antialiasing& antialiasing) {
+void setLineSmooth(const Antialiasing& antialiasing) {
   if (antialiasing.lineSmooth) {
     glEnable(GL_LINE_SMOOTH);
     glHint(GL_LINE_SMOOTH_HINT, antialiasing.hint);
   } else {
     glDisable(GL_LINE_SMOOTH);
-    glDisable(GL_POLYGON_SMOOTH);
   }
 }
 
@@ -68,7 +67,22 @@ void setInitialState3D(const Float4& background, Antialiasing& antialiasing) {
 }
 
 void setSmoothing3D(const Antialiasing& antialiasing) {
-  setLineSmooth3D(antialiasing);
+  setSmoothing2D(antialiasing);
+  if (!antialiasing.lineSmooth) {
+    glDisable(GL_POLYGON_SMOOTH);
+  }
+}
+
+void setInitialState2D(const Float4& background, Antialiasing& antialiasing) {
+  setClearValues(background);
+  glShadeModel(GL_FLAT);
+  setBlending();
+  setMultisample(antialiasing);
+  setSmoothing2D(antialiasing);
+}
+
+void setSmoothing2D(const Antialiasing& antialiasing) {
+  setLineSmooth(antialiasing);
   setPointSmooth(antialiasing);
 }
 

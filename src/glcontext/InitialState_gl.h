@@ -23,4 +23,11 @@ void setInitialState3D(const Float4& background, Antialiasing& antialiasing);
 /// Switches the smoothing of lines and points of the current context, without multisampling.
 void setSmoothing3D(const Antialiasing& antialiasing);
 
+/// Puts the current context, which is new, into the state in which graphs are drawn: background as
+/// clear colour, flat shading, blending by source alpha. Multisampling as in 3D.
+void setInitialState2D(const Float4& background, Antialiasing& antialiasing);
+
+/// As setSmoothing3D, but leaves the smoothing of polygons alone.
+void setSmoothing2D(const Antialiasing& antialiasing);
+
 }  // namespace zyn

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "core/Box3.h"
+#include "view/ClientSize.h"
 #include "view3d/CParamsVue3D.h"
-#include "view3d/ClientSize.h"
 
 namespace zyn {
 

@@ -160,10 +160,9 @@ PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept 
 
 PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                             std::uint32_t mode) {
-  const CParamsVue3D fixed(camera);  // drawn objects may move the view's
   PickRecords records;
   context_.withContext([&] {
-    records = runSelectionPass({.camera = fixed, .region = region, .unlit = unlit},
+    records = runSelectionPass(camera, {.region = region, .unlit = unlit},
                                [&] { selection_.draw3D(mode); });
   });
   return records;

@@ -10,7 +10,7 @@
 #include "com/control/ControlClass_com.h"
 #include "core/CListTrace_com.h"
 #include "glcontext/WindowContext_win.h"
-#include "view3d/CursorGlyph_gl.h"
+#include "view/CursorGlyph_gl.h"
 #include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
 #include "view3d/MouseNavigation.h"

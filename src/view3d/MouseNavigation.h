@@ -2,11 +2,11 @@
 
 #include <optional>
 
-#include "view3d/MouseKeys.h"
+#include "view/MouseKeys.h"
+#include "view/PixelPoint.h"
+#include "view/RubberBand.h"
 #include "view3d/MouseMode.h"
 #include "view3d/NavigationHost.h"
-#include "view3d/PixelPoint.h"
-#include "view3d/RubberBand.h"
 #include "view3d/ViewState3D.h"
 
 namespace zyn {

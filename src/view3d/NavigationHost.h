@@ -3,14 +3,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "view3d/PickRecords.h"
-#include "view3d/PixelPoint.h"
+#include "view/MouseButton.h"
+#include "view/PickRecords.h"
+#include "view/PixelPoint.h"
 #include "view3d/SelectionRectangle.h"
 
 namespace zyn {
-
-/// Numbers of the buttons in events.
-enum class MouseButton { Left = 0, Right = 1, Middle = 2 };
 
 /// What MouseNavigation needs of the view around it. Each call may run foreign code: event
 /// handlers, drawn objects, containers. That may use the navigation, let more messages in, or close

@@ -2,10 +2,10 @@
 
 #include <optional>
 
+#include "view/ClientSize.h"
+#include "view/PickRegion.h"
+#include "view/PixelPoint.h"
 #include "view3d/CParamsVue3D.h"
-#include "view3d/ClientSize.h"
-#include "view3d/PickRegion.h"
-#include "view3d/PixelPoint.h"
 
 namespace zyn {
 

@@ -1,7 +1,7 @@
 #include "view3d/ViewPass_gl.h"
 
+#include "view/RubberBand_gl.h"
 #include "view3d/LightLines_gl.h"
-#include "view3d/RubberBand_gl.h"
 #include "view3d/ScenePass_gl.h"
 #include "view3d/Trihedron_gl.h"
 

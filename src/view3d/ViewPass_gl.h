@@ -4,10 +4,10 @@
 #include <functional>
 #include <optional>
 
+#include "view/CursorGlyph_gl.h"
+#include "view/RubberBand.h"
 #include "view3d/CParamsVue3D.h"
-#include "view3d/CursorGlyph_gl.h"
 #include "view3d/LightBlock.h"
-#include "view3d/RubberBand.h"
 
 namespace zyn {
 

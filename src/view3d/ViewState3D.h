@@ -8,8 +8,8 @@
 
 #include "core/Box3.h"
 #include "core/ZYNList.h"
+#include "view/ClientSize.h"
 #include "view3d/CParamsVue3D.h"
-#include "view3d/ClientSize.h"
 
 namespace zyn {
 

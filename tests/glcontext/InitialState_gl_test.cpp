@@ -115,5 +115,35 @@ TEST_F(InitialStateTest, AFormatWithoutSamplesLeavesMultisamplingAlone) {
   }
 }
 
+TEST_F(InitialStateTest, SetsWhatAGraphNeedsAndNothingElse) {
+  GlState expected = readGlState();
+  expected["GL_DEPTH_CLEAR_VALUE"] = {1};
+  expected["GL_COLOR_CLEAR_VALUE"] = {0.25, 0.5, 0.75, 0.125};
+  expected["GL_SHADE_MODEL"] = {GL_FLAT};
+  expected["GL_BLEND"] = {1};
+  expected["GL_BLEND_SRC"] = {GL_SRC_ALPHA};
+  expected["GL_BLEND_DST"] = {GL_ONE_MINUS_SRC_ALPHA};
+  expected["GL_LINE_SMOOTH"] = {1};
+  expected["GL_LINE_SMOOTH_HINT"] = {GL_FASTEST};
+  Antialiasing lines{
+      .lineSmooth = true, .pointSmooth = false, .multisample = {}, .hint = GL_FASTEST};
+  setInitialState2D(kBackground, lines);
+  EXPECT_EQ(differences(expected, readGlState()), kNone);
+}
+
+TEST_F(InitialStateTest, GraphsLeaveTheSmoothingOfPolygonsAlone) {
+  for (const bool on : {true, false}) {
+    setEnabled(GL_POLYGON_SMOOTH, on);
+    for (const bool smooth : {true, false}) {
+      const Antialiasing antialiasing{
+          .lineSmooth = smooth, .pointSmooth = smooth, .multisample = {}};
+      setSmoothing2D(antialiasing);
+      EXPECT_EQ(isEnabled(GL_LINE_SMOOTH), smooth);
+      EXPECT_EQ(isEnabled(GL_POINT_SMOOTH), smooth);
+      EXPECT_EQ(isEnabled(GL_POLYGON_SMOOTH), on);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace zyn

@@ -60,7 +60,7 @@ class SelectionPassTest : public GlTest {
   SelectionPassTest() { glEnable(GL_LIGHTING); }
 
   PickRecords pick(PixelPoint at, double size, const std::function<void()>& draw) const {
-    return runSelectionPass({.camera = camera, .region = PickRegion::around(at, size)}, draw);
+    return runSelectionPass(camera, {.region = PickRegion::around(at, size)}, draw);
   }
 
   /// Draws points with these many names from 0.
@@ -113,7 +113,7 @@ TEST_F(SelectionPassTest, TakesRectangles) {
     window.draw({5}, 30, 30, 31, 31);
   };
   const PickRegion region{.centreX = 30, .centreY = 16, .width = 40, .height = 20};
-  EXPECT_EQ(runSelectionPass({.camera = camera, .region = region}, draw).allNames(), (Names{2, 3}));
+  EXPECT_EQ(runSelectionPass(camera, {.region = region}, draw).allNames(), (Names{2, 3}));
 }
 
 TEST_F(SelectionPassTest, TheNearestIsTheOneInFront) {
@@ -221,8 +221,7 @@ TEST_F(SelectionPassTest, LeavesTheStateAsItWasAfterAFailure) {
     glLoadIdentity();
     throw std::runtime_error("an object failed");
   };
-  EXPECT_THROW(runSelectionPass({.camera = camera, .region = {}, .unlit = true}, draw),
-               std::runtime_error);
+  EXPECT_THROW(runSelectionPass(camera, {.region = {}, .unlit = true}, draw), std::runtime_error);
   EXPECT_EQ(differences(before, readGlState()), kNone);
   const PickRecords records = pick({20, 20}, 1, [&] { window.draw({1}, 0, 0, 50, 50); });
   EXPECT_EQ(records.allNames(), Names{1});
@@ -250,13 +249,12 @@ TEST_F(SelectionPassTest, DrawsWithTheCamerasViewAndAnEmptyNameStack) {
 TEST_F(SelectionPassTest, SwitchesLightingOffWhereAsked) {
   for (const bool unlit : {false, true}) {
     bool lit = unlit;
-    runSelectionPass({.camera = camera, .region = {}, .unlit = unlit},
-                     [&] { lit = isEnabled(GL_LIGHTING); });
+    runSelectionPass(camera, {.region = {}, .unlit = unlit}, [&] { lit = isEnabled(GL_LIGHTING); });
     EXPECT_EQ(lit, !unlit);
     EXPECT_TRUE(isEnabled(GL_LIGHTING));
   }
   glDisable(GL_LIGHTING);
-  runSelectionPass({.camera = camera, .region = {}, .unlit = true}, [] {});
+  runSelectionPass(camera, {.region = {}, .unlit = true}, [] {});
   EXPECT_FALSE(isEnabled(GL_LIGHTING));
 }
 
@@ -289,11 +287,9 @@ TEST_F(SelectionPassTest, NothingIsLostWhenTheBufferOverflows) {
 
 TEST_F(SelectionPassTest, BeyondTheLargestBufferWhatItHoldsCounts) {
   const auto draw = [] { drawPoints(1000); };
-  const SelectionPass pass{.camera = camera,
-                           .region = PickRegion::around({32, 32}, 1),
-                           .unlit = false,
-                           .largestBuffer = 1026};
-  const Names names = runSelectionPass(pass, draw).allNames();
+  const PickPass pass{
+      .region = PickRegion::around({32, 32}, 1), .unlit = false, .largestBuffer = 1026};
+  const Names names = runSelectionPass(camera, pass, draw).allNames();
   ASSERT_EQ(names.size(), 256U);
   EXPECT_EQ(names.back(), 255);
 }
@@ -322,7 +318,7 @@ TEST_F(SelectionPassTest, ARegionWithoutAreaFindsNothing) {
   for (const double size : {0.0, -1.0, -kInfinity, kNaN}) {
     EXPECT_TRUE(pick({20, 20}, size, draw).all().empty()) << size;
   }
-  EXPECT_TRUE(runSelectionPass({.camera = camera, .region = {20, 20, 5, 0}}, draw).all().empty());
+  EXPECT_TRUE(runSelectionPass(camera, {.region = {20, 20, 5, 0}}, draw).all().empty());
   EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
@@ -346,7 +342,7 @@ TEST_F(SelectionPassTest, ACameraThatShowsNothingFindsNothing) {
   camera.zoom(0);
   EXPECT_TRUE(pick({20, 20}, 1, draw).all().empty());
   const CParamsVue3D unfitted;
-  EXPECT_TRUE(runSelectionPass({.camera = unfitted, .region = {}}, draw).all().empty());
+  EXPECT_TRUE(runSelectionPass(unfitted, {.region = {}}, draw).all().empty());
 }
 
 TEST_F(SelectionPassTest, NothingInAnEmptyViewport) {

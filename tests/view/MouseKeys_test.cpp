@@ -1,4 +1,4 @@
-#include "view3d/MouseKeys.h"
+#include "view/MouseKeys.h"
 
 #include <gtest/gtest.h>
 

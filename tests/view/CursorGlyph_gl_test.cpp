@@ -1,4 +1,4 @@
-#include "view3d/CursorGlyph_gl.h"
+#include "view/CursorGlyph_gl.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view3d/PixelPoint.h"
+#include "view/PixelPoint.h"
 
 namespace zyn {
 

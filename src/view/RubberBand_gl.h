@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view3d/RubberBand.h"
+#include "view/RubberBand.h"
 
 namespace zyn {
 

@@ -1,4 +1,4 @@
-#include "view3d/PickRecords.h"
+#include "view/PickRecords.h"
 
 #include <algorithm>
 

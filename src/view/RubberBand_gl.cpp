@@ -1,4 +1,4 @@
-#include "view3d/RubberBand_gl.h"
+#include "view/RubberBand_gl.h"
 
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
