@@ -46,7 +46,7 @@ add_executable(launcher tools/launcher/main.cpp)
 target_link_libraries(launcher PRIVATE zyn_warnings)
 
 # Hosts: programs that use the library by ProgID only.
-file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp)
+file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp hosts/table/*.cpp)
 add_library(zyn_hosts OBJECT ${host_sources})
 target_include_directories(zyn_hosts PUBLIC hosts)
 target_link_libraries(zyn_hosts PUBLIC zyn_common)

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <string>
 
+#include "common/Words.h"
 #include "mesh/TextScanner.h"
 
 namespace zyn::mesh {
+
+using host::equalsIgnoringCase;
+using host::quoted;
 
 namespace {
 

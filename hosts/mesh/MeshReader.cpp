@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
+#include <stdexcept>
 #include <string>
-#include <system_error>
 
+#include "common/InputFile.h"
+#include "common/Words.h"
 #include "mesh/AsciiStlReader.h"
 #include "mesh/BinaryStlReader.h"
 #include "mesh/MeshError.h"
@@ -14,19 +15,17 @@
 
 namespace zyn::mesh {
 
-namespace {
+using host::equalsIgnoringCase;
+using host::isUtf16;
+using host::withoutUtf8Mark;
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+namespace {
 
 bool looksLikeText(std::string_view bytes) {
   constexpr std::size_t kSample = 4096;
   return std::none_of(bytes.begin(),
                       bytes.begin() + static_cast<std::ptrdiff_t>(std::min(bytes.size(), kSample)),
                       [](char c) { return c >= 0 && c < ' ' && (c < '\t' || c > '\r'); });
-}
-
-bool isUtf16(std::string_view bytes) {
-  return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
 bool isObjKeyword(std::string_view word) {
@@ -49,18 +48,14 @@ std::string_view firstWord(std::string_view text) {
   return {};
 }
 
-std::string_view withoutMark(std::string_view bytes) {
-  return bytes.starts_with(kUtf8Mark) ? bytes.substr(kUtf8Mark.size()) : bytes;
-}
-
 Mesh parseAny(std::string_view bytes, const Progress& progress) {
   switch (detectFormat(bytes)) {
     case Format::kBinaryStl:
       return readBinaryStl(bytes, progress);
     case Format::kAsciiStl:
-      return readAsciiStl(withoutMark(bytes), progress);
+      return readAsciiStl(withoutUtf8Mark(bytes), progress);
     case Format::kObj:
-      return readObj(withoutMark(bytes), progress);
+      return readObj(withoutUtf8Mark(bytes), progress);
     case Format::kUnknown:
       break;
   }
@@ -69,33 +64,6 @@ Mesh parseAny(std::string_view bytes, const Progress& progress) {
   }
   throw MeshError(isUtf16(bytes) ? "the text is UTF-16; save it as UTF-8"
                                  : "not a model in STL or OBJ format");
-}
-
-std::string utf8(const std::filesystem::path& file) {
-  const std::u8string name = file.u8string();
-  return {name.begin(), name.end()};
-}
-
-std::string readWhole(const std::filesystem::path& file) {
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(file, error);
-  if (status.type() == std::filesystem::file_type::not_found) {
-    throw MeshError("no such file");
-  }
-  if (status.type() == std::filesystem::file_type::directory) {
-    throw MeshError("this is a folder, not a model");
-  }
-  const std::uintmax_t size = std::filesystem::file_size(file, error);
-  std::ifstream stream(file, std::ios::binary);
-  if (error || !stream) {
-    throw MeshError("cannot be opened");
-  }
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (stream.gcount() != static_cast<std::streamsize>(bytes.size())) {
-    throw MeshError("cannot be read to its end");
-  }
-  return bytes;
 }
 
 }  // namespace
@@ -111,7 +79,7 @@ Format detectFormat(std::string_view bytes) {
   if (!looksLikeText(bytes)) {
     return Format::kBinaryStl;
   }
-  const std::string_view word = firstWord(withoutMark(bytes));
+  const std::string_view word = firstWord(withoutUtf8Mark(bytes));
   if (equalsIgnoringCase(word, "solid")) {
     return Format::kAsciiStl;
   }
@@ -128,9 +96,9 @@ Mesh parseMesh(std::string_view bytes, const Progress& progress) {
 
 Mesh readMesh(const std::filesystem::path& file, const Progress& progress) {
   try {
-    return parseMesh(readWhole(file), progress);
-  } catch (const MeshError& error) {
-    throw MeshError(utf8(file) + ": " + error.what());
+    return parseMesh(host::readInputFile(file, "a model"), progress);
+  } catch (const std::runtime_error& error) {
+    throw MeshError(host::utf8Name(file) + ": " + error.what());
   }
 }
 

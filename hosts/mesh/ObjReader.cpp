@@ -6,10 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "common/Words.h"
 #include "mesh/TextScanner.h"
 #include "mesh/Triangulation.h"
 
 namespace zyn::mesh {
+
+using host::quoted;
 
 namespace {
 

@@ -4,9 +4,12 @@
 #include <charconv>
 #include <cstdlib>
 
+#include "common/Words.h"
 #include "mesh/MeshError.h"
 
 namespace zyn::mesh {
+
+using host::quoted;
 
 namespace {
 
@@ -101,29 +104,6 @@ Vector TextScanner::position(std::string_view what) {
 
 void TextScanner::fail(const std::string& message) const {
   throw MeshError("line " + std::to_string(line_) + ": " + message);
-}
-
-std::string quoted(std::string_view word) {
-  constexpr std::size_t kLongest = 24;
-  std::string result = "\"";
-  for (const char c : word.substr(0, kLongest)) {
-    result += c >= ' ' && c <= '~' ? c : '?';
-  }
-  return result + (word.size() > kLongest ? "...\"" : "\"");
-}
-
-bool equalsIgnoringCase(std::string_view word, std::string_view lowerCase) {
-  if (word.size() != lowerCase.size()) {
-    return false;
-  }
-  for (std::size_t i = 0; i < word.size(); ++i) {
-    const char c =
-        word[i] >= 'A' && word[i] <= 'Z' ? static_cast<char>(word[i] + ('a' - 'A')) : word[i];
-    if (c != lowerCase[i]) {
-      return false;
-    }
-  }
-  return true;
 }
 
 }  // namespace zyn::mesh

@@ -49,10 +49,4 @@ class TextScanner {
   std::size_t line_ = 0;
 };
 
-/// A word of a model as it may appear in a one-line message: shortened, unprintable bytes replaced.
-std::string quoted(std::string_view word);
-
-/// Whether `word` is `lowerCase` in any mixture of cases.
-bool equalsIgnoringCase(std::string_view word, std::string_view lowerCase);
-
 }  // namespace zyn::mesh
