@@ -1,0 +1,60 @@
+#pragma once
+
+#include "view/ClientSize.h"
+#include "view2d/Rect2.h"
+
+namespace zyn {
+
+/// What of the plane a 2D view shows. Lengths are in plotting units: model units times the view's
+/// scales. New, it shows nothing: all is 0.
+class CParamsVue2D {
+ public:
+  /// What a view is fitted to: the centre comes from a rectangle's bounds, the size from its
+  /// extents, which an outside rectangle object tells separately.
+  struct Target {
+    Target(const Rect2& bounds, double targetWidth, double targetHeight)
+        : rectangle(bounds), width(targetWidth), height(targetHeight) {}
+    /*implicit*/ Target(const Rect2& bounds) : Target(bounds, bounds.width(), bounds.height()) {}
+
+    Rect2 rectangle;
+    double width;
+    double height;
+  };
+
+  CParamsVue2D() = default;
+  CParamsVue2D(const CParamsVue2D&) = default;
+  CParamsVue2D& operator=(const CParamsVue2D&) = default;
+  virtual ~CParamsVue2D() = default;
+
+  double centreX() const { return centreX_; }
+  double centreY() const { return centreY_; }
+  double halfHeight() const { return halfHeight_; }
+  double width() const { return width_; }
+  double height() const { return height_; }
+
+  /// Whether it has an extent, so that there is something to see and pixels can be mapped.
+  bool showsAnything() const;
+
+  /// What it shows.
+  Rect2 bounds() const;
+
+  /// Shows the whole target, enlarged by `surplus` (a fraction of its size, in single precision),
+  /// with units as wide as they are high. For a client area that is empty, the size is the enlarged
+  /// target's.
+  void fit(const Target& target, ClientSize client, float surplus);
+
+  /// Changes the half-height to `halfHeight` and the extents with it, as wide as the client area,
+  /// which must not be empty, asks for.
+  void setHalfHeight(double halfHeight, ClientSize client);
+
+  void moveTo(double centreX, double centreY);
+
+ private:
+  double centreX_ = 0.0;
+  double centreY_ = 0.0;
+  double halfHeight_ = 0.0;
+  double width_ = 0.0;
+  double height_ = 0.0;
+};
+
+}  // namespace zyn

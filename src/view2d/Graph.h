@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "objects/PixelImage.h"
+
+namespace zyn {
+
+/// Red, green, blue from 0 to 1.
+using GraphColour = std::array<double, 3>;
+
+/// What stands at the end of an axis: name and unit, by the bytes for which the font has glyphs, or
+/// a picture in their place.
+struct AxisTitle {
+  std::string name;
+  std::string unit;
+  PixelImage picture;
+};
+
+/// A graph with linear axes, in model units.
+struct LinearGraph {
+  struct Axis {
+    AxisTitle title;
+    double min = 0.0;
+    double max = 0.0;
+    double bigStep = 0.0;    ///< between graduations with labels
+    double smallStep = 0.0;  ///< between those without
+  };
+
+  GraphColour colour{};
+  Axis x;
+  Axis y;
+};
+
+/// A graph with logarithmic axes: model units are decades (powers of ten).
+struct LogLogGraph {
+  struct Axis {
+    PixelImage picture;  ///< its title
+    double min = 0.0;
+    double max = 0.0;
+    GraphColour graduationColour{};
+  };
+
+  GraphColour colour{};
+  Axis x;
+  Axis y;
+};
+
+}  // namespace zyn

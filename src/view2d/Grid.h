@@ -1,0 +1,15 @@
+#pragma once
+
+#include <array>
+
+namespace zyn {
+
+/// The grid of a 2D view: lines at the multiples of its steps (model units). A step that is not
+/// above 0, or so small that there would be more lines than pixels, gives no lines.
+struct Grid {
+  std::array<float, 3> colour{0.7F, 0.7F, 0.7F};
+  double stepX = 0.0;  ///< between vertical lines
+  double stepY = 0.0;
+};
+
+}  // namespace zyn
