@@ -26,10 +26,24 @@ void putPlaneBounds(Box& box, const Box3& bounds) {
   box.put_YMax(bounds.yMax);
 }
 
-double readSide(IZYNBox3D& box, HRESULT (STDMETHODCALLTYPE IZYNBox3D::*getter)(double*)) {
+template <class Box>
+double readSide(Box& box, HRESULT (STDMETHODCALLTYPE Box::*getter)(double*)) {
   double value = 0.0;
-  throwIfFailed((box.*getter)(&value), &box, __uuidof(IZYNBox3D));
+  throwIfFailed((box.*getter)(&value), &box, __uuidof(Box));
   return value;
+}
+
+using BoxGetter = HRESULT (STDMETHODCALLTYPE IGLDraw::*)(IDispatch**);
+
+/// What a drawable answers for its box; null when it has none or cannot tell it.
+template <class Box>
+ComPtr<Box> boxOf(IGLDraw& drawable, BoxGetter getter) {
+  ComPtr<IDispatch> object;
+  ComPtr<Box> box;
+  if (SUCCEEDED((drawable.*getter)(&object)) && object) {
+    object.As(&box);
+  }
+  return box;
 }
 
 }  // namespace
@@ -60,6 +74,11 @@ HRESULT makeBox3D(const Box3& bounds, IDispatch** box) {
   return S_OK;
 }
 
+Box3 readBox2D(IZYNBox2D& box) {
+  return Box3{readSide(box, &IZYNBox2D::get_XMin), readSide(box, &IZYNBox2D::get_XMax),
+              readSide(box, &IZYNBox2D::get_YMin), readSide(box, &IZYNBox2D::get_YMax)};
+}
+
 Box3 readBox3D(IZYNBox3D& box) {
   return Box3{readSide(box, &IZYNBox3D::get_XMin), readSide(box, &IZYNBox3D::get_XMax),
               readSide(box, &IZYNBox3D::get_YMin), readSide(box, &IZYNBox3D::get_YMax),
@@ -74,13 +93,14 @@ std::optional<Box3> ownBounds(IUnknown* object) {
   return own->modelBounds();
 }
 
+std::optional<Box3> planeBoundsOf(IGLDraw& drawable) {
+  const auto box = boxOf<IZYNBox2D>(drawable, &IGLDraw::GetBox2D);
+  return box ? std::optional(readBox2D(*box.Get())) : std::nullopt;
+}
+
 std::optional<Box3> boundsOf(IGLDraw& drawable) {
-  ComPtr<IDispatch> object;
-  ComPtr<IZYNBox3D> box;
-  if (FAILED(drawable.GetBox3D(&object)) || !object || FAILED(object.As(&box)) || !box) {
-    return std::nullopt;
-  }
-  return readBox3D(*box.Get());
+  const auto box = boxOf<IZYNBox3D>(drawable, &IGLDraw::GetBox3D);
+  return box ? std::optional(readBox3D(*box.Get())) : std::nullopt;
 }
 
 }  // namespace zyn

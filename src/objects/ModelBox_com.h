@@ -16,13 +16,17 @@ HRESULT makeBox2D(const Box3& bounds, IDispatch** box);
 /// The same with a 3D box object.
 HRESULT makeBox3D(const Box3& bounds, IDispatch** box);
 
-/// The bounds that a box object holds. Throws _com_error when the object fails.
+/// The bounds that a box object holds, flat ones at z = 0. Throws _com_error when the object fails.
+Box3 readBox2D(IZYNBox2D& box);
 Box3 readBox3D(IZYNBox3D& box);
 
 /// The bounds of one of our own scene objects; none for any other object.
 std::optional<Box3> ownBounds(IUnknown* object);
 
-/// The bounds of what a drawable shows in 3D; none when it has no box or cannot tell it.
+/// The bounds of what a drawable shows in 2D; none when it has no box or cannot tell it.
+std::optional<Box3> planeBoundsOf(IGLDraw& drawable);
+
+/// The same in 3D; none when it has no box or cannot tell it.
 std::optional<Box3> boundsOf(IGLDraw& drawable);
 
 }  // namespace zyn

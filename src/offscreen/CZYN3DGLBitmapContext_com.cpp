@@ -21,9 +21,9 @@
 #include "offscreen/Collection_com.h"
 #include "offscreen/ImageExport_win.h"
 #include "offscreen/Picture_com.h"
+#include "view/SceneBox_com.h"
 #include "view3d/BitmapCamera.h"
 #include "view3d/LightProperties_com.h"
-#include "view3d/SceneBox_com.h"
 #include "view3d/ScenePass_gl.h"
 
 namespace zyn {
@@ -137,7 +137,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   if (const ComPtr<IZYNBox3D> box = box_) {
     return readBox3D(*box.Get());
   }
-  return SceneBox().measure(drawList_);
+  return SceneBox(boundsOf).measure(drawList_);
 }
 
 void CZYN3DGLBitmapContext::render(OffscreenSurface& surface) {

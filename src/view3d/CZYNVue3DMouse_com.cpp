@@ -1,8 +1,6 @@
-#include <windowsx.h>
-
-#include "com/MessageBox_win.h"
 #include "core/NumericArrayVariant_com.h"
 #include "core/OwnedVariant_com.h"
+#include "view/WindowMouse_win.h"
 #include "view3d/CZYNVue3D_com.h"
 #include "view3d/SelectionPass_gl.h"
 
@@ -22,8 +20,6 @@ constexpr DISPID kWindowSelection = 6;
 
 /// The drawing mode of the objects while a rubber band picks.
 constexpr std::uint32_t kWindowSelectionMode = 0xFFFFFFFE;
-
-PixelPoint pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
 
 /// The names as an array of 32-bit integers; empty without any.
 void put(OwnedVariant& selection, const NavigationHost::Names& names) {
@@ -77,12 +73,9 @@ std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM 
     case WM_TIMER:
       repaint();
       return 0;
-    case WM_MOUSEWHEEL: {
-      POINT at = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-      ScreenToClient(window(), &at);
-      navigation_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), {at.x, at.y});
+    case WM_MOUSEWHEEL:
+      navigation_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), wheelPointOf(window(), lParam));
       return 0;
-    }
     default:
       break;
   }
@@ -124,17 +117,10 @@ void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle
 
 void CZYNVue3D::captureMouse() noexcept { SetCapture(window()); }
 
-void CZYNVue3D::releaseMouse() noexcept {
-  if (GetCapture() == window()) {
-    ReleaseCapture();
-  }
-}
+void CZYNVue3D::releaseMouse() noexcept { releaseMouseOf(window()); }
 
 void CZYNVue3D::trackMouseLeave() noexcept {
-  TRACKMOUSEEVENT request = {sizeof request, TME_LEAVE, window(), 0};
-  if (!TrackMouseEvent(&request)) {
-    boundary([] { showMessage(L"MOUSE LEAVE FAILED"); });
-  }
+  boundary([this] { trackMouseLeaveOf(window()); });
 }
 
 PickRecords CZYNVue3D::pickAt(PixelPoint at) noexcept {

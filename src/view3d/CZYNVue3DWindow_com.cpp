@@ -1,9 +1,6 @@
-#include <algorithm>
-
 #include "com/MessageBox_win.h"
-#include "glcontext/InitialState_gl.h"
-#include "glcontext/PixelFormats_win.h"
 #include "offscreen/OffscreenSurface_win.h"
+#include "view/ContainerPicture_win.h"
 #include "view3d/CZYNVue3D_com.h"
 
 // The window of the 3D view, and its pictures for containers.
@@ -12,32 +9,7 @@ namespace zyn {
 
 namespace {
 
-/// The largest side of a picture for a container's device context, in pixels; larger ones are
-/// stretched.
-constexpr LONG kLargestPicture = 8192;
-
 ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
-
-SIZE pictureSizeFor(SIZE pixels) {
-  const double shrink = std::max(1.0, std::max(pixels.cx, pixels.cy) / double{kLargestPicture});
-  return {std::max(1L, static_cast<LONG>(pixels.cx / shrink)),
-          std::max(1L, static_cast<LONG>(pixels.cy / shrink))};
-}
-
-void stretchInto(HDC dc, const RECT& bounds, const SharedBitmap& picture) {
-  BITMAPINFO info = {};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = picture.width();
-  info.bmiHeader.biHeight = picture.height();
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 24;
-  info.bmiHeader.biCompression = BI_RGB;
-  const int mode = SetStretchBltMode(dc, HALFTONE);
-  StretchDIBits(dc, bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
-                0, 0, picture.width(), picture.height(), picture.pixels(), &info, DIB_RGB_COLORS,
-                SRCCOPY);
-  SetStretchBltMode(dc, mode);
-}
 
 }  // namespace
 
@@ -52,13 +24,7 @@ void CZYNVue3D::windowCreated(HWND window, SIZE client) {
 }
 
 void CZYNVue3D::prepareContext() {
-  Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_DONT_CARE};
-  if (windowMultisampleAvailable()) {
-    antialiasing.multisample = multisample_;
-  }
-  setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing);
-  lineSmooth_ = antialiasing.lineSmooth;
-  pointSmooth_ = antialiasing.pointSmooth;
+  setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing_);
   cursorGlyph_ = std::make_shared<CursorGlyph>();
 }
 
@@ -106,7 +72,8 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   const SIZE size = pictureSizeFor(pixels);
   OffscreenSurface surface([](const std::wstring&) {});
   surface.create(size.cx, size.cy, [this](HDC) {
-    Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
+    Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
+                              GL_NICEST};
     setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing);
   });
   ViewPass pass = currentPass();

@@ -33,6 +33,8 @@ CZYNVue3D::CZYNVue3D()
     : ControlClass({CLSID_ZYNVue3D, DIID__IZYNVue3DEvents, kProgId, kInitialExtent}),
       measureScene_([this] { return sceneBox_.measure(drawList_); }),
       navigation_(view_, *this),
+      antialiasing_{.multisample =
+                        windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
       context_(kView3DFailures, [](const std::wstring& text) { showMessage(text.c_str()); }) {
   CZYNVueControles::instance().add(this);
 }
@@ -229,19 +231,19 @@ STDMETHODIMP CZYNVue3D::put_DrawCoordSys(VARIANT_BOOL newVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, lineSmooth_); });
+  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.lineSmooth); });
 }
 
 STDMETHODIMP CZYNVue3D::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return switchSmoothing(lineSmooth_, newVal);
+  return switchSmoothing(antialiasing_.lineSmooth, newVal);
 }
 
 STDMETHODIMP CZYNVue3D::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, pointSmooth_); });
+  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.pointSmooth); });
 }
 
 STDMETHODIMP CZYNVue3D::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return switchSmoothing(pointSmooth_, newVal);
+  return switchSmoothing(antialiasing_.pointSmooth, newVal);
 }
 
 HRESULT CZYNVue3D::switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
@@ -250,18 +252,22 @@ HRESULT CZYNVue3D::switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
       return;
     }
     flag = !flag;
-    context_.withContext([&] { setSmoothing3D({lineSmooth_, pointSmooth_, {}, GL_DONT_CARE}); });
+    context_.withContext([&] { setSmoothing3D(antialiasing_); });
     repaint();
   });
 }
 
 STDMETHODIMP CZYNVue3D::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, multisample_); });
+  return automation(*this,
+                    [&] { return giveFlag(pVal, antialiasing_.multisample.value_or(false)); });
 }
 
 STDMETHODIMP CZYNVue3D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return automation(*this,
-                    [&] { multisample_ = isExactlyTrue(newVal) && windowMultisampleAvailable(); });
+  return automation(*this, [&] {
+    if (antialiasing_.multisample) {
+      antialiasing_.multisample = isExactlyTrue(newVal);
+    }
+  });
 }
 
 STDMETHODIMP CZYNVue3D::get_DrawCursor(VARIANT_BOOL* pVal) noexcept {

@@ -9,12 +9,14 @@
 #include "ZYNVUE.h"
 #include "com/control/ControlClass_com.h"
 #include "core/CListTrace_com.h"
+#include "glcontext/InitialState_gl.h"
 #include "glcontext/WindowContext_win.h"
+#include "objects/ModelBox_com.h"
 #include "view/CursorGlyph_gl.h"
+#include "view/SceneBox_com.h"
 #include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
 #include "view3d/MouseNavigation.h"
-#include "view3d/SceneBox_com.h"
 #include "view3d/ViewPass_gl.h"
 #include "view3d/ViewState3D.h"
 
@@ -146,7 +148,7 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
 
   CListTrace drawList_;
   CListTrace selection_;
-  SceneBox sceneBox_;
+  SceneBox sceneBox_{boundsOf};
   const ViewState3D::BoxSource measureScene_;
   ViewState3D view_;
   MouseNavigation navigation_;
@@ -155,9 +157,7 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   bool gradientOn_ = false;
   Colour3 gradient_ = {1.0F, 1.0F, 1.0F};
   bool drawCoordSys_ = true;
-  bool lineSmooth_ = false;
-  bool pointSmooth_ = false;
-  bool multisample_ = false;
+  Antialiasing antialiasing_;
   bool drawCursor_ = false;
   std::array<float, 3> cursor_ = {0.0F, 0.0F, 0.0F};
   LightBlock lights_;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "ZYNMODELEGEOM.h"
 #include "core/Box3.h"
 #include "core/CListTrace_com.h"
 
@@ -12,6 +13,11 @@ namespace zyn {
 /// objects costs the same for each, with the result of measuring all of them each time.
 class SceneBox {
  public:
+  /// Tells the bounds of a drawable of another component, if it has any.
+  using Measure = std::optional<Box3> (*)(IGLDraw& drawable);
+
+  explicit SceneBox(Measure measureOne) : measureOne_(measureOne) {}
+
   /// Measures all objects of the list.
   std::optional<Box3> measure(CListTrace& list);
 
@@ -24,6 +30,7 @@ class SceneBox {
   void forget() { known_ = false; }
 
  private:
+  Measure measureOne_;
   bool known_ = false;       ///< what was measured is the box of the list, all of our own objects
   std::uint64_t epoch_ = 0;  ///< as long as the geometry epoch is this
 };

@@ -1,6 +1,5 @@
-#include "view3d/SceneBox_com.h"
+#include "view/SceneBox_com.h"
 
-#include "ZYNMODELEGEOM.h"
 #include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
 
@@ -36,7 +35,7 @@ std::optional<Box3> SceneBox::measure(CListTrace& list) {
     allOurs = false;
     ComPtr<IGLDraw> drawable;
     if (SUCCEEDED(object.As(&drawable)) && drawable) {
-      unite(scene, boundsOf(*drawable.Get()));
+      unite(scene, measureOne_(*drawable.Get()));
     }
   }
   known_ = allOurs;
