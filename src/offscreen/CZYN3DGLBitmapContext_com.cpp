@@ -1,26 +1,17 @@
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
 
-#include <ocidl.h>
-#include <olectl.h>
-
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
-#include "com/MessageBox_win.h"
 #include "com/automation_com.h"
 #include "core/NumericArrayVariant_com.h"
-#include "core/ScopedFlag.h"
 #include "core/properties_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
-#include "glcontext/ScreenResolution_win.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
 #include "offscreen/Collection_com.h"
-#include "offscreen/ImageExport_win.h"
-#include "offscreen/Picture_com.h"
 #include "view/SceneBox_com.h"
 #include "view3d/BitmapCamera.h"
 #include "view3d/LightProperties_com.h"
@@ -67,16 +58,9 @@ void collect(IDispatch* object, std::uint32_t mode, int levels, Elements& elemen
   forEachItem(object, [&](IDispatch* item) { collect(item, mode, levels - 1, elements); });
 }
 
-PicturePart partOf(const Tile& tile) {
-  return {tile.left(), tile.right(), tile.bottom(), tile.top()};
-}
-
 }  // namespace
 
-CZYN3DGLBitmapContext::CZYN3DGLBitmapContext()
-    : screenResolution_(screenResolution()), resolution_(screenResolution_) {
-  CZYNVueControles::instance().add(this);
-}
+CZYN3DGLBitmapContext::CZYN3DGLBitmapContext() { CZYNVueControles::instance().add(this); }
 
 CZYN3DGLBitmapContext::~CZYN3DGLBitmapContext() { CZYNVueControles::instance().remove(this); }
 
@@ -97,25 +81,15 @@ STDMETHODIMP CZYN3DGLBitmapContext::RemoveAll() noexcept {
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noexcept {
-  return automation(*this, [&] {
-    if (!ret) {
-      return E_POINTER;
-    }
-    *ret = 1;
-    const auto surface = std::make_shared<OffscreenSurface>(
-        [](const std::wstring& text) { showMessage(text.c_str()); });
-    surface_ = surface;
-    surface->create(W, h, [this](HDC) { prepareContext(); });
-    return S_OK;
-  });
+  return createSurface(W, h, ret);
 }
 
-void CZYN3DGLBitmapContext::prepareContext() {
+void CZYN3DGLBitmapContext::prepareContext(HDC) {
   Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
   if (bitmapMultisampleAvailable()) {
     antialiasing.multisample = multisample_;
   }
-  setInitialState3D(background_, antialiasing);
+  setInitialState3D(background(), antialiasing);
   lineSmooth_ = antialiasing.lineSmooth;
   pointSmooth_ = antialiasing.pointSmooth;
 }
@@ -140,8 +114,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   return SceneBox(boundsOf).measure(drawList_);
 }
 
-void CZYN3DGLBitmapContext::render(OffscreenSurface& surface) {
-  const ScopedFlag rendering(rendering_);
+void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   const ClientSize size{static_cast<std::int32_t>(surface.width()),
                         static_cast<std::int32_t>(surface.height())};
   camera_.emplace(makeBitmapCamera(boxToShow(), size, surplus_, viewFrame_));
@@ -153,31 +126,9 @@ void CZYN3DGLBitmapContext::render(OffscreenSurface& surface) {
   }
   pass.pixelScale = pixelScale();
   surface.render([&](const Tile& tile) {
-    pass.part = partOf(tile);
+    pass.part = tile.part();
     drawScene(pass, [this] { drawList_.draw3D(0); });
   });
-}
-
-double CZYN3DGLBitmapContext::pixelScale() const {
-  const double scale = resolution_ / screenResolution_;
-  return std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
-}
-
-template <class Write>
-HRESULT CZYN3DGLBitmapContext::exportWith(Write write) noexcept {
-  return automation(*this, [&] {
-    // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
-    // picture: there is none yet.
-    const std::shared_ptr<OffscreenSurface> surface = surface_;
-    if (!rendering_ && surface && surface->hasContext()) {
-      render(*surface);
-      write(*surface);
-    }
-  });
-}
-
-STDMETHODIMP CZYN3DGLBitmapContext::CreateBitmap(BSTR Filename) noexcept {
-  return exportWith([&](OffscreenSurface& surface) { writeBitmapFile(surface, Filename); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateJPG(BSTR, BSTR JPGFile, int JPEGQuality) noexcept {
@@ -191,16 +142,6 @@ STDMETHODIMP CZYN3DGLBitmapContext::CreateGIF(BSTR, BSTR GIFFile) noexcept {
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreatePNG(BSTR, BSTR PNGFile) noexcept {
   return exportWith([&](OffscreenSurface& surface) { writePngFile(surface, PNGFile); });
-}
-
-STDMETHODIMP CZYN3DGLBitmapContext::GetPictureDisp(IPictureDisp** Picture) noexcept {
-  if (!Picture) {
-    return E_POINTER;
-  }
-  *Picture = nullptr;
-  return exportWith([&](OffscreenSurface& surface) {
-    *Picture = makePicture(surface.handOverBitmap()).Detach();
-  });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
@@ -251,20 +192,6 @@ STDMETHODIMP CZYN3DGLBitmapContext::put_DirectionLight2Property(VARIANT newVal) 
   return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light2); });
 }
 
-STDMETHODIMP CZYN3DGLBitmapContext::get_BackColor(VARIANT* pVal) noexcept {
-  return automation(*this, [&] {
-    return giveNumbers(pVal, {background_.begin(), background_.end()});
-  });
-}
-
-STDMETHODIMP CZYN3DGLBitmapContext::put_BackColor(VARIANT newVal) noexcept {
-  return automation(*this, [&] {
-    if (const auto colour = backgroundColour(readNumericArray(newVal).values)) {
-      background_ = *colour;
-    }
-  });
-}
-
 STDMETHODIMP CZYN3DGLBitmapContext::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
   return automation(*this, [&] { return giveFlag(pVal, gradientOn_); });
 }
@@ -279,14 +206,6 @@ STDMETHODIMP CZYN3DGLBitmapContext::setGradientColor(float r, float g, float b) 
       gradient_ = *colour;
     }
   });
-}
-
-STDMETHODIMP CZYN3DGLBitmapContext::get_DPIResolution(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, resolution_); });
-}
-
-STDMETHODIMP CZYN3DGLBitmapContext::put_DPIResolution(double newVal) noexcept {
-  return automation(*this, [&] { resolution_ = newVal; });
 }
 
 }  // namespace zyn

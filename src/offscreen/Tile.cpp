@@ -30,6 +30,13 @@ std::vector<Span> spansOf(int size, int largest, int overlap) {
 
 }  // namespace
 
+PicturePart Tile::part() const {
+  return {static_cast<double>(drawn.x) / imageWidth,
+          static_cast<double>(drawn.x + drawn.width) / imageWidth,
+          static_cast<double>(drawn.y) / imageHeight,
+          static_cast<double>(drawn.y + drawn.height) / imageHeight};
+}
+
 std::vector<Tile> tilesOf(int imageWidth, int imageHeight, int largestSide, int overlap) {
   if (imageWidth <= 0 || imageHeight <= 0) return {};
   std::vector<Tile> tiles;

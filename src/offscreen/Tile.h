@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "view/PicturePart.h"
+
 namespace zyn {
 
 /// A rectangle of pixels; x to the right and y upwards from the image's lower left corner.
@@ -22,11 +24,8 @@ struct Tile {
   PixelRect drawn;
   PixelRect kept;
 
-  /// Edges of the drawn rectangle as fractions of the image, 0 (left, bottom) to 1 (right, top).
-  double left() const { return static_cast<double>(drawn.x) / imageWidth; }
-  double right() const { return static_cast<double>(drawn.x + drawn.width) / imageWidth; }
-  double bottom() const { return static_cast<double>(drawn.y) / imageHeight; }
-  double top() const { return static_cast<double>(drawn.y + drawn.height) / imageHeight; }
+  /// What is drawn, as part of the image.
+  PicturePart part() const;
 };
 
 /// Cuts an image into tiles of at most `largestSide` pixels a side, which must be more than twice

@@ -16,20 +16,20 @@ TEST(TileTest, SizesOfZeroOrLessHaveNoTile) {
 TEST(TileTest, AnImageThatFitsIsOneTileWithoutOverlap) {
   const std::vector<Tile> tiles = tilesOf(8, 5, 8, 3);
   ASSERT_EQ(tiles.size(), 1U);
-  EXPECT_EQ(tiles[0].left(), 0.0);
-  EXPECT_EQ(tiles[0].right(), 1.0);
-  EXPECT_EQ(tiles[0].bottom(), 0.0);
-  EXPECT_EQ(tiles[0].top(), 1.0);
+  EXPECT_EQ(tiles[0].part().left, 0.0);
+  EXPECT_EQ(tiles[0].part().right, 1.0);
+  EXPECT_EQ(tiles[0].part().bottom, 0.0);
+  EXPECT_EQ(tiles[0].part().top, 1.0);
   EXPECT_EQ(tiles[0].kept.width, 8);
   EXPECT_EQ(tiles[0].kept.height, 5);
 }
 
 TEST(TileTest, FractionsFollowTheDrawnRectangle) {
   const Tile tile{200, 100, {50, 20, 100, 40}, {60, 30, 80, 20}};
-  EXPECT_DOUBLE_EQ(tile.left(), 0.25);
-  EXPECT_DOUBLE_EQ(tile.right(), 0.75);
-  EXPECT_DOUBLE_EQ(tile.bottom(), 0.2);
-  EXPECT_DOUBLE_EQ(tile.top(), 0.6);
+  EXPECT_DOUBLE_EQ(tile.part().left, 0.25);
+  EXPECT_DOUBLE_EQ(tile.part().right, 0.75);
+  EXPECT_DOUBLE_EQ(tile.part().bottom, 0.2);
+  EXPECT_DOUBLE_EQ(tile.part().top, 0.6);
 }
 
 /// Sizes around the limit and around multiples of the step.

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <ocidl.h>
+#include <windows.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "com/ComClass_com.h"
+#include "com/MessageBox_win.h"
+#include "core/NumericArrayVariant_com.h"
+#include "core/ScopedFlag.h"
+#include "core/properties_com.h"
+#include "glcontext/ScreenResolution_win.h"
+#include "offscreen/BackgroundColour.h"
+#include "offscreen/ImageExport_win.h"
+#include "offscreen/OffscreenSurface_win.h"
+#include "offscreen/Picture_com.h"
+
+namespace zyn {
+
+/// What the two classes that draw without a window have in common: the surface and the members that
+/// both interfaces have.
+template <class Derived, class Interface>
+class BitmapContext : public ComClass<Derived, Dual<Interface>> {
+ public:
+  STDMETHODIMP CreateBitmap(BSTR Filename) noexcept final {
+    return exportWith([&](OffscreenSurface& surface) { writeBitmapFile(surface, Filename); });
+  }
+
+  STDMETHODIMP GetPictureDisp(IPictureDisp** Picture) noexcept final {
+    if (!Picture) {
+      return E_POINTER;
+    }
+    *Picture = nullptr;
+    return exportWith([&](OffscreenSurface& surface) {
+      *Picture = makePicture(surface.handOverBitmap()).Detach();
+    });
+  }
+
+  STDMETHODIMP get_BackColor(VARIANT* pVal) noexcept final {
+    return automation(derived(), [&] {
+      return giveNumbers(pVal, {background_.begin(), background_.end()});
+    });
+  }
+
+  STDMETHODIMP put_BackColor(VARIANT newVal) noexcept final {
+    return automation(derived(), [&] {
+      if (const auto colour = backgroundColour(readNumericArray(newVal).values)) {
+        background_ = *colour;
+      }
+    });
+  }
+
+  STDMETHODIMP get_DPIResolution(double* pVal) noexcept final {
+    return automation(derived(), [&] { return give(pVal, resolution_); });
+  }
+
+  STDMETHODIMP put_DPIResolution(double newVal) noexcept final {
+    return automation(derived(), [&] { resolution_ = newVal; });
+  }
+
+ protected:
+  BitmapContext() : screenResolution_(screenResolution()), resolution_(screenResolution_) {}
+  ~BitmapContext() = default;
+
+  /// CreateContext and CreateContexte.
+  HRESULT createSurface(LONG width, LONG height, LONG* ret) noexcept {
+    return automation(derived(), [&] {
+      if (!ret) {
+        return E_POINTER;
+      }
+      *ret = 1;
+      const auto surface = std::make_shared<OffscreenSurface>(
+          [](const std::wstring& text) { showMessage(text.c_str()); });
+      surface_ = surface;
+      surface->create(width, height, [this](HDC dc) { prepareContext(dc); });
+      return S_OK;
+    });
+  }
+
+  /// Draws the scene and hands the surface to `write`, if there is one with a rendering context.
+  template <class Write>
+  HRESULT exportWith(Write write) noexcept {
+    return automation(derived(), [&] {
+      // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
+      // picture: there is none yet.
+      const std::shared_ptr<OffscreenSurface> surface = surface_;
+      if (!rendering_ && surface && surface->hasContext()) {
+        render(*surface);
+        write(*surface);
+      }
+    });
+  }
+
+  const Colour4& background() const { return background_; }
+
+  /// Pixels for what is one pixel on the screen.
+  double pixelScale() const {
+    const double scale = resolution_ / screenResolution_;
+    return std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
+  }
+
+ private:
+  /// Sets up the new rendering context, which is current on `dc`.
+  virtual void prepareContext(HDC dc) = 0;
+  virtual void drawOn(OffscreenSurface& surface) = 0;
+
+  Derived& derived() { return static_cast<Derived&>(*this); }
+
+  void render(OffscreenSurface& surface) {
+    const ScopedFlag rendering(rendering_);
+    drawOn(surface);
+  }
+
+  Colour4 background_ = {1.0F, 1.0F, 1.0F, 0.0F};
+  double screenResolution_;  ///< dots per inch
+  double resolution_;        ///< dots per inch; lines, points and text grow with it
+  /// Shared with the render pass that runs: an object that draws may replace the surface meanwhile.
+  std::shared_ptr<OffscreenSurface> surface_;
+  bool rendering_ = false;
+};
+
+}  // namespace zyn
