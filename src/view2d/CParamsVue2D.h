@@ -12,11 +12,12 @@ class CParamsVue2D {
   /// What a view is fitted to: the centre comes from a rectangle's bounds, the size from its
   /// extents, which an outside rectangle object tells separately.
   struct Target {
-    Target(const Rect2& bounds, double targetWidth, double targetHeight)
-        : rectangle(bounds), width(targetWidth), height(targetHeight) {}
-    /*implicit*/ Target(const Rect2& bounds) : Target(bounds, bounds.width(), bounds.height()) {}
+    Target(const Rect2& targetBounds, double targetWidth, double targetHeight)
+        : bounds(targetBounds), width(targetWidth), height(targetHeight) {}
+    /*implicit*/ Target(const Rect2& rectangle)
+        : Target(rectangle, rectangle.width(), rectangle.height()) {}
 
-    Rect2 rectangle;
+    Rect2 bounds;
     double width;
     double height;
   };

@@ -49,7 +49,7 @@ class ViewState2D {
 
   /// The client area has changed: shows the visible rectangle in it. A home view that was fitted
   /// without a window is fitted again. An empty area changes nothing but the size.
-  bool resize(ClientSize client);
+  void resize(ClientSize client);
 
   /// Fits the home view to the rectangle around the objects, in model units, with a margin of a
   /// tenth. Does nothing without a rectangle or once a graph has been shown.
@@ -113,6 +113,9 @@ class ViewState2D {
 
  private:
   bool canMap() const;
+  double plottingX(double column) const;
+  double plottingY(double row) const;
+  void fitHomeTo(const Rect2& rectangle, float surplus);
   void clearHistory();
   void rememberVisible();
 
