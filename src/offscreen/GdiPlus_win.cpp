@@ -26,6 +26,8 @@ struct GdiPlus::Functions {
   decltype(&Gdiplus::DllExports::GdipGetImageEncodersSize) encodersSize;
   decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
   decltype(&Gdiplus::DllExports::GdipCreateBitmapFromHBITMAP) createBitmap;
+  decltype(&Gdiplus::DllExports::GdipCreateBitmapFromFile) createBitmapFromFile;
+  decltype(&Gdiplus::DllExports::GdipLoadImageFromFile) loadImage;
   decltype(&Gdiplus::DllExports::GdipSaveImageToFile) saveImage;
   decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
 
@@ -35,6 +37,8 @@ struct GdiPlus::Functions {
            find(module, "GdipGetImageEncodersSize", encodersSize) &&
            find(module, "GdipGetImageEncoders", encoders) &&
            find(module, "GdipCreateBitmapFromHBITMAP", createBitmap) &&
+           find(module, "GdipCreateBitmapFromFile", createBitmapFromFile) &&
+           find(module, "GdipLoadImageFromFile", loadImage) &&
            find(module, "GdipSaveImageToFile", saveImage) &&
            find(module, "GdipDisposeImage", disposeImage);
   }
@@ -70,11 +74,43 @@ std::optional<CLSID> GdiPlus::findEncoder(const wchar_t* mimeType) const {
   return std::nullopt;
 }
 
-bool GdiPlus::save(HBITMAP bitmap, const wchar_t* mimeType, const wchar_t* fileName) const {
-  return save(bitmap, mimeType, fileName, nullptr);
+void GdiPlus::Disposer::operator()(Gdiplus::GpImage* image) const {
+  owner->functions_->disposeImage(image);
 }
 
-bool GdiPlus::saveJpeg(HBITMAP bitmap, const wchar_t* fileName, int quality) const {
+template <class Create>
+GdiPlus::Image GdiPlus::make(const Create& create) const {
+  Image image(nullptr, Disposer{this});
+  if (functions_ != nullptr) image.reset(create());
+  return image;
+}
+
+GdiPlus::Image GdiPlus::imageOf(HBITMAP bitmap) const {
+  return make([&] {
+    Gdiplus::GpBitmap* made = nullptr;
+    return functions_->createBitmap(bitmap, nullptr, &made) == Gdiplus::Ok ? made : nullptr;
+  });
+}
+
+GdiPlus::Image GdiPlus::bitmapFromFile(const wchar_t* fileName) const {
+  return make([&] {
+    Gdiplus::GpBitmap* made = nullptr;
+    return functions_->createBitmapFromFile(fileName, &made) == Gdiplus::Ok ? made : nullptr;
+  });
+}
+
+GdiPlus::Image GdiPlus::imageFromFile(const wchar_t* fileName) const {
+  return make([&] {
+    Gdiplus::GpImage* made = nullptr;
+    return functions_->loadImage(fileName, &made) == Gdiplus::Ok ? made : nullptr;
+  });
+}
+
+bool GdiPlus::save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName) const {
+  return save(image, mimeType, fileName, nullptr);
+}
+
+bool GdiPlus::saveJpeg(const Image& image, const wchar_t* fileName, int quality) const {
   LONG value = quality;
   Gdiplus::EncoderParameters parameters{};
   parameters.Count = 1;
@@ -82,19 +118,15 @@ bool GdiPlus::saveJpeg(HBITMAP bitmap, const wchar_t* fileName, int quality) con
   parameters.Parameter[0].Type = Gdiplus::EncoderParameterValueTypeLong;
   parameters.Parameter[0].NumberOfValues = 1;
   parameters.Parameter[0].Value = &value;
-  return save(bitmap, L"image/jpeg", fileName, &parameters);
+  return save(image, L"image/jpeg", fileName, &parameters);
 }
 
-bool GdiPlus::save(HBITMAP bitmap, const wchar_t* mimeType, const wchar_t* fileName,
+bool GdiPlus::save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName,
                    const Gdiplus::EncoderParameters* parameters) const {
-  if (functions_ == nullptr) return false;
-  Gdiplus::GpBitmap* image = nullptr;
-  if (functions_->createBitmap(bitmap, nullptr, &image) != Gdiplus::Ok) return false;
+  if (!image) return false;
   const std::optional<CLSID> encoder = findEncoder(mimeType);
-  const bool saved =
-      encoder && functions_->saveImage(image, fileName, &*encoder, parameters) == Gdiplus::Ok;
-  functions_->disposeImage(image);
-  return saved;
+  return encoder &&
+         functions_->saveImage(image.get(), fileName, &*encoder, parameters) == Gdiplus::Ok;
 }
 
 }  // namespace zyn

@@ -7,6 +7,7 @@
 
 #include <gdiplus.h>
 
+#include <memory>
 #include <optional>
 
 namespace zyn {
@@ -21,16 +22,31 @@ class GdiPlus {
   GdiPlus(const GdiPlus&) = delete;
   GdiPlus& operator=(const GdiPlus&) = delete;
 
-  /// Writes a bitmap to a file with the encoder of that MIME type and tells whether it succeeded.
-  /// `bitmap` is selected into no device context.
-  bool save(HBITMAP bitmap, const wchar_t* mimeType, const wchar_t* fileName) const;
+  struct Disposer {
+    const GdiPlus* owner;
+    void operator()(Gdiplus::GpImage* image) const;
+  };
+  /// An image of GDI+, to be let go before it ends; null where it could not be made.
+  using Image = std::unique_ptr<Gdiplus::GpImage, Disposer>;
+
+  /// Of a bitmap that is selected into no device context.
+  Image imageOf(HBITMAP bitmap) const;
+  /// Of a file that is to be read as a bitmap. The file stays open as long as the image.
+  Image bitmapFromFile(const wchar_t* fileName) const;
+  /// Of a file with any image. The file stays open as long as the image.
+  Image imageFromFile(const wchar_t* fileName) const;
+
+  /// Writes an image to a file with the encoder of that MIME type and tells whether it succeeded.
+  bool save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName) const;
 
   /// The same as JPEG, handing `quality` to the encoder as it is.
-  bool saveJpeg(HBITMAP bitmap, const wchar_t* fileName, int quality) const;
+  bool saveJpeg(const Image& image, const wchar_t* fileName, int quality) const;
 
  private:
-  bool save(HBITMAP bitmap, const wchar_t* mimeType, const wchar_t* fileName,
+  bool save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName,
             const Gdiplus::EncoderParameters* parameters) const;
+  template <class Create>
+  Image make(const Create& create) const;
 
   /// Class identifier of the first encoder whose MIME type is exactly this one.
   std::optional<CLSID> findEncoder(const wchar_t* mimeType) const;

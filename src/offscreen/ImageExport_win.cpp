@@ -56,6 +56,30 @@ UniqueBitmap indexedBitmapOf(const SharedBitmap& picture) {
   return bitmap;
 }
 
+/// Deletes a file at the end.
+class PassingFile {
+ public:
+  explicit PassingFile(const wchar_t* name) : name_(name) {}
+  ~PassingFile() {
+    if (name_ != nullptr) DeleteFileW(name_);
+  }
+  PassingFile(const PassingFile&) = delete;
+  PassingFile& operator=(const PassingFile&) = delete;
+
+ private:
+  const wchar_t* name_;
+};
+
+bool saveJpeg(const GdiPlus& gdiPlus, const GdiPlus::Image& image, const OffscreenSurface& surface,
+              const wchar_t* fileName, int quality) {
+  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
+    // Asked first, so that the last file saved is the one that was wanted.
+    const bool isQualityIgnored = ignoresJpegQuality(gdiPlus);
+    return gdiPlus.saveJpeg(image, fileName, quality) &&
+           (!isQualityIgnored || writeJpegMindingQuality(picture, fileName, quality));
+  });
+}
+
 }  // namespace
 
 bool writeBitmapFile(const OffscreenSurface& surface, const wchar_t* fileName) {
@@ -68,24 +92,49 @@ bool writeGifFile(const OffscreenSurface& surface, const wchar_t* fileName) {
   return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
     if (std::max(picture.width(), picture.height()) > kLargestGifSide) return false;
     const UniqueBitmap bitmap = indexedBitmapOf(picture);
-    return bitmap && GdiPlus().save(bitmap.get(), L"image/gif", fileName);
+    const GdiPlus gdiPlus;
+    return bitmap && gdiPlus.save(gdiPlus.imageOf(bitmap.get()), L"image/gif", fileName);
   });
 }
 
 bool writePngFile(const OffscreenSurface& surface, const wchar_t* fileName) {
   return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    return GdiPlus().save(picture.bitmap(), L"image/png", fileName);
+    const GdiPlus gdiPlus;
+    return gdiPlus.save(gdiPlus.imageOf(picture.bitmap()), L"image/png", fileName);
   });
 }
 
 bool writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int quality) {
-  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    const GdiPlus gdiPlus;
-    // Asked first, so that the last file saved is the one that was wanted.
-    const bool isQualityIgnored = ignoresJpegQuality(gdiPlus);
-    return gdiPlus.saveJpeg(picture.bitmap(), fileName, quality) &&
-           (!isQualityIgnored || writeJpegMindingQuality(picture, fileName, quality));
-  });
+  const SharedBitmap* const picture = surface.picture();
+  const GdiPlus gdiPlus;
+  return picture != nullptr &&
+         saveJpeg(gdiPlus, gdiPlus.imageOf(picture->bitmap()), surface, fileName, quality);
+}
+
+bool writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                     const wchar_t* fileName) {
+  const PassingFile passing(temporary);
+  return writeBitmapFile(surface, temporary) && writeGifFile(surface, fileName);
+}
+
+bool writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                     const wchar_t* fileName) {
+  const PassingFile passing(temporary);
+  return writeBitmapFile(surface, temporary) &&
+         exportTo(surface, fileName, [&](const SharedBitmap&) {
+           const GdiPlus gdiPlus;
+           return gdiPlus.save(gdiPlus.bitmapFromFile(temporary), L"image/png", fileName);
+         });
+}
+
+bool writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                      const wchar_t* fileName, int quality) {
+  const PassingFile passing(temporary);
+  // Whether it succeeded shows when the file is read.
+  static_cast<void>(writeBitmapFile(surface, temporary));
+  const GdiPlus gdiPlus;
+  const GdiPlus::Image image = gdiPlus.imageFromFile(temporary);
+  return image && saveJpeg(gdiPlus, image, surface, fileName, quality);
 }
 
 }  // namespace zyn

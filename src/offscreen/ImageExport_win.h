@@ -19,4 +19,13 @@ bool writePngFile(const OffscreenSurface& surface, const wchar_t* fileName);
 /// JPEG. `quality` is handed to the encoder as it is; it expects 0 (smallest) to 100 (best).
 bool writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int quality);
 
+/// The same by way of a bitmap file `temporary`, which is written first and deleted at the end. GIF
+/// and PNG need it to be written whole; JPEG takes what it then finds there.
+bool writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                     const wchar_t* fileName);
+bool writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                     const wchar_t* fileName);
+bool writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                      const wchar_t* fileName, int quality);
+
 }  // namespace zyn

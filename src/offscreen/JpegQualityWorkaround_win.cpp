@@ -41,7 +41,7 @@ class TemporaryFile {
 /// Bytes of the bitmap as a JPEG file; 0 if it cannot be written.
 std::uint64_t jpegSize(const GdiPlus& gdiPlus, HBITMAP bitmap, int quality) {
   const TemporaryFile file;
-  return gdiPlus.saveJpeg(bitmap, file.name(), quality) ? file.size() : 0;
+  return gdiPlus.saveJpeg(gdiPlus.imageOf(bitmap), file.name(), quality) ? file.size() : 0;
 }
 
 /// Fills the picture with noise, which the qualities compress very differently.
