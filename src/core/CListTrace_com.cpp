@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/errors_com.h"
 #include "core/queryOptional_com.h"
+#include "objects/ITextView_com.h"
 
 namespace zyn {
 
@@ -80,14 +80,39 @@ void CListTrace::removeAll() {
   }
 }
 
-void CListTrace::draw3D(std::uint32_t overrideMode) {
+bool CListTrace::mayHoldText() {
+  for (Walk walk(*this); walk; walk.advance()) {
+    const ComPtr<IDispatch> object = (*walk)->object;
+    ComPtr<IZYNGLTriangle> triangle;
+    if (FAILED(object.As(&triangle)) || !triangle) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void CListTrace::draw3D(std::uint32_t overrideMode, const TextView& view) {
+  draw(&IGLDraw::Draw3D, overrideMode, view);
+}
+
+void CListTrace::draw2D(std::uint32_t overrideMode, const TextView& view) {
+  draw(&IGLDraw::Draw2D, overrideMode, view);
+}
+
+void CListTrace::draw(DrawMethod method, std::uint32_t overrideMode, const TextView& view) {
   for (Walk walk(*this); walk; walk.advance()) {
     const ComPtr<IDispatch> object = (*walk)->object;
     const std::uint32_t mode = overrideMode != 0 ? overrideMode : (*walk)->drawingMode;
     ComPtr<IGLDraw> drawable;
-    if (SUCCEEDED(object.As(&drawable)) && drawable) {
-      throwIfFailed(drawable->Draw3D(static_cast<int>(mode)), drawable.Get(), __uuidof(IGLDraw));
+    if (FAILED(object.As(&drawable)) || !drawable) {
+      continue;
     }
+    ComPtr<ITextView> text;
+    if (SUCCEEDED(object.As(&text)) && text) {
+      text->setTextView(view);
+    }
+    throwIfFailed((drawable.Get()->*method)(static_cast<int>(mode)), drawable.Get(),
+                  __uuidof(IGLDraw));
   }
 }
 

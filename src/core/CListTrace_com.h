@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <memory>
 
+#include "ZYNMODELEGEOM.h"
 #include "core/DrawElem_com.h"
 #include "core/ZYNList.h"
+#include "objects/TextView_win.h"
 
 namespace zyn {
 
@@ -35,10 +37,21 @@ class CListTrace : public ZYNList<DrawElem*> {
 
   void removeAll();
 
+  /// Whether drawing the objects may take fonts: it does not when all are triangles.
+  bool mayHoldText();
+
   /// Calls Draw3D of every drawable object in list order, with `overrideMode` when it is not 0,
-  /// else with the object's own mode. Objects may change the list while they draw. Throws
-  /// _com_error when one fails.
-  void draw3D(std::uint32_t overrideMode);
+  /// else with the object's own mode; hands `view` to our texts first. Objects may change the list
+  /// while they draw. Throws _com_error when one fails.
+  void draw3D(std::uint32_t overrideMode, const TextView& view);
+
+  /// The same with Draw2D.
+  void draw2D(std::uint32_t overrideMode, const TextView& view);
+
+ private:
+  using DrawMethod = HRESULT (STDMETHODCALLTYPE IGLDraw::*)(int mode);
+
+  void draw(DrawMethod method, std::uint32_t overrideMode, const TextView& view);
 };
 
 }  // namespace zyn

@@ -7,8 +7,8 @@
 #include "glcontext/ChildPresentation_win.h"
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/PixelFormats_win.h"
+#include "glcontext/RenderingContext_win.h"
 #include "glcontext/ScreenResolution_win.h"
-#include "glcontext/WinHandles_win.h"
 
 namespace zyn {
 namespace {
@@ -35,7 +35,7 @@ struct WindowContext::Target {
 
   // The context goes first: it draws on the device context.
   ChildPresentation frames;
-  UniqueRenderingContext context;
+  RenderingContext context;
 };
 
 WindowContext::WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage)
@@ -51,11 +51,10 @@ bool WindowContext::create(HWND window, const Prepare& prepare) {
     tell(showMessage_, failures_.pixelFormat);
     return false;
   }
-  target->context.reset(wglCreateContext(dc));
-  if (target->context) {
+  if (target->context.create(dc)) {
     const CurrentContext current(dc, target->context.get());
     if (current) {
-      prepare(dc);
+      target->context.keep(prepare(dc));
     } else {
       tell(showMessage_, failures_.makingCurrent);
     }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "glcontext/gl_api.h"
+#include "objects/DigitFont.h"
 #include "objects/FontMetrics.h"
 
 namespace zyn {
@@ -14,8 +15,6 @@ namespace zyn {
 /// with the fonts holds them weakly or finds them empty afterwards.
 class CGLFontContext {
  public:
-  static constexpr int kDigitSizes = 8;
-
   CGLFontContext() = default;
   CGLFontContext(const CGLFontContext&) = delete;
   CGLFontContext& operator=(const CGLFontContext&) = delete;
@@ -28,6 +27,8 @@ class CGLFontContext {
   GLuint outlineLists() const { return outlineLists_; }
   /// First of 11 lists that draw the digits 0 to 9 and the decimal point as bitmaps at the raster
   /// position and move it on, for a size of 1 (4 pixels high) to 8 (11 pixels high); 0: not built.
+  /// With a list base of this - '0', glCallLists draws any printable text by the bytes: signs,
+  /// exponent and "." have their lists too, the rest leaves gaps (digitGlyph, digitTextWidth).
   GLuint digitLists(int size) const { return digitLists_[static_cast<std::size_t>(size - 1)]; }
 
   /// Takes over lists of the current context, in place of those there were.
@@ -40,8 +41,6 @@ class CGLFontContext {
   void release();
 
  private:
-  void releaseGlyphs();
-
   FontMetrics metrics_;
   GLuint filledLists_ = 0;
   GLuint outlineLists_ = 0;

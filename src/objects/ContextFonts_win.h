@@ -5,11 +5,13 @@
 #include <memory>
 
 #include "objects/FontRegister_win.h"
+#include "objects/TextView_win.h"
 
 namespace zyn {
 
-/// Builds the outline fonts of the current context on its device context, with outline lines that
-/// smooth the edges of the filled glyphs if asked for.
+/// Gives the current context its outline fonts, by means of its device context, with outline lines
+/// that smooth the edges of the filled glyphs only if asked for. Lists that are there already stay
+/// as they are: other lists may call them. Without a font of the system, there are none.
 void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines);
 
 /// Gives the current context its fonts, and registers them, for as long as this lives. The context
@@ -23,8 +25,14 @@ class ContextFonts {
 
   const std::shared_ptr<CGLFontContext>& fonts() const { return fonts_; }
 
+  /// What a view with this context tells its texts.
+  TextView view(double viewHeight, double pixelScale = 1.0) const {
+    return {fonts_, context_, viewHeight, pixelScale};
+  }
+
  private:
   std::shared_ptr<CGLFontContext> fonts_;
+  HGLRC context_;
 };
 
 }  // namespace zyn

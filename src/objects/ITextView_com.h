@@ -2,19 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
-
-#include "objects/CGLFontContext_gl.h"
+#include "objects/TextView_win.h"
 
 namespace zyn {
-
-/// What a view tells a text about itself before it lets it draw.
-struct TextView {
-  std::weak_ptr<CGLFontContext> fonts;
-  HGLRC context = nullptr;  ///< to which the fonts belong
-  double viewHeight = 0.0;  ///< model units that the view shows from bottom to top
-  double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
-};
 
 /// Private interface of our objects that size text in pixels: a view hands them its fonts and
 /// measures before each draw, a bitmap context also when they are added.

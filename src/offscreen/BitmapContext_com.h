@@ -76,7 +76,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
       const auto surface = std::make_shared<OffscreenSurface>(
           [](const std::wstring& text) { showMessage(text.c_str()); });
       surface_ = surface;
-      surface->create(width, height, [this](HDC dc) { prepareContext(dc); });
+      surface->create(width, height, [this](HDC dc) { return prepareContext(dc); });
       return S_OK;
     });
   }
@@ -95,6 +95,13 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     });
   }
 
+  /// Makes more of what belongs to the rendering context, if there is one, with it current.
+  void equip(const OffscreenSurface::Prepare& prepare) {
+    if (const std::shared_ptr<OffscreenSurface> surface = surface_) {
+      surface->equip(prepare);
+    }
+  }
+
   const Colour4& background() const { return background_; }
 
   /// Pixels for what is one pixel on the screen.
@@ -104,8 +111,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   }
 
  private:
-  /// Sets up the new rendering context, which is current on `dc`.
-  virtual void prepareContext(HDC dc) = 0;
+  /// Sets up the new rendering context, which is current on `dc`, and makes what belongs to it.
+  virtual std::shared_ptr<void> prepareContext(HDC dc) = 0;
   virtual void drawOn(OffscreenSurface& surface) = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }

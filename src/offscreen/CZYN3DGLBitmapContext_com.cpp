@@ -10,6 +10,7 @@
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "module/CZYNVueControles_com.h"
+#include "objects/ITextView_com.h"
 #include "objects/ModelBox_com.h"
 #include "offscreen/Collection_com.h"
 #include "view/SceneBox_com.h"
@@ -46,16 +47,34 @@ std::optional<CParamsVue3D::Frame> viewFrame(const std::vector<double>& numbers)
   return frame;
 }
 
-using Elements = std::vector<std::unique_ptr<DrawElem>>;
+/// What an added object brings along.
+struct Collected {
+  std::vector<std::unique_ptr<DrawElem>> elements;
+  std::vector<ComPtr<ITextView>> texts;      ///< among the elements
+  std::vector<ComPtr<ITextView>> itemTexts;  ///< drawn by collections among the elements
+};
 
-/// Makes the elements of an object and, when it is a collection, of its items.
-void collect(IDispatch* object, std::uint32_t mode, int levels, Elements& elements) {
-  elements.push_back(CListTrace::makeElement(object, mode));
-  // A collection that can draw itself draws its items too.
-  if (!object || levels == 0 || isSingleObject(object) || isDrawable(object)) {
+/// Collects an object and, when it is a collection, its items: as elements to draw, except what a
+/// collection above them draws.
+void collect(IDispatch* object, std::uint32_t mode, int levels, bool isDrawnAbove,
+             Collected& collected) {
+  if (!isDrawnAbove) {
+    collected.elements.push_back(CListTrace::makeElement(object, mode));
+  }
+  if (!object) {
     return;
   }
-  forEachItem(object, [&](IDispatch* item) { collect(item, mode, levels - 1, elements); });
+  ComPtr<ITextView> text;
+  if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&text))) && text) {
+    (isDrawnAbove ? collected.itemTexts : collected.texts).push_back(std::move(text));
+    return;
+  }
+  if (levels == 0 || isSingleObject(object)) {
+    return;
+  }
+  const bool areItemsDrawn = isDrawnAbove || isDrawable(object);
+  forEachItem(object,
+              [&](IDispatch* item) { collect(item, mode, levels - 1, areItemsDrawn, collected); });
 }
 
 }  // namespace
@@ -68,23 +87,33 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
   return automation(*this, [&] {
     // All foreign code is called before the list changes: it gets everything or, on a failure,
     // nothing.
-    Elements elements;
-    collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, elements);
-    for (auto& element : elements) {
+    Collected collected;
+    collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, false, collected);
+    if (fonts_.expired() && !(collected.texts.empty() && collected.itemTexts.empty())) {
+      equip([this](HDC dc) { return makeFonts(dc); });
+    }
+    const TextView view = textView();
+    hand(collected.texts, view);
+    hand(collected.itemTexts, view);
+    itemTexts_.insert(itemTexts_.end(), collected.itemTexts.begin(), collected.itemTexts.end());
+    for (auto& element : collected.elements) {
       drawList_.append(std::move(element));
     }
   });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::RemoveAll() noexcept {
-  return automation(*this, [&] { drawList_.removeAll(); });
+  return automation(*this, [&] {
+    const Texts released = std::exchange(itemTexts_, {});
+    drawList_.removeAll();
+  });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noexcept {
   return createSurface(W, h, ret);
 }
 
-void CZYN3DGLBitmapContext::prepareContext(HDC) {
+std::shared_ptr<void> CZYN3DGLBitmapContext::prepareContext(HDC dc) {
   Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
   if (bitmapMultisampleAvailable()) {
     antialiasing.multisample = multisample_;
@@ -92,6 +121,26 @@ void CZYN3DGLBitmapContext::prepareContext(HDC) {
   setInitialState3D(background(), antialiasing);
   lineSmooth_ = antialiasing.lineSmooth;
   pointSmooth_ = antialiasing.pointSmooth;
+  fonts_.reset();
+  return drawList_.mayHoldText() ? makeFonts(dc) : nullptr;
+}
+
+std::shared_ptr<ContextFonts> CZYN3DGLBitmapContext::makeFonts(HDC dc) {
+  const auto fonts =
+      std::make_shared<ContextFonts>(FontOwner::BitmapContext3D, dc, !bitmapMultisampleAvailable());
+  fonts_ = fonts;
+  return fonts;
+}
+
+TextView CZYN3DGLBitmapContext::textView() const {
+  const auto fonts = fonts_.lock();
+  return fonts ? fonts->view(camera_ ? camera_->height() : 0.0, pixelScale()) : TextView();
+}
+
+void CZYN3DGLBitmapContext::hand(const Texts& texts, const TextView& view) {
+  for (const ComPtr<ITextView>& text : texts) {
+    text->setTextView(view);
+  }
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::ViewParams(IDispatch* Box, double surplus,
@@ -125,9 +174,12 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
     pass.gradient = gradient_;
   }
   pass.pixelScale = pixelScale();
+  // An object that draws may replace the context: the pass goes on with its own.
+  const TextView view = textView();
+  hand(itemTexts_, view);
   surface.render([&](const Tile& tile) {
     pass.part = tile.part();
-    drawScene(pass, [this] { drawList_.draw3D(0); });
+    drawScene(pass, [&] { drawList_.draw3D(0, view); });
   });
 }
 

@@ -3,10 +3,13 @@
 #include <wrl/client.h>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "core/CListTrace_com.h"
+#include "objects/ContextFonts_win.h"
+#include "objects/ITextView_com.h"
 #include "offscreen/BitmapContext_com.h"
 #include "view3d/CParamsVue3D.h"
 #include "view3d/GradientColour.h"
@@ -50,11 +53,18 @@ class CZYN3DGLBitmapContext final
   STDMETHODIMP setGradientColor(float r, float g, float b) noexcept override;
 
  private:
-  void prepareContext(HDC dc) override;
+  std::shared_ptr<void> prepareContext(HDC dc) override;
   void drawOn(OffscreenSurface& surface) override;
+  std::shared_ptr<ContextFonts> makeFonts(HDC dc);
+  TextView textView() const;
   std::optional<Box3> boxToShow();
 
+  using Texts = std::vector<Microsoft::WRL::ComPtr<ITextView>>;
+
+  static void hand(const Texts& texts, const TextView& view);
+
   CListTrace drawList_;
+  Texts itemTexts_;  ///< texts that collections among the objects draw
   Microsoft::WRL::ComPtr<IZYNBox3D> box_;
   double surplus_ = 0.0;
   std::optional<CParamsVue3D::Frame> viewFrame_;
@@ -65,6 +75,7 @@ class CZYN3DGLBitmapContext final
   bool lineSmooth_ = false;
   bool pointSmooth_ = false;
   bool multisample_ = false;
+  std::weak_ptr<const ContextFonts> fonts_;  ///< none before there is a text to draw
 };
 
 }  // namespace zyn

@@ -10,6 +10,7 @@
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/PixelFormats_win.h"
+#include "glcontext/RenderingContext_win.h"
 #include "glcontext/gl_api.h"
 #include "offscreen/BmpFile.h"
 #include "offscreen/PixelRows.h"
@@ -54,7 +55,7 @@ struct OffscreenSurface::Target {
   std::optional<SharedBitmap> picture;
   /// What OpenGL draws on: at most one tile large.
   std::optional<MemorySurface> canvas;
-  UniqueRenderingContext context;
+  RenderingContext context;
   bool isDrawing = false;
 
   void keep(const Tile& tile);
@@ -89,17 +90,23 @@ void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Pre
       MemorySurface::make(std::min(target->picture->width(), kLargestTile),
                           std::min(target->picture->height(), kLargestTile), kCanvasBits);
   if (!target->canvas || !setCanvasFormat(target->canvas->dc())) return;
-  target->context.reset(wglCreateContext(target->canvas->dc()));
-  if (!target->context) {
+  if (!target->context.create(target->canvas->dc())) {
     return showMessage_(failureText(L"wglCreateContext failed: GetLastError returned %u\n"));
   }
   const CurrentContext current(target->canvas->dc(), target->context.get());
   if (!current) {
     return showMessage_(failureText(L"wglMakeCurrent failed: GetLastError returned %u\n"));
   }
-  prepare(target->canvas->dc());
+  target->context.keep(prepare(target->canvas->dc()));
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   target_ = target;
+}
+
+void OffscreenSurface::equip(const Prepare& prepare) {
+  const auto target = target_;
+  if (!target) return;
+  const CurrentContext current(target->canvas->dc(), target->context.get());
+  if (current) target->context.keep(prepare(target->canvas->dc()));
 }
 
 bool OffscreenSurface::hasContext() const { return target_ != nullptr; }

@@ -22,8 +22,10 @@ class OffscreenSurface {
  public:
   /// Shows a text to the user.
   using ShowMessage = std::function<void(const std::wstring& text)>;
-  /// Sets up state and display lists of the new rendering context, which is current on `dc`.
-  using Prepare = std::function<void(HDC dc)>;
+  /// Sets up state of the new rendering context, which is current on `dc`, and makes what belongs
+  /// to it (display lists, fonts): kept with the context, and let go with it current just before it
+  /// is deleted.
+  using Prepare = std::function<std::shared_ptr<void>(HDC dc)>;
   /// Draws one tile: the viewport is set, projection and everything else is the callee's.
   using Draw = std::function<void(const Tile& tile)>;
 
@@ -38,6 +40,10 @@ class OffscreenSurface {
   /// 1, sizes whose memory cannot be had, systems without a fitting pixel format, and where
   /// `prepare` throws, which is passed on.
   void create(std::int64_t width, std::int64_t height, const Prepare& prepare);
+
+  /// Makes more of what belongs to the rendering context, with it current; nothing on an empty
+  /// surface. What `prepare` throws is passed on.
+  void equip(const Prepare& prepare);
 
   /// Whether there is a rendering context to draw with.
   bool hasContext() const;

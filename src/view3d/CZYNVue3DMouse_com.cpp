@@ -149,7 +149,7 @@ PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region
   PickRecords records;
   context_.withContext([&] {
     records = runSelectionPass(camera, {.region = region, .unlit = unlit},
-                               [&] { selection_.draw3D(mode); });
+                               [&] { selection_.draw3D(mode, textView()); });
   });
   return records;
 }

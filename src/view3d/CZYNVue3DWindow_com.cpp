@@ -14,7 +14,7 @@ ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
 }  // namespace
 
 void CZYNVue3D::windowCreated(HWND window, SIZE client) {
-  context_.create(window, [this](HDC) { prepareContext(); });
+  context_.create(window, [this](HDC dc) { return prepareContext(dc); });
   if (view_.clientSize().isEmpty() || !view_.camera()) {
     view_.setClientSize(clientSizeOf(client));
     view_.fitWindow();
@@ -23,18 +23,24 @@ void CZYNVue3D::windowCreated(HWND window, SIZE client) {
   }
 }
 
-void CZYNVue3D::prepareContext() {
+std::shared_ptr<void> CZYNVue3D::prepareContext(HDC dc) {
   setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing_);
-  cursorGlyph_ = std::make_shared<CursorGlyph>();
+  const auto resources = std::make_shared<ContextResources>(dc, smoothsGlyphs());
+  resources_ = resources;
+  return resources;
+}
+
+bool CZYNVue3D::smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
+
+TextView CZYNVue3D::textView() const {
+  const auto resources = resources_.lock();
+  const CParamsVue3D* camera = view_.camera();
+  return resources && camera ? resources->fonts.view(camera->height()) : TextView();
 }
 
 void CZYNVue3D::windowDestroyed(HWND) noexcept {
   navigation_.close();
-  boundary([this] {
-    context_.withContext([this] { cursorGlyph_.reset(); });
-    cursorGlyph_.reset();
-    context_.destroy();
-  });
+  boundary([this] { context_.destroy(); });
 }
 
 void CZYNVue3D::windowResized(SIZE client) {
@@ -57,24 +63,31 @@ ViewPass CZYNVue3D::currentPass() const {
 
 void CZYNVue3D::paint(HDC) {
   context_.withContext([this] {
-    const std::shared_ptr<CursorGlyph> glyph = cursorGlyph_;
+    const auto resources = resources_.lock();  // what is drawn may close the window
     ViewPass pass = currentPass();
     pass.rubberBand = navigation_.rubberBand();
-    if (drawCursor_ && navigation_.isMouseInside() && glyph) {
-      pass.cursor.emplace(ViewPass::Cursor{*glyph, cursor_});
+    if (drawCursor_ && navigation_.isMouseInside() && resources) {
+      pass.cursor.emplace(ViewPass::Cursor{resources->cursorGlyph, cursor_});
     }
     drawView(
-        pass, [this] { drawList_.draw3D(0); }, [this] { context_.present(); });
+        pass, [this] { drawList_.draw3D(0, textView()); }, [this] { context_.present(); });
   });
 }
 
 void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   const SIZE size = pictureSizeFor(pixels);
   OffscreenSurface surface([](const std::wstring&) {});
-  surface.create(size.cx, size.cy, [this](HDC) {
+  std::weak_ptr<const ContextFonts> fonts;
+  surface.create(size.cx, size.cy, [&](HDC canvas) -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
                               GL_NICEST};
     setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing);
+    if (!drawList_.mayHoldText()) {
+      return nullptr;
+    }
+    const auto made = std::make_shared<ContextFonts>(FontOwner::View3D, canvas, smoothsGlyphs());
+    fonts = made;
+    return made;
   });
   ViewPass pass = currentPass();
   std::optional<CParamsVue3D> camera;
@@ -84,8 +97,10 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     pass.camera = &*camera;
   }
   surface.render([&](const Tile&) {
+    const auto kept = fonts.lock();
+    const TextView texts = kept && camera ? kept->view(camera->height()) : TextView();
     drawView(
-        pass, [this] { drawList_.draw3D(0); }, [] {});
+        pass, [&] { drawList_.draw3D(0, texts); }, [] {});
   });
   if (const SharedBitmap* picture = surface.picture()) {
     stretchInto(dc, bounds, *picture);

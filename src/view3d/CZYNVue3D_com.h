@@ -11,6 +11,7 @@
 #include "core/CListTrace_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/WindowContext_win.h"
+#include "objects/ContextFonts_win.h"
 #include "objects/ModelBox_com.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/SceneBox_com.h"
@@ -141,7 +142,17 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   HRESULT moveCamera(Operation operation) noexcept;
   HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept;
 
-  void prepareContext();
+  /// What belongs to the rendering context of the window.
+  struct ContextResources {
+    ContextResources(HDC dc, bool outlineLines) : fonts(FontOwner::View3D, dc, outlineLines) {}
+
+    ContextFonts fonts;
+    CursorGlyph cursorGlyph;
+  };
+
+  std::shared_ptr<void> prepareContext(HDC dc);
+  bool smoothsGlyphs() const;
+  TextView textView() const;
   ViewPass currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
@@ -165,8 +176,7 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   double pickSize_ = 1.0;  ///< pixels
 
   WindowContext context_;
-  /// Shared with the pass that draws it: what is drawn may close the window.
-  std::shared_ptr<CursorGlyph> cursorGlyph_;
+  std::weak_ptr<const ContextResources> resources_;
 };
 
 }  // namespace zyn

@@ -1,0 +1,99 @@
+#include "objects/ContextFonts_win.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <type_traits>
+
+namespace zyn {
+
+namespace {
+
+constexpr GLsizei kLists = 256;  ///< one a byte
+constexpr DWORD kGlyphs = 255;   ///< the last byte has a list without a glyph
+constexpr FLOAT kDeviation = 0;  ///< from the font's curves: as little as the system can do
+constexpr FLOAT kExtrusion = 0;  ///< flat
+
+struct CloseFont {
+  void operator()(HFONT font) const { DeleteObject(font); }
+};
+using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseFont>;
+
+UniqueFont makeTextFont() {
+  LOGFONTW wanted = {};
+  wanted.lfWeight = FW_BOLD;
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  wanted.lfOutPrecision = OUT_TT_PRECIS;
+  wanted.lfClipPrecision = CLIP_DEFAULT_PRECIS;
+  wanted.lfQuality = PROOF_QUALITY;
+  wanted.lfPitchAndFamily = DEFAULT_PITCH;
+  std::wcscpy(wanted.lfFaceName, L"arial");
+  return UniqueFont(CreateFontIndirectW(&wanted));
+}
+
+/// A font selected into a device context for a scope.
+class SelectedFont {
+ public:
+  SelectedFont(HDC dc, HFONT font) : dc_(dc), previous_(SelectObject(dc, font)) {}
+  ~SelectedFont() { SelectObject(dc_, previous_); }
+  SelectedFont(const SelectedFont&) = delete;
+  SelectedFont& operator=(const SelectedFont&) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ previous_;
+};
+
+GlyphMetrics metricsOf(const GLYPHMETRICSFLOAT& glyph) {
+  return {glyph.gmfBlackBoxX,       glyph.gmfBlackBoxY, glyph.gmfptGlyphOrigin.x,
+          glyph.gmfptGlyphOrigin.y, glyph.gmfCellIncX,  glyph.gmfCellIncY};
+}
+
+/// Lists of the glyphs of the font selected into `dc`, and their measures; 0 where the system
+/// cannot make them.
+GLuint makeLists(HDC dc, int format, FontMetrics& metrics) {
+  const GLuint first = glGenLists(kLists);
+  if (first == 0) {
+    return 0;
+  }
+  std::array<GLYPHMETRICSFLOAT, kLists> glyphs = {};
+  if (!wglUseFontOutlinesA(dc, 0, kGlyphs, first, kDeviation, kExtrusion, format, glyphs.data())) {
+    glDeleteLists(first, kLists);
+    return 0;
+  }
+  std::transform(glyphs.begin(), glyphs.end(), metrics.glyphs.begin(), metricsOf);
+  metrics.measureLines();
+  return first;
+}
+
+}  // namespace
+
+void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines) {
+  const UniqueFont font = makeTextFont();
+  if (!font) {
+    return;
+  }
+  const SelectedFont selected(dc, font.get());
+  FontMetrics metrics = fonts.metrics();
+  GLuint outline = outlineLines ? fonts.outlineLists() : 0;
+  if (outlineLines && outline == 0) {
+    outline = makeLists(dc, WGL_FONT_LINES, metrics);
+  }
+  GLuint filled = fonts.filledLists();
+  if (filled == 0) {
+    filled = makeLists(dc, WGL_FONT_POLYGONS, metrics);
+  }
+  fonts.setGlyphs(metrics, filled, outline);
+}
+
+ContextFonts::ContextFonts(FontOwner owner, HDC dc, bool outlineLines)
+    : fonts_(std::make_shared<CGLFontContext>()), context_(wglGetCurrentContext()) {
+  buildOutlineFonts(*fonts_, dc, outlineLines);
+  FontRegister::instance().enter(owner, context_, fonts_);
+}
+
+ContextFonts::~ContextFonts() {
+  FontRegister::instance().leave(fonts_.get());
+  fonts_->release();
+}
+
+}  // namespace zyn
