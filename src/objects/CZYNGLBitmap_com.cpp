@@ -10,6 +10,7 @@
 #include "objects/ModelBox_com.h"
 #include "objects/PictureImage_com.h"
 #include "objects/SpritePainter_gl.h"
+#include "objects/TextPainter_gl.h"
 
 namespace zyn {
 
@@ -136,7 +137,7 @@ STDMETHODIMP CZYNGLBitmap::Draw2D(int mode) noexcept {
       drawSpriteRectangle2D(shape_, pixelScale(), isInView() ? view_.viewHeight : drawnHeight_);
       return;
     }
-    drawnHeight_ = projectedHeight();
+    drawnHeight_ = shownHeight();
     drawSprite2D(shape_, pixelScale());
   });
 }

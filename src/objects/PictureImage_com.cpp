@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <utility>
 
 #include "glcontext/MemorySurface_win.h"
 
@@ -107,36 +108,20 @@ class Rendering {
 using Rgba = std::array<std::uint8_t, 4>;
 
 /// Converts pixel by pixel: `convert` takes one pixel of each rendering.
-template <class Convert, class... More>
-PixelImage convertImage(const PictureSize& size, Convert convert, const Rendering& first,
-                        const More&... more) {
+template <class Convert, class... Renderings>
+PixelImage convertImage(const PictureSize& size, Convert convert, const Renderings&... renderings) {
   PixelImage image{size.width, size.height, {}};
-  image.pixels.resize(first.pixels().size_bytes());
+  const auto width = static_cast<std::size_t>(size.width);
+  const auto height = static_cast<std::size_t>(size.height);
+  image.pixels.resize(width * height * sizeof(Rgba));
   auto target = image.pixels.begin();
-  for (std::size_t y = 0; y < static_cast<std::size_t>(size.height); ++y) {
-    for (std::size_t x = 0; x < static_cast<std::size_t>(size.width); ++x) {
-      const Rgba pixel = convert(first.row(y)[x], more.row(y)[x]...);
+  for (std::size_t y = 0; y < height; ++y) {
+    for (std::size_t x = 0; x < width; ++x) {
+      const Rgba pixel = convert(renderings.row(y)[x]...);
       target = std::copy(pixel.begin(), pixel.end(), target);
     }
   }
   return image;
-}
-
-Rgba withOwnAlpha(const DibPixel& pixel) { return {pixel.r, pixel.g, pixel.b, pixel.a}; }
-
-/// The pixel that gives one colour over black and another over white.
-Rgba fromCoverage(const DibPixel& overBlack, const DibPixel& overWhite) {
-  const int shining =
-      std::min({overWhite.r - overBlack.r, overWhite.g - overBlack.g, overWhite.b - overBlack.b});
-  const int alpha = std::clamp(kOpaque - shining, 0, kOpaque);
-  if (alpha == 0) {
-    return {};
-  }
-  const auto full = [&](int part) {
-    return static_cast<std::uint8_t>(std::min(part * kOpaque / alpha, kOpaque));
-  };
-  return {full(overBlack.r), full(overBlack.g), full(overBlack.b),
-          static_cast<std::uint8_t>(alpha)};
 }
 
 Rgba withKey(const DibPixel& pixel, const ColourKey& key) {
@@ -144,10 +129,25 @@ Rgba withKey(const DibPixel& pixel, const ColourKey& key) {
   return {pixel.r, pixel.g, pixel.b, static_cast<std::uint8_t>(isKey ? 0 : kOpaque)};
 }
 
-/// Only a bitmap has pixels with a fourth byte of its own, and many leave it 0 throughout.
+/// The colour, by itself, of what gives one colour over black and another over white, and how much
+/// it covers.
+Rgba withCoverage(const DibPixel& overBlack, const DibPixel& overWhite) {
+  const int shining =
+      std::min({overWhite.r - overBlack.r, overWhite.g - overBlack.g, overWhite.b - overBlack.b});
+  const int coverage = std::clamp(kOpaque - shining, 0, kOpaque);
+  const auto byItself = [&](int part) {
+    return static_cast<std::uint8_t>(
+        std::min(coverage > 0 ? part * kOpaque / coverage : part, kOpaque));
+  };
+  return {byItself(overBlack.r), byItself(overBlack.g), byItself(overBlack.b),
+          static_cast<std::uint8_t>(coverage)};
+}
+
+/// Bitmaps and icons may bring an alpha of their own, and many leave it 0 throughout; what GDI
+/// leaves in the fourth bytes as it plays a metafile means nothing.
 bool hasOwnAlpha(IPicture& picture, const Rendering& rendering) {
   SHORT type = PICTYPE_UNINITIALIZED;
-  if (FAILED(picture.get_Type(&type)) || type != PICTYPE_BITMAP) {
+  if (FAILED(picture.get_Type(&type)) || type == PICTYPE_METAFILE || type == PICTYPE_ENHMETAFILE) {
     return false;
   }
   const auto pixels = rendering.pixels();
@@ -168,12 +168,22 @@ PixelImage readPicture(IPicture& picture, const std::optional<ColourKey>& key) {
     return convertImage(
         size, [&](const DibPixel& pixel) { return withKey(pixel, *key); }, *rendering);
   }
-  if (hasOwnAlpha(picture, *rendering)) {
-    return convertImage(size, withOwnAlpha, *rendering);
+  // GDI writes no alpha where it draws: what differs with the background was left unpainted.
+  const auto onWhite = Rendering::make(picture, size, Background::White);
+  if (!onWhite) {
+    return {};
   }
-  // GDI writes no alpha: what differs with the background was left unpainted.
-  const auto overWhite = Rendering::make(picture, size, Background::White);
-  return overWhite ? convertImage(size, fromCoverage, *rendering, *overWhite) : PixelImage{};
+  const bool ownAlpha = hasOwnAlpha(picture, *rendering);
+  return convertImage(
+      size,
+      [&](const DibPixel& overBlack, const DibPixel& overWhite) {
+        Rgba pixel = withCoverage(overBlack, overWhite);
+        if (ownAlpha) {
+          pixel[3] = std::min(pixel[3], overBlack.a);
+        }
+        return pixel;
+      },
+      *rendering, *onWhite);
 }
 
 }  // namespace

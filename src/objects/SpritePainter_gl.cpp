@@ -6,6 +6,7 @@
 #include "glcontext/gl_api.h"
 #include "objects/AutoGLDepthTest_gl.h"
 #include "objects/RasterImage_gl.h"
+#include "objects/TextPainter_gl.h"
 
 namespace zyn {
 
@@ -35,11 +36,9 @@ void drawSprite3D(const SpriteShape& shape, double pixelScale) {
 void drawSprite2D(const SpriteShape& shape, double pixelScale) { drawAt(shape, 0, pixelScale); }
 
 void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight) {
-  GLdouble viewport[4] = {};
-  glGetDoublev(GL_VIEWPORT, viewport);
   GLdouble modelview[16] = {};
   glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
-  const double pixel = pixelScale * viewHeight / viewport[3];
+  const double pixel = pixelScale * pixelLength(viewHeight);
   const double stepX = pixel / scaleOfAxis(modelview, 0);
   const double stepY = pixel / scaleOfAxis(modelview + 4, 1);
   const double left = shape.position.x - stepX * shape.originX;
@@ -52,12 +51,6 @@ void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double v
   glVertex2d(right, top);
   glVertex2d(left, top);
   glEnd();
-}
-
-double projectedHeight() {
-  GLdouble projection[16] = {};
-  glGetDoublev(GL_PROJECTION_MATRIX, projection);
-  return 2.0 / projection[5];
 }
 
 }  // namespace zyn

@@ -15,7 +15,4 @@ void drawSprite2D(const SpriteShape& shape, double pixelScale);
 /// model units that the view shows from bottom to top, scales of the model apart.
 void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight);
 
-/// What the current projection shows from bottom to top.
-double projectedHeight();
-
 }  // namespace zyn
