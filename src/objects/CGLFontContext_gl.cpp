@@ -1,5 +1,7 @@
 #include "objects/CGLFontContext_gl.h"
 
+#include "glcontext/PlainPixelStore_gl.h"
+
 namespace zyn {
 
 namespace {
@@ -11,18 +13,6 @@ constexpr char kFirstCharacter = ' ';
 constexpr char kLastCharacter = '~';
 constexpr GLsizei kDigitLists = kLastCharacter - kFirstCharacter + 1;
 constexpr GLuint kListsBeforeZero = '0' - kFirstCharacter;
-
-/// Rows of images are byte-aligned for a scope.
-class ByteAlignedRows {
- public:
-  ByteAlignedRows() {
-    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-  }
-  ~ByteAlignedRows() { glPopClientAttrib(); }
-  ByteAlignedRows(const ByteAlignedRows&) = delete;
-  ByteAlignedRows& operator=(const ByteAlignedRows&) = delete;
-};
 
 void compile(const DigitGlyph& glyph, int size, GLuint list) {
   glNewList(list, GL_COMPILE);
@@ -61,7 +51,7 @@ void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists,
 }
 
 void CGLFontContext::buildDigits() {
-  const ByteAlignedRows rows;
+  const PlainPixelStore byteRows(1);
   int size = 1;
   for (GLuint& lists : digitLists_) {
     if (lists == 0) {

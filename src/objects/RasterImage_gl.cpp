@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "glcontext/PlainPixelStore_gl.h"
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/StateQuery_gl.h"
 
@@ -95,13 +96,8 @@ bool moveRasterOutside(double x, double y, double z, double offsetX, double offs
   return moveRasterBy(screenX * viewport[2] / 2 + offsetX, screenY * viewport[3] / 2 + offsetY);
 }
 
-/// Reads pixels from memory as they lie there, and draws them as they are.
-void setPlainPixels() {
-  for (const GLenum name : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
-                            GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS}) {
-    glPixelStorei(name, 0);
-  }
-  glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+/// Draws pixels as they are.
+void setPlainTransfer() {
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
   for (const GLenum name : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE, GL_ALPHA_SCALE}) {
     glPixelTransferf(name, 1);
@@ -113,14 +109,6 @@ void setPlainPixels() {
     glDisable(capability);
   }
 }
-
-class PushedPixelStore {
- public:
-  PushedPixelStore() { glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT); }
-  ~PushedPixelStore() { glPopClientAttrib(); }
-  PushedPixelStore(const PushedPixelStore&) = delete;
-  PushedPixelStore& operator=(const PushedPixelStore&) = delete;
-};
 
 }  // namespace
 
@@ -137,8 +125,8 @@ void drawImage(const PixelImage& image, double scale) {
     return;
   }
   const PushedAttributes attributes(GL_PIXEL_MODE_BIT | GL_ENABLE_BIT);
-  const PushedPixelStore store;
-  setPlainPixels();
+  const PlainPixelStore store(4);
+  setPlainTransfer();
   glPixelZoom(static_cast<GLfloat>(scale), static_cast<GLfloat>(scale));
   glDrawPixels(image.width, image.height, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
 }
