@@ -6,6 +6,7 @@
 #include "module/CZYNVue2DChild_com.h"
 #include "module/resource.h"
 #include "objects/CZYNGLBitmap_com.h"
+#include "objects/CZYNGLTexte_com.h"
 #include "objects/CZYNGLTriangle_com.h"
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
 #include "view3d/CZYNVue3D_com.h"
@@ -20,7 +21,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNVue2D, kNotOffered, IDR_ZYNVUE2D},
     {&CLSID_ZYNVue3D, createInstance<CZYNVue3D>, IDR_ZYNVUE3D},
     {&CLSID_ZYNGLTriangle, createInstance<CZYNGLTriangle>, IDR_ZYNGLTRIANGLE},
-    {&CLSID_ZYNGLTexte, kNotOffered, IDR_ZYNGLTEXTE},
+    {&CLSID_ZYNGLTexte, createInstance<CZYNGLTexte>, IDR_ZYNGLTEXTE},
     {&CLSID_ZYNGLBitmap, createInstance<CZYNGLBitmap>, IDR_ZYNGLBITMAP},
     {&CLSID_ZYN2DGLBitmapContext, kNotOffered, IDR_ZYN2DGLBITMAPCONTEXT},
     {&CLSID_ZYN3dGLBitmapContext, createInstance<CZYN3DGLBitmapContext>, IDR_ZYN3DGLBITMAPCONTEXT},

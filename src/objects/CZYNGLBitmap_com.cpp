@@ -10,7 +10,7 @@
 #include "objects/ModelBox_com.h"
 #include "objects/PictureImage_com.h"
 #include "objects/SpritePainter_gl.h"
-#include "objects/TextPainter_gl.h"
+#include "objects/ViewMeasures_gl.h"
 
 namespace zyn {
 

@@ -1,8 +1,8 @@
 #include "objects/ContextFonts_win.h"
 
 #include <algorithm>
-#include <cwchar>
-#include <type_traits>
+
+#include "objects/TextFont_win.h"
 
 namespace zyn {
 
@@ -12,36 +12,6 @@ constexpr GLsizei kLists = 256;  ///< one a byte
 constexpr DWORD kGlyphs = 255;   ///< the last byte has a list without a glyph
 constexpr FLOAT kDeviation = 0;  ///< from the font's curves: as little as the system can do
 constexpr FLOAT kExtrusion = 0;  ///< flat
-
-struct CloseFont {
-  void operator()(HFONT font) const { DeleteObject(font); }
-};
-using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseFont>;
-
-UniqueFont makeTextFont() {
-  LOGFONTW wanted = {};
-  wanted.lfWeight = FW_BOLD;
-  wanted.lfCharSet = DEFAULT_CHARSET;
-  wanted.lfOutPrecision = OUT_TT_PRECIS;
-  wanted.lfClipPrecision = CLIP_DEFAULT_PRECIS;
-  wanted.lfQuality = PROOF_QUALITY;
-  wanted.lfPitchAndFamily = DEFAULT_PITCH;
-  std::wcscpy(wanted.lfFaceName, L"arial");
-  return UniqueFont(CreateFontIndirectW(&wanted));
-}
-
-/// A font selected into a device context for a scope.
-class SelectedFont {
- public:
-  SelectedFont(HDC dc, HFONT font) : dc_(dc), previous_(SelectObject(dc, font)) {}
-  ~SelectedFont() { SelectObject(dc_, previous_); }
-  SelectedFont(const SelectedFont&) = delete;
-  SelectedFont& operator=(const SelectedFont&) = delete;
-
- private:
-  HDC dc_;
-  HGDIOBJ previous_;
-};
 
 GlyphMetrics metricsOf(const GLYPHMETRICSFLOAT& glyph) {
   return {glyph.gmfBlackBoxX,       glyph.gmfBlackBoxY, glyph.gmfptGlyphOrigin.x,

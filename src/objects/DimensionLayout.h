@@ -31,7 +31,7 @@ struct Segment {
   PlanePoint to;
 };
 
-/// Corners of a filled arrow head, its tip first.
+/// Corners of a filled arrow head, counter-clockwise from its tip.
 using Arrow = std::array<PlanePoint, 3>;
 
 /// A linear dimension, in model units times the plane's scale.
@@ -39,6 +39,7 @@ struct DimensionShape {
   std::array<Segment, 3> lines;  ///< extension lines of the first and the second point, dimension
                                  ///< line
   std::vector<Arrow> arrows;     ///< at the ends of the dimension line, or none
+  bool alongAxis = false;        ///< all lines are parallel to the axes
   PlanePoint text;               ///< position of the text
   std::int32_t reference = 0;    ///< the point of the text's box that lies there, see anchorOf
 };

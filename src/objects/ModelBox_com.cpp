@@ -74,6 +74,14 @@ HRESULT makeBox3D(const Box3& bounds, IDispatch** box) {
   return S_OK;
 }
 
+ComPtr<IZYNRectangle> makeRectangle(double xMin, double xMax, double yMin, double yMax) {
+  auto made = createGeometry<IZYNRectangle>(CLSID_RectangleGeom);
+  if (made) {
+    made->setBornes(xMin, xMax, yMin, yMax);
+  }
+  return made;
+}
+
 Box3 readBox2D(IZYNBox2D& box) {
   return Box3{readSide(box, &IZYNBox2D::get_XMin), readSide(box, &IZYNBox2D::get_XMax),
               readSide(box, &IZYNBox2D::get_YMin), readSide(box, &IZYNBox2D::get_YMax)};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <windows.h>
+#include <wrl/client.h>
 
 #include <optional>
 
@@ -15,6 +16,10 @@ HRESULT makeBox2D(const Box3& bounds, IDispatch** box);
 
 /// The same with a 3D box object.
 HRESULT makeBox3D(const Box3& bounds, IDispatch** box);
+
+/// A new rectangle object of the geometry library; null when the library cannot be reached.
+Microsoft::WRL::ComPtr<IZYNRectangle> makeRectangle(double xMin, double xMax, double yMin,
+                                                    double yMax);
 
 /// The bounds that a box object holds, flat ones at z = 0. Throws _com_error when the object fails.
 Box3 readBox2D(IZYNBox2D& box);

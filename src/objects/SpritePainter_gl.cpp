@@ -6,7 +6,7 @@
 #include "glcontext/gl_api.h"
 #include "objects/AutoGLDepthTest_gl.h"
 #include "objects/RasterImage_gl.h"
-#include "objects/TextPainter_gl.h"
+#include "objects/ViewMeasures_gl.h"
 
 namespace zyn {
 

@@ -65,18 +65,6 @@ void callLists(GLuint base, std::string_view text) {
 
 }  // namespace
 
-double shownHeight() {
-  std::array<GLfloat, 16> projection{};
-  glGetFloatv(GL_PROJECTION_MATRIX, projection.data());
-  return 2.0 / projection[5];
-}
-
-double pixelLength(double viewHeight) {
-  std::array<GLdouble, 4> viewport{};
-  glGetDoublev(GL_VIEWPORT, viewport.data());
-  return viewport[3] > 0 ? viewHeight / viewport[3] : 0.0;
-}
-
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
               double lineWidth) {
   if (text.empty() || !canPlace(placement)) {

@@ -9,13 +9,6 @@
 
 namespace zyn {
 
-/// Model units that the current projection, an orthographic one, shows from bottom to top.
-double shownHeight();
-
-/// Model units of one pixel of the current viewport, in a view that shows `viewHeight` of them from
-/// bottom to top; 0 in a viewport without height.
-double pixelLength(double viewHeight);
-
 /// Where a run of text is drawn, under the current model-view matrix.
 struct TextPlacement {
   Point position;      ///< model units

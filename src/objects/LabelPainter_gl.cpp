@@ -1,0 +1,210 @@
+#include "objects/LabelPainter_gl.h"
+
+#include <array>
+#include <cmath>
+#include <string>
+
+#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/PushedMatrix_gl.h"
+#include "objects/AutoGLColor_gl.h"
+#include "objects/AutoGLDepthTest_gl.h"
+#include "objects/AutoGLLighting_gl.h"
+#include "objects/DigitFont.h"
+#include "objects/DigitText_gl.h"
+#include "objects/RasterImage_gl.h"
+#include "objects/SelectionNames_gl.h"
+#include "objects/TextPainter_gl.h"
+#include "objects/ViewMeasures_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr int kBothFaces = 3;
+
+constexpr double kGlyphLineWidth = 0.1;
+constexpr double kDimensionLineWidth = 1.0;
+constexpr double kFineLineWidth = 0.5;
+
+/// The label's colour for a scope, lit by nothing.
+class LabelColour {
+ public:
+  explicit LabelColour(const TextLabel& label)
+      : colour_(label.r, label.g, label.b, label.alpha, kBothFaces) {}
+
+ private:
+  AutoGLLighting unlit_{-1};
+  AutoGLColor colour_;
+};
+
+/// Takes the stretching out of the model-view matrix for a scope: the axes keep their directions
+/// and one unit is as long on both.
+class UnscaledPlane {
+ public:
+  UnscaledPlane() {
+    std::array<GLdouble, 16> matrix{};
+    glGetDoublev(GL_MODELVIEW_MATRIX, matrix.data());
+    scale_ = {takeOut(&matrix[0]), takeOut(&matrix[4])};
+    glLoadMatrixd(matrix.data());
+  }
+
+  /// What was taken out.
+  PlaneScale scale() const { return scale_; }
+
+ private:
+  /// Makes the axis one unit long, and tells how long it was; leaves one that has no length.
+  static double takeOut(GLdouble* axis) {
+    const double length = std::hypot(axis[0], axis[1], axis[2]);
+    if (length == 0 || !std::isfinite(length)) {
+      return 1.0;
+    }
+    for (int i = 0; i < 3; ++i) {
+      axis[i] /= length;
+    }
+    return length;
+  }
+
+  PushedMatrix matrix_{GL_MODELVIEW};
+  PlaneScale scale_;
+};
+
+void drawBoxForSelection(const TextLabel& label, const TextBox& box,
+                         const TextPlacement& placement) {
+  const SelectionNames names(label.typeSelection, label.nomSelection, label.pushTypeSelection);
+  drawTextBox(box, placement);
+}
+
+/// `pixel`: model units of a pixel of the label's measures.
+void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const Point& position,
+                     double pixel, double pixelScale, int mode) {
+  const TextBox box = label.box(fonts.metrics());
+  const TextPlacement placement{position, anchorOf(box, label.reference),
+                                pixel * label.emHeight(box), label.alwaysReadable};
+  if (mode < 0) {
+    drawBoxForSelection(label, box, placement);
+  } else {
+    drawText(fonts, label.shownText(), placement, kGlyphLineWidth * pixelScale);
+  }
+}
+
+/// The size of the digit font for a number whose line is this many pixels high; 0: none.
+int digitSizeOf(const TextLabel& label, double pixelScale) {
+  if (!label.isNumeric || !std::isfinite(label.value)) {
+    return 0;
+  }
+  const double pixels = std::round(label.height * pixelScale);
+  return pixels >= digitHeight(1) && pixels <= digitHeight(kDigitSizes)
+             ? static_cast<int>(pixels) - digitHeight(1) + 1
+             : 0;
+}
+
+/// In pixels; above the digits there is room for one more.
+TextBox digitBox(const std::string& number, int size) {
+  return {0.0, static_cast<double>(digitTextWidth(number, size)), 0.0, digitHeight(size) + 1.0};
+}
+
+void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const Point& position,
+                double screenPixel, int mode) {
+  const std::string number = label.shownText();
+  const TextBox box = digitBox(number, size);
+  const PlanePoint anchor = anchorOf(box, label.reference);
+  if (mode < 0) {
+    drawBoxForSelection(label, box, {position, anchor, screenPixel, true});
+    return;
+  }
+  fonts.buildDigits();
+  const PushedAttributes rasterPosition(GL_CURRENT_BIT);
+  if (moveRasterTo(position.x, position.y, position.z, -anchor.x, -anchor.y)) {
+    drawDigitText(fonts, size, number);
+  }
+}
+
+void setLines(bool smooth, double width) {
+  setEnabled(GL_LINE_SMOOTH, smooth);
+  if (smooth) {
+    glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+  }
+  glLineWidth(static_cast<GLfloat>(width));
+}
+
+void drawArrow(const Arrow& arrow) {
+  for (const GLenum kind : {GL_TRIANGLES, GL_LINE_LOOP}) {
+    glBegin(kind);
+    for (const PlanePoint& corner : arrow) {
+      glVertex2d(corner.x, corner.y);
+    }
+    glEnd();
+  }
+}
+
+/// Smooth where the glyphs are, but for the straight lines of a dimension along an axis.
+void drawDimension(const DimensionShape& shape, bool smooth, double pixelScale) {
+  const PushedAttributes attributes(GL_LINE_BIT | GL_HINT_BIT);
+  if (smooth) {
+    setLines(true, kFineLineWidth * pixelScale);
+  }
+  if (shape.alongAxis) {
+    setLines(false, kDimensionLineWidth * pixelScale);
+  }
+  glBegin(GL_LINES);
+  for (const Segment& line : shape.lines) {
+    glVertex2d(line.from.x, line.from.y);
+    glVertex2d(line.to.x, line.to.y);
+  }
+  glEnd();
+  if (smooth) {
+    setLines(true, kFineLineWidth * pixelScale);
+  }
+  for (const Arrow& arrow : shape.arrows) {
+    drawArrow(arrow);
+  }
+}
+
+bool moveLabel(TextLabel& label, const DimensionShape& shape, PlaneScale scale) {
+  const double x = shape.text.x / scale.x;
+  const double y = shape.text.y / scale.y;
+  const bool moved = x != label.position.x || y != label.position.y;
+  label.position.x = x;
+  label.position.y = y;
+  label.reference = shape.reference;
+  return moved;
+}
+
+}  // namespace
+
+void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
+                 int mode) {
+  {
+    const LabelColour colour(label);
+    const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+    drawOutlineText(label, fonts, label.position, pixelLength(view.height) * view.pixelScale,
+                    view.pixelScale, mode);
+  }
+  glEnable(GL_DEPTH_TEST);
+}
+
+bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
+  const UnscaledPlane plane;
+  const LabelColour colour(label);
+  const double screenPixel = pixelLength(view.height);
+  const double pixel = screenPixel * view.pixelScale;
+  bool moved = false;
+  if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale())) {
+    moved = moveLabel(label, *dimension, plane.scale());
+    if (mode >= 0) {
+      drawDimension(*dimension, fonts.outlineLists() != 0, view.pixelScale);
+    }
+  }
+  const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+  Point position;
+  position.x = label.position.x * plane.scale().x;
+  position.y = label.position.y * plane.scale().y;
+  if (const int size = digitSizeOf(label, view.pixelScale)) {
+    drawDigits(label, fonts, size, position, screenPixel, mode);
+  } else {
+    drawOutlineText(label, fonts, position, pixel, view.pixelScale, mode);
+  }
+  return moved;
+}
+
+}  // namespace zyn

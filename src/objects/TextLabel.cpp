@@ -1,0 +1,38 @@
+#include "objects/TextLabel.h"
+
+#include <cmath>
+
+#include "objects/NumberText.h"
+
+namespace zyn {
+
+namespace {
+
+/// How far a side may lie past a whole pixel by rounding.
+constexpr double kRounding = 1e-9;
+
+// The sum with 0 is never a negative zero.
+double downToPixel(double value) { return std::floor(value + kRounding) + 0.0; }
+double upToPixel(double value) { return std::ceil(value - kRounding) + 0.0; }
+
+}  // namespace
+
+std::string TextLabel::shownText() const { return isNumeric ? numberText(value) : text; }
+
+TextBox TextLabel::box(const FontMetrics& metrics) const {
+  return measureText(metrics, shownText(), numericSize ? metrics.digits : metrics.text);
+}
+
+double TextLabel::emHeight(const TextBox& box) const {
+  return height > 0 && box.height() > 0 ? height / box.height() : 0.0;
+}
+
+TextBox TextLabel::pixelBox(const FontMetrics& metrics) const {
+  const TextBox whole = box(metrics);
+  const PlanePoint anchor = anchorOf(whole, reference);
+  const double em = emHeight(whole);
+  return {downToPixel((whole.left - anchor.x) * em), upToPixel((whole.right - anchor.x) * em),
+          downToPixel((whole.bottom - anchor.y) * em), upToPixel((whole.top - anchor.y) * em)};
+}
+
+}  // namespace zyn
