@@ -45,24 +45,26 @@ class ForeignObject final
   }
 
   std::function<HRESULT(int mode)> onDraw3D;
+  std::function<HRESULT(int mode)> onDraw2D;
+  std::function<HRESULT(IDispatch** box)> onGetBox2D;
   std::function<HRESULT(IDispatch** box)> onGetBox3D;
   std::function<HRESULT(IDispatch** attribute)> onAttribut;
 
-  std::vector<int> modes;
-  int draw2DCalls = 0;
+  std::vector<int> modes;    ///< of Draw3D
+  std::vector<int> modes2D;  ///< of Draw2D
   int attributCalls = 0;
 
   STDMETHODIMP Draw3D(int mode) override {
     modes.push_back(mode);
     return onDraw3D ? onDraw3D(mode) : S_OK;
   }
-  STDMETHODIMP Draw2D(int) override {
-    ++draw2DCalls;
-    return S_OK;
+  STDMETHODIMP Draw2D(int mode) override {
+    modes2D.push_back(mode);
+    return onDraw2D ? onDraw2D(mode) : S_OK;
   }
   STDMETHODIMP GetBox2D(IDispatch** box) override {
     *box = nullptr;
-    return S_OK;
+    return onGetBox2D ? onGetBox2D(box) : S_OK;
   }
   STDMETHODIMP GetBox3D(IDispatch** box) override {
     *box = nullptr;

@@ -20,6 +20,8 @@ using Microsoft::WRL::ComPtr;
 inline constexpr const wchar_t* kTriangleProgId = L"ZYNVue.ZYNGLTriangle";
 inline constexpr const wchar_t* kSpriteProgId = L"ZYNVue.ZYNGLBitmap";
 inline constexpr const wchar_t* kContextProgId = L"ZYNVue.ZYN3dGLBitmapContext";
+inline constexpr const wchar_t* kContext2DProgId = L"ZYNVue.ZYN2DGLBitmapContext";
+inline constexpr const wchar_t* kRectangleProgId = L"ZYNModeleGeom.Rectangle";
 inline constexpr const wchar_t* kBox3DProgId = L"ZYNModeleGeom.Box3D";
 
 /// Ends the running test with the failing code; success passes through.

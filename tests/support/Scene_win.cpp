@@ -77,34 +77,14 @@ _variant_t colourArray(const Rgb& colour) {
   return doubleArray({unit(colour.r), unit(colour.g), unit(colour.b)});
 }
 
-OffscreenScene::OffscreenScene(int width, int height)
-    : context_(createObject<IZYN3DGLBitmapContext>(kContextProgId)) {
-  require(context_->put_BackColor(colourArray(kBackground)), "BackColor");
+OffscreenScene::OffscreenScene(int width, int height) : OffscreenScene() {
+  require(put_BackColor(colourArray(kBackground)), "BackColor");
   resize(width, height);
-}
-
-void OffscreenScene::add(IDispatch* object, int mode) {
-  require(context_->Add(object, mode), "Add");
 }
 
 void OffscreenScene::look(const ViewAxes& axes, double surplus, IDispatch* box) {
   _variant_t frame = doubleArray(frameOf(axes));
-  require(context_->ViewParams(box, surplus, &frame), "ViewParams");
+  require(get()->ViewParams(box, surplus, &frame), "ViewParams");
 }
-
-void OffscreenScene::resize(int width, int height) {
-  long made = 0;
-  require(context_->CreateContext(width, height, &made), "CreateContext");
-  if (made != 1) throw std::runtime_error("CreateContext did not answer 1");
-}
-
-Bytes OffscreenScene::renderBytes() {
-  const auto path = folder_.file(L"render.bmp");
-  std::filesystem::remove(path);
-  require(context_->CreateBitmap(bstr(path)), "CreateBitmap");
-  return readFile(path);
-}
-
-Image OffscreenScene::render() { return decodeBmp(renderBytes()); }
 
 }  // namespace zyn::test

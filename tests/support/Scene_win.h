@@ -7,7 +7,7 @@
 #include "support/HostSession_win.h"
 #include "support/Image.h"
 #include "support/LightModel.h"
-#include "support/TempFolder_win.h"
+#include "support/OffscreenContext_win.h"
 
 namespace zyn::test {
 
@@ -54,34 +54,15 @@ struct ViewAxes {
 /// The 16 values that describe such a view to ViewParams.
 std::vector<double> frameOf(const ViewAxes& axes);
 
-/// A bitmap context with a background of kBackground and a surface of the given size.
-class OffscreenScene {
+/// A 3D bitmap context with a background of kBackground and a surface of the given size.
+class OffscreenScene : public OffscreenContextOf<IZYN3DGLBitmapContext> {
  public:
   OffscreenScene(int width, int height);
+  /// Without a surface, the background as it comes.
+  OffscreenScene() : OffscreenContextOf(kContextProgId) {}
 
-  IZYN3DGLBitmapContext* operator->() const { return context_.Get(); }
-  IZYN3DGLBitmapContext* get() const { return context_.Get(); }
-  /// Gives the context away: this scene can no longer be used for anything but its folder.
-  ComPtr<IZYN3DGLBitmapContext> take() { return std::move(context_); }
-
-  void add(IDispatch* object, int mode = 0);
-  template <class Objects>
-  void addAll(const Objects& objects, int mode = 0) {
-    for (const auto& object : objects) add(object.Get(), mode);
-  }
   /// Looks along the axes at the whole scene, or at the box when one is given.
   void look(const ViewAxes& axes, double surplus, IDispatch* box = nullptr);
-  void resize(int width, int height);
-
-  /// The picture as a BMP file, its bytes or its pixels.
-  Bytes renderBytes();
-  Image render();
-
-  const TempFolder& folder() const { return folder_; }
-
- private:
-  TempFolder folder_;
-  ComPtr<IZYN3DGLBitmapContext> context_;
 };
 
 /// Background for BackColor.
