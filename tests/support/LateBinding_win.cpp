@@ -35,13 +35,14 @@ CallResult invoke(IDispatch* object, const wchar_t* name, WORD kind,
   DISPPARAMS parameters = {};
   parameters.rgvarg = reversed.data();
   parameters.cArgs = static_cast<UINT>(reversed.size());
-  if (kind == DISPATCH_PROPERTYPUT) {
+  const bool puts = kind == DISPATCH_PROPERTYPUT || kind == DISPATCH_PROPERTYPUTREF;
+  if (puts) {
     parameters.rgdispidNamedArgs = &named;
     parameters.cNamedArgs = 1;
   }
   EXCEPINFO exception = {};
   UINT wrongArgument = 0;
-  VARIANT* result = kind == DISPATCH_PROPERTYPUT ? nullptr : &call.value;
+  VARIANT* result = puts ? nullptr : &call.value;
   call.invoked = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result,
                                 &exception, &wrongArgument);
   if (call.invoked == DISP_E_EXCEPTION && exception.pfnDeferredFillIn) {
@@ -75,6 +76,10 @@ CallResult getProperty(IDispatch* object, const wchar_t* name) {
 
 CallResult putProperty(IDispatch* object, const wchar_t* name, const _variant_t& value) {
   return invoke(object, name, DISPATCH_PROPERTYPUT, {value});
+}
+
+CallResult putReference(IDispatch* object, const wchar_t* name, const _variant_t& value) {
+  return invoke(object, name, DISPATCH_PROPERTYPUTREF, {value});
 }
 
 _variant_t outArgument(double& variable) { return reference(VT_R8, &variable); }

@@ -24,6 +24,9 @@ CallResult callMethod(IDispatch* object, const wchar_t* name,
 CallResult getProperty(IDispatch* object, const wchar_t* name);
 CallResult putProperty(IDispatch* object, const wchar_t* name, const _variant_t& value);
 
+/// Puts an object by reference, as `Set` does in scripts.
+CallResult putReference(IDispatch* object, const wchar_t* name, const _variant_t& value);
+
 /// The DISPID under which the object knows the name; DISPID_UNKNOWN when it does not.
 DISPID dispidOf(IDispatch* object, const wchar_t* name);
 
