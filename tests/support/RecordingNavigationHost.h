@@ -1,39 +1,19 @@
 #pragma once
 
-#include <functional>
-#include <map>
 #include <sstream>
 #include <string>
-#include <vector>
 
+#include "support/CallRecorder.h"
 #include "view3d/NavigationHost.h"
 
 namespace zyn::test {
 
-/// Records what a navigation asks for, one line a call ("MouseDown 0 10,20"), and runs foreign code
-/// that a test puts into a kind of call ("MouseDown").
-class RecordingNavigationHost : public NavigationHost {
+/// Records what a navigation asks for.
+class RecordingNavigationHost : public NavigationHost, public CallRecorder {
  public:
-  std::vector<std::string> calls;
-  std::map<std::string, std::function<void()>> handlers;
   bool selectables = false;
   bool cursor = false;
   PickRecords hits;
-
-  /// The calls so far, which are then forgotten.
-  std::vector<std::string> take() {
-    std::vector<std::string> taken;
-    taken.swap(calls);
-    return taken;
-  }
-
-  int count(const std::string& kind) const {
-    int found = 0;
-    for (const std::string& call : calls) {
-      found += call.substr(0, call.find(' ')) == kind ? 1 : 0;
-    }
-    return found;
-  }
 
   void fireMouseDown(MouseButton button, PixelPoint at) noexcept override {
     record("MouseDown", static_cast<int>(button), at);
@@ -50,7 +30,7 @@ class RecordingNavigationHost : public NavigationHost {
   }
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
                            const Names& names) noexcept override {
-    record("WindowSelection", key, rectangle, names);
+    record("WindowSelection", key, text(rectangle), names);
   }
   void captureMouse() noexcept override { record("capture"); }
   void releaseMouse() noexcept override { record("release"); }
@@ -63,35 +43,16 @@ class RecordingNavigationHost : public NavigationHost {
     return hits;
   }
   PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept override {
-    record("pickWithin", rectangle);
+    record("pickWithin", text(rectangle));
     return hits;
   }
 
  private:
-  static void write(std::ostream& out, int value) { out << value; }
-  static void write(std::ostream& out, PixelPoint at) { out << at.x << ',' << at.y; }
-  static void write(std::ostream& out, const Names& names) {
-    out << '{';
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      out << (i == 0 ? "" : ",") << names[i];
-    }
-    out << '}';
-  }
-  static void write(std::ostream& out, const SelectionRectangle& r) {
+  static std::string text(const SelectionRectangle& r) {
+    std::ostringstream out;
     out << r.xMin << ':' << r.xMax << ',' << r.yMin << ':' << r.yMax << ',' << r.directionX << ','
         << r.directionY;
-  }
-
-  template <class... Details>
-  void record(const std::string& kind, const Details&... details) {
-    std::ostringstream line;
-    line << kind;
-    ((line << ' ', write(line, details)), ...);
-    calls.push_back(line.str());
-    if (const auto found = handlers.find(kind); found != handlers.end()) {
-      const auto handler = found->second;  // it may replace itself
-      handler();
-    }
+    return out.str();
   }
 };
 
