@@ -1,0 +1,126 @@
+#include "view2d/FrameLabels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "objects/DigitFont.h"
+
+namespace zyn {
+
+namespace {
+
+/// Distances in pixels.
+constexpr double kBelowAxis = 16.0;     ///< to the baseline
+constexpr double kClearOfTicks = 13.0;  ///< the least for the baseline, where there is no room
+constexpr double kLeftOfAxis = 10.0;
+constexpr double kRightOfAxis = 3.0;
+constexpr double kAboveAxis = 3.0;
+constexpr double kHalfHeight = 3.0;
+constexpr double kInset = 1.0;  ///< from the edges of the visible area
+constexpr double kHalfAxis = 1.0;
+
+constexpr double kExponentGap = 1.0;
+constexpr double kExponentRise = 4.0;
+
+/// Puts labels where nothing is yet.
+class Placer {
+ public:
+  Placer(const FrameArea& area, const std::vector<PixelBox>& boxes)
+      : room_(area.visible.shrunk(kInset)), taken_(boxes) {
+    const auto [left, right] = std::minmax(0.0, area.tipX());
+    const auto [bottom, top] = std::minmax(0.0, area.tipY());
+    taken_.push_back({left, right, -kHalfAxis, kHalfAxis});
+    taken_.push_back({-kHalfAxis, kHalfAxis, bottom, top});
+  }
+
+  const PixelBox& room() const { return room_; }
+
+  bool isFree(const PixelBox& box) const {
+    return room_.holds(box) &&
+           std::ranges::none_of(taken_, [&](const PixelBox& other) { return box.overlaps(other); });
+  }
+
+  void place(const Graduation& graduation, const PixelBox& box) {
+    if (!isFree(box)) {
+      return;
+    }
+    taken_.push_back(box);
+    labels_.push_back({graduation.label,
+                       graduation.exponent,
+                       box,
+                       {box.right - digitTextWidth(graduation.exponent, PlacedLabel::kExponentSize),
+                        box.bottom + kExponentRise}});
+  }
+
+  std::vector<PlacedLabel> takeLabels() { return std::move(labels_); }
+
+ private:
+  PixelBox room_;
+  std::vector<PixelBox> taken_;
+  std::vector<PlacedLabel> labels_;
+};
+
+PixelBox boxOf(const Graduation& graduation, double left, double bottom) {
+  return {left, left + labelWidth(graduation), bottom, bottom + labelHeight(graduation)};
+}
+
+double baselineBelow(const PixelBox& room) {
+  const double baseline = std::max(-kBelowAxis, room.bottom);
+  return baseline <= -kClearOfTicks ? baseline : kAboveAxis;
+}
+
+void placeX(const Graduation& graduation, Placer& placer) {
+  const double width = labelWidth(graduation);
+  const double left = std::clamp(graduation.position - width / 2, placer.room().left,
+                                 std::max(placer.room().left, placer.room().right - width));
+  placer.place(graduation, boxOf(graduation, left, baselineBelow(placer.room())));
+}
+
+void placeY(const Graduation& graduation, const PixelBox& visible, Placer& placer) {
+  const double bottom = graduation.position - kHalfHeight;
+  const double left = -kLeftOfAxis - labelWidth(graduation);
+  if (left >= visible.left) {
+    placer.place(graduation, boxOf(graduation, std::max(left, placer.room().left), bottom));
+    return;
+  }
+  // The one at the origin makes way for the horizontal axis.
+  const bool crossesAxis = std::abs(graduation.position) < kHalfHeight + kHalfAxis;
+  placer.place(graduation, boxOf(graduation, kRightOfAxis, crossesAxis ? kAboveAxis : bottom));
+}
+
+template <class Place>
+void placeAll(const Graduations& graduations, Place place) {
+  for (const std::vector<Graduation>* const marks : {&graduations.big, &graduations.small}) {
+    for (const Graduation& graduation : *marks) {
+      if (!graduation.label.empty()) {
+        place(graduation);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
+                                     const FrameArea& area, const std::vector<PixelBox>& boxes) {
+  Placer placer(area, boxes);
+  placeAll(x, [&](const Graduation& graduation) { placeX(graduation, placer); });
+  placeAll(y, [&](const Graduation& graduation) { placeY(graduation, area.visible, placer); });
+  return placer.takeLabels();
+}
+
+double labelWidth(const Graduation& graduation) {
+  const int width = digitTextWidth(graduation.label, PlacedLabel::kSize);
+  return graduation.exponent.empty()
+             ? width
+             : width + kExponentGap +
+                   digitTextWidth(graduation.exponent, PlacedLabel::kExponentSize);
+}
+
+double labelHeight(const Graduation& graduation) {
+  return graduation.exponent.empty() ? digitHeight(PlacedLabel::kSize)
+                                     : kExponentRise + digitHeight(PlacedLabel::kExponentSize);
+}
+
+}  // namespace zyn

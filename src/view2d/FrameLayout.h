@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "core/PlanePoint.h"
+#include "core/Point.h"
+#include "objects/FontMetrics.h"
+#include "view2d/FrameLabels.h"
+#include "view2d/FrameTitles.h"
+#include "view2d/Graph.h"
+#include "view2d/GraphPlacement.h"
+
+namespace zyn {
+
+/// The frame of a graph, ready to be drawn: everything in pixels from the graph's origin, to the
+/// right and upwards.
+struct FrameLayout {
+  struct Line {
+    PlanePoint from;
+    PlanePoint to;
+  };
+
+  /// Drawn together, in the order of the groups.
+  struct LineGroup {
+    GraphColour colour;
+    double alpha = 1.0;
+    double width = 1.0;  ///< pixels
+    std::vector<Line> lines;
+  };
+
+  using Arrow = std::array<PlanePoint, 3>;
+
+  GraphColour colour{};  ///< of all but the lines
+  std::vector<LineGroup> lines;
+  std::vector<Arrow> arrows;
+  std::vector<PlacedLabel> labels;
+  PlacedTitle titleX;
+  PlacedTitle titleY;
+};
+
+/// Lays a frame out in its window; empty for a range or a placement that is not finite.
+FrameLayout layOutFrame(const LinearGraph& graph, const GraphPlacement& placement,
+                        const FontMetrics& metrics);
+FrameLayout layOutFrame(const LogLogGraph& graph, const GraphPlacement& placement,
+                        const FontMetrics& metrics);
+
+}  // namespace zyn

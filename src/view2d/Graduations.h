@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "view2d/AxisScale.h"
+
+namespace zyn {
+
+/// A mark on an axis.
+struct Graduation {
+  double position = 0.0;   ///< pixels from the start of the axis
+  double factor = 0.0;     ///< which multiple of its step it is
+  std::string label{};     ///< empty: none
+  std::string exponent{};  ///< raised behind the label
+};
+
+/// The marks of an axis, each kind in order and never more than there are pixels.
+struct Graduations {
+  std::vector<Graduation> small;
+  std::vector<Graduation> big;
+};
+
+/// The multiples of two steps, from the start of the axis (inclusive) to its end (exclusive); the
+/// big ones are labelled. A step that cannot be followed gives none.
+Graduations linearGraduations(const AxisScale& axis, double bigStep, double smallStep);
+
+/// For an axis in decades, both ends inclusive: powers of ten as big graduations, their multiples
+/// by 2 to 9 as small ones, as far as there is room. The powers are labelled as such; where less
+/// than two of them lie on the axis, all graduations are labelled with their values.
+Graduations decadeGraduations(const AxisScale& axis);
+
+/// Length of a graduation's label along the axis, in pixels.
+using LabelExtent = double (*)(const Graduation&);
+
+/// Takes labels away until those that stay are `gap` pixels apart; the graduations stay. Round
+/// multiples keep theirs.
+void thinLabels(Graduations& graduations, LabelExtent extent, double gap);
+
+}  // namespace zyn

@@ -1,0 +1,133 @@
+#include "view2d/GraphFrame_gl.h"
+
+#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/PushedMatrix_gl.h"
+#include "objects/DigitText_gl.h"
+#include "objects/RasterImage_gl.h"
+#include "objects/TextPainter_gl.h"
+#include "view2d/FrameLayout.h"
+
+namespace zyn {
+
+namespace {
+
+/// Within a display list nothing may be read back and kept: it would be what was there when the
+/// list was compiled.
+class CompiledList {
+ public:
+  explicit CompiledList(GLuint list) { glNewList(list, GL_COMPILE); }
+  ~CompiledList() { glEndList(); }
+  CompiledList(const CompiledList&) = delete;
+  CompiledList& operator=(const CompiledList&) = delete;
+};
+
+void setColour(const GraphColour& colour, double alpha = 1.0) {
+  glColor4d(colour[0], colour[1], colour[2], alpha);
+}
+
+void vertex(const PlanePoint& point) { glVertex2d(point.x, point.y); }
+
+void paint(const FrameLayout::LineGroup& group) {
+  glLineWidth(static_cast<GLfloat>(group.width));
+  setColour(group.colour, group.alpha);
+  glBegin(GL_LINES);
+  for (const FrameLayout::Line& line : group.lines) {
+    vertex(line.from);
+    vertex(line.to);
+  }
+  glEnd();
+}
+
+void paint(const FrameLayout::Arrow& arrow) {
+  glBegin(GL_TRIANGLES);
+  for (const PlanePoint& corner : arrow) {
+    vertex(corner);
+  }
+  glEnd();
+}
+
+void paint(const PlacedLabel& label, const CGLFontContext& fonts) {
+  glRasterPos2d(label.box.left, label.box.bottom);
+  drawDigitText(fonts, PlacedLabel::kSize, label.label);
+  if (!label.exponent.empty()) {
+    glRasterPos2d(label.exponentStart.x, label.exponentStart.y);
+    drawDigitText(fonts, PlacedLabel::kExponentSize, label.exponent);
+  }
+}
+
+void paint(const PlacedTitle& title, const PixelImage& picture, const CGLFontContext& fonts) {
+  for (const PlacedTitle::Text& text : title.texts) {
+    drawText(fonts, text.text,
+             {.position = {text.start.x, text.start.y, 0}, .anchor = {}, .scale = text.scale});
+  }
+  if (title.picture) {
+    glRasterPos2d(title.picture->x, title.picture->y);
+    drawImage(picture);
+  }
+}
+
+void paint(const FrameLayout& layout, const PixelImage& pictureX, const PixelImage& pictureY,
+           const CGLFontContext& fonts) {
+  for (const FrameLayout::LineGroup& group : layout.lines) {
+    paint(group);
+  }
+  setColour(layout.colour);
+  for (const FrameLayout::Arrow& arrow : layout.arrows) {
+    paint(arrow);
+  }
+  for (const PlacedLabel& label : layout.labels) {
+    paint(label, fonts);
+  }
+  paint(layout.titleX, pictureX, fonts);
+  paint(layout.titleY, pictureY, fonts);
+}
+
+GLuint compile(const FrameLayout& layout, const PixelImage& pictureX, const PixelImage& pictureY,
+               const GraphPlacement& placement, const CGLFontContext& fonts) {
+  const GLuint list = glGenLists(1);
+  if (list != 0) {
+    const CompiledList compiling(list);
+    glScaled(placement.unitsPerPixelX, placement.unitsPerPixelY, 1);
+    paint(layout, pictureX, pictureY, fonts);
+  }
+  return list;
+}
+
+/// What the list changes, and what would change its picture.
+constexpr GLbitfield kState = GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_ENABLE_BIT | GL_LINE_BIT |
+                              GL_LIST_BIT | GL_POLYGON_BIT;
+
+void setPlainDrawing() {
+  for (const GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_LINE_SMOOTH,
+                                  GL_LINE_STIPPLE, GL_POLYGON_STIPPLE, GL_TEXTURE_2D}) {
+    glDisable(capability);
+  }
+  glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+}  // namespace
+
+GraphFrame::GraphFrame(const LinearGraph& graph, const GraphPlacement& placement,
+                       const CGLFontContext& fonts)
+    : list_(compile(layOutFrame(graph, placement, fonts.metrics()), graph.x.title.picture,
+                    graph.y.title.picture, placement, fonts)),
+      origin_(graph.x.min, graph.y.min, 0) {}
+
+GraphFrame::GraphFrame(const LogLogGraph& graph, const GraphPlacement& placement,
+                       const CGLFontContext& fonts)
+    : list_(compile(layOutFrame(graph, placement, fonts.metrics()), graph.x.picture,
+                    graph.y.picture, placement, fonts)),
+      origin_(graph.x.min, graph.y.min, 0) {}
+
+GraphFrame::~GraphFrame() { glDeleteLists(list_, 1); }
+
+void GraphFrame::draw() const {
+  const PushedAttributes attributes(kState);
+  const PushedMatrix modelview(GL_MODELVIEW);
+  setPlainDrawing();
+  glCallList(list_);
+}
+
+}  // namespace zyn
