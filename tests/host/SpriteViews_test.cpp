@@ -136,22 +136,25 @@ TEST_F(SpriteInViewTest, OneSpriteIsDrawnByAllThatHoldIt) {
   view_->Add(sprite.Get(), 0);
   view_->VueXYp(0);
   expectShownAt(at);
-  OffscreenScene fine(100, 100);
-  double resolution = 0;
-  fine->get_DPIResolution(&resolution);
-  fine->put_DPIResolution(2 * resolution);
-  fine.look(kFromTheFront, 0);
-  fine.add(sprite.Get());
-  EXPECT_EQ(fine.render().count(kRed), kWidth * kHeight);
-  expectShownAt(at);
-  // Its window covers the first one.
   View3DHost other({200, 300});
   other->put_DrawCoordSys(VARIANT_FALSE);
   other.addBox(kBounds);
   other->Add(sprite.Get(), 0);
+  other->ZoomTotal(0.5);
   other->VueXZm(0.5);
   const auto [x, y] = other.camera().pixelOf(at);
   expectQuarters(other.scene(), cornerAt(x, y));
+  expectShownAt(at);
+
+  OffscreenScene fine(100, 100);
+  double resolution = 0;
+  fine->get_DPIResolution(&resolution);
+  fine->put_DPIResolution(2 * resolution);
+  fine.look(kFromTheFront, 1);
+  fine.addAll(makeRectangle(0, 1, 0, 1, 0, kWhite));
+  fine.add(sprite.Get());
+  EXPECT_EQ(fine.render().count(kRed), kWidth * kHeight);
+  expectShownAt(at);
 }
 
 constexpr int kPictureWidth = 160;
