@@ -64,6 +64,7 @@ class UnscaledPlane {
     return length;
   }
 
+  PushedAttributes matrixMode_{GL_TRANSFORM_BIT};
   PushedMatrix matrix_{GL_MODELVIEW};
   PlaneScale scale_;
 };
