@@ -80,11 +80,15 @@ void CListTrace::removeAll() {
   }
 }
 
+bool CListTrace::mayDrawText(IDispatch* object) {
+  ComPtr<IZYNGLTriangle> triangle;
+  return FAILED(object->QueryInterface(IID_PPV_ARGS(&triangle))) || !triangle;
+}
+
 bool CListTrace::mayHoldText() {
   for (Walk walk(*this); walk; walk.advance()) {
     const ComPtr<IDispatch> object = (*walk)->object;
-    ComPtr<IZYNGLTriangle> triangle;
-    if (FAILED(object.As(&triangle)) || !triangle) {
+    if (mayDrawText(object.Get())) {
       return true;
     }
   }

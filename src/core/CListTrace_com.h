@@ -37,7 +37,10 @@ class CListTrace : public ZYNList<DrawElem*> {
 
   void removeAll();
 
-  /// Whether drawing the objects may take fonts: it does not when all are triangles.
+  /// Whether drawing the object may take fonts: it does not for a triangle.
+  static bool mayDrawText(IDispatch* object);
+
+  /// Whether drawing one of the objects may take fonts.
   bool mayHoldText();
 
   /// Calls Draw3D of every drawable object in list order, with `overrideMode` when it is not 0,

@@ -8,6 +8,7 @@
 #include "objects/CZYNGLBitmap_com.h"
 #include "objects/CZYNGLTexte_com.h"
 #include "objects/CZYNGLTriangle_com.h"
+#include "offscreen/CZYN2DGLBitmapContext_com.h"
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
 #include "view3d/CZYNVue3D_com.h"
 
@@ -23,7 +24,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNGLTriangle, createInstance<CZYNGLTriangle>, IDR_ZYNGLTRIANGLE},
     {&CLSID_ZYNGLTexte, createInstance<CZYNGLTexte>, IDR_ZYNGLTEXTE},
     {&CLSID_ZYNGLBitmap, createInstance<CZYNGLBitmap>, IDR_ZYNGLBITMAP},
-    {&CLSID_ZYN2DGLBitmapContext, kNotOffered, IDR_ZYN2DGLBITMAPCONTEXT},
+    {&CLSID_ZYN2DGLBitmapContext, createInstance<CZYN2DGLBitmapContext>, IDR_ZYN2DGLBITMAPCONTEXT},
     {&CLSID_ZYN3dGLBitmapContext, createInstance<CZYN3DGLBitmapContext>, IDR_ZYN3DGLBITMAPCONTEXT},
     {&CLSID_ZYNVue2DChild, createInstance<CZYNVue2DChild>, IDR_ZYNVUE2DCHILD},
     {&CLSID_ZYNGLCote, kNotOffered, IDR_ZYNGLCOTE},

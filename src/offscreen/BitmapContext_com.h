@@ -10,10 +10,13 @@
 
 #include "com/ComClass_com.h"
 #include "com/MessageBox_win.h"
+#include "core/CListTrace_com.h"
 #include "core/NumericArrayVariant_com.h"
 #include "core/ScopedFlag.h"
 #include "core/properties_com.h"
+#include "glcontext/PixelFormats_win.h"
 #include "glcontext/ScreenResolution_win.h"
+#include "objects/ContextFonts_win.h"
 #include "offscreen/BackgroundColour.h"
 #include "offscreen/ImageExport_win.h"
 #include "offscreen/OffscreenSurface_win.h"
@@ -21,8 +24,8 @@
 
 namespace zyn {
 
-/// What the two classes that draw without a window have in common: the surface and the members that
-/// both interfaces have.
+/// What the two classes that draw without a window have in common: the surface, the objects to
+/// draw, the fonts, and the members that both interfaces have. A class declares `kFontOwner`.
 template <class Derived, class Interface>
 class BitmapContext : public ComClass<Derived, Dual<Interface>> {
  public:
@@ -95,13 +98,20 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     });
   }
 
-  /// Makes more of what belongs to the rendering context, if there is one, with it current.
-  void equip(const OffscreenSurface::Prepare& prepare) {
-    if (const std::shared_ptr<OffscreenSurface> surface = surface_) {
-      surface->equip(prepare);
+  /// Makes the fonts of the rendering context, if there is one and it has none yet.
+  void needFonts() {
+    if (const std::shared_ptr<OffscreenSurface> surface = surface_; surface && fonts_.expired()) {
+      surface->equip([this](HDC dc) { return makeFonts(dc); });
     }
   }
 
+  /// What texts are told, for a view that shows `viewHeight` from bottom to top.
+  TextView textView(double viewHeight) const {
+    const auto fonts = fonts_.lock();
+    return fonts ? fonts->view(viewHeight, pixelScale()) : TextView();
+  }
+
+  CListTrace& drawList() { return drawList_; }
   const Colour4& background() const { return background_; }
 
   /// Pixels for what is one pixel on the screen.
@@ -111,22 +121,40 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   }
 
  private:
-  /// Sets up the new rendering context, which is current on `dc`, and makes what belongs to it.
-  virtual std::shared_ptr<void> prepareContext(HDC dc) = 0;
+  /// Puts the new rendering context, which is current, into the state that drawing starts from.
+  virtual void setInitialState() = 0;
+  /// Adds to the fonts of the rendering context, which is current.
+  virtual void addLists(CGLFontContext&) {}
   virtual void drawOn(OffscreenSurface& surface) = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
+
+  std::shared_ptr<void> prepareContext(HDC dc) {
+    setInitialState();
+    fonts_.reset();
+    return drawList_.mayHoldText() ? makeFonts(dc) : nullptr;
+  }
+
+  std::shared_ptr<ContextFonts> makeFonts(HDC dc) {
+    const auto fonts =
+        std::make_shared<ContextFonts>(Derived::kFontOwner, dc, !bitmapMultisampleAvailable());
+    addLists(*fonts->fonts());
+    fonts_ = fonts;
+    return fonts;
+  }
 
   void render(OffscreenSurface& surface) {
     const ScopedFlag rendering(rendering_);
     drawOn(surface);
   }
 
+  CListTrace drawList_;
   Colour4 background_ = {1.0F, 1.0F, 1.0F, 0.0F};
   double screenResolution_;  ///< dots per inch
   double resolution_;        ///< dots per inch; lines, points and text grow with it
   /// Shared with the render pass that runs: an object that draws may replace the surface meanwhile.
   std::shared_ptr<OffscreenSurface> surface_;
+  std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
   bool rendering_ = false;
 };
 

@@ -89,15 +89,15 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
     // nothing.
     Collected collected;
     collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, false, collected);
-    if (fonts_.expired() && !(collected.texts.empty() && collected.itemTexts.empty())) {
-      equip([this](HDC dc) { return makeFonts(dc); });
+    if (!collected.texts.empty() || !collected.itemTexts.empty()) {
+      needFonts();
     }
-    const TextView view = textView();
+    const TextView view = textView(viewHeight());
     hand(collected.texts, view);
     hand(collected.itemTexts, view);
     itemTexts_.insert(itemTexts_.end(), collected.itemTexts.begin(), collected.itemTexts.end());
     for (auto& element : collected.elements) {
-      drawList_.append(std::move(element));
+      drawList().append(std::move(element));
     }
   });
 }
@@ -105,7 +105,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
 STDMETHODIMP CZYN3DGLBitmapContext::RemoveAll() noexcept {
   return automation(*this, [&] {
     const Texts released = std::exchange(itemTexts_, {});
-    drawList_.removeAll();
+    drawList().removeAll();
   });
 }
 
@@ -113,7 +113,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noe
   return createSurface(W, h, ret);
 }
 
-std::shared_ptr<void> CZYN3DGLBitmapContext::prepareContext(HDC dc) {
+void CZYN3DGLBitmapContext::setInitialState() {
   Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
   if (bitmapMultisampleAvailable()) {
     antialiasing.multisample = multisample_;
@@ -121,20 +121,6 @@ std::shared_ptr<void> CZYN3DGLBitmapContext::prepareContext(HDC dc) {
   setInitialState3D(background(), antialiasing);
   lineSmooth_ = antialiasing.lineSmooth;
   pointSmooth_ = antialiasing.pointSmooth;
-  fonts_.reset();
-  return drawList_.mayHoldText() ? makeFonts(dc) : nullptr;
-}
-
-std::shared_ptr<ContextFonts> CZYN3DGLBitmapContext::makeFonts(HDC dc) {
-  const auto fonts =
-      std::make_shared<ContextFonts>(FontOwner::BitmapContext3D, dc, !bitmapMultisampleAvailable());
-  fonts_ = fonts;
-  return fonts;
-}
-
-TextView CZYN3DGLBitmapContext::textView() const {
-  const auto fonts = fonts_.lock();
-  return fonts ? fonts->view(camera_ ? camera_->height() : 0.0, pixelScale()) : TextView();
 }
 
 void CZYN3DGLBitmapContext::hand(const Texts& texts, const TextView& view) {
@@ -160,7 +146,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   if (const ComPtr<IZYNBox3D> box = box_) {
     return readBox3D(*box.Get());
   }
-  return SceneBox(boundsOf).measure(drawList_);
+  return SceneBox(boundsOf).measure(drawList());
 }
 
 void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
@@ -175,11 +161,11 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   }
   pass.pixelScale = pixelScale();
   // An object that draws may replace the context: the pass goes on with its own.
-  const TextView view = textView();
+  const TextView view = textView(viewHeight());
   hand(itemTexts_, view);
   surface.render([&](const Tile& tile) {
     pass.part = tile.part();
-    drawScene(pass, [&] { drawList_.draw3D(0, view); });
+    drawScene(pass, [&] { drawList().draw3D(0, view); });
   });
 }
 

@@ -7,8 +7,6 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "core/CListTrace_com.h"
-#include "objects/ContextFonts_win.h"
 #include "objects/ITextView_com.h"
 #include "offscreen/BitmapContext_com.h"
 #include "view3d/CParamsVue3D.h"
@@ -23,6 +21,7 @@ class CZYN3DGLBitmapContext final
     : public BitmapContext<CZYN3DGLBitmapContext, IZYN3DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN3dGLBitmapContext";
+  static constexpr FontOwner kFontOwner = FontOwner::BitmapContext3D;
 
   CZYN3DGLBitmapContext();
   ~CZYN3DGLBitmapContext();
@@ -53,17 +52,15 @@ class CZYN3DGLBitmapContext final
   STDMETHODIMP setGradientColor(float r, float g, float b) noexcept override;
 
  private:
-  std::shared_ptr<void> prepareContext(HDC dc) override;
+  void setInitialState() override;
   void drawOn(OffscreenSurface& surface) override;
-  std::shared_ptr<ContextFonts> makeFonts(HDC dc);
-  TextView textView() const;
+  double viewHeight() const { return camera_ ? camera_->height() : 0.0; }
   std::optional<Box3> boxToShow();
 
   using Texts = std::vector<Microsoft::WRL::ComPtr<ITextView>>;
 
   static void hand(const Texts& texts, const TextView& view);
 
-  CListTrace drawList_;
   Texts itemTexts_;  ///< texts that collections among the objects draw
   Microsoft::WRL::ComPtr<IZYNBox3D> box_;
   double surplus_ = 0.0;
@@ -75,7 +72,6 @@ class CZYN3DGLBitmapContext final
   bool lineSmooth_ = false;
   bool pointSmooth_ = false;
   bool multisample_ = false;
-  std::weak_ptr<const ContextFonts> fonts_;  ///< none before there is a text to draw
 };
 
 }  // namespace zyn

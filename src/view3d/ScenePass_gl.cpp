@@ -8,6 +8,7 @@
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
 #include "glcontext/gl_api.h"
+#include "view/PixelScale_gl.h"
 #include "view3d/Lights_gl.h"
 
 namespace zyn {
@@ -54,14 +55,6 @@ void multiplyProjection(const CParamsVue3D& camera, const PicturePart& part) {
 void loadEyeSpace() {
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
-}
-
-void setPixelScale(double scale) {
-  if (!(scale > 0)) {
-    return;
-  }
-  glLineWidth(static_cast<GLfloat>(scale));
-  glPointSize(static_cast<GLfloat>(scale));
 }
 
 }  // namespace
@@ -126,8 +119,7 @@ void drawScene(const ScenePass& pass, const std::function<void()>& drawList) {
     return;
   }
   lookAlong(*pass.camera);
-  const PushedAttributes lineAndPointSizes(GL_LINE_BIT | GL_POINT_BIT);
-  setPixelScale(pass.pixelScale);
+  const PixelScale scale(pass.pixelScale);
   const BalancedStacks stacks;
   drawList();
 }

@@ -1,0 +1,102 @@
+#include "offscreen/CZYN2DGLBitmapContext_com.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "com/automation_com.h"
+#include "glcontext/InitialState_gl.h"
+#include "module/CZYNVueControles_com.h"
+#include "objects/ModelBox_com.h"
+#include "offscreen/TracePicture_gl.h"
+#include "view/ClientSize.h"
+#include "view/SceneBox_com.h"
+#include "view2d/readRectangle_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+CZYN2DGLBitmapContext::CZYN2DGLBitmapContext() { CZYNVueControles::instance().add(this); }
+
+CZYN2DGLBitmapContext::~CZYN2DGLBitmapContext() { CZYNVueControles::instance().remove(this); }
+
+STDMETHODIMP CZYN2DGLBitmapContext::ViewRect(IDispatch* Rect, double) noexcept {
+  return automation(*this, [&] {
+    ComPtr<IZYNRectangle> rectangle;
+    if (Rect) {
+      Rect->QueryInterface(IID_PPV_ARGS(&rectangle));
+    }
+    rectangle_ = std::move(rectangle);
+  });
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::Add(IDispatch* newTrace, int Mode) noexcept {
+  return automation(*this, [&] {
+    auto element = CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(Mode));
+    if (element && CListTrace::mayDrawText(newTrace)) {
+      needFonts();
+    }
+    drawList().append(std::move(element));
+  });
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::CreateContexte(LONG W, LONG h, LONG* ret) noexcept {
+  return createSurface(W, h, ret);
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::CreateJPG(BSTR TempBMPFile, BSTR JPGFile,
+                                              int JPEGQuality) noexcept {
+  return exportWith([&](OffscreenSurface& surface) {
+    writeJpegFileVia(surface, TempBMPFile, JPGFile, JPEGQuality);
+  });
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::CreateGIF(BSTR TempBMPFile, BSTR GIFFile) noexcept {
+  return exportWith(
+      [&](OffscreenSurface& surface) { writeGifFileVia(surface, TempBMPFile, GIFFile); });
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::CreatePNG(BSTR TempBMPFile, BSTR PNGFile) noexcept {
+  return exportWith(
+      [&](OffscreenSurface& surface) { writePngFileVia(surface, TempBMPFile, PNGFile); });
+}
+
+void CZYN2DGLBitmapContext::setInitialState() {
+  Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt};
+  if (bitmapMultisampleAvailable()) {
+    antialiasing.multisample = true;
+  }
+  setInitialState2D(background(), antialiasing);
+  lineSmooth_ = antialiasing.lineSmooth;
+  pointSmooth_ = antialiasing.pointSmooth;
+}
+
+void CZYN2DGLBitmapContext::addLists(CGLFontContext& fonts) { fonts.buildDigits(); }
+
+std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
+  if (const ComPtr<IZYNRectangle> rectangle = rectangle_) {
+    return readRectangle(*rectangle.Get());
+  }
+  if (const auto bounds = SceneBox(planeBoundsOf).measure(drawList())) {
+    return Rect2{bounds->xMin, bounds->xMax, bounds->yMin, bounds->yMax};
+  }
+  return std::nullopt;
+}
+
+void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
+  TracePicture picture;
+  if (const auto target = range()) {
+    const ClientSize size{static_cast<std::int32_t>(surface.width()),
+                          static_cast<std::int32_t>(surface.height())};
+    picture.shown.view.fit(*target, size, 0.0F);
+  }
+  picture.pixelScale = pixelScale();
+  // An object that draws may replace the context: the pass goes on with its own.
+  const TextView view = textView(picture.shown.view.height());
+  surface.render([&](const Tile& tile) {
+    picture.part = tile.part();
+    drawTraces(picture, [&] { drawList().draw2D(0, view); });
+  });
+}
+
+}  // namespace zyn
