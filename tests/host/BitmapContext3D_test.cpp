@@ -1,6 +1,8 @@
 // The members of the 3D bitmap context that hold values: by vtable and by name.
 #include "support/ArrayVariant_win.h"
+#include "support/ImageDecoder_win.h"
 #include "support/LateBinding_win.h"
+#include "support/TempFolder_win.h"
 
 namespace zyn::test {
 namespace {
@@ -8,12 +10,6 @@ namespace {
 class BitmapContext3DTest : public HostTest {
  protected:
   ComPtr<IZYN3DGLBitmapContext> context_ = createObject<IZYN3DGLBitmapContext>(kContextProgId);
-
-  std::vector<double> backColor() const {
-    _variant_t value;
-    EXPECT_EQ(context_->get_BackColor(&value), S_OK);
-    return doublesIn(value);
-  }
 };
 
 TEST_F(BitmapContext3DTest, ProgIdHasALowerCaseD) {
@@ -90,107 +86,6 @@ INSTANTIATE_TEST_SUITE_P(All, BitmapContext3DSwitchTest, testing::ValuesIn(kSwit
                            return std::string(name.begin(), name.end());
                          });
 
-// --- background colour ---------------------------------------------------------------------------
-
-TEST_F(BitmapContext3DTest, BackColorIsFourDoubles) { EXPECT_EQ(backColor().size(), 4u); }
-
-TEST_F(BitmapContext3DTest, BackColorOfThreeValuesHasAlphaZero) {
-  EXPECT_EQ(context_->put_BackColor(doubleArray({1, 1, 1, 1})), S_OK);
-  EXPECT_EQ(context_->put_BackColor(doubleArray({0.2, 0.4, 0.6})), S_OK);
-  const std::vector<double> colour = backColor();
-  ASSERT_EQ(colour.size(), 4u);
-  EXPECT_FLOAT_EQ(static_cast<float>(colour[0]), 0.2f);
-  EXPECT_FLOAT_EQ(static_cast<float>(colour[1]), 0.4f);
-  EXPECT_FLOAT_EQ(static_cast<float>(colour[2]), 0.6f);
-  EXPECT_EQ(colour[3], 0.0);
-}
-
-TEST_F(BitmapContext3DTest, BackColorOfFourValuesIsTakenWhole) {
-  EXPECT_EQ(context_->put_BackColor(doubleArray({0.25, 0.5, 0.75, 0.125})), S_OK);
-  EXPECT_EQ(backColor(), (std::vector<double>{0.25, 0.5, 0.75, 0.125}));
-}
-
-TEST_F(BitmapContext3DTest, BackColorOfAnyOtherCountIsIgnored) {
-  context_->put_BackColor(doubleArray({0.25, 0.5, 0.75, 1}));
-  const std::vector<double> before = backColor();
-  for (size_t count : {0u, 1u, 2u, 5u, 16u}) {
-    EXPECT_EQ(context_->put_BackColor(doubleArray(std::vector<double>(count, 0.9))), S_OK);
-    EXPECT_EQ(backColor(), before) << count;
-  }
-}
-
-TEST_F(BitmapContext3DTest, BackColorReadsEveryNumericForm) {
-  const std::vector<double> red = {1, 0, 0, 1};
-  const std::vector<double> black = {0, 0, 0, 0};
-  _variant_t doubles = doubleArray(red);
-  _variant_t variants = variantArray({1L, _variant_t(short{0}), 0.0, 1L});
-  const _variant_t forms[] = {doubles, variants, arrayReference(doubles),
-                              variantReference(&doubles), variantReference(&variants)};
-  for (const _variant_t& form : forms) {
-    context_->put_BackColor(doubleArray(black));
-    EXPECT_EQ(context_->put_BackColor(form), S_OK);
-    EXPECT_EQ(backColor(), red) << V_VT(&form);
-  }
-}
-
-TEST_F(BitmapContext3DTest, BackColorIgnoresWhatIsNoNumericArray) {
-  context_->put_BackColor(doubleArray({0.25, 0.5, 0.75, 1}));
-  const std::vector<double> before = backColor();
-  _variant_t text = L"red";
-  _variant_t inner = variantReference(&text);
-  const _variant_t forms[] = {_variant_t(),
-                              _variant_t(7L),
-                              text,
-                              doubleTable(3, 1),
-                              doubleTable(1, 4),
-                              numberArray(VT_I4, {1, 1, 1}),
-                              numberArray(VT_R4, {1, 1, 1, 1}),
-                              variantArray({1.0, 1.0, L"1"}),
-                              variantArray({1.0, 1.0, _variant_t()}),
-                              variantReference(&text),
-                              variantReference(&inner),
-                              variantReference(nullptr),
-                              nullArray(VT_R8),
-                              nullArray(VT_VARIANT),
-                              _variant_t(static_cast<IUnknown*>(context_.Get()))};
-  for (const _variant_t& form : forms) {
-    EXPECT_EQ(context_->put_BackColor(form), S_OK);
-    EXPECT_EQ(backColor(), before) << V_VT(&form);
-  }
-}
-
-TEST_F(BitmapContext3DTest, BackColorByName) {
-  ASSERT_EQ(putProperty(context_.Get(), L"BackColor", variantArray({0.5, 1L, 0.25})).code(), S_OK);
-  const auto got = getProperty(context_.Get(), L"BackColor");
-  ASSERT_EQ(got.code(), S_OK);
-  EXPECT_EQ(doublesIn(got.value), (std::vector<double>{0.5, 1, 0.25, 0}));
-}
-
-TEST_F(BitmapContext3DTest, EachGetGivesAnArrayOfItsOwn) {
-  context_->put_BackColor(doubleArray({0.25, 0.5, 0.75, 1}));
-  _variant_t value;
-  context_->get_BackColor(&value);
-  LONG first = 0;
-  double changed = 9;
-  SafeArrayPutElement(V_ARRAY(&value), &first, &changed);
-  EXPECT_EQ(backColor()[0], 0.25);
-}
-
-// --- resolution ----------------------------------------------------------------------------------
-
-TEST_F(BitmapContext3DTest, ResolutionIsStoredAsGiven) {
-  for (double put : {300.0, 72.5, 1e-3, 1e6}) {
-    double got = 0;
-    EXPECT_EQ(context_->put_DPIResolution(put), S_OK);
-    EXPECT_EQ(context_->get_DPIResolution(&got), S_OK);
-    EXPECT_EQ(got, put);
-  }
-  ASSERT_EQ(putProperty(context_.Get(), L"DPIResolution", 600L).code(), S_OK);
-  const auto got = getProperty(context_.Get(), L"DPIResolution");
-  ASSERT_EQ(V_VT(&got.value), VT_R8);
-  EXPECT_EQ(V_R8(&got.value), 600);
-}
-
 // --- names and numbers ---------------------------------------------------------------------------
 
 TEST_F(BitmapContext3DTest, MembersHaveTheirPublishedNumbers) {
@@ -239,7 +134,6 @@ TEST_F(BitmapContext3DTest, MethodsWorkByName) {
 TEST_F(BitmapContext3DTest, WrongNumberOfArgumentsIsRefused) {
   EXPECT_EQ(callMethod(context_.Get(), L"RemoveAll", {1L}).code(), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(callMethod(context_.Get(), L"CreateContext", {1L}).code(), DISP_E_BADPARAMCOUNT);
-  EXPECT_EQ(callMethod(context_.Get(), L"GetPictureDisp", {1L, 2L}).code(), DISP_E_BADPARAMCOUNT);
 }
 
 TEST_F(BitmapContext3DTest, ReportsErrorInformation) {
@@ -250,11 +144,41 @@ TEST_F(BitmapContext3DTest, ReportsErrorInformation) {
 TEST_F(BitmapContext3DTest, NullOutputsDoNoHarm) {
   IZYN3DGLBitmapContext* context = context_.Get();
   for (HRESULT answer :
-       {context->get_BackColor(nullptr), context->get_AmbientLightProperty(nullptr),
-        context->get_LineAntialiasing(nullptr), context->get_DPIResolution(nullptr),
-        context->GetPictureDisp(nullptr), context->CreateContext(8, 8, nullptr)}) {
+       {context->get_AmbientLightProperty(nullptr), context->get_LineAntialiasing(nullptr)}) {
     EXPECT_TRUE(answer == S_OK || answer == E_POINTER) << answer;
   }
+}
+
+// --- the temporary name --------------------------------------------------------------------------
+
+TEST_F(BitmapContext3DTest, TemporaryFileIsNeitherMadeNorTouched) {
+  const TempFolder folder;
+  const auto target = [&](const wchar_t* name) { return bstr(folder.file(name)); };
+  long made = 0;
+  context_->CreateContext(20, 20, &made);
+  for (bool exists : {false, true}) {
+    const auto spare = folder.file(L"spare");
+    if (exists) writeFile(spare, "mine");
+    context_->CreatePNG(bstr(spare), target(L"a.png"));
+    context_->CreateGIF(bstr(spare), target(L"a.gif"));
+    context_->CreateJPG(bstr(spare), target(L"a.jpg"), 90);
+    EXPECT_EQ(std::filesystem::exists(spare), exists);
+    EXPECT_EQ(decodeImageFile(folder.file(L"a.png")).format, L"png");
+    if (!exists) continue;
+    EXPECT_EQ(readFile(spare), (Bytes{'m', 'i', 'n', 'e'}));
+  }
+}
+
+TEST_F(BitmapContext3DTest, TemporaryNameMayBeMissing) {
+  const TempFolder folder;
+  long made = 0;
+  context_->CreateContext(20, 20, &made);
+  context_->CreatePNG(nullptr, bstr(folder.file(L"a.png")));
+  context_->CreateGIF(_bstr_t(L""), bstr(folder.file(L"a.gif")));
+  context_->CreateJPG(nullptr, bstr(folder.file(L"a.jpg")), 90);
+  EXPECT_EQ(decodeImageFile(folder.file(L"a.png")).format, L"png");
+  EXPECT_EQ(decodeImageFile(folder.file(L"a.gif")).format, L"gif");
+  EXPECT_EQ(decodeImageFile(folder.file(L"a.jpg")).format, L"jpeg");
 }
 
 }  // namespace

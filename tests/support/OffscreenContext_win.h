@@ -42,12 +42,17 @@ class OffscreenContext {
   }
   void resize(int width, int height);
 
-  /// Exports with a temporary name of their own.
-  HRESULT exportPng(const std::filesystem::path& file) { return CreatePNG(spare(), bstr(file)); }
-  HRESULT exportGif(const std::filesystem::path& file) { return CreateGIF(spare(), bstr(file)); }
-  HRESULT exportJpg(const std::filesystem::path& file, int quality) {
-    return CreateJPG(spare(), bstr(file), quality);
+  /// Exports with `spare` as the temporary name.
+  HRESULT exportPng(const std::filesystem::path& file) {
+    return CreatePNG(bstr(spare()), bstr(file));
   }
+  HRESULT exportGif(const std::filesystem::path& file) {
+    return CreateGIF(bstr(spare()), bstr(file));
+  }
+  HRESULT exportJpg(const std::filesystem::path& file, int quality) {
+    return CreateJPG(bstr(spare()), bstr(file), quality);
+  }
+  std::filesystem::path spare() const { return folder_.file(L"spare.bmp"); }
 
   /// The picture as a BMP file, its bytes or its pixels.
   Bytes renderBytes();
@@ -57,7 +62,6 @@ class OffscreenContext {
 
  protected:
   OffscreenContext() = default;
-  _bstr_t spare() const { return bstr(folder_.file(L"spare.bmp")); }
 
  private:
   TempFolder folder_;

@@ -1,4 +1,4 @@
-// The picture object that the 3D bitmap context hands over, and who owns its bitmap.
+// The picture object that the bitmap contexts hand over, and who owns its bitmap.
 #include <olectl.h>
 
 #include "support/LateBinding_win.h"
@@ -38,11 +38,11 @@ Image pixelsOf(HBITMAP bitmap) {
   return image;
 }
 
-class PictureTest : public HostTest {
+class PictureTest : public HostTest, public testing::WithParamInterface<OffscreenClass> {
  protected:
   PictureTest() {
-    scene_.addAll(makeRectangle(0, 1, 0, 1, 0, kRed));
-    scene_.addAll(makeRectangle(0, 0.5, 0.5, 1, 1, kGreen));
+    scene_->addAll(red_);
+    scene_->addAll(green_);
   }
   ComPtr<IPictureDisp> takePicture() {
     ComPtr<IPictureDisp> picture;
@@ -54,26 +54,33 @@ class PictureTest : public HostTest {
     require(queryFor<IPicture>(picture)->get_Handle(&handle), "get_Handle");
     return reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle)));
   }
+  void paintBlue() {
+    for (const auto& triangles : {red_, green_}) {
+      for (const auto& triangle : triangles) setFlatColour(triangle.Get(), kBlue);
+    }
+  }
   /// Everything that draws, whatever it may produce.
   void useEverything() {
-    const _bstr_t name = bstr(scene_.folder().file(L"any"));
-    EXPECT_EQ(scene_->CreateBitmap(name), S_OK);
-    EXPECT_EQ(scene_->CreatePNG(nullptr, name), S_OK);
-    EXPECT_EQ(scene_->CreateGIF(nullptr, name), S_OK);
-    EXPECT_EQ(scene_->CreateJPG(nullptr, name, 50), S_OK);
+    const auto file = scene_->folder().file(L"any");
+    EXPECT_EQ(scene_->CreateBitmap(bstr(file)), S_OK);
+    EXPECT_EQ(scene_->exportPng(file), S_OK);
+    EXPECT_EQ(scene_->exportGif(file), S_OK);
+    EXPECT_EQ(scene_->exportJpg(file, 50), S_OK);
     takePicture();
     EXPECT_EQ(wglGetCurrentContext(), nullptr);
   }
   void expectWholeAfterANewSurface() {
-    scene_.resize(kHeight, kHeight);
-    const Image image = scene_.render();
+    scene_->resize(kHeight, kHeight);
+    const Image image = scene_->render();
     EXPECT_EQ(image.count(kRed) + image.count(kGreen), kHeight * kHeight);
     EXPECT_EQ(image.count(kGreen), kHeight * kHeight / 4);
   }
-  OffscreenScene scene_{kWidth, kHeight};
+  std::unique_ptr<OffscreenContext> scene_ = GetParam().make(kWidth, kHeight);
+  std::array<ComPtr<IZYNGLTriangle>, 2> red_ = makeRectangle(0, 1, 0, 1, 0, kRed);
+  std::array<ComPtr<IZYNGLTriangle>, 2> green_ = makeRectangle(0, 0.5, 0.5, 1, 1, kGreen);
 };
 
-TEST_F(PictureTest, IsABitmapOfTheSurfacesSize) {
+TEST_P(PictureTest, IsABitmapOfTheSurfacesSize) {
   auto picture = queryFor<IPicture>(takePicture().Get());
   SHORT type = 0;
   EXPECT_EQ(picture->get_Type(&type), S_OK);
@@ -88,8 +95,8 @@ TEST_F(PictureTest, IsABitmapOfTheSurfacesSize) {
   ReleaseDC(nullptr, screen);
 }
 
-TEST_F(PictureTest, HoldsThePixelsOfTheSceneIn24Bits) {
-  const Image expected = scene_.render();
+TEST_P(PictureTest, HoldsThePixelsOfTheSceneIn24Bits) {
+  const Image expected = scene_->render();
   auto picture = takePicture();
   DIBSECTION section = {};
   ASSERT_EQ(GetObjectW(bitmapOf(picture.Get()), sizeof section, &section),
@@ -101,15 +108,15 @@ TEST_F(PictureTest, HoldsThePixelsOfTheSceneIn24Bits) {
   EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())), expected);
 }
 
-TEST_F(PictureTest, IsDrawnAfreshWhenTaken) {
-  scene_.render();
-  scene_->RemoveAll();
+TEST_P(PictureTest, IsDrawnAfreshWhenTaken) {
+  scene_->render();
+  paintBlue();
   auto picture = takePicture();
-  EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())).count(kBackground), kWidth * kHeight);
+  EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())).count(kBlue), kHeight * kHeight);
 }
 
-TEST_F(PictureTest, ComesByNameToo) {
-  const auto call = callMethod(scene_.get(), L"GetPictureDisp");
+TEST_P(PictureTest, ComesByNameToo) {
+  const auto call = callMethod(scene_->dispatch(), L"GetPictureDisp");
   ASSERT_EQ(call.code(), S_OK);
   ASSERT_EQ(V_VT(&call.value), VT_DISPATCH);
   const auto type = getProperty(V_DISPATCH(&call.value), L"Type");
@@ -119,51 +126,51 @@ TEST_F(PictureTest, ComesByNameToo) {
 
 // --- ownership -----------------------------------------------------------------------------------
 
-TEST_F(PictureTest, IsTheSurfaceItselfAndNoCopy) {
+TEST_P(PictureTest, IsTheSurfaceItselfAndNoCopy) {
   auto picture = takePicture();
-  scene_->RemoveAll();
-  scene_.render();
-  EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())).count(kBackground), kWidth * kHeight);
+  paintBlue();
+  scene_->render();
+  EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())).count(kBlue), kHeight * kHeight);
 }
 
-TEST_F(PictureTest, OutlivesTheContext) {
-  const Image expected = scene_.render();
+TEST_P(PictureTest, OutlivesTheContext) {
+  const Image expected = scene_->render();
   auto picture = takePicture();
-  scene_.take().Reset();
+  scene_->release();
   EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())), expected);
 }
 
-TEST_F(PictureTest, OutlivesTheSurface) {
-  const Image expected = scene_.render();
+TEST_P(PictureTest, OutlivesTheSurface) {
+  const Image expected = scene_->render();
   auto picture = takePicture();
   expectWholeAfterANewSurface();
   EXPECT_EQ(pixelsOf(bitmapOf(picture.Get())), expected);
 }
 
-TEST_F(PictureTest, ReleasingThePictureDeletesItsBitmap) {
+TEST_P(PictureTest, ReleasingThePictureDeletesItsBitmap) {
   auto picture = takePicture();
   const HBITMAP bitmap = bitmapOf(picture.Get());
   picture.Reset();
   useEverything();
-  scene_.take().Reset();
+  scene_->release();
   BITMAP shape = {};
   EXPECT_EQ(GetObjectW(bitmap, sizeof shape, &shape), 0);
 }
 
-TEST_F(PictureTest, DrawingAfterThePictureWasReleasedDoesNoHarm) {
+TEST_P(PictureTest, DrawingAfterThePictureWasReleasedDoesNoHarm) {
   takePicture();
   useEverything();
   useEverything();
   expectWholeAfterANewSurface();
 }
 
-TEST_F(PictureTest, ReleasingTheContextAfterThePictureDoesNoHarm) {
+TEST_P(PictureTest, ReleasingTheContextAfterThePictureDoesNoHarm) {
   takePicture();
-  scene_.take().Reset();
+  scene_->release();
   SUCCEED();
 }
 
-TEST_F(PictureTest, SecondPictureOfASurfaceDoesNoHarm) {
+TEST_P(PictureTest, SecondPictureOfASurfaceDoesNoHarm) {
   auto first = takePicture();
   auto second = takePicture();
   first.Reset();
@@ -173,7 +180,7 @@ TEST_F(PictureTest, SecondPictureOfASurfaceDoesNoHarm) {
   expectWholeAfterANewSurface();
 }
 
-TEST_F(PictureTest, NewSurfaceAfterEachPicture) {
+TEST_P(PictureTest, NewSurfaceAfterEachPicture) {
   std::vector<ComPtr<IPictureDisp>> pictures;
   for (int i = 0; i < 10; ++i) {
     pictures.push_back(takePicture());
@@ -183,11 +190,13 @@ TEST_F(PictureTest, NewSurfaceAfterEachPicture) {
   expectWholeAfterANewSurface();
 }
 
-TEST_F(PictureTest, DrawingWhileThePictureLivesGoesOn) {
+TEST_P(PictureTest, DrawingWhileThePictureLivesGoesOn) {
   auto picture = takePicture();
-  const Image image = scene_.render();
+  const Image image = scene_->render();
   EXPECT_EQ(image, pixelsOf(bitmapOf(picture.Get())));
 }
+
+INSTANTIATE_TEST_SUITE_P(Both, PictureTest, testing::ValuesIn(offscreenClasses()), nameOf);
 
 }  // namespace
 }  // namespace zyn::test
