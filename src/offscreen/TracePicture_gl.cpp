@@ -3,6 +3,7 @@
 #include "glcontext/BalancedStacks_gl.h"
 #include "glcontext/gl_api.h"
 #include "view/PixelScale_gl.h"
+#include "view2d/ViewMatrices_gl.h"
 
 namespace zyn {
 

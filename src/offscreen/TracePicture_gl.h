@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "view/PicturePart.h"
-#include "view2d/GraphPass_gl.h"
+#include "view2d/ScaledView.h"
 
 namespace zyn {
 

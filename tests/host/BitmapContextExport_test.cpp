@@ -23,11 +23,11 @@ class ExportTest : public HostTest, public testing::WithParamInterface<Offscreen
   }
   /// Far more colours than a palette holds.
   static void addManyColours(const Scene& scene) {
-    for (int i = 0; i < 20; ++i) {
-      for (int j = 0; j < 20; ++j) {
-        const double x = -1 + 0.3 * i;
-        const double y = 3 + 0.05 * j;
-        scene->addAll(makeRectangle(x, x + 0.3, y, y + 0.05, 0, {12 * i, 12 * j, 6 * (i + j)}));
+    for (int i = 0; i < 17; ++i) {
+      for (int j = 0; j < 17; ++j) {
+        const double x = -1 + 0.35 * i;
+        const double y = 3 + 0.06 * j;
+        scene->addAll(makeRectangle(x, x + 0.35, y, y + 0.06, 0, {15 * i, 15 * j, 7 * (i + j)}));
       }
     }
   }
@@ -242,7 +242,7 @@ class BadPathTest : public ExportTest {
  protected:
   /// Exports under a name that cannot be written, by way of that name and of a good one.
   void exportAllTo(BSTR name) {
-    const _bstr_t good = bstr(scene_->spare());
+    _bstr_t good = bstr(scene_->spare());
     EXPECT_EQ(scene_->CreateBitmap(name), S_OK);
     for (BSTR temporary : {name, good.GetBSTR()}) {
       EXPECT_EQ(scene_->CreatePNG(temporary, name), S_OK);
