@@ -14,7 +14,9 @@ struct AxisScale {
   double position(double value) const { return (value - min) / unitsPerPixel; }
 
   double length() const { return position(max); }
-  double pixels() const { return std::abs(length()); }
+
+  /// How many pixels there are along it; 0 where that has no sense.
+  double pixels() const { return std::isfinite(length()) ? std::abs(length()) : 0.0; }
 };
 
 }  // namespace zyn

@@ -12,6 +12,7 @@ struct FrameArea {
   double lengthX = 0.0;  ///< of the axes' ranges; below 0 where an axis is mirrored
   double lengthY = 0.0;
   PixelBox visible;
+  bool isRuled = false;  ///< lines cross the area at the graduations
 
   double tipX() const { return lengthX * (1 + kOverhang); }
   double tipY() const { return lengthY * (1 + kOverhang); }

@@ -15,7 +15,7 @@ constexpr double kBelowAxis = 16.0;     ///< to the baseline
 constexpr double kClearOfTicks = 13.0;  ///< the least for the baseline, where there is no room
 constexpr double kLeftOfAxis = 10.0;
 constexpr double kRightOfAxis = 3.0;
-constexpr double kAboveAxis = 3.0;
+constexpr double kAboveLine = 3.0;
 constexpr double kHalfHeight = 3.0;
 constexpr double kInset = 1.0;  ///< from the edges of the visible area
 constexpr double kHalfAxis = 1.0;
@@ -28,10 +28,10 @@ class Placer {
  public:
   Placer(const FrameArea& area, const std::vector<PixelBox>& boxes)
       : room_(area.visible.shrunk(kInset)), taken_(boxes) {
-    const auto [left, right] = std::minmax(0.0, area.tipX());
-    const auto [bottom, top] = std::minmax(0.0, area.tipY());
-    taken_.push_back({left, right, -kHalfAxis, kHalfAxis});
-    taken_.push_back({-kHalfAxis, kHalfAxis, bottom, top});
+    const double x = area.tipX();
+    const double y = area.tipY();
+    taken_.push_back({std::min(0.0, x), std::max(0.0, x), -kHalfAxis, kHalfAxis});
+    taken_.push_back({-kHalfAxis, kHalfAxis, std::min(0.0, y), std::max(0.0, y)});
   }
 
   const PixelBox& room() const { return room_; }
@@ -67,7 +67,7 @@ PixelBox boxOf(const Graduation& graduation, double left, double bottom) {
 
 double baselineBelow(const PixelBox& room) {
   const double baseline = std::max(-kBelowAxis, room.bottom);
-  return baseline <= -kClearOfTicks ? baseline : kAboveAxis;
+  return baseline <= -kClearOfTicks ? baseline : kAboveLine;
 }
 
 void placeX(const Graduation& graduation, Placer& placer) {
@@ -77,16 +77,17 @@ void placeX(const Graduation& graduation, Placer& placer) {
   placer.place(graduation, boxOf(graduation, left, baselineBelow(placer.room())));
 }
 
-void placeY(const Graduation& graduation, const PixelBox& visible, Placer& placer) {
-  const double bottom = graduation.position - kHalfHeight;
+void placeY(const Graduation& graduation, const FrameArea& area, Placer& placer) {
+  const double middle = graduation.position - kHalfHeight;
   const double left = -kLeftOfAxis - labelWidth(graduation);
-  if (left >= visible.left) {
-    placer.place(graduation, boxOf(graduation, std::max(left, placer.room().left), bottom));
+  if (left >= area.visible.left) {
+    placer.place(graduation, boxOf(graduation, std::max(left, placer.room().left), middle));
     return;
   }
-  // The one at the origin makes way for the horizontal axis.
-  const bool crossesAxis = std::abs(graduation.position) < kHalfHeight + kHalfAxis;
-  placer.place(graduation, boxOf(graduation, kRightOfAxis, crossesAxis ? kAboveAxis : bottom));
+  // Lines and the horizontal axis go through the middle of a graduation: the label stands on them.
+  const bool isCrossed = area.isRuled || std::abs(graduation.position) < kHalfHeight + kHalfAxis;
+  placer.place(graduation, boxOf(graduation, kRightOfAxis,
+                                 isCrossed ? graduation.position + kAboveLine : middle));
 }
 
 template <class Place>
@@ -106,7 +107,7 @@ std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
                                      const FrameArea& area, const std::vector<PixelBox>& boxes) {
   Placer placer(area, boxes);
   placeAll(x, [&](const Graduation& graduation) { placeX(graduation, placer); });
-  placeAll(y, [&](const Graduation& graduation) { placeY(graduation, area.visible, placer); });
+  placeAll(y, [&](const Graduation& graduation) { placeY(graduation, area, placer); });
   return placer.takeLabels();
 }
 

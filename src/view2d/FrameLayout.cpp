@@ -140,6 +140,7 @@ FrameLayout layOutFrame(const LogLogGraph& graph, const GraphPlacement& placemen
   if (!frame) {
     return layout;
   }
+  frame->area.isRuled = true;
   frame->graduationsX = decadeGraduations(frame->x);
   frame->graduationsY = decadeGraduations(frame->y);
   addDecadeLines(layout, graph.x.graduationColour, frame->graduationsX, across,

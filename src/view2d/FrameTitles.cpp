@@ -17,7 +17,7 @@ constexpr double kLeastNameHeight = 8.0;
 constexpr double kLeastUnitHeight = 7.0;
 
 /// Distances in pixels.
-constexpr double kBelowAxis = 18.0;  ///< clear of the graduations' labels
+constexpr double kBelowAxis = 20.0;  ///< clear of the graduations' labels
 constexpr double kAboveTip = 4.0;
 constexpr double kBesideAxis = 10.0;  ///< clear of the arrow
 constexpr double kInset = 1.0;        ///< from the edges of the visible area

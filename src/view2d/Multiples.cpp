@@ -8,14 +8,18 @@ namespace zyn {
 
 namespace {
 
-/// The rounding of a quotient, in steps.
+/// By how much a multiple may miss a bound: in steps, and as a part of what lies between the
+/// bounds.
 constexpr double kRounding = 1e-9;
+constexpr double kRoundingInRange = 1e-6;
 
 /// Below it, a factor and the next one give different multiples.
 constexpr double kLargestFactor = 1e15;
 
 /// The smallest whole number not below `quotient`; never -0, which would be written so.
-double firstFactor(double quotient) { return std::ceil(quotient - kRounding) + 0.0; }
+double firstFactor(double quotient, double rounding) {
+  return std::ceil(quotient - rounding) + 0.0;
+}
 
 }  // namespace
 
@@ -27,8 +31,9 @@ Multiples Multiples::between(double min, double max, double step, double most) {
   if (!canAdvance) {
     return {};
   }
-  const double first = firstFactor(lower);
-  const double count = firstFactor(upper) - first;
+  const double rounding = std::min(kRounding, kRoundingInRange * (upper - lower));
+  const double first = firstFactor(lower, rounding);
+  const double count = firstFactor(upper, rounding) - first;
   const bool canCount = count > 0 && count <= most && count <= std::numeric_limits<int>::max();
   if (!canCount) {
     return {};
