@@ -2,14 +2,14 @@
 
 #include <wrl/client.h>
 
-#include "viewer/ComObject_com.h"
+#include "common/ComObject_com.h"
 #include "viewer/InPlaceFrame_com.h"
 
 namespace zyn::viewer {
 
 /// The place of one control in the main window: where it is, in which frame, and what surrounds it.
 class ControlSite final
-    : public NumberedDispatch<IOleClientSite, IOleInPlaceSiteEx, IOleControlSite, IDispatch> {
+    : public host::NumberedDispatch<IOleClientSite, IOleInPlaceSiteEx, IOleControlSite, IDispatch> {
  public:
   ControlSite(HWND window, Microsoft::WRL::ComPtr<InPlaceFrame> frame)
       : window_(window), frame_(std::move(frame)) {}

@@ -6,7 +6,12 @@
 #include <string>
 
 #include "ZYNVUE.h"
-#include "viewer/ComObject_com.h"
+#include "common/ComObject_com.h"
+
+template <>
+inline bool zyn::host::answersTo<_IZYNVue3DEvents>(REFIID iid) {
+  return iid == DIID__IZYNVue3DEvents || iid == IID_IDispatch;
+}
 
 namespace zyn::viewer {
 
@@ -25,13 +30,8 @@ class ViewEvents {
   virtual void failed(const std::string& message) noexcept = 0;
 };
 
-template <>
-inline bool answersTo<_IZYNVue3DEvents>(REFIID iid) {
-  return iid == DIID__IZYNVue3DEvents || iid == IID_IDispatch;
-}
-
 /// Receives the events of a view for one listener.
-class EventSink final : public NumberedDispatch<_IZYNVue3DEvents> {
+class EventSink final : public host::NumberedDispatch<_IZYNVue3DEvents> {
  public:
   explicit EventSink(ViewEvents& events) : events_(&events) {}
 

@@ -5,12 +5,12 @@
 #include <functional>
 #include <string>
 
-#include "viewer/ComObject_com.h"
+#include "common/ComObject_com.h"
 
 namespace zyn::viewer {
 
 /// The main window as in-place active controls see it. No room for their tools, no menu merging.
-class InPlaceFrame final : public ComObject<IOleInPlaceFrame> {
+class InPlaceFrame final : public host::ComObject<IOleInPlaceFrame> {
  public:
   using ShowStatus = std::function<void(const std::wstring&)>;
 

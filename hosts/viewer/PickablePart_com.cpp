@@ -25,14 +25,6 @@ STDMETHODIMP PickablePart::Draw3D(int mode) noexcept {
   return S_OK;
 }
 
-STDMETHODIMP PickablePart::GetBox2D(IDispatch** box) noexcept {
-  if (box == nullptr) {
-    return E_POINTER;
-  }
-  *box = nullptr;  // nothing in the plane
-  return S_OK;
-}
-
 STDMETHODIMP PickablePart::GetBox3D(IDispatch** box) noexcept {
   if (box == nullptr) {
     return E_POINTER;
@@ -44,14 +36,6 @@ STDMETHODIMP PickablePart::GetBox3D(IDispatch** box) noexcept {
   } catch (const std::exception&) {
     return E_FAIL;
   }
-}
-
-STDMETHODIMP PickablePart::GetParam(IDispatch*, double* value) noexcept {
-  if (value == nullptr) {
-    return E_POINTER;
-  }
-  *value = -1.0;
-  return S_OK;
 }
 
 }  // namespace zyn::viewer

@@ -3,15 +3,14 @@
 #include <memory>
 #include <span>
 
-#include "ZYNMODELEGEOM.h"
+#include "common/SceneObject_com.h"
 #include "mesh/Mesh.h"
-#include "viewer/ComObject_com.h"
 
 namespace zyn::viewer {
 
 /// A part of a model as the view's selection list takes it: invisible, but in a selection pass it
 /// draws its facets under its name.
-class PickablePart final : public NumberedDispatch<IDispatch, IGLDraw> {
+class PickablePart final : public host::SceneObject {
  public:
   /// `triangles` are among those of `mesh`, which is kept.
   PickablePart(UINT name, std::shared_ptr<const mesh::Mesh> mesh,
@@ -19,10 +18,7 @@ class PickablePart final : public NumberedDispatch<IDispatch, IGLDraw> {
       : name_(name), mesh_(std::move(mesh)), triangles_(triangles) {}
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
-  STDMETHODIMP Draw2D(int) noexcept override { return S_OK; }
-  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetParam(IDispatch*, double* value) noexcept override;
 
  private:
   UINT name_;

@@ -7,7 +7,7 @@
 #include <atomic>
 #include <tuple>
 
-namespace zyn::viewer {
+namespace zyn::host {
 
 /// Whether a pointer to `Interface` may be handed out for `iid`; interfaces that inherit others of
 /// use say so in a specialisation.
@@ -99,4 +99,4 @@ class NumberedDispatch : public ComObject<Interfaces...> {
   }
 };
 
-}  // namespace zyn::viewer
+}  // namespace zyn::host
