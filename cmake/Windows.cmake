@@ -89,6 +89,13 @@ foreach(test IN LISTS host_tests)
   add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
 endforeach()
 
+# Tests of the Windows layer from inside.
+file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)
+add_executable(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>
+  $<TARGET_OBJECTS:zyn_main_logic> $<TARGET_OBJECTS:zyn_main_gl> $<TARGET_OBJECTS:zyn_main_win>)
+target_link_libraries(zyn_win_tests PRIVATE zyn_test_support)
+add_test(NAME win COMMAND ${ZYN_RUN} $<TARGET_FILE:zyn_win_tests>)
+
 # The display's own mouse serves one program at a time.
 set_tests_properties(host.View3DDesktop_test PROPERTIES RUN_SERIAL TRUE)
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "objects/CrossedGlyphs_win.h"
 #include "objects/TextFont_win.h"
 
 namespace zyn {
@@ -35,6 +36,22 @@ GLuint makeLists(HDC dc, int format, FontMetrics& metrics) {
   return first;
 }
 
+/// Compiles the filled glyphs anew that the system may have left out.
+void completeGlyphs(GLuint lists, const FontMetrics& metrics) {
+  for (const auto& [character, corners] : crossedGlyphs()) {
+    const GlyphMetrics& glyph = metrics.glyphs.at(character);
+    glNewList(lists + character, GL_COMPILE);
+    glNormal3d(0, 0, 1);
+    glBegin(GL_TRIANGLES);
+    for (const PlanePoint& corner : corners) {
+      glVertex2d(corner.x, corner.y);
+    }
+    glEnd();
+    glTranslatef(glyph.cellIncX, glyph.cellIncY, 0);
+    glEndList();
+  }
+}
+
 }  // namespace
 
 void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines) {
@@ -43,6 +60,9 @@ void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines) {
     return;
   }
   const SelectedFont selected(dc, font.get());
+  if (!selected) {
+    return;
+  }
   FontMetrics metrics = fonts.metrics();
   GLuint outline = outlineLines ? fonts.outlineLists() : 0;
   if (outlineLines && outline == 0) {
@@ -51,6 +71,9 @@ void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines) {
   GLuint filled = fonts.filledLists();
   if (filled == 0) {
     filled = makeLists(dc, WGL_FONT_POLYGONS, metrics);
+    if (filled != 0) {
+      completeGlyphs(filled, metrics);
+    }
   }
   fonts.setGlyphs(metrics, filled, outline);
 }

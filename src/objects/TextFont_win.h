@@ -26,6 +26,8 @@ class SelectedFont {
   SelectedFont(const SelectedFont&) = delete;
   SelectedFont& operator=(const SelectedFont&) = delete;
 
+  explicit operator bool() const { return previous_ != nullptr; }
+
  private:
   HDC dc_;
   HGDIOBJ previous_;

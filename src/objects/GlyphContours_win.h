@@ -1,0 +1,16 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "objects/Tessellation_gl.h"
+
+namespace zyn {
+
+/// The contours of a character's glyph in the font that is selected into `dc`, in units of the
+/// device context from where the glyph starts on the baseline; curves become lines that keep within
+/// `deviation` of them. Empty for a blank, and where the font cannot tell.
+std::vector<Contour> glyphContours(HDC dc, unsigned char character, double deviation);
+
+}  // namespace zyn
