@@ -64,13 +64,20 @@ void CListTrace::append(std::unique_ptr<DrawElem> element) {
   }
 }
 
-void CListTrace::remove(IDispatch* object) {
+bool CListTrace::remove(IDispatch* object) {
   for (const Node* node = head(); node; node = node->next) {
     if (node->value->object.Get() == object) {
       const std::unique_ptr<DrawElem> element(node->value);
       ZYNList::remove(element.get(), true);
-      return;
+      return true;
     }
+  }
+  return false;
+}
+
+void CListTrace::removeEvery(IDispatch* object) {
+  // Releasing an object may run foreign code that adds it again: no more than there are.
+  for (std::size_t left = count(); left > 0 && remove(object); --left) {
   }
 }
 

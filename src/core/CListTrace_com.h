@@ -31,9 +31,12 @@ class CListTrace : public ZYNList<DrawElem*> {
   using ZYNList::append;
   void append(std::unique_ptr<DrawElem> element);
 
-  /// Removes the first element of `object`, if there is one.
-  void remove(IDispatch* object);
+  /// Removes the first element of `object`. Whether there was one.
+  bool remove(IDispatch* object);
   using ZYNList::remove;
+
+  /// Removes every element of `object`.
+  void removeEvery(IDispatch* object);
 
   void removeAll();
 

@@ -20,7 +20,7 @@ void setBlending() {
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
-void setMultisample(Antialiasing& antialiasing) {
+void replaceSmoothing(Antialiasing& antialiasing) {
   if (!antialiasing.multisample) {
     return;
   }
@@ -28,7 +28,7 @@ void setMultisample(Antialiasing& antialiasing) {
     antialiasing.lineSmooth = false;
     antialiasing.pointSmooth = false;
   }
-  setEnabled(kMultisample, *antialiasing.multisample);
+  setMultisample(*antialiasing.multisample);
 }
 
 void setLineSmooth(const Antialiasing& antialiasing) {
@@ -60,7 +60,7 @@ void setInitialState3D(const Float4& background, Antialiasing& antialiasing) {
   glCullFace(GL_BACK);
   glFrontFace(GL_CCW);
   setBlending();
-  setMultisample(antialiasing);
+  replaceSmoothing(antialiasing);
   setSmoothing3D(antialiasing);
   glEnable(GL_DEPTH_TEST);
   glDepthFunc(GL_LESS);
@@ -77,9 +77,11 @@ void setInitialState2D(const Float4& background, Antialiasing& antialiasing) {
   setClearValues(background);
   glShadeModel(GL_FLAT);
   setBlending();
-  setMultisample(antialiasing);
+  replaceSmoothing(antialiasing);
   setSmoothing2D(antialiasing);
 }
+
+void setMultisample(bool on) { setEnabled(kMultisample, on); }
 
 void setSmoothing2D(const Antialiasing& antialiasing) {
   setLineSmooth(antialiasing);

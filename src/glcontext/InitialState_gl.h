@@ -27,6 +27,9 @@ void setSmoothing3D(const Antialiasing& antialiasing);
 /// clear colour, flat shading, blending by source alpha. Multisampling as in 3D.
 void setInitialState2D(const Float4& background, Antialiasing& antialiasing);
 
+/// Switches the multisampling of the current context, whose pixel format must have samples.
+void setMultisample(bool on);
+
 /// As setSmoothing3D, but leaves the smoothing of polygons alone.
 void setSmoothing2D(const Antialiasing& antialiasing);
 

@@ -10,6 +10,7 @@
 #include "objects/CZYNGLTriangle_com.h"
 #include "offscreen/CZYN2DGLBitmapContext_com.h"
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
+#include "view2d/CZYNVue2D_com.h"
 #include "view3d/CZYNVue3D_com.h"
 
 namespace zyn {
@@ -19,7 +20,7 @@ namespace {
 constexpr CreateFunction kNotOffered = nullptr;
 
 const ClassEntry kClasses[] = {
-    {&CLSID_ZYNVue2D, kNotOffered, IDR_ZYNVUE2D},
+    {&CLSID_ZYNVue2D, createInstance<CZYNVue2D>, IDR_ZYNVUE2D},
     {&CLSID_ZYNVue3D, createInstance<CZYNVue3D>, IDR_ZYNVUE3D},
     {&CLSID_ZYNGLTriangle, createInstance<CZYNGLTriangle>, IDR_ZYNGLTRIANGLE},
     {&CLSID_ZYNGLTexte, createInstance<CZYNGLTexte>, IDR_ZYNGLTEXTE},

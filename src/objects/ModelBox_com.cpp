@@ -82,6 +82,14 @@ ComPtr<IZYNRectangle> makeRectangle(double xMin, double xMax, double yMin, doubl
   return made;
 }
 
+ComPtr<IZYNPoint> makePoint(const Point& at) {
+  auto made = createGeometry<IZYNPoint>(CLSID_PointGeom);
+  if (made) {
+    made->setCoordonnees(at.x, at.y, at.z);
+  }
+  return made;
+}
+
 Box3 readBox2D(IZYNBox2D& box) {
   return Box3{readSide(box, &IZYNBox2D::get_XMin), readSide(box, &IZYNBox2D::get_XMax),
               readSide(box, &IZYNBox2D::get_YMin), readSide(box, &IZYNBox2D::get_YMax)};

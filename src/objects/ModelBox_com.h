@@ -21,6 +21,9 @@ HRESULT makeBox3D(const Box3& bounds, IDispatch** box);
 Microsoft::WRL::ComPtr<IZYNRectangle> makeRectangle(double xMin, double xMax, double yMin,
                                                     double yMax);
 
+/// The same with a point object.
+Microsoft::WRL::ComPtr<IZYNPoint> makePoint(const Point& at);
+
 /// The bounds that a box object holds, flat ones at z = 0. Throws _com_error when the object fails.
 Box3 readBox2D(IZYNBox2D& box);
 Box3 readBox3D(IZYNBox3D& box);

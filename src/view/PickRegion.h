@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdlib>
+
 #include "view/PixelPoint.h"
 
 namespace zyn {
@@ -16,6 +18,12 @@ struct PickRegion {
   /// A square of `size` pixels about the point that the pixel's coordinates name.
   static PickRegion around(PixelPoint pixel, double size) {
     return {static_cast<double>(pixel.x), static_cast<double>(pixel.y), size, size};
+  }
+
+  /// The rectangle between two pixels.
+  static PickRegion between(PixelPoint a, PixelPoint b) {
+    return {(a.x + b.x) / 2.0, (a.y + b.y) / 2.0, static_cast<double>(std::abs(a.x - b.x)),
+            static_cast<double>(std::abs(a.y - b.y))};
   }
 };
 

@@ -24,6 +24,7 @@ void unite(std::optional<Box3>& scene, const std::optional<Box3>& bounds) {
 
 std::optional<Box3> SceneBox::measure(CListTrace& list) {
   const std::uint64_t epoch = GeometryEpoch::now();
+  known_ = false;
   bool allOurs = true;
   std::optional<Box3> scene;
   for (CListTrace::Walk walk(list); walk; walk.advance()) {

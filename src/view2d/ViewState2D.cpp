@@ -95,14 +95,18 @@ void ViewState2D::showGraph(const Rect2& range, double xScale, double yScale) {
   rememberVisible();
 }
 
-std::optional<GraphPlacement> ViewState2D::graphPlacement() const {
-  if (!hasGraph_ || client_.isEmpty() || !home_->showsAnything() || !canScale(xScale_) ||
+std::optional<GraphPlacement> ViewState2D::graphPlacement(ClientSize client) const {
+  if (!hasGraph_ || client.isEmpty() || !home_->showsAnything() || !canScale(xScale_) ||
       !canScale(yScale_)) {
     return std::nullopt;
   }
-  return GraphPlacement{scaled(home_->bounds(), 1.0 / xScale_, 1.0 / yScale_),
-                        home_->width() / client_.width / xScale_,
-                        home_->height() / client_.height / yScale_};
+  CParamsVue2D home(*home_);
+  if (client != client_) {
+    home.fit(home.bounds(), client, 0.0F);
+  }
+  return GraphPlacement{scaled(home.bounds(), 1.0 / xScale_, 1.0 / yScale_),
+                        home.width() / client.width / xScale_,
+                        home.height() / client.height / yScale_};
 }
 
 void ViewState2D::pushHistory() {

@@ -78,7 +78,10 @@ class ViewState2D {
 
   /// How the graph lies in the window that shows the home view; none while there is no graph or
   /// nothing to map pixels with.
-  std::optional<GraphPlacement> graphPlacement() const;
+  std::optional<GraphPlacement> graphPlacement() const { return graphPlacement(client_); }
+
+  /// The same in a picture of another size.
+  std::optional<GraphPlacement> graphPlacement(ClientSize client) const;
 
   /// Puts a copy of the current view on the history.
   void pushHistory();

@@ -1,5 +1,6 @@
 #include "core/NumericArrayVariant_com.h"
 #include "core/OwnedVariant_com.h"
+#include "view/SelectionValue_com.h"
 #include "view/WindowMouse_win.h"
 #include "view3d/CZYNVue3D_com.h"
 #include "view3d/SelectionPass_gl.h"
@@ -20,13 +21,6 @@ constexpr DISPID kWindowSelection = 6;
 
 /// The drawing mode of the objects while a rubber band picks.
 constexpr std::uint32_t kWindowSelectionMode = 0xFFFFFFFE;
-
-/// The names as an array of 32-bit integers; empty without any.
-void put(OwnedVariant& selection, const NavigationHost::Names& names) {
-  if (!names.empty()) {
-    giveIntegers(selection.get(), names);
-  }
-}
 
 /// xMin, xMax, yMin, yMax in fractions of the client area from its centre, y upwards; then the
 /// directions of the drag along x and y, 1 or -1.
@@ -95,24 +89,18 @@ void CZYNVue3D::fireMouseMove(int key, PixelPoint at) noexcept {
 }
 
 void CZYNVue3D::fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept {
-  OwnedVariant selection;
-  put(selection, names);
-  fire(kMouseSelection, key, at.x, at.y, *selection.get());
+  fire(kMouseSelection, key, at.x, at.y, SelectionValue(names).get());
 }
 
 void CZYNVue3D::fireMouseOn(int key, PixelPoint at, const Names& names) noexcept {
-  OwnedVariant selection;
-  put(selection, names);
-  fire(kMouseOn, key, at.x, at.y, *selection.get());
+  fire(kMouseOn, key, at.x, at.y, SelectionValue(names).get());
 }
 
 void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle,
                                     const Names& names) noexcept {
   OwnedVariant box;
   put(box, rectangle);
-  OwnedVariant selection;
-  put(selection, names);
-  fire(kWindowSelection, key, *box.get(), *selection.get());
+  fire(kWindowSelection, key, *box.get(), SelectionValue(names).get());
 }
 
 void CZYNVue3D::captureMouse() noexcept { SetCapture(window()); }

@@ -25,8 +25,6 @@ constexpr Extent kInitialExtent = {5080, 5080};
 /// The drawing mode that asks objects to draw themselves for picking.
 constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
 
-bool isColourComponent(float component) { return component >= 0.0F && component <= 1.0F; }
-
 }  // namespace
 
 CZYNVue3D::CZYNVue3D()
@@ -197,11 +195,11 @@ STDMETHODIMP CZYNVue3D::Repaint() noexcept {
 
 STDMETHODIMP CZYNVue3D::setBackground(float r, float g, float b) noexcept {
   return automation(*this, [&] {
-    if (!isColourComponent(r) || !isColourComponent(g) || !isColourComponent(b)) {
-      return;
+    const Colour3 colour = {r, g, b};
+    if (isColour(colour)) {
+      background_ = colour;
+      context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
     }
-    background_ = {r, g, b};
-    context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
   });
 }
 

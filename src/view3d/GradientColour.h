@@ -1,12 +1,10 @@
 #pragma once
 
-#include <array>
 #include <optional>
 
-namespace zyn {
+#include "view/Colour3.h"
 
-/// Red, green, blue.
-using Colour3 = std::array<float, 3>;
+namespace zyn {
 
 /// Colour of the background gradient as hosts give it: all components in 0..1, or all in 0..255 as
 /// soon as one exceeds 1. None for a negative component, one above 255, or one that is not a

@@ -4,9 +4,8 @@
 #include <vector>
 
 #include "support/ForeignObject_win.h"
-#include "support/Image.h"
 #include "support/Scene_win.h"
-#include "support/ScriptedContainer_win.h"
+#include "support/ViewHost_win.h"
 
 namespace zyn::test {
 
@@ -26,9 +25,6 @@ struct DrawnCamera {
 /// The camera that the current context is set up for.
 DrawnCamera currentCamera();
 
-/// The viewport of the current context as drawn so far.
-Image readViewport();
-
 /// The events' numbers.
 enum ViewEvent : DISPID {
   kMouseDown = 1,
@@ -39,70 +35,28 @@ enum ViewEvent : DISPID {
   kWindowSelection = 6
 };
 
-/// A 3D view in the system's own container, in a window of the given size, with a sink on its
-/// events.
-class View3DHost {
+/// A 3D view in the system's own container.
+class View3DHost : public ViewHost {
  public:
   explicit View3DHost(SIZE size = {400, 200});
-  ~View3DHost();
-  View3DHost(const View3DHost&) = delete;
-  View3DHost& operator=(const View3DHost&) = delete;
+  ~View3DHost() override;
 
   IZYNVue3D* operator->() const { return view_.Get(); }
   IZYNVue3D* get() const { return view_.Get(); }
-  /// The view's own window.
-  HWND window() const { return window_; }
-  bool hasWindow() const { return IsWindow(window_); }
-  SIZE clientSize() const;
+  void release() override;
 
-  void resize(SIZE size) const;
-  /// Destroys the container, and the view's window with it.
-  void close();
-  /// Gives up the host's references on the view.
-  void release();
-  /// Takes the sink off the view's events.
-  void unadvise();
-
-  /// Draws now, in the window.
-  void paint() const;
   /// Draws now, and tells how the scene was looked at. The object that finds out is added to the
   /// scene by the first call and stays.
   DrawnCamera camera();
   /// Draws now, and reads the view as its objects left it. The object that reads is in the scene
   /// only meanwhile.
   Image scene() const;
-  /// What the window shows.
-  Image shown() const;
-  /// The picture that the view draws into a device context of its container.
-  Image picture(SIZE size) const;
-
-  LRESULT send(UINT message, int x, int y, WPARAM keys = 0) const;
-  void move(int x, int y, WPARAM keys = 0) const { send(WM_MOUSEMOVE, x, y, keys); }
-  void wheel(int delta) const;
-  /// A left drag through the points, with the other keys held.
-  void drag(const std::vector<std::array<int, 2>>& points, WPARAM keys = 0) const;
-  /// The same with the middle button.
-  void middleDrag(const std::vector<std::array<int, 2>>& points, WPARAM keys = 0) const;
-
-  /// Has the event do this when it is fired.
-  void during(ViewEvent event, std::function<void()> action);
-  const std::vector<ReceivedEvent>& events() const { return sink_.events; }
-  std::vector<ReceivedEvent> events(ViewEvent event) const;
-  void forgetEvents() { sink_.events.clear(); }
-  LONG sinkReferences() const { return sink_.references(); }
 
   /// A scene object without a picture that occupies this box.
   ComPtr<ForeignObject> addBox(const Bounds& bounds) const;
 
  private:
-  CallScript script_;
-  ScriptedEventSink sink_{script_, DIID__IZYNVue3DEvents};
-  HWND frame_ = nullptr;
-  HWND container_ = nullptr;
-  HWND window_ = nullptr;
   ComPtr<IZYNVue3D> view_;
-  ComPtr<IConnectionPoint> source_;
-  DWORD cookie_ = 0;
   ComPtr<ForeignObject> probe_;
   DrawnCamera camera_;
 };

@@ -1,0 +1,110 @@
+#include <type_traits>
+#include <utility>
+
+#include "com/automation_com.h"
+#include "objects/NarrowText_win.h"
+#include "objects/PictureImage_com.h"
+#include "view2d/CZYNVue2D_com.h"
+
+// The graph frame of the 2D view.
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+std::string glyphsOf(BSTR text) { return narrowText({text, SysStringLen(text)}); }
+
+/// A picture stands in the place of name and unit, even where it cannot be shown.
+AxisTitle titleOf(BSTR name, BSTR unit, IDispatch* picture) {
+  if (picture) {
+    return {{}, {}, readPictureImage(picture, std::nullopt)};
+  }
+  return {glyphsOf(name), glyphsOf(unit), {}};
+}
+
+double read(IZYNCouleur& colour, HRESULT (STDMETHODCALLTYPE IZYNCouleur::*getter)(double*)) {
+  double value = 0.0;
+  throwIfFailed((colour.*getter)(&value), &colour, __uuidof(IZYNCouleur));
+  return value;
+}
+
+/// The colour that an object holds; `otherwise` where it is none.
+GraphColour colourOf(IDispatch* object, const GraphColour& otherwise) {
+  ComPtr<IZYNCouleur> colour;
+  if (!object || FAILED(object->QueryInterface(IID_PPV_ARGS(&colour))) || !colour) {
+    return otherwise;
+  }
+  return {read(*colour.Get(), &IZYNCouleur::get_R), read(*colour.Get(), &IZYNCouleur::get_G),
+          read(*colour.Get(), &IZYNCouleur::get_B)};
+}
+
+}  // namespace
+
+STDMETHODIMP CZYNVue2D::GraphView(double RGraphColor, double GGraphColor, double BGraphColor,
+                                  BSTR XName, BSTR XUnit, IDispatch* PictX, double XMin,
+                                  double XMax, double BigGraduationX, double SmallGraduationX,
+                                  double XScale, BSTR YName, BSTR YUnit, IDispatch* PictY,
+                                  double YMin, double YMax, double BigGraduationY,
+                                  double SmallGraduationY, double YScale) noexcept {
+  return automation(*this, [&] {
+    LinearGraph graph;
+    graph.colour = {RGraphColor, GGraphColor, BGraphColor};
+    graph.x = {titleOf(XName, XUnit, PictX), XMin, XMax, BigGraduationX, SmallGraduationX};
+    graph.y = {titleOf(YName, YUnit, PictY), YMin, YMax, BigGraduationY, SmallGraduationY};
+    showGraph(std::move(graph), XScale, YScale);
+  });
+}
+
+STDMETHODIMP CZYNVue2D::LogLogGraphView(double RGraphColor, double GGraphColor, double BGraphColor,
+                                        IDispatch* PictX, double XMin, double XMax,
+                                        IDispatch* ColGradX, IDispatch* PictY, double YMin,
+                                        double YMax, IDispatch* ColGradY) noexcept {
+  return automation(*this, [&] {
+    LogLogGraph graph;
+    graph.colour = {RGraphColor, GGraphColor, BGraphColor};
+    graph.x = {readPictureImage(PictX, std::nullopt), XMin, XMax, colourOf(ColGradX, graph.colour)};
+    graph.y = {readPictureImage(PictY, std::nullopt), YMin, YMax, colourOf(ColGradY, graph.colour)};
+    showGraph(std::move(graph), 1.0, 1.0);
+  });
+}
+
+/// Does nothing where the geometry library, and so the view's rectangle, is missing.
+template <class Shown>
+void CZYNVue2D::showGraph(Shown graph, double xScale, double yScale) {
+  if (!visible_) {
+    return;
+  }
+  view_.showGraph({graph.x.min, graph.x.max, graph.y.min, graph.y.max}, xScale, yScale);
+  graph_ = std::move(graph);
+  recordVisible();
+  compileFrame();
+  repaint();
+}
+
+std::shared_ptr<const GraphFrame> CZYNVue2D::makeFrame(
+    const ContextResources& resources, const std::optional<GraphPlacement>& place) const {
+  return std::visit(
+      [&](const auto& graph) -> std::shared_ptr<const GraphFrame> {
+        if constexpr (std::is_same_v<decltype(graph), const std::monostate&>) {
+          return nullptr;
+        } else {
+          return place ? std::make_shared<const GraphFrame>(graph, *place, *resources.fonts.fonts())
+                       : nullptr;
+        }
+      },
+      graph_);
+}
+
+/// Compiles the frame of the graph, if there is one, in the rendering context that there is.
+void CZYNVue2D::compileFrame() {
+  context_.withContext([this] {
+    if (const auto resources = resources_.lock()) {
+      resources->frame.reset();
+      resources->frame = makeFrame(*resources, view_.graphPlacement());
+    }
+  });
+}
+
+}  // namespace zyn

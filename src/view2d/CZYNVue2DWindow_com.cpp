@@ -1,0 +1,132 @@
+#include <cmath>
+
+#include "offscreen/OffscreenSurface_win.h"
+#include "view/ContainerPicture_win.h"
+#include "view2d/CZYNVue2D_com.h"
+
+// The window of the 2D view, and its pictures for containers.
+
+namespace zyn {
+
+namespace {
+
+ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
+
+}  // namespace
+
+void CZYNVue2D::windowCreated(HWND window, SIZE client) {
+  context_.create(window, [this](HDC dc) { return prepareContext(dc); });
+  resize(client);
+}
+
+Float4 CZYNVue2D::clearColour() const {
+  return {background_[0], background_[1], background_[2], 0.0F};
+}
+
+std::shared_ptr<void> CZYNVue2D::prepareContext(HDC dc) {
+  setInitialState2D(clearColour(), antialiasing_);
+  const auto resources = std::make_shared<ContextResources>(dc, smoothsGlyphs());
+  resources_ = resources;
+  return resources;
+}
+
+bool CZYNVue2D::smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
+
+void CZYNVue2D::rebuildGlyphs() {
+  context_.withContext([this] {
+    if (const auto resources = resources_.lock()) {
+      buildOutlineFonts(*resources->fonts.fonts(), context_.dc(), smoothsGlyphs());
+    }
+  });
+}
+
+void CZYNVue2D::windowDestroyed(HWND) noexcept {
+  mouse_.close();
+  boundary([this] { context_.destroy(); });
+}
+
+void CZYNVue2D::windowResized(SIZE client) {
+  context_.withContext([&] { glViewport(0, 0, client.cx, client.cy); });
+  resize(client);
+}
+
+void CZYNVue2D::resize(SIZE client) {
+  view_.resize(clientSizeOf(client));
+  if (const auto resources = resources_.lock(); resources && !resources->frame) {
+    compileFrame();
+  }
+  repaint();
+  refitHome();
+}
+
+ScaledView CZYNVue2D::currentView() const {
+  return {view_.current(), view_.xScale(), view_.yScale()};
+}
+
+TextView CZYNVue2D::textView(const ContextResources& resources) const {
+  return resources.fonts.view(view_.current().height() / std::abs(view_.yScale()));
+}
+
+GraphPass CZYNVue2D::currentPass() const {
+  GraphPass pass;
+  pass.shown = currentView();
+  if (gridVisible_) {
+    pass.grid = grid_;
+  }
+  return pass;
+}
+
+void CZYNVue2D::paint(HDC) {
+  context_.withContext([this] {
+    const auto resources = resources_.lock();  // what is drawn may close the window
+    if (!resources) {
+      return;
+    }
+    GraphPass pass = currentPass();
+    pass.frame = resources->frame;
+    pass.rubberBand = mouse_.rubberBand();
+    if (drawCursor_ && mouse_.isMouseInside()) {
+      pass.cursor.emplace(GraphPass::Cursor{resources->cursorGlyph, cursor_});
+    }
+    drawGraph(
+        pass, [&] { traces_.draw2D(0, textView(*resources)); }, [this] { context_.present(); });
+  });
+}
+
+bool CZYNVue2D::needsFonts() { return view_.hasGraph() || traces_.mayHoldText(); }
+
+void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
+  const SIZE size = pictureSizeFor(pixels);
+  OffscreenSurface surface([](const std::wstring&) {});
+  std::weak_ptr<const ContextResources> resources;
+  surface.create(size.cx, size.cy, [&](HDC canvas) -> std::shared_ptr<void> {
+    Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
+                              GL_NICEST};
+    setInitialState2D(clearColour(), antialiasing);
+    if (!needsFonts()) {
+      return nullptr;
+    }
+    const auto made = std::make_shared<ContextResources>(canvas, smoothsGlyphs());
+    made->frame = makeFrame(*made, view_.graphPlacement(clientSizeOf(size)));
+    resources = made;
+    return made;
+  });
+  GraphPass pass = currentPass();
+  CParamsVue2D& shown = pass.shown.view;
+  if (shown.showsAnything()) {
+    shown.fit(shown.bounds(), clientSizeOf(size), 0.0F);
+  }
+  surface.render([&](const Tile&) {
+    const auto kept = resources.lock();
+    pass.frame = kept ? kept->frame : nullptr;
+    const TextView texts = kept ? textView(*kept) : TextView();
+    drawGraph(
+        pass, [&] { traces_.draw2D(0, texts); }, [] {});
+    pass.frame.reset();
+  });
+  if (const SharedBitmap* picture = surface.picture()) {
+    stretchInto(dc, bounds, *picture);
+  }
+}
+
+}  // namespace zyn

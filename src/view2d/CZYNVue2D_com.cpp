@@ -1,0 +1,403 @@
+#include "view2d/CZYNVue2D_com.h"
+
+#include <utility>
+
+#include "com/MessageBox_win.h"
+#include "com/automation_com.h"
+#include "core/NumericArrayVariant_com.h"
+#include "core/properties_com.h"
+#include "glcontext/PixelFormats_win.h"
+#include "module/CZYNVueControles_com.h"
+#include "view2d/readRectangle_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// Size of a new control: 192 pixels on a screen of 96 dots per inch.
+constexpr Extent kInitialExtent = {5080, 5080};
+
+/// The drawing mode that asks objects to draw themselves for picking.
+constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
+
+}  // namespace
+
+CZYNVue2D::CZYNVue2D()
+    : ControlClass({CLSID_ZYNVue2D, DIID__IZYNVue2DEvents, kProgId, kInitialExtent}),
+      antialiasing_{
+          .lineSmooth = true,
+          .pointSmooth = true,
+          .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
+      context_(kView2DFailures, [](const std::wstring& text) { showMessage(text.c_str()); }) {
+  CZYNVueControles::instance().add(this);
+}
+
+CZYNVue2D::~CZYNVue2D() {
+  shutDown();
+  CZYNVueControles::instance().remove(this);
+}
+
+STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
+  return automation(*this, [&] {
+    auto element = CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode));
+    if (!element) {
+      return;
+    }
+    const ComPtr<IDispatch> object = newTrace;
+    traces_.append(std::move(element));
+    if (view_.hasGraph()) {
+      sceneBox_.forget();
+    } else {
+      fitHome(sceneBox_.measureAppended(traces_, object.Get(), sceneBounds_));
+    }
+    if (traces_.count() == 1) {
+      view_.initView();
+      recordVisible();
+    }
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::Remove(IDispatch* Item) noexcept {
+  return automation(*this, [&] {
+    sceneBox_.forget();
+    traces_.removeEvery(Item);
+    refitHome();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::RemoveAll() noexcept {
+  return automation(*this, [&] {
+    sceneBox_.forget();
+    traces_.removeAll();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::Count(LONG* Count) noexcept {
+  return automation(*this, [&] { return give(Count, static_cast<LONG>(traces_.count())); });
+}
+
+STDMETHODIMP CZYNVue2D::Repaint() noexcept {
+  return automation(*this, [&] { repaint(); });
+}
+
+STDMETHODIMP CZYNVue2D::UpdateParams() noexcept {
+  return automation(*this, [&] { refitHome(); });
+}
+
+/// A home view that a graph has set stays.
+void CZYNVue2D::refitHome() {
+  if (!view_.hasGraph()) {
+    fitHome(sceneBox_.measure(traces_));
+  }
+}
+
+void CZYNVue2D::fitHome(const std::optional<Box3>& objects) {
+  sceneBounds_ = objects;
+  if (objects) {
+    view_.fitHome(Rect2{objects->xMin, objects->xMax, objects->yMin, objects->yMax});
+  }
+}
+
+void CZYNVue2D::recordVisible() {
+  if (const auto& shown = view_.visible(); shown && visible_) {
+    throwIfFailed(visible_->setBornes(shown->xMin, shown->xMax, shown->yMin, shown->yMax),
+                  visible_.Get(), __uuidof(IZYNRectangle));
+  }
+}
+
+STDMETHODIMP CZYNVue2D::setActiveProfil(IDispatch* profil) noexcept {
+  return automation(*this, [&] {
+    ComPtr<IZYNProfil> profile;
+    if (profil) {
+      profil->QueryInterface(IID_PPV_ARGS(&profile));
+    }
+    activeProfile_.Swap(profile);
+  });
+}
+
+STDMETHODIMP CZYNVue2D::initView() noexcept {
+  return automation(*this, [&] {
+    view_.initView();
+    recordVisible();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::LastView() noexcept {
+  return automation(*this, [&] {
+    view_.lastView();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::View(IDispatch* Rect, double surplus) noexcept {
+  return automation(*this, [&] {
+    ComPtr<IZYNRectangle> rectangle;
+    if (!Rect || FAILED(Rect->QueryInterface(IID_PPV_ARGS(&rectangle))) || !rectangle) {
+      return;
+    }
+    view_.view(readRectangle(*rectangle.Get()), surplus);
+    recordVisible();
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::ViewRect(double XMin, double XMax, double YMin, double YMax) noexcept {
+  return automation(*this, [&] { view_.viewRect({XMin, XMax, YMin, YMax}); });
+}
+
+STDMETHODIMP CZYNVue2D::getPixelPoint(double x, double y, int* Top, int* Left) noexcept {
+  return automation(*this, [&] {
+    if (!Top || !Left) {
+      return E_POINTER;
+    }
+    const PixelPoint pixel = view_.getPixelPoint(x, y);
+    *Top = pixel.y;
+    *Left = pixel.x;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNVue2D::getPoint(int Top, int Left, double* x, double* y) noexcept {
+  return automation(*this, [&] {
+    if (!x || !y) {
+      return E_POINTER;
+    }
+    const Point point = view_.getPoint({Left, Top});
+    *x = point.x;
+    *y = point.y;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNVue2D::getVueParams(VARIANT* ret) noexcept {
+  return automation(*this, [&] {
+    const auto params = view_.params();
+    return giveNumbers(ret, {params.begin(), params.end()});
+  });
+}
+
+STDMETHODIMP CZYNVue2D::get_PixelSize(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, view_.pixelSize()); });
+}
+
+STDMETHODIMP CZYNVue2D::setGrille(double dX, double dY) noexcept {
+  return automation(*this, [&] {
+    grid_.stepX = dX;
+    grid_.stepY = dY;
+  });
+}
+
+STDMETHODIMP CZYNVue2D::setGrilleColor(float r, float g, float b) noexcept {
+  return automation(*this, [&] { grid_.colour = {r, g, b}; });
+}
+
+STDMETHODIMP CZYNVue2D::get_GrilleVisible(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, gridVisible_); });
+}
+
+STDMETHODIMP CZYNVue2D::put_GrilleVisible(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { gridVisible_ = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYNVue2D::setBackground(float r, float g, float b) noexcept {
+  return automation(*this, [&] {
+    const Colour3 colour = {r, g, b};
+    if (isColour(colour)) {
+      background_ = colour;
+      context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue2D::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.lineSmooth); });
+}
+
+STDMETHODIMP CZYNVue2D::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    if (switchSmoothing(antialiasing_.lineSmooth, newVal)) {
+      rebuildGlyphs();
+      repaint();
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue2D::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.pointSmooth); });
+}
+
+STDMETHODIMP CZYNVue2D::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    if (switchSmoothing(antialiasing_.pointSmooth, newVal)) {
+      repaint();
+    }
+  });
+}
+
+/// Whether that changed anything.
+bool CZYNVue2D::switchSmoothing(bool& flag, VARIANT_BOOL value) {
+  if (flag == isExactlyTrue(value)) {
+    return false;
+  }
+  flag = !flag;
+  context_.withContext([&] { setSmoothing2D(antialiasing_); });
+  return true;
+}
+
+STDMETHODIMP CZYNVue2D::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this,
+                    [&] { return giveFlag(pVal, antialiasing_.multisample.value_or(false)); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    if (!antialiasing_.multisample) {
+      return;
+    }
+    const bool on = isExactlyTrue(newVal);
+    if (on != *antialiasing_.multisample) {
+      antialiasing_.multisample = on;
+      context_.withContext([&] { setMultisample(on); });
+      rebuildGlyphs();
+    }
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::get_DrawCursor(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, drawCursor_); });
+}
+
+STDMETHODIMP CZYNVue2D::put_DrawCursor(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    drawCursor_ = isExactlyTrue(newVal);
+    repaint();
+  });
+}
+
+STDMETHODIMP CZYNVue2D::setCursorPos(double x, double y) noexcept {
+  return automation(*this, [&] {
+    cursor_ = {static_cast<float>(x), static_cast<float>(y)};
+    if (drawCursor_) {
+      repaint();
+    }
+  });
+}
+
+STDMETHODIMP CZYNVue2D::AddSelection(IDispatch* ObjSelection) noexcept {
+  return automation(*this, [&] { selection_.add(ObjSelection, kSelectionMode); });
+}
+
+STDMETHODIMP CZYNVue2D::RemoveSelection(IDispatch* Item) noexcept {
+  return automation(*this, [&] { selection_.remove(Item); });
+}
+
+STDMETHODIMP CZYNVue2D::RemoveAllSelection() noexcept {
+  return automation(*this, [&] { selection_.removeAll(); });
+}
+
+STDMETHODIMP CZYNVue2D::get_PickSize(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, pickSize_); });
+}
+
+STDMETHODIMP CZYNVue2D::put_PickSize(double newVal) noexcept {
+  return automation(*this, [&] { pickSize_ = newVal; });
+}
+
+STDMETHODIMP CZYNVue2D::get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, mouse_.selectSuperpose()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_SelectSuperpose(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { mouse_.setSelectSuperpose(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue2D::get_WindowSelection(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, mouse_.windowSelection()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_WindowSelection(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { mouse_.setWindowSelection(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue2D::get_Mode(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, mouse_.mode().value()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_Mode(LONG newVal) noexcept {
+  return automation(*this, [&] { mouse_.mode().set(newVal); });
+}
+
+STDMETHODIMP CZYNVue2D::get_MaintainWindowZoom(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, mouse_.maintainWindowZoom()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MaintainWindowZoom(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { mouse_.setMaintainWindowZoom(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue2D::get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, mouse_.middleButtonActive()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { mouse_.setMiddleButtonActive(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue2D::get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, mouse_.middleButtonInverse()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { mouse_.setMiddleButtonInverse(isExactlyTrue(newVal)); });
+}
+
+STDMETHODIMP CZYNVue2D::get_MiddleButtonAcceleration(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, mouse_.middleButtonAcceleration()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MiddleButtonAcceleration(double newVal) noexcept {
+  return automation(*this, [&] { mouse_.setMiddleButtonAcceleration(newVal); });
+}
+
+STDMETHODIMP CZYNVue2D::get_hWnd(LONG* pVal) noexcept {
+  // Window handles have 32 significant bits; hosts extend them with their sign.
+  return automation(*this, [&] { return give(pVal, HandleToLong(window())); });
+}
+
+STDMETHODIMP CZYNVue2D::get_MousePointer(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, pointer_.shape()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MousePointer(LONG newVal) noexcept {
+  return automation(*this, [&] {
+    pointer_.setShape(newVal);
+    propertyChanged(DISPID_MOUSEPOINTER);
+  });
+}
+
+STDMETHODIMP CZYNVue2D::get_MouseIcon(IPictureDisp** pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, pointer_.icon().Detach()); });
+}
+
+STDMETHODIMP CZYNVue2D::put_MouseIcon(IPictureDisp* newVal) noexcept {
+  return automation(*this, [&] {
+    pointer_.copyIcon(newVal);
+    propertyChanged(DISPID_MOUSEICON);
+  });
+}
+
+STDMETHODIMP CZYNVue2D::putref_MouseIcon(IPictureDisp* newVal) noexcept {
+  return automation(*this, [&] {
+    pointer_.setIcon(newVal);
+    propertyChanged(DISPID_MOUSEICON);
+  });
+}
+
+}  // namespace zyn

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "support/Image.h"
+#include "support/ScriptedContainer_win.h"
+
+namespace zyn::test {
+
+/// The viewport of the current context as drawn so far.
+Image readViewport();
+
+/// A view in the system's own container, in a window of the given size, with a sink on its events.
+class ViewHost {
+ public:
+  ViewHost(const ViewHost&) = delete;
+  ViewHost& operator=(const ViewHost&) = delete;
+
+  /// The view's own window.
+  HWND window() const { return window_; }
+  bool hasWindow() const { return IsWindow(window_); }
+  SIZE clientSize() const;
+
+  void resize(SIZE size) const;
+  /// Destroys the container, and the view's window with it.
+  void close();
+  /// Gives up the host's references on the view.
+  virtual void release();
+  /// Takes the sink off the view's events.
+  void unadvise();
+
+  /// Draws now, in the window.
+  void paint() const;
+  /// What the window shows.
+  Image shown() const;
+  /// The picture that the view draws into a device context of its container.
+  Image picture(SIZE size) const;
+
+  LRESULT send(UINT message, int x, int y, WPARAM keys = 0) const;
+  void move(int x, int y, WPARAM keys = 0) const { send(WM_MOUSEMOVE, x, y, keys); }
+  void wheel(int delta) const;
+  /// A left drag through the points, with the other keys held.
+  void drag(const std::vector<std::array<int, 2>>& points, WPARAM keys = 0) const;
+  /// The same with the middle button.
+  void middleDrag(const std::vector<std::array<int, 2>>& points, WPARAM keys = 0) const;
+
+  /// Has the event do this when it is fired.
+  void during(DISPID event, std::function<void()> action);
+  const std::vector<ReceivedEvent>& events() const { return sink_.events; }
+  std::vector<ReceivedEvent> events(DISPID event) const;
+  void forgetEvents() { sink_.events.clear(); }
+  LONG sinkReferences() const { return sink_.references(); }
+
+ protected:
+  ViewHost(const wchar_t* progId, REFIID events, SIZE size);
+  virtual ~ViewHost();
+
+  /// Null once it has been released.
+  const ComPtr<IUnknown>& control() const { return control_; }
+
+ private:
+  CallScript script_;
+  ScriptedEventSink sink_;
+  HWND frame_ = nullptr;
+  HWND container_ = nullptr;
+  HWND window_ = nullptr;
+  ComPtr<IUnknown> control_;
+  ComPtr<IConnectionPoint> source_;
+  DWORD cookie_ = 0;
+};
+
+}  // namespace zyn::test
