@@ -112,7 +112,9 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
  private:
   /// What belongs to a rendering context.
   struct ContextResources {
-    ContextResources(HDC dc, bool outlineLines) : fonts(FontOwner::View2D, dc, outlineLines) {}
+    ContextResources(HDC dc, bool outlineLines) : fonts(FontOwner::View2D, dc, outlineLines) {
+      fonts.fonts()->buildDigits();
+    }
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;
