@@ -1,10 +1,9 @@
-// Drawn objects are foreign code: they may call the context that is drawing or asking them.
+// Drawn objects are foreign code: they may call the members that only the 3D bitmap context has.
 #include <utility>
 
 #include "support/ForeignBox_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/ForeignObject_win.h"
-#include "support/GlCanvas_win.h"
 #include "support/Scene_win.h"
 
 namespace zyn::test {
@@ -36,14 +35,6 @@ class ReentrancyTest : public HostTest {
   ComPtr<ForeignObject> caller_ = makeForeign<ForeignObject>();
   ComPtr<ForeignObject> after_;
 };
-
-TEST_F(ReentrancyTest, AddWhileDrawing) {
-  auto added = makeForeign<ForeignObject>();
-  drawWhile([&] { EXPECT_EQ(scene_->Add(added->dispatch(), 5), S_OK); });
-  added->modes.clear();
-  expectWholePicture();
-  EXPECT_EQ(added->modes, std::vector<int>{5});
-}
 
 TEST_F(ReentrancyTest, RemoveAllWhileDrawing) {
   drawWhile([&] { EXPECT_EQ(scene_->RemoveAll(), S_OK); });
@@ -79,58 +70,6 @@ TEST_F(ReentrancyTest, RemoveAllAndAddAgainWhileDrawing) {
   EXPECT_EQ(after_->modes.size(), 0u);
 }
 
-TEST_F(ReentrancyTest, NewSurfaceWhileDrawing) {
-  drawWhile([&] {
-    long made = 0;
-    EXPECT_EQ(scene_->CreateContext(20, 20, &made), S_OK);
-    EXPECT_EQ(made, 1);
-  });
-  scene_.resize(kSize, kSize);
-  expectWholePicture();
-}
-
-TEST_F(ReentrancyTest, ImpossibleSurfaceWhileDrawing) {
-  drawWhile([&] {
-    long made = 0;
-    EXPECT_EQ(scene_->CreateContext(0, -1, &made), S_OK);
-  });
-  scene_.resize(kSize, kSize);
-  expectWholePicture();
-}
-
-TEST_F(ReentrancyTest, PictureWhileDrawing) {
-  drawWhile([&] {
-    EXPECT_EQ(scene_->CreateBitmap(bstr(scene_.folder().file(L"inner.bmp"))), S_OK);
-    EXPECT_EQ(scene_->CreatePNG(nullptr, bstr(scene_.folder().file(L"inner.png"))), S_OK);
-  });
-  expectWholePicture();
-}
-
-TEST_F(ReentrancyTest, PictureObjectWhileDrawing) {
-  ComPtr<IPictureDisp> picture;
-  drawWhile([&] { scene_->GetPictureDisp(&picture); });
-  picture.Reset();
-  scene_.resize(kSize, kSize);
-  expectWholePicture();
-}
-
-TEST_F(ReentrancyTest, PictureOfAnotherContextWhileDrawing) {
-  OffscreenScene other(16, 16);
-  other.addAll(makeRectangle(0, 1, 0, 1, 0, kGreen));
-  Image inner;
-  drawWhile([&] { inner = other.render(); });
-  EXPECT_EQ(inner.count(kGreen), 16 * 16);
-  EXPECT_EQ(decodeBmp(readFile(scene_.folder().file(L"outer.bmp"))).count(kRed), kSize * kSize);
-  EXPECT_EQ(after_->modes.size(), 1u);
-  expectWholePicture();
-}
-
-TEST_F(ReentrancyTest, ContextCreatedWhileDrawing) {
-  drawWhile([&] { OffscreenScene(16, 16).render(); });
-  EXPECT_EQ(decodeBmp(readFile(scene_.folder().file(L"outer.bmp"))).count(kRed), kSize * kSize);
-  EXPECT_EQ(after_->modes.size(), 1u);
-}
-
 TEST_F(ReentrancyTest, OtherMembersWhileDrawing) {
   auto box = makeForeign<ForeignBox>(0, 2, 0, 2, 0, 0);
   drawWhile([&] {
@@ -143,30 +82,6 @@ TEST_F(ReentrancyTest, OtherMembersWhileDrawing) {
   scene_->ViewParams(nullptr, 0, nullptr);
   expectWholePicture();
   EXPECT_EQ(referencesOf(box.Get()), 1u);
-}
-
-TEST_F(ReentrancyTest, LastReferenceToTheContextWhileDrawing) {
-  const auto path = scene_.folder().file(L"outer.bmp");
-  ComPtr<IZYN3DGLBitmapContext> context = scene_.take();
-  caller_->onDraw3D = [&](int) {
-    context.Reset();
-    return S_OK;
-  };
-  EXPECT_EQ(context.Get()->CreateBitmap(bstr(path)), S_OK);
-  EXPECT_FALSE(context);
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-  EXPECT_EQ(referencesOf(caller_.Get()), 1u) << "the context still lives";
-}
-
-TEST_F(ReentrancyTest, LastReferenceWhileAnsweringTheBox) {
-  ComPtr<IZYN3DGLBitmapContext> context = scene_.take();
-  caller_->onGetBox3D = [&](IDispatch**) {
-    context.Reset();
-    return S_OK;
-  };
-  context.Get()->CreateBitmap(bstr(scene_.folder().file(L"outer.bmp")));
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-  EXPECT_EQ(referencesOf(caller_.Get()), 1u) << "the context still lives";
 }
 
 TEST_F(ReentrancyTest, RemoveAllWhileAnsweringTheBox) {
@@ -193,17 +108,6 @@ TEST_F(ReentrancyTest, AddAndRemoveWhileAnsweringTheAttribute) {
   EXPECT_EQ(added->modes, std::vector<int>{2});
   EXPECT_EQ(asked->modes, std::vector<int>{3});
   EXPECT_EQ(referencesOf(caller_.Get()), 1u);
-}
-
-TEST_F(ReentrancyTest, LastReferenceWhileAnsweringTheAttribute) {
-  ComPtr<IZYN3DGLBitmapContext> context = scene_.take();
-  auto asked = makeForeign<ForeignObject>();
-  asked->onAttribut = [&](IDispatch**) {
-    context.Reset();
-    return S_OK;
-  };
-  context.Get()->Add(asked->dispatch(), 0);
-  EXPECT_EQ(referencesOf(asked.Get()), 1u) << "the context still lives";
 }
 
 TEST_F(ReentrancyTest, RemoveAllWhileReleasingAnObject) {

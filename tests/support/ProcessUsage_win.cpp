@@ -1,0 +1,46 @@
+#include "support/ProcessUsage_win.h"
+
+// After windows.h:
+#include <psapi.h>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace zyn::test {
+namespace {
+
+double committedMb() {
+  PROCESS_MEMORY_COUNTERS_EX memory = {};
+  memory.cb = sizeof memory;
+  if (!GetProcessMemoryInfo(GetCurrentProcess(),
+                            reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory)) {
+    throw std::runtime_error("GetProcessMemoryInfo");
+  }
+  // Each system fills in one of the two.
+  return static_cast<double>(std::max(memory.PrivateUsage, memory.PagefileUsage)) / 1e6;
+}
+
+ULONG_PTR freshHandle() {
+  HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  CloseHandle(event);
+  return reinterpret_cast<ULONG_PTR>(event);
+}
+
+/// The highest place that a number of new GDI objects take.
+WORD freshGdiIndex() {
+  std::array<HPEN, 200> pens;
+  WORD highest = 0;
+  for (HPEN& pen : pens) {
+    pen = CreatePen(PS_SOLID, 1, 0);
+    highest = std::max(highest, LOWORD(reinterpret_cast<ULONG_PTR>(pen)));
+  }
+  for (HPEN pen : pens) DeleteObject(pen);
+  return highest;
+}
+
+}  // namespace
+
+ProcessUsage currentUsage() { return {committedMb(), freshHandle(), freshGdiIndex()}; }
+
+}  // namespace zyn::test
