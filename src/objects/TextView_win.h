@@ -12,7 +12,8 @@ namespace zyn {
 struct TextView {
   std::weak_ptr<CGLFontContext> fonts;
   HGLRC context = nullptr;  ///< to which the fonts belong
-  double viewHeight = 0.0;  ///< model units that the view shows from bottom to top; 0: not known
+  /// Model units that the view shows from bottom to top, scales of the model apart; 0: not known.
+  double viewHeight = 0.0;
   double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
 };
 

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "offscreen/OffscreenSurface_win.h"
 #include "view/ContainerPicture_win.h"
 #include "view2d/CZYNVue2D_com.h"
@@ -64,7 +62,7 @@ ScaledView CZYNVue2D::currentView() const {
 }
 
 TextView CZYNVue2D::textView(const ContextResources& resources) const {
-  return resources.fonts.view(view_.current().height() / std::abs(view_.yScale()));
+  return resources.fonts.view(view_.current().height());
 }
 
 GraphPass CZYNVue2D::currentPass() const {
