@@ -16,8 +16,9 @@ namespace zyn {
 /// compiled, which has to be current at both ends of the object's life.
 class GraphFrame {
  public:
-  /// Compile a frame with the fonts of the current context, which must be built. Where OpenGL has
-  /// no list to give, the frame is empty.
+  /// Compile a frame with the fonts of the current context, which must be built; when they are
+  /// built again, so must be the frame, which calls their lists. Where OpenGL has no list to give,
+  /// the frame is empty.
   GraphFrame(const LinearGraph& graph, const GraphPlacement& placement,
              const CGLFontContext& fonts);
   GraphFrame(const LogLogGraph& graph, const GraphPlacement& placement,
