@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view2d/PixelBox.h"
+#include "view2d/FrameBox.h"
 
 namespace zyn {
 
@@ -11,7 +11,7 @@ struct FrameArea {
 
   double lengthX = 0.0;  ///< of the axes' ranges; below 0 where an axis is mirrored
   double lengthY = 0.0;
-  PixelBox visible;
+  FrameBox visible;
   bool isRuled = false;  ///< lines cross the area at the graduations
 
   double tipX() const { return lengthX * (1 + kOverhang); }

@@ -26,7 +26,7 @@ constexpr double kExponentRise = 4.0;
 /// Puts labels where nothing is yet.
 class Placer {
  public:
-  Placer(const FrameArea& area, const std::vector<PixelBox>& boxes)
+  Placer(const FrameArea& area, const std::vector<FrameBox>& boxes)
       : room_(area.visible.shrunk(kInset)), taken_(boxes) {
     const double x = area.tipX();
     const double y = area.tipY();
@@ -34,14 +34,14 @@ class Placer {
     taken_.push_back({-kHalfAxis, kHalfAxis, std::min(0.0, y), std::max(0.0, y)});
   }
 
-  const PixelBox& room() const { return room_; }
+  const FrameBox& room() const { return room_; }
 
-  bool isFree(const PixelBox& box) const {
+  bool isFree(const FrameBox& box) const {
     return room_.holds(box) &&
-           std::ranges::none_of(taken_, [&](const PixelBox& other) { return box.overlaps(other); });
+           std::ranges::none_of(taken_, [&](const FrameBox& other) { return box.overlaps(other); });
   }
 
-  void place(const Graduation& graduation, const PixelBox& box) {
+  void place(const Graduation& graduation, const FrameBox& box) {
     if (!isFree(box)) {
       return;
     }
@@ -56,16 +56,16 @@ class Placer {
   std::vector<PlacedLabel> takeLabels() { return std::move(labels_); }
 
  private:
-  PixelBox room_;
-  std::vector<PixelBox> taken_;
+  FrameBox room_;
+  std::vector<FrameBox> taken_;
   std::vector<PlacedLabel> labels_;
 };
 
-PixelBox boxOf(const Graduation& graduation, double left, double bottom) {
+FrameBox boxOf(const Graduation& graduation, double left, double bottom) {
   return {left, left + labelWidth(graduation), bottom, bottom + labelHeight(graduation)};
 }
 
-double baselineBelow(const PixelBox& room) {
+double baselineBelow(const FrameBox& room) {
   const double baseline = std::max(-kBelowAxis, room.bottom);
   return baseline <= -kClearOfTicks ? baseline : kAboveLine;
 }
@@ -104,7 +104,7 @@ void placeAll(const Graduations& graduations, Place place) {
 }  // namespace
 
 std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
-                                     const FrameArea& area, const std::vector<PixelBox>& boxes) {
+                                     const FrameArea& area, const std::vector<FrameBox>& boxes) {
   Placer placer(area, boxes);
   placeAll(x, [&](const Graduation& graduation) { placeX(graduation, placer); });
   placeAll(y, [&](const Graduation& graduation) { placeY(graduation, area, placer); });

@@ -17,7 +17,7 @@ struct PlacedLabel {
 
   std::string label;
   std::string exponent;
-  PixelBox box;              ///< the label starts in its lower left corner
+  FrameBox box;              ///< the label starts in its lower left corner
   PlanePoint exponentStart;  ///< lower left corner
 };
 
@@ -26,7 +26,7 @@ struct PlacedLabel {
 /// Labels that would touch one another, an axis or one of the boxes are left out, and all stay
 /// within the visible area.
 std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
-                                     const FrameArea& area, const std::vector<PixelBox>& boxes);
+                                     const FrameArea& area, const std::vector<FrameBox>& boxes);
 
 /// Length of a label, in pixels: along a horizontal axis, and along a vertical one.
 double labelWidth(const Graduation& graduation);
