@@ -9,6 +9,7 @@
 #include "support/GlCanvas_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"
+#include "support/View2DHost_win.h"
 
 namespace zyn::test {
 namespace {
@@ -535,6 +536,54 @@ TEST_F(LabelTest, GrowsWithTheResolution) {
   graph->get_DPIResolution(&screen);
   graph->put_DPIResolution(3 * screen);
   EXPECT_NEAR(inkHeight(graph), 3 * height, 3);
+}
+
+// --- beside the view -----------------------------------------------------------------------------
+
+class BesideTheViewTest : public HostTest {
+ protected:
+  /// Adds an object to both.
+  void add(IDispatch* object, int mode = 0) {
+    graph_.add(object, mode);
+    require(view_->Add(object, mode), "Add");
+  }
+  void expectTheSame(const Area& area) {
+    require(view_->View(makeArea(area).Get(), 0), "View");
+    graph_.show(area.xMin, area.xMax, area.yMin, area.yMax);
+    const Image onScreen = view_.scene();
+    const Image picture = graph_.render();
+    ASSERT_EQ(onScreen.width(), picture.width());
+    ASSERT_EQ(onScreen.height(), picture.height());
+    int different = 0;
+    int drawn = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        different += difference(onScreen.at(x, y), picture.at(x, y)) > 12 ? 1 : 0;
+        drawn += picture.at(x, y) == kWhite ? 0 : 1;
+      }
+    }
+    EXPECT_EQ(different, 0);
+    EXPECT_GT(drawn, 500);
+  }
+
+  View2DHost view_{{320, 170}};
+  OffscreenGraph graph_;
+};
+
+TEST_F(BesideTheViewTest, TheSameGraphLooksTheSame) {
+  graph_.resize(320, 170);
+  for (auto& triangle : makeRectangle(0, 4, 0, 3, 0, kYellow)) add(triangle.Get());
+  for (auto& triangle : makeRectangle(2, 9, 1, 2, 0, kBlue, 0.4)) add(triangle.Get());
+  add(makeFlatTriangle({1, 1, 0}, {9, 2, 0}, {3, 4.5, 0}, kRed).Get(), 1);
+  add(makeFlatTriangle({-5, -1, 0}, {25, 8, 0}, {25, 8, 0}, kGreen).Get(), 1);
+  auto label = createObject<IZYNGLTexte>(L"ZYNVue.ZYNGLTexte");
+  label->put_Texte(_bstr_t(L"Temp\u00e9rature"));
+  label->setPosition(3, 3, 0, 1);
+  add(label.Get());
+  expectTheSame({0, 10, 0, 5});
+  expectTheSame({-3, 12, -20, 20});
+  expectTheSame({2, 2.5, 1, 1.1});
+  expectTheSame({4, 4, 2, 2});
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace zyn::test {
 namespace {
 
 constexpr int kSize = 256;
-constexpr int kCycles = 250;
+constexpr int kCycles = 150;
 /// The surface of one context takes 7 bytes a pixel at least: a third of what losing each would
 /// add.
 constexpr double kAllowedGrowthMb = kCycles * (7.0 * kSize * kSize / 1e6) / 3;

@@ -1,5 +1,6 @@
-// A stand-in for gdiplus.dll: it passes every call on to the system's own and appends what is given
-// to GdipSaveImageToFile to the file named by the environment variable ZYN_GDIPLUS_RECORD.
+// A stand-in for gdiplus.dll: it passes every call on to the system's own and appends what files
+// are loaded and what is given to GdipSaveImageToFile to the file named by the environment variable
+// ZYN_GDIPLUS_RECORD.
 
 #include <windows.h>
 
@@ -89,6 +90,13 @@ void record(const std::string& line) {
   if (file) std::fwrite(line.data(), 1, line.size(), file.get());
 }
 
+/// One line a call: file name, function, bytes of the file, separated by tabs.
+void recordLoad(const char* function, const wchar_t* fileName) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  GetFileAttributesExW(fileName, GetFileExInfoStandard, &data);
+  record(utf8(fileName) + '\t' + function + '\t' + std::to_string(data.nFileSizeLow) + '\n');
+}
+
 }  // namespace
 
 extern "C" {
@@ -100,6 +108,7 @@ Status WINAPI GdiplusStartup(ULONG_PTR* token, const void* input, void* output) 
 void WINAPI GdiplusShutdown(ULONG_PTR token) { passOn("GdiplusShutdown", token); }
 
 Status WINAPI GdipCreateBitmapFromFile(const wchar_t* fileName, void** bitmap) {
+  recordLoad("GdipCreateBitmapFromFile", fileName);
   return passOn("GdipCreateBitmapFromFile", fileName, bitmap);
 }
 
@@ -118,6 +127,7 @@ Status WINAPI GdipGetImageEncodersSize(UINT* count, UINT* size) {
 }
 
 Status WINAPI GdipLoadImageFromFile(const wchar_t* fileName, void** image) {
+  recordLoad("GdipLoadImageFromFile", fileName);
   return passOn("GdipLoadImageFromFile", fileName, image);
 }
 

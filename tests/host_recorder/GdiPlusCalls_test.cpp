@@ -1,0 +1,105 @@
+// What reaches GDI+: beside this program lies a gdiplus.dll that records it.
+#include <sstream>
+#include <vector>
+
+#include "support/HostSession_win.h"
+#include "support/TempFolder_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// One call of GdipSaveImageToFile, or of a function that loads a file, with the file's size.
+struct Call {
+  std::string fileName;
+  std::string encoderOrFunction;
+  std::string parametersOrSize;
+};
+
+class GdiPlusCallsTest : public HostTest {
+ protected:
+  GdiPlusCallsTest() {
+    SetEnvironmentVariableW(L"ZYN_GDIPLUS_RECORD", record_.c_str());
+    LONG result = 0;
+    require(context_->CreateContext(64, 64, &result), "CreateContext");
+  }
+  ~GdiPlusCallsTest() override { SetEnvironmentVariableW(L"ZYN_GDIPLUS_RECORD", nullptr); }
+
+  std::filesystem::path target(const wchar_t* name) const { return folder_.file(name); }
+
+  /// The calls that named this file.
+  std::vector<Call> callsWith(const std::filesystem::path& target) const {
+    std::vector<Call> found;
+    std::ifstream in(record_);
+    for (std::string line; std::getline(in, line);) {
+      std::istringstream fields(line);
+      Call saved;
+      std::getline(fields, saved.fileName, '\t');
+      std::getline(fields, saved.encoderOrFunction, '\t');
+      std::getline(fields, saved.parametersOrSize);
+      if (saved.fileName == target.string()) found.push_back(saved);
+    }
+    return found;
+  }
+
+  TempFolder folder_;
+  std::filesystem::path record_ = folder_.file(L"record.txt");
+  ComPtr<IZYN3DGLBitmapContext> context_ =
+      createObject<IZYN3DGLBitmapContext>(L"ZYNVue.ZYN3dGLBitmapContext.1");
+};
+
+class JpegQualityTest : public GdiPlusCallsTest, public testing::WithParamInterface<int> {};
+
+TEST_P(JpegQualityTest, ReachesTheEncoderAsItIs) {
+  const auto file = target(L"picture.jpg");
+  ASSERT_EQ(context_->CreateJPG(nullptr, bstr(file), GetParam()), S_OK);
+  const std::vector<Call> saved = callsWith(file);
+  ASSERT_EQ(saved.size(), 1U);
+  EXPECT_EQ(saved[0].encoderOrFunction, "{557CF401-1A04-11D3-9A73-0000F81EF32E}");
+  EXPECT_EQ(saved[0].parametersOrSize,
+            "count=1 guid={1D5BE4B5-FA4A-452D-9CDD-5DB35105E7EB} type=4 values=1 value=" +
+                std::to_string(GetParam()));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+INSTANTIATE_TEST_SUITE_P(Qualities, JpegQualityTest,
+                         testing::Values(-1, 0, 10, 100, 150, 2147483647));
+
+TEST_F(GdiPlusCallsTest, OtherFormatsHaveNoParameters) {
+  const auto png = target(L"picture.png");
+  const auto gif = target(L"picture.gif");
+  ASSERT_EQ(context_->CreatePNG(nullptr, bstr(png)), S_OK);
+  ASSERT_EQ(context_->CreateGIF(nullptr, bstr(gif)), S_OK);
+  ASSERT_EQ(callsWith(png).size(), 1U);
+  EXPECT_EQ(callsWith(png)[0].encoderOrFunction, "{557CF406-1A04-11D3-9A73-0000F81EF32E}");
+  EXPECT_EQ(callsWith(png)[0].parametersOrSize, "none");
+  ASSERT_EQ(callsWith(gif).size(), 1U);
+  EXPECT_EQ(callsWith(gif)[0].encoderOrFunction, "{557CF402-1A04-11D3-9A73-0000F81EF32E}");
+  EXPECT_EQ(callsWith(gif)[0].parametersOrSize, "none");
+}
+
+// A graph reaches GDI+ by way of its temporary file, which is whole by then.
+TEST_F(GdiPlusCallsTest, GraphsAreLoadedFromTheTemporaryFile) {
+  auto graph = createObject<IZYN2DGLBitmapContext>(kContext2DProgId);
+  LONG result = 0;
+  require(graph->CreateContexte(100, 10, &result), "CreateContexte");
+  const auto png = target(L"picture.png");
+  const auto jpeg = target(L"picture.jpg");
+  const auto pngSpare = target(L"png.bmp");
+  const auto jpegSpare = target(L"jpeg.bmp");
+  ASSERT_EQ(graph->CreatePNG(bstr(pngSpare), bstr(png)), S_OK);
+  ASSERT_EQ(graph->CreateJPG(bstr(jpegSpare), bstr(jpeg), 35), S_OK);
+  ASSERT_EQ(callsWith(pngSpare).size(), 1U);
+  EXPECT_EQ(callsWith(pngSpare)[0].encoderOrFunction, "GdipCreateBitmapFromFile");
+  EXPECT_EQ(callsWith(pngSpare)[0].parametersOrSize, "3054");
+  ASSERT_EQ(callsWith(jpegSpare).size(), 1U);
+  EXPECT_EQ(callsWith(jpegSpare)[0].encoderOrFunction, "GdipLoadImageFromFile");
+  EXPECT_EQ(callsWith(jpegSpare)[0].parametersOrSize, "3054");
+  ASSERT_EQ(callsWith(png).size(), 1U);
+  EXPECT_EQ(callsWith(png)[0].parametersOrSize, "none");
+  ASSERT_EQ(callsWith(jpeg).size(), 1U);
+  EXPECT_EQ(callsWith(jpeg)[0].parametersOrSize,
+            "count=1 guid={1D5BE4B5-FA4A-452D-9CDD-5DB35105E7EB} type=4 values=1 value=35");
+}
+
+}  // namespace
+}  // namespace zyn::test
