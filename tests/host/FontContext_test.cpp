@@ -250,6 +250,26 @@ TEST_F(FontContextTest, APartOfAnotherObjectIsPickedWhereItWasDrawn) {
   EXPECT_TRUE(namesIn(found).empty());
 }
 
+TEST_F(FontContextTest, PicksKnowAZoomThatIsNotDrawnYet) {
+  LabelView view;
+  view.view()->put_PickSize(0.02);
+  view.view()->Add(label_.Get(), 0);
+  view.view()->AddSelection(label_.Get());
+  const auto linesHit = [&] {
+    int hit = 0;
+    for (int y = 0; y < kSize.cy; ++y) {
+      _variant_t found;
+      EXPECT_EQ(view.view()->getSelectionUnderMouse(kSize.cx / 2, y, &found), S_OK);
+      hit += namesIn(found).empty() ? 0 : 1;
+    }
+    return hit;
+  };
+  EXPECT_NEAR(linesHit(), 40, 1) << "never drawn";
+  view->paint();
+  view.view()->Zoom(3);
+  EXPECT_NEAR(linesHit(), 40, 1);
+}
+
 TEST_F(FontContextTest, APartOfAnotherObjectHasNoFontsInABitmapContext) {
   LabelPicture picture;
   picture->add(makeComposite({queryFor<IGLDraw>(label_.Get())})->dispatch());
