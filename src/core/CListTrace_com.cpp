@@ -89,7 +89,9 @@ void CListTrace::removeAll() {
 
 bool CListTrace::mayDrawText(IDispatch* object) {
   ComPtr<IZYNGLTriangle> triangle;
-  return FAILED(object->QueryInterface(IID_PPV_ARGS(&triangle))) || !triangle;
+  ComPtr<IZYNPolyligne> polyline;
+  return (FAILED(object->QueryInterface(IID_PPV_ARGS(&triangle))) || !triangle) &&
+         (FAILED(object->QueryInterface(IID_PPV_ARGS(&polyline))) || !polyline);
 }
 
 bool CListTrace::mayHoldText() {

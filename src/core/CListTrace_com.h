@@ -40,7 +40,7 @@ class CListTrace : public ZYNList<DrawElem*> {
 
   void removeAll();
 
-  /// Whether drawing the object may take fonts: it does not for a triangle.
+  /// Whether drawing the object may take fonts: it does not for triangles and polylines.
   static bool mayDrawText(IDispatch* object);
 
   /// Whether drawing one of the objects may take fonts.

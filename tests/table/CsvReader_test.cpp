@@ -194,6 +194,19 @@ TEST_F(CsvFileTest, ComplaintsNameTheFile) {
   EXPECT_EQ(read("/"), "/: this is a folder, not a table");
 }
 
+TEST(CsvReaderTest, TableOfTheExamplesIsRead) {
+  const auto root = std::filesystem::path(ZYN_TEST_DATA).parent_path().parent_path();
+  const Table table = readCsv(root / "hosts" / "data" / "sea_surface_temperature.csv");
+  ASSERT_EQ(table.columns.size(), 13U);
+  EXPECT_EQ(table.columns[0].name, "YEAR");
+  EXPECT_EQ(table.columns[12].name, "DEC");
+  ASSERT_EQ(table.rowCount(), 61U);
+  EXPECT_EQ(table.columns[0].values.front(), 1950);
+  EXPECT_EQ(table.columns[0].values.back(), 2010);
+  EXPECT_EQ(table.columns[1].values.front(), 23.11);
+  EXPECT_EQ(table.columns[12].values.back(), 22.07);
+}
+
 TEST(CsvReaderTest, LongTablesAreWhole) {
   std::string text = "x;y\n";
   for (int i = 0; i < 200000; ++i) {
