@@ -1,29 +1,17 @@
 #include "objects/CZYNGLBitmap_com.h"
 
-#include <optional>
-#include <utility>
-
 #include "com/automation_com.h"
-#include "core/ScopedFlag.h"
 #include "core/properties_com.h"
 #include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
-#include "objects/PictureImage_com.h"
 #include "objects/SpritePainter_gl.h"
 #include "objects/ViewMeasures_gl.h"
 
 namespace zyn {
 
-using Microsoft::WRL::ComPtr;
-
 namespace {
 
 constexpr int kSelection = -1;
-
-/// For a picture object that changes the sprite each time it is rendered.
-constexpr int kMostConversions = 8;
-
-std::uint8_t lowByte(LONG value) { return static_cast<std::uint8_t>(value & 0xFF); }
 
 LONG sideOf(const SpriteShape& shape, int PixelImage::*side) {
   return shape.image ? (*shape.image).*side : 0;
@@ -32,14 +20,14 @@ LONG sideOf(const SpriteShape& shape, int PixelImage::*side) {
 }  // namespace
 
 STDMETHODIMP CZYNGLBitmap::get_Picture(IDispatch** pVal) noexcept {
-  return automation(*this, [&] { return pVal ? picture_.CopyTo(pVal) : E_POINTER; });
+  return automation(*this, [&] { return pVal ? picture_.source().CopyTo(pVal) : E_POINTER; });
 }
 
 STDMETHODIMP CZYNGLBitmap::putref_Picture(IDispatch* newVal) noexcept {
   return automation(*this, [&] {
-    // The old picture is let go only when this object is whole again: that may run foreign code.
-    const ComPtr<IDispatch> old = std::exchange(picture_, ComPtr<IDispatch>(newVal));
-    convertPicture();
+    shape_.image.reset();
+    picture_.setSource(newVal);
+    shape_.image = picture_.image();
   });
 }
 
@@ -54,19 +42,21 @@ STDMETHODIMP CZYNGLBitmap::setPosition(double x, double y, double Z) noexcept {
 
 STDMETHODIMP CZYNGLBitmap::setTransparentColor(LONG r, LONG g, LONG b) noexcept {
   return automation(*this, [&] {
-    key_ = {lowByte(r), lowByte(g), lowByte(b)};
-    convertPicture();
+    shape_.image.reset();
+    picture_.setKey(r, g, b);
+    shape_.image = picture_.image();
   });
 }
 
 STDMETHODIMP CZYNGLBitmap::get_Transparent(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, transparent_); });
+  return automation(*this, [&] { return giveFlag(pVal, picture_.isTransparent()); });
 }
 
 STDMETHODIMP CZYNGLBitmap::put_Transparent(VARIANT_BOOL newVal) noexcept {
   return automation(*this, [&] {
-    transparent_ = isExactlyTrue(newVal);
-    convertPicture();
+    shape_.image.reset();
+    picture_.setTransparent(isExactlyTrue(newVal));
+    shape_.image = picture_.image();
   });
 }
 
@@ -101,8 +91,6 @@ STDMETHODIMP CZYNGLBitmap::Copie(IDispatch** BmpCpy) noexcept {
     const auto copy = makeObject<CZYNGLBitmap>();
     copy->shape_ = shape_;
     copy->picture_ = picture_;
-    copy->key_ = key_;
-    copy->transparent_ = transparent_;
     copy->priority_ = priority_;
     return copy.CopyTo(BmpCpy);
   });
@@ -160,28 +148,6 @@ Box3 STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept {
 }
 
 void STDMETHODCALLTYPE CZYNGLBitmap::setTextView(const TextView& view) noexcept { view_ = view; }
-
-/// Rendering runs foreign code, which may change this sprite: the change that comes last counts.
-void CZYNGLBitmap::convertPicture() {
-  ++changes_;
-  shape_.image.reset();
-  if (converting_) {
-    return;
-  }
-  const ScopedFlag converting(converting_);
-  for (int i = 0; i < kMostConversions; ++i) {
-    const unsigned change = changes_;
-    const ComPtr<IDispatch> picture = picture_;
-    PixelImage image =
-        readPictureImage(picture.Get(), transparent_ ? std::optional(key_) : std::nullopt);
-    if (change == changes_) {
-      if (!image.isEmpty()) {
-        shape_.image = std::make_shared<const PixelImage>(std::move(image));
-      }
-      return;
-    }
-  }
-}
 
 Box3 CZYNGLBitmap::bounds() const {
   const Point& p = shape_.position;

@@ -5,6 +5,7 @@
 #include "com/ComClass_com.h"
 #include "objects/IModelBounds_com.h"
 #include "objects/ITextView_com.h"
+#include "objects/ShownPicture_com.h"
 #include "objects/SpriteShape.h"
 
 namespace zyn {
@@ -39,7 +40,6 @@ class CZYNGLBitmap final
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
-  void convertPicture();
   Box3 bounds() const;
   /// Whether the current context is that of the view that was last handed over.
   bool isInView() const;
@@ -47,15 +47,10 @@ class CZYNGLBitmap final
 
   SpriteShape shape_;
   bool measured_ = false;  ///< somebody relies on the bounds
-  Microsoft::WRL::ComPtr<IDispatch> picture_;
-  ColourKey key_;
-  bool transparent_ = false;
+  ShownPicture picture_;
   LONG priority_ = 0;
   TextView view_;
   double drawnHeight_ = 0.0;  ///< of the view in which it was last drawn in 2D, model units
-
-  unsigned changes_ = 0;  ///< of what the picture's conversion depends on
-  bool converting_ = false;
 };
 
 }  // namespace zyn
