@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "objects/CrossedGlyphs_win.h"
 #include "objects/TextFont_win.h"
+#include "objects/TextGlyphs_win.h"
 
 namespace zyn {
 
@@ -36,19 +36,26 @@ GLuint makeLists(HDC dc, int format, FontMetrics& metrics) {
   return first;
 }
 
-/// Compiles the filled glyphs anew that the system may have left out.
+/// Compiles a glyph anew from its triangles.
+void completeGlyph(GLuint list, const TextGlyph& shape, const GlyphMetrics& metrics) {
+  glNewList(list, GL_COMPILE);
+  glNormal3d(0, 0, 1);
+  glBegin(GL_TRIANGLES);
+  for (const PlanePoint& corner : shape.filled.corners) {
+    glVertex2d(corner.x, corner.y);
+  }
+  glEnd();
+  glTranslatef(metrics.cellIncX, metrics.cellIncY, 0);
+  glEndList();
+}
+
+/// wglUseFontOutlines of some systems (Wine) leaves glyphs out whose contours cross: letters with a
+/// cedilla or a ring, mostly.
 void completeGlyphs(GLuint lists, const FontMetrics& metrics) {
-  for (const auto& [character, corners] : crossedGlyphs()) {
-    const GlyphMetrics& glyph = metrics.glyphs.at(character);
-    glNewList(lists + character, GL_COMPILE);
-    glNormal3d(0, 0, 1);
-    glBegin(GL_TRIANGLES);
-    for (const PlanePoint& corner : corners) {
-      glVertex2d(corner.x, corner.y);
+  for (GLuint character = 0; character < kGlyphs; ++character) {
+    if (textGlyphs()[character].filled.hasCrossings) {
+      completeGlyph(lists + character, textGlyphs()[character], metrics.glyphs[character]);
     }
-    glEnd();
-    glTranslatef(glyph.cellIncX, glyph.cellIncY, 0);
-    glEndList();
   }
 }
 

@@ -1,0 +1,48 @@
+#include "objects/TextGlyphs_win.h"
+
+#include "glcontext/WinHandles_win.h"
+#include "objects/GlyphContours_win.h"
+#include "objects/TextFont_win.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr LONG kEm = 1024;  ///< in which outlines are exact enough
+constexpr double kDeviation = 0.25;
+constexpr std::size_t kCharacters = 255;  ///< the last byte is never drawn
+
+TextGlyph makeGlyph(HDC dc, unsigned char character) {
+  TextGlyph glyph;
+  glyph.contours = glyphContours(dc, character, kDeviation);
+  for (Contour& contour : glyph.contours) {
+    for (PlanePoint& point : contour) {
+      point = {point.x / kEm, point.y / kEm};
+    }
+  }
+  glyph.filled = tessellate(glyph.contours);
+  return glyph;
+}
+
+std::array<TextGlyph, 256> makeGlyphs() {
+  std::array<TextGlyph, 256> glyphs;
+  const UniqueDC dc(CreateCompatibleDC(nullptr));
+  const UniqueFont font = makeTextFont(-kEm);
+  if (!dc || !font) {
+    return glyphs;
+  }
+  const SelectedFont selected(dc.get(), font.get());
+  for (std::size_t byte = 0; byte < kCharacters; ++byte) {
+    glyphs[byte] = makeGlyph(dc.get(), static_cast<unsigned char>(byte));
+  }
+  return glyphs;
+}
+
+}  // namespace
+
+const std::array<TextGlyph, 256>& textGlyphs() {
+  static const std::array<TextGlyph, 256> theGlyphs = makeGlyphs();
+  return theGlyphs;
+}
+
+}  // namespace zyn
