@@ -6,6 +6,7 @@
 #include "module/CZYNVue2DChild_com.h"
 #include "module/resource.h"
 #include "objects/CZYNGLBitmap_com.h"
+#include "objects/CZYNGLCote_com.h"
 #include "objects/CZYNGLTexte_com.h"
 #include "objects/CZYNGLTriangle_com.h"
 #include "offscreen/CZYN2DGLBitmapContext_com.h"
@@ -17,8 +18,6 @@ namespace zyn {
 
 namespace {
 
-constexpr CreateFunction kNotOffered = nullptr;
-
 const ClassEntry kClasses[] = {
     {&CLSID_ZYNVue2D, createInstance<CZYNVue2D>, IDR_ZYNVUE2D},
     {&CLSID_ZYNVue3D, createInstance<CZYNVue3D>, IDR_ZYNVUE3D},
@@ -28,7 +27,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYN2DGLBitmapContext, createInstance<CZYN2DGLBitmapContext>, IDR_ZYN2DGLBITMAPCONTEXT},
     {&CLSID_ZYN3dGLBitmapContext, createInstance<CZYN3DGLBitmapContext>, IDR_ZYN3DGLBITMAPCONTEXT},
     {&CLSID_ZYNVue2DChild, createInstance<CZYNVue2DChild>, IDR_ZYNVUE2DCHILD},
-    {&CLSID_ZYNGLCote, kNotOffered, IDR_ZYNGLCOTE},
+    {&CLSID_ZYNGLCote, createInstance<CZYNGLCote>, IDR_ZYNGLCOTE},
 };
 
 }  // namespace

@@ -234,33 +234,44 @@ struct Spot {
   }
 
   /// From the origin of a box (pixels) to what of it lies at the point. Beside a line it is moved
-  /// out until it lies wholly behind the text's distance.
-  PlanePoint anchor(const TextBox& box, bool facesViewer) const {
+  /// out until all of `block` lies behind the text's distance.
+  PlanePoint anchor(const TextBox& box, const TextBox& block, bool facesViewer) const {
     if (!line) {
       return anchorOf(box, shape.reference);
     }
     const PlanePoint away = outward(facesViewer);
     const double reach =
-        (std::abs(away.x) * (box.right - box.left) + std::abs(away.y) * box.height()) / 2;
+        (std::abs(away.x) * (block.right - block.left) + std::abs(away.y) * block.height()) / 2;
     constexpr std::int32_t kCentre = 9;
-    return anchorOf(box, kCentre) - (shape.textDistance + reach) * away;
+    return anchorOf(block, kCentre) - (shape.textDistance + reach) * away;
   }
 
-  Point originOf(const TextBox& box, bool facesViewer) const {
-    return point - axes(facesViewer).step(anchor(box, facesViewer));
+  Point originOf(const TextBox& box, const TextBox& block, bool facesViewer) const {
+    return point - axes(facesViewer).step(anchor(box, block, facesViewer));
   }
 };
+
+/// Around a text (pixels) and the picture to its left.
+TextBox blockOf(const TextBox& text, const CoteContent& content) {
+  if (!(content.pictureWidth > 0)) {
+    return text;
+  }
+  const double middle = (text.bottom + text.top) / 2;
+  const double half = std::max(text.height(), content.pictureHeight) / 2;
+  return {text.left - kPictureGapPX - content.pictureWidth, text.right, middle - half,
+          middle + half};
+}
 
 std::optional<PlacedText> placeText(const Spot& spot, const CoteContent& content) {
   const double height = content.size.inPixels(spot.frame.pixel(), content.resolution);
   const double em = height / content.text.height();
-  if (!(em > 0)) {
+  if (!(em > 0) || content.text.right <= content.text.left) {
     return std::nullopt;
   }
   const bool facesViewer = spot.shape.alwaysReadable;
   const TextBox box = em * content.text;
   const Axes axes = spot.axes(facesViewer);
-  const Point origin = spot.originOf(box, facesViewer);
+  const Point origin = spot.originOf(box, blockOf(box, content), facesViewer);
   return PlacedText{origin, em * axes.right, em * axes.up, cornersOf(box, origin, axes), height};
 }
 
@@ -269,8 +280,8 @@ PlacedPicture placePicture(const Spot& spot, const CoteContent& content,
                            const std::optional<PlacedText>& text) {
   const TextBox box{0, content.pictureWidth, 0, content.pictureHeight};
   const Axes axes = screenAxes(spot.frame);
-  if (!text || content.text.right <= content.text.left) {
-    const Point origin = spot.originOf(box, true);
+  if (!text) {
+    const Point origin = spot.originOf(box, box, true);
     return {origin, {}, cornersOf(box, origin, axes)};
   }
   const Point at = between(text->corners[0], text->corners[3]);
@@ -279,6 +290,7 @@ PlacedPicture placePicture(const Spot& spot, const CoteContent& content,
 }
 
 void addContent(CoteLayout& layout, const Spot& spot, const CoteContent& content) {
+  layout.anchor = spot.point;
   layout.text = placeText(spot, content);
   if (content.pictureWidth > 0) {
     layout.picture = placePicture(spot, content, layout.text);
@@ -303,7 +315,8 @@ bool isDrawable(const CoteLayout& layout) {
   const auto areGripsDrawable = [](const std::vector<Quad>& grips) {
     return std::all_of(grips.begin(), grips.end(), areDrawable<Quad>);
   };
-  return std::all_of(layout.lines.begin(), layout.lines.end(), isLineDrawable) &&
+  return isDrawable(layout.anchor) &&
+         std::all_of(layout.lines.begin(), layout.lines.end(), isLineDrawable) &&
          std::all_of(layout.arrows.begin(), layout.arrows.end(), areDrawable<CoteArrow>) &&
          std::all_of(layout.grips.begin(), layout.grips.end(), areGripsDrawable) &&
          (!layout.text || areDrawable(layout.text->corners)) &&

@@ -40,7 +40,7 @@ struct PlacedText {
   Point origin;         ///< start of the baseline
   Vecteur right;        ///< an em along the baseline
   Vecteur up;           ///< an em upwards
-  Quad corners;         ///< of its box, which has no width for an empty text
+  Quad corners;         ///< of its box
   double height = 0.0;  ///< of its line, pixels
 };
 
@@ -55,7 +55,8 @@ struct PlacedPicture {
 struct CoteLayout {
   std::vector<CoteLine> lines;
   std::vector<CoteArrow> arrows;
-  std::optional<PlacedText> text;  ///< none for a height that is not above 0
+  Point anchor;                    ///< by which text and picture are placed
+  std::optional<PlacedText> text;  ///< none for an empty one or a height that is not above 0
   std::optional<PlacedPicture> picture;
 
   /// What can be taken hold of at each end: squares around the measured point and the arrow head.

@@ -68,6 +68,18 @@ ScreenMap::ScreenMap(const GlMatrix& modelview, const Lens& lens) : rows_{} {
   }
 }
 
+ScreenMap ScreenMap::orthographic(const Point& origin, const Vecteur& right, const Vecteur& up) {
+  ScreenMap map;
+  const auto setRow = [&](Row row, const Vecteur& step) {
+    const Vecteur v = 1 / dot(step, step) * step;
+    map.rows_[row] = {v.x, v.y, v.z, -dot(v, origin - Point())};
+  };
+  setRow(X, right);
+  setRow(Y, up);
+  setRow(Depth, cross(right, up));
+  return map;
+}
+
 std::optional<PixelFrame> ScreenMap::at(const Point& point) const {
   const Homogeneous image = transform(point);
   const Vecteur x = gradient(X, image);

@@ -49,6 +49,10 @@ class ScreenMap {
   ScreenMap();
   ScreenMap(const GlMatrix& modelview, const Lens& lens);
 
+  /// Of a view without perspective: the model point at pixel (0, 0), and the model vectors, square
+  /// to each other, that lead one pixel to the right and one up.
+  static ScreenMap orthographic(const Point& origin, const Vecteur& right, const Vecteur& up);
+
   /// The screen around a model point; none where the map cannot be turned round.
   std::optional<PixelFrame> at(const Point& point) const;
 

@@ -470,6 +470,14 @@ TEST_F(CoteLayoutTest, ArrowsKeepTheirPixelsWhereAxesDiffer) {
   EXPECT_NEAR(layout.text->corners[1].x - layout.text->corners[0].x, 80 / 2.0, kExact);
 }
 
+TEST_F(CoteLayoutTest, AnEmptyTextIsLeftOut) {
+  content.text.right = content.text.left;
+  const CoteLayout layout = layOut();
+  EXPECT_FALSE(layout.text);
+  EXPECT_EQ(layout.lines.size(), 3U);
+  expectPoint(layout.anchor, {60, 75, 3});
+}
+
 TEST_F(CoteLayoutTest, TextWithoutAHeightIsLeftOut) {
   for (const double size : {0.0, -5.0, std::numeric_limits<double>::quiet_NaN()}) {
     content.size.value = size;
@@ -484,14 +492,27 @@ TEST_F(CoteLayoutTest, TextWithoutAHeightIsLeftOut) {
 TEST_F(CoteLayoutTest, ThePictureStandsLeftOfTheText) {
   EXPECT_FALSE(layOut().picture);
   content.pictureWidth = 48;
-  content.pictureHeight = 32;
+  content.pictureHeight = 70;
   const CoteLayout layout = layOut();
   ASSERT_TRUE(layout.picture);
-  expectPoint(layout.picture->at, {60 - 40 * kPixel, 75 + 30 * kPixel, 3});
+  // Together 132 pixels wide and 70 high.
+  expectPoint(layout.picture->corners[0], {60 - 66 * kPixel, 75 + 15 * kPixel, 3});
+  expectPoint(layout.picture->corners[2], {60 - 18 * kPixel, 75 + 85 * kPixel, 3});
+  expectPoint(layout.text->corners[0], {60 - 14 * kPixel, 75 + 35 * kPixel, 3});
+  expectPoint(layout.text->corners[2], {60 + 66 * kPixel, 75 + 65 * kPixel, 3});
+  expectPoint(layout.picture->at, {60 - 14 * kPixel, 75 + 50 * kPixel, 3});
   EXPECT_EQ(layout.picture->offset.x, -52);
-  EXPECT_EQ(layout.picture->offset.y, -16);
-  expectPoint(layout.picture->corners[0], {60 - 92 * kPixel, 75 + 14 * kPixel, 3});
-  expectPoint(layout.picture->corners[2], {60 - 44 * kPixel, 75 + 46 * kPixel, 3});
+  EXPECT_EQ(layout.picture->offset.y, -35);
+}
+
+TEST_F(CoteLayoutTest, APictureMovesNoTextThatIsHeldByItsAnchor) {
+  shape.type = 0;
+  shape.reference = 9;
+  const Quad alone = layOut().text->corners;
+  content.pictureWidth = content.pictureHeight = 100;
+  const CoteLayout layout = layOut();
+  expectPoint(layout.text->corners[0], alone[0]);
+  expectPoint(layout.picture->corners[2], {-44 * kPixel, 50 * kPixel, 0});
 }
 
 TEST_F(CoteLayoutTest, WithoutTextThePictureTakesItsPlace) {

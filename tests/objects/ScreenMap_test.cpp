@@ -70,6 +70,21 @@ TEST(ScreenMapTest, PixelLengthOfAnOrthographicView) {
   }
 }
 
+TEST(ScreenMapTest, KnowsAViewByItsPixels) {
+  const Vecteur right{0, 0.3, 0.4};
+  const Vecteur up{0.5, 0, 0};
+  const Point origin{7, 8, 9};
+  const ScreenMap screen = ScreenMap::orthographic(origin, right, up);
+  const PlanePoint pixel = screen.pixelOf(origin + 30 * right + -12 * up + Vecteur{0, -4, 3});
+  EXPECT_NEAR(pixel.x, 30, kExact);
+  EXPECT_NEAR(pixel.y, -12, kExact);
+  const auto frame = screen.at(origin);
+  ASSERT_TRUE(frame);
+  expectVector(frame->right(), right);
+  expectVector(frame->up(), up);
+  EXPECT_NEAR(frame->pixelsOf({0, -4, 3}), 10, kExact);
+}
+
 TEST(ScreenMapTest, FollowsTurnedAndScaledModels) {
   const GlMatrix turned =
       product(test::rotation(0.7, 0), product(test::rotation(-0.4, 1), test::scaling(3, 3, 3)));
