@@ -2,14 +2,28 @@
 
 namespace zyn {
 
+namespace {
+
+/// Lets go of the current context before it makes another one current: Wine's drivers for windows
+/// and for bitmaps do not know of each other, and each takes a context of its own for current still
+/// that the other one has replaced.
+bool makeCurrent(HDC dc, HGLRC context) {
+  if (dc == nullptr || context == nullptr) return false;
+  const HGLRC current = wglGetCurrentContext();
+  if (current != nullptr && current != context) wglMakeCurrent(nullptr, nullptr);
+  return wglMakeCurrent(dc, context) != FALSE;
+}
+
+}  // namespace
+
 CurrentContext::CurrentContext(HDC dc, HGLRC context)
     : previousDc_(wglGetCurrentDC()),
       previousContext_(wglGetCurrentContext()),
-      isCurrent_(dc != nullptr && context != nullptr && wglMakeCurrent(dc, context) != FALSE) {}
+      isCurrent_(makeCurrent(dc, context)) {}
 
 CurrentContext::~CurrentContext() {
   // A previous context that was deleted meanwhile leaves none.
-  if (previousContext_ == nullptr || !wglMakeCurrent(previousDc_, previousContext_)) {
+  if (!makeCurrent(previousDc_, previousContext_)) {
     wglMakeCurrent(nullptr, nullptr);
   }
 }
