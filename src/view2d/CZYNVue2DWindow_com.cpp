@@ -50,9 +50,7 @@ void CZYNVue2D::windowResized(SIZE client) {
 
 void CZYNVue2D::resize(SIZE client) {
   view_.resize(clientSizeOf(client));
-  if (const auto resources = resources_.lock(); resources && !resources->frame) {
-    compileFrame();
-  }
+  compileFrame();  // its labels and ticks have their size in pixels
   repaint();
   refitHome();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view2d/FrameBox.h"
+#include "view2d/LabelFont.h"
 
 namespace zyn {
 
@@ -13,6 +14,7 @@ struct FrameArea {
   double lengthY = 0.0;
   FrameBox visible;
   bool isRuled = false;  ///< lines cross the area at the graduations
+  LabelFont font{};
 
   double tipX() const { return lengthX * (1 + kOverhang); }
   double tipY() const { return lengthY * (1 + kOverhang); }

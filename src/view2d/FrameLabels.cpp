@@ -11,30 +11,32 @@ namespace zyn {
 namespace {
 
 /// Distances in pixels.
-constexpr double kBelowAxis = 16.0;     ///< to the baseline
-constexpr double kClearOfTicks = 13.0;  ///< the least for the baseline, where there is no room
+constexpr double kBelowAxis = 10.0;
+constexpr double kClearOfTicks = 7.0;  ///< the least distance below the axis, for want of room
 constexpr double kLeftOfAxis = 10.0;
 constexpr double kRightOfAxis = 3.0;
 constexpr double kAboveLine = 3.0;
-constexpr double kHalfHeight = 3.0;
 constexpr double kInset = 1.0;  ///< from the edges of the visible area
 constexpr double kHalfAxis = 1.0;
-
-constexpr double kExponentGap = 1.0;
-constexpr double kExponentRise = 4.0;
 
 /// Puts labels where nothing is yet.
 class Placer {
  public:
   Placer(const FrameArea& area, const std::vector<FrameBox>& boxes)
-      : room_(area.visible.shrunk(kInset)), taken_(boxes) {
+      : area_(area), room_(area.visible.shrunk(kInset)), taken_(boxes) {
     const double x = area.tipX();
     const double y = area.tipY();
     taken_.push_back({std::min(0.0, x), std::max(0.0, x), -kHalfAxis, kHalfAxis});
     taken_.push_back({-kHalfAxis, kHalfAxis, std::min(0.0, y), std::max(0.0, y)});
   }
 
+  const FrameArea& area() const { return area_; }
   const FrameBox& room() const { return room_; }
+
+  FrameBox boxOf(const Graduation& graduation, double left, double bottom) const {
+    return {left, left + area_.font.width(graduation), bottom,
+            bottom + area_.font.height(graduation)};
+  }
 
   bool isFree(const FrameBox& box) const {
     return room_.holds(box) &&
@@ -46,48 +48,49 @@ class Placer {
       return;
     }
     taken_.push_back(box);
+    const int exponent = digitTextWidth(graduation.exponent, area_.font.exponentSize);
     labels_.push_back({graduation.label,
                        graduation.exponent,
                        box,
-                       {box.right - digitTextWidth(graduation.exponent, PlacedLabel::kExponentSize),
-                        box.bottom + kExponentRise}});
+                       {box.right - exponent, box.bottom + area_.font.exponentRise()}});
   }
 
   std::vector<PlacedLabel> takeLabels() { return std::move(labels_); }
 
  private:
+  const FrameArea& area_;
   FrameBox room_;
   std::vector<FrameBox> taken_;
   std::vector<PlacedLabel> labels_;
 };
 
-FrameBox boxOf(const Graduation& graduation, double left, double bottom) {
-  return {left, left + labelWidth(graduation), bottom, bottom + labelHeight(graduation)};
-}
-
-double baselineBelow(const FrameBox& room) {
-  const double baseline = std::max(-kBelowAxis, room.bottom);
-  return baseline <= -kClearOfTicks ? baseline : kAboveLine;
+double baselineBelow(const Placer& placer) {
+  const double height = placer.area().font.digitHeight();
+  const double baseline = std::max(-kBelowAxis - height, placer.room().bottom);
+  return baseline <= -kClearOfTicks - height ? baseline : kAboveLine;
 }
 
 void placeX(const Graduation& graduation, Placer& placer) {
-  const double width = labelWidth(graduation);
-  const double left = std::clamp(graduation.position - width / 2, placer.room().left,
-                                 std::max(placer.room().left, placer.room().right - width));
-  placer.place(graduation, boxOf(graduation, left, baselineBelow(placer.room())));
+  const FrameBox& room = placer.room();
+  const double width = placer.area().font.width(graduation);
+  const double left = std::clamp(graduation.position - width / 2, room.left,
+                                 std::max(room.left, room.right - width));
+  placer.place(graduation, placer.boxOf(graduation, left, baselineBelow(placer)));
 }
 
-void placeY(const Graduation& graduation, const FrameArea& area, Placer& placer) {
-  const double middle = graduation.position - kHalfHeight;
-  const double left = -kLeftOfAxis - labelWidth(graduation);
+void placeY(const Graduation& graduation, Placer& placer) {
+  const FrameArea& area = placer.area();
+  const double halfHeight = area.font.digitHeight() / 2;
+  const double middle = graduation.position - halfHeight;
+  const double left = -kLeftOfAxis - area.font.width(graduation);
   if (left >= area.visible.left) {
-    placer.place(graduation, boxOf(graduation, std::max(left, placer.room().left), middle));
+    placer.place(graduation, placer.boxOf(graduation, std::max(left, placer.room().left), middle));
     return;
   }
   // Lines and the horizontal axis go through the middle of a graduation: the label stands on them.
-  const bool isCrossed = area.isRuled || std::abs(graduation.position) < kHalfHeight + kHalfAxis;
-  placer.place(graduation, boxOf(graduation, kRightOfAxis,
-                                 isCrossed ? graduation.position + kAboveLine : middle));
+  const bool isCrossed = area.isRuled || std::abs(graduation.position) < halfHeight + kHalfAxis;
+  placer.place(graduation, placer.boxOf(graduation, kRightOfAxis,
+                                        isCrossed ? graduation.position + kAboveLine : middle));
 }
 
 template <class Place>
@@ -107,21 +110,8 @@ std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
                                      const FrameArea& area, const std::vector<FrameBox>& boxes) {
   Placer placer(area, boxes);
   placeAll(x, [&](const Graduation& graduation) { placeX(graduation, placer); });
-  placeAll(y, [&](const Graduation& graduation) { placeY(graduation, area, placer); });
+  placeAll(y, [&](const Graduation& graduation) { placeY(graduation, placer); });
   return placer.takeLabels();
-}
-
-double labelWidth(const Graduation& graduation) {
-  const int width = digitTextWidth(graduation.label, PlacedLabel::kSize);
-  return graduation.exponent.empty()
-             ? width
-             : width + kExponentGap +
-                   digitTextWidth(graduation.exponent, PlacedLabel::kExponentSize);
-}
-
-double labelHeight(const Graduation& graduation) {
-  return graduation.exponent.empty() ? digitHeight(PlacedLabel::kSize)
-                                     : kExponentRise + digitHeight(PlacedLabel::kExponentSize);
 }
 
 }  // namespace zyn

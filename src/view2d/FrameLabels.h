@@ -11,10 +11,6 @@ namespace zyn {
 
 /// A graduation's label in its place, in pixels from the origin of the graph.
 struct PlacedLabel {
-  /// Sizes of the digit font.
-  static constexpr int kSize = 3;
-  static constexpr int kExponentSize = 1;
-
   std::string label;
   std::string exponent;
   FrameBox box;              ///< the label starts in its lower left corner
@@ -27,9 +23,5 @@ struct PlacedLabel {
 /// within the visible area.
 std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
                                      const FrameArea& area, const std::vector<FrameBox>& boxes);
-
-/// Length of a label, in pixels: along a horizontal axis, and along a vertical one.
-double labelWidth(const Graduation& graduation);
-double labelHeight(const Graduation& graduation);
 
 }  // namespace zyn

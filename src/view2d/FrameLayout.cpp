@@ -1,5 +1,6 @@
 #include "view2d/FrameLayout.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace zyn {
@@ -14,7 +15,7 @@ constexpr double kLineInArrow = 3.0;  ///< by which an axis line ends before its
 constexpr double kAxisWidth = 2.0;
 
 /// Gaps between labels.
-constexpr double kGapX = 6.0;
+constexpr double kGapX = 4.0;
 constexpr double kGapY = 3.0;
 
 /// How strongly the lines of the multiples of powers of ten are drawn.
@@ -45,6 +46,8 @@ std::optional<Frame> frameOf(const Graph& graph, const GraphPlacement& placement
                 frame.y.length(),
                 {frame.x.position(visible.xMin), frame.x.position(visible.xMax),
                  frame.y.position(visible.yMin), frame.y.position(visible.yMax)}};
+  frame.area.font = LabelFont::forWindow(
+      std::min(std::abs(frame.area.visible.width()), std::abs(frame.area.visible.height())));
   const bool canLayOut =
       std::isfinite(frame.area.lengthX + frame.area.lengthY) && isFinite(frame.area.visible);
   return canLayOut ? std::optional(frame) : std::nullopt;
@@ -100,8 +103,12 @@ void finish(FrameLayout& layout, Frame& frame, const FontMetrics& metrics, const
   addAxes(layout, frame.area);
   layout.titleX = placeTitleX(titleX, frame.area, metrics);
   layout.titleY = placeTitleY(titleY, frame.area, metrics);
-  thinLabels(frame.graduationsX, labelWidth, kGapX);
-  thinLabels(frame.graduationsY, labelHeight, kGapY);
+  const LabelFont& font = frame.area.font;
+  layout.labelFont = font;
+  thinLabels(
+      frame.graduationsX, [&](const Graduation& mark) { return font.width(mark); }, kGapX);
+  thinLabels(
+      frame.graduationsY, [&](const Graduation& mark) { return font.height(mark); }, kGapY);
   layout.labels = placeLabels(frame.graduationsX, frame.graduationsY, frame.area,
                               {layout.titleX.box, layout.titleY.box});
 }

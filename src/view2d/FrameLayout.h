@@ -33,6 +33,7 @@ struct FrameLayout {
   using Arrow = std::array<PlanePoint, 3>;
 
   GraphColour colour{};  ///< of all but the lines
+  LabelFont labelFont{};
   std::vector<LineGroup> lines;
   std::vector<Arrow> arrows;
   std::vector<PlacedLabel> labels;

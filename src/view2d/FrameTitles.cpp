@@ -17,7 +17,7 @@ constexpr double kLeastNameHeight = 8.0;
 constexpr double kLeastUnitHeight = 7.0;
 
 /// Distances in pixels.
-constexpr double kBelowAxis = 20.0;  ///< clear of the graduations' labels
+constexpr double kBelowAxis = 14.0;  ///< and the height of a label
 constexpr double kAboveTip = 4.0;
 constexpr double kBesideAxis = 10.0;  ///< clear of the arrow
 constexpr double kInset = 1.0;        ///< from the edges of the visible area
@@ -155,10 +155,11 @@ void moveCorner(PlacedTitle& title, double left, double bottom) {
 
 PlacedTitle placeTitleX(const AxisTitle& title, const FrameArea& area, const FontMetrics& metrics) {
   const FrameBox room = roomIn(area);
-  const double height = -kBelowAxis - room.bottom;
+  const double top = -kBelowAxis - area.font.digitHeight();
+  const double height = top - room.bottom;
   PlacedTitle placed = arrange(title, area, metrics, height);
   const double right = placed.box.height() <= height ? area.tipX() : room.right;
-  moveCorner(placed, right - placed.box.width(), -kBelowAxis - placed.box.height());
+  moveCorner(placed, right - placed.box.width(), top - placed.box.height());
   pullInto(room, placed);
   return placed;
 }

@@ -117,7 +117,7 @@ void takeLabel(Graduation& mark) {
 }
 
 /// Pixels that the largest label takes.
-double largestExtent(const std::vector<Graduation>& marks, LabelExtent extent) {
+double largestExtent(const std::vector<Graduation>& marks, const LabelExtent& extent) {
   double largest = 0;
   for (const Graduation& mark : marks) {
     largest = std::max(largest, extent(mark));
@@ -129,7 +129,7 @@ bool isMultiple(double factor, double of) { return std::fmod(factor, of) == 0; }
 
 /// Equally spaced graduations keep every so many labels: those of round multiples, if there are
 /// enough of them.
-void thinEqual(std::vector<Graduation>& marks, LabelExtent extent, double gap) {
+void thinEqual(std::vector<Graduation>& marks, const LabelExtent& extent, double gap) {
   if (marks.size() < 2) {
     return;
   }
@@ -145,7 +145,7 @@ void thinEqual(std::vector<Graduation>& marks, LabelExtent extent, double gap) {
 }
 
 /// Whether these multiples and the powers have room for their labels.
-bool haveRoom(const Graduations& graduations, Multipliers multipliers, LabelExtent extent,
+bool haveRoom(const Graduations& graduations, Multipliers multipliers, const LabelExtent& extent,
               double gap) {
   std::vector<const Graduation*> marks;
   for (const Graduation& power : graduations.big) {
@@ -163,7 +163,7 @@ bool haveRoom(const Graduations& graduations, Multipliers multipliers, LabelExte
 }
 
 /// Small graduations with labels are multiples of powers of ten.
-void thinMultiplied(Graduations& graduations, LabelExtent extent, double gap) {
+void thinMultiplied(Graduations& graduations, const LabelExtent& extent, double gap) {
   Multipliers shown;
   for (const Multipliers multipliers : {Multipliers(kAll), Multipliers(kSome), Multipliers(kFew)}) {
     if (haveRoom(graduations, multipliers, extent, gap)) {
@@ -197,7 +197,7 @@ Graduations decadeGraduations(const AxisScale& axis) {
   return graduations;
 }
 
-void thinLabels(Graduations& graduations, LabelExtent extent, double gap) {
+void thinLabels(Graduations& graduations, const LabelExtent& extent, double gap) {
   thinEqual(graduations.big, extent, gap);
   thinMultiplied(graduations, extent, gap);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,10 +32,10 @@ Graduations linearGraduations(const AxisScale& axis, double bigStep, double smal
 Graduations decadeGraduations(const AxisScale& axis);
 
 /// Length of a graduation's label along the axis, in pixels.
-using LabelExtent = double (*)(const Graduation&);
+using LabelExtent = std::function<double(const Graduation&)>;
 
 /// Takes labels away until those that stay are `gap` pixels apart; the graduations stay. Round
 /// multiples keep theirs.
-void thinLabels(Graduations& graduations, LabelExtent extent, double gap);
+void thinLabels(Graduations& graduations, const LabelExtent& extent, double gap);
 
 }  // namespace zyn

@@ -46,12 +46,12 @@ void paint(const FrameLayout::Arrow& arrow) {
   glEnd();
 }
 
-void paint(const PlacedLabel& label, const CGLFontContext& fonts) {
+void paint(const PlacedLabel& label, const LabelFont& font, const CGLFontContext& fonts) {
   glRasterPos2d(label.box.left, label.box.bottom);
-  drawDigitText(fonts, PlacedLabel::kSize, label.label);
+  drawDigitText(fonts, font.size, label.label);
   if (!label.exponent.empty()) {
     glRasterPos2d(label.exponentStart.x, label.exponentStart.y);
-    drawDigitText(fonts, PlacedLabel::kExponentSize, label.exponent);
+    drawDigitText(fonts, font.exponentSize, label.exponent);
   }
 }
 
@@ -76,7 +76,7 @@ void paint(const FrameLayout& layout, const PixelImage& pictureX, const PixelIma
     paint(arrow);
   }
   for (const PlacedLabel& label : layout.labels) {
-    paint(label, fonts);
+    paint(label, layout.labelFont, fonts);
   }
   paint(layout.titleX, pictureX, fonts);
   paint(layout.titleY, pictureY, fonts);

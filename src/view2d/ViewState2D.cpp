@@ -101,9 +101,7 @@ std::optional<GraphPlacement> ViewState2D::graphPlacement(ClientSize client) con
     return std::nullopt;
   }
   CParamsVue2D home(*home_);
-  if (client != client_) {
-    home.fit(home.bounds(), client, 0.0F);
-  }
+  home.fit(home.bounds(), client, 0.0F);
   return GraphPlacement{scaled(home.bounds(), 1.0 / xScale_, 1.0 / yScale_),
                         home.width() / client.width / xScale_,
                         home.height() / client.height / yScale_};

@@ -76,11 +76,9 @@ class ViewState2D {
   /// Whether a graph has been shown, which keeps the home view.
   bool hasGraph() const { return hasGraph_; }
 
-  /// How the graph lies in the window that shows the home view; none while there is no graph or
-  /// nothing to map pixels with.
+  /// How the graph lies in a window of this size to which its view, the home view, is fitted; none
+  /// while there is no graph or nothing to map pixels with.
   std::optional<GraphPlacement> graphPlacement() const { return graphPlacement(client_); }
-
-  /// The same in a picture of another size.
   std::optional<GraphPlacement> graphPlacement(ClientSize client) const;
 
   /// Puts a copy of the current view on the history.

@@ -27,19 +27,20 @@ Texts textsOf(const std::vector<PlacedLabel>& labels) {
   return texts;
 }
 
-TEST(FrameLabelsTest, WidthsAreTheDigitFonts) {
-  EXPECT_EQ(labelWidth(at(0, "0.5")), 11);
-  EXPECT_EQ(labelWidth(at(0, "10")), 7);
-  EXPECT_EQ(labelHeight(at(0, "10")), 6);
-  EXPECT_EQ(labelWidth(at(0, "10", "-3")), 7 + 1 + 3 + 4);
-  EXPECT_EQ(labelHeight(at(0, "10", "-3")), 8);
-}
-
 TEST(FrameLabelsTest, BelowTheHorizontalAxisCentred) {
   const std::vector<PlacedLabel> labels = place({at(0, "0"), at(100, "10")}, {});
   ASSERT_EQ(labels.size(), 2U);
   EXPECT_EQ(labels[0].box, (FrameBox{-2, 2, -16, -10}));
   EXPECT_EQ(labels[1].box, (FrameBox{96.5, 103.5, -16, -10}));
+}
+
+TEST(FrameLabelsTest, LargerDigitsKeepTheirDistances) {
+  FrameArea large{3000, 2000, {-600, 3600, -400, 2400}};
+  large.font = LabelFont::forWindow(2800);
+  const std::vector<PlacedLabel> labels = place({at(100, "5")}, {at(100, "5")}, large);
+  ASSERT_EQ(labels.size(), 2U);
+  EXPECT_EQ(labels[0].box, (FrameBox{96.5, 103.5, -21, -10}));
+  EXPECT_EQ(labels[1].box, (FrameBox{-17, -10, 94.5, 105.5}));
 }
 
 TEST(FrameLabelsTest, LeftOfTheVerticalAxis) {

@@ -222,6 +222,22 @@ TEST_F(ViewState2DTest, ScalesStretchGraphs) {
   EXPECT_DOUBLE_EQ(placement.unitsPerPixelY, 70.0);
 }
 
+TEST_F(ViewState2DTest, PlacementsFollowTheWindow) {
+  state.showGraph({0, 10, 0, 5}, 1, 0.5);
+  state.resize({200, 400});
+  const GraphPlacement placement = state.graphPlacement().value();
+  expectNear(placement.visible, {-2, 12, -25.5, 30.5}, 1e-9);
+  EXPECT_DOUBLE_EQ(placement.unitsPerPixelX, 0.07);
+  EXPECT_DOUBLE_EQ(placement.unitsPerPixelY, 0.14);
+  state.view(Rect2{4, 5, 1, 2}, 0);  // of the whole graph, whatever part of it is shown
+  expectNear(state.graphPlacement()->visible, placement.visible, 1e-9);
+  const GraphPlacement other = state.graphPlacement({100, 200}).value();
+  expectNear(other.visible, placement.visible, 1e-9);
+  EXPECT_DOUBLE_EQ(other.unitsPerPixelX, 0.14);
+  state.resize({0, 400});
+  EXPECT_FALSE(state.graphPlacement());
+}
+
 TEST_F(ViewState2DTest, WithScalesNothingJumps) {
   state.showGraph({0, 10, 0, 5000}, 3, 0.003);
   const CParamsVue2D graph(state.current());
