@@ -1,60 +1,14 @@
 // What the 3D view keeps of itself in documents.
-#include <map>
-#include <string>
-#include <vector>
-
 #include "support/ControlTest_win.h"
+#include "support/Documents_win.h"
 
 namespace zyn::test {
 namespace {
 
-using Bytes = std::vector<BYTE>;
-
-ComPtr<IStream> streamOf(const Bytes& bytes) {
-  ComPtr<IStream> stream;
-  require(CreateStreamOnHGlobal(nullptr, TRUE, stream.ReleaseAndGetAddressOf()), "stream");
-  require(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), "Write");
-  require(stream->Seek({}, STREAM_SEEK_SET, nullptr), "Seek");
-  return stream;
-}
-
-/// A property bag that keeps what it is given.
-class Bag final : public Counted, public IPropertyBag {
- public:
-  std::map<std::wstring, _variant_t> values;
-
-  STDMETHODIMP QueryInterface(REFIID, void** out) override {
-    *out = nullptr;
-    return E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return add(); }
-  STDMETHODIMP_(ULONG) Release() override { return drop(); }
-  STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
-    const auto found = values.find(name);
-    if (found == values.end()) return E_INVALIDARG;
-    return VariantCopy(value, &found->second);
-  }
-  STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
-    values[name] = *value;
-    return S_OK;
-  }
-};
-
 class ControlPersistence : public ControlTest {
  protected:
-  Bytes saved() const {
-    const ComPtr<IStream> stream = streamOf({});
-    require(as<IPersistStreamInit>()->Save(stream.Get(), TRUE), "Save");
-    STATSTG status = {};
-    require(stream->Stat(&status, STATFLAG_NONAME), "Stat");
-    Bytes bytes(status.cbSize.QuadPart);
-    require(stream->Seek({}, STREAM_SEEK_SET, nullptr), "Seek");
-    require(stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), "Read");
-    return bytes;
-  }
-  HRESULT load(const Bytes& bytes) const {
-    return as<IPersistStreamInit>()->Load(streamOf(bytes).Get());
-  }
+  Bytes saved() const { return savedBy(control.Get()); }
+  HRESULT load(const Bytes& bytes) const { return loadInto(control.Get(), bytes); }
   void expectExtent(LONG width, LONG height) const {
     EXPECT_EQ(extent().cx, width);
     EXPECT_EQ(extent().cy, height);

@@ -6,17 +6,26 @@ namespace zyn::test {
 
 inline constexpr const wchar_t* kVue3DProgId = L"ZYNVue.ZYNVue3D";
 
-/// Base of the tests that hold a 3D view in a scripted container. At the end nothing may be left:
-/// no reference on the control, none on the container, no window.
+/// Base of the tests that hold a view, the 3D one unless they ask for another, in a scripted
+/// container. At the end nothing may be left: no reference on the control, none on the container,
+/// no window.
 class ControlTest : public HostTest {
+ private:
+  // First, so that the control is made with it.
+  const wchar_t* progId_;
+  IID events_;
+
  protected:
-  ControlTest() { makeControl(); }
+  explicit ControlTest(const wchar_t* progId = kVue3DProgId, REFIID events = DIID__IZYNVue3DEvents)
+      : progId_(progId), events_(events) {
+    makeControl();
+  }
   ~ControlTest() override {
     dropControl();
     EXPECT_EQ(container.references(), 0);
   }
 
-  void makeControl() { control = createObject<IOleObject>(kVue3DProgId); }
+  void makeControl() { control = createObject<IOleObject>(progId_); }
 
   /// Gives up the control, as a host does that takes its frame's active object back first.
   void dropControl() {
@@ -60,7 +69,7 @@ class ControlTest : public HostTest {
 
   ComPtr<IConnectionPoint> eventSource() const {
     ComPtr<IConnectionPoint> point;
-    require(as<IConnectionPointContainer>()->FindConnectionPoint(DIID__IZYNVue3DEvents,
+    require(as<IConnectionPointContainer>()->FindConnectionPoint(events_,
                                                                  point.ReleaseAndGetAddressOf()),
             "FindConnectionPoint");
     return point;
@@ -69,7 +78,7 @@ class ControlTest : public HostTest {
   /// Has the control fire MouseMove.
   void moveMouse(int x, int y) const { SendMessageW(window(), WM_MOUSEMOVE, 0, MAKELPARAM(x, y)); }
 
-  ScriptedContainer container{DIID__IZYNVue3DEvents};
+  ScriptedContainer container{events_};
   ComPtr<IOleObject> control;
 };
 
