@@ -1,9 +1,9 @@
 #include "objects/LabelPainter_gl.h"
 
-#include <array>
 #include <cmath>
 #include <string>
 
+#include "glcontext/ModelView_gl.h"
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
 #include "objects/AutoGLColor_gl.h"
@@ -37,37 +37,21 @@ class LabelColour {
   AutoGLColor colour_;
 };
 
-/// Takes the stretching out of the model-view matrix for a scope: the axes keep their directions
-/// and one unit is as long on both.
-class UnscaledPlane {
- public:
-  UnscaledPlane() {
-    std::array<GLdouble, 16> matrix{};
-    glGetDoublev(GL_MODELVIEW_MATRIX, matrix.data());
-    scale_ = {takeOut(&matrix[0]), takeOut(&matrix[4])};
-    glLoadMatrixd(matrix.data());
-  }
-
-  /// What was taken out.
-  PlaneScale scale() const { return scale_; }
-
- private:
-  /// Makes the axis one unit long, and tells how long it was; leaves one that has no length.
-  static double takeOut(GLdouble* axis) {
-    const double length = std::hypot(axis[0], axis[1], axis[2]);
-    if (length == 0 || !std::isfinite(length)) {
-      return 1.0;
-    }
-    for (int i = 0; i < 3; ++i) {
-      axis[i] /= length;
-    }
-    return length;
-  }
-
-  PushedAttributes matrixMode_{GL_TRANSFORM_BIT};
-  PushedMatrix matrix_{GL_MODELVIEW};
-  PlaneScale scale_;
+/// A plane of unit axes, and how much longer they were in the model-view matrix.
+struct UnscaledPlane {
+  ModelView matrix{};
+  PlaneScale scale{matrix.normalize(0), matrix.normalize(1)};
 };
+
+/// Makes a point the origin of the current model-view matrix, where OpenGL can calculate with that.
+bool startAt(const Point& origin) {
+  ModelView matrix;
+  matrix.moveTo(origin);
+  if (matrix.isUsable()) {
+    matrix.load();
+  }
+  return matrix.isUsable();
+}
 
 void drawBoxForSelection(const TextLabel& label, const TextBox& box,
                          const TextPlacement& placement) {
@@ -115,7 +99,8 @@ void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const P
   }
   fonts.buildDigits();
   const PushedAttributes rasterPosition(GL_CURRENT_BIT);
-  if (moveRasterTo(position.x, position.y, position.z, -anchor.x, -anchor.y)) {
+  const PushedMatrix matrix(GL_MODELVIEW);
+  if (startAt(position) && moveRasterTo(0, 0, 0, -anchor.x, -anchor.y)) {
     drawDigitText(fonts, size, number);
   }
 }
@@ -128,18 +113,46 @@ void setLines(bool smooth, double width) {
   glLineWidth(static_cast<GLfloat>(width));
 }
 
-void drawArrow(const Arrow& arrow) {
+/// Draws points of a dimension about one of them, near which single precision is enough.
+class DimensionPoints {
+ public:
+  explicit DimensionPoints(const DimensionShape& shape)
+      : origin_(shape.lines.back().from), visible_(startAt({origin_.x, origin_.y, 0})) {}
+
+  bool areVisible() const { return visible_; }
+  void draw(const PlanePoint& point) const { glVertex2d(point.x - origin_.x, point.y - origin_.y); }
+
+ private:
+  PushedMatrix matrix_{GL_MODELVIEW};
+  PlanePoint origin_;
+  bool visible_;
+};
+
+void drawArrow(const DimensionPoints& points, const Arrow& arrow) {
   for (const GLenum kind : {GL_TRIANGLES, GL_LINE_LOOP}) {
     glBegin(kind);
     for (const PlanePoint& corner : arrow) {
-      glVertex2d(corner.x, corner.y);
+      points.draw(corner);
     }
     glEnd();
   }
 }
 
+void drawLines(const DimensionPoints& points, const DimensionShape& shape) {
+  glBegin(GL_LINES);
+  for (const Segment& line : shape.lines) {
+    points.draw(line.from);
+    points.draw(line.to);
+  }
+  glEnd();
+}
+
 /// Smooth where the glyphs are, but for the straight lines of a dimension along an axis.
 void drawDimension(const DimensionShape& shape, bool smooth, double pixelScale) {
+  const DimensionPoints points(shape);
+  if (!points.areVisible()) {
+    return;
+  }
   const PushedAttributes attributes(GL_LINE_BIT | GL_HINT_BIT);
   if (smooth) {
     setLines(true, kFineLineWidth * pixelScale);
@@ -147,17 +160,12 @@ void drawDimension(const DimensionShape& shape, bool smooth, double pixelScale) 
   if (shape.alongAxis) {
     setLines(false, kDimensionLineWidth * pixelScale);
   }
-  glBegin(GL_LINES);
-  for (const Segment& line : shape.lines) {
-    glVertex2d(line.from.x, line.from.y);
-    glVertex2d(line.to.x, line.to.y);
-  }
-  glEnd();
+  drawLines(points, shape);
   if (smooth) {
     setLines(true, kFineLineWidth * pixelScale);
   }
   for (const Arrow& arrow : shape.arrows) {
-    drawArrow(arrow);
+    drawArrow(points, arrow);
   }
 }
 
@@ -186,20 +194,26 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
 
 bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
   const UnscaledPlane plane;
+  if (!plane.matrix.isUsable()) {
+    return false;
+  }
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix matrix(GL_MODELVIEW);
+  plane.matrix.load();
   const LabelColour colour(label);
   const double screenPixel = pixelLength(view.height);
   const double pixel = screenPixel * view.pixelScale;
   bool moved = false;
-  if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale())) {
-    moved = moveLabel(label, *dimension, plane.scale());
+  if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale)) {
+    moved = moveLabel(label, *dimension, plane.scale);
     if (mode >= 0) {
       drawDimension(*dimension, fonts.outlineLists() != 0, view.pixelScale);
     }
   }
   const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
   Point position;
-  position.x = label.position.x * plane.scale().x;
-  position.y = label.position.y * plane.scale().y;
+  position.x = label.position.x * plane.scale.x;
+  position.y = label.position.y * plane.scale.y;
   if (const int size = digitSizeOf(label, view.pixelScale)) {
     drawDigits(label, fonts, size, position, screenPixel, mode);
   } else {

@@ -285,6 +285,22 @@ TEST_F(PlainLabelTest, ScalesOf2DViewsMoveItButDoNotStretchIt) {
   }
 }
 
+TEST_F(PlainLabelTest, IsExactlyInItsPlaceFarFromTheOrigin) {
+  label_.reference = 1;
+  for (const bool readable : {true, false}) {
+    label_.alwaysReadable = readable;
+    label_.position = {1e9 + 7, -5e8 - 4, 0};
+    glLoadIdentity();
+    glTranslated(-1e9, 5e8, 0);
+    expectRed(draw3D(), 7, -4, 15, 20);
+    expectRed(draw2D(), 7, -4, 15, 20);
+    glLoadIdentity();
+    glTranslated(-4e9, 2.5e8, 0);
+    glScaled(4, 0.5, 1);
+    expectRed(draw2D(), 4 * 7, -2, 15, 20);
+  }
+}
+
 TEST_F(PlainLabelTest, TurnsWithA2DViewUnlessItIsAlwaysReadable) {
   label_.reference = 1;
   glRotated(90, 0, 0, 1);
@@ -374,6 +390,13 @@ TEST_F(DigitLabelTest, InFinePicturesTheirSizeGrows) {
   expectRed(draw2D(), 0, 0, digitTextWidth("80", 7), 10);
   view_.pixelScale = 4;
   expectRed(draw2D(), 3, -5, 15 + 20, 20);  // blocks
+}
+
+TEST_F(DigitLabelTest, FarFromTheOrigin) {
+  label_.height = 8;
+  label_.position = {1e9 + 7.25, 0.25, 0};
+  glTranslated(-1e9, 0, 0);
+  expectRed(draw2D(), 7, 0, 11, 8);
 }
 
 TEST_F(DigitLabelTest, OnlyIn2DAndOnlyNumbers) {
@@ -499,6 +522,14 @@ TEST_F(DimensionLabelTest, InAStretchedView) {
   EXPECT_EQ(draw2D(), plain);
   EXPECT_DOUBLE_EQ(label_.position.x, position.x / 4);
   EXPECT_DOUBLE_EQ(label_.position.y, position.y / 0.5);
+}
+
+TEST_F(DimensionLabelTest, FarFromTheOrigin) {
+  const Image plain = draw2D();
+  glTranslated(-1e9, 0, 0);
+  label_.dimension.first.x += 1e9;
+  label_.dimension.second.x += 1e9;
+  EXPECT_EQ(draw2D(), plain);
 }
 
 TEST_F(DimensionLabelTest, InFinePicturesItsPixelsGrow) {

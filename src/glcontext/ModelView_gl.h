@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+
+#include "core/Point.h"
+#include "glcontext/gl_api.h"
+
+namespace zyn {
+
+/// A model-view matrix, calculated with in double precision: what is moved to a point far from the
+/// model's origin, in a view that looks there, is exactly in its place.
+class ModelView {
+ public:
+  /// That of the current context.
+  ModelView();
+
+  /// Makes a model point the origin.
+  void moveTo(const Point& point);
+
+  /// Gives the axes the directions and the scale of the screen's.
+  void faceViewer();
+
+  void scale(double factor);
+
+  /// Makes an axis (0: x, 1: y, 2: z) one unit long on its way to the eye, and tells how long it
+  /// was; leaves one that has no length, and tells 1.
+  double normalize(int axis);
+
+  /// Whether OpenGL, in its single precision, can calculate with it.
+  bool isUsable() const;
+
+  /// Makes it that of the current context, whose matrix mode has to be GL_MODELVIEW.
+  void load() const { glLoadMatrixd(columns_.data()); }
+
+ private:
+  GLdouble& at(int column, int row) { return columns_[static_cast<std::size_t>(4 * column + row)]; }
+
+  std::array<GLdouble, 16> columns_{};
+};
+
+}  // namespace zyn
