@@ -27,16 +27,6 @@ std::optional<ModelView> planeOf(const TextPlacement& placement) {
   return placement.scale != 0 && plane.isUsable() ? std::optional(plane) : std::nullopt;
 }
 
-/// A text's plane for a scope.
-class TextPlane {
- public:
-  explicit TextPlane(const ModelView& plane) { plane.load(); }
-
- private:
-  PushedAttributes attributes_{kTouchedState};
-  PushedMatrix modelView_{GL_MODELVIEW};
-};
-
 void callLists(GLuint base, std::string_view text) {
   const PushedMatrix start(GL_MODELVIEW);
   glListBase(base);
@@ -45,13 +35,8 @@ void callLists(GLuint base, std::string_view text) {
 
 }  // namespace
 
-void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
-              double lineWidth) {
-  const auto matrix = planeOf(placement);
-  if (text.empty() || !matrix) {
-    return;
-  }
-  const TextPlane plane(*matrix);
+void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
+  const PushedAttributes attributes(kTouchedState);
   if (glIsList(fonts.filledLists()) != GL_FALSE) {
     callLists(fonts.filledLists(), text);
   }
@@ -63,12 +48,26 @@ void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlac
   }
 }
 
-void drawTextBox(const TextBox& box, const TextPlacement& placement) {
-  const auto matrix = planeOf(placement);
-  if (!matrix) {
+void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
+              double lineWidth) {
+  const auto plane = planeOf(placement);
+  if (text.empty() || !plane) {
     return;
   }
-  const TextPlane plane(*matrix);
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  plane->load();
+  drawGlyphs(fonts, text, lineWidth);
+}
+
+void drawTextBox(const TextBox& box, const TextPlacement& placement) {
+  const auto plane = planeOf(placement);
+  if (!plane) {
+    return;
+  }
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  plane->load();
   glBegin(GL_POLYGON);
   glVertex2d(box.left, box.bottom);
   glVertex2d(box.right, box.bottom);

@@ -19,9 +19,13 @@ struct TextPlacement {
 };
 
 /// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their
-/// outlines where the fonts have them, as smooth lines `lineWidth` pixels wide. Lighting and depth
-/// test are the caller's; the state is left as it was. Nothing is drawn for a placement that is not
-/// finite.
+/// outlines where the fonts have them, as smooth lines `lineWidth` pixels wide. Its baseline starts
+/// at the origin of the model-view matrix, whose unit is an em height. Lighting and depth test are
+/// the caller's; the state is left as it was. May be compiled into a display list.
+void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth = 0.1);
+
+/// Draws a text as drawGlyphs does, but in its place; not into a display list. Nothing is drawn for
+/// a placement that is not finite.
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
               double lineWidth = 0.1);
 

@@ -57,8 +57,10 @@ void paint(const PlacedLabel& label, const LabelFont& font, const CGLFontContext
 
 void paint(const PlacedTitle& title, const PixelImage& picture, const CGLFontContext& fonts) {
   for (const PlacedTitle::Text& text : title.texts) {
-    drawText(fonts, text.text,
-             {.position = {text.start.x, text.start.y, 0}, .anchor = {}, .scale = text.scale});
+    const PushedMatrix modelview(GL_MODELVIEW);
+    glTranslated(text.start.x, text.start.y, 0);
+    glScaled(text.scale, text.scale, text.scale);
+    drawGlyphs(fonts, text.text);
   }
   if (title.picture) {
     glRasterPos2d(title.picture->x, title.picture->y);

@@ -213,6 +213,36 @@ TEST_F(View2DGraph, KeepsItsTitlesWhenGlyphsAreBuiltAgain) {
   }
 }
 
+TEST_F(View2DGraph, IsThereAgainInTheNextWindow) {
+  const AxisOf axis{.name = L"Temps", .unit = L"s"};
+  const Image before = shown(axis, axis);
+  for (int i = 0; i < 2; ++i) {
+    host.deactivate();
+    host.activate();
+    host.paint();
+    EXPECT_EQ(host.shown(), before);
+  }
+  const Image other = shown({.max = 4}, {.max = 4});
+  shown(axis, axis);
+  host.deactivate();
+  show(host, {.max = 4}, {.max = 4});
+  host.activate();
+  host.paint();
+  EXPECT_EQ(host.shown(), other);
+}
+
+TEST_F(View2DGraph, ShownWithoutRoomItIsLaidOutWithTheNextSize) {
+  const AxisOf axis{.name = L"Temps", .unit = L"s"};
+  const Image expected = shown(axis, axis);
+  for (const SIZE none : {SIZE{0, 0}, {400, 0}}) {
+    host.resize(none);
+    show(host, axis, axis);
+    host.resize(kSize);
+    host.paint();
+    EXPECT_EQ(host.shown(), expected);
+  }
+}
+
 TEST_F(View2DGraph, DecadesHaveTheColoursOfTheirObjects) {
   const auto colour = [](double r, double g, double b) {
     auto object = createObject<IZYNCouleur>(L"ZYNModeleGeom.Couleur");

@@ -114,6 +114,22 @@ void ViewHost::resize(SIZE size) const {
   SetWindowPos(container_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void ViewHost::deactivate() {
+  require(queryFor<IOleInPlaceObject>(control_.Get())->InPlaceDeactivate(), "InPlaceDeactivate");
+  window_ = nullptr;
+}
+
+void ViewHost::activate() {
+  const auto object = queryFor<IOleObject>(control_.Get());
+  ComPtr<IOleClientSite> site;
+  require(object->GetClientSite(site.ReleaseAndGetAddressOf()), "GetClientSite");
+  RECT position = {};
+  GetClientRect(container_, &position);
+  require(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, site.Get(), 0, container_, &position),
+          "DoVerb");
+  require(queryFor<IOleWindow>(control_.Get())->GetWindow(&window_), "GetWindow");
+}
+
 void ViewHost::close() {
   if (const HWND frame = std::exchange(frame_, nullptr); IsWindow(frame)) DestroyWindow(frame);
 }

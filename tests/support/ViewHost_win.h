@@ -24,6 +24,9 @@ class ViewHost {
   SIZE clientSize() const;
 
   void resize(SIZE size) const;
+  /// Has the view lose its window, and get one again.
+  void deactivate();
+  void activate();
   /// Destroys the container, and the view's window with it.
   void close();
   /// Gives up the host's references on the view.
