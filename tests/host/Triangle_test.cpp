@@ -1,8 +1,8 @@
 // The triangle as a host sees it: its members by vtable and by name, its boxes, its COM identity.
 #include <climits>
 
-#include "support/ForeignBase_win.h"
 #include "support/LateBinding_win.h"
+#include "support/Outer_win.h"
 
 namespace zyn::test {
 namespace {
@@ -353,20 +353,6 @@ TEST_F(TriangleTest, ReferencesBalance) {
   { auto draw = queryFor<IGLDraw>(triangle_.Get()); }
   EXPECT_EQ(referencesOf(triangle_.Get()), 1u);
 }
-
-/// An object that holds a triangle inside and shows its interfaces as its own.
-class Outer final : public ForeignBase<Outer, IZYNObjet> {
- public:
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    const HRESULT own = ForeignBase::QueryInterface(iid, out);
-    return own == E_NOINTERFACE && inner ? inner->QueryInterface(iid, out) : own;
-  }
-  ComPtr<IUnknown> inner;
-
- private:
-  ~Outer() override = default;
-  friend ForeignBase;
-};
 
 TEST_F(TriangleTest, CanBeAggregated) {
   auto outer = makeForeign<Outer>();
