@@ -26,7 +26,8 @@ LabelFont LabelFont::forWindow(double pixels) {
 double LabelFont::digitHeight() const { return zyn::digitHeight(size); }
 
 double LabelFont::exponentRise() const {
-  return zyn::digitHeight(size) - zyn::digitHeight(exponentSize) / 2;
+  const int halfExponent = zyn::digitHeight(exponentSize) / 2;
+  return zyn::digitHeight(size) - halfExponent;
 }
 
 double LabelFont::width(const Graduation& graduation) const {
