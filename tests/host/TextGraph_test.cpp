@@ -560,6 +560,16 @@ TEST_F(TextInGraph, ADimensionInAStretchedGraph) {
   EXPECT_TRUE(dark(right - 12, line + 1.5));
 }
 
+TEST_F(TextInGraph, ADimensionIsMeasuredWhereItPutItsText) {
+  const auto label = makeDimension(2, 20.5, 0, 40.5, 0, 10);
+  view_->Add(label.Get(), 0);
+  view_->Add(makeThreeDigits(0, 0).Get(), 0);
+  view_.paint();
+  view_->UpdateParams();
+  view_->initView();
+  EXPECT_NEAR(view_.params().x, 30.5 / 2, 1e-3);
+}
+
 TEST_F(TextInGraph, IsDrawnInItsOrder) {
   const auto label = add(makeThreeDigits(0, 0));
   const auto plate = makePlate({-10, 10, -5, 5}, kYellow);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/ArrayVariant_win.h"
 #include "support/GlSnapshot_win.h"
 #include "support/Pickable_win.h"
 #include "support/Texts_win.h"
@@ -303,6 +304,28 @@ TEST_F(TextInView, ThePictureForAContainerShowsIt) {
   add(L"Container", 30, 9);
   view_.paint();
   EXPECT_GT(inkOf(view_.picture({200, 100}), kWhite), 100);
+}
+
+TEST_F(TextInView, AMovedLabelIsMeasuredAgain) {
+  View3DHost alone;
+  const auto left = makeText(L"L");
+  const auto right = makeText(L"R");
+  left->setPosition(-5, 0, 0, 0);
+  right->setPosition(5, 2, 4, 0);
+  // The point in the middle, read without any other object in the scene.
+  const auto middle = [&] {
+    _variant_t point;
+    alone->VueXYp(0);
+    EXPECT_EQ(alone->getPixelPlanIntersection(200, 100, doubleArray({0, 0, 1, 0}), &point), S_OK);
+    return doublesIn(point).at(0);
+  };
+  alone->Add(left.Get(), 0);
+  alone->Add(right.Get(), 0);
+  alone->initView(0);
+  EXPECT_NEAR(middle(), 0, 1e-6);
+  right->setPosition(15, 2, 4, 0);
+  alone->Add(makeText(L"M").Get(), 0);
+  EXPECT_NEAR(middle(), 5, 1e-6);
 }
 
 // --- many ----------------------------------------------------------------------------------------
