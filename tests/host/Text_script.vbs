@@ -4,7 +4,7 @@ Option Explicit
 Dim text, copy, rectangle, context, files, picture, greeting
 Dim x, y, z, reference
 
-greeting = "D" & ChrW(233) & "j" & ChrW(224) & " vu"
+greeting = "Bonjour"
 Set text = CreateObject("ZYNVue.ZYNGLTexte")
 text.Texte = greeting
 text.HauteurPixels = 30
