@@ -12,20 +12,26 @@ pictures=()
 
 die() { printf 'demo: %s\n' "$*" >&2; exit 1; }
 
-# shoot MODEL NAME UPRIGHT: every view, look and format that zynshot offers, in one run.
+# shoot MODEL NAME UPRIGHT: every view, look and format that zynshot offers, in one run; annotated with the logo of
+# the scripts where they have run.
 shoot() {
-  local model=$1 name=$2 upright=$3 view arguments=() shots=()
+  local model=$1 name=$2 upright=$3 view arguments=() shots=() logo=()
+  if [[ -f vbscript/logo.bmp ]]; then
+    logo=(--logo vbscript/logo.bmp)
+  fi
   for view in xy+ xy- xz+ xz- yz+ yz- turning; do
     shots+=("$name-$view.png")
     arguments+=(-o "$name-$view.png" --view "$view")
   done
-  shots+=("$name.png" "$name.jpg" "$name.gif" "$name.bmp" "$name-translucent.png" "$name-outline.png")
+  shots+=("$name.png" "$name.jpg" "$name.gif" "$name.bmp" "$name-translucent.png" "$name-outline.png"
+    "$name-annotated.png")
   arguments+=(-o "$name.png" --view "$upright"
     -o "$name.jpg" --view "$upright" --material metal --color gold
     -o "$name.gif" --view "$upright" --light1 off
     -o "$name.bmp" --view "$upright" --gradient orange
     -o "$name-translucent.png" --view "$upright" --color tomato --transparent 0.35
-    -o "$name-outline.png" --view "$upright" --outline --color navy --background white)
+    -o "$name-outline.png" --view "$upright" --outline --color navy --background white
+    -o "$name-annotated.png" --view "$upright" --dimensions --title "${name^}" "${logo[@]}")
   printf '== zynshot: %s\n' "$model"
   "$zyn" run "$zynshot" "$model" --size 1200x900 --smooth 30 --gradient '#88aad8' --light1 -35,40 \
     --light2 '70,-10,#b0c8ff' "${arguments[@]}" || die "zynshot failed"
@@ -44,7 +50,8 @@ play() {
 }
 
 play_both() {
-  play gallery.vbs "$1" vbscript xy+.png xy-.png xz+.png xz-.png yz+.jpg yz-.gif turning.bmp translucent.png
+  play gallery.vbs "$1" vbscript xy+.png xy-.png xz+.png xz-.png yz+.jpg yz-.gif turning.bmp translucent.png \
+    annotated.png logo.bmp
   play heights.js "$2" jscript heights.png heights.jpg heights.gif heights.bmp
 }
 
@@ -81,15 +88,15 @@ mkdir -p "$gallery"
 cd "$gallery"
 if [[ $# -gt 0 ]]; then
   name=$(basename "${model%.*}")
-  shoot "$model" "$name" iso
   if is_text_stl "$model"; then
     play_both "$model" "$model"
   fi
+  shoot "$model" "$name" iso
   watch "$model"
 else
+  play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
   shoot "$models/STL/Wuson.stl" wuson iso-y
   shoot "$models/OBJ/regr01.obj" house iso
-  play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
   watch "$models/OBJ/spider.obj"
 fi
 list_pictures

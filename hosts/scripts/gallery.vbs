@@ -1,5 +1,6 @@
-' Renders a model from a text STL file from all sides: the six axis views, the turning view and a
-' translucent one, on a gradient background, lit by two lights.
+' Renders a model from a text STL file from all sides: the six axis views, the turning view, a
+' translucent one, and one with title, dimensions and logo, on a gradient background, lit by two
+' lights.
 '
 '   cscript //nologo gallery.vbs MODEL.stl FOLDER
 '
@@ -8,11 +9,17 @@ Option Explicit
 
 Const PictureWidth = 800
 Const PictureHeight = 600
-Const Shaded = 0  ' drawing mode of Add; 1 would draw outlines
+Const Shaded = 0  ' drawing modes of Add
+Const Outline = 1
 
-Dim files, context, triangles, folder, pictures
+Const UpperRightAnchor = 3  ' points of a text that setPosition places
+Const UpperLeftAnchor = 4
+Const LeftMiddleAnchor = 8
+
+Dim files, context, triangles, folder, pictures, surplus
 Set files = CreateObject("Scripting.FileSystemObject")
 pictures = 0
+surplus = 0.1  ' margin around the model
 
 On Error Resume Next
 Main
@@ -52,11 +59,25 @@ Sub Main()
     triangle.setColor 0.85, 0.55, 0.25, 0.4
   Next
   TakePicture box, Array(0, 0, -1), y, "translucent.png"
+
+  For Each triangle In triangles
+    triangle.setColor 0.75, 0.65, 0.5, 1
+  Next
+  surplus = 0.35
+  Dim direction, up
+  direction = Unit(Array(-1, 1, -1))
+  up = Cross(direction, Unit(Cross(z, direction)))
+  AddDimensions box
+  AddText Replace(files.GetBaseName(WScript.Arguments(0)), "_", " "), 36, _
+          PointOnScreen(box, direction, up, 24, PictureHeight - 20), UpperLeftAnchor
+  AddLogo MakeLogo, PointOnScreen(box, direction, up, PictureWidth - 24, 24)
+  TakePicture box, direction, up, "annotated.png"
 End Sub
 
 ' Makes the drawing surface, its background and its lights.
 Sub PrepareContext()
   context.BackColor = Array(1, 1, 1)
+  context.LineAntialiasing = True
   context.MultiSampleAntialiasing = True
   context.CreateContext PictureWidth, PictureHeight
   context.GradientBackground = True
@@ -121,6 +142,155 @@ Function MakeTriangle(corners)
   Set MakeTriangle = triangle
 End Function
 
+' The length, width and height of the box, each at an edge at the lower side of the picture.
+Sub AddDimensions(box)
+  Dim gap, corner
+  gap = 0.07 * Greatest(box.DX, Greatest(box.DY, box.DZ))
+  corner = Array(box.XMax, box.YMin, box.ZMin)
+  AddDimension Array(box.XMin, box.YMin, box.ZMin), corner, Array(0, -gap, 0), box.DX, UpperRightAnchor
+  AddDimension corner, Array(box.XMax, box.YMax, box.ZMin), Array(gap, 0, 0), box.DY, UpperLeftAnchor
+  AddDimension Array(box.XMax, box.YMax, box.ZMin), Array(box.XMax, box.YMax, box.ZMax), Array(gap, 0, 0), _
+               box.DZ, LeftMiddleAnchor
+End Sub
+
+' A dimension from a to b, its line moved outwards: extension lines, dimension line with arrows, text.
+Sub AddDimension(a, b, outwards, length, anchor)
+  Dim foot, head, along, across
+  foot = Sum(a, outwards)
+  head = Sum(b, outwards)
+  AddLine a, Sum(foot, Times(outwards, 0.2))
+  AddLine b, Sum(head, Times(outwards, 0.2))
+  AddLine foot, head
+  along = Times(Unit(Difference(b, a)), 0.5 * Norm(outwards))
+  across = Times(outwards, 0.12)
+  AddLine foot, Sum(foot, Sum(along, across))
+  AddLine foot, Sum(foot, Difference(along, across))
+  AddLine head, Difference(head, Sum(along, across))
+  AddLine head, Difference(head, Difference(along, across))
+  AddText FormatNumber(length, 2), 22, Sum(Times(Sum(foot, head), 0.5), Times(outwards, 0.25)), anchor
+End Sub
+
+' The outline of a triangle without width, in a colour that no light changes.
+Sub AddLine(a, b)
+  Dim line
+  Set line = CreateObject("ZYNVue.ZYNGLTriangle")
+  line.setPoint 0, a(0), a(1), a(2)
+  line.setPoint 1, b(0), b(1), b(2)
+  line.setPoint 2, b(0), b(1), b(2)
+  Flatten line, 0.1, 0.2, 0.4
+  context.Add line, Outline
+End Sub
+
+Sub AddText(words, pixels, place, anchor)
+  Dim text
+  Set text = CreateObject("ZYNVue.ZYNGLTexte")
+  text.Texte = words
+  text.HauteurPixels = pixels
+  text.setColor 0.1, 0.2, 0.4, 1
+  text.setPosition place(0), place(1), place(2), anchor
+  context.Add text, Shaded
+End Sub
+
+' Shows the picture with its lower right corner at the place.
+Sub AddLogo(picture, place)
+  Dim sprite
+  Set sprite = CreateObject("ZYNVue.ZYNGLBitmap")
+  Set sprite.Picture = picture
+  sprite.setPosition place(0), place(1), place(2)
+  sprite.setOrigine sprite.largeur, 0
+  context.Add sprite, Shaded
+End Sub
+
+' A logo drawn by the component itself, on a surface of its own: a cube and a name. It is also
+' written into the folder, for programs that take logos from files.
+Function MakeLogo()
+  Const Width = 200
+  Const Height = 56
+  Dim logo, box, text, face, mode
+  Set logo = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
+  logo.BackColor = Array(0.08, 0.15, 0.32)
+  logo.LineAntialiasing = True
+  logo.MultiSampleAntialiasing = True
+  logo.CreateContext Width, Height
+  ' One unit is a pixel.
+  Set box = CreateObject("ZYNModeleGeom.Box3D")
+  box.XMax = Width
+  box.YMax = Height
+  logo.ViewParams box, 0, ViewFrame(Array(0, 0, -1), Array(0, 1, 0))
+  ' The smooth outlines around the faces soften their edges.
+  For Each mode In Array(Shaded, Outline)
+    For face = 0 To 2
+      AddCubeFace logo, 32, 28, 21, face, mode
+    Next
+  Next
+  Set text = CreateObject("ZYNVue.ZYNGLTexte")
+  text.Texte = "ZYNVue"
+  text.HauteurPixels = 36
+  text.setColor 1, 1, 1, 1
+  text.setPosition 62, 28, 0, LeftMiddleAnchor
+  logo.Add text, Shaded
+  logo.CreateBitmap files.BuildPath(folder, "logo.bmp")
+  pictures = pictures + 1
+  Set MakeLogo = logo.GetPictureDisp
+End Function
+
+' One of the three rhombs of a cube seen from its corner: right, upper, left.
+Sub AddCubeFace(logo, x, y, size, face, mode)
+  Dim colours, points(3), half, triangle, i
+  colours = Array(Array(0.98, 0.65, 0.2), Array(0.9, 0.95, 1), Array(0.35, 0.62, 0.95))
+  points(0) = Array(x, y)
+  For i = 0 To 2
+    points(i + 1) = Array(x + size * Cos(Radians(120 * face - 90 + 60 * i)), _
+                          y + size * Sin(Radians(120 * face - 90 + 60 * i)))
+  Next
+  For Each half In Array(Array(0, 1, 2), Array(0, 2, 3))
+    Set triangle = CreateObject("ZYNVue.ZYNGLTriangle")
+    For i = 0 To 2
+      triangle.setPoint i, points(half(i))(0), points(half(i))(1), 0
+    Next
+    Flatten triangle, colours(face)(0), colours(face)(1), colours(face)(2)
+    logo.Add triangle, mode
+  Next
+End Sub
+
+' A colour that no light changes: the material only emits.
+Sub Flatten(triangle, r, g, b)
+  triangle.setMaterial r, g, b, 1, 0, 0, 0, 0, 1
+End Sub
+
+' The point in the middle of the depth that a picture of the box shows x pixels from its left and y
+' pixels from its lower side.
+Function PointOnScreen(box, direction, up, x, y)
+  Dim right_, pixel, centre
+  right_ = Cross(direction, up)
+  pixel = (1 + surplus) * Greatest(Shadow(box, right_) / PictureWidth, Shadow(box, up) / PictureHeight)
+  centre = Array((box.XMin + box.XMax) / 2, (box.YMin + box.YMax) / 2, (box.ZMin + box.ZMax) / 2)
+  PointOnScreen = Sum(centre, Sum(Times(right_, (x - PictureWidth / 2) * pixel), _
+                                  Times(up, (y - PictureHeight / 2) * pixel)))
+End Function
+
+' How long a box looks along a direction.
+Function Shadow(box, direction)
+  Shadow = Abs(direction(0)) * box.DX + Abs(direction(1)) * box.DY + Abs(direction(2)) * box.DZ
+End Function
+
+Function Greatest(a, b)
+  Greatest = a
+  If b > a Then Greatest = b
+End Function
+
+Function Sum(a, b)
+  Sum = Array(a(0) + b(0), a(1) + b(1), a(2) + b(2))
+End Function
+
+Function Times(v, factor)
+  Times = Array(v(0) * factor, v(1) * factor, v(2) * factor)
+End Function
+
+Function Norm(v)
+  Norm = Sqr(v(0) * v(0) + v(1) * v(1) + v(2) * v(2))
+End Function
+
 Function Difference(a, b)
   Difference = Array(a(0) - b(0), a(1) - b(1), a(2) - b(2))
 End Function
@@ -132,9 +302,9 @@ End Function
 ' The vector made one long; one without length stays as it is.
 Function Unit(v)
   Dim length
-  length = Sqr(v(0) * v(0) + v(1) * v(1) + v(2) * v(2))
+  length = Norm(v)
   If length = 0 Then length = 1
-  Unit = Array(v(0) / length, v(1) / length, v(2) / length)
+  Unit = Times(v, 1 / length)
 End Function
 
 ' The words of a line; the first one is empty for an empty line.
@@ -174,7 +344,7 @@ Sub TakePicture(box, direction, up, name)
   Dim file
   file = files.BuildPath(folder, name)
   If files.FileExists(file) Then files.DeleteFile file
-  context.ViewParams box, 0.1, ViewFrame(direction, up)
+  context.ViewParams box, surplus, ViewFrame(direction, up)
   Select Case LCase(files.GetExtensionName(name))
     Case "png"
       context.CreatePNG "", file

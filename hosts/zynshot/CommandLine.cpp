@@ -26,6 +26,10 @@ struct PictureOption {
 /// Largest side that all four formats can state.
 constexpr int kMostPixels = 65535;
 
+std::filesystem::path pathOf(std::string_view utf8) {
+  return {std::u8string(utf8.begin(), utf8.end())};
+}
+
 void setSize(PictureOptions& picture, std::string_view value) {
   const std::vector<std::string_view> sides = split(value, 'x');
   if (sides.size() != 2) {
@@ -41,7 +45,7 @@ void setColour(PictureOptions& picture, std::string_view value) {
   picture.appearance.alpha = alpha.value_or(picture.appearance.alpha);
 }
 
-const std::array<PictureOption, 14> kPictureOptions = {{
+const std::array<PictureOption, 17> kPictureOptions = {{
     {"--view", "VIEW",
      "xy+ xy- xz+ xz- yz+ yz- (the plane shown and the\n"
      "side of the eye), turning (from +y, +x up), iso\n"
@@ -70,6 +74,14 @@ const std::array<PictureOption, 14> kPictureOptions = {{
      [](PictureOptions& p, std::string_view v) { parseLight(v, p.light2); }},
     {"--ambient", "LEVEL[,COLOUR]", "light from everywhere, 0 to 1 (default 0.4)",
      [](PictureOptions& p, std::string_view v) { p.ambient = parseAmbient(v); }},
+    {"--dimensions", "", "draw the box of the model and its sizes",
+     [](PictureOptions& p, std::string_view) { p.annotations.dimensions = true; }},
+    {"--title", "TEXT", "write this in the upper left corner",
+     [](PictureOptions& p, std::string_view v) { p.annotations.title = v; }},
+    {"--logo", "FILE",
+     "show this picture (BMP, GIF, JPEG, icon or metafile)\n"
+     "in the lower right corner, in its own size",
+     [](PictureOptions& p, std::string_view v) { p.annotations.logo = pathOf(v); }},
     {"--surplus", "FRACTION", "margin around the model (default 0.1)",
      [](PictureOptions& p, std::string_view v) { p.surplus = parseNumber(v, 0, 100); }},
     {"--dpi", "NUMBER",
@@ -84,10 +96,6 @@ const PictureOption* findPictureOption(std::string_view name) {
   const auto* const found = std::find_if(kPictureOptions.begin(), kPictureOptions.end(),
                                          [name](const PictureOption& o) { return o.name == name; });
   return found == kPictureOptions.end() ? nullptr : found;
-}
-
-std::filesystem::path pathOf(std::string_view utf8) {
-  return {std::u8string(utf8.begin(), utf8.end())};
 }
 
 PictureFormat formatOf(const std::string& file) {

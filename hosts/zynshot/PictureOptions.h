@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "zynshot/Colour.h"
 #include "zynshot/Lighting.h"
@@ -30,6 +31,15 @@ struct Surface {
   bool operator==(const Surface&) const = default;
 };
 
+/// What is written over the model.
+struct Annotations {
+  bool dimensions = false;     ///< its box and overall sizes
+  std::string title;           ///< UTF-8, in the upper left corner
+  std::filesystem::path logo;  ///< a picture file, shown in the lower right corner
+
+  bool operator==(const Annotations&) const = default;
+};
+
 /// Everything that one picture is made from.
 struct PictureOptions {
   std::filesystem::path file;
@@ -42,6 +52,7 @@ struct PictureOptions {
   AmbientLight ambient{.intensity = 0.4};
   DirectionalLight light1{.azimuth = -30, .elevation = 30, .strength = 1.0};
   DirectionalLight light2{.on = false, .strength = 0.4};
+  Annotations annotations;
   double surplus = 0.1;       ///< margin around the model, as a fraction of its size
   std::optional<double> dpi;  ///< none: as on the screen
   int quality = 90;           ///< of JPEG, 0 to 100

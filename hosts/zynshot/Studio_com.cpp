@@ -6,6 +6,8 @@
 #include "common/MeshObjects_com.h"
 #include "common/NumberArray_com.h"
 #include "common/OutputFile.h"
+#include "zynshot/AnnotationObjects_com.h"
+#include "zynshot/Dimensions.h"
 
 namespace zyn::shot {
 
@@ -27,6 +29,7 @@ void Studio::take(const PictureOptions& picture) {
   aim(picture);
   scene_.paint(picture.appearance);
   scene_.show(*context_.Get(), picture);
+  annotate(picture);
   write(picture);
 }
 
@@ -62,8 +65,29 @@ void Studio::light(const PictureOptions& picture) {
 
 void Studio::aim(const PictureOptions& picture) {
   _variant_t frame = numberArray(frameOf(picture.view));
-  check(context_->ViewParams(box_.Get(), picture.surplus, &frame), L"ViewParams");
+  check(context_->ViewParams(box_.Get(), surplusOf(picture), &frame), L"ViewParams");
   check(context_->put_DPIResolution(picture.dpi.value_or(screenDpi_)), L"DPIResolution");
+}
+
+void Studio::annotate(const PictureOptions& picture) {
+  const Frame frame(scene_.bounds(), picture.view, picture.surface.width, picture.surface.height,
+                    surplusOf(picture));
+  for (const auto& object :
+       makeAnnotations(picture, scene_.bounds(), frame, pixelScaleOf(picture))) {
+    check(context_->Add(object.Get(), 0), L"Add");
+  }
+}
+
+double Studio::pixelScaleOf(const PictureOptions& picture) const {
+  return picture.dpi.value_or(screenDpi_) / screenDpi_;
+}
+
+double Studio::surplusOf(const PictureOptions& picture) const {
+  const Surface& surface = picture.surface;
+  const bool takesRoom = picture.annotations.dimensions;
+  return picture.surplus +
+         (takesRoom ? roomForDimensions(surface.width, surface.height, pixelScaleOf(picture))
+                    : 0.0);
 }
 
 void Studio::write(const PictureOptions& picture) {

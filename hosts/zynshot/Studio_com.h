@@ -21,7 +21,13 @@ class Studio {
   void prepare(const Surface& surface);
   void light(const PictureOptions& picture);
   void aim(const PictureOptions& picture);
+  void annotate(const PictureOptions& picture);
   void write(const PictureOptions& picture);
+
+  /// Pixels of the picture for a pixel of a screen.
+  double pixelScaleOf(const PictureOptions& picture) const;
+  /// The margin with the room that dimensions take.
+  double surplusOf(const PictureOptions& picture) const;
 
   Scene& scene_;
   Microsoft::WRL::ComPtr<IZYN3DGLBitmapContext> context_;

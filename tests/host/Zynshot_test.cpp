@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "support/ImageDecoder_win.h"
+#include "support/Pictures_win.h"
 #include "support/Program_win.h"
 #include "support/TempFolder_win.h"
 
@@ -88,6 +89,80 @@ TEST_F(ZynshotTest, blendsATranslucentModelWithTheBackground) {
   const Rgb half = picture(plain + L" --transparent 0.5").at(50, 80);
   EXPECT_LE(difference(opaque, {255, 0, 0}), 3);
   EXPECT_LE(difference(half, {128, 0, 128}), 4);
+}
+
+void writeLogo(const std::filesystem::path& file) {
+  const auto bytes = bmpFile(makeQuarters(20, 12));
+  writeFile(file, std::string(bytes.begin(), bytes.end()));
+}
+
+TEST_F(ZynshotTest, showsALogoInTheLowerRightCorner) {
+  writeLogo(folder_.file(L"logo.bmp"));
+  const Image image = picture(L"--view yz+ --logo {logo.bmp}");
+  const Image quarters = makeQuarters(20, 12);
+  for (int y = 0; y < quarters.height(); ++y) {
+    for (int x = 0; x < quarters.width(); ++x) {
+      ASSERT_EQ(image.at(160 - 28 - 20 + x, 120 - 28 - 12 + y), quarters.at(x, y))
+          << x << ", " << y;
+    }
+  }
+  EXPECT_EQ(image.count({255, 255, 0}), 20 * 12 / 4);
+}
+
+/// Dark blue, as texts are on a bright background.
+bool isInk(const Rgb& colour) { return colour.r < 60 && colour.g < 80 && colour.b < 120; }
+
+/// The smallest rectangle around all ink.
+PixelBox inkIn(const Image& image) {
+  PixelBox box{image.width(), image.height(), -1, -1};
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (!isInk(image.at(x, y))) continue;
+      box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x),
+             std::max(box.bottom, y)};
+    }
+  }
+  return box;
+}
+
+TEST_F(ZynshotTest, writesATitleInTheUpperLeftCorner) {
+  const PixelBox ink = inkIn(picture(L"--view yz+ --size 400x300 --title \"H \x00C9t\x00E9\""));
+  EXPECT_NEAR(ink.left, 28 + 2, 3);
+  EXPECT_GE(ink.top, 28 - 2);
+  EXPECT_LE(ink.bottom, 28 + 40);
+  EXPECT_GT(ink.right, ink.left + 60);
+}
+
+TEST_F(ZynshotTest, dimensionsSpanTheModel) {
+  const Image image =
+      picture(L"--view xy+ --size 400x300 --dimensions --color red --material matte --ambient 1");
+  PixelBox model{400, 300, -1, -1};
+  for (int y = 0; y < 300; ++y) {
+    for (int x = 0; x < 400; ++x) {
+      const Rgb& colour = image.at(x, y);
+      if (colour.r < 150 || colour.b > 60) continue;
+      model = {std::min(model.left, x), std::min(model.top, y), std::max(model.right, x),
+               std::max(model.bottom, y)};
+    }
+  }
+  // 44 pixels below it and to its right there are lines of its length.
+  int below = 0;
+  for (int x = model.left; x <= model.right; ++x) {
+    below += isInk(image.at(x, model.bottom + 44)) || isInk(image.at(x, model.bottom + 45));
+  }
+  EXPECT_NEAR(below, model.right - model.left + 1, 3);
+  int beside = 0;
+  for (int y = model.top; y <= model.bottom; ++y) {
+    beside += isInk(image.at(model.right + 44, y)) || isInk(image.at(model.right + 45, y));
+  }
+  EXPECT_NEAR(beside, model.bottom - model.top + 1, 3);
+}
+
+TEST_F(ZynshotTest, refusesLogosItCannotUse) {
+  writeFile(folder_.file(L"letter.bmp"), "Dear reader,\n");
+  expectRefused(L"{corner.stl} --logo {none.bmp} -o {a.png}", "none.bmp: no such file", 1);
+  expectRefused(L"{corner.stl} --logo {letter.bmp} -o {a.png}",
+                "letter.bmp: this is no picture that the system can load", 1);
 }
 
 TEST_F(ZynshotTest, writesEveryFormatInOneRunEachWithItsOwnOptions) {

@@ -62,7 +62,8 @@ TEST(CommandLine, readsEveryPictureOption) {
   const PictureOptions p = picture(
       "--view xz+ --size 1600x1200 --background #0080ff --gradient 255,0,0 --color navy,0.25 "
       "--material 0.1,0.2,0.3,0.4,0.5 --outline --light1 -30,45 --light2 60,-10,red "
-      "--ambient 0.5,0,1,0 --surplus 0.2 --dpi 300 --quality 55");
+      "--ambient 0.5,0,1,0 --surplus 0.2 --dpi 300 --quality 55 --dimensions --title Part "
+      "--logo a/b.ico");
   EXPECT_EQ(p.view, parseView("xz+"));
   EXPECT_EQ(p.surface.width, 1600);
   EXPECT_EQ(p.surface.height, 1200);
@@ -83,6 +84,7 @@ TEST(CommandLine, readsEveryPictureOption) {
   EXPECT_EQ(p.surplus, 0.2);
   EXPECT_EQ(p.dpi, 300);
   EXPECT_EQ(p.quality, 55);
+  EXPECT_EQ(p.annotations, (Annotations{true, "Part", "a/b.ico"}));
 }
 
 TEST(CommandLine, readsTheOptionsOfTheWholeRun) {
@@ -150,9 +152,10 @@ TEST(CommandLine, saysWhatIsWrong) {
 TEST(CommandLine, helpNamesEveryOptionAndFitsATerminal) {
   const std::string help = helpText();
   for (const char* option :
-       {"--view", "--size", "--background", "--gradient", "--color", "--transparent", "--material",
-        "--outline", "--light1", "--light2", "--ambient", "--surplus", "--dpi", "--quality",
-        "--output", "--smooth", "--progress", "--help", "--version"}) {
+       {"--view",     "--size",     "--background", "--gradient", "--color",   "--transparent",
+        "--material", "--outline",  "--light1",     "--light2",   "--ambient", "--dimensions",
+        "--title",    "--logo",     "--surplus",    "--dpi",      "--quality", "--output",
+        "--smooth",   "--progress", "--help",       "--version"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   std::istringstream lines(help);

@@ -1,0 +1,99 @@
+#include "zynshot/Dimensions.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+namespace zyn::shot {
+
+namespace {
+
+using mesh::Vector;
+
+/// Sine of the angle to the line of sight below which a length cannot be read.
+constexpr double kForeshortened = 0.1;
+
+/// How much less a dimension below or above the model is liked than one beside it, which leaves the
+/// picture flatter.
+constexpr double kUprightCost = 0.3;
+
+constexpr std::array<Vector, 3> kAxes = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+
+double dot2(const Frame::Screen& a, const Frame::Screen& b) {
+  return a.right * b.right + a.up * b.up;
+}
+
+/// Across an axis on the screen, downwards or to the right; none for an axis of no length there.
+std::optional<Frame::Screen> asideOf(const Frame::Screen& axis) {
+  const double length = std::hypot(axis.right, axis.up);
+  if (length < kForeshortened) {
+    return std::nullopt;
+  }
+  const Frame::Screen across{axis.up / length, -axis.right / length};
+  const bool lowerRight = 2 * across.right > 3 * across.up;
+  return lowerRight ? across : Frame::Screen{-across.right, -across.up};
+}
+
+/// Of the two box sides that meet in an edge, outwards.
+using Sides = std::array<Vector, 2>;
+
+/// The sides that meet in the edge that is farthest aside.
+Sides sidesTowards(const Frame::Screen& aside, Sides sides, const Frame& frame) {
+  for (Vector& side : sides) {
+    if (dot2(frame.onScreen(side), aside) < 0) {
+      side = side * -1.0;
+    }
+  }
+  return sides;
+}
+
+/// The side along which a dimension line leaves the model most clearly.
+Vector wayOut(const Sides& sides, const Frame::Screen& aside, const Frame& frame) {
+  const auto clarity = [&](const Vector& side) {
+    const Frame::Screen seen = frame.onScreen(side);
+    return dot2(seen, aside) * (1 - kUprightCost * std::abs(seen.up));
+  };
+  return clarity(sides[0]) >= clarity(sides[1]) ? sides[0] : sides[1];
+}
+
+}  // namespace
+
+std::vector<Dimension> overallDimensions(const mesh::Bounds& bounds, const Frame& frame) {
+  std::vector<Dimension> dimensions;
+  const Vector extents = bounds.extents();
+  for (std::size_t i = 0; i < kAxes.size(); ++i) {
+    const Vector& axis = kAxes[i];
+    const double length = dot(axis, extents);
+    const auto aside = asideOf(frame.onScreen(axis));
+    if (!(length > 0) || !aside) {
+      continue;
+    }
+    const Sides sides = sidesTowards(*aside, {kAxes[(i + 1) % 3], kAxes[(i + 2) % 3]}, frame);
+    Vector middle = bounds.centre();
+    for (const Vector& side : sides) {
+      middle = middle + side * (std::abs(dot(side, extents)) / 2);
+    }
+    const Vector half = axis * (length / 2);
+    dimensions.push_back(
+        {middle - half, middle + half, cross(axis, wayOut(sides, *aside, frame)), length});
+  }
+  return dimensions;
+}
+
+double roomForDimensions(int width, int height, double pixelScale) {
+  constexpr double kRoom = 80;  // pixels of a screen
+  constexpr double kSmallestModel = 0.3;
+  const double side = std::min(width, height);
+  return side / std::max(side - 2 * kRoom * pixelScale, kSmallestModel * side) - 1;
+}
+
+std::string lengthText(double length) {
+  std::array<char, 32> text{};
+  const bool manyDigits = length >= 1e3 && length < 1e9;
+  std::snprintf(text.data(), text.size(), manyDigits ? "%.0f" : "%.4g", length);
+  return text.data();
+}
+
+}  // namespace zyn::shot
