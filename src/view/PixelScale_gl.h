@@ -5,12 +5,15 @@
 
 namespace zyn {
 
-/// Draws plain lines as wide and plain points as large as so many pixels, above 0, for a scope.
+/// Draws plain lines as wide and plain points as large as so many pixels for a scope; as they are
+/// for a number that is not above 0.
 class PixelScale {
  public:
   explicit PixelScale(double pixels) {
-    glLineWidth(static_cast<GLfloat>(pixels));
-    glPointSize(static_cast<GLfloat>(pixels));
+    if (pixels > 0) {
+      glLineWidth(static_cast<GLfloat>(pixels));
+      glPointSize(static_cast<GLfloat>(pixels));
+    }
   }
 
  private:
