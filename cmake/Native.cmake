@@ -12,7 +12,7 @@ target_include_directories(zyn_logic PUBLIC src hosts tests)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings)
 
-zyn_sources(gl_sources gl ${ZYN_MAIN_FOLDERS})
+zyn_sources(gl_sources gl ${ZYN_MAIN_FOLDERS} geometry)
 add_library(zyn_gl OBJECT ${gl_sources})
 target_link_libraries(zyn_gl PUBLIC zyn_logic)
 

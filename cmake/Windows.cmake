@@ -38,6 +38,9 @@ endfunction()
 zyn_layers(zyn_shared ${ZYN_SHARED_FOLDERS})
 zyn_layers(zyn_main ${ZYN_MAIN_FOLDERS})
 zyn_layers(zyn_geometry geometry)
+# Traces draw with the guards of the scene objects.
+file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp)
+target_sources(zyn_geometry_gl PRIVATE ${guards})
 zyn_dll(ZYNVue module ${zyn_shared_objects} ${zyn_main_objects})
 zyn_dll(ZYNModeleGeom geometry ${zyn_shared_objects} ${zyn_geometry_objects})
 

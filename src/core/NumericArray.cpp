@@ -28,7 +28,7 @@ std::optional<double> numberIn(const NumericElement& element) {
 
 NumericArray counted(std::vector<double> values) {
   const auto count = static_cast<std::int32_t>(values.size());
-  return {std::move(values), count};
+  return {std::move(values), count, true};
 }
 
 }  // namespace
@@ -57,14 +57,14 @@ NumericForm referencedNumericForm(std::uint16_t type) {
 
 NumericArray readDoubles(std::uint32_t dimensions, std::span<const double> elements) {
   if (dimensions > 1) {
-    return {{}, NumericArray::kTooManyDimensions};
+    return {{}, NumericArray::kTooManyDimensions, false};
   }
   return counted({elements.begin(), elements.end()});
 }
 
 NumericArray readElements(std::uint32_t dimensions, std::span<const NumericElement> elements) {
   if (dimensions > 1) {
-    return {{}, NumericArray::kTooManyDimensions};
+    return {{}, NumericArray::kTooManyDimensions, false};
   }
   std::vector<double> values;
   values.reserve(elements.size());

@@ -14,6 +14,7 @@ struct NumericArray {
 
   std::vector<double> values;
   std::int32_t count = 0;
+  bool isReadable = false;  ///< an array of numbers with one dimension, even if it is empty
 };
 
 /// The forms of argument that are read; everything else counts as no array.

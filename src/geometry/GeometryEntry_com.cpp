@@ -9,6 +9,7 @@
 #include "geometry/CZYNBox3D_com.h"
 #include "geometry/CZYNCouleur_com.h"
 #include "geometry/CZYNPoint_com.h"
+#include "geometry/CZYNPolyligne_com.h"
 #include "geometry/CZYNRectangle_com.h"
 #include "geometry/resource.h"
 
@@ -20,6 +21,7 @@ constexpr zyn::ClassEntry kClasses[] = {
     {&CLSID_Box3DGeom, zyn::createInstance<zyn::CZYNBox3D>, IDR_ZYNBOX3D},
     {&CLSID_PointGeom, zyn::createInstance<zyn::CZYNPoint>, IDR_ZYNPOINT},
     {&CLSID_CouleurGeom, zyn::createInstance<zyn::CZYNCouleur>, IDR_ZYNCOULEUR},
+    {&CLSID_PolyligneGeom, zyn::createInstance<zyn::CZYNPolyligne>, IDR_ZYNPOLYLIGNE},
 };
 
 constexpr zyn::DllServer kServer(kClasses);

@@ -1,0 +1,226 @@
+#include "geometry/CZYNPolyligne_com.h"
+
+#include <utility>
+
+#include "core/NumericArrayVariant_com.h"
+#include "core/properties_com.h"
+#include "core/queryOptional_com.h"
+#include "geometry/CZYNBox2D_com.h"
+#include "geometry/CZYNBox3D_com.h"
+#include "geometry/CZYNPoint_com.h"
+#include "geometry/StoredNumber_com.h"
+#include "objects/SelectionNames_gl.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr double kNoParameter = -1.0;
+
+ComPtr<CZYNPoint> makePoint(double x, double y, double z) {
+  auto point = makeObject<CZYNPoint>();
+  throwIfFailed(point->setCoordonnees(x, y, z));
+  return point;
+}
+
+Point coordinatesOf(IZYNPoint& point) {
+  Point read;
+  throwIfFailed(point.get_x(&read.x), &point, __uuidof(IZYNPoint));
+  throwIfFailed(point.get_y(&read.y), &point, __uuidof(IZYNPoint));
+  throwIfFailed(point.get_z(&read.z), &point, __uuidof(IZYNPoint));
+  return read;
+}
+
+template <class Box>
+void putPlaneBounds(Box& box, const Box3& bounds) {
+  box.put_XMin(bounds.xMin);
+  box.put_XMax(bounds.xMax);
+  box.put_YMin(bounds.yMin);
+  box.put_YMax(bounds.yMax);
+}
+
+/// Names what is drawn in a selection pass; nothing is pushed in any other.
+SelectionNames namesFor(int mode, LONG number) {
+  constexpr GLint kNoType = 0;
+  return {kNoType, mode < 0 ? static_cast<GLint>(number) : -1, false};
+}
+
+}  // namespace
+
+STDMETHODIMP CZYNPolyligne::setPoints(VARIANT x, VARIANT y) noexcept {
+  return automation(*this, [&] {
+    NumericArray xs = readNumericArray(x);
+    NumericArray ys = readNumericArray(y);
+    if (!xs.isReadable || !ys.isReadable || xs.count != ys.count) {
+      return E_INVALIDARG;
+    }
+    take({std::move(xs.values), std::move(ys.values)});
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::setPoints3D(VARIANT x, VARIANT y, VARIANT z) noexcept {
+  return automation(*this, [&] {
+    NumericArray xs = readNumericArray(x);
+    NumericArray ys = readNumericArray(y);
+    NumericArray zs = readNumericArray(z);
+    if (!xs.isReadable || !ys.isReadable || !zs.isReadable || xs.count != ys.count ||
+        xs.count != zs.count) {
+      return E_INVALIDARG;
+    }
+    take({std::move(xs.values), std::move(ys.values), std::move(zs.values)});
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::get_Count(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, static_cast<LONG>(points_.size())); });
+}
+
+STDMETHODIMP CZYNPolyligne::setColor(double R, double G, double B, double alpha) noexcept {
+  return automation(*this, [&] {
+    style_.r = R;
+    style_.g = G;
+    style_.b = B;
+    style_.alpha = alpha;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::get_Epaisseur(double* pVal) noexcept {
+  return getNumber(*this, pVal, style_.width);
+}
+
+STDMETHODIMP CZYNPolyligne::put_Epaisseur(double newVal) noexcept {
+  return putNumber(*this, style_.width, newVal);
+}
+
+STDMETHODIMP CZYNPolyligne::get_Numero(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, attribute_->number()); });
+}
+
+STDMETHODIMP CZYNPolyligne::put_Numero(LONG newVal) noexcept {
+  return automation(*this, [&] { return attribute_->put_Numero(newVal); });
+}
+
+STDMETHODIMP CZYNPolyligne::PlusProche(IDispatch* P, double* t, IDispatch** PC, IDispatch** PP,
+                                       IDispatch** V, IDispatch** A) noexcept {
+  return automation(*this, [&] {
+    if (!t || !PC || !PP || !V || !A) {
+      return E_POINTER;
+    }
+    *t = kNoParameter;
+    *PC = *PP = *V = *A = nullptr;
+    if (!P) {
+      return E_POINTER;
+    }
+    ComPtr<IDispatch> asked = P;
+    const auto point = queryOptional<IZYNPoint>(P);
+    if (!point) {
+      return E_INVALIDARG;
+    }
+    if (const auto nearest = nearestTo(*point.Get())) {
+      const Point& position = nearest->position;
+      const Vecteur& direction = nearest->direction;
+      auto onCurve = makePoint(position.x, position.y, position.z);
+      auto tangent = makePoint(direction.x, direction.y, direction.z);
+      *t = nearest->parameter();
+      *PC = onCurve.Detach();
+      *V = tangent.Detach();
+    }
+    *PP = asked.Detach();
+    *A = ComPtr<CZYNAttribut>(attribute_).Detach();
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::get_Attribut(IDispatch** pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    *pVal = ComPtr<CZYNAttribut>(attribute_).Detach();
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::Draw3D(int mode) noexcept {
+  return automation(*this, [&] {
+    const SelectionNames names = namesFor(mode, attribute_->number());
+    drawPolyline3D(points_, boxes(), style_, path_);
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
+  return automation(*this, [&] {
+    const SelectionNames names = namesFor(mode, attribute_->number());
+    drawPolyline2D(points_, boxes(), style_, path_);
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::GetBox2D(IDispatch** box) noexcept {
+  return automation(*this, [&] {
+    if (!box) {
+      return E_POINTER;
+    }
+    *box = nullptr;
+    if (const RunBox all = boxes().all(); !all.isEmpty()) {
+      auto made = makeObject<CZYNBox2D>();
+      putPlaneBounds(*made.Get(), all.box);
+      *box = made.Detach();
+    }
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::GetBox3D(IDispatch** box) noexcept {
+  return automation(*this, [&] {
+    if (!box) {
+      return E_POINTER;
+    }
+    *box = nullptr;
+    if (const RunBox all = boxes().all(); !all.isEmpty()) {
+      auto made = makeObject<CZYNBox3D>();
+      putPlaneBounds(*made.Get(), all.box);
+      made->put_ZMin(all.box.zMin);
+      made->put_ZMax(all.box.zMax);
+      *box = made.Detach();
+    }
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNPolyligne::GetParam(IDispatch* P, double* value) noexcept {
+  return automation(*this, [&] {
+    if (!value) {
+      return E_POINTER;
+    }
+    *value = kNoParameter;
+    if (const auto point = P ? queryOptional<IZYNPoint>(P) : nullptr) {
+      if (const auto nearest = nearestTo(*point.Get())) {
+        *value = nearest->parameter();
+      }
+    }
+    return S_OK;
+  });
+}
+
+void CZYNPolyligne::take(PointSequence points) {
+  points_ = std::move(points);
+  boxes_.reset();
+}
+
+const RunBoxes& CZYNPolyligne::boxes() {
+  if (!boxes_) {
+    boxes_.emplace(points_);
+  }
+  return *boxes_;
+}
+
+std::optional<TracePoint> CZYNPolyligne::nearestTo(IZYNPoint& point) {
+  const Point target = coordinatesOf(point);
+  return nearestPoint(points_, boxes(), target);
+}
+
+}  // namespace zyn

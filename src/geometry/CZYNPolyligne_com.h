@@ -1,0 +1,54 @@
+#pragma once
+
+#include <wrl/client.h>
+
+#include <optional>
+
+#include "ZYNMODELEGEOM.h"
+#include "com/ComClass_com.h"
+#include "geometry/CZYNAttribut_com.h"
+#include "geometry/NearestPoint.h"
+#include "geometry/PolylinePainter_gl.h"
+
+namespace zyn {
+
+/// A trace: a line through points, which can be asked for its nearest point. Black and one pixel
+/// wide at first.
+class CZYNPolyligne final : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>,
+                                            Dual<IZYNAttribuable>, Dual<IZYNObjet>, IGLDraw> {
+ public:
+  static constexpr const wchar_t* kProgId = L"ZYNModeleGeom.Polyligne";
+
+  STDMETHODIMP setPoints(VARIANT x, VARIANT y) noexcept override;
+  STDMETHODIMP setPoints3D(VARIANT x, VARIANT y, VARIANT z) noexcept override;
+  STDMETHODIMP get_Count(LONG* pVal) noexcept override;
+  STDMETHODIMP setColor(double R, double G, double B, double alpha) noexcept override;
+  STDMETHODIMP get_Epaisseur(double* pVal) noexcept override;
+  STDMETHODIMP put_Epaisseur(double newVal) noexcept override;
+  STDMETHODIMP get_Numero(LONG* pVal) noexcept override;
+  STDMETHODIMP put_Numero(LONG newVal) noexcept override;
+
+  STDMETHODIMP PlusProche(IDispatch* P, double* t, IDispatch** PC, IDispatch** PP, IDispatch** V,
+                          IDispatch** A) noexcept override;
+
+  STDMETHODIMP get_Attribut(IDispatch** pVal) noexcept override;
+
+  STDMETHODIMP Draw3D(int mode) noexcept override;
+  STDMETHODIMP Draw2D(int mode) noexcept override;
+  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
+
+ private:
+  void take(PointSequence points);
+  const RunBoxes& boxes();
+  std::optional<TracePoint> nearestTo(IZYNPoint& point);
+
+  PointSequence points_;
+  std::optional<RunBoxes> boxes_;  ///< made when they are first needed
+  LineStyle style_;
+  ReducedPath path_;  ///< of the last drawing, kept for its memory
+  Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();
+};
+
+}  // namespace zyn

@@ -1,0 +1,130 @@
+#include "geometry/PolylinePainter_gl.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "glcontext/StateQuery_gl.h"
+#include "objects/AutoGLColor_gl.h"
+#include "objects/AutoGLLighting_gl.h"
+#include "objects/AutoGLLineWidth_gl.h"
+#include "objects/AutoGLPointSize_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr int kOff = -1;
+constexpr int kBothFaces = 3;
+
+/// Of GL_ARB_multisample, which OpenGL 1.1 headers lack. Where the context does not know it, asking
+/// leaves an error, which the colour's guard clears with any other.
+constexpr GLenum kMultisample = 0x809D;
+constexpr GLenum kSampleBuffers = 0x80A8;
+
+/// Cells where lines that lie side by side add up to what a pixel shows.
+constexpr double kFineCells = 8;
+
+struct Viewport {
+  GLint values[4] = {};
+
+  Viewport() { glGetIntegerv(GL_VIEWPORT, values); }
+  bool isEmpty() const { return values[2] <= 0 || values[3] <= 0; }
+};
+
+std::optional<WindowMapping> currentMapping(const Viewport& viewport) {
+  double modelView[16] = {};
+  double projection[16] = {};
+  glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
+  glGetDoublev(GL_PROJECTION_MATRIX, projection);
+  return windowMapping(modelView, projection, viewport.values);
+}
+
+/// Whether a pixel shows how many lines cover it, and by which part, instead of only whether.
+bool linesAddUp(double alpha) {
+  const bool hasSamples = integerState(kSampleBuffers) > 0 && isEnabled(kMultisample);
+  return alpha < 1 || isEnabled(GL_LINE_SMOOTH) || hasSamples;
+}
+
+/// For lines of the current width.
+PixelGrid gridOf(const Viewport& viewport, double alpha) {
+  const double width = floatState(GL_LINE_WIDTH);
+  const double margin = width / 2 + 1;
+  const bool isFine = linesAddUp(alpha);
+  const bool isEven = std::fmod(std::round(width), 2) == 0;
+  PixelGrid grid;
+  grid.left = viewport.values[0] - margin;
+  grid.right = viewport.values[0] + viewport.values[2] + margin;
+  grid.bottom = viewport.values[1] - margin;
+  grid.top = viewport.values[1] + viewport.values[3] + margin;
+  grid.cellsPerPixel = isFine ? kFineCells : 1;
+  grid.isShifted = isEven && !isFine;  // the edges of such lines do
+  grid.depthStep = isEnabled(GL_DEPTH_TEST) ? 0x1p-24 : std::numeric_limits<double>::infinity();
+  return grid;
+}
+
+void choosePoints(const PointSequence& points, const RunBoxes& boxes, const Viewport& viewport,
+                  double alpha, bool isFlat, ReducedPath& path) {
+  std::optional<WindowMapping> mapping = currentMapping(viewport);
+  if (!mapping) {
+    wholePath(points, path);
+    return;
+  }
+  if (isFlat) {
+    mapping->x.z = 0;
+    mapping->y.z = 0;
+    mapping->depth.z = 0;
+  }
+  reducePath({points, boxes, *mapping}, gridOf(viewport, alpha), path);
+}
+
+/// Calls `vertex` for the points of each connected line, or of each point on its own.
+template <class Vertex>
+void drawParts(const ReducedPath& path, bool singlePoints, const Vertex& vertex) {
+  for (std::size_t part = 0; part < path.starts.size(); ++part) {
+    const std::size_t first = path.starts[part];
+    const std::size_t end =
+        part + 1 < path.starts.size() ? path.starts[part + 1] : path.points.size();
+    if ((end - first == 1) != singlePoints) {
+      continue;
+    }
+    glBegin(singlePoints ? GL_POINTS : GL_LINE_STRIP);
+    for (std::size_t i = first; i < end; ++i) {
+      vertex(path.points[i]);
+    }
+    glEnd();
+  }
+}
+
+template <class Vertex>
+void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
+                  bool isFlat, ReducedPath& path, const Vertex& vertex) {
+  const Viewport viewport;
+  if (viewport.isEmpty()) {
+    return;
+  }
+  const double width = style.width * floatState(GL_LINE_WIDTH);
+  const AutoGLLineWidth lineWidth(width);
+  const AutoGLPointSize pointSize(width);
+  choosePoints(points, boxes, viewport, style.alpha, isFlat, path);
+  const AutoGLLighting lighting(kOff);
+  const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
+  drawParts(path, false, vertex);
+  drawParts(path, true, vertex);
+}
+
+}  // namespace
+
+void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
+                    ReducedPath& path) {
+  drawPolyline(points, boxes, style, false, path,
+               [&](std::size_t i) { glVertex3d(points.x(i), points.y(i), points.z(i)); });
+}
+
+void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
+                    ReducedPath& path) {
+  drawPolyline(points, boxes, style, true, path,
+               [&](std::size_t i) { glVertex2d(points.x(i), points.y(i)); });
+}
+
+}  // namespace zyn

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+#include <span>
+
+#include "core/Box3.h"
+
+namespace zyn {
+
+/// An affine function of model coordinates.
+struct AffineForm {
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  double constant = 0.0;
+
+  double at(double px, double py, double pz) const {
+    return ((x * px + y * py) + z * pz) + constant;
+  }
+
+  AffineForm operator-() const { return {-x, -y, -z, -constant}; }
+
+  /// Its least and its greatest value in a box. Computed like `at`, so that rounding does not bring
+  /// the value at a point of the box out of them.
+  double lowest(const Box3& box) const {
+    return at(x < 0 ? box.xMax : box.xMin, y < 0 ? box.yMax : box.yMin,
+              z < 0 ? box.zMax : box.zMin);
+  }
+  double highest(const Box3& box) const {
+    return at(x < 0 ? box.xMin : box.xMax, y < 0 ? box.yMin : box.yMax,
+              z < 0 ? box.zMin : box.zMax);
+  }
+};
+
+/// Where OpenGL draws model points: window coordinates in pixels from the lower left corner of the
+/// window, and depth.
+struct WindowMapping {
+  AffineForm x;
+  AffineForm y;
+  AffineForm depth;  ///< 0 near to 1 far
+};
+
+/// The mapping of these matrices (16 values each, in OpenGL's order) and of this viewport (left,
+/// bottom, width, height). None where it is not affine: with perspective, or values that are not
+/// finite.
+std::optional<WindowMapping> windowMapping(std::span<const double, 16> modelView,
+                                           std::span<const double, 16> projection,
+                                           std::span<const int, 4> viewport);
+
+}  // namespace zyn
