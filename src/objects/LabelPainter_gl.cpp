@@ -62,13 +62,14 @@ void drawBoxForSelection(const TextLabel& label, const TextBox& box,
 /// `pixel`: model units of a pixel of the label's measures.
 void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const Point& position,
                      double pixel, double pixelScale, int mode) {
-  const TextBox box = label.box(fonts.metrics());
+  const std::string text = label.shownText();
+  const TextBox box = measureText(fonts.metrics(), text, label.line(fonts.metrics()));
   const TextPlacement placement{position, anchorOf(box, label.reference),
                                 pixel * label.emHeight(box), label.alwaysReadable};
   if (mode < 0) {
     drawBoxForSelection(label, box, placement);
   } else {
-    drawText(fonts, label.shownText(), placement, kGlyphLineWidth * pixelScale);
+    drawText(fonts, text, placement, kGlyphLineWidth * pixelScale);
   }
 }
 

@@ -19,8 +19,12 @@ double upToPixel(double value) { return std::ceil(value - kRounding) + 0.0; }
 
 std::string TextLabel::shownText() const { return isNumeric ? numberText(value) : text; }
 
+const TextLine& TextLabel::line(const FontMetrics& metrics) const {
+  return numericSize ? metrics.digits : metrics.text;
+}
+
 TextBox TextLabel::box(const FontMetrics& metrics) const {
-  return measureText(metrics, shownText(), numericSize ? metrics.digits : metrics.text);
+  return measureText(metrics, shownText(), line(metrics));
 }
 
 double TextLabel::emHeight(const TextBox& box) const {

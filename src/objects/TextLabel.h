@@ -29,6 +29,9 @@ struct TextLabel {
 
   std::string shownText() const;
 
+  /// Its line of text.
+  const TextLine& line(const FontMetrics& metrics) const;
+
   /// Around the shown text, in em heights.
   TextBox box(const FontMetrics& metrics) const;
 
