@@ -170,15 +170,13 @@ Sub AddDimension(a, b, outwards, length, anchor)
   AddText FormatNumber(length, 2), 22, Sum(Times(Sum(foot, head), 0.5), Times(outwards, 0.25)), anchor
 End Sub
 
-' The outline of a triangle without width, in a colour that no light changes.
 Sub AddLine(a, b)
   Dim line
-  Set line = CreateObject("ZYNVue.ZYNGLTriangle")
-  line.setPoint 0, a(0), a(1), a(2)
-  line.setPoint 1, b(0), b(1), b(2)
-  line.setPoint 2, b(0), b(1), b(2)
-  Flatten line, 0.1, 0.2, 0.4
-  context.Add line, Outline
+  Set line = CreateObject("ZYNModeleGeom.Polyligne")
+  line.setPoints3D Array(a(0), b(0)), Array(a(1), b(1)), Array(a(2), b(2))
+  line.setColor 0.1, 0.2, 0.4, 1
+  line.Epaisseur = 1.2  ' lines of a whole number of pixels are not smoothed
+  context.Add line, Shaded
 End Sub
 
 Sub AddText(words, pixels, place, anchor)

@@ -61,7 +61,7 @@ int widthAt(const Image& image, int y) {
 TEST_F(ScriptHostsTest, galleryRendersAllViewsInAllFormats) {
   writeFile(folder_.file(L"cone.stl"), cone());
   const std::string output = play(L"gallery.vbs", L"cone.stl");
-  ASSERT_NE(output.find("done: 8 pictures"), std::string::npos) << output;
+  ASSERT_NE(output.find("done: 10 pictures"), std::string::npos) << output;
   for (const wchar_t* name : {L"xz+.png", L"xz-.png"}) {
     const Image side = picture(name, L"png");
     EXPECT_GT(widthAt(side, 500), 3 * widthAt(side, 150)) << "the tip is not upwards";
@@ -73,6 +73,17 @@ TEST_F(ScriptHostsTest, galleryRendersAllViewsInAllFormats) {
   EXPECT_GT(widthAt(picture(L"yz-.gif", L"gif"), 500), 100);
   EXPECT_GT(widthAt(picture(L"turning.bmp", L"bmp"), 300), 100);
   EXPECT_GT(widthAt(picture(L"translucent.png", L"png"), 300), 400);
+
+  const Image annotated = picture(L"annotated.png", L"png");
+  EXPECT_GT(widthAt(annotated, 40), 40) << "no title";
+  const Image logo = decodeImageFile(folder_.file(L"out") / L"logo.bmp").image;
+  for (int y = 0; y < logo.height(); ++y) {
+    for (int x = 0; x < logo.width(); ++x) {
+      ASSERT_EQ(annotated.at(800 - 24 - logo.width() + x, 600 - 24 - logo.height() + y),
+                logo.at(x, y))
+          << "the logo, " << x << ", " << y;
+    }
+  }
 }
 
 TEST_F(ScriptHostsTest, heightsColoursFromBlueToRed) {
