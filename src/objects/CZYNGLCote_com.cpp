@@ -9,12 +9,13 @@
 #include "core/saturate.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/BorrowedState_gl.h"
-#include "objects/BriefFonts_win.h"
 #include "objects/FontRegister_win.h"
 #include "objects/ModelBox_com.h"
 #include "objects/NarrowText_win.h"
 #include "objects/NumberText.h"
 #include "objects/TextFont_win.h"
+#include "objects/TextGlyphs_win.h"
+#include "objects/TextPainter_gl.h"
 #include "objects/ViewScreen_com.h"
 
 namespace zyn {
@@ -423,16 +424,16 @@ void CZYNGLCote::drawNow() {
     pixelHeight_ = layout->text->height;
   }
   const auto image = picture_.image();
-  const BorrowedState borrowed;
-  const auto drawWith = [&](const CGLFontContext& fonts) {
-    drawCote(*layout, colour_, text, fonts, image.get());
+  const auto fonts = FontRegister::instance().find(wglGetCurrentContext());
+  const auto drawGlyphs = [&] {
+    if (fonts) {
+      drawText(*fonts, text, {});
+    } else {
+      drawShapes(textGlyphs(), textFontMetrics(), text);
+    }
   };
-  if (const auto fonts = FontRegister::instance().find(wglGetCurrentContext())) {
-    drawWith(*fonts);
-  } else {
-    const BriefFonts brief(text);
-    drawWith(brief.fonts());
-  }
+  const BorrowedState borrowed;
+  drawCote(*layout, colour_, drawGlyphs, image.get());
 }
 
 void CZYNGLCote::drawCover(const CoteNames& names) const {

@@ -37,7 +37,7 @@ GLuint makeLists(HDC dc, int format, FontMetrics& metrics) {
 }
 
 /// Compiles a glyph anew from its triangles.
-void completeGlyph(GLuint list, const TextGlyph& shape, const GlyphMetrics& metrics) {
+void completeGlyph(GLuint list, const GlyphShape& shape, const GlyphMetrics& metrics) {
   glNewList(list, GL_COMPILE);
   glNormal3d(0, 0, 1);
   glBegin(GL_TRIANGLES);

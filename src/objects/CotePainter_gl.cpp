@@ -5,7 +5,6 @@
 #include "objects/BorrowedState_gl.h"
 #include "objects/RasterImage_gl.h"
 #include "objects/SelectionNames_gl.h"
-#include "objects/TextPainter_gl.h"
 
 namespace zyn {
 
@@ -60,10 +59,10 @@ GlMatrix matrixOf(const PlacedText& text) {
   return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, o.x, o.y, o.z, 1};
 }
 
-void drawPlacedText(const PlacedText& placed, std::string_view text, const CGLFontContext& fonts) {
+void drawPlacedText(const PlacedText& placed, const std::function<void()>& drawText) {
   const GlMatrix modelview = currentModelView();
   glMultMatrixd(matrixOf(placed).data());
-  drawText(fonts, text, {});
+  drawText();
   glLoadMatrixd(modelview.data());
 }
 
@@ -107,12 +106,12 @@ void drawContentCover(const CoteLayout& layout, const CoteNames& names) {
 
 }  // namespace
 
-void drawCote(const CoteLayout& layout, const Colour4& colour, std::string_view text,
-              const CGLFontContext& fonts, const PixelImage* picture) {
+void drawCote(const CoteLayout& layout, const Colour4& colour,
+              const std::function<void()>& drawText, const PixelImage* picture) {
   setPlainState(colour);
   drawLines(layout);
   if (layout.text) {
-    drawPlacedText(*layout.text, text, fonts);
+    drawPlacedText(*layout.text, drawText);
   }
   if (layout.picture && picture) {
     drawPlacedPicture(*layout.picture, *picture);

@@ -2,9 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <string_view>
+#include <functional>
 
-#include "objects/CGLFontContext_gl.h"
 #include "objects/CoteLayout.h"
 #include "objects/PixelImage.h"
 
@@ -13,10 +12,11 @@ namespace zyn {
 /// Red, green, blue and opacity.
 using Colour4 = std::array<float, 4>;
 
-/// Draws a dimension in one colour over everything, with its text (one byte a character; fonts
-/// that hold it) and its picture, if there is one. For use within a BorrowedState.
-void drawCote(const CoteLayout& layout, const Colour4& colour, std::string_view text,
-              const CGLFontContext& fonts, const PixelImage* picture);
+/// Draws a dimension in one colour over everything, with its picture, if there is one. `drawText`
+/// draws the text from the origin along x, an em a unit, and may change what can be pushed of the
+/// state. For use within a BorrowedState.
+void drawCote(const CoteLayout& layout, const Colour4& colour,
+              const std::function<void()>& drawText, const PixelImage* picture);
 
 /// Names of a dimension in selection passes; a negative one is not pushed.
 struct CoteNames {

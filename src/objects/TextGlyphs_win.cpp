@@ -12,8 +12,8 @@ constexpr LONG kEm = 1024;  ///< in which outlines are exact enough
 constexpr double kDeviation = 0.25;
 constexpr std::size_t kCharacters = 255;  ///< the last byte is never drawn
 
-TextGlyph makeGlyph(HDC dc, unsigned char character) {
-  TextGlyph glyph;
+GlyphShape makeGlyph(HDC dc, unsigned char character) {
+  GlyphShape glyph;
   glyph.contours = glyphContours(dc, character, kDeviation);
   for (Contour& contour : glyph.contours) {
     for (PlanePoint& point : contour) {
@@ -24,8 +24,8 @@ TextGlyph makeGlyph(HDC dc, unsigned char character) {
   return glyph;
 }
 
-std::array<TextGlyph, 256> makeGlyphs() {
-  std::array<TextGlyph, 256> glyphs;
+GlyphShapes makeGlyphs() {
+  GlyphShapes glyphs;
   const UniqueDC dc(CreateCompatibleDC(nullptr));
   const UniqueFont font = makeTextFont(-kEm);
   if (!dc || !font) {
@@ -40,8 +40,8 @@ std::array<TextGlyph, 256> makeGlyphs() {
 
 }  // namespace
 
-const std::array<TextGlyph, 256>& textGlyphs() {
-  static const std::array<TextGlyph, 256> theGlyphs = makeGlyphs();
+const GlyphShapes& textGlyphs() {
+  static const GlyphShapes theGlyphs = makeGlyphs();
   return theGlyphs;
 }
 

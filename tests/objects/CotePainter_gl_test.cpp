@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "objects/BorrowedState_gl.h"
+#include "objects/TextPainter_gl.h"
 #include "support/BlockFont_gl.h"
 #include "support/EglContext_gl.h"
 #include "support/GlTest_gl.h"
@@ -69,7 +70,8 @@ class CotePainterTest : public testing::Test {
     const auto layout = layOut();
     ASSERT_TRUE(layout);
     const BorrowedState borrowed;
-    drawCote(*layout, colour_, text_, fonts_, picture);
+    drawCote(
+        *layout, colour_, [&] { drawText(fonts_, text_, {}); }, picture);
   }
 
   /// Hit records of all the cover, or of what of it lies within a square of the picture, from the
