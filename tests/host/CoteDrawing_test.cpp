@@ -639,9 +639,9 @@ class CoteStateTest : public CoteDrawingTest {
     for (const long type : {0, 1, 2, 3}) {
       cote_->put_TypeCotation(type);
       EXPECT_EQ(cote_->Draw(), S_OK);
-      EXPECT_EQ(differences(before, readGlState()), std::vector<std::string>()) << type;
+      EXPECT_EQ(differences(before, readGlState()), kNone) << type;
       EXPECT_EQ(cote_->DrawForGLSelection(), S_OK);
-      EXPECT_EQ(differences(before, readGlState()), std::vector<std::string>()) << type;
+      EXPECT_EQ(differences(before, readGlState()), kNone) << type;
     }
     EXPECT_TRUE(canvas_.isCurrent());
   }

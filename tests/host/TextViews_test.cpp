@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "support/ArrayVariant_win.h"
-#include "support/GlSnapshot_win.h"
+#include "support/GlState_gl.h"
 #include "support/Pickable_win.h"
 #include "support/Texts_win.h"
 #include "support/View3DHost_win.h"
@@ -196,18 +196,19 @@ TEST_F(TextInView, LiesInTheSceneWhenItIsNotAlwaysReadable) {
 class TextState : public TextInView {
  protected:
   /// Draws a label after `prepare`, and tells what it changed.
-  std::string changedBy(IZYNGLTexte* label, int mode, const std::function<void()>& prepare) {
-    GlSnapshot before;
-    GlSnapshot after;
+  std::vector<std::string> changedBy(IZYNGLTexte* label, int mode,
+                                     const std::function<void()>& prepare) {
+    GlState before;
+    GlState after;
     const auto first = makeForeign<ForeignObject>();
     first->onDraw3D = [&](int) {
       prepare();
-      before = takeGlSnapshot();
+      before = readGlState();
       return S_OK;
     };
     const auto last = makeForeign<ForeignObject>();
     last->onDraw3D = [&](int) {
-      after = takeGlSnapshot();
+      after = readGlState();
       return S_OK;
     };
     view_->Add(first->dispatch(), 0);
@@ -217,8 +218,8 @@ class TextState : public TextInView {
     view_->Remove(first->dispatch());
     view_->Remove(label);
     view_->Remove(last->dispatch());
-    depthTestAfter_ = after.at("depth test").at(0) != 0;
-    before["depth test"] = after["depth test"];
+    depthTestAfter_ = after.at("GL_DEPTH_TEST").at(0) != 0;
+    before["GL_DEPTH_TEST"] = after["GL_DEPTH_TEST"];
     return differences(before, after);
   }
 
@@ -242,9 +243,9 @@ TEST_F(TextState, TheDepthTestIsOnAfterwardsAndAllElseAsBefore) {
   for (const VARIANT_BOOL readable : {VARIANT_TRUE, VARIANT_FALSE}) {
     label->put_ToujoursLisible(readable);
     for (const int mode : {0, 1, 5, -1}) {
-      EXPECT_EQ(changedBy(label.Get(), mode, [] {}), "") << mode;
+      EXPECT_EQ(changedBy(label.Get(), mode, [] {}), kNone) << mode;
       EXPECT_TRUE(depthTestAfter_);
-      EXPECT_EQ(changedBy(label.Get(), mode, everythingElse), "") << mode;
+      EXPECT_EQ(changedBy(label.Get(), mode, everythingElse), kNone) << mode;
       EXPECT_TRUE(depthTestAfter_);
     }
   }

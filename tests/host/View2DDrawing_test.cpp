@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "support/GlCanvas_win.h"
-#include "support/GlSnapshot_win.h"
+#include "support/GlState_gl.h"
 #include "support/Scene_win.h"
 #include "support/View2DHost_win.h"
 #include "support/View3DHost_win.h"
@@ -154,15 +154,15 @@ TEST_F(View2DDrawing, EveryFrameStartsFromTheSameState) {
   host->put_Mode(4);
   host.send(WM_LBUTTONDOWN, 50, 50, MK_LBUTTON);
   host.move(150, 100, MK_LBUTTON);
-  std::vector<GlSnapshot> states;
+  std::vector<GlState> states;
   add([&](int) {
-    states.push_back(takeGlSnapshot());
+    states.push_back(readGlState());
     return S_OK;
   });
   for (int i = 0; i < 3; ++i) host.paint();
   ASSERT_EQ(states.size(), 3U);
-  EXPECT_EQ(differences(states[0], states[1]), "");
-  EXPECT_EQ(differences(states[0], states[2]), "");
+  EXPECT_EQ(differences(states[0], states[1]), kNone);
+  EXPECT_EQ(differences(states[0], states[2]), kNone);
 }
 
 TEST_F(View2DDrawing, SmoothingReachesTheContext) {
@@ -482,7 +482,7 @@ TEST_F(View2DDrawing, ObjectsMayReleaseTheView) {
 TEST_F(View2DDrawing, TheHostsOwnContextStaysCurrent) {
   const GlCanvas canvas(20, 20);
   ASSERT_TRUE(canvas.isCurrent());
-  const GlSnapshot before = takeGlSnapshot();
+  const GlState before = readGlState();
   const auto object = makePlate({-1, 1, -1, 1}, kRed, {3});
   host->Add(object->dispatch(), 0);
   host->AddSelection(object->dispatch());
@@ -497,7 +497,7 @@ TEST_F(View2DDrawing, TheHostsOwnContextStaysCurrent) {
   host.send(WM_LBUTTONDBLCLK, 200, 100);
   host.resize({200, 100});
   EXPECT_TRUE(canvas.isCurrent());
-  EXPECT_EQ(differences(before, takeGlSnapshot()), "");
+  EXPECT_EQ(differences(before, readGlState()), kNone);
   host.close();
   EXPECT_TRUE(canvas.isCurrent());
 }

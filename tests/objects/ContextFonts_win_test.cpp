@@ -7,16 +7,17 @@
 #include <memory>
 
 #include "support/GlCanvas_win.h"
-#include "support/GlSnapshot_win.h"
+#include "support/GlState_gl.h"
 
 namespace zyn {
 namespace {
 
 using test::GlCanvas;
-using test::GlSnapshot;
+using test::GlState;
 using test::Image;
+using test::kNone;
+using test::readGlState;
 using test::Rgb;
-using test::takeGlSnapshot;
 
 constexpr int kSide = 256;
 constexpr int kEm = 128;
@@ -272,14 +273,14 @@ TEST_F(ContextFontsTest, WhoHoldsThemLongerFindsThemEmpty) {
 TEST_F(ContextFontsTest, BuildingLeavesTheContextsAsTheyWere) {
   const HDC dc = wglGetCurrentDC();
   const HGDIOBJ font = GetCurrentObject(dc, OBJ_FONT);
-  const GlSnapshot before = takeGlSnapshot();
+  const GlState before = readGlState();
   {
     const ContextFonts own(FontOwner::View3D, dc, true);
-    EXPECT_EQ(test::differences(before, takeGlSnapshot()), "");
+    EXPECT_EQ(test::differences(before, readGlState()), kNone);
     EXPECT_EQ(GetCurrentObject(dc, OBJ_FONT), font);
     EXPECT_EQ(wglGetCurrentDC(), dc);
   }
-  EXPECT_EQ(test::differences(before, takeGlSnapshot()), "");
+  EXPECT_EQ(test::differences(before, readGlState()), kNone);
 }
 
 TEST_F(ContextFontsTest, WithoutADeviceContextThereAreNoGlyphs) {

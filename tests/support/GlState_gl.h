@@ -15,5 +15,6 @@ GlState readGlState();
 
 /// One line a value that differs: name, value in `expected`, value in `actual`.
 std::vector<std::string> differences(const GlState& expected, const GlState& actual);
+inline const std::vector<std::string> kNone;
 
 }  // namespace zyn::test

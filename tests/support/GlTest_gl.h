@@ -2,16 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "glcontext/StateQuery_gl.h"
 #include "support/EglContext_gl.h"
 #include "support/GlState_gl.h"
 
 namespace zyn::test {
-
-inline const std::vector<std::string> kNone;
 
 /// A test with an OpenGL context of its own, in OpenGL's initial state.
 class GlTest : public testing::Test {
