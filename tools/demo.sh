@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Renders models into build/gallery with each kind of host: the zynshot program, scripts run by cscript, the viewer.
+# Renders models and graphs into build/gallery with each kind of host: the zynshot program, scripts run by cscript, the
+# viewer.
 # usage: demo.sh [MODEL]   (run by "zyn demo"; MODEL is an STL or OBJ file, default: three real test models)
 set -euo pipefail
 
@@ -38,12 +39,12 @@ shoot() {
   pictures+=("${shots[@]}")
 }
 
-# play SCRIPT MODEL FOLDER PICTURES...: cscript ends with 0 even when a script fails: its end marker is what counts.
+# play SCRIPT FILE FOLDER PICTURES...: cscript ends with 0 even when a script fails: its end marker is what counts.
 play() {
-  local script=$1 model=$2 folder=$3 output
+  local script=$1 file=$2 folder=$3 output
   shift 3
-  printf '== cscript %s: %s\n' "$script" "$model"
-  output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/$script" "$model" "$folder") || true
+  printf '== cscript %s: %s\n' "$script" "$file"
+  output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/$script" "$file" "$folder") || true
   printf '%s\n' "$output" | tr -d '\r'
   [[ $output == *"done: $# pictures"* ]] || die "$script failed"
   pictures+=("${@/#/$folder/}")
@@ -95,6 +96,8 @@ if [[ $# -gt 0 ]]; then
   watch "$model"
 else
   play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
+  play graphs.js "$root/hosts/data/sea_surface_temperature.csv" graphs seasons.png seasons-print.png anomalies.png \
+    anomalies-print.png
   shoot "$models/STL/Wuson.stl" wuson iso-y
   shoot "$models/OBJ/regr01.obj" house iso
   watch "$models/OBJ/spider.obj"

@@ -27,14 +27,16 @@ std::string cone() {
 
 class ScriptHostsTest : public HostTest {
  protected:
-  /// Runs a script of hosts/scripts on `model` in the folder, its pictures going to "out" there.
-  std::string play(const std::wstring& script, const std::wstring& model) {
+  static std::filesystem::path hosts() {
     // The test data's path is the build machine's.
-    const std::filesystem::path scripts =
-        std::filesystem::path("Z:" ZYN_TEST_DATA).parent_path().parent_path() / "hosts" / "scripts";
-    return runProgram(L"cscript.exe //nologo \"" + (scripts / script).wstring() + L"\" \"" +
-                      folder_.file(model).wstring() + L"\" \"" + folder_.file(L"out").wstring() +
-                      L'"')
+    return std::filesystem::path("Z:" ZYN_TEST_DATA).parent_path().parent_path() / "hosts";
+  }
+
+  /// Runs a script of hosts/scripts on a file in the folder, its pictures going to "out" there.
+  std::string play(const std::wstring& script, const std::wstring& file) {
+    return runProgram(L"cscript.exe //nologo \"" + (hosts() / "scripts" / script).wstring() +
+                      L"\" \"" + folder_.file(file).wstring() + L"\" \"" +
+                      folder_.file(L"out").wstring() + L'"')
         .output;
   }
 
@@ -97,13 +99,33 @@ TEST_F(ScriptHostsTest, heightsColoursFromBlueToRed) {
   }
 }
 
-TEST_F(ScriptHostsTest, bothNameTheReasonWhenTheyFail) {
-  writeFile(folder_.file(L"cut.stl"), cone().substr(0, 200));
-  for (const wchar_t* script : {L"gallery.vbs", L"heights.js"}) {
-    const std::string none = play(script, L"none.stl");
-    EXPECT_NE(none.find("none.stl: no such file"), std::string::npos) << none;
-    const std::string cut = play(script, L"cut.stl");
-    EXPECT_NE(cut.find("cut.stl"), std::string::npos) << cut;
+TEST_F(ScriptHostsTest, graphsShowTheTable) {
+  std::filesystem::copy_file(hosts() / "data" / "sea_surface_temperature.csv",
+                             folder_.file(L"table.csv"));
+  const std::string output = play(L"graphs.js", L"table.csv");
+  ASSERT_NE(output.find("done: 4 pictures"), std::string::npos) << output;
+  const Rgb warm = {214, 48, 38};
+  for (const wchar_t* name : {L"seasons", L"anomalies"}) {
+    const Image onScreen =
+        decodeImageFile(folder_.file(L"out") / (name + std::wstring(L".png"))).image;
+    const Image print =
+        decodeImageFile(folder_.file(L"out") / (name + std::wstring(L"-print.png"))).image;
+    ASSERT_EQ(onScreen.width(), 1600);
+    ASSERT_EQ(onScreen.height(), 1000);
+    ASSERT_EQ(print.width(), 3200);
+    ASSERT_EQ(print.height(), 2000);
+    EXPECT_GT(onScreen.count(warm), 3000) << "curves, bars and names";
+    EXPECT_GT(print.count(warm), 3 * onScreen.count(warm)) << "as large on paper as on screen";
+  }
+}
+
+TEST_F(ScriptHostsTest, allNameTheReasonWhenTheyFail) {
+  writeFile(folder_.file(L"cut short"), cone().substr(0, 200) + "\r\n1950,20,21,22\r\n");
+  for (const wchar_t* script : {L"gallery.vbs", L"heights.js", L"graphs.js"}) {
+    const std::string none = play(script, L"missing file");
+    EXPECT_NE(none.find("missing file: no such file"), std::string::npos) << none;
+    const std::string cut = play(script, L"cut short");
+    EXPECT_NE(cut.find("cut short"), std::string::npos) << cut;
     EXPECT_EQ((none + cut).find("done:"), std::string::npos);
   }
 }
