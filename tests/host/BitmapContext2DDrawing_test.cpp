@@ -480,6 +480,70 @@ TEST_F(TraceListTest, HostsCurrentContextSurvivesEveryCall) {
   expectStill("the end of the context");
 }
 
+// --- traces --------------------------------------------------------------------------------------
+
+class PolylineTest : public HostTest {
+ protected:
+  static ComPtr<IZYNPolyligne> makeTrace(const std::vector<double>& x, const std::vector<double>& y,
+                                         const Rgb& colour, double width) {
+    auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+    require(trace->setPoints(doubleArray(x), doubleArray(y)), "setPoints");
+    trace->setColor(colour.r / 255.0, colour.g / 255.0, colour.b / 255.0, 1);
+    trace->put_Epaisseur(width);
+    return trace;
+  }
+  /// How many pixels of a column have the colour.
+  static int thicknessAt(const Image& image, int x, const Rgb& colour) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) count += image.at(x, y) == colour ? 1 : 0;
+    return count;
+  }
+};
+
+TEST_F(PolylineTest, AreAsThickOnPaperAsOnScreen) {
+  OffscreenGraph graph(100, 60);
+  graph.show(0, 100, 0, 60);
+  graph.add(makeTrace({0, 40, kNaN, 60, 100}, {30, 30, 30, 30, 30}, kRed, 2).Get());
+  double screen = 0;
+  graph->get_DPIResolution(&screen);
+  for (int scale : {1, 3}) {
+    graph->put_DPIResolution(scale * screen);
+    const Image image = graph.render();
+    EXPECT_EQ(thicknessAt(image, 20, kRed), 2 * scale);
+    EXPECT_EQ(thicknessAt(image, 50, kRed), 0) << "a gap";
+    EXPECT_EQ(thicknessAt(image, 80, kRed), 2 * scale);
+  }
+}
+
+TEST_F(PolylineTest, AllAreShownWithoutARectangle) {
+  OffscreenGraph graph(101, 51);
+  graph.add(makeTrace({10, 20}, {5, 10}, kRed, 3).Get());
+  graph.add(makeTrace({10, 10}, {5, 10}, kBlue, 3).Get());
+  const Image image = graph.render();
+  EXPECT_EQ(thicknessAt(image, 0, kBlue), 51);
+  EXPECT_EQ(image.at(50, 25), kRed);
+  EXPECT_GT(thicknessAt(image, 98, kRed), 0);
+}
+
+TEST_F(PolylineTest, AMillionPointsCrossTheTilesOfALargePicture) {
+  std::vector<double> x(1000000);
+  std::vector<double> y(x.size());
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    x[i] = static_cast<double>(i) * 1e-2;
+    y[i] = 20 + 15 * std::sin(x[i] * 1e-2);
+  }
+  OffscreenGraph graph(10000, 40);
+  graph.show(0, 10000, 0, 40);
+  graph.add(makeTrace(x, y, kRed, 3).Get());
+  const Image image = graph.render();
+  for (int column = 1; column < 9999; ++column) {
+    const int row = 39 - static_cast<int>(20 + 15 * std::sin((column + 0.5) * 1e-2));
+    ASSERT_EQ(image.at(column, row), kRed) << column;
+    ASSERT_GE(thicknessAt(image, column, kRed), 3) << column;
+    ASSERT_LE(thicknessAt(image, column, kRed), 4) << column;
+  }
+}
+
 // --- text ----------------------------------------------------------------------------------------
 
 class LabelTest : public HostTest {
@@ -576,6 +640,10 @@ TEST_F(BesideTheViewTest, TheSameGraphLooksTheSame) {
   for (auto& triangle : makeRectangle(2, 9, 1, 2, 0, kBlue, 0.4)) add(triangle.Get());
   add(makeFlatTriangle({1, 1, 0}, {9, 2, 0}, {3, 4.5, 0}, kRed).Get(), 1);
   add(makeFlatTriangle({-5, -1, 0}, {25, 8, 0}, {25, 8, 0}, kGreen).Get(), 1);
+  auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+  trace->setPoints(doubleArray({0, 1, 2, 3, kNaN, 4, 6, 9}), doubleArray({4, 1, 3, 2, 0, 0, 5, 4}));
+  trace->put_Epaisseur(2.5);
+  add(trace.Get());
   auto label = createObject<IZYNGLTexte>(L"ZYNVue.ZYNGLTexte");
   label->put_Texte(_bstr_t(L"Temp\u00e9rature"));
   label->setPosition(3, 3, 0, 1);
