@@ -1,6 +1,7 @@
 // The dimension drawn into an OpenGL context of the host's own: pixels, sizes, selection names, and
 // what it leaves behind.
 #include <array>
+#include <climits>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -592,6 +593,25 @@ TEST_F(CoteDrawingTest, WhatIsNotFiniteIsNotDrawn) {
     cote->setNormaleCotation(0, bad, 0);
     EXPECT_EQ(cote->Draw(), S_OK);
   }
+}
+
+TEST_F(CoteDrawingTest, ExtremesDoNoHarm) {
+  const auto picture = pictureOfBitmap24(makeQuarters(16, 16));
+  for (const double reach : {1e6, 1e12, 1e17}) {
+    for (const long type : {0, 1, 2, 3}) {
+      auto cote = horizontal(-reach, reach, reach, -reach / 2, L"240");
+      cote->putref_Picture(picture.Get());
+      cote->put_TypeCotation(type);
+      cote->put_LongueurFlecheCotationPX(LONG_MAX);
+      cote->put_LargeurFlecheCotationPX(LONG_MAX);
+      cote->put_DecalageTexteCotationPX(LONG_MIN);
+      EXPECT_EQ(cote->Draw(), S_OK);
+      cote->put_FontSize(reach);
+      EXPECT_EQ(cote->Draw(), S_OK);
+      EXPECT_EQ(cote->DrawForGLSelection(), S_OK);
+    }
+  }
+  EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
 TEST_F(CoteDrawingTest, ATextOfNoSizeLeavesTheLines) {

@@ -270,6 +270,25 @@ TEST_F(CotePainterTest, APictureBeyondTheEdgeIsCutOff) {
   EXPECT_EQ(box.bottom, 4);
 }
 
+TEST_F(CotePainterTest, ExtremesDoNoHarm) {
+  const PixelImage picture = blueImage(16, 10);
+  for (const double far : {1e6, 1e12, 1e17}) {
+    for (const std::int32_t type : {0, 1, 2, 3}) {
+      shape_.type = type;
+      shape_.position = {far, -far, 0};
+      shape_.first = {-far, far, 0};
+      shape_.second = {far, far / 3, 0};
+      shape_.offset = far;
+      shape_.arrowLength = shape_.arrowWidth = std::numeric_limits<std::int32_t>::max();
+      content_.size.value = far;
+      const GlState before = readGlState();
+      draw(&picture);
+      pick();
+      EXPECT_EQ(differences(before, readGlState()), kNone) << far << ' ' << type;
+    }
+  }
+}
+
 // --- selection -----------------------------------------------------------------------------------
 
 using Hits = std::vector<std::vector<GLuint>>;
