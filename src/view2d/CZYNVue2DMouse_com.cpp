@@ -174,6 +174,7 @@ PickRecords CZYNVue2D::pickWithin(const RubberBand& band) noexcept {
 
 PickRecords CZYNVue2D::pick(const PickRegion& region) {
   PickRecords records;
+  const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
   context_.withContext([&] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     if (!resources) {

@@ -135,6 +135,7 @@ PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept 
 PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                             std::uint32_t mode) {
   PickRecords records;
+  const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
   context_.withContext([&] {
     records = runSelectionPass(camera, {.region = region, .unlit = unlit},
                                [&] { selection_.draw3D(mode, textView()); });

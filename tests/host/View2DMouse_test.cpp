@@ -615,6 +615,33 @@ TEST_F(View2DMouse, AFailingObjectFindsNothing) {
   EXPECT_EQ(wglGetCurrentContext(), nullptr);
 }
 
+TEST_F(View2DMouse, ARepaintAskedForWhilePickingComesAfterwards) {
+  int painted = 0;
+  const auto trace = makeForeign<ForeignObject>();
+  trace->onDraw2D = [&](int) {
+    ++painted;
+    return S_OK;
+  };
+  host->Add(trace->dispatch(), 0);
+  host->GraphView(0, 0, 0, nullptr, nullptr, nullptr, 0, 2, 1, 1, 1, nullptr, nullptr, nullptr, 0,
+                  1, 1, 1, 1);
+  host.paint();
+  const auto object = addSelectable(7, 0, 0, 400, 200);
+  int paintedMeanwhile = -1;
+  object->onDraw2D = [&, draw = object->onDraw2D](int mode) {
+    const int before = painted;
+    host.paint();
+    paintedMeanwhile = painted - before;
+    return draw(mode);
+  };
+  const int before = painted;
+  host.send(WM_LBUTTONDBLCLK, 200, 100, MK_LBUTTON);
+  EXPECT_EQ(paintedMeanwhile, 0);
+  EXPECT_EQ(namesIn(host.events(GraphEvent::MouseSelectionDblClick)[0].arguments[0]), (Names{7}));
+  UpdateWindow(host.window());
+  EXPECT_EQ(painted, before + 1);
+}
+
 TEST_F(View2DMouse, ManyNamesAreAllFound) {
   std::vector<ComPtr<ForeignObject>> objects;
   for (unsigned name = 0; name < 1000; ++name) {

@@ -54,6 +54,30 @@ TEST_F(View3DPicking, NothingGivesNothing) {
   EXPECT_EQ(found.vt, VT_EMPTY) << "no camera";
 }
 
+TEST_F(View3DPicking, ARepaintAskedForWhilePickingComesAfterwards) {
+  int painted = 0;
+  const auto drawn = makeForeign<ForeignObject>();
+  drawn->onDraw3D = [&](int) {
+    ++painted;
+    return S_OK;
+  };
+  host->Add(drawn->dispatch(), 0);
+  host.paint();
+  const auto object = addSelectable({7}, atPixels(100, 50, 300, 150, 0));
+  int paintedMeanwhile = -1;
+  object->onDraw3D = [&, draw = object->onDraw3D](int mode) {
+    const int before = painted;
+    host.paint();
+    paintedMeanwhile = painted - before;
+    return draw(mode);
+  };
+  const int before = painted;
+  EXPECT_EQ(pick(200, 100), (Names{7}));
+  EXPECT_EQ(paintedMeanwhile, 0);
+  UpdateWindow(host.window());
+  EXPECT_EQ(painted, before + 1);
+}
+
 TEST_F(View3DPicking, ThePixelIsTheOneThatIsSeen) {
   addSelectable({1}, atPixels(100, 50, 200, 90, 0));
   EXPECT_EQ(pick(150, 70), (Names{1}));

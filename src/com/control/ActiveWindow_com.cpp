@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "com/control/Control_com.h"
+#include "com/control/PaintPause_com.h"
 #include "com/control/StockPointer_com.h"
-#include "core/ScopedFlag.h"
 
 namespace zyn {
 
@@ -176,19 +176,22 @@ void ActiveWindow::resized(HWND window) {
 }
 
 void ActiveWindow::paint(HWND window) {
-  if (painting_) {
+  if (paintPauses_ > 0) {
     ValidateRect(window, nullptr);
     paintAgain_ = true;
     return;
   }
   boundary([&] {
-    const ScopedFlag painting(painting_);
+    const PaintPause notNested(*this);
     const PaintScope scope(window);
     if (scope.dc() && window == announced_) {
       control_.paint(scope.dc());
     }
   });
-  if (std::exchange(paintAgain_, false)) {
+}
+
+void ActiveWindow::resumePainting() noexcept {
+  if (--paintPauses_ == 0 && std::exchange(paintAgain_, false)) {
     control_.repaint();
   }
 }

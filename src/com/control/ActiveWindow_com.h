@@ -28,6 +28,10 @@ class ActiveWindow final : public WindowClient {
   /// Gives the window the keyboard unless it, or a child of it, has it.
   void takeFocus() noexcept;
 
+  /// For each pause an end; see PaintPause.
+  void pausePainting() noexcept { ++paintPauses_; }
+  void resumePainting() noexcept;
+
   std::optional<LRESULT> windowMessage(HWND window, UINT message, WPARAM wParam,
                                        LPARAM lParam) noexcept override;
 
@@ -45,7 +49,7 @@ class ActiveWindow final : public WindowClient {
   ControlWindow window_{*this};
   HWND announced_ = nullptr;  ///< the window that the control was told of and that has not ended
   SIZE client_ = {};
-  bool painting_ = false;
+  int paintPauses_ = 0;
   bool paintAgain_ = false;
 };
 

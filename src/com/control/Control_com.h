@@ -24,6 +24,7 @@
 #include "com/control/ModalScope_com.h"
 #include "com/control/OleControlFacet_com.h"
 #include "com/control/OleObjectFacet_com.h"
+#include "com/control/PaintPause_com.h"
 #include "com/control/PersistPropertyBagFacet_com.h"
 #include "com/control/PersistStorageFacet_com.h"
 #include "com/control/PersistStreamFacet_com.h"
@@ -47,6 +48,9 @@ class Control : public ControlHooks {
   SIZE clientSize() const noexcept { return window_.clientSize(); }
 
   void repaint() noexcept;
+
+  /// To be held while the view's rendering context is used for anything else than its picture.
+  PaintPause pausePainting() noexcept { return PaintPause(window_); }
 
   template <class... Arguments>
   void fire(DISPID event, const Arguments&... arguments) noexcept {
