@@ -5,6 +5,7 @@
 #include "ZYNVUE.h"
 #include "com/errors_com.h"
 #include "core/queryOptional_com.h"
+#include "glcontext/gl_api.h"
 #include "objects/ITextView_com.h"
 
 namespace zyn {
@@ -105,11 +106,15 @@ bool CListTrace::mayHoldText() {
 }
 
 void CListTrace::draw3D(std::uint32_t overrideMode, const TextView& view) {
-  draw(&IGLDraw::Draw3D, overrideMode, view);
+  draw([](IGLDraw& object, int mode) { return object.Draw3D(mode); }, overrideMode, view);
 }
 
 void CListTrace::draw2D(std::uint32_t overrideMode, const TextView& view) {
-  draw(&IGLDraw::Draw2D, overrideMode, view);
+  const auto drawOnTop = [](IGLDraw& object, int mode) {
+    glDisable(GL_DEPTH_TEST);  // which texts leave on
+    return object.Draw2D(mode);
+  };
+  draw(drawOnTop, overrideMode, view);
 }
 
 void CListTrace::draw(DrawMethod method, std::uint32_t overrideMode, const TextView& view) {
@@ -124,7 +129,7 @@ void CListTrace::draw(DrawMethod method, std::uint32_t overrideMode, const TextV
     if (SUCCEEDED(object.As(&text)) && text) {
       text->setTextView(view);
     }
-    throwIfFailed((drawable.Get()->*method)(static_cast<int>(mode)), drawable.Get(),
+    throwIfFailed(method(*drawable.Get(), static_cast<int>(mode)), drawable.Get(),
                   __uuidof(IGLDraw));
   }
 }

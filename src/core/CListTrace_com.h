@@ -51,11 +51,11 @@ class CListTrace : public ZYNList<DrawElem*> {
   /// while they draw. Throws _com_error when one fails.
   void draw3D(std::uint32_t overrideMode, const TextView& view);
 
-  /// The same with Draw2D.
+  /// The same with Draw2D, without depth test: what comes later lies on top.
   void draw2D(std::uint32_t overrideMode, const TextView& view);
 
  private:
-  using DrawMethod = HRESULT (STDMETHODCALLTYPE IGLDraw::*)(int mode);
+  using DrawMethod = HRESULT (*)(IGLDraw& object, int mode);
 
   void draw(DrawMethod method, std::uint32_t overrideMode, const TextView& view);
 };

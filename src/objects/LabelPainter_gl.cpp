@@ -180,20 +180,8 @@ bool moveLabel(TextLabel& label, const DimensionShape& shape, PlaneScale scale) 
   return moved;
 }
 
-}  // namespace
-
-void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
-                 int mode) {
-  {
-    const LabelColour colour(label);
-    const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
-    drawOutlineText(label, fonts, label.position, pixelLength(view.height) * view.pixelScale,
-                    view.pixelScale, mode);
-  }
-  glEnable(GL_DEPTH_TEST);
-}
-
-bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
+/// Leaves the depth test as it was.
+bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
   const UnscaledPlane plane;
   if (!plane.matrix.isUsable()) {
     return false;
@@ -220,6 +208,25 @@ bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   } else {
     drawOutlineText(label, fonts, position, pixel, view.pixelScale, mode);
   }
+  return moved;
+}
+
+}  // namespace
+
+void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
+                 int mode) {
+  {
+    const LabelColour colour(label);
+    const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+    drawOutlineText(label, fonts, label.position, pixelLength(view.height) * view.pixelScale,
+                    view.pixelScale, mode);
+  }
+  glEnable(GL_DEPTH_TEST);
+}
+
+bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
+  const bool moved = drawInPlane(label, fonts, view, mode);
+  glEnable(GL_DEPTH_TEST);
   return moved;
 }
 

@@ -17,10 +17,10 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
                  int mode);
 
 /// The same in the plane z = 0 of a 2D view, whose scale stretches positions but neither the text
-/// nor what is measured in pixels, and with all state left as it was. Small numbers are drawn with
-/// the digit fonts, which are compiled when they are first needed. A dimension is drawn, and gives
-/// the label its position and reference; where it cannot be laid out, the label is a plain one.
-/// Tells whether the position changed.
+/// nor what is measured in pixels. Small numbers are drawn with the digit fonts, which are compiled
+/// when they are first needed. A dimension is drawn, and gives the label its position and
+/// reference; where it cannot be laid out, the label is a plain one. Tells whether the position
+/// changed.
 bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode);
 
 }  // namespace zyn

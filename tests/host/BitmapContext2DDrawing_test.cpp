@@ -9,6 +9,7 @@
 #include "support/GlCanvas_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"
+#include "support/Texts_win.h"
 #include "support/View2DHost_win.h"
 
 namespace zyn::test {
@@ -247,6 +248,15 @@ TEST_F(TraceListTest, LastAddedIsOnTopWhateverItsDepth) {
   EXPECT_EQ(atUnit(image, 1), kRed);
   EXPECT_EQ(atUnit(image, 3), kBlue);
   EXPECT_EQ(atUnit(image, 5), kBlue);
+}
+
+TEST_F(TraceListTest, LastAddedIsOnTopAfterATextAsWell) {
+  const auto text = makeText(L"T", 5);
+  graph_.add(text.Get());
+  addRectangle(0, 4, 0, kRed);
+  graph_.add(text.Get());
+  addRectangle(2, 6, 0, kBlue);
+  EXPECT_EQ(atUnit(graph_.render(), 3), kBlue);
 }
 
 TEST_F(TraceListTest, TransparentBlendsOverWhatIsThere) {

@@ -719,11 +719,13 @@ TEST_P(LabelStateTest, In3DTheDepthTestIsOnAfterwardsAndAllElseAsBefore) {
   }
 }
 
-TEST_P(LabelStateTest, In2DAllIsAsBefore) {
+TEST_P(LabelStateTest, In2DTheDepthTestIsOnAfterwardsAndAllElseAsBefore) {
   for (TextLabel& label : labels()) {
     for (const int mode : {0, 1, -1}) {
-      const GlState before = readGlState();
+      setEnabled(GL_DEPTH_TEST, std::get<1>(GetParam()));
+      GlState before = readGlState();
       drawLabel2D(label, fonts_, view_, mode);
+      before.at("GL_DEPTH_TEST") = {1};
       EXPECT_EQ(differences(before, readGlState()), kNone) << "mode " << mode;
     }
   }
