@@ -54,7 +54,7 @@ bool WindowContext::create(HWND window, const Prepare& prepare) {
   if (target->context.create(dc)) {
     const CurrentContext current(dc, target->context.get());
     if (current) {
-      target->context.keep(prepare(dc));
+      target->context.keep(prepare());
     } else {
       tell(showMessage_, failures_.makingCurrent);
     }

@@ -30,10 +30,10 @@ class WindowContext {
  public:
   /// Shows a text to the user, and may wait for him.
   using ShowMessage = std::function<void(const std::wstring& text)>;
-  /// Sets up state of the new rendering context, which is current on `dc`, and makes what belongs
+  /// Sets up state of the new rendering context, which is current, and makes what belongs
   /// to it (display lists, fonts): kept with the context, and let go with it current just before it
   /// is deleted.
-  using Prepare = std::function<std::shared_ptr<void>(HDC dc)>;
+  using Prepare = std::function<std::shared_ptr<void>()>;
 
   WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage);
   ~WindowContext();

@@ -9,16 +9,16 @@
 
 namespace zyn {
 
-/// Gives the current context its outline fonts, by means of its device context, with outline lines
-/// that smooth the edges of the filled glyphs only if asked for. Lists that are there already stay
-/// as they are: other lists may call them. Without a font of the system, there are none.
-void buildOutlineFonts(CGLFontContext& fonts, HDC dc, bool outlineLines);
+/// Gives the current context its outline fonts, with outline lines that smooth the edges of the
+/// filled glyphs only if asked for. Lists that are there already stay as they are: other lists may
+/// call them. Without a font of the system, there are none.
+void buildOutlineFonts(CGLFontContext& fonts, bool outlineLines);
 
 /// Gives the current context its fonts, and registers them, for as long as this lives. The context
 /// has to be current again when it ends.
 class ContextFonts {
  public:
-  ContextFonts(FontOwner owner, HDC dc, bool outlineLines);
+  ContextFonts(FontOwner owner, bool outlineLines);
   ~ContextFonts();
   ContextFonts(const ContextFonts&) = delete;
   ContextFonts& operator=(const ContextFonts&) = delete;

@@ -22,7 +22,7 @@ using Vertex = std::array<GLdouble, 3>;
 /// What the callbacks work on.
 struct Work {
   std::deque<Vertex> vertices;  ///< the tessellator points to them
-  Tessellation result;
+  Triangles result;
   bool isOutOfMemory = false;
 
   GLdouble* add(GLdouble x, GLdouble y) { return vertices.emplace_back(Vertex{x, y, 0}).data(); }
@@ -43,14 +43,11 @@ Work& workOf(void* data) { return *static_cast<Work*>(data); }
 void takeVertex(void* vertex, void* data) {
   Work& work = workOf(data);
   const auto* at = static_cast<const GLdouble*>(vertex);
-  work.guarded([&] { work.result.corners.push_back({at[0], at[1]}); });
+  work.guarded([&] { work.result.push_back({at[0], at[1]}); });
 }
 
-/// Of two corners at one place there come two vertices, of two lines that cross four.
-void combine(const GLdouble at[3], void* const vertices[4], const GLfloat[4], void** vertex,
-             void* data) {
+void combine(const GLdouble at[3], void* const[4], const GLfloat[4], void** vertex, void* data) {
   Work& work = workOf(data);
-  work.result.hasCrossings |= vertices[3] != nullptr;
   *vertex = work.vertices.front().data();  // any, where there is no memory for the right one
   work.guarded([&] { *vertex = work.add(at[0], at[1]); });
 }
@@ -78,7 +75,7 @@ void tessellate(GLUtesselator* tessellator, const std::vector<Contour>& contours
 
 }  // namespace
 
-Tessellation tessellate(const std::vector<Contour>& contours) {
+Triangles tessellate(const std::vector<Contour>& contours) {
   const UniqueTessellator tessellator(gluNewTess());
   if (!tessellator) {
     throw std::bad_alloc();

@@ -9,14 +9,11 @@ namespace zyn {
 /// A closed line, joined from its last point to its first.
 using Contour = std::vector<PlanePoint>;
 
-/// A plane figure as triangles.
-struct Tessellation {
-  std::vector<PlanePoint> corners;  ///< three a triangle, counterclockwise
-  bool hasCrossings = false;        ///< contours cross: there are corners of none of them
-};
+/// A plane figure as triangles: three corners each, counterclockwise.
+using Triangles = std::vector<PlanePoint>;
 
 /// Fills what the contours wind around, however they cross: holes are contours that turn the other
 /// way. Needs no rendering context. Throws std::bad_alloc.
-Tessellation tessellate(const std::vector<Contour>& contours);
+Triangles tessellate(const std::vector<Contour>& contours);
 
 }  // namespace zyn

@@ -79,7 +79,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
       const auto surface = std::make_shared<OffscreenSurface>(
           [](const std::wstring& text) { showMessage(text.c_str()); });
       surface_ = surface;
-      surface->create(width, height, [this](HDC dc) { return prepareContext(dc); });
+      surface->create(width, height, [this] { return prepareContext(); });
       return S_OK;
     });
   }
@@ -101,7 +101,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   /// Makes the fonts of the rendering context, if there is one and it has none yet.
   void needFonts() {
     if (const std::shared_ptr<OffscreenSurface> surface = surface_; surface && fonts_.expired()) {
-      surface->equip([this](HDC dc) { return makeFonts(dc); });
+      surface->equip([this] { return makeFonts(); });
     }
   }
 
@@ -129,15 +129,15 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
 
   Derived& derived() { return static_cast<Derived&>(*this); }
 
-  std::shared_ptr<void> prepareContext(HDC dc) {
+  std::shared_ptr<void> prepareContext() {
     setInitialState();
     fonts_.reset();
-    return drawList_.mayHoldText() ? makeFonts(dc) : nullptr;
+    return drawList_.mayHoldText() ? makeFonts() : nullptr;
   }
 
-  std::shared_ptr<ContextFonts> makeFonts(HDC dc) {
+  std::shared_ptr<ContextFonts> makeFonts() {
     const auto fonts =
-        std::make_shared<ContextFonts>(Derived::kFontOwner, dc, !bitmapMultisampleAvailable());
+        std::make_shared<ContextFonts>(Derived::kFontOwner, !bitmapMultisampleAvailable());
     addLists(*fonts->fonts());
     fonts_ = fonts;
     return fonts;

@@ -97,7 +97,7 @@ void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Pre
   if (!current) {
     return showMessage_(failureText(L"wglMakeCurrent failed: GetLastError returned %u\n"));
   }
-  target->context.keep(prepare(target->canvas->dc()));
+  target->context.keep(prepare());
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   target_ = target;
 }
@@ -106,7 +106,7 @@ void OffscreenSurface::equip(const Prepare& prepare) {
   const auto target = target_;
   if (!target) return;
   const CurrentContext current(target->canvas->dc(), target->context.get());
-  if (current) target->context.keep(prepare(target->canvas->dc()));
+  if (current) target->context.keep(prepare());
 }
 
 bool OffscreenSurface::hasContext() const { return target_ != nullptr; }

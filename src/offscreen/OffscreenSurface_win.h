@@ -22,10 +22,10 @@ class OffscreenSurface {
  public:
   /// Shows a text to the user.
   using ShowMessage = std::function<void(const std::wstring& text)>;
-  /// Sets up state of the new rendering context, which is current on `dc`, and makes what belongs
+  /// Sets up state of the new rendering context, which is current, and makes what belongs
   /// to it (display lists, fonts): kept with the context, and let go with it current just before it
   /// is deleted.
-  using Prepare = std::function<std::shared_ptr<void>(HDC dc)>;
+  using Prepare = std::function<std::shared_ptr<void>()>;
   /// Draws one tile: the viewport is set, projection and everything else is the callee's.
   using Draw = std::function<void(const Tile& tile)>;
 

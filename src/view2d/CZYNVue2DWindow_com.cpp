@@ -13,7 +13,7 @@ ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
 }  // namespace
 
 void CZYNVue2D::windowCreated(HWND window, SIZE client) {
-  context_.create(window, [this](HDC dc) { return prepareContext(dc); });
+  context_.create(window, [this] { return prepareContext(); });
   resize(client);
 }
 
@@ -21,9 +21,9 @@ Float4 CZYNVue2D::clearColour() const {
   return {background_[0], background_[1], background_[2], 0.0F};
 }
 
-std::shared_ptr<void> CZYNVue2D::prepareContext(HDC dc) {
+std::shared_ptr<void> CZYNVue2D::prepareContext() {
   setInitialState2D(clearColour(), antialiasing_);
-  const auto resources = std::make_shared<ContextResources>(dc, smoothsGlyphs());
+  const auto resources = std::make_shared<ContextResources>(smoothsGlyphs());
   resources_ = resources;
   return resources;
 }
@@ -33,7 +33,7 @@ bool CZYNVue2D::smoothsGlyphs() const { return !antialiasing_.multisample.value_
 void CZYNVue2D::rebuildGlyphs() {
   context_.withContext([this] {
     if (const auto resources = resources_.lock()) {
-      buildOutlineFonts(*resources->fonts.fonts(), context_.dc(), smoothsGlyphs());
+      buildOutlineFonts(*resources->fonts.fonts(), smoothsGlyphs());
     }
   });
 }
@@ -95,14 +95,14 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   const SIZE size = pictureSizeFor(pixels);
   OffscreenSurface surface([](const std::wstring&) {});
   std::weak_ptr<const ContextResources> resources;
-  surface.create(size.cx, size.cy, [&](HDC canvas) -> std::shared_ptr<void> {
+  surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
                               GL_NICEST};
     setInitialState2D(clearColour(), antialiasing);
     if (!needsFonts()) {
       return nullptr;
     }
-    const auto made = std::make_shared<ContextResources>(canvas, smoothsGlyphs());
+    const auto made = std::make_shared<ContextResources>(smoothsGlyphs());
     made->frame = makeFrame(*made, view_.graphPlacement(clientSizeOf(size)));
     resources = made;
     return made;

@@ -112,7 +112,7 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
  private:
   /// What belongs to a rendering context.
   struct ContextResources {
-    ContextResources(HDC dc, bool outlineLines) : fonts(FontOwner::View2D, dc, outlineLines) {
+    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View2D, outlineLines) {
       fonts.fonts()->buildDigits();
     }
 
@@ -167,7 +167,7 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
 
   void resize(SIZE client);
   Float4 clearColour() const;
-  std::shared_ptr<void> prepareContext(HDC dc);
+  std::shared_ptr<void> prepareContext();
   bool needsFonts();
   ScaledView currentView() const;
   TextView textView(const ContextResources& resources) const;

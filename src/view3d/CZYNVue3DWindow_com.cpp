@@ -14,7 +14,7 @@ ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
 }  // namespace
 
 void CZYNVue3D::windowCreated(HWND window, SIZE client) {
-  context_.create(window, [this](HDC dc) { return prepareContext(dc); });
+  context_.create(window, [this] { return prepareContext(); });
   if (view_.clientSize().isEmpty() || !view_.camera()) {
     view_.setClientSize(clientSizeOf(client));
     view_.fitWindow();
@@ -23,9 +23,9 @@ void CZYNVue3D::windowCreated(HWND window, SIZE client) {
   }
 }
 
-std::shared_ptr<void> CZYNVue3D::prepareContext(HDC dc) {
+std::shared_ptr<void> CZYNVue3D::prepareContext() {
   setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing_);
-  const auto resources = std::make_shared<ContextResources>(dc, smoothsGlyphs());
+  const auto resources = std::make_shared<ContextResources>(smoothsGlyphs());
   resources_ = resources;
   return resources;
 }
@@ -78,14 +78,14 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   const SIZE size = pictureSizeFor(pixels);
   OffscreenSurface surface([](const std::wstring&) {});
   std::weak_ptr<const ContextFonts> fonts;
-  surface.create(size.cx, size.cy, [&](HDC canvas) -> std::shared_ptr<void> {
+  surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
                               GL_NICEST};
     setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing);
     if (!drawList_.mayHoldText()) {
       return nullptr;
     }
-    const auto made = std::make_shared<ContextFonts>(FontOwner::View3D, canvas, smoothsGlyphs());
+    const auto made = std::make_shared<ContextFonts>(FontOwner::View3D, smoothsGlyphs());
     fonts = made;
     return made;
   });

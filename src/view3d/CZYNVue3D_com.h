@@ -144,13 +144,13 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
 
   /// What belongs to the rendering context of the window.
   struct ContextResources {
-    ContextResources(HDC dc, bool outlineLines) : fonts(FontOwner::View3D, dc, outlineLines) {}
+    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View3D, outlineLines) {}
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;
   };
 
-  std::shared_ptr<void> prepareContext(HDC dc);
+  std::shared_ptr<void> prepareContext();
   bool smoothsGlyphs() const;
   TextView textView() const;
   ViewPass currentPass() const;

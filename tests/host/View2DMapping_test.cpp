@@ -386,16 +386,13 @@ TEST_F(View2DMapping, CirclesStayRound) {
   }
 }
 
-TEST_F(View2DMapping, ManyObjectsAreAddedQuickly) {
-  std::vector<ComPtr<IZYNGLTriangle>> triangles;
-  const ULONGLONG start = GetTickCount64();
-  for (int i = 0; i < 20000; ++i) {
-    triangles.push_back(makeTriangle({0, 0, 0}, {1.0 + i, 0, 0}, {0, 1, 0}));
-    host->Add(triangles.back().Get(), 0);
+TEST_F(View2DMapping, ManyObjectsWidenTheHomeView) {
+  constexpr int kObjects = 5000;
+  for (int i = 0; i < kObjects; ++i) {
+    host->Add(makeTriangle({0, 0, 0}, {1.0 + i, 0, 0}, {0, 1, 0}).Get(), 0);
   }
-  EXPECT_LT(GetTickCount64() - start, 20000U) << "adding costs the same for each";
   host->initView();
-  EXPECT_DOUBLE_EQ(host.params().width, 20000 * double{1.0F + 0.1F});
+  EXPECT_DOUBLE_EQ(host.params().width, kObjects * double{1.0F + 0.1F});
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The outline fonts as the system makes them.
+// The outline fonts against what the system writes with the same font.
 #include "objects/ContextFonts_win.h"
 
 #include <algorithm>
@@ -155,7 +155,7 @@ int strayInk(const Image& a, const Image& b) {
 }
 
 TEST_F(ContextFontsTest, LettersAreTheSystemsAccentsIncluded) {
-  const ContextFonts own(FontOwner::View3D, wglGetCurrentDC(), false);
+  const ContextFonts own(FontOwner::View3D, false);
   WrittenLetter reference;
   for (const Letter& letter : kLetters) {
     SCOPED_TRACE(int{letter.byte});
@@ -170,7 +170,7 @@ TEST_F(ContextFontsTest, LettersAreTheSystemsAccentsIncluded) {
 }
 
 TEST_F(ContextFontsTest, OutlinesAreTheEdgesOfTheFilledGlyphs) {
-  const ContextFonts own(FontOwner::View3D, wglGetCurrentDC(), true);
+  const ContextFonts own(FontOwner::View3D, true);
   for (const Letter& letter : kLetters) {
     SCOPED_TRACE(int{letter.byte});
     const Image filled = drawn(own.fonts()->filledLists(), letter.byte);
@@ -184,8 +184,8 @@ TEST_F(ContextFontsTest, OutlinesAreTheEdgesOfTheFilledGlyphs) {
 }
 
 TEST_F(ContextFontsTest, MeasuresAreThoseOfTheFont) {
-  const ContextFonts filled(FontOwner::View3D, wglGetCurrentDC(), false);
-  const ContextFonts both(FontOwner::View3D, wglGetCurrentDC(), true);
+  const ContextFonts filled(FontOwner::View3D, false);
+  const ContextFonts both(FontOwner::View3D, true);
   const FontMetrics& measures = filled.fonts()->metrics();
   EXPECT_NEAR(measures.digits.bottom, 0.0, 0.03);
   EXPECT_NEAR(measures.digits.top, 0.71, 0.05);
@@ -196,7 +196,7 @@ TEST_F(ContextFontsTest, MeasuresAreThoseOfTheFont) {
 }
 
 TEST_F(ContextFontsTest, TheLastByteDrawsNothingAndDoesNotAdvance) {
-  const ContextFonts own(FontOwner::View3D, wglGetCurrentDC(), true);
+  const ContextFonts own(FontOwner::View3D, true);
   for (const GLuint lists : {own.fonts()->filledLists(), own.fonts()->outlineLists()}) {
     EXPECT_EQ(drawn(lists, 255).count(kInk), 0);
     EXPECT_EQ(advance(), 0);
@@ -204,8 +204,7 @@ TEST_F(ContextFontsTest, TheLastByteDrawsNothingAndDoesNotAdvance) {
 }
 
 TEST_F(ContextFontsTest, OutlineLinesComeAndGoWhileTheFilledGlyphsStay) {
-  const HDC dc = wglGetCurrentDC();
-  const ContextFonts own(FontOwner::View2D, dc, false);
+  const ContextFonts own(FontOwner::View2D, false);
   const GLuint filled = own.fonts()->filledLists();
   ASSERT_NE(filled, 0U);
   EXPECT_EQ(own.fonts()->outlineLists(), 0U);
@@ -215,16 +214,16 @@ TEST_F(ContextFontsTest, OutlineLinesComeAndGoWhileTheFilledGlyphsStay) {
   glCallList(filled + 'M');
   glEndList();
 
-  buildOutlineFonts(*own.fonts(), dc, true);
+  buildOutlineFonts(*own.fonts(), true);
   const GLuint lines = own.fonts()->outlineLists();
   EXPECT_NE(lines, 0U);
   EXPECT_EQ(own.fonts()->filledLists(), filled);
-  buildOutlineFonts(*own.fonts(), dc, true);
+  buildOutlineFonts(*own.fonts(), true);
   EXPECT_EQ(own.fonts()->outlineLists(), lines);
   EXPECT_TRUE(glIsList(lines + 'M'));
   EXPECT_GT(own.fonts()->metrics().text.height(), 1.0);
 
-  buildOutlineFonts(*own.fonts(), dc, false);
+  buildOutlineFonts(*own.fonts(), false);
   EXPECT_EQ(own.fonts()->outlineLists(), 0U);
   EXPECT_FALSE(glIsList(lines + 'M'));
   EXPECT_EQ(own.fonts()->filledLists(), filled);
@@ -242,7 +241,7 @@ TEST_F(ContextFontsTest, TheyAreRegisteredForTheirLife) {
   std::weak_ptr<CGLFontContext> seen;
   GLuint filled = 0;
   {
-    const ContextFonts own(FontOwner::View3D, wglGetCurrentDC(), false);
+    const ContextFonts own(FontOwner::View3D, false);
     EXPECT_EQ(FontRegister::instance().find(context), own.fonts());
     const TextView view = own.view(12.5, 3);
     EXPECT_EQ(view.context, context);
@@ -261,7 +260,7 @@ TEST_F(ContextFontsTest, TheyAreRegisteredForTheirLife) {
 TEST_F(ContextFontsTest, WhoHoldsThemLongerFindsThemEmpty) {
   std::shared_ptr<CGLFontContext> held;
   {
-    const ContextFonts own(FontOwner::View3D, wglGetCurrentDC(), true);
+    const ContextFonts own(FontOwner::View3D, true);
     held = own.fonts();
     held->buildDigits();
   }
@@ -275,19 +274,12 @@ TEST_F(ContextFontsTest, BuildingLeavesTheContextsAsTheyWere) {
   const HGDIOBJ font = GetCurrentObject(dc, OBJ_FONT);
   const GlState before = readGlState();
   {
-    const ContextFonts own(FontOwner::View3D, dc, true);
+    const ContextFonts own(FontOwner::View3D, true);
     EXPECT_EQ(test::differences(before, readGlState()), kNone);
     EXPECT_EQ(GetCurrentObject(dc, OBJ_FONT), font);
     EXPECT_EQ(wglGetCurrentDC(), dc);
   }
   EXPECT_EQ(test::differences(before, readGlState()), kNone);
-}
-
-TEST_F(ContextFontsTest, WithoutADeviceContextThereAreNoGlyphs) {
-  const ContextFonts own(FontOwner::View3D, nullptr, true);
-  EXPECT_EQ(own.fonts()->filledLists(), 0U);
-  EXPECT_EQ(own.fonts()->outlineLists(), 0U);
-  EXPECT_EQ(own.fonts()->metrics().text.height(), 0);
 }
 
 }  // namespace

@@ -55,6 +55,26 @@ TEST_F(GlyphShapesTest, FillsEachGlyphInItsPlace) {
   EXPECT_EQ(at(7, 0), kBlack);
 }
 
+TEST_F(GlyphShapesTest, ListsDrawOneGlyphEachAndMoveOn) {
+  const GLuint filled = compileFilledGlyphs(shapes_, metrics_);
+  const GLuint outlines = compileGlyphOutlines(shapes_, metrics_);
+  glListBase(filled);
+  glCallLists(3, GL_UNSIGNED_BYTE, "o -");
+  EXPECT_EQ(at(0.5, 0), kRed);
+  EXPECT_EQ(at(1, 0), kBlack);
+  EXPECT_EQ(at(5, 0), kRed);
+  EXPECT_EQ(at(5, 0.8), kBlack);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glLoadIdentity();
+  glListBase(outlines);
+  glCallLists(1, GL_UNSIGNED_BYTE, "-");
+  EXPECT_EQ(at(1, 0), kBlack);
+  EXPECT_GT(context.read().count(kRed), 10);
+  EXPECT_TRUE(glIsList(filled + 255));
+  glDeleteLists(filled, 256);
+  glDeleteLists(outlines, 256);
+}
+
 TEST_F(GlyphShapesTest, DrawsTheEdgesSmoothly) {
   drawShapes(shapes_, metrics_, "-");
   EXPECT_TRUE(isEnabled(GL_LINE_SMOOTH));
