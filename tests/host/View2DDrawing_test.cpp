@@ -218,14 +218,12 @@ TEST_F(View2DDrawing, TheGridHasItsColourAndItsSteps) {
   EXPECT_NEAR(image.count(kRed), 20 * 200, 200);
 }
 
-TEST_F(View2DDrawing, SillyGridsAreDrawnAtOnce) {
+TEST_F(View2DDrawing, SillyGridsDrawNoMoreThanTheirLines) {
   host->put_GrilleVisible(VARIANT_TRUE);
-  const ULONGLONG start = GetTickCount64();
   for (const double step : {1e-300, 1e-9, double(NAN), HUGE_VAL, -HUGE_VAL, 1e300}) {
     host->setGrille(step, step);
     host.paint();
   }
-  EXPECT_LT(GetTickCount64() - start, 2000U);
   EXPECT_EQ(host.shown().count(kWhite), 399 * 199) << "a step as wide as that: the lines at 0";
 }
 
