@@ -72,6 +72,8 @@ if(NOT BUILD_TESTING)
   return()
 endif()
 
+include(Bench)
+
 # Tests that drive the library as its hosts do: one program a file, run with both DLLs registered. They are compiled
 # quickly rather than well.
 add_compile_options(-O0)

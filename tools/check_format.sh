@@ -2,4 +2,4 @@
 # Fails when a C++ file is not as clang-format would leave it.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-find src hosts tests tools -name '*.cpp' -o -name '*.h' | sort | xargs clang-format --dry-run --Werror
+find src hosts tests tools bench -name '*.cpp' -o -name '*.h' | sort | xargs clang-format --dry-run --Werror

@@ -1,0 +1,130 @@
+#include <array>
+#include <memory>
+#include <random>
+
+#include "bench/GlyphLists.h"
+#include "bench/Groups.h"
+#include "bench/RawScene.h"
+#include "common/ClassObject_com.h"
+#include "support/Texts_win.h"
+
+namespace zyn::bench {
+
+using test::ComPtr;
+using test::require;
+using test::Vec;
+using test::View3DHost;
+
+namespace {
+
+constexpr long kTextHeight = 14;  ///< pixels
+constexpr double kHalfSide = 50;  ///< of the cube that the labels are in, model units
+constexpr test::Bounds kCube = {-kHalfSide, kHalfSide,  -kHalfSide,
+                                kHalfSide,  -kHalfSide, kHalfSide};
+
+struct Label {
+  std::string text;
+  Vec at;
+};
+
+std::vector<Label> makeLabels(int count) {
+  std::mt19937 random(1);
+  const auto any = [&] { return std::uniform_real_distribution(-kHalfSide, kHalfSide)(random); };
+  std::vector<Label> labels;
+  for (int i = 0; i < count; ++i) {
+    labels.push_back({textOf("Label %06d", i), {any(), any(), any()}});
+  }
+  return labels;
+}
+
+std::vector<ComPtr<IZYNGLTexte>> createLabels(const std::vector<Label>& labels) {
+  const host::ClassObject factory(test::kTextProgId);
+  std::vector<ComPtr<IZYNGLTexte>> created;
+  for (const auto& [text, at] : labels) {
+    auto label = factory.create<IZYNGLTexte>();
+    test::setText(label.Get(), std::wstring(text.begin(), text.end()));
+    label->put_HauteurPixels(kTextHeight);
+    label->setPosition(at.x, at.y, at.z, 1);
+    label->setColor(0, 0, 0, 1);
+    created.push_back(std::move(label));
+  }
+  return created;
+}
+
+/// Moves the origin to a point of the scene, axes parallel to the screen's.
+void loadPlaneAt(const std::array<GLdouble, 16>& camera, const Vec& at, double scale) {
+  std::array<GLdouble, 16> plane = {scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, 1};
+  for (std::size_t i = 0; i < 3; ++i) {
+    plane[12 + i] = camera[i] * at.x + camera[4 + i] * at.y + camera[8 + i] * at.z + camera[12 + i];
+  }
+  glLoadMatrixd(plane.data());
+}
+
+void callGlyphs(GLuint lists, const std::string& text) {
+  glListBase(lists);
+  glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
+}
+
+void drawRaw(const std::vector<Label>& labels, const GlyphLists& glyphs, double scale) {
+  std::array<GLdouble, 16> camera{};
+  glGetDoublev(GL_MODELVIEW_MATRIX, camera.data());
+  glPushAttrib(GL_ALL_ATTRIB_BITS);
+  glPushMatrix();
+  glDisable(GL_LIGHTING);
+  glDisable(GL_DEPTH_TEST);
+  glEnable(GL_LINE_SMOOTH);
+  glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+  glLineWidth(0.1F);
+  glColor4d(0, 0, 0, 1);
+  for (const auto& [text, at] : labels) {
+    loadPlaneAt(camera, at, scale);
+    callGlyphs(glyphs.filled(), text);
+    loadPlaneAt(camera, at, scale);
+    callGlyphs(glyphs.outlines(), text);
+  }
+  glPopMatrix();
+  glPopAttrib();
+}
+
+/// Model units of an em height of the label.
+double emHeightOf(IZYNGLTexte* label, const View3DHost& view, const std::string& text,
+                  const GlyphLists& glyphs) {
+  double pixel = 0;
+  require(view->getWindowScale(&pixel), "getWindowScale");
+  const test::Sides sides = test::pixelRect(label);
+  return (sides[1] - sides[0]) * pixel / glyphs.widthOf(text);
+}
+
+}  // namespace
+
+void measureLabels(Report& report, const Sizes& sizes) {
+  const auto labels = makeLabels(sizes.labels);
+  const auto created = createLabels(labels);
+  const View3DHost ours(kViewSize);
+  const View3DHost raw(kViewSize);
+  const auto cube = ours.addBox(kCube);
+  require(raw->Add(cube->dispatch(), 0), "Add");
+  addAll(ours, created);
+  showAll(ours);
+  showAll(raw);
+  ours.paint();
+
+  std::unique_ptr<GlyphLists> glyphs;
+  double scale = 0;
+  const auto painter = test::makeForeign<test::ForeignObject>();
+  painter->onDraw3D = [&](int) {
+    if (!glyphs) {
+      glyphs = std::make_unique<GlyphLists>(wglGetCurrentDC());
+      scale = emHeightOf(created[0].Get(), ours, labels[0].text, *glyphs);
+    }
+    drawRaw(labels, *glyphs, scale);
+    return S_OK;
+  };
+  require(raw->Add(painter->dispatch(), 0), "Add");
+  const auto times =
+      interleave({{[&] { drawOrbitFrame(ours); }}, {[&] { drawOrbitFrame(raw); }}}, sizes.rounds);
+  report.add(textOf("%d labels of 12 characters, orbit frame", sizes.labels),
+             "calling the same glyph lists", times[0], times[1], 1.25);
+}
+
+}  // namespace zyn::bench

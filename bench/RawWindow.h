@@ -1,0 +1,23 @@
+#pragma once
+
+#include <windows.h>
+
+namespace zyn::bench {
+
+/// The least that a view with text takes: a child window in a frame, a rendering context with the
+/// lists of two fonts, and a frame drawn.
+class RawWindow {
+ public:
+  explicit RawWindow(SIZE size);
+  ~RawWindow();
+  RawWindow(const RawWindow&) = delete;
+  RawWindow& operator=(const RawWindow&) = delete;
+
+ private:
+  HWND frame_;
+  HWND window_;
+  HDC dc_;
+  HGLRC context_;
+};
+
+}  // namespace zyn::bench
