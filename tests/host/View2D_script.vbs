@@ -1,7 +1,7 @@
 ' The 2D view as a script holds it: without a container, and so without a window.
 Option Explicit
 
-Dim view, triangle, rectangle, colour, failures, top, left, x, y, params
+Dim view, triangle, rectangle, colour, failures, row, column, x, y, params
 failures = 0
 
 Sub Check(what, condition)
@@ -62,12 +62,12 @@ view.initView
 view.UpdateParams
 
 params = view.getVueParams()
-Check "seven numbers", UBound(params) = 6
+Check "an array of doubles", VarType(params) = vbArray + vbDouble
 Check "no window", view.hWnd = 0
 Check "no pixels", view.PixelSize = 0
-view.getPixelPoint 5, 5, top, left
+view.getPixelPoint 5, 5, row, column
 view.getPoint 5, 5, x, y
-Check "the pixel arrives", VarType(top) = vbLong And VarType(left) = vbLong
+Check "the pixel arrives", VarType(row) = vbLong And VarType(column) = vbLong
 Check "the point arrives", VarType(x) = vbDouble And VarType(y) = vbDouble
 
 view.AddSelection triangle
