@@ -56,12 +56,23 @@ play_both() {
   play heights.js "$2" jscript heights.png heights.jpg heights.gif heights.bmp
 }
 
-# watch MODEL: the viewer, driven by mouse and keys.
+# watch SCENE FILE: the viewer, driven by mouse and keys.
 watch() {
   local output
-  printf '== viewer: %s\n' "$1"
-  output=$("$root/tools/demo_viewer.sh" "$1" "$gallery/viewer") || die "the viewer failed"
+  printf '== viewer: %s\n' "$2"
+  output=$("$root/tools/demo_viewer.sh" "$1" "$2" "$gallery/viewer") || die "the viewer failed"
   mapfile -t -O "${#pictures[@]}" pictures <<<"$output"
+}
+
+# make_filter_table FILE: how a resonant low-pass filter passes frequencies.
+make_filter_table() {
+  awk 'BEGIN {
+    print "frequency [Hz],gain,noise"
+    for (i = 0; i <= 600; ++i) {
+      f = 10 ^ (i / 100)
+      printf "%.6g,%.6g,%.6g\n", f, 1 / sqrt((1 - (f / 2000) ^ 2) ^ 2 + (f / 20000) ^ 2), 0.001 * (1 + 300 / f)
+    }
+  }' >"$1"
 }
 
 # A text STL says "facet" early; a binary one has its numbers there.
@@ -93,13 +104,16 @@ if [[ $# -gt 0 ]]; then
     play_both "$model" "$model"
   fi
   shoot "$model" "$name" iso
-  watch "$model"
+  watch model "$model"
 else
   play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
   play graphs.js "$root/hosts/data/sea_surface_temperature.csv" graphs seasons.png seasons-print.png anomalies.png \
     anomalies-print.png
   shoot "$models/STL/Wuson.stl" wuson iso-y
   shoot "$models/OBJ/regr01.obj" house iso
-  watch "$models/OBJ/spider.obj"
+  watch model "$models/OBJ/spider.obj"
+  watch graph "$root/hosts/data/sea_surface_temperature.csv"
+  make_filter_table filter.csv
+  watch decades filter.csv
 fi
 list_pictures

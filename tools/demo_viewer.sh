@@ -1,23 +1,25 @@
 #!/usr/bin/env bash
 # Drives the viewer with mouse and keys of the build tree's private display and takes pictures of it.
-# usage: demo_viewer.sh MODEL FOLDER   (run by "zyn demo"; prints the pictures' names)
+# usage: demo_viewer.sh SCENE FILE FOLDER   (run by "zyn demo"; SCENE: model, graph or decades; prints the pictures'
+# names)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 zyn=${ZYN:-$root/zyn}
-model=$(realpath -e "$1")
-mkdir -p "$2"
-folder=$(realpath "$2")
-title="$(basename "$model") - ZYNVue viewer"
+scene=$1
+file=$(realpath -e "$2")
+mkdir -p "$3"
+folder=$(realpath "$3")
+title="$(basename "$file") - ZYNVue viewer"
 width=1000
 height=700 # of the view; the window has a menu bar and a status bar besides
 last=
 
 die() { printf 'demo: viewer: %s\n' "$*" >&2; exit 1; }
 
+# start COMMANDS: the viewer with the file, and commands behind its loading.
 start() {
-  "$zyn" run "$root/build/windows/bin/viewer.exe" "$model" --size "${width}x$height" --batch \
-    --script turn-left,turn-left,turn-up >&2 &
+  "$zyn" run "$root/build/windows/bin/viewer.exe" "$file" --size "${width}x$height" --batch --script "$1" >&2 &
   viewer=$!
   DISPLAY=:$(<"$root/build/state/display")
   export DISPLAY
@@ -27,7 +29,7 @@ start() {
     kill -0 "$viewer" 2>/dev/null || die "it ended too early"
     sleep 0.1
   done
-  die "it shows no model"
+  die "it does not show $file"
 }
 
 # Where the window is on the display.
@@ -85,38 +87,82 @@ stop() {
   die "it does not close"
 }
 
-start
-find_view
-at 2 2
-take opened
-drag 1 40 50 60 42
-xdotool mouseup 1
-take rotated
-at 50 50
-xdotool click --repeat 6 --delay 60 5
-take wheel
-xdotool key p
-drag 1 50 50 38 44
-xdotool mouseup 1
-take panned
-xdotool key 4
-at 50 50
-take front
-xdotool key s
-xdotool click 1
-take selected
-xdotool key w
-drag 1 22 12 42 45
-take rubber-band
-xdotool mouseup 1
-take window-selection
-xdotool key Escape g t
-xdotool key o
-take outline
-xdotool key o g t Home alt+v
-take menu
-xdotool key Escape Escape
-xdotool key l
-take lights
-xdotool key Escape
-stop
+# play_model: turns, picks, looks.
+play_model() {
+  start turn-left,turn-left,turn-up
+  find_view
+  at 2 2
+  take opened
+  drag 1 40 50 60 42
+  xdotool mouseup 1
+  take rotated
+  at 50 50
+  xdotool click --repeat 6 --delay 60 5
+  take wheel
+  xdotool key p
+  drag 1 50 50 38 44
+  xdotool mouseup 1
+  take panned
+  xdotool key 4
+  at 50 50
+  take front
+  xdotool key s
+  xdotool click 1
+  take selected
+  xdotool key w
+  drag 1 22 12 42 45
+  take rubber-band
+  xdotool mouseup 1
+  take window-selection
+  xdotool key Escape g t
+  xdotool key o
+  take outline
+  xdotool key o g t Home alt+v
+  take menu
+  xdotool key Escape Escape
+  xdotool key l
+  take lights
+  xdotool key Escape
+  stop
+}
+
+# play_graph: asks for nearest points, zooms, changes axes.
+play_graph() {
+  start ""
+  find_view
+  at 45 40
+  take graph
+  xdotool click 1
+  take nearest
+  xdotool key t t t
+  at 61 30
+  xdotool click 1
+  take trace
+  xdotool key Escape shift+t shift+t shift+t z
+  drag 1 48 18 62 62
+  take zoom-rectangle
+  xdotool mouseup 1
+  at 50 50
+  take zoomed
+  xdotool click --repeat 3 --delay 60 5
+  take graph-wheel
+  drag 2 40 50 55 40
+  xdotool mouseup 2
+  take graph-panned
+  xdotool key f alt+l
+  take graph-menu
+  xdotool key Escape Escape
+  stop
+}
+
+# play_decades: logarithmic axes.
+play_decades() {
+  start log-log
+  find_view
+  at 52 40
+  xdotool click 1
+  take log-log
+  stop
+}
+
+play_"$scene"

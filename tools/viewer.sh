@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Opens the viewer on the display of whoever calls it.
-# usage: viewer.sh [MODEL]   (run by "zyn viewer"; MODEL is an STL or OBJ file)
+# usage: viewer.sh [FILE]   (run by "zyn viewer"; FILE is a model, STL or OBJ, or a table, CSV or TSV)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -8,7 +8,7 @@ zyn=${ZYN:-$root/zyn}
 
 die() { printf 'viewer: %s\n' "$*" >&2; exit 1; }
 
-[[ $# -le 1 ]] || die "one model at a time"
+[[ $# -le 1 ]] || die "one file at a time"
 [[ -n ${DISPLAY:-} ]] || die "there is no display to open it on; ./zyn demo takes pictures of it in build/gallery/viewer"
 
 arguments=()

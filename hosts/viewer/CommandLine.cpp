@@ -84,10 +84,10 @@ Request parseCommandLine(std::span<const std::string> arguments) {
       request.batch = true;
     } else if (argument.starts_with("--")) {
       throw UsageError(quoted(argument) + " is not an option");
-    } else if (!request.model.empty()) {
-      throw UsageError("one model at a time");
+    } else if (!request.file.empty()) {
+      throw UsageError("one file at a time");
     } else {
-      request.model = argument;
+      request.file = argument;
     }
   }
   return request;

@@ -17,14 +17,14 @@ class UsageError : public std::runtime_error {
 
 /// What the person asked for.
 struct Request {
-  std::string model;  ///< UTF-8; empty: none
-  int width = 1000;   ///< of the view, pixels
+  std::string file;  ///< a model or a table, UTF-8; empty: none
+  int width = 1000;  ///< of the view, pixels
   int height = 700;
   std::vector<Command> script;  ///< carried out behind the loading
   bool batch = false;           ///< no boxes: a problem is written and ends the program
 };
 
-/// Understands "[MODEL] [--size WxH] [--script COMMAND,COMMAND...] [--batch]" (UTF-8, without the
+/// Understands "[FILE] [--size WxH] [--script COMMAND,COMMAND...] [--batch]" (UTF-8, without the
 /// program's name). Throws UsageError.
 Request parseCommandLine(std::span<const std::string> arguments);
 

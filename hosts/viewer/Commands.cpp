@@ -19,59 +19,70 @@ constexpr Key shift(int code) { return {.code = code, .shift = true}; }
 
 using enum Command;
 
+constexpr std::uint8_t kModel = static_cast<std::uint8_t>(PaneKind::kModel);
+constexpr std::uint8_t kGraph = static_cast<std::uint8_t>(PaneKind::kGraph);
+constexpr std::uint8_t kAny = kModel | kGraph;
+
 constexpr CommandEntry kTable[] = {
-    {kOpen, "open", kFile, "&Open...", control('O')},
-    {kReload, "reload", kFile, "&Reload", {kKeyF5}},
-    {kExportPng, "export-png", kExport, "&PNG...", control('E')},
-    {kExportJpeg, "export-jpg", kExport, "&JPEG..."},
-    {kExportGif, "export-gif", kExport, "&GIF..."},
-    {kExportBmp, "export-bmp", kExport, "&BMP..."},
-    {kExit, "exit", kFile, "E&xit", control('Q'), true},
+    {kOpen, "open", kAny, kFile, "&Open...", control('O')},
+    {kReload, "reload", kAny, kFile, "&Reload", {kKeyF5}},
+    {kExportPng, "export-png", kAny, kExport, "&PNG...", control('E')},
+    {kExportJpeg, "export-jpg", kAny, kExport, "&JPEG..."},
+    {kExportGif, "export-gif", kAny, kExport, "&GIF..."},
+    {kExportBmp, "export-bmp", kAny, kExport, "&BMP..."},
+    {kExit, "exit", kAny, kFile, "E&xit", control('Q'), true},
 
-    {kViewXYp, "xy+", kView, "XY from +&Z (top)", {'1'}},
-    {kViewXYm, "xy-", kView, "XY from -Z (bottom)", {'2'}},
-    {kViewXZp, "xz+", kView, "XZ from +&Y (back)", {'3'}},
-    {kViewXZm, "xz-", kView, "XZ from -Y (front)", {'4'}},
-    {kViewYZp, "yz+", kView, "YZ from +&X (right)", {'5'}},
-    {kViewYZm, "yz-", kView, "YZ from -X (left)", {'6'}},
-    {kViewTurning, "turning", kView, "&Turning", {'7'}},
-    {kViewDefault, "default", kView, "&Default", {kKeyHome}},
-    {kZoomAll, "zoom-all", kView, "Zoom &all", {'F'}, true},
-    {kUndoView, "undo", kView, "&Undo view", {kKeyBackspace}},
-    {kZoomIn, "zoom-in", kView, "Zoom &in", {kKeyPlus}, true},
-    {kZoomOut, "zoom-out", kView, "Zoom &out", {kKeyMinus}},
-    {kTurnLeft, "turn-left", kView, "Turn &left", {kKeyLeft}, true},
-    {kTurnRight, "turn-right", kView, "Turn &right", {kKeyRight}},
-    {kTurnUp, "turn-up", kView, "Turn u&p", {kKeyUp}},
-    {kTurnDown, "turn-down", kView, "Turn do&wn", {kKeyDown}},
-    {kRollLeft, "roll-left", kView, "Roll left", shift(kKeyLeft)},
-    {kRollRight, "roll-right", kView, "Roll right", shift(kKeyRight)},
+    {kViewXYp, "xy+", kModel, kView, "XY from +&Z (top)", {'1'}},
+    {kViewXYm, "xy-", kModel, kView, "XY from -Z (bottom)", {'2'}},
+    {kViewXZp, "xz+", kModel, kView, "XZ from +&Y (back)", {'3'}},
+    {kViewXZm, "xz-", kModel, kView, "XZ from -Y (front)", {'4'}},
+    {kViewYZp, "yz+", kModel, kView, "YZ from +&X (right)", {'5'}},
+    {kViewYZm, "yz-", kModel, kView, "YZ from -X (left)", {'6'}},
+    {kViewTurning, "turning", kModel, kView, "&Turning", {'7'}},
+    {kViewDefault, "default", kModel, kView, "&Default", {kKeyHome}},
+    {kZoomAll, "zoom-all", kAny, kView, "Zoom &all", {'F'}, true},
+    {kUndoView, "undo", kAny, kView, "&Undo view", {kKeyBackspace}},
+    {kZoomIn, "zoom-in", kAny, kView, "Zoom &in", {kKeyPlus}, true},
+    {kZoomOut, "zoom-out", kAny, kView, "Zoom &out", {kKeyMinus}},
+    {kTurnLeft, "turn-left", kModel, kView, "Turn &left", {kKeyLeft}, true},
+    {kTurnRight, "turn-right", kModel, kView, "Turn &right", {kKeyRight}},
+    {kTurnUp, "turn-up", kModel, kView, "Turn u&p", {kKeyUp}},
+    {kTurnDown, "turn-down", kModel, kView, "Turn do&wn", {kKeyDown}},
+    {kRollLeft, "roll-left", kModel, kView, "Roll left", shift(kKeyLeft)},
+    {kRollRight, "roll-right", kModel, kView, "Roll right", shift(kKeyRight)},
 
-    {kModeRotate, "rotate", kMouse, "&Rotate", {'R'}},
-    {kModePan, "pan", kMouse, "&Pan", {'P'}},
-    {kModeZoom, "zoom", kMouse, "&Zoom", {'Z'}},
-    {kModeSelect, "select", kMouse, "&Select", {'S'}},
-    {kModeWindow, "window", kMouse, "Select by &window once", {'W'}},
-    {kSelectThrough, "select-through", kMouse, "Select what lies behind, &too", {}, true},
-    {kClearSelection, "clear-selection", kMouse, "&Clear selection", {kKeyEscape}},
-    {kInverseWheel, "inverse-wheel", kMouse, "&Inverse wheel", {}, true},
+    {kModeRotate, "rotate", kModel, kMouse, "&Rotate", {'R'}},
+    {kModeNearest, "nearest", kGraph, kMouse, "&Nearest point", {'N'}},
+    {kModePan, "pan", kAny, kMouse, "&Pan", {'P'}},
+    {kModeZoom, "zoom", kModel, kMouse, "&Zoom", {'Z'}},
+    {kModeRectangle, "rectangle", kGraph, kMouse, "&Zoom to rectangle once", {'Z'}},
+    {kModeSelect, "select", kModel, kMouse, "&Select", {'S'}},
+    {kModeWindow, "window", kModel, kMouse, "Select by &window once", {'W'}},
+    {kSelectThrough, "select-through", kModel, kMouse, "Select what lies behind, &too", {}, true},
+    {kClearSelection, "clear-selection", kAny, kMouse, "&Clear selection", {kKeyEscape}},
+    {kInverseWheel, "inverse-wheel", kAny, kMouse, "&Inverse wheel", {}, true},
 
-    {kGradient, "gradient", kLook, "&Gradient background", {'G'}},
-    {kTrihedron, "trihedron", kLook, "&Trihedron", {'T'}},
-    {kOutline, "outline", kLook, "&Outline", {'O'}},
-    {kLineAntialiasing, "smooth-lines", kLook, "Smooth &lines", {}, true},
-    {kPointAntialiasing, "smooth-points", kLook, "Smooth &points"},
-    {kMultisampling, "multisampling", kLook, "&Multisampling", {'M'}},
-    {kLights, "lights", kLook, "L&ights...", {'L'}, true},
-    {kLightStudio, "light-studio", kPresets, "&Studio"},
-    {kLightHead, "light-head", kPresets, "&Head light"},
-    {kLightSide, "light-side", kPresets, "S&ide"},
-    {kLightTwoSides, "light-two-sides", kPresets, "&Two sides"},
-    {kLightAmbient, "light-ambient", kPresets, "&Ambient only"},
-    {kDrawLights, "draw-lights", kLook, "&Draw lights", {'D'}},
-    {kAmbientDialog, "ambient-dialog", kLook, "&Ambient light dialog of the view..."},
+    {kGradient, "gradient", kModel, kLook, "&Gradient background", {'G'}},
+    {kTrihedron, "trihedron", kModel, kLook, "&Trihedron", {'T'}},
+    {kOutline, "outline", kModel, kLook, "&Outline", {'O'}},
+    {kLogLog, "log-log", kGraph, kLook, "Logarithmic &axes", {'L'}},
+    {kGrid, "grid", kGraph, kLook, "&Grid", {'G'}},
+    {kCrosshair, "crosshair", kGraph, kLook, "&Crosshair", {'C'}},
+    {kNextTrace, "next-trace", kGraph, kLook, "&Next trace", {'T'}, true},
+    {kPreviousTrace, "previous-trace", kGraph, kLook, "Pre&vious trace", shift('T')},
+    {kLineAntialiasing, "smooth-lines", kAny, kLook, "Smooth &lines", {}, true},
+    {kPointAntialiasing, "smooth-points", kAny, kLook, "Smooth &points"},
+    {kMultisampling, "multisampling", kAny, kLook, "&Multisampling", {'M'}},
+    {kLights, "lights", kModel, kLook, "L&ights...", {'L'}, true},
+    {kLightStudio, "light-studio", kModel, kPresets, "&Studio"},
+    {kLightHead, "light-head", kModel, kPresets, "&Head light"},
+    {kLightSide, "light-side", kModel, kPresets, "S&ide"},
+    {kLightTwoSides, "light-two-sides", kModel, kPresets, "&Two sides"},
+    {kLightAmbient, "light-ambient", kModel, kPresets, "&Ambient only"},
+    {kDrawLights, "draw-lights", kModel, kLook, "&Draw lights", {'D'}},
+    {kAmbientDialog, "ambient-dialog", kModel, kLook, "&Ambient light dialog of the view..."},
 
-    {kHelp, "help", kHelpMenu, "&Mouse and keys", {kKeyF1}},
+    {kHelp, "help", kAny, kHelpMenu, "&Mouse and keys", {kKeyF1}},
 };
 
 std::string codeText(int code) {
@@ -119,10 +130,10 @@ std::string keyText(const Key& key) {
   return (key.control ? "Ctrl+" : "") + std::string(key.shift ? "Shift+" : "") + codeText(key.code);
 }
 
-std::string keyHelp() {
+std::string keyHelp(PaneKind pane) {
   std::string text;
   for (const CommandEntry& entry : kTable) {
-    if (entry.key.code != 0) {
+    if (entry.key.code != 0 && entry.isFor(pane)) {
       std::string label(entry.label);
       std::erase(label, '&');
       text += keyText(entry.key) + '\t' + label + '\n';

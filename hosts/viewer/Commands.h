@@ -57,8 +57,18 @@ enum class Command : std::uint16_t {
   kLightTwoSides,
   kLightAmbient,
   kDrawLights,
+  kModeNearest,
+  kModeRectangle,
+  kLogLog,
+  kGrid,
+  kCrosshair,
+  kNextTrace,
+  kPreviousTrace,
   kHelp,
 };
+
+/// What the window shows: each has commands of its own.
+enum class PaneKind : std::uint8_t { kModel = 1, kGraph = 2 };
 
 /// A key with its modifiers; `code` as Windows numbers virtual keys, 0 for no key.
 struct Key {
@@ -87,10 +97,13 @@ enum KeyCode : int {
 struct CommandEntry {
   Command command;
   std::string_view name;   ///< in scripts
+  std::uint8_t panes;      ///< sum of the PaneKinds that it is for
   std::string_view menu;   ///< "&File|&Export": menu and submenu, with the letters that open them
   std::string_view label;  ///< with the letter that chooses it
   Key key = {};
   bool behindLine = false;  ///< a line separates it from the entry before
+
+  bool isFor(PaneKind pane) const { return (panes & static_cast<std::uint8_t>(pane)) != 0; }
 };
 
 /// All commands in the order of the menus.
@@ -102,7 +115,7 @@ std::optional<Command> commandNamed(std::string_view name);
 /// "Ctrl+Shift+O", as menus show it; empty for no key.
 std::string keyText(const Key& key);
 
-/// One line for each command that has a key, for the help box.
-std::string keyHelp();
+/// One line for each command of the pane that has a key, for the help box.
+std::string keyHelp(PaneKind pane);
 
 }  // namespace zyn::viewer

@@ -7,19 +7,16 @@ namespace zyn::viewer {
 using host::check;
 using Microsoft::WRL::ComPtr;
 
-ControlHost::ControlHost(HWND window, HACCEL accelerators, const RECT& area,
+ControlHost::ControlHost(const wchar_t* progId, HWND window, HACCEL accelerators, const RECT& area,
                          InPlaceFrame::ShowStatus showStatus)
     : window_(window),
       frame_(new InPlaceFrame(window, accelerators, std::move(showStatus))),
       site_(new ControlSite(window, frame_)),
-      view_(host::ClassObject(L"ZYNVue.ZYNVue3D").create<IZYNVue3D>()) {
-  check(view_.As(&object_), L"IOleObject");
-  site_->setControl(view_.Get());
+      object_(host::ClassObject(progId).create<IOleObject>()) {
+  site_->setControl(object_.Get());
   site_->place(area);
   check(object_->SetClientSite(site_.Get()), L"SetClientSite");
-  ComPtr<IPersistStreamInit> state;
-  check(view_.As(&state), L"IPersistStreamInit");
-  check(state->InitNew(), L"InitNew");
+  check(as<IPersistStreamInit>()->InitNew(), L"InitNew");
   check(object_->SetHostNames(L"ZYNVue viewer", nullptr), L"SetHostNames");
   activate();
 }
@@ -37,9 +34,7 @@ void ControlHost::activate() {
 }
 
 void ControlHost::remakeWindow() {
-  ComPtr<IOleInPlaceObject> inPlace;
-  check(view_.As(&inPlace), L"IOleInPlaceObject");
-  check(inPlace->InPlaceDeactivate(), L"InPlaceDeactivate");
+  check(as<IOleInPlaceObject>()->InPlaceDeactivate(), L"InPlaceDeactivate");
   activate();
 }
 

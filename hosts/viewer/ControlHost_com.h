@@ -2,23 +2,29 @@
 
 #include <wrl/client.h>
 
-#include "ZYNVUE.h"
+#include "common/ComFailure_com.h"
 #include "viewer/ControlSite_com.h"
 
 namespace zyn::viewer {
 
-/// Creates the 3D view by its ProgID, keeps it in-place active in a window, and lets it go at the
+/// Creates a control by its ProgID, keeps it in-place active in a window, and lets it go at the
 /// end.
 class ControlHost {
  public:
   /// Throws ComFailure when the control is not registered or refuses.
-  ControlHost(HWND window, HACCEL accelerators, const RECT& area,
+  ControlHost(const wchar_t* progId, HWND window, HACCEL accelerators, const RECT& area,
               InPlaceFrame::ShowStatus showStatus);
   ~ControlHost();
   ControlHost(const ControlHost&) = delete;
   ControlHost& operator=(const ControlHost&) = delete;
 
-  IZYNVue3D& view() const { return *view_.Get(); }
+  /// The control's interface; throws ComFailure when it does not have it.
+  template <typename Interface>
+  Microsoft::WRL::ComPtr<Interface> as() const {
+    Microsoft::WRL::ComPtr<Interface> found;
+    host::check(object_.As(&found), L"the control");
+    return found;
+  }
 
   void place(const RECT& area) { site_->place(area); }
 
@@ -37,7 +43,6 @@ class ControlHost {
   HWND window_;
   Microsoft::WRL::ComPtr<InPlaceFrame> frame_;
   Microsoft::WRL::ComPtr<ControlSite> site_;
-  Microsoft::WRL::ComPtr<IZYNVue3D> view_;
   Microsoft::WRL::ComPtr<IOleObject> object_;
 };
 

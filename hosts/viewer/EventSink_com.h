@@ -2,53 +2,72 @@
 
 #include <wrl/client.h>
 
-#include <span>
 #include <string>
+#include <vector>
 
-#include "ZYNVUE.h"
 #include "common/ComObject_com.h"
-
-template <>
-inline bool zyn::host::answersTo<_IZYNVue3DEvents>(REFIID iid) {
-  return iid == DIID__IZYNVue3DEvents || iid == IID_IDispatch;
-}
 
 namespace zyn::viewer {
 
-/// The events of a 3D view, as it tells them: pixels of the view, names as picked. What these
-/// functions throw ends at the sink, as `failed`.
-class ViewEvents {
+/// The arguments of an event, by position. Throws ComFailure for one that is not there or of
+/// another kind.
+class EventArguments {
  public:
-  virtual ~ViewEvents() = default;
+  explicit EventArguments(const DISPPARAMS& parameters) : parameters_(parameters) {}
 
-  virtual void mouseDown(int button, int x, int y) = 0;
-  virtual void mouseMove(int key, int x, int y) = 0;
-  virtual void mouseUp(int button, int x, int y) = 0;
-  virtual void mouseOn(int key, int x, int y, std::span<const LONG> names) = 0;
-  virtual void mouseSelection(int key, int x, int y, std::span<const LONG> names) = 0;
-  virtual void windowSelection(int key, std::span<const LONG> names) = 0;
+  int number(UINT position) const;
+  double real(UINT position) const;
+  std::vector<LONG> names(UINT position) const;
+
+  /// The object, with the interface asked for; null where there is none.
+  template <typename Interface>
+  Microsoft::WRL::ComPtr<Interface> object(UINT position) const {
+    Microsoft::WRL::ComPtr<Interface> found;
+    if (IUnknown* const given = object(position)) {
+      given->QueryInterface(IID_PPV_ARGS(&found));
+    }
+    return found;
+  }
+
+ private:
+  VARIANT& at(UINT position) const;
+  IUnknown* object(UINT position) const;
+
+  const DISPPARAMS& parameters_;
+};
+
+/// Who is told of a control's events. What `event` throws ends at the sink, as `failed`.
+class EventListener {
+ public:
+  virtual ~EventListener() = default;
+
+  virtual void event(DISPID event, const EventArguments& arguments) = 0;
   virtual void failed(const std::string& message) noexcept = 0;
 };
 
-/// Receives the events of a view for one listener.
-class EventSink final : public host::NumberedDispatch<_IZYNVue3DEvents> {
+/// Receives the events of a control for one listener.
+class EventSink final : public host::NumberedDispatch<IDispatch> {
  public:
-  explicit EventSink(ViewEvents& events) : events_(&events) {}
+  EventSink(REFIID events, EventListener& listener) : events_(events), listener_(&listener) {}
 
   /// The listener is going.
-  void forget() { events_ = nullptr; }
+  void forget() { listener_ = nullptr; }
 
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) noexcept override {
+    return NumberedDispatch::QueryInterface(iid == events_ ? IID_IDispatch : iid, object);
+  }
   STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT*) noexcept override;
 
  private:
-  ViewEvents* events_;
+  IID events_;
+  EventListener* listener_;
 };
 
-/// A sink connected to a view, until destruction.
+/// A sink connected to a control's event interface, until destruction.
 class EventConnection {
  public:
-  EventConnection(IUnknown* view, ViewEvents& events);
+  EventConnection(IUnknown* control, REFIID events, EventListener& listener);
   ~EventConnection();
   EventConnection(const EventConnection&) = delete;
   EventConnection& operator=(const EventConnection&) = delete;

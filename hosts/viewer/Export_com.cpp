@@ -5,6 +5,7 @@
 #include "common/MeshObjects_com.h"
 #include "common/NumberArray_com.h"
 #include "common/OutputFile.h"
+#include "viewer/PictureWriter_com.h"
 #include "viewer/ViewCommands_com.h"
 
 namespace zyn::viewer {
@@ -51,26 +52,6 @@ void copyLook(IZYNVue3D& view, IZYN3DGLBitmapContext& context) {
   check(context.setGradientColor(r, g, b), L"setGradientColor");
 }
 
-void write(IZYN3DGLBitmapContext& context, const std::filesystem::path& file,
-           PictureFormat format) {
-  constexpr int kJpegQuality = 90;
-  const _bstr_t name(file.c_str());
-  switch (format) {
-    case PictureFormat::kPng:
-      check(context.CreatePNG(nullptr, name), L"CreatePNG");
-      break;
-    case PictureFormat::kJpeg:
-      check(context.CreateJPG(nullptr, name, kJpegQuality), L"CreateJPG");
-      break;
-    case PictureFormat::kGif:
-      check(context.CreateGIF(nullptr, name), L"CreateGIF");
-      break;
-    case PictureFormat::kBmp:
-      check(context.CreateBitmap(name), L"CreateBitmap");
-      break;
-  }
-}
-
 }  // namespace
 
 void exportPicture(IZYNVue3D& view, const Model& model, bool outline, SIZE size,
@@ -85,8 +66,7 @@ void exportPicture(IZYNVue3D& view, const Model& model, bool outline, SIZE size,
   check(view.XFormView(&frame), L"XFormView");
   check(context->ViewParams(host::makeBox(model.bounds()).Get(), kMargin, &frame), L"ViewParams");
   model.addTo(*context.Get(), outline);
-  write(*context.Get(), output.partial(), format);
-  // The component reports nothing of a failure: only the file itself tells.
+  writePicture(*context.Get(), output.partial(), format);
   output.finish();
 }
 

@@ -32,10 +32,11 @@ std::wstring pictureFilter(const std::wstring& extension) {
 
 }  // namespace
 
-std::optional<std::filesystem::path> askForModel(HWND owner) {
+std::optional<std::filesystem::path> askForInput(HWND owner) {
   Buffer file = {};
-  OPENFILENAMEW asked =
-      question(owner, file, L"Models (*.stl, *.obj)\0*.stl;*.obj\0All files\0*.*\0");
+  OPENFILENAMEW asked = question(owner, file,
+                                 L"Models and tables (*.stl, *.obj, *.csv, *.tsv)\0"
+                                 L"*.stl;*.obj;*.csv;*.tsv\0All files\0*.*\0");
   asked.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   return GetOpenFileNameW(&asked) ? std::optional<std::filesystem::path>(file.data())
                                   : std::nullopt;

@@ -32,12 +32,12 @@ void registerClass(WNDPROC procedure) {
 }  // namespace
 
 FrameWindow::FrameWindow(FrameEvents& events, SIZE view)
-    : events_(events), accelerators_(makeAccelerators()) {
+    : events_(events), accelerators_(makeAccelerators(PaneKind::kModel)) {
   registerClass(&FrameWindow::procedure);
-  window_ =
-      CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
-                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, view.cx,
-                      view.cy, nullptr, makeMenuBar(), GetModuleHandleW(nullptr), nullptr);
+  window_ = CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
+                            WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                            view.cx, view.cy, nullptr, makeMenuBar(PaneKind::kModel),
+                            GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) {
     throw std::runtime_error("the window cannot be created");
   }
@@ -77,6 +77,13 @@ RECT FrameWindow::viewArea() const {
 }
 
 void FrameWindow::setTitle(const std::wstring& title) { SetWindowTextW(window_, title.c_str()); }
+
+void FrameWindow::showCommandsOf(PaneKind pane) {
+  const HMENU old = GetMenu(window_);
+  SetMenu(window_, makeMenuBar(pane));
+  DestroyMenu(old);
+  accelerators_ = makeAccelerators(pane);
+}
 
 bool FrameWindow::translate(MSG& message) const {
   const bool ours = message.hwnd == window_ || IsChild(window_, message.hwnd);

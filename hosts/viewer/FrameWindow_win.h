@@ -34,7 +34,7 @@ class FrameEvents {
 /// The main window: menu bar, keys, status bar, dropped files, and the area for the view.
 class FrameWindow {
  public:
-  /// Hidden, with a view area of the given size.
+  /// Hidden, with a view area of the given size and the commands of the model pane.
   FrameWindow(FrameEvents& events, SIZE view);
   ~FrameWindow();
   FrameWindow(const FrameWindow&) = delete;
@@ -46,6 +46,9 @@ class FrameWindow {
   RECT viewArea() const;
 
   void setTitle(const std::wstring& title);
+
+  /// Changes menu bar and keys to those of a pane.
+  void showCommandsOf(PaneKind pane);
 
   /// Whether the message was one of our keys.
   bool translate(MSG& message) const;

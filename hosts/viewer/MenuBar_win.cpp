@@ -39,10 +39,10 @@ class MenuTree {
 
 }  // namespace
 
-Accelerators makeAccelerators() {
+Accelerators makeAccelerators(PaneKind pane) {
   std::vector<ACCEL> keys;
   for (const CommandEntry& entry : commandTable()) {
-    if (entry.key.code != 0) {
+    if (entry.key.code != 0 && entry.isFor(pane)) {
       const int modifiers =
           FVIRTKEY | (entry.key.control ? FCONTROL : 0) | (entry.key.shift ? FSHIFT : 0);
       keys.push_back({static_cast<BYTE>(modifiers), static_cast<WORD>(entry.key.code),
@@ -52,11 +52,14 @@ Accelerators makeAccelerators() {
   return Accelerators(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
 }
 
-HMENU makeMenuBar() {
+HMENU makeMenuBar(PaneKind pane) {
   MenuTree tree;
   for (const CommandEntry& entry : commandTable()) {
+    if (!entry.isFor(pane)) {
+      continue;
+    }
     const HMENU menu = tree.at(std::string(entry.menu));
-    if (entry.behindLine) {
+    if (entry.behindLine && GetMenuItemCount(menu) > 0) {
       AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     }
     std::string text(entry.label);

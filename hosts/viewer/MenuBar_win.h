@@ -14,13 +14,13 @@ struct DestroyAccelerators {
   void operator()(HACCEL table) const { DestroyAcceleratorTable(table); }
 };
 
-/// The keys of all commands.
+/// The keys of commands.
 using Accelerators = std::unique_ptr<std::remove_pointer_t<HACCEL>, DestroyAccelerators>;
 
-Accelerators makeAccelerators();
+Accelerators makeAccelerators(PaneKind pane);
 
-/// A menu bar with all commands. The window that gets it owns it.
-HMENU makeMenuBar();
+/// A menu bar with the commands of a pane. The window that gets it owns it.
+HMENU makeMenuBar(PaneKind pane);
 
 /// Marks the commands for which `isOn` answers true.
 void markCommands(HMENU menuBar, const std::function<bool(Command)>& isOn);

@@ -36,11 +36,12 @@ std::string picksText(int hovered, const std::set<int>& selected) {
   return text;
 }
 
+std::string countText(std::size_t count, const char* what) {
+  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
 std::string sizeText(std::size_t triangles, std::size_t parts) {
-  const auto counted = [](std::size_t count, const char* what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-  };
-  return counted(triangles, "triangle") + " in " + counted(parts, "part");
+  return countText(triangles, "triangle") + " in " + countText(parts, "part");
 }
 
 std::string mouseText(const char* event, int buttonOrKey, int x, int y) {

@@ -16,6 +16,9 @@ std::string partsText(const std::set<int>& parts);
 /// The part under the mouse (0: none) and those that are selected; empty where there is neither.
 std::string picksText(int hovered, const std::set<int>& selected);
 
+/// "1 part", "3 parts".
+std::string countText(std::size_t count, const char* what);
+
 /// "1200 triangles in 3 parts".
 std::string sizeText(std::size_t triangles, std::size_t parts);
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "common/ComFailure_com.h"
+#include "viewer/ViewSwitch_com.h"
 
 namespace zyn::viewer {
 
@@ -78,11 +79,7 @@ std::optional<short> mouseModeOf(Command command) {
   }
 }
 
-/// A VARIANT_BOOL property of the view that VARIANT_TRUE switches on.
-struct Switch {
-  HRESULT (STDMETHODCALLTYPE IZYNVue3D::*get)(VARIANT_BOOL*);
-  HRESULT (STDMETHODCALLTYPE IZYNVue3D::*put)(VARIANT_BOOL);
-};
+using Switch = ViewSwitch<IZYNVue3D>;
 
 std::optional<Switch> switchOf(Command command) {
   switch (command) {
@@ -106,18 +103,10 @@ std::optional<Switch> switchOf(Command command) {
   }
 }
 
-bool isSwitchedOn(IZYNVue3D& view, const Switch& property) {
-  VARIANT_BOOL value = VARIANT_FALSE;
-  check((view.*property.get)(&value), L"a switch of the view");
-  return value != VARIANT_FALSE;
-}
-
 void toggle(IZYNVue3D& view, Command command, const Switch& property) {
   // What is put into the gradient's switch means its opposite.
-  const bool on = isSwitchedOn(view, property);
-  const bool put = command == kGradient ? on : !on;
-  check((view.*property.put)(put ? VARIANT_TRUE : VARIANT_FALSE), L"a switch of the view");
-  check(view.Repaint(), L"Repaint");
+  const bool on = property.isOn(view);
+  property.set(view, command == kGradient ? on : !on);
 }
 
 bool drawsLights(IZYNVue3D& view) {
@@ -157,7 +146,7 @@ bool isOn(IZYNVue3D& view, Command command) {
     return current == *mode;
   }
   if (const auto property = switchOf(command)) {
-    return isSwitchedOn(view, *property);
+    return property->isOn(view);
   }
   return command == kDrawLights && drawsLights(view);
 }

@@ -4,21 +4,16 @@
 
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "viewer/CommandLine.h"
-#include "viewer/ControlHost_com.h"
-#include "viewer/EventSink_com.h"
 #include "viewer/FrameWindow_win.h"
-#include "viewer/LightsWindow_win.h"
-#include "viewer/Model_com.h"
-#include "viewer/PictureFormat.h"
+#include "viewer/Pane_com.h"
 
 namespace zyn::viewer {
 
-/// The program: a main window with a 3D view in it, and what a person does with them.
-class Viewer final : private FrameEvents, private ViewEvents {
+/// The program: a main window with a 3D view or a graph in it, and what a person does with them.
+class Viewer final : private FrameEvents, private PaneOwner {
  public:
   explicit Viewer(Request request);
 
@@ -35,49 +30,34 @@ class Viewer final : private FrameEvents, private ViewEvents {
   bool mayClose() override;
   void closing() override;
 
-  // ViewEvents
-  void mouseDown(int button, int x, int y) override;
-  void mouseMove(int key, int x, int y) override;
-  void mouseUp(int button, int x, int y) override;
-  void mouseOn(int key, int x, int y, std::span<const LONG> names) override;
-  void mouseSelection(int key, int x, int y, std::span<const LONG> names) override;
-  void windowSelection(int key, std::span<const LONG> names) override;
+  // PaneOwner
+  HWND window() override { return frame_.handle(); }
+  HACCEL accelerators() override { return frame_.accelerators(); }
+  RECT viewArea() override { return frame_.viewArea(); }
+  StatusBar& status() override { return frame_.status(); }
+  void showProgress(const char* what, std::size_t done, std::size_t total) override;
 
   // Both
   void failed(const std::string& message) noexcept override;
 
-  void prepareView();
   int exchangeMessages();
   void load(const std::filesystem::path& file);
-  void showModel();
-  void showTitle();
-  void showProgress(const char* what, std::size_t done, std::size_t total);
+  void loadModel(const std::filesystem::path& file);
+  void loadTable(const std::filesystem::path& file);
+  /// The pane of this class, in the place of any other.
+  template <typename Kind>
+  Kind& pane();
   /// Shows how far the work is and lets the person stop it.
   mesh::Progress progress(const char* what);
   void keepAlive();
   void askAndLoad();
   void exportAs(PictureFormat format);
-  void toggleOutline();
-  void openLights();
-  void light(const Lighting& lighting);
-  void pick(int key, std::span<const LONG> names);
-  void showSelection();
-  void showPoint(int x, int y);
-  void showMode();
   void showHelp();
-  IZYNVue3D& view() const { return host_->view(); }
 
   Request request_;
   FrameWindow frame_;
-  std::unique_ptr<ControlHost> host_;
-  std::unique_ptr<EventConnection> connection_;
-  std::unique_ptr<Model> model_;
-  std::unique_ptr<LightsWindow> lights_;
-  Lighting lighting_;
-  PartSelection selection_;
-  bool outline_ = false;
-  int hovered_ = 0;       ///< part under the mouse, 0 for none
-  POINT hoveredAt_ = {};  ///< where that was found
+  PaneKind kind_ = PaneKind::kModel;
+  std::unique_ptr<Pane> pane_;
   bool loading_ = false;
   bool cancelled_ = false;  ///< the person closes the window during loading
   bool problem_ = false;

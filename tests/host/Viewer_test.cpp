@@ -12,12 +12,17 @@ const char* const kCorner =
     "solid corner\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 4 0 0\nvertex 0 3 0\n"
     "endloop\nendfacet\nendsolid corner\n";
 
+/// Two lines that cross in the middle, with semicolons and decimal commas.
+const char* const kCrossing =
+    "time [s];rising [V];falling [V]\n0,5;1;5\n1,5;2;4\n2,5;3;3\n3,5;4;2\n4,5;5;1\n";
+
 /// The viewer, run to its end in a folder of its own, in which it leaves its pictures.
 class ViewerTest : public HostTest {
  protected:
   ViewerTest() : before_(std::filesystem::current_path()) {
     std::filesystem::current_path(folder_.path());
     writeFile(folder_.file(L"corner.stl"), kCorner);
+    writeFile(folder_.file(L"crossing.csv"), kCrossing);
   }
   ~ViewerTest() { std::filesystem::current_path(before_); }
 
@@ -82,6 +87,71 @@ TEST_F(ViewerTest, carriesOutEveryCommandThatAsksNothing) {
   EXPECT_EQ(decodeImageFile(folder_.file(L"corner.png")).image.width(), 200);
 }
 
+/// How many pixels are near this colour.
+int countNear(const Image& image, const Rgb& colour) {
+  constexpr int kNear = 40;
+  int count = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      count += difference(image.at(x, y), colour) < kNear ? 1 : 0;
+    }
+  }
+  return count;
+}
+
+constexpr Rgb kFirstTrace = {13, 84, 171};
+constexpr Rgb kSecondTrace = {214, 69, 13};
+
+TEST_F(ViewerTest, exportsGraphs) {
+  const ProgramResult result = viewer(
+      L"crossing.csv --size 400x300 --script export-bmp,export-png,export-jpg,export-gif,exit");
+  EXPECT_EQ(result.exitCode, 0u) << result.error;
+  EXPECT_EQ(result.error, "");
+  const std::pair<const wchar_t*, const wchar_t*> kPictures[] = {{L"crossing.bmp", L"bmp"},
+                                                                 {L"crossing.png", L"png"},
+                                                                 {L"crossing.jpg", L"jpeg"},
+                                                                 {L"crossing.gif", L"gif"}};
+  for (const auto& [name, format] : kPictures) {
+    const DecodedImage picture = decodeImageFile(folder_.file(name));
+    EXPECT_EQ(picture.format, format);
+    EXPECT_EQ(picture.image.width(), 400);
+    EXPECT_EQ(picture.image.height(), 300);
+    EXPECT_GT(countNear(picture.image, kFirstTrace), 150);
+    EXPECT_GT(countNear(picture.image, kSecondTrace), 150);
+    EXPECT_TRUE(isWhite(picture.image.at(200, 90)));
+  }
+  // The traces cross in the middle of the picture: the ranges are symmetrical about their values.
+  const Image picture = decodeImageFile(folder_.file(L"crossing.bmp")).image;
+  EXPECT_FALSE(isWhite(picture.at(200, 150)));
+  EXPECT_TRUE(isWhite(picture.at(200, 120)));
+  EXPECT_TRUE(isWhite(picture.at(200, 180)));
+}
+
+TEST_F(ViewerTest, exportsTheVisiblePartOfAGraph) {
+  const ProgramResult result = viewer(
+      L"crossing.csv --size 400x300 --script "
+      L"zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,export-bmp,exit");
+  EXPECT_EQ(result.exitCode, 0u) << result.error;
+  const Image picture = decodeImageFile(folder_.file(L"crossing.bmp")).image;
+  // Only the crossing is left: the traces run from corner to corner.
+  for (int x = 20; x < 400; x += 40) {
+    EXPECT_TRUE(isWhite(picture.at(x, 10)) || x < 60 || x > 340) << x;
+  }
+  EXPECT_FALSE(isWhite(picture.at(200, 150)));
+  EXPECT_TRUE(isWhite(picture.at(20, 150)));
+}
+
+TEST_F(ViewerTest, carriesOutEveryCommandOfGraphs) {
+  const ProgramResult result = viewer(
+      L"crossing.csv --size 200x150 --script zoom-in,zoom-out,undo,zoom-all,nearest,rectangle,pan,"
+      L"log-log,log-log,grid,crosshair,next-trace,next-trace,next-trace,previous-trace,"
+      L"smooth-lines,smooth-points,multisampling,inverse-wheel,clear-selection,reload,xy+,lights,"
+      L"export-png,exit");
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(decodeImageFile(folder_.file(L"crossing.png")).image.width(), 200);
+}
+
 TEST_F(ViewerTest, startsAndEndsWithoutAModel) {
   const ProgramResult result = viewer(L"--script zoom-all,undo,xy+,reload,outline,exit");
   EXPECT_EQ(result.exitCode, 0u);
@@ -91,10 +161,17 @@ TEST_F(ViewerTest, startsAndEndsWithoutAModel) {
 TEST_F(ViewerTest, saysWhatIsWrong) {
   writeFile(folder_.file(L"letter.txt"), "Dear all,\n");
   writeFile(folder_.file(L"broken.stl"), "solid x\nfacet normal 0 0 1\nouter loop\nvertex 0 0\n");
+  writeFile(folder_.file(L"broken.csv"), "t,a\n1,2\n2,two\n");
+  writeFile(folder_.file(L"short.csv"), "t;a\n1;2\n\n2\n");
+  writeFile(folder_.file(L"negative.csv"), "t;a\n1;-2\n2;-3\n");
+  expectRefused(L"nowhere.csv", "nowhere.csv");
+  expectRefused(L"broken.csv", "broken.csv: line 3: \"two\" is not a number");
+  expectRefused(L"short.csv", "short.csv: line 4");
+  expectRefused(L"negative.csv --script log-log", "no row has two positive numbers");
   expectRefused(L"nowhere.stl", "nowhere.stl");
   expectRefused(L"letter.txt", "letter.txt");
   expectRefused(L"broken.stl", "broken.stl: line 4");
-  expectRefused(L"--script export-png", "there is no model");
+  expectRefused(L"--script export-png", "there is no model and no table");
   expectRefused(L"--script dance", "\"dance\" is not a command");
 }
 

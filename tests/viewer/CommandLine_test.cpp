@@ -18,7 +18,7 @@ std::string complaint(std::vector<std::string> arguments) {
 
 TEST(ViewerCommandLineTest, EverythingMayBeMissing) {
   const Request request = parse({});
-  EXPECT_EQ(request.model, "");
+  EXPECT_EQ(request.file, "");
   EXPECT_EQ(request.width, 1000);
   EXPECT_EQ(request.height, 700);
   EXPECT_TRUE(request.script.empty());
@@ -28,7 +28,7 @@ TEST(ViewerCommandLineTest, EverythingMayBeMissing) {
 TEST(ViewerCommandLineTest, EverythingIsUnderstoodInAnyOrder) {
   const Request request =
       parse({"--batch", "--size", "640x480", "a model.stl", "--script", "xy+,zoom-all,exit"});
-  EXPECT_EQ(request.model, "a model.stl");
+  EXPECT_EQ(request.file, "a model.stl");
   EXPECT_EQ(request.width, 640);
   EXPECT_EQ(request.height, 480);
   EXPECT_EQ(request.script, (std::vector{Command::kViewXYp, Command::kZoomAll, Command::kExit}));
@@ -49,7 +49,7 @@ TEST(ViewerCommandLineTest, MistakesAreNamed) {
   EXPECT_EQ(complaint({"--script", ",xy+"}), "\"\" is not a command");
   EXPECT_EQ(complaint({"--fast"}), "\"--fast\" is not an option");
   EXPECT_EQ(complaint({"--size"}), "--size needs a value");
-  EXPECT_EQ(complaint({"a.stl", "b.stl"}), "one model at a time");
+  EXPECT_EQ(complaint({"a.stl", "b.stl"}), "one file at a time");
 }
 
 }  // namespace

@@ -22,22 +22,34 @@ TEST(CommandsTest, EveryCommandIsInTheTable) {
   EXPECT_EQ(commandTable().size(), last - first + 1);
 }
 
-TEST(CommandsTest, NoKeyServesTwoCommands) {
-  std::set<std::string> keys;
+constexpr PaneKind kPanes[] = {PaneKind::kModel, PaneKind::kGraph};
+
+TEST(CommandsTest, EveryCommandIsForAPane) {
   for (const CommandEntry& entry : commandTable()) {
-    if (entry.key.code != 0) {
-      EXPECT_TRUE(keys.insert(keyText(entry.key)).second) << keyText(entry.key);
+    EXPECT_TRUE(entry.isFor(PaneKind::kModel) || entry.isFor(PaneKind::kGraph)) << entry.name;
+  }
+}
+
+TEST(CommandsTest, NoKeyServesTwoCommandsOfAPane) {
+  for (const PaneKind pane : kPanes) {
+    std::set<std::string> keys;
+    for (const CommandEntry& entry : commandTable()) {
+      if (entry.key.code != 0 && entry.isFor(pane)) {
+        EXPECT_TRUE(keys.insert(keyText(entry.key)).second) << keyText(entry.key);
+      }
     }
   }
 }
 
 TEST(CommandsTest, NoLetterServesTwoEntriesOfAMenu) {
-  std::set<std::pair<std::string_view, char>> letters;
-  for (const CommandEntry& entry : commandTable()) {
-    const std::size_t mark = entry.label.find('&');
-    if (mark != entry.label.npos) {
-      const char letter = static_cast<char>(std::tolower(entry.label[mark + 1]));
-      EXPECT_TRUE(letters.emplace(entry.menu, letter).second) << entry.menu << ' ' << entry.label;
+  for (const PaneKind pane : kPanes) {
+    std::set<std::pair<std::string_view, char>> letters;
+    for (const CommandEntry& entry : commandTable()) {
+      const std::size_t mark = entry.label.find('&');
+      if (mark != entry.label.npos && entry.isFor(pane)) {
+        const char letter = static_cast<char>(std::tolower(entry.label[mark + 1]));
+        EXPECT_TRUE(letters.emplace(entry.menu, letter).second) << entry.menu << ' ' << entry.label;
+      }
     }
   }
 }
@@ -57,10 +69,14 @@ TEST(CommandsTest, KeysAreWrittenAsMenusShowThem) {
 }
 
 TEST(CommandsTest, HelpTellsOfEveryKeyWithoutMarks) {
-  const std::string help = keyHelp();
-  EXPECT_NE(help.find("Ctrl+O\tOpen...\n"), help.npos);
-  EXPECT_NE(help.find("Backspace\tUndo view\n"), help.npos);
-  EXPECT_EQ(help.find('&'), help.npos);
+  for (const PaneKind pane : kPanes) {
+    const std::string help = keyHelp(pane);
+    EXPECT_NE(help.find("Ctrl+O\tOpen...\n"), help.npos);
+    EXPECT_NE(help.find("Backspace\tUndo view\n"), help.npos);
+    EXPECT_EQ(help.find('&'), help.npos);
+    EXPECT_EQ(help.find("Logarithmic") != help.npos, pane == PaneKind::kGraph);
+    EXPECT_EQ(help.find("Trihedron") != help.npos, pane == PaneKind::kModel);
+  }
 }
 
 }  // namespace

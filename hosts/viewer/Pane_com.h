@@ -1,0 +1,71 @@
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <string>
+
+#include "mesh/Progress.h"
+#include "viewer/Commands.h"
+#include "viewer/ControlHost_com.h"
+#include "viewer/PictureFormat.h"
+#include "viewer/StatusBar_win.h"
+
+namespace zyn::viewer {
+
+/// What a pane needs of the window that it is in.
+class PaneOwner {
+ public:
+  virtual ~PaneOwner() = default;
+
+  virtual HWND window() = 0;
+  virtual HACCEL accelerators() = 0;
+  virtual RECT viewArea() = 0;
+  virtual StatusBar& status() = 0;
+  virtual void showProgress(const char* what, std::size_t done, std::size_t total) = 0;
+  virtual void failed(const std::string& message) noexcept = 0;
+};
+
+/// What fills the window: a control, and what it shows.
+class Pane {
+ public:
+  virtual ~Pane() = default;
+  Pane(const Pane&) = delete;
+  Pane& operator=(const Pane&) = delete;
+
+  /// The file that is shown; empty for none.
+  const std::filesystem::path& file() const { return file_; }
+
+  /// Whether the command was one of the pane's.
+  virtual bool carryOut(Command command) = 0;
+
+  /// Whether a switch or a choice of the pane is on; false for other commands.
+  virtual bool isOn(Command command) = 0;
+
+  /// Writes a picture of what is shown, of the size of the view. Throws std::runtime_error, and
+  /// leaves no file, on failure.
+  virtual void exportTo(const std::filesystem::path& file, PictureFormat format) = 0;
+
+  /// What the mouse does, for the help box.
+  virtual std::string mouseHelp() const = 0;
+
+  /// Whether the message was a key of the control, or of a window of the pane's own.
+  virtual bool translate(MSG& message) { return control_.translate(message); }
+
+  void place(const RECT& area) { control_.place(area); }
+  void frameActivated(bool active) { control_.frameActivated(active); }
+
+ protected:
+  Pane(const wchar_t* progId, PaneOwner& owner);
+
+  PaneOwner& owner() const { return owner_; }
+  ControlHost& control() { return control_; }
+  void setFile(std::filesystem::path file) { file_ = std::move(file); }
+
+ private:
+  PaneOwner& owner_;
+  std::filesystem::path file_;
+  ControlHost control_;
+};
+
+}  // namespace zyn::viewer
