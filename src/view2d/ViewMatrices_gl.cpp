@@ -66,6 +66,12 @@ void loadMatrices(const ScaledView& scaled, const PicturePart& part, double tran
 
 double toSinglePrecision(double value) { return static_cast<float>(value); }
 
+/// The place of a view's centre as OpenGL's own scale has it, which is rounded: far from the origin
+/// the rounding would move everything.
+double underRoundedScale(double centre, double scale) {
+  return scale == 0 ? centre : centre * (toSinglePrecision(scale) / scale);
+}
+
 }  // namespace
 
 void loadView(const ScaledView& scaled, const PicturePart& part) {
@@ -73,9 +79,11 @@ void loadView(const ScaledView& scaled, const PicturePart& part) {
     loadProjectionOfNothing();
     return;
   }
-  const double x = toSinglePrecision(scaled.view.centreX());
-  const double y = toSinglePrecision(scaled.view.centreY());
-  loadMatrices(scaled, part, -x, -y, scaled.view.centreX() - x, scaled.view.centreY() - y);
+  const double centreX = underRoundedScale(scaled.view.centreX(), scaled.xScale);
+  const double centreY = underRoundedScale(scaled.view.centreY(), scaled.yScale);
+  const double x = toSinglePrecision(centreX);
+  const double y = toSinglePrecision(centreY);
+  loadMatrices(scaled, part, -x, -y, centreX - x, centreY - y);
 }
 
 void loadViewAt(const Point& origin, const ScaledView& scaled, const PicturePart& part) {

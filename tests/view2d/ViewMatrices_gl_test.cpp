@@ -121,6 +121,16 @@ TEST_F(ViewMatricesTest, FarFromTheOriginNothingIsLost) {
   }
 }
 
+TEST_F(ViewMatricesTest, FarFromTheOriginAScaleLosesNothingEither) {
+  for (const double scale : {1.0 / 3000, 0.7, -1e-3}) {
+    state.showGraph({1.7e9, 1.7e9 + 1000, 3e5, 3e5 + 7}, scale, 0.1);
+    loadView(scaledView(state));
+    const Point corner = state.getPoint({0, kSide});
+    EXPECT_NEAR(project(corner.x, corner.y).x, -1, 1e-3) << scale;
+    EXPECT_NEAR(project(corner.x, corner.y).y, -1, 1e-3) << scale;
+  }
+}
+
 TEST_F(ViewMatricesTest, RelativeToAPointNothingIsLostEither) {
   state.view(Rect2{1.7e9, 1.7e9 + 1e-3, 0, 1e-3}, 0);
   loadViewAt({1.7e9, 0, 0}, scaledView(state));
