@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 
+#include "geometry/EyeSpace_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/AutoGLColor_gl.h"
 #include "objects/AutoGLLighting_gl.h"
@@ -78,9 +79,10 @@ void choosePoints(const PointSequence& points, const RunBoxes& boxes, const View
   reducePath({points, boxes, *mapping}, gridOf(viewport, alpha), path);
 }
 
-/// Calls `vertex` for the points of each connected line, or of each point on its own.
-template <class Vertex>
-void drawParts(const ReducedPath& path, bool singlePoints, const Vertex& vertex) {
+/// Draws the connected lines, or the points on their own.
+void drawParts(const PointSequence& points, const ReducedPath& path, bool isFlat,
+               bool singlePoints) {
+  const EyeSpace space;
   for (std::size_t part = 0; part < path.starts.size(); ++part) {
     const std::size_t first = path.starts[part];
     const std::size_t end =
@@ -90,15 +92,15 @@ void drawParts(const ReducedPath& path, bool singlePoints, const Vertex& vertex)
     }
     glBegin(singlePoints ? GL_POINTS : GL_LINE_STRIP);
     for (std::size_t i = first; i < end; ++i) {
-      vertex(path.points[i]);
+      const std::size_t point = path.points[i];
+      space.vertex(points.x(point), points.y(point), isFlat ? 0 : points.z(point));
     }
     glEnd();
   }
 }
 
-template <class Vertex>
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                  bool isFlat, ReducedPath& path, const Vertex& vertex) {
+                  bool isFlat, ReducedPath& path) {
   const Viewport viewport;
   if (viewport.isEmpty()) {
     return;
@@ -109,22 +111,20 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   choosePoints(points, boxes, viewport, style.alpha, isFlat, path);
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
-  drawParts(path, false, vertex);
-  drawParts(path, true, vertex);
+  drawParts(points, path, isFlat, false);
+  drawParts(points, path, isFlat, true);
 }
 
 }  // namespace
 
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     ReducedPath& path) {
-  drawPolyline(points, boxes, style, false, path,
-               [&](std::size_t i) { glVertex3d(points.x(i), points.y(i), points.z(i)); });
+  drawPolyline(points, boxes, style, false, path);
 }
 
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     ReducedPath& path) {
-  drawPolyline(points, boxes, style, true, path,
-               [&](std::size_t i) { glVertex2d(points.x(i), points.y(i)); });
+  drawPolyline(points, boxes, style, true, path);
 }
 
 }  // namespace zyn

@@ -274,6 +274,33 @@ TEST_F(PolylineTest, TheColourIsNotLit) {
   EXPECT_EQ(drawn(points, kPlainYellow).count(kYellow), 200);
 }
 
+TEST_F(PolylineTest, FarFromTheOriginATraceKeepsItsShape) {
+  // As a view looks that puts what single precision cannot hold of its centre into the projection.
+  constexpr double kFar = 1.7e9;
+  const double rounded = static_cast<float>(kFar + 50);
+  const auto lookAt = [](double x, double remainder) {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(remainder - 50, remainder + 50, -1, 1, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glTranslated(-x, 0, 0);
+  };
+  Values x;
+  Values far;
+  Values y;
+  for (int i = 0; i <= 4000; ++i) {
+    x.push_back(i * 0.025);
+    far.push_back(kFar + i * 0.025);
+    y.push_back(0.8 * std::sin(i * 0.01));
+  }
+  lookAt(50, 0);
+  const Image near = drawn(PointSequence(x, y), kPlainYellow);
+  lookAt(rounded, kFar + 50 - rounded);
+  EXPECT_LE(differentPixels(drawn(PointSequence(far, y), kPlainYellow), near), 4);
+  EXPECT_GT(near.count(kYellow), 400);
+}
+
 TEST_F(PolylineTest, WithoutAViewportNothingIsDrawn) {
   glViewport(0, 0, 0, 0);
   const PointSequence points({-1, 1}, {0, 0});
@@ -391,6 +418,10 @@ TEST_P(PolylineStateTest, DrawingLeavesTheStateAsItWas) {
   const PointSequence points({-0.5, 0.5, kNaN, 0}, {0, 0.5, 0, 0.25}, {0, 0.1, 0, 0.2});
   const RunBoxes boxes(points);
   ReducedPath path;
+  glMatrixMode(GL_MODELVIEW);
+  glTranslated(0.1, 0.2, 0.3);
+  glRotated(12, 1, 2, 3);
+  glMatrixMode(other ? GL_PROJECTION : GL_TEXTURE);
   const GlState before = readGlState();
   for (const double width : {1.0, 1.5, 4.0}) {
     drawPolyline2D(points, boxes, {1, 0, 0, alpha, width}, path);
