@@ -35,7 +35,6 @@ bool BorrowedState::isAvailable() {
 }
 
 BorrowedState::BorrowedState() : matrices_{currentModelView()} {
-  glPushAttrib(GL_ALL_ATTRIB_BITS);
   glMatrixMode(GL_MODELVIEW);
   for (GLint room = roomOn(GL_MODELVIEW_STACK_DEPTH, GL_MAX_MODELVIEW_STACK_DEPTH);
        room < kMatrixRoom; ++room) {
@@ -52,7 +51,6 @@ BorrowedState::~BorrowedState() {
     glPushMatrix();
     glLoadMatrixd(matrix->data());
   }
-  glPopAttrib();
 }
 
 GlMatrix currentModelView() { return matrixState(GL_MODELVIEW_MATRIX); }

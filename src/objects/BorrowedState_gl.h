@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "glcontext/PushedAttributes_gl.h"
 #include "objects/ScreenMap.h"
 
 namespace zyn {
@@ -25,6 +26,7 @@ class BorrowedState {
 
  private:
   std::vector<GlMatrix> matrices_;  ///< the owner's, from the top of the stack down
+  PushedAttributes attributes_{GL_ALL_ATTRIB_BITS};
 };
 
 /// The current model-view matrix.

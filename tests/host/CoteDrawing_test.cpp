@@ -775,7 +775,9 @@ TEST_F(CoteDrawingTest, InAViewItIsDrawnWithTheFontsOfTheView) {
   drawer->onDraw3D = [&](int) {
     glClearColor(1, 1, 1, 1);
     clear();
+    const GlState before = readGlState();
     EXPECT_EQ(cote->Draw(), S_OK);
+    EXPECT_EQ(differences(before, readGlState()), kNone);
     box = inkBox(readViewport(), kWhite);
     return S_OK;
   };
