@@ -146,11 +146,12 @@ std::vector<LegendEntry> legendOf(const Plot& plot, const PlotScale& scale) {
   const double height = plot.yRange.size() * scale.y;
   std::vector<LegendEntry> entries;
   for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t row = i / columns;
     const double along = static_cast<double>(i % columns) / static_cast<double>(columns);
     const double x =
         plot.xRange.low * scale.x + width * (kFirstColumn + (1 - kFirstColumn) * along);
-    const double y = plot.yRange.high * scale.y +
-                     height * (kFirstRow - kRowHeight * static_cast<double>(i / columns));
+    const double y =
+        plot.yRange.high * scale.y + height * (kFirstRow - kRowHeight * static_cast<double>(row));
     entries.push_back({{x, y, x + 0.025 * width, y, 3},
                        {x + 0.033 * width, y, TextAnchor::kLeftMiddle, plot.traces[i].title.name,
                         kNumberHeight}});

@@ -13,7 +13,6 @@
 namespace zyn::viewer {
 
 using host::check;
-using Microsoft::WRL::ComPtr;
 
 namespace {
 

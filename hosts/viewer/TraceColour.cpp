@@ -15,7 +15,8 @@ std::array<double, 3> traceColour(std::size_t index) {
                                                                {0.42, 0.50, 0.10},
                                                                {0.45, 0.30, 0.20},
                                                                {0.35, 0.40, 0.47}}};
-  const double shade = std::pow(0.6, static_cast<double>(index / kColours.size()));
+  const std::size_t round = index / kColours.size();
+  const double shade = std::pow(0.6, static_cast<double>(round));
   std::array<double, 3> colour = kColours[index % kColours.size()];
   for (double& component : colour) {
     component *= shade;
