@@ -30,7 +30,7 @@ constexpr DISPID kMouseLeave = 11;
 constexpr DISPID kKeyDown = 12;
 constexpr DISPID kKeyUp = 13;
 
-bool isDown(int key) { return GetKeyState(key) < 0; }
+int isDown(int key) { return GetKeyState(key) < 0 ? 1 : 0; }
 
 }  // namespace
 

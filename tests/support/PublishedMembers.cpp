@@ -270,8 +270,8 @@ PublishedMembers events2D() {
       .method(9, "MouseOn(VARIANT M_On)")
       .method(10, "MouseOn2(int Key, double x, double y, VARIANT Selection)")
       .method(11, "MouseLeave()")
-      .method(12, "KeyDown(int KeyCode, VARIANT_BOOL Ctrl, VARIANT_BOOL Alt, VARIANT_BOOL Shift)")
-      .method(13, "KeyUp(int KeyCode, VARIANT_BOOL Ctrl, VARIANT_BOOL Alt, VARIANT_BOOL Shift)");
+      .method(12, "KeyDown(int KeyCode, int Ctrl, int Alt, int Shift)")
+      .method(13, "KeyUp(int KeyCode, int Ctrl, int Alt, int Shift)");
 }
 
 PublishedMembers rectangle() {
