@@ -9,6 +9,7 @@
 
 namespace zyn::bench {
 
+using test::OffscreenScene;
 using test::require;
 using test::View3DHost;
 
@@ -184,39 +185,87 @@ void measureFirstFrame(Report& report, const Sizes& sizes, const Mesh& mesh,
              times[1], 1.3);
 }
 
-void measureEdits(Report& report, const Sizes& sizes, const Triangles& triangles) {
+/// Goes from one triangle of a mesh to another, each time far away.
+class Chooser {
+ public:
+  Chooser(const Mesh& mesh, const Triangles& triangles) : mesh_(mesh), triangles_(triangles) {}
+
+  void next() { place_ = (place_ + mesh_.size() / 3 + 17) % mesh_.size(); }
+  IZYNGLTriangle* object() const { return triangles_[place_].Get(); }
+  HRESULT changeColour() const { return object()->setColor(0.9, 0.5, 0.1, 1); }
+  HRESULT changeVertex() const {
+    const test::Vec& vertex = mesh_[place_].points[0];
+    return object()->setPoint(0, vertex.x, vertex.y, vertex.z + 0.01);
+  }
+
+ private:
+  const Mesh& mesh_;
+  const Triangles& triangles_;
+  std::size_t place_ = 0;
+};
+
+void measureEdits(Report& report, const Sizes& sizes, const Mesh& mesh,
+                  const Triangles& triangles) {
   View3DHost view(kViewSize);
   addAll(view, triangles);
   showAll(view);
-  std::size_t chosen = 0;
-  double shift = 0;
-  const auto choose = [&] {
-    chosen = (chosen + triangles.size() / 3 + 17) % triangles.size();
-    shift = shift == 0 ? 0.01 : 0;
-  };
-  const auto object = [&] { return triangles[chosen].Get(); };
+  Chooser chosen(mesh, triangles);
   const auto change = [&](const std::function<HRESULT()>& edit) {
-    return Job{[&, edit] {
+    return Job{[&view, edit] {
                  require(edit(), "an edit");
                  drawOrbitFrame(view);
                },
-               choose};
+               [&] { chosen.next(); }};
   };
   const Job steady{[&] { drawOrbitFrame(view); }};
   // What is removed is added again in the same round: the scene keeps its size.
   const Job addedAgain{[&] {
-    require(view->Add(object(), 0), "Add");
+    require(view->Add(chosen.object(), 0), "Add");
     drawOrbitFrame(view);
   }};
-  const auto times =
-      interleave({steady, change([&] { return object()->setColor(0.9, shift, 0.1, 1); }),
-                  change([&] { return object()->setPoint(0, shift, 0, shift); }),
-                  change([&] { return view->Remove(object()); }), addedAgain},
-                 sizes.rounds);
+  const auto times = interleave({steady, change([&] { return chosen.changeColour(); }),
+                                 change([&] { return chosen.changeVertex(); }),
+                                 change([&] { return view->Remove(chosen.object()); }), addedAgain},
+                                sizes.rounds);
   report.add("one colour changed, next frame", "steady frame", times[1], times[0], 1.3);
   report.add("one vertex changed, next frame", "steady frame", times[2], times[0], 1.3);
   report.add("one object removed, next frame", "steady frame", times[3], times[0], 1.3);
   report.add("one object added, next frame", "steady frame", times[4], times[0], 1.3);
+}
+
+/// The same with pictures of a bitmap context, which are drawn and, without a file name, not kept.
+void measurePictures(Report& report, const Sizes& sizes, const Mesh& mesh,
+                     const Triangles& triangles) {
+  OffscreenScene ours(kViewSize.cx, kViewSize.cy);
+  OffscreenScene raw(kViewSize.cx, kViewSize.cy);
+  RawScene rawScene([&] { drawRaw(mesh); }, boundsOf(mesh));
+  raw.add(rawScene.dispatch());
+  const auto draw = [](OffscreenScene& scene) {
+    require(scene->CreateBitmap(nullptr), "CreateBitmap");
+  };
+  const auto build = [&] {
+    require(ours->RemoveAll(), "RemoveAll");
+    draw(ours);
+    ours.addAll(triangles);
+  };
+  const auto forget = [&] {
+    rawScene.forget();
+    draw(raw);
+  };
+  Chooser chosen(mesh, triangles);
+  const auto change = [&] {
+    chosen.next();
+    require(chosen.changeColour(), "setColor");
+    draw(ours);
+  };
+  const auto drawOurs = [&] { draw(ours); };
+  const auto drawLimit = [&] { draw(raw); };
+  const auto times =
+      interleave({{drawOurs, build}, {drawLimit, forget}, {drawOurs}, {change}}, sizes.rounds);
+  report.add("3D bitmap context, first picture", "compile and call one display list", times[0],
+             times[1], 1.3);
+  report.add("3D bitmap context, one colour changed, next picture", "steady picture", times[3],
+             times[2], 1.3);
 }
 
 }  // namespace
@@ -228,7 +277,8 @@ void measureSceneBuilding(Report& report, const Sizes& sizes) {
   const Triangles triangles = createTriangles(mesh);
   measureRemoving(report, sizes, triangles);
   measureFirstFrame(report, sizes, mesh, triangles);
-  measureEdits(report, sizes, triangles);
+  measureEdits(report, sizes, mesh, triangles);
+  measurePictures(report, sizes, mesh, triangles);
 }
 
 }  // namespace zyn::bench
