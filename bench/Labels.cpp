@@ -1,11 +1,10 @@
 #include <array>
-#include <memory>
 #include <random>
 
-#include "bench/GlyphLists.h"
 #include "bench/Groups.h"
 #include "bench/RawScene.h"
 #include "common/ClassObject_com.h"
+#include "objects/ContextFonts_win.h"
 #include "support/Texts_win.h"
 
 namespace zyn::bench {
@@ -65,7 +64,7 @@ void callGlyphs(GLuint lists, const std::string& text) {
   glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
 }
 
-void drawRaw(const std::vector<Label>& labels, const GlyphLists& glyphs, double scale) {
+void drawRaw(const std::vector<Label>& labels, const CGLFontContext& fonts, double scale) {
   std::array<GLdouble, 16> camera{};
   glGetDoublev(GL_MODELVIEW_MATRIX, camera.data());
   glPushAttrib(GL_ALL_ATTRIB_BITS);
@@ -78,21 +77,30 @@ void drawRaw(const std::vector<Label>& labels, const GlyphLists& glyphs, double 
   glColor4d(0, 0, 0, 1);
   for (const auto& [text, at] : labels) {
     loadPlaneAt(camera, at, scale);
-    callGlyphs(glyphs.filled(), text);
+    callGlyphs(fonts.filledLists(), text);
     loadPlaneAt(camera, at, scale);
-    callGlyphs(glyphs.outlines(), text);
+    callGlyphs(fonts.outlineLists(), text);
   }
   glPopMatrix();
   glPopAttrib();
 }
 
+/// In em heights.
+double widthOf(const std::string& text, const FontMetrics& metrics) {
+  double width = 0;
+  for (const char character : text) {
+    width += metrics.glyphs[static_cast<unsigned char>(character)].cellIncX;
+  }
+  return width;
+}
+
 /// Model units of an em height of the label.
 double emHeightOf(IZYNGLTexte* label, const View3DHost& view, const std::string& text,
-                  const GlyphLists& glyphs) {
+                  const FontMetrics& metrics) {
   double pixel = 0;
   require(view->getWindowScale(&pixel), "getWindowScale");
   const test::Sides sides = test::pixelRect(label);
-  return (sides[1] - sides[0]) * pixel / glyphs.widthOf(text);
+  return (sides[1] - sides[0]) * pixel / widthOf(text, metrics);
 }
 
 }  // namespace
@@ -109,15 +117,15 @@ void measureLabels(Report& report, const Sizes& sizes) {
   showAll(raw);
   ours.paint();
 
-  std::unique_ptr<GlyphLists> glyphs;
+  CGLFontContext fonts;
   double scale = 0;
   const auto painter = test::makeForeign<test::ForeignObject>();
   painter->onDraw3D = [&](int) {
-    if (!glyphs) {
-      glyphs = std::make_unique<GlyphLists>(wglGetCurrentDC());
-      scale = emHeightOf(created[0].Get(), ours, labels[0].text, *glyphs);
+    if (fonts.filledLists() == 0) {
+      buildOutlineFonts(fonts, true);
+      scale = emHeightOf(created[0].Get(), ours, labels[0].text, fonts.metrics());
     }
-    drawRaw(labels, *glyphs, scale);
+    drawRaw(labels, fonts, scale);
     return S_OK;
   };
   require(raw->Add(painter->dispatch(), 0), "Add");

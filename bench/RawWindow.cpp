@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "bench/GlyphLists.h"
+#include "objects/ContextFonts_win.h"
 
 namespace zyn::bench {
 
@@ -36,7 +36,8 @@ RawWindow::RawWindow(SIZE size)
       dc_(GetDC(window_)),
       context_(makeContext(dc_)) {
   ShowWindow(frame_, SW_SHOWNOACTIVATE);
-  const GlyphLists glyphs(dc_);
+  CGLFontContext fonts;
+  buildOutlineFonts(fonts, true);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glFinish();
   SwapBuffers(dc_);
