@@ -206,7 +206,21 @@ STDMETHODIMP CZYNPolyligne::GetParam(IDispatch* P, double* value) noexcept {
   });
 }
 
+std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::modelBounds() noexcept {
+  std::optional<Box3> bounds;
+  boundary([&] {
+    measured_ = true;
+    if (const RunBox all = boxes().all(); !all.isEmpty()) {
+      bounds = all.box;
+    }
+  });
+  return bounds;
+}
+
 void CZYNPolyligne::take(PointSequence points) {
+  if (measured_) {
+    GeometryEpoch::advance();
+  }
   points_ = std::move(points);
   boxes_.reset();
 }

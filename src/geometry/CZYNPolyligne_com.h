@@ -9,13 +9,15 @@
 #include "geometry/CZYNAttribut_com.h"
 #include "geometry/NearestPoint.h"
 #include "geometry/PolylinePainter_gl.h"
+#include "objects/IModelBounds_com.h"
 
 namespace zyn {
 
 /// A trace: a line through points, which can be asked for its nearest point. Black and one pixel
 /// wide at first.
-class CZYNPolyligne final : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>,
-                                            Dual<IZYNAttribuable>, Dual<IZYNObjet>, IGLDraw> {
+class CZYNPolyligne final
+    : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>, Dual<IZYNAttribuable>,
+                      Dual<IZYNObjet>, IGLDraw, IModelBounds> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNModeleGeom.Polyligne";
 
@@ -39,6 +41,8 @@ class CZYNPolyligne final : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, 
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+
  private:
   void take(PointSequence points);
   const RunBoxes& boxes();
@@ -46,6 +50,7 @@ class CZYNPolyligne final : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, 
 
   PointSequence points_;
   std::optional<RunBoxes> boxes_;  ///< made when they are first needed
+  bool measured_ = false;          ///< somebody relies on the bounds
   LineStyle style_;
   ReducedPath path_;  ///< of the last drawing, kept for its memory
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();

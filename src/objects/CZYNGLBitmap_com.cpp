@@ -2,7 +2,6 @@
 
 #include "com/automation_com.h"
 #include "core/properties_com.h"
-#include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
 #include "objects/SpritePainter_gl.h"
 #include "objects/ViewMeasures_gl.h"
@@ -142,7 +141,7 @@ STDMETHODIMP CZYNGLBitmap::GetParam(IDispatch*, double* value) noexcept {
   return automation(*this, [&] { return give(value, -1.0); });
 }
 
-Box3 STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept {
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept {
   measured_ = true;
   return bounds();
 }

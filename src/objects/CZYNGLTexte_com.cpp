@@ -3,7 +3,6 @@
 #include "com/automation_com.h"
 #include "core/properties_com.h"
 #include "objects/FontRegister_win.h"
-#include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
 #include "objects/NarrowText_win.h"
 #include "objects/TextFont_win.h"
@@ -236,7 +235,7 @@ STDMETHODIMP CZYNGLTexte::GetParam(IDispatch*, double* value) noexcept {
   return automation(*this, [&] { return give(value, -1.0); });
 }
 
-Box3 STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept {
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept {
   measured_ = true;
   return bounds();
 }

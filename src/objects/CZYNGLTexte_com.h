@@ -65,7 +65,7 @@ class CZYNGLTexte final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  Box3 STDMETHODCALLTYPE modelBounds() noexcept override;
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "com/automation_com.h"
-#include "objects/GeometryEpoch.h"
 #include "objects/ModelBox_com.h"
 #include "objects/TrianglePainter_gl.h"
 
@@ -134,7 +133,7 @@ STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
   });
 }
 
-Box3 STDMETHODCALLTYPE CZYNGLTriangle::modelBounds() noexcept {
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTriangle::modelBounds() noexcept {
   measured_ = true;
   return bounds();
 }

@@ -32,7 +32,7 @@ class CZYNGLTriangle final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  Box3 STDMETHODCALLTYPE modelBounds() noexcept override;
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
 
  private:
   Box3 bounds() const;

@@ -6,14 +6,17 @@
 namespace zyn {
 
 /// Counts the changes of our own scene objects' geometry after somebody has measured them. While
-/// the count stands still, bounds that were measured are still right. Any thread.
+/// the count stands still, bounds that were measured are still right. Each module has its own count
+/// for its objects. Any thread.
 class GeometryEpoch {
  public:
-  static std::uint64_t now() noexcept { return count_; }
+  using Count = std::atomic<std::uint64_t>;
+
+  static const Count& count() noexcept { return count_; }
   static void advance() noexcept { ++count_; }
 
  private:
-  static inline std::atomic<std::uint64_t> count_ = 0;
+  static inline Count count_ = 0;
 };
 
 }  // namespace zyn

@@ -3,7 +3,6 @@
 #include <wrl/client.h>
 
 #include "com/errors_com.h"
-#include "objects/IModelBounds_com.h"
 
 namespace zyn {
 
@@ -101,12 +100,10 @@ Box3 readBox3D(IZYNBox3D& box) {
               readSide(box, &IZYNBox3D::get_ZMin), readSide(box, &IZYNBox3D::get_ZMax)};
 }
 
-std::optional<Box3> ownBounds(IUnknown* object) {
+ComPtr<IModelBounds> ownObject(IUnknown* object) {
   ComPtr<IModelBounds> own;
-  if (FAILED(object->QueryInterface(IID_PPV_ARGS(&own))) || !own) {
-    return std::nullopt;
-  }
-  return own->modelBounds();
+  object->QueryInterface(IID_PPV_ARGS(&own));
+  return own;
 }
 
 std::optional<Box3> planeBoundsOf(IGLDraw& drawable) {

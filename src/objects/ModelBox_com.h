@@ -7,6 +7,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "core/Box3.h"
+#include "objects/IModelBounds_com.h"
 
 namespace zyn {
 
@@ -28,8 +29,9 @@ Microsoft::WRL::ComPtr<IZYNPoint> makePoint(const Point& at);
 Box3 readBox2D(IZYNBox2D& box);
 Box3 readBox3D(IZYNBox3D& box);
 
-/// The bounds of one of our own scene objects; none for any other object.
-std::optional<Box3> ownBounds(IUnknown* object);
+/// One of our own scene objects that tells its bounds without a box object; null for any other
+/// object.
+Microsoft::WRL::ComPtr<IModelBounds> ownObject(IUnknown* object);
 
 /// The bounds of what a drawable shows in 2D; none when it has no box or cannot tell it.
 std::optional<Box3> planeBoundsOf(IGLDraw& drawable);

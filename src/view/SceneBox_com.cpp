@@ -1,6 +1,7 @@
 #include "view/SceneBox_com.h"
 
-#include "objects/GeometryEpoch.h"
+#include <algorithm>
+
 #include "objects/ModelBox_com.h"
 
 namespace zyn {
@@ -22,15 +23,31 @@ void unite(std::optional<Box3>& scene, const std::optional<Box3>& bounds) {
 
 }  // namespace
 
+bool SceneBox::isKnown() const {
+  return !epochs_.empty() && std::all_of(epochs_.begin(), epochs_.end(), [](const auto& module) {
+    return *module.first == module.second;
+  });
+}
+
+std::optional<Box3> SceneBox::measureOwn(IModelBounds& object, Epochs& epochs) {
+  const GeometryEpoch::Count* const count = &object.geometryEpoch();
+  const bool isNew = std::none_of(epochs.begin(), epochs.end(),
+                                  [&](const auto& module) { return module.first == count; });
+  if (isNew) {
+    epochs.emplace_back(count, *count);
+  }
+  return object.modelBounds();
+}
+
 std::optional<Box3> SceneBox::measure(CListTrace& list) {
-  const std::uint64_t epoch = GeometryEpoch::now();
-  known_ = false;
+  forget();
+  Epochs epochs;
   bool allOurs = true;
   std::optional<Box3> scene;
   for (CListTrace::Walk walk(list); walk; walk.advance()) {
     const ComPtr<IDispatch> object = (*walk)->object;
-    if (const auto own = ownBounds(object.Get())) {
-      unite(scene, own);
+    if (const auto own = ownObject(object.Get())) {
+      unite(scene, measureOwn(*own.Get(), epochs));
       continue;
     }
     allOurs = false;
@@ -39,21 +56,21 @@ std::optional<Box3> SceneBox::measure(CListTrace& list) {
       unite(scene, measureOne_(*drawable.Get()));
     }
   }
-  known_ = allOurs;
-  epoch_ = epoch;
+  if (allOurs) {
+    epochs_ = std::move(epochs);
+  }
   return scene;
 }
 
 std::optional<Box3> SceneBox::measureAppended(CListTrace& list, IDispatch* object,
                                               const std::optional<Box3>& before) {
-  if (known_ && epoch_ == GeometryEpoch::now()) {
-    if (const auto own = ownBounds(object)) {
-      std::optional<Box3> scene = before;
-      unite(scene, own);
-      return scene;
-    }
+  const auto own = isKnown() ? ownObject(object) : nullptr;
+  if (!own) {
+    return measure(list);
   }
-  return measure(list);
+  std::optional<Box3> scene = before;
+  unite(scene, measureOwn(*own.Get(), epochs_));
+  return scene;
 }
 
 }  // namespace zyn

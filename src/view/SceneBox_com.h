@@ -2,10 +2,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "ZYNMODELEGEOM.h"
 #include "core/Box3.h"
 #include "core/CListTrace_com.h"
+#include "objects/IModelBounds_com.h"
 
 namespace zyn {
 
@@ -27,12 +30,19 @@ class SceneBox {
 
   /// The box of the list is no longer what was measured last: objects were removed, or another box
   /// was put in its place.
-  void forget() { known_ = false; }
+  void forget() { epochs_.clear(); }
 
  private:
+  using Epochs = std::vector<std::pair<const GeometryEpoch::Count*, std::uint64_t>>;
+
+  bool isKnown() const;
+  static std::optional<Box3> measureOwn(IModelBounds& object, Epochs& epochs);
+
   Measure measureOne_;
-  bool known_ = false;       ///< what was measured is the box of the list, all of our own objects
-  std::uint64_t epoch_ = 0;  ///< as long as the geometry epoch is this
+  /// The modules of the list's objects and their counts before they were measured: as long as these
+  /// stand still, what was measured is the box of the list. Empty when it is not, or when there are
+  /// objects of other components, whose changes nobody tells.
+  Epochs epochs_;
 };
 
 }  // namespace zyn

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "support/ArrayVariant_win.h"
 #include "support/Scene_win.h"
 #include "support/View2DHost_win.h"
 
@@ -386,13 +387,49 @@ TEST_F(View2DMapping, CirclesStayRound) {
   }
 }
 
+TEST_F(View2DMapping, TracesAreMeasuredAsTheyAre) {
+  const double k = double{1.0F + 0.1F};
+  const auto add = [&](const std::vector<double>& x, const std::vector<double>& y) {
+    auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+    require(trace->setPoints(doubleArray(x), doubleArray(y)), "setPoints");
+    require(host->Add(trace.Get(), 0), "Add");
+    return trace;
+  };
+  const auto first = add({0, 20}, {0, 10});
+  expectView({20 * k, 10 * k, 10, 5});
+  const auto empty = add({}, {});
+  const auto gaps = add({0, NAN, 40}, {0, 1000, 20});
+  const auto triangle = makeTriangle({0, 0, 0}, {20, 0, 0}, {10, 10, 0});
+  host->Add(triangle.Get(), 0);
+  host->initView();
+  expectView({40 * k, 20 * k, 20, 10});
+  // What changed since it was measured is seen with the next object, of whichever kind.
+  first->setPoints(doubleArray({0, 80}), doubleArray({0, 40}));
+  host->initView();
+  expectView({40 * k, 20 * k, 20, 10});
+  const auto last = add({1, 2}, {1, 2});
+  host->initView();
+  expectView({80 * k, 40 * k, 40, 20});
+  triangle->setPoint(2, 0, 80, 0);
+  host->Add(triangle.Get(), 0);
+  host->initView();
+  expectView({160 * k, 80 * k, 40, 40});
+  host->Remove(triangle.Get());
+  host->Remove(first.Get());
+  host->initView();
+  expectView({40 * k, 20 * k, 20, 10});
+}
+
 TEST_F(View2DMapping, ManyObjectsWidenTheHomeView) {
   constexpr int kObjects = 5000;
   for (int i = 0; i < kObjects; ++i) {
     host->Add(makeTriangle({0, 0, 0}, {1.0 + i, 0, 0}, {0, 1, 0}).Get(), 0);
+    const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+    trace->setPoints(doubleArray({0, 2.0 * i}), doubleArray({0, 1}));
+    host->Add(trace.Get(), 0);
   }
   host->initView();
-  EXPECT_DOUBLE_EQ(host.params().width, kObjects * double{1.0F + 0.1F});
+  EXPECT_DOUBLE_EQ(host.params().width, 2 * (kObjects - 1) * double{1.0F + 0.1F});
 }
 
 }  // namespace
