@@ -12,7 +12,6 @@
 namespace zyn::test {
 namespace {
 
-constexpr const wchar_t* kVue2DProgId = L"ZYNVue.ZYNVue2D";
 constexpr Rgb kAxes = {255, 0, 0};
 
 ComPtr<IPictureDisp> makeIconPicture(LPCWSTR icon) {
@@ -293,6 +292,48 @@ TEST_F(View2DControl, EventsComeFromTheScriptedContainerToo) {
   ASSERT_EQ(container.events.events.size(), 1U);
   EXPECT_EQ(container.events.events[0].event, DISPID{GraphEvent::MouseMove});
   require(source->Unadvise(cookie), "Unadvise");
+}
+
+TEST_F(View2DControl, ArrowsReachTheHostAsEventsOtherKeysGoOn) {
+  DWORD cookie = 0;
+  const auto source = eventSource();
+  require(source->Advise(&container.events, &cookie), "Advise");
+  show();
+  const auto active = as<IOleInPlaceActiveObject>();
+  container.events.events.clear();
+  MSG message = {};
+  message.hwnd = window();
+  message.message = WM_KEYDOWN;
+  for (const WPARAM key : {VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}) {
+    message.wParam = key;
+    EXPECT_EQ(active->TranslateAccelerator(&message), S_OK) << key;
+  }
+  EXPECT_EQ(container.events.events.size(), 8U);
+  for (const WPARAM key : {WPARAM{VK_TAB}, WPARAM{VK_RETURN}, WPARAM{'A'}}) {
+    message.wParam = key;
+    EXPECT_EQ(active->TranslateAccelerator(&message), S_FALSE) << key;
+  }
+  EXPECT_EQ(container.events.events.size(), 8U);
+  require(source->Unadvise(cookie), "Unadvise");
+}
+
+int wheelsOfTheParent = 0;
+LRESULT CALLBACK countWheels(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  wheelsOfTheParent += message == WM_MOUSEWHEEL ? 1 : 0;
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(View2DControl, AWheelThatTheViewDoesNotUseIsItsParents) {
+  show();
+  const LONG_PTR before =
+      SetWindowLongPtrW(container.window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&countWheels));
+  wheelsOfTheParent = 0;
+  SendMessageW(window(), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+  EXPECT_EQ(wheelsOfTheParent, 1);
+  view()->put_MiddleButtonActive(VARIANT_TRUE);
+  SendMessageW(window(), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+  EXPECT_EQ(wheelsOfTheParent, 1);
+  SetWindowLongPtrW(container.window(), GWLP_WNDPROC, before);
 }
 
 TEST_F(View2DControl, InputThatIsSwitchedOffIsNotSeen) {

@@ -413,9 +413,7 @@ TEST_F(View2DMouse, ANotchZoomsAboutTheMouse) {
   EXPECT_EQ(host.params().width, 0) << "the wheel keeps no history";
 }
 
-TEST_F(View2DMouse, AWheelThatIsNotTheViewsGoesOn) {
-  EXPECT_TRUE(SendMessageW(host.window(), WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0) == 0);
-  expectUnmoved();
+TEST_F(View2DMouse, WildWheelsAreRecovered) {
   for (const double wild : {1e300, -1e300, double(NAN)}) {
     host->put_MiddleButtonActive(VARIANT_TRUE);
     host->put_MiddleButtonAcceleration(wild);

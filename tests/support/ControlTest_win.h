@@ -5,6 +5,7 @@
 namespace zyn::test {
 
 inline constexpr const wchar_t* kVue3DProgId = L"ZYNVue.ZYNVue3D";
+inline constexpr const wchar_t* kVue2DProgId = L"ZYNVue.ZYNVue2D";
 
 /// Base of the tests that hold a view, the 3D one unless they ask for another, in a scripted
 /// container. At the end nothing may be left: no reference on the control, none on the container,
