@@ -3,7 +3,9 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <span>
 
+#include "geometry/ClipBand.h"
 #include "geometry/EyeSpace_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/AutoGLColor_gl.h"
@@ -33,12 +35,18 @@ struct Viewport {
   bool isEmpty() const { return values[2] <= 0 || values[3] <= 0; }
 };
 
-std::optional<WindowMapping> currentMapping(const Viewport& viewport) {
+std::optional<WindowMapping> currentMapping(const Viewport& viewport, bool isFlat) {
   double modelView[16] = {};
   double projection[16] = {};
   glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
   glGetDoublev(GL_PROJECTION_MATRIX, projection);
-  return windowMapping(modelView, projection, viewport.values);
+  std::optional<WindowMapping> mapping = windowMapping(modelView, projection, viewport.values);
+  if (mapping && isFlat) {
+    mapping->x.z = 0;
+    mapping->y.z = 0;
+    mapping->depth.z = 0;
+  }
+  return mapping;
 }
 
 /// Whether a pixel shows how many lines cover it, and by which part, instead of only whether.
@@ -64,24 +72,51 @@ PixelGrid gridOf(const Viewport& viewport, double alpha) {
   return grid;
 }
 
-void choosePoints(const PointSequence& points, const RunBoxes& boxes, const Viewport& viewport,
-                  double alpha, bool isFlat, ReducedPath& path) {
-  std::optional<WindowMapping> mapping = currentMapping(viewport);
-  if (!mapping) {
-    wholePath(points, path);
-    return;
+using Indices = std::span<const std::size_t>;
+
+/// Draws the points, or the line that connects them.
+void drawPoints(const EyeSpace& space, const PointSequence& points, Indices part, bool isFlat) {
+  glBegin(part.size() == 1 ? GL_POINTS : GL_LINE_STRIP);
+  for (const std::size_t i : part) {
+    space.vertex(points.x(i), points.y(i), isFlat ? 0 : points.z(i));
   }
-  if (isFlat) {
-    mapping->x.z = 0;
-    mapping->y.z = 0;
-    mapping->depth.z = 0;
+  glEnd();
+}
+
+/// Draws what the band holds of the line.
+void drawClipped(const EyeSpace& space, const PointSequence& points, Indices line,
+                 const ClipBand& band) {
+  bool isOpen = false;
+  const auto close = [&isOpen] {
+    if (isOpen) {
+      glEnd();
+      isOpen = false;
+    }
+  };
+  const auto place = [&](std::size_t i) {
+    return PlanePoint{points.x(line[i]), points.y(line[i])};
+  };
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const std::optional<ClipBand::Segment> segment = band.clip(place(i - 1), place(i));
+    if (!segment || segment->isFromCut) {
+      close();
+    }
+    if (!segment) {
+      continue;
+    }
+    if (!isOpen) {
+      glBegin(GL_LINE_STRIP);
+      space.vertex(segment->from.x, segment->from.y, 0);
+      isOpen = true;
+    }
+    space.vertex(segment->to.x, segment->to.y, 0);
   }
-  reducePath({points, boxes, *mapping}, gridOf(viewport, alpha), path);
+  close();
 }
 
 /// Draws the connected lines, or the points on their own.
-void drawParts(const PointSequence& points, const ReducedPath& path, bool isFlat,
-               bool singlePoints) {
+void drawParts(const PointSequence& points, const ReducedPath& path,
+               const std::optional<ClipBand>& band, bool isFlat, bool singlePoints) {
   const EyeSpace space;
   for (std::size_t part = 0; part < path.starts.size(); ++part) {
     const std::size_t first = path.starts[part];
@@ -90,12 +125,12 @@ void drawParts(const PointSequence& points, const ReducedPath& path, bool isFlat
     if ((end - first == 1) != singlePoints) {
       continue;
     }
-    glBegin(singlePoints ? GL_POINTS : GL_LINE_STRIP);
-    for (std::size_t i = first; i < end; ++i) {
-      const std::size_t point = path.points[i];
-      space.vertex(points.x(point), points.y(point), isFlat ? 0 : points.z(point));
+    const Indices chosen = Indices(path.points).subspan(first, end - first);
+    if (band && !singlePoints) {
+      drawClipped(space, points, chosen, *band);
+    } else {
+      drawPoints(space, points, chosen, isFlat);
     }
-    glEnd();
   }
 }
 
@@ -108,11 +143,20 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   const double width = style.width * floatState(GL_LINE_WIDTH);
   const AutoGLLineWidth lineWidth(width);
   const AutoGLPointSize pointSize(width);
-  choosePoints(points, boxes, viewport, style.alpha, isFlat, path);
+  const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
+  if (mapping) {
+    reducePath({points, boxes, *mapping}, gridOf(viewport, style.alpha), path);
+  } else {
+    wholePath(points, path);
+  }
+  std::optional<ClipBand> band;
+  if (mapping && isFlat) {
+    band.emplace(*mapping, viewport.values);
+  }
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
-  drawParts(points, path, isFlat, false);
-  drawParts(points, path, isFlat, true);
+  drawParts(points, path, band, isFlat, false);
+  drawParts(points, path, band, isFlat, true);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ struct LineStyle {
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     ReducedPath& path);
 
-/// The same in the plane z = 0.
+/// The same in the plane z = 0. Lines may lead as far away as numbers do.
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     ReducedPath& path);
 

@@ -301,6 +301,29 @@ TEST_F(PolylineTest, FarFromTheOriginATraceKeepsItsShape) {
   EXPECT_GT(near.count(kYellow), 400);
 }
 
+TEST_F(PolylineTest, LinesThatLeadVeryFarAwayAreDrawn) {
+  look({5, 3.75, 5, 3.75});
+  for (const double far : {1e3, 1e6, 1e8, 1e9, 1e16, 1e40, 1e300}) {
+    EXPECT_EQ(drawn(PointSequence({-far, far}, {2.51, 2.51}), kPlainYellow).count(kYellow), kWidth)
+        << far;
+    EXPECT_EQ(drawn(PointSequence({4.99, 5.01}, {-1, far}), kPlainYellow).count(kYellow), kHeight)
+        << far;
+    const Image diagonal = drawn(PointSequence({-far, far}, {-far, far}), kPlainYellow);
+    EXPECT_NEAR(diagonal.count(kYellow), kHeight, 1) << far;
+    EXPECT_EQ(diagonal.at(150, kHeight - 1 - 150), kYellow) << far;
+  }
+}
+
+TEST_F(PolylineTest, ALineThatComesBackElsewhereIsNotConnectedAcrossTheView) {
+  look({5, 3.75, 5, 3.75});
+  // Out at the top, around the corner far away, and in from the right.
+  const PointSequence points({2.01, 2.01, 1e12, 1e12, 7.99}, {1, 1e16, 1e16, 5.01, 5.01});
+  const Image picture = drawn(points, kPlainYellow);
+  EXPECT_EQ(picture.count(kYellow), kHeight - 40 + 80);
+  EXPECT_EQ(picture.at(80, 0), kYellow);
+  EXPECT_EQ(picture.at(kWidth - 1, kHeight - 1 - 200), kYellow);
+}
+
 TEST_F(PolylineTest, WithoutAViewportNothingIsDrawn) {
   glViewport(0, 0, 0, 0);
   const PointSequence points({-1, 1}, {0, 0});
