@@ -1,7 +1,6 @@
 #include <type_traits>
 #include <utility>
 
-#include "com/automation_com.h"
 #include "objects/NarrowText_win.h"
 #include "objects/PictureImage_com.h"
 #include "view2d/CZYNVue2D_com.h"

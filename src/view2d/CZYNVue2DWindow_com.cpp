@@ -17,10 +17,6 @@ void CZYNVue2D::windowCreated(HWND window, SIZE client) {
   resize(client);
 }
 
-Float4 CZYNVue2D::clearColour() const {
-  return {background_[0], background_[1], background_[2], 0.0F};
-}
-
 std::shared_ptr<void> CZYNVue2D::prepareContext() {
   setInitialState2D(clearColour(), antialiasing_);
   const auto resources = std::make_shared<ContextResources>(smoothsGlyphs());
@@ -28,19 +24,12 @@ std::shared_ptr<void> CZYNVue2D::prepareContext() {
   return resources;
 }
 
-bool CZYNVue2D::smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
-
 void CZYNVue2D::rebuildGlyphs() {
   context_.withContext([this] {
     if (const auto resources = resources_.lock()) {
       buildOutlineFonts(*resources->fonts.fonts(), smoothsGlyphs());
     }
   });
-}
-
-void CZYNVue2D::windowDestroyed(HWND) noexcept {
-  mouse_.close();
-  boundary([this] { context_.destroy(); });
 }
 
 void CZYNVue2D::windowResized(SIZE client) {
@@ -85,11 +74,11 @@ void CZYNVue2D::paint(HDC) {
       pass.cursor.emplace(GraphPass::Cursor{resources->cursorGlyph, cursor_});
     }
     drawGraph(
-        pass, [&] { traces_.draw2D(0, textView(*resources)); }, [this] { context_.present(); });
+        pass, [&] { drawList_.draw2D(0, textView(*resources)); }, [this] { context_.present(); });
   });
 }
 
-bool CZYNVue2D::needsFonts() { return view_.hasGraph() || traces_.mayHoldText(); }
+bool CZYNVue2D::needsFonts() { return view_.hasGraph() || drawList_.mayHoldText(); }
 
 void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   const SIZE size = pictureSizeFor(pixels);
@@ -117,7 +106,7 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     pass.frame = kept ? kept->frame : nullptr;
     const TextView texts = kept ? textView(*kept) : TextView();
     drawGraph(
-        pass, [&] { traces_.draw2D(0, texts); }, [] {});
+        pass, [&] { drawList_.draw2D(0, texts); }, [] {});
     pass.frame.reset();
   });
   if (const SharedBitmap* picture = surface.picture()) {

@@ -2,11 +2,7 @@
 
 #include <utility>
 
-#include "com/MessageBox_win.h"
-#include "com/automation_com.h"
 #include "core/NumericArrayVariant_com.h"
-#include "core/properties_com.h"
-#include "glcontext/PixelFormats_win.h"
 #include "module/CZYNVueControles_com.h"
 #include "view2d/readRectangle_com.h"
 
@@ -14,23 +10,12 @@ namespace zyn {
 
 using Microsoft::WRL::ComPtr;
 
-namespace {
-
-/// Size of a new control: 192 pixels on a screen of 96 dots per inch.
-constexpr Extent kInitialExtent = {5080, 5080};
-
-/// The drawing mode that asks objects to draw themselves for picking.
-constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
-
-}  // namespace
-
 CZYNVue2D::CZYNVue2D()
-    : ControlClass({CLSID_ZYNVue2D, DIID__IZYNVue2DEvents, kProgId, kInitialExtent}),
-      antialiasing_{
-          .lineSmooth = true,
-          .pointSmooth = true,
-          .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
-      context_(kView2DFailures, [](const std::wstring& text) { showMessage(text.c_str()); }) {
+    : ViewControl({.id = CLSID_ZYNVue2D,
+                   .events = DIID__IZYNVue2DEvents,
+                   .failures = kView2DFailures,
+                   .measure = planeBoundsOf,
+                   .smooth = true}) {
   CZYNVueControles::instance().add(this);
 }
 
@@ -46,13 +31,13 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
       return;
     }
     const ComPtr<IDispatch> object = newTrace;
-    traces_.append(std::move(element));
+    drawList_.append(std::move(element));
     if (view_.hasGraph()) {
       sceneBox_.forget();
     } else {
-      fitHome(sceneBox_.measureAppended(traces_, object.Get(), sceneBounds_));
+      fitHome(sceneBox_.measureAppended(drawList_, object.Get(), sceneBounds_));
     }
-    if (traces_.count() == 1) {
+    if (drawList_.count() == 1) {
       view_.initView();
       recordVisible();
     }
@@ -63,26 +48,10 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
 STDMETHODIMP CZYNVue2D::Remove(IDispatch* Item) noexcept {
   return automation(*this, [&] {
     sceneBox_.forget();
-    traces_.removeEvery(Item);
+    drawList_.removeEvery(Item);
     refitHome();
     repaint();
   });
-}
-
-STDMETHODIMP CZYNVue2D::RemoveAll() noexcept {
-  return automation(*this, [&] {
-    sceneBox_.forget();
-    traces_.removeAll();
-    repaint();
-  });
-}
-
-STDMETHODIMP CZYNVue2D::Count(LONG* Count) noexcept {
-  return automation(*this, [&] { return give(Count, static_cast<LONG>(traces_.count())); });
-}
-
-STDMETHODIMP CZYNVue2D::Repaint() noexcept {
-  return automation(*this, [&] { repaint(); });
 }
 
 STDMETHODIMP CZYNVue2D::UpdateParams() noexcept {
@@ -92,7 +61,7 @@ STDMETHODIMP CZYNVue2D::UpdateParams() noexcept {
 /// A home view that a graph has set stays.
 void CZYNVue2D::refitHome() {
   if (!view_.hasGraph()) {
-    fitHome(sceneBox_.measure(traces_));
+    fitHome(sceneBox_.measure(drawList_));
   }
 }
 
@@ -205,54 +174,9 @@ STDMETHODIMP CZYNVue2D::put_GrilleVisible(VARIANT_BOOL newVal) noexcept {
   return automation(*this, [&] { gridVisible_ = isExactlyTrue(newVal); });
 }
 
-STDMETHODIMP CZYNVue2D::setBackground(float r, float g, float b) noexcept {
-  return automation(*this, [&] {
-    const Colour3 colour = {r, g, b};
-    if (isColour(colour)) {
-      background_ = colour;
-      context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
-    }
-  });
-}
-
-STDMETHODIMP CZYNVue2D::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.lineSmooth); });
-}
-
-STDMETHODIMP CZYNVue2D::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
-    if (switchSmoothing(antialiasing_.lineSmooth, newVal)) {
-      rebuildGlyphs();
-      repaint();
-    }
-  });
-}
-
-STDMETHODIMP CZYNVue2D::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.pointSmooth); });
-}
-
-STDMETHODIMP CZYNVue2D::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
-    if (switchSmoothing(antialiasing_.pointSmooth, newVal)) {
-      repaint();
-    }
-  });
-}
-
-/// Whether that changed anything.
-bool CZYNVue2D::switchSmoothing(bool& flag, VARIANT_BOOL value) {
-  if (flag == isExactlyTrue(value)) {
-    return false;
-  }
-  flag = !flag;
-  context_.withContext([&] { setSmoothing2D(antialiasing_); });
-  return true;
-}
-
-STDMETHODIMP CZYNVue2D::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this,
-                    [&] { return giveFlag(pVal, antialiasing_.multisample.value_or(false)); });
+void CZYNVue2D::smoothingChanged() {
+  context_.withContext([this] { setSmoothing2D(antialiasing_); });
+  rebuildGlyphs();
 }
 
 STDMETHODIMP CZYNVue2D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
@@ -270,17 +194,6 @@ STDMETHODIMP CZYNVue2D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcep
   });
 }
 
-STDMETHODIMP CZYNVue2D::get_DrawCursor(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, drawCursor_); });
-}
-
-STDMETHODIMP CZYNVue2D::put_DrawCursor(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
-    drawCursor_ = isExactlyTrue(newVal);
-    repaint();
-  });
-}
-
 STDMETHODIMP CZYNVue2D::setCursorPos(double x, double y) noexcept {
   return automation(*this, [&] {
     cursor_ = {static_cast<float>(x), static_cast<float>(y)};
@@ -288,42 +201,6 @@ STDMETHODIMP CZYNVue2D::setCursorPos(double x, double y) noexcept {
       repaint();
     }
   });
-}
-
-STDMETHODIMP CZYNVue2D::AddSelection(IDispatch* ObjSelection) noexcept {
-  return automation(*this, [&] { selection_.add(ObjSelection, kSelectionMode); });
-}
-
-STDMETHODIMP CZYNVue2D::RemoveSelection(IDispatch* Item) noexcept {
-  return automation(*this, [&] { selection_.remove(Item); });
-}
-
-STDMETHODIMP CZYNVue2D::RemoveAllSelection() noexcept {
-  return automation(*this, [&] { selection_.removeAll(); });
-}
-
-STDMETHODIMP CZYNVue2D::get_PickSize(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, pickSize_); });
-}
-
-STDMETHODIMP CZYNVue2D::put_PickSize(double newVal) noexcept {
-  return automation(*this, [&] { pickSize_ = newVal; });
-}
-
-STDMETHODIMP CZYNVue2D::get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, mouse_.selectSuperpose()); });
-}
-
-STDMETHODIMP CZYNVue2D::put_SelectSuperpose(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { mouse_.setSelectSuperpose(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue2D::get_WindowSelection(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, mouse_.windowSelection()); });
-}
-
-STDMETHODIMP CZYNVue2D::put_WindowSelection(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { mouse_.setWindowSelection(isExactlyTrue(newVal)); });
 }
 
 STDMETHODIMP CZYNVue2D::get_Mode(LONG* pVal) noexcept {
@@ -340,35 +217,6 @@ STDMETHODIMP CZYNVue2D::get_MaintainWindowZoom(VARIANT_BOOL* pVal) noexcept {
 
 STDMETHODIMP CZYNVue2D::put_MaintainWindowZoom(VARIANT_BOOL newVal) noexcept {
   return automation(*this, [&] { mouse_.setMaintainWindowZoom(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue2D::get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, mouse_.middleButtonActive()); });
-}
-
-STDMETHODIMP CZYNVue2D::put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { mouse_.setMiddleButtonActive(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue2D::get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, mouse_.middleButtonInverse()); });
-}
-
-STDMETHODIMP CZYNVue2D::put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { mouse_.setMiddleButtonInverse(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue2D::get_MiddleButtonAcceleration(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, mouse_.middleButtonAcceleration()); });
-}
-
-STDMETHODIMP CZYNVue2D::put_MiddleButtonAcceleration(double newVal) noexcept {
-  return automation(*this, [&] { mouse_.setMiddleButtonAcceleration(newVal); });
-}
-
-STDMETHODIMP CZYNVue2D::get_hWnd(LONG* pVal) noexcept {
-  // Window handles have 32 significant bits; hosts extend them with their sign.
-  return automation(*this, [&] { return give(pVal, HandleToLong(window())); });
 }
 
 STDMETHODIMP CZYNVue2D::get_MousePointer(LONG* pVal) noexcept {

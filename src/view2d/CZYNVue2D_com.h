@@ -8,18 +8,13 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "com/control/ControlClass_com.h"
 #include "com/control/StockPointer_com.h"
 #include "core/Box3.h"
-#include "core/CListTrace_com.h"
-#include "glcontext/InitialState_gl.h"
-#include "glcontext/WindowContext_win.h"
 #include "objects/ContextFonts_win.h"
 #include "objects/ModelBox_com.h"
-#include "view/Colour3.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/PickRegion.h"
-#include "view/SceneBox_com.h"
+#include "view/ViewControl_com.h"
 #include "view2d/Graph.h"
 #include "view2d/GraphMouse.h"
 #include "view2d/GraphPass_gl.h"
@@ -31,7 +26,8 @@ namespace zyn {
 /// and zoom, picks, and tells the nearest point of a trace. Published members in CZYNVue2D_com.cpp,
 /// window and drawing in CZYNVue2DWindow_com.cpp, graph frame in CZYNVue2DGraph_com.cpp, mouse and
 /// keys in CZYNVue2DMouse_com.cpp.
-class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private GraphMouseHost {
+class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
+                        private GraphMouseHost {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue2D";
 
@@ -40,9 +36,6 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
 
   STDMETHODIMP Add(IDispatch* newTrace, LONG drawing_mode) noexcept override;
   STDMETHODIMP Remove(IDispatch* Item) noexcept override;
-  STDMETHODIMP RemoveAll() noexcept override;
-  STDMETHODIMP Count(LONG* Count) noexcept override;
-  STDMETHODIMP Repaint() noexcept override;
   STDMETHODIMP UpdateParams() noexcept override;
   STDMETHODIMP setActiveProfil(IDispatch* profil) noexcept override;
 
@@ -70,39 +63,14 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
   STDMETHODIMP get_GrilleVisible(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_GrilleVisible(VARIANT_BOOL newVal) noexcept override;
 
-  STDMETHODIMP setBackground(float r, float g, float b) noexcept override;
-  STDMETHODIMP get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_LineAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_PointAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_DrawCursor(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_DrawCursor(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP setCursorPos(double x, double y) noexcept override;
-
-  STDMETHODIMP AddSelection(IDispatch* ObjSelection) noexcept override;
-  STDMETHODIMP RemoveSelection(IDispatch* Item) noexcept override;
-  STDMETHODIMP RemoveAllSelection() noexcept override;
-  STDMETHODIMP get_PickSize(double* pVal) noexcept override;
-  STDMETHODIMP put_PickSize(double newVal) noexcept override;
-  STDMETHODIMP get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_SelectSuperpose(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_WindowSelection(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_WindowSelection(VARIANT_BOOL newVal) noexcept override;
 
   STDMETHODIMP get_Mode(LONG* pVal) noexcept override;
   STDMETHODIMP put_Mode(LONG newVal) noexcept override;
   STDMETHODIMP get_MaintainWindowZoom(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_MaintainWindowZoom(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonAcceleration(double* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonAcceleration(double newVal) noexcept override;
 
-  STDMETHODIMP get_hWnd(LONG* pVal) noexcept override;
   STDMETHODIMP get_MousePointer(LONG* pVal) noexcept override;
   STDMETHODIMP put_MousePointer(LONG newVal) noexcept override;
   STDMETHODIMP get_MouseIcon(IPictureDisp** pVal) noexcept override;
@@ -123,13 +91,16 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
 
   // ControlHooks
   void windowCreated(HWND window, SIZE client) override;
-  void windowDestroyed(HWND window) noexcept override;
   void windowResized(SIZE client) override;
   void paint(HDC dc) override;
   void drawInto(HDC dc, const RECT& bounds, SIZE pixels) override;
   std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   bool wantsKey(WPARAM key) const noexcept override;
   StockPointer* stockPointer() noexcept override { return &pointer_; }
+
+  // ViewControl
+  GraphMouse& mouse() noexcept override { return mouse_; }
+  void smoothingChanged() override;
 
   // GraphMouseHost; its repaint() is the one of the control
   void fireMouseDown(MouseButton button, const Point& at) noexcept override;
@@ -161,12 +132,9 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
                                               const std::optional<GraphPlacement>& place) const;
   void compileFrame();
 
-  bool switchSmoothing(bool& flag, VARIANT_BOOL value);
   void rebuildGlyphs();
-  bool smoothsGlyphs() const;
 
   void resize(SIZE client);
-  Float4 clearColour() const;
   std::shared_ptr<void> prepareContext();
   bool needsFonts();
   ScaledView currentView() const;
@@ -175,28 +143,20 @@ class CZYNVue2D final : public ControlClass<CZYNVue2D, Dual<IZYNVue2D>>, private
   PickRecords pick(const PickRegion& region);
   void fireKey(DISPID event, WPARAM key) noexcept;
 
-  CListTrace traces_;
-  CListTrace selection_;
   Microsoft::WRL::ComPtr<IZYNProfil> activeProfile_;
-  SceneBox sceneBox_{planeBoundsOf};
   std::optional<Box3> sceneBounds_;  ///< as last measured
   ViewState2D view_;
   /// The visible rectangle as an object of the geometry library; null where that is missing.
   const Microsoft::WRL::ComPtr<IZYNRectangle> visible_ = makeRectangle(0, 0, 0, 0);
   GraphMouse mouse_{view_, *this};
 
-  Colour3 background_ = {1.0F, 1.0F, 1.0F};
-  Antialiasing antialiasing_;
   /// Kept for the next rendering context, in which its frame is compiled anew.
   std::variant<std::monostate, LinearGraph, LogLogGraph> graph_;
   Grid grid_;
   bool gridVisible_ = false;
-  bool drawCursor_ = false;
   std::array<float, 2> cursor_ = {0.0F, 0.0F};
-  double pickSize_ = 1.0;  ///< pixels
   StockPointer pointer_;
 
-  WindowContext context_;
   std::weak_ptr<ContextResources> resources_;
 };
 

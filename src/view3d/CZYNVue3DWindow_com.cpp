@@ -1,4 +1,3 @@
-#include "com/MessageBox_win.h"
 #include "offscreen/OffscreenSurface_win.h"
 #include "view/ContainerPicture_win.h"
 #include "view3d/CZYNVue3D_com.h"
@@ -24,23 +23,16 @@ void CZYNVue3D::windowCreated(HWND window, SIZE client) {
 }
 
 std::shared_ptr<void> CZYNVue3D::prepareContext() {
-  setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing_);
+  setInitialState3D(clearColour(), antialiasing_);
   const auto resources = std::make_shared<ContextResources>(smoothsGlyphs());
   resources_ = resources;
   return resources;
 }
 
-bool CZYNVue3D::smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
-
 TextView CZYNVue3D::textView() const {
   const auto resources = resources_.lock();
   const CParamsVue3D* camera = view_.camera();
   return resources && camera ? resources->fonts.view(camera->height()) : TextView();
-}
-
-void CZYNVue3D::windowDestroyed(HWND) noexcept {
-  navigation_.close();
-  boundary([this] { context_.destroy(); });
 }
 
 void CZYNVue3D::windowResized(SIZE client) {
@@ -81,7 +73,7 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
                               GL_NICEST};
-    setInitialState3D({background_[0], background_[1], background_[2], 0.0F}, antialiasing);
+    setInitialState3D(clearColour(), antialiasing);
     if (!drawList_.mayHoldText()) {
       return nullptr;
     }

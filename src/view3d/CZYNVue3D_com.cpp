@@ -2,12 +2,7 @@
 
 #include <utility>
 
-#include "com/MessageBox_win.h"
-#include "com/automation_com.h"
 #include "core/NumericArrayVariant_com.h"
-#include "core/properties_com.h"
-#include "glcontext/InitialState_gl.h"
-#include "glcontext/PixelFormats_win.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
 #include "view3d/CAmbLightDlg_win.h"
@@ -17,23 +12,14 @@ namespace zyn {
 
 using Microsoft::WRL::ComPtr;
 
-namespace {
-
-/// Size of a new control: 192 pixels on a screen of 96 dots per inch.
-constexpr Extent kInitialExtent = {5080, 5080};
-
-/// The drawing mode that asks objects to draw themselves for picking.
-constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
-
-}  // namespace
-
 CZYNVue3D::CZYNVue3D()
-    : ControlClass({CLSID_ZYNVue3D, DIID__IZYNVue3DEvents, kProgId, kInitialExtent}),
+    : ViewControl({.id = CLSID_ZYNVue3D,
+                   .events = DIID__IZYNVue3DEvents,
+                   .failures = kView3DFailures,
+                   .measure = boundsOf,
+                   .smooth = false}),
       measureScene_([this] { return sceneBox_.measure(drawList_); }),
-      navigation_(view_, *this),
-      antialiasing_{.multisample =
-                        windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
-      context_(kView3DFailures, [](const std::wstring& text) { showMessage(text.c_str()); }) {
+      navigation_(view_, *this) {
   CZYNVueControles::instance().add(this);
 }
 
@@ -177,32 +163,6 @@ STDMETHODIMP CZYNVue3D::Remove(IDispatch* Item) noexcept {
   });
 }
 
-STDMETHODIMP CZYNVue3D::RemoveAll() noexcept {
-  return automation(*this, [&] {
-    sceneBox_.forget();
-    drawList_.removeAll();
-    repaint();
-  });
-}
-
-STDMETHODIMP CZYNVue3D::Count(LONG* Count) noexcept {
-  return automation(*this, [&] { return give(Count, static_cast<LONG>(drawList_.count())); });
-}
-
-STDMETHODIMP CZYNVue3D::Repaint() noexcept {
-  return automation(*this, [&] { repaint(); });
-}
-
-STDMETHODIMP CZYNVue3D::setBackground(float r, float g, float b) noexcept {
-  return automation(*this, [&] {
-    const Colour3 colour = {r, g, b};
-    if (isColour(colour)) {
-      background_ = colour;
-      context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
-    }
-  });
-}
-
 STDMETHODIMP CZYNVue3D::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
   return automation(*this, [&] { return giveFlag(pVal, gradientOn_); });
 }
@@ -228,36 +188,8 @@ STDMETHODIMP CZYNVue3D::put_DrawCoordSys(VARIANT_BOOL newVal) noexcept {
   return automation(*this, [&] { drawCoordSys_ = newVal != VARIANT_FALSE; });
 }
 
-STDMETHODIMP CZYNVue3D::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.lineSmooth); });
-}
-
-STDMETHODIMP CZYNVue3D::put_LineAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return switchSmoothing(antialiasing_.lineSmooth, newVal);
-}
-
-STDMETHODIMP CZYNVue3D::get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, antialiasing_.pointSmooth); });
-}
-
-STDMETHODIMP CZYNVue3D::put_PointAntialiasing(VARIANT_BOOL newVal) noexcept {
-  return switchSmoothing(antialiasing_.pointSmooth, newVal);
-}
-
-HRESULT CZYNVue3D::switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
-  return automation(*this, [&] {
-    if (flag == isExactlyTrue(value)) {
-      return;
-    }
-    flag = !flag;
-    context_.withContext([&] { setSmoothing3D(antialiasing_); });
-    repaint();
-  });
-}
-
-STDMETHODIMP CZYNVue3D::get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this,
-                    [&] { return giveFlag(pVal, antialiasing_.multisample.value_or(false)); });
+void CZYNVue3D::smoothingChanged() {
+  context_.withContext([this] { setSmoothing3D(antialiasing_); });
 }
 
 STDMETHODIMP CZYNVue3D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept {
@@ -265,17 +197,6 @@ STDMETHODIMP CZYNVue3D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcep
     if (antialiasing_.multisample) {
       antialiasing_.multisample = isExactlyTrue(newVal);
     }
-  });
-}
-
-STDMETHODIMP CZYNVue3D::get_DrawCursor(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, drawCursor_); });
-}
-
-STDMETHODIMP CZYNVue3D::put_DrawCursor(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
-    drawCursor_ = isExactlyTrue(newVal);
-    repaint();
   });
 }
 
@@ -327,34 +248,6 @@ STDMETHODIMP CZYNVue3D::put_DrawLights(LONG newVal) noexcept {
   return automation(*this, [&] { drawLights_ = newVal != 0; });
 }
 
-STDMETHODIMP CZYNVue3D::AddSelection(IDispatch* ObjSelection) noexcept {
-  return automation(*this, [&] { selection_.add(ObjSelection, kSelectionMode); });
-}
-
-STDMETHODIMP CZYNVue3D::RemoveSelection(IDispatch* Item) noexcept {
-  return automation(*this, [&] { selection_.remove(Item); });
-}
-
-STDMETHODIMP CZYNVue3D::RemoveAllSelection() noexcept {
-  return automation(*this, [&] { selection_.removeAll(); });
-}
-
-STDMETHODIMP CZYNVue3D::get_PickSize(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, pickSize_); });
-}
-
-STDMETHODIMP CZYNVue3D::put_PickSize(double newVal) noexcept {
-  return automation(*this, [&] { pickSize_ = newVal; });
-}
-
-STDMETHODIMP CZYNVue3D::get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, navigation_.selectSuperpose()); });
-}
-
-STDMETHODIMP CZYNVue3D::put_SelectSuperpose(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { navigation_.setSelectSuperpose(isExactlyTrue(newVal)); });
-}
-
 STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept {
   return automation(*this, [&] {
     if (!Pt) {
@@ -381,11 +274,6 @@ STDMETHODIMP CZYNVue3D::getPixelPlanIntersection(int x, int y, VARIANT Plan, VAR
   });
 }
 
-STDMETHODIMP CZYNVue3D::get_hWnd(LONG* pVal) noexcept {
-  // Window handles have 32 significant bits; hosts extend them with their sign.
-  return automation(*this, [&] { return give(pVal, HandleToLong(window())); });
-}
-
 STDMETHODIMP CZYNVue3D::get_MouseMode(short* pVal) noexcept {
   return automation(*this,
                     [&] { return give(pVal, static_cast<short>(navigation_.mode().value())); });
@@ -393,38 +281,6 @@ STDMETHODIMP CZYNVue3D::get_MouseMode(short* pVal) noexcept {
 
 STDMETHODIMP CZYNVue3D::put_MouseMode(short newVal) noexcept {
   return automation(*this, [&] { navigation_.mode().set(newVal); });
-}
-
-STDMETHODIMP CZYNVue3D::get_WindowSelection(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, navigation_.windowSelection()); });
-}
-
-STDMETHODIMP CZYNVue3D::put_WindowSelection(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { navigation_.setWindowSelection(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue3D::get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, navigation_.middleButtonActive()); });
-}
-
-STDMETHODIMP CZYNVue3D::put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { navigation_.setMiddleButtonActive(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue3D::get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept {
-  return automation(*this, [&] { return giveFlag(pVal, navigation_.middleButtonInverse()); });
-}
-
-STDMETHODIMP CZYNVue3D::put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { navigation_.setMiddleButtonInverse(isExactlyTrue(newVal)); });
-}
-
-STDMETHODIMP CZYNVue3D::get_MiddleButtonAcceleration(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, navigation_.middleButtonAcceleration()); });
-}
-
-STDMETHODIMP CZYNVue3D::put_MiddleButtonAcceleration(double newVal) noexcept {
-  return automation(*this, [&] { navigation_.setMiddleButtonAcceleration(newVal); });
 }
 
 }  // namespace zyn

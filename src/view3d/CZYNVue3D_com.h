@@ -7,14 +7,10 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "com/control/ControlClass_com.h"
-#include "core/CListTrace_com.h"
-#include "glcontext/InitialState_gl.h"
-#include "glcontext/WindowContext_win.h"
 #include "objects/ContextFonts_win.h"
 #include "objects/ModelBox_com.h"
 #include "view/CursorGlyph_gl.h"
-#include "view/SceneBox_com.h"
+#include "view/ViewControl_com.h"
 #include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
 #include "view3d/MouseNavigation.h"
@@ -26,7 +22,8 @@ namespace zyn {
 /// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
 /// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
 /// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp.
-class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private NavigationHost {
+class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation>,
+                        private NavigationHost {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
 
@@ -59,24 +56,13 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
 
   STDMETHODIMP Add(IDispatch* newTrace, LONG drawing_mode) noexcept override;
   STDMETHODIMP Remove(IDispatch* Item) noexcept override;
-  STDMETHODIMP RemoveAll() noexcept override;
-  STDMETHODIMP Count(LONG* Count) noexcept override;
-  STDMETHODIMP Repaint() noexcept override;
 
-  STDMETHODIMP setBackground(float r, float g, float b) noexcept override;
   STDMETHODIMP get_GradientBackground(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_GradientBackground(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP setGradientColor(float r, float g, float b) noexcept override;
   STDMETHODIMP get_DrawCoordSys(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_DrawCoordSys(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_LineAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_PointAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_DrawCursor(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_DrawCursor(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP setCursorPos(double x, double y, double Z) noexcept override;
 
   STDMETHODIMP EditAmbiantLight() noexcept override;
@@ -89,36 +75,23 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   STDMETHODIMP get_DrawLights(LONG* pVal) noexcept override;
   STDMETHODIMP put_DrawLights(LONG newVal) noexcept override;
 
-  STDMETHODIMP AddSelection(IDispatch* ObjSelection) noexcept override;
-  STDMETHODIMP RemoveSelection(IDispatch* Item) noexcept override;
-  STDMETHODIMP RemoveAllSelection() noexcept override;
-  STDMETHODIMP get_PickSize(double* pVal) noexcept override;
-  STDMETHODIMP put_PickSize(double newVal) noexcept override;
-  STDMETHODIMP get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_SelectSuperpose(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept override;
   STDMETHODIMP getPixelPlanIntersection(int x, int y, VARIANT Plan, VARIANT* Pt) noexcept override;
-  STDMETHODIMP get_hWnd(LONG* pVal) noexcept override;
 
   STDMETHODIMP get_MouseMode(short* pVal) noexcept override;
   STDMETHODIMP put_MouseMode(short newVal) noexcept override;
-  STDMETHODIMP get_WindowSelection(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_WindowSelection(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept override;
-  STDMETHODIMP get_MiddleButtonAcceleration(double* pVal) noexcept override;
-  STDMETHODIMP put_MiddleButtonAcceleration(double newVal) noexcept override;
 
  private:
   // ControlHooks
   void windowCreated(HWND window, SIZE client) override;
-  void windowDestroyed(HWND window) noexcept override;
   void windowResized(SIZE client) override;
   void paint(HDC dc) override;
   void drawInto(HDC dc, const RECT& bounds, SIZE pixels) override;
   std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  // ViewControl
+  MouseNavigation& mouse() noexcept override { return navigation_; }
+  void smoothingChanged() override;
 
   // NavigationHost; its repaint() is the one of the control
   void fireMouseDown(MouseButton button, PixelPoint at) noexcept override;
@@ -140,7 +113,6 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   /// Applies an operation of the view state and repaints if it changed the camera.
   template <class Operation>
   HRESULT moveCamera(Operation operation) noexcept;
-  HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept;
 
   /// What belongs to the rendering context of the window.
   struct ContextResources {
@@ -151,31 +123,22 @@ class CZYNVue3D final : public ControlClass<CZYNVue3D, Dual<IZYNVue3D>>, private
   };
 
   std::shared_ptr<void> prepareContext();
-  bool smoothsGlyphs() const;
   TextView textView() const;
   ViewPass currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
 
-  CListTrace drawList_;
-  CListTrace selection_;
-  SceneBox sceneBox_{boundsOf};
   const ViewState3D::BoxSource measureScene_;
   ViewState3D view_;
   MouseNavigation navigation_;
 
-  Colour3 background_ = {1.0F, 1.0F, 1.0F};
   bool gradientOn_ = false;
   Colour3 gradient_ = {1.0F, 1.0F, 1.0F};
   bool drawCoordSys_ = true;
-  Antialiasing antialiasing_;
-  bool drawCursor_ = false;
   std::array<float, 3> cursor_ = {0.0F, 0.0F, 0.0F};
   LightBlock lights_;
   bool drawLights_ = false;
-  double pickSize_ = 1.0;  ///< pixels
 
-  WindowContext context_;
   std::weak_ptr<const ContextResources> resources_;
 };
 

@@ -1,0 +1,214 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "com/MessageBox_win.h"
+#include "com/automation_com.h"
+#include "com/control/ControlClass_com.h"
+#include "core/CListTrace_com.h"
+#include "core/properties_com.h"
+#include "glcontext/InitialState_gl.h"
+#include "glcontext/PixelFormats_win.h"
+#include "glcontext/WindowContext_win.h"
+#include "view/Colour3.h"
+#include "view/SceneBox_com.h"
+
+namespace zyn {
+
+/// What the two views have in common: the lists, how they smooth lines, picking and mouse switches,
+/// the rendering context, and the members that both interfaces have. `Mouse` is the view's mouse
+/// logic.
+template <class Derived, class Interface, class Mouse>
+class ViewControl : public ControlClass<Derived, Dual<Interface>> {
+  using Base = ControlClass<Derived, Dual<Interface>>;
+
+ public:
+  STDMETHODIMP RemoveAll() noexcept final {
+    return automation(derived(), [&] {
+      sceneBox_.forget();
+      drawList_.removeAll();
+      Control::repaint();
+    });
+  }
+
+  STDMETHODIMP Count(LONG* Count) noexcept final {
+    return automation(derived(), [&] { return give(Count, static_cast<LONG>(drawList_.count())); });
+  }
+
+  STDMETHODIMP Repaint() noexcept final {
+    return automation(derived(), [&] { Control::repaint(); });
+  }
+
+  STDMETHODIMP setBackground(float r, float g, float b) noexcept final {
+    return automation(derived(), [&] {
+      const Colour3 colour = {r, g, b};
+      if (isColour(colour)) {
+        background_ = colour;
+        context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
+      }
+    });
+  }
+
+  STDMETHODIMP get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, antialiasing_.lineSmooth); });
+  }
+
+  STDMETHODIMP put_LineAntialiasing(VARIANT_BOOL newVal) noexcept final {
+    return switchSmoothing(antialiasing_.lineSmooth, newVal);
+  }
+
+  STDMETHODIMP get_PointAntialiasing(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, antialiasing_.pointSmooth); });
+  }
+
+  STDMETHODIMP put_PointAntialiasing(VARIANT_BOOL newVal) noexcept final {
+    return switchSmoothing(antialiasing_.pointSmooth, newVal);
+  }
+
+  STDMETHODIMP get_MultiSampleAntialiasing(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(),
+                      [&] { return giveFlag(pVal, antialiasing_.multisample.value_or(false)); });
+  }
+
+  STDMETHODIMP get_DrawCursor(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, drawCursor_); });
+  }
+
+  STDMETHODIMP put_DrawCursor(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] {
+      drawCursor_ = isExactlyTrue(newVal);
+      Control::repaint();
+    });
+  }
+
+  STDMETHODIMP AddSelection(IDispatch* ObjSelection) noexcept final {
+    return automation(derived(), [&] { selection_.add(ObjSelection, kSelectionMode); });
+  }
+
+  STDMETHODIMP RemoveSelection(IDispatch* Item) noexcept final {
+    return automation(derived(), [&] { selection_.remove(Item); });
+  }
+
+  STDMETHODIMP RemoveAllSelection() noexcept final {
+    return automation(derived(), [&] { selection_.removeAll(); });
+  }
+
+  STDMETHODIMP get_PickSize(double* pVal) noexcept final {
+    return automation(derived(), [&] { return give(pVal, pickSize_); });
+  }
+
+  STDMETHODIMP put_PickSize(double newVal) noexcept final {
+    return automation(derived(), [&] { pickSize_ = newVal; });
+  }
+
+  STDMETHODIMP get_SelectSuperpose(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, mouse().selectSuperpose()); });
+  }
+
+  STDMETHODIMP put_SelectSuperpose(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { mouse().setSelectSuperpose(isExactlyTrue(newVal)); });
+  }
+
+  STDMETHODIMP get_WindowSelection(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, mouse().windowSelection()); });
+  }
+
+  STDMETHODIMP put_WindowSelection(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { mouse().setWindowSelection(isExactlyTrue(newVal)); });
+  }
+
+  STDMETHODIMP get_MiddleButtonActive(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, mouse().middleButtonActive()); });
+  }
+
+  STDMETHODIMP put_MiddleButtonActive(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { mouse().setMiddleButtonActive(isExactlyTrue(newVal)); });
+  }
+
+  STDMETHODIMP get_MiddleButtonInverse(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, mouse().middleButtonInverse()); });
+  }
+
+  STDMETHODIMP put_MiddleButtonInverse(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { mouse().setMiddleButtonInverse(isExactlyTrue(newVal)); });
+  }
+
+  STDMETHODIMP get_MiddleButtonAcceleration(double* pVal) noexcept final {
+    return automation(derived(), [&] { return give(pVal, mouse().middleButtonAcceleration()); });
+  }
+
+  STDMETHODIMP put_MiddleButtonAcceleration(double newVal) noexcept final {
+    return automation(derived(), [&] { mouse().setMiddleButtonAcceleration(newVal); });
+  }
+
+  STDMETHODIMP get_hWnd(LONG* pVal) noexcept final {
+    // Window handles have 32 significant bits; hosts extend them with their sign.
+    return automation(derived(), [&] { return give(pVal, HandleToLong(Control::window())); });
+  }
+
+ protected:
+  struct Setup {
+    REFCLSID id;
+    REFIID events;
+    const ContextFailureTexts& failures;
+    SceneBox::Measure measure;  ///< of a drawable of another component
+    bool smooth;                ///< lines and points are smoothed at first
+  };
+
+  explicit ViewControl(const Setup& setup)
+      : Base({setup.id, setup.events, Derived::kProgId, kInitialExtent}),
+        sceneBox_(setup.measure),
+        antialiasing_{
+            .lineSmooth = setup.smooth,
+            .pointSmooth = setup.smooth,
+            .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
+        context_(setup.failures, [](const std::wstring& text) { showMessage(text.c_str()); }) {}
+  ~ViewControl() override = default;
+
+  Float4 clearColour() const { return {background_[0], background_[1], background_[2], 0.0F}; }
+
+  /// Whether outline lines smooth the edges of glyphs.
+  bool smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
+
+  CListTrace drawList_;
+  CListTrace selection_;
+  SceneBox sceneBox_;
+  Colour3 background_ = {1.0F, 1.0F, 1.0F};
+  Antialiasing antialiasing_;
+  bool drawCursor_ = false;
+  double pickSize_ = 1.0;  ///< pixels
+  WindowContext context_;
+
+ private:
+  /// Size of a new control: 192 pixels on a screen of 96 dots per inch.
+  static constexpr Extent kInitialExtent = {5080, 5080};
+
+  /// The drawing mode that asks objects to draw themselves for picking.
+  static constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
+
+  void windowDestroyed(HWND) noexcept final {
+    mouse().close();
+    boundary([this] { context_.destroy(); });
+  }
+
+  virtual Mouse& mouse() noexcept = 0;
+
+  /// The smoothing of lines or points was switched: brings it to the rendering context.
+  virtual void smoothingChanged() = 0;
+
+  Derived& derived() { return static_cast<Derived&>(*this); }
+
+  HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
+    return automation(derived(), [&] {
+      if (flag != isExactlyTrue(value)) {
+        flag = !flag;
+        smoothingChanged();
+        Control::repaint();
+      }
+    });
+  }
+};
+
+}  // namespace zyn
