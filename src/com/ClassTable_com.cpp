@@ -5,9 +5,8 @@
 namespace zyn {
 
 const ClassEntry* findClass(ClassTable classes, REFCLSID id) {
-  const auto found = std::find_if(classes.begin(), classes.end(), [&](const ClassEntry& entry) {
-    return *entry.id == id && entry.create;
-  });
+  const auto found = std::find_if(classes.begin(), classes.end(),
+                                  [&](const ClassEntry& entry) { return *entry.id == id; });
   return found != classes.end() ? &*found : nullptr;
 }
 

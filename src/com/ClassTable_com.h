@@ -14,14 +14,14 @@ using CreateFunction = HRESULT (*)(IUnknown* outer, REFIID iid, void** out) noex
 /// One creatable class of a module.
 struct ClassEntry {
   const CLSID* id;
-  CreateFunction create;    ///< null for a class that this build does not offer
+  CreateFunction create;
   UINT registrationScript;  ///< number of its script among the resources of type REGISTRY
 };
 
 /// The creatable classes of a module.
 using ClassTable = std::span<const ClassEntry>;
 
-/// The entry of a class that can be created; null when there is none.
+/// The entry of a class; null when there is none.
 const ClassEntry* findClass(ClassTable classes, REFCLSID id);
 
 }  // namespace zyn

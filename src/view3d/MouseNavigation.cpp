@@ -1,9 +1,8 @@
 #include "view3d/MouseNavigation.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <utility>
+
+#include "core/saturate.h"
 
 namespace zyn {
 
@@ -11,16 +10,6 @@ namespace {
 
 /// Part of the client area's side that a distance in pixels makes.
 float ratio(int pixels, int side) { return static_cast<float>(pixels) / static_cast<float>(side); }
-
-/// To a whole number, towards zero.
-int truncated(double value) {
-  using Limits = std::numeric_limits<int>;
-  if (std::isnan(value)) {
-    return 0;
-  }
-  return static_cast<int>(
-      std::clamp(value, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
-}
 
 /// What the wheel divides the view rectangle by.
 float wheelFactor(int turn, int height) {
@@ -152,7 +141,7 @@ void MouseNavigation::wheel(int delta, PixelPoint at) {
   }
   const double turn = (middleButtonInverse_ ? -1.0 : 1.0) * delta * middleButtonAcceleration_;
   const PixelPoint centre = lastAt_.value_or(at);
-  view_.zoomAbout(centre.x, centre.y, wheelFactor(truncated(turn), client.height));
+  view_.zoomAbout(centre.x, centre.y, wheelFactor(saturatedInteger(turn), client.height));
   host_.repaint();
 }
 
