@@ -1,8 +1,6 @@
 #pragma once
 
-#include <optional>
-
-#include "glcontext/StateQuery_gl.h"
+#include "objects/SurfaceState_gl.h"
 
 namespace zyn {
 
@@ -18,39 +16,12 @@ class AutoGLColor {
   AutoGLColor(double r, double g, double b, double alpha, double ambient, double diffuse,
               double specular, double shininess, double emissive, int faces);
 
-  virtual ~AutoGLColor();
+  virtual ~AutoGLColor() = default;
   AutoGLColor(const AutoGLColor&) = delete;
   AutoGLColor& operator=(const AutoGLColor&) = delete;
 
  private:
-  struct Material {
-    Float4 ambient{};
-    Float4 diffuse{};
-    Float4 specular{};
-    Float4 emission{};
-    GLfloat shininess = 0;
-  };
-
-  AutoGLColor();
-
-  static Material materialOf(GLenum face);
-  static void applyColours(const Material& material, GLenum face);
-  static void apply(const Material& material, GLenum face);
-  static void restore(const Material& material, GLenum face);
-
-  void setMaterial(const Material& material, int faces);
-  void setColour(const Float4& colour);
-
-  GLenum blendSource_;
-  GLenum blendDestination_;
-  bool depthMask_;
-  bool blend_;
-  bool depthTest_;
-  bool cullFace_;
-  GLint twoSide_;
-  std::optional<Material> front_;
-  std::optional<Material> back_;
-  std::optional<Float4> colour_;
+  SurfaceState state_;
 };
 
 }  // namespace zyn
