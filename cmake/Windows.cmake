@@ -1,7 +1,9 @@
 # The two DLLs, the hosts that use them and the tests that drive them from outside, for 64-bit Windows.
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 WINVER=0x0601)
-add_link_options(-static -static-libgcc -static-libstdc++)
+# Without the time of linking, the same source makes the same files.
+add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp)
 include(Idl)
+include(Version)
 
 set(ZYN_SYSTEM_LIBRARIES ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32)
 
@@ -24,8 +26,8 @@ function(zyn_layers prefix)
   set(${prefix}_objects ${objects} PARENT_SCOPE)
 endfunction()
 
-# zyn_dll(NAME FOLDER OBJECTS...): a COM server with its resources and its exports.
-function(zyn_dll name folder)
+# zyn_dll(NAME FOLDER DESCRIPTION OBJECTS...): a COM server with its resources and its exports.
+function(zyn_dll name folder description)
   add_library(${name} SHARED ${ARGN} ${ZYN_IDL_GUIDS} src/${folder}/${name}.rc src/${folder}/${name}.def)
   target_link_libraries(${name} PRIVATE zyn_common ${ZYN_SYSTEM_LIBRARIES})
   target_include_directories(${name} PRIVATE ${ZYN_IDL_DIR} src/${folder})
@@ -33,6 +35,7 @@ function(zyn_dll name folder)
   set_source_files_properties(src/${folder}/${name}.rc PROPERTIES OBJECT_DEPENDS "${scripts};${ZYN_IDL_TLBS}")
   set_target_properties(${name} PROPERTIES PREFIX "")
   add_dependencies(${name} zyn_idl)
+  zyn_version(${name} ${description})
 endfunction()
 
 zyn_layers(zyn_shared ${ZYN_SHARED_FOLDERS})
@@ -41,12 +44,17 @@ zyn_layers(zyn_geometry geometry)
 # Traces draw with the guards of the scene objects.
 file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp)
 target_sources(zyn_geometry_gl PRIVATE ${guards})
-zyn_dll(ZYNVue module ${zyn_shared_objects} ${zyn_main_objects})
-zyn_dll(ZYNModeleGeom geometry ${zyn_shared_objects} ${zyn_geometry_objects})
+zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures" ${zyn_shared_objects} ${zyn_main_objects})
+zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue" ${zyn_shared_objects} ${zyn_geometry_objects})
 
 # Runs other programs under Wine and keeps their exit codes.
 add_executable(launcher tools/launcher/main.cpp)
 target_link_libraries(launcher PRIVATE zyn_warnings)
+
+# Writes the manifest with which hosts use the DLLs without registration.
+add_executable(manifest tools/manifest/main.cpp src/com/RegistryKey_com.cpp src/com/errors_com.cpp)
+target_link_libraries(manifest PRIVATE zyn_common ${ZYN_SYSTEM_LIBRARIES})
+target_link_options(manifest PRIVATE -municode)
 
 # Hosts: programs that use the library by ProgID only.
 file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp hosts/table/*.cpp)
@@ -62,9 +70,11 @@ function(zyn_host name)
   target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
   target_link_options(${name} PRIVATE -municode ${ARGN})
   target_link_libraries(${name} PRIVATE zyn_hosts ${ZYN_SYSTEM_LIBRARIES})
+  zyn_version(${name} "${name}: a host of ZYNVue")
 endfunction()
 
 zyn_host(zynshot)
+target_compile_definitions(zynshot PRIVATE ZYN_VERSION="${PROJECT_VERSION}")
 zyn_host(viewer -mwindows)
 target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
 

@@ -80,7 +80,7 @@ int run(const std::vector<std::string>& arguments) {
         writeOutput(helpText());
         break;
       case Action::kVersion:
-        writeOutput("zynshot 1.0\n");
+        writeOutput("zynshot " ZYN_VERSION "\n");
         break;
       case Action::kRender:
         render(request);

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "com/ActivationContext_win.h"
 #include "com/ClassFactory_com.h"
 #include "com/ModuleHandle_win.h"
 #include "com/ModuleState_com.h"
@@ -70,6 +71,7 @@ BOOL DllServer::onEvent(DWORD reason, const void* reserved) const noexcept {
   // When the process ends, the DLLs that the type information comes from may be gone already.
   if (reason == DLL_PROCESS_DETACH && !reserved) {
     ModuleState::instance().forgetTypes();
+    forgetActivationContext();
   }
   return TRUE;
 }
@@ -79,6 +81,7 @@ HRESULT DllServer::getClassObject(REFCLSID id, REFIID iid, void** out) const noe
     return E_POINTER;
   }
   *out = nullptr;
+  rememberActivationContext();
   return boundary([&] {
     if (beforeClassObject_) {
       beforeClassObject_(id);

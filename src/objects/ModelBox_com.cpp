@@ -2,6 +2,7 @@
 
 #include <wrl/client.h>
 
+#include "com/ActivationContext_win.h"
 #include "com/errors_com.h"
 
 namespace zyn {
@@ -12,6 +13,7 @@ namespace {
 
 template <class Interface>
 ComPtr<Interface> createGeometry(REFCLSID classId) {
+  const LibraryActivation activation;
   ComPtr<Interface> object;
   CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object));
   return object;

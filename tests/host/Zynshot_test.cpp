@@ -213,7 +213,7 @@ TEST_F(ZynshotTest, explainsItself) {
   EXPECT_EQ(help.exitCode, 0u);
   EXPECT_NE(help.output.find("usage: zynshot MODEL"), std::string::npos);
   EXPECT_EQ(help.error, "");
-  EXPECT_EQ(zynshot(L"--version").output, "zynshot 1.0\n");
+  EXPECT_EQ(zynshot(L"--version").output, "zynshot 1.0.0\n");
 }
 
 TEST_F(ZynshotTest, showsProgressWhenAsked) {

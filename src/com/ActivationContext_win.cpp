@@ -1,0 +1,69 @@
+#include "com/ActivationContext_win.h"
+
+#include <utility>
+
+namespace zyn {
+
+namespace {
+
+SRWLOCK rememberedLock = SRWLOCK_INIT;
+HANDLE remembered = nullptr;
+
+class Locked {
+ public:
+  Locked() noexcept { AcquireSRWLockExclusive(&rememberedLock); }
+  Locked(const Locked&) = delete;
+  Locked& operator=(const Locked&) = delete;
+  ~Locked() { ReleaseSRWLockExclusive(&rememberedLock); }
+};
+
+/// The calling thread's activation context with a reference of its own, or null.
+HANDLE currentContext() noexcept {
+  HANDLE context = nullptr;
+  return GetCurrentActCtx(&context) ? context : nullptr;
+}
+
+void release(HANDLE context) noexcept {
+  if (context) {
+    ReleaseActCtx(context);
+  }
+}
+
+HANDLE rememberedContext() noexcept {
+  const Locked lock;
+  if (remembered) {
+    AddRefActCtx(remembered);
+  }
+  return remembered;
+}
+
+void remember(HANDLE context) noexcept {
+  {
+    const Locked lock;
+    std::swap(remembered, context);
+  }
+  release(context);
+}
+
+}  // namespace
+
+void rememberActivationContext() noexcept {
+  if (const HANDLE context = currentContext()) {
+    remember(context);
+  }
+}
+
+void forgetActivationContext() noexcept { remember(nullptr); }
+
+LibraryActivation::LibraryActivation() noexcept : context_(rememberedContext()) {
+  active_ = context_ && ActivateActCtx(context_, &cookie_);
+}
+
+LibraryActivation::~LibraryActivation() {
+  if (active_) {
+    DeactivateActCtx(0, cookie_);
+  }
+  release(context_);
+}
+
+}  // namespace zyn
