@@ -42,7 +42,8 @@ zyn_layers(zyn_shared ${ZYN_SHARED_FOLDERS})
 zyn_layers(zyn_main ${ZYN_MAIN_FOLDERS})
 zyn_layers(zyn_geometry geometry)
 # Traces draw with the guards of the scene objects.
-file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp)
+file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp
+     src/objects/Surface*_gl.cpp)
 target_sources(zyn_geometry_gl PRIVATE ${guards})
 zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures" ${zyn_shared_objects} ${zyn_main_objects})
 zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue" ${zyn_shared_objects} ${zyn_geometry_objects})

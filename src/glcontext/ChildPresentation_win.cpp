@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
@@ -144,7 +143,7 @@ void ChildPresentation::follow() const {
   SwapBuffers(dc_.get());
 }
 
-void ChildPresentation::present() const {
+void ChildPresentation::present() {
   // The buffer is read before it is swapped: afterwards it is undefined.
   if (canvas_ != nullptr) {
     copyFrame();
@@ -152,15 +151,14 @@ void ChildPresentation::present() const {
   SwapBuffers(dc_.get());
 }
 
-void ChildPresentation::copyFrame() const {
+void ChildPresentation::copyFrame() {
   const SIZE size = clientSize(canvas_);
   if (size.cx <= 0 || size.cy <= 0 || !IsWindowVisible(window_)) return;
-  const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
-  const auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(count);
-  readFrame(size, pixels.get());
+  frame_.resize(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
+  readFrame(size, frame_.data());
   const BITMAPINFO layout = dibInfo(size.cx, size.cy, 32);
   SetDIBitsToDevice(wholeDC(window_).get(), 0, 0, static_cast<DWORD>(size.cx),
-                    static_cast<DWORD>(size.cy), 0, 0, 0, static_cast<UINT>(size.cy), pixels.get(),
+                    static_cast<DWORD>(size.cy), 0, 0, 0, static_cast<UINT>(size.cy), frame_.data(),
                     &layout, DIB_RGB_COLORS);
 }
 

@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <vector>
+
 #include "glcontext/WinHandles_win.h"
 
 namespace zyn {
@@ -28,15 +31,17 @@ class ChildPresentation {
   void follow() const;
 
   /// Swaps the buffers; the frame, drawn on `dc` with the current context, is seen in the window.
-  void present() const;
+  void present();
 
  private:
-  void copyFrame() const;
+  void copyFrame();
 
   HWND window_;
   /// The hidden window; null where the window itself is drawn on.
   HWND canvas_;
   UniqueWindowDC dc_;
+  /// The pixels of the last copied frame: new memory for each would take longer than the copy.
+  std::vector<std::uint32_t> frame_;
 };
 
 }  // namespace zyn
