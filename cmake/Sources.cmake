@@ -20,4 +20,4 @@ endfunction()
 
 # Folders of the main library, and those the companion library shares with it.
 set(ZYN_SHARED_FOLDERS com core)
-set(ZYN_MAIN_FOLDERS com/control glcontext objects view view3d view2d offscreen module)
+set(ZYN_MAIN_FOLDERS com/control glcontext objects scene view view3d view2d offscreen module)

@@ -18,6 +18,8 @@ class ComIdentity {
   /// The unknown whose count keeps the object alive; not counted here.
   IUnknown* controllingUnknown() const noexcept { return outer_; }
 
+  bool isAggregated() const noexcept { return outer_ != &inner_; }
+
   /// The unknown that does not delegate: what an outer object keeps of this one.
   IUnknown* innerUnknown() noexcept { return &inner_; }
 

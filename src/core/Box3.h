@@ -1,6 +1,6 @@
 #pragma once
 
-#include <algorithm>
+#include <cmath>
 
 #include "core/Point.h"
 #include "core/Vecteur.h"
@@ -29,14 +29,14 @@ struct Box3 {
     return Vecteur(sizes.x / 2, sizes.y / 2, sizes.z / 2).norm();
   }
 
-  /// Grows to the smallest box that holds both.
+  /// Grows to the smallest box that holds both; sides that are not a number count for nothing.
   void unite(const Box3& other) {
-    xMin = std::min(xMin, other.xMin);
-    xMax = std::max(xMax, other.xMax);
-    yMin = std::min(yMin, other.yMin);
-    yMax = std::max(yMax, other.yMax);
-    zMin = std::min(zMin, other.zMin);
-    zMax = std::max(zMax, other.zMax);
+    xMin = std::fmin(xMin, other.xMin);
+    xMax = std::fmax(xMax, other.xMax);
+    yMin = std::fmin(yMin, other.yMin);
+    yMax = std::fmax(yMax, other.yMax);
+    zMin = std::fmin(zMin, other.zMin);
+    zMax = std::fmax(zMax, other.zMax);
   }
 };
 

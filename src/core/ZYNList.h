@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <type_traits>
 
 namespace zyn {
@@ -18,6 +17,9 @@ class ZYNList {
     Node* next = nullptr;
     Node** prevLink = nullptr;  ///< the `next` of the node before this one; null for the first node
     T value = nullptr;
+
+    /// The node before this one; null for the first.
+    Node* previous() const { return holderOf(prevLink); }
   };
 
   class Walk;
@@ -34,7 +36,8 @@ class ZYNList {
 
   /// Adds `value` at the tail, in constant time.
   virtual void append(T value) {
-    Node* const node = new Node{nullptr, tailLink_ == &head_ ? nullptr : tailLink_, value};
+    Node* const node = makeNode(value);
+    node->prevLink = tailLink_ == &head_ ? nullptr : tailLink_;
     *tailLink_ = node;
     tailLink_ = &node->next;
     ++count_;
@@ -47,9 +50,9 @@ class ZYNList {
     for (Node* node = head_; node;) {
       Node* const next = node->next;
       if (node->value == value) {
-        std::unique_ptr<Node> unlinked = unlink(*node);
-        if (!freeNodes) {
-          static_cast<void>(unlinked.release());
+        unlink(*node);
+        if (freeNodes) {
+          freeNode(node);
         }
         ++removed;
       }
@@ -64,13 +67,14 @@ class ZYNList {
       walk->end();
     }
     while (head_) {
-      unlink(*head_);
+      takeFirst();
     }
   }
 
   /// Adds `value` before the first node; no walk goes back for it.
   void prepend(T value) {
-    Node* const node = new Node{head_, nullptr, value};
+    Node* const node = makeNode(value);
+    node->next = head_;
     moveLinks(&head_, &node->next);
     if (head_) {
       head_->prevLink = &node->next;
@@ -80,7 +84,7 @@ class ZYNList {
   }
 
   /// Unlinks the first node and returns its value; null when the list is empty.
-  T takeFirst() { return head_ ? unlink(*head_)->value : nullptr; }
+  T takeFirst() { return head_ ? take(*head_) : nullptr; }
 
   const Node* head() const { return head_; }
   std::size_t count() const { return count_; }
@@ -90,8 +94,30 @@ class ZYNList {
   const Node* cursor() const { return cursor_; }
   void setCursor(const Node* node) { cursor_ = node; }
 
+ protected:
+  /// Unlinks and frees a node of this list. Its value.
+  T take(Node& node) {
+    const T value = node.value;
+    unlink(node);
+    freeNode(&node);
+    return value;
+  }
+
+  /// The last node; null when the list is empty.
+  Node* tail() const { return head_ ? holderOf(tailLink_) : nullptr; }
+
+  /// Where the nodes come from, for lists whose values bring their own.
+  virtual Node* makeNode(T value) { return new Node{nullptr, nullptr, value}; }
+  virtual void freeNode(Node* node) { delete node; }
+
  private:
-  std::unique_ptr<Node> unlink(Node& node) {
+  /// The node whose `next` is at this address; null for none.
+  static Node* holderOf(Node** link) {
+    static_assert(std::is_standard_layout_v<Node> && offsetof(Node, next) == 0);
+    return reinterpret_cast<Node*>(link);
+  }
+
+  void unlink(Node& node) {
     Node** const link = node.prevLink ? node.prevLink : &head_;
     *link = node.next;
     if (node.next) {
@@ -105,7 +131,6 @@ class ZYNList {
       cursor_ = nullptr;
     }
     --count_;
-    return std::unique_ptr<Node>(&node);
   }
 
   /// Whoever would go on through the link `from` goes on through `to`.
@@ -159,10 +184,17 @@ class ZYNList<T>::Walk {
   T operator*() const { return node_ ? node_->value : nullptr; }
 
   void advance() {
-    node_ = link_ ? *link_ : nullptr;
-    if (node_) {
-      link_ = &node_->next;
+    if (Node* const next = link_ ? *link_ : nullptr) {
+      stand(*next);
+    } else {
+      node_ = nullptr;
     }
+  }
+
+  /// Moves on to a node of the list, without visiting those before it.
+  void stand(Node& node) {
+    node_ = &node;
+    link_ = &node.next;
   }
 
  private:

@@ -209,7 +209,6 @@ STDMETHODIMP CZYNPolyligne::GetParam(IDispatch* P, double* value) noexcept {
 std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::modelBounds() noexcept {
   std::optional<Box3> bounds;
   boundary([&] {
-    measured_ = true;
     if (const RunBox all = boxes().all(); !all.isEmpty()) {
       bounds = all.box;
     }
@@ -218,11 +217,9 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::modelBounds() noexcept {
 }
 
 void CZYNPolyligne::take(PointSequence points) {
-  if (measured_) {
-    GeometryEpoch::advance();
-  }
   points_ = std::move(points);
   boxes_.reset();
+  watch_.tell(SceneChange::Shape);
 }
 
 const RunBoxes& CZYNPolyligne::boxes() {

@@ -9,7 +9,7 @@
 #include "geometry/CZYNAttribut_com.h"
 #include "geometry/NearestPoint.h"
 #include "geometry/PolylinePainter_gl.h"
-#include "objects/IModelBounds_com.h"
+#include "objects/ISceneObject_com.h"
 
 namespace zyn {
 
@@ -17,7 +17,7 @@ namespace zyn {
 /// wide at first.
 class CZYNPolyligne final
     : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>, Dual<IZYNAttribuable>,
-                      Dual<IZYNObjet>, IGLDraw, IModelBounds> {
+                      Dual<IZYNObjet>, IGLDraw, ISceneObject> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNModeleGeom.Polyligne";
 
@@ -41,6 +41,11 @@ class CZYNPolyligne final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNPolyligne*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
 
  private:
@@ -50,7 +55,7 @@ class CZYNPolyligne final
 
   PointSequence points_;
   std::optional<RunBoxes> boxes_;  ///< made when they are first needed
-  bool measured_ = false;          ///< somebody relies on the bounds
+  SceneWatch watch_;
   LineStyle style_;
   ReducedPath path_;  ///< of the last drawing, kept for its memory
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();

@@ -32,10 +32,8 @@ STDMETHODIMP CZYNGLBitmap::putref_Picture(IDispatch* newVal) noexcept {
 
 STDMETHODIMP CZYNGLBitmap::setPosition(double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    if (measured_) {
-      GeometryEpoch::advance();
-    }
     shape_.position = {x, y, Z};
+    watch_.tell(SceneChange::Shape);
   });
 }
 
@@ -141,10 +139,7 @@ STDMETHODIMP CZYNGLBitmap::GetParam(IDispatch*, double* value) noexcept {
   return automation(*this, [&] { return give(value, -1.0); });
 }
 
-std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept {
-  measured_ = true;
-  return bounds();
-}
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLBitmap::setTextView(const TextView& view) noexcept { view_ = view; }
 

@@ -3,7 +3,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
-#include "objects/IModelBounds_com.h"
+#include "objects/ISceneObject_com.h"
 #include "objects/ITextView_com.h"
 #include "objects/ShownPicture_com.h"
 #include "objects/SpriteShape.h"
@@ -12,7 +12,7 @@ namespace zyn {
 
 /// A picture shown at a model position in its natural size, whatever the zoom.
 class CZYNGLBitmap final
-    : public ComClass<CZYNGLBitmap, Dual<IZYNGLBitmap>, IGLDraw, IModelBounds, ITextView> {
+    : public ComClass<CZYNGLBitmap, Dual<IZYNGLBitmap>, IGLDraw, ISceneObject, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLBitmap";
 
@@ -36,7 +36,13 @@ class CZYNGLBitmap final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLBitmap*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
@@ -46,7 +52,7 @@ class CZYNGLBitmap final
   double pixelScale() const { return isInView() ? view_.pixelScale : 1.0; }
 
   SpriteShape shape_;
-  bool measured_ = false;  ///< somebody relies on the bounds
+  SceneWatch watch_;
   ShownPicture picture_;
   LONG priority_ = 0;
   TextView view_;

@@ -22,7 +22,7 @@ STDMETHODIMP CZYNGLTexte::setColor(double r, double g, double b, double alpha) n
 STDMETHODIMP CZYNGLTexte::setPosition(double x, double y, double Z, LONG Reference) noexcept {
   return automation(*this, [&] {
     label_.position = {x, y, Z};
-    moved();
+    watch_.tell(SceneChange::Shape);
     label_.reference = Reference;
   });
 }
@@ -217,7 +217,7 @@ STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
     if (const auto fonts = currentFonts()) {
       if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
-        moved();
+        watch_.tell(SceneChange::Shape);
       }
     }
   });
@@ -235,22 +235,13 @@ STDMETHODIMP CZYNGLTexte::GetParam(IDispatch*, double* value) noexcept {
   return automation(*this, [&] { return give(value, -1.0); });
 }
 
-std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept {
-  measured_ = true;
-  return bounds();
-}
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLTexte::setTextView(const TextView& view) noexcept { view_ = view; }
 
 Box3 CZYNGLTexte::bounds() const {
   const Point& p = label_.position;
   return {p.x, p.x, p.y, p.y, p.z, p.z};
-}
-
-void CZYNGLTexte::moved() const {
-  if (measured_) {
-    GeometryEpoch::advance();
-  }
 }
 
 std::shared_ptr<CGLFontContext> CZYNGLTexte::currentFonts() {

@@ -7,7 +7,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
-#include "objects/IModelBounds_com.h"
+#include "objects/ISceneObject_com.h"
 #include "objects/ITextView_com.h"
 #include "objects/LabelPainter_gl.h"
 #include "objects/TextLabel.h"
@@ -17,7 +17,7 @@ namespace zyn {
 /// A text or a number at a model position, with a height in pixels; in a 2D view also a linear
 /// dimension.
 class CZYNGLTexte final
-    : public ComClass<CZYNGLTexte, Dual<IZYNGLTexte>, IGLDraw, IModelBounds, ITextView> {
+    : public ComClass<CZYNGLTexte, Dual<IZYNGLTexte>, IGLDraw, ISceneObject, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTexte";
 
@@ -65,12 +65,17 @@ class CZYNGLTexte final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLTexte*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
   Box3 bounds() const;
-  void moved() const;
   /// The fonts of the current context, if it is one of ours, which is that of view_ afterwards.
   std::shared_ptr<CGLFontContext> currentFonts();
   LabelView viewOf(int mode);
@@ -78,7 +83,7 @@ class CZYNGLTexte final
   TextLabel label_;
   std::optional<std::wstring> text_;  ///< as the host gave it
   LONG priority_ = 1;
-  bool measured_ = false;  ///< somebody relies on the bounds
+  SceneWatch watch_;
   TextView view_;
   double drawnHeight_ = 0.0;  ///< model units that the view of the last picture showed
 };

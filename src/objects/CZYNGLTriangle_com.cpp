@@ -15,11 +15,10 @@ constexpr LONG kHighestPriority = 19;
 bool isVertexIndex(LONG index) { return index >= 0 && index <= 2; }
 
 template <class Coordinates>
-HRESULT store(Coordinates& target, double x, double y, double z) {
+void store(Coordinates& target, double x, double y, double z) {
   target.x = x;
   target.y = y;
   target.z = z;
-  return S_OK;
 }
 
 template <class Coordinates>
@@ -40,10 +39,9 @@ STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) 
     if (!isVertexIndex(index)) {
       return E_FAIL;
     }
-    if (measured_) {
-      GeometryEpoch::advance();
-    }
-    return store(shape_.vertices[index], x, y, Z);
+    store(shape_.vertices[index], x, y, Z);
+    watch_.tell(SceneChange::Shape);
+    return S_OK;
   });
 }
 
@@ -54,12 +52,19 @@ STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha
     shape_.b = b;
     shape_.alpha = alpha;
     shape_.hasMaterial = false;
+    watch_.tell(SceneChange::Look);
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
-  return automation(
-      *this, [&] { return isVertexIndex(index) ? store(shape_.normals[index], x, y, Z) : E_FAIL; });
+  return automation(*this, [&] {
+    if (!isVertexIndex(index)) {
+      return E_FAIL;
+    }
+    store(shape_.normals[index], x, y, Z);
+    watch_.tell(SceneChange::Look);
+    return S_OK;
+  });
 }
 
 STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
@@ -104,6 +109,7 @@ STDMETHODIMP CZYNGLTriangle::setMaterial(double r, double g, double b, double al
     shape_.shininess = _Shininess;
     shape_.emissive = Emissive;
     shape_.hasMaterial = true;
+    watch_.tell(SceneChange::Look);
   });
 }
 
@@ -131,11 +137,6 @@ STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
     *value = -1.0;
     return S_OK;
   });
-}
-
-std::optional<Box3> STDMETHODCALLTYPE CZYNGLTriangle::modelBounds() noexcept {
-  measured_ = true;
-  return bounds();
 }
 
 Box3 CZYNGLTriangle::bounds() const {

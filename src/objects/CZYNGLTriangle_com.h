@@ -3,7 +3,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
-#include "objects/IModelBounds_com.h"
+#include "objects/ISceneObject_com.h"
 #include "objects/TriangleShape.h"
 
 namespace zyn {
@@ -11,7 +11,7 @@ namespace zyn {
 /// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
 /// meshes.
 class CZYNGLTriangle final
-    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, IModelBounds> {
+    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, ISceneObject> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
 
@@ -32,14 +32,24 @@ class CZYNGLTriangle final
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
   STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLTriangle*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
+  bool STDMETHODCALLTYPE mayBePicked(const PickVolume& volume) noexcept override {
+    return volume.mayMeet(bounds());
+  }
+  const TriangleShape* STDMETHODCALLTYPE triangle() noexcept override { return &shape_; }
+  std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
 
  private:
   Box3 bounds() const;
 
   TriangleShape shape_;
-  bool measured_ = false;  ///< somebody relies on the bounds
-  LONG priority_ = 1;
+  SceneWatch watch_;
+  std::int32_t priority_ = 1;
 };
 
 }  // namespace zyn

@@ -102,10 +102,10 @@ Box3 readBox3D(IZYNBox3D& box) {
               readSide(box, &IZYNBox3D::get_ZMin), readSide(box, &IZYNBox3D::get_ZMax)};
 }
 
-ComPtr<IModelBounds> ownObject(IUnknown* object) {
-  ComPtr<IModelBounds> own;
-  object->QueryInterface(IID_PPV_ARGS(&own));
-  return own;
+ISceneObject* ownObject(IDispatch* object) {
+  ComPtr<ISceneObject> own;
+  const bool isOwn = SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&own))) && own;
+  return isOwn && own->hostInterface() == object ? own.Get() : nullptr;
 }
 
 std::optional<Box3> planeBoundsOf(IGLDraw& drawable) {

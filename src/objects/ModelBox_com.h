@@ -7,7 +7,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "core/Box3.h"
-#include "objects/IModelBounds_com.h"
+#include "objects/ISceneObject_com.h"
 
 namespace zyn {
 
@@ -29,9 +29,9 @@ Microsoft::WRL::ComPtr<IZYNPoint> makePoint(const Point& at);
 Box3 readBox2D(IZYNBox2D& box);
 Box3 readBox3D(IZYNBox3D& box);
 
-/// One of our own scene objects that tells its bounds without a box object; null for any other
-/// object.
-Microsoft::WRL::ComPtr<IModelBounds> ownObject(IUnknown* object);
+/// What `object` is among our own scene objects, alive as long as `object`; null for an object of
+/// another component, also one that stands in front of ours or holds it as a part.
+ISceneObject* ownObject(IDispatch* object);
 
 /// The bounds of what a drawable shows in 2D; none when it has no box or cannot tell it.
 std::optional<Box3> planeBoundsOf(IGLDraw& drawable);

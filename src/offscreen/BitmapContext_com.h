@@ -10,7 +10,6 @@
 
 #include "com/ComClass_com.h"
 #include "com/MessageBox_win.h"
-#include "core/CListTrace_com.h"
 #include "core/NumericArrayVariant_com.h"
 #include "core/ScopedFlag.h"
 #include "core/properties_com.h"
@@ -21,6 +20,7 @@
 #include "offscreen/ImageExport_win.h"
 #include "offscreen/OffscreenSurface_win.h"
 #include "offscreen/Picture_com.h"
+#include "scene/CListTrace_com.h"
 
 namespace zyn {
 
@@ -111,6 +111,11 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     return fonts ? fonts->view(viewHeight, pixelScale()) : TextView();
   }
 
+  /// How the list is drawn with these texts.
+  ListPass listPass(const TextView& texts) const {
+    return {.texts = texts, .lists = lists_.lock()};
+  }
+
   CListTrace& drawList() { return drawList_; }
   const Colour4& background() const { return background_; }
 
@@ -121,6 +126,9 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   }
 
  private:
+  /// What a rendering context begins with.
+  using Belongings = std::pair<std::shared_ptr<ContextFonts>, std::shared_ptr<DisplayLists>>;
+
   /// Puts the new rendering context, which is current, into the state that drawing starts from.
   virtual void setInitialState() = 0;
   /// Adds to the fonts of the rendering context, which is current.
@@ -132,7 +140,10 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   std::shared_ptr<void> prepareContext() {
     setInitialState();
     fonts_.reset();
-    return drawList_.mayHoldText() ? makeFonts() : nullptr;
+    const auto lists = std::make_shared<DisplayLists>();
+    lists_ = lists;
+    auto fonts = drawList_.mayHoldText() ? makeFonts() : nullptr;
+    return std::make_shared<Belongings>(std::move(fonts), lists);
   }
 
   std::shared_ptr<ContextFonts> makeFonts() {
@@ -154,6 +165,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   double resolution_;        ///< dots per inch; lines, points and text grow with it
   /// Shared with the render pass that runs: an object that draws may replace the surface meanwhile.
   std::shared_ptr<OffscreenSurface> surface_;
+  std::weak_ptr<DisplayLists> lists_;
   std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
   bool rendering_ = false;
 };

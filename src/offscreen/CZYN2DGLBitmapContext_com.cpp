@@ -33,7 +33,7 @@ STDMETHODIMP CZYN2DGLBitmapContext::ViewRect(IDispatch* Rect, double) noexcept {
 STDMETHODIMP CZYN2DGLBitmapContext::Add(IDispatch* newTrace, int Mode) noexcept {
   return automation(*this, [&] {
     auto element = CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(Mode));
-    if (element && CListTrace::mayDrawText(newTrace)) {
+    if (element && element->mayDrawText()) {
       needFonts();
     }
     drawList().append(std::move(element));
@@ -77,7 +77,7 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
   if (const ComPtr<IZYNRectangle> rectangle = rectangle_) {
     return readRectangle(*rectangle.Get());
   }
-  if (const auto bounds = SceneBox(planeBoundsOf).measure(drawList())) {
+  if (const auto bounds = measureScene(drawList(), planeBoundsOf)) {
     return Rect2{bounds->xMin, bounds->xMax, bounds->yMin, bounds->yMax};
   }
   return std::nullopt;
@@ -95,7 +95,7 @@ void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   const TextView view = textView(picture.shown.view.height());
   surface.render([&](const Tile& tile) {
     picture.part = tile.part();
-    drawTraces(picture, [&] { drawList().draw2D(0, view); });
+    drawTraces(picture, [&] { drawList().draw2D(listPass(view)); });
   });
 }
 

@@ -69,7 +69,8 @@ void collect(IDispatch* object, std::uint32_t mode, int levels, bool isDrawnAbov
     (isDrawnAbove ? collected.itemTexts : collected.texts).push_back(std::move(text));
     return;
   }
-  if (levels == 0 || isSingleObject(object)) {
+  const bool isOwn = !isDrawnAbove && collected.elements.back()->own;
+  if (isOwn || levels == 0 || isSingleObject(object)) {
     return;
   }
   const bool areItemsDrawn = isDrawnAbove || isDrawable(object);
@@ -146,7 +147,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   if (const ComPtr<IZYNBox3D> box = box_) {
     return readBox3D(*box.Get());
   }
-  return SceneBox(boundsOf).measure(drawList());
+  return measureScene(drawList(), boundsOf);
 }
 
 void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
@@ -165,7 +166,7 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   hand(itemTexts_, view);
   surface.render([&](const Tile& tile) {
     pass.part = tile.part();
-    drawScene(pass, [&] { drawList().draw3D(0, view); });
+    drawScene(pass, [&] { drawList().draw3D(listPass(view)); });
   });
 }
 

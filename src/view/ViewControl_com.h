@@ -7,13 +7,12 @@
 #include "com/MessageBox_win.h"
 #include "com/automation_com.h"
 #include "com/control/ControlClass_com.h"
-#include "core/CListTrace_com.h"
 #include "core/properties_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/WindowContext_win.h"
+#include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
-#include "view/SceneBox_com.h"
 
 namespace zyn {
 
@@ -27,7 +26,6 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>> {
  public:
   STDMETHODIMP RemoveAll() noexcept final {
     return automation(derived(), [&] {
-      sceneBox_.forget();
       drawList_.removeAll();
       Control::repaint();
     });
@@ -153,13 +151,11 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>> {
     REFCLSID id;
     REFIID events;
     const ContextFailureTexts& failures;
-    SceneBox::Measure measure;  ///< of a drawable of another component
-    bool smooth;                ///< lines and points are smoothed at first
+    bool smooth;  ///< lines and points are smoothed at first
   };
 
   explicit ViewControl(const Setup& setup)
       : Base({setup.id, setup.events, Derived::kProgId, kInitialExtent}),
-        sceneBox_(setup.measure),
         antialiasing_{
             .lineSmooth = setup.smooth,
             .pointSmooth = setup.smooth,
@@ -174,7 +170,6 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>> {
 
   CListTrace drawList_;
   CListTrace selection_;
-  SceneBox sceneBox_;
   Colour3 background_ = {1.0F, 1.0F, 1.0F};
   Antialiasing antialiasing_;
   bool drawCursor_ = false;

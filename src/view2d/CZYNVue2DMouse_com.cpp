@@ -183,7 +183,7 @@ PickRecords CZYNVue2D::pick(const PickRegion& region) {
     const ScaledView shown = currentView();
     records = runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
       loadView(shown, part);
-      selection_.draw2D(0, textView(*resources));
+      selection_.draw2D(listPass(resources));
     });
   });
   return records;

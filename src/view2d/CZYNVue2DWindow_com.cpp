@@ -52,6 +52,10 @@ TextView CZYNVue2D::textView(const ContextResources& resources) const {
   return resources.fonts.view(view_.current().height());
 }
 
+ListPass CZYNVue2D::listPass(const std::shared_ptr<ContextResources>& resources) const {
+  return {.texts = textView(*resources), .lists = {resources, &resources->lists}};
+}
+
 GraphPass CZYNVue2D::currentPass() const {
   GraphPass pass;
   pass.shown = currentView();
@@ -74,7 +78,7 @@ void CZYNVue2D::paint(HDC) {
       pass.cursor.emplace(GraphPass::Cursor{resources->cursorGlyph, cursor_});
     }
     drawGraph(
-        pass, [&] { drawList_.draw2D(0, textView(*resources)); }, [this] { context_.present(); });
+        pass, [&] { drawList_.draw2D(listPass(resources)); }, [this] { context_.present(); });
   });
 }
 
@@ -106,7 +110,7 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     pass.frame = kept ? kept->frame : nullptr;
     const TextView texts = kept ? textView(*kept) : TextView();
     drawGraph(
-        pass, [&] { drawList_.draw2D(0, texts); }, [] {});
+        pass, [&] { drawList_.draw2D({.texts = texts}); }, [] {});
     pass.frame.reset();
   });
   if (const SharedBitmap* picture = surface.picture()) {

@@ -4,6 +4,7 @@
 
 #include "core/NumericArrayVariant_com.h"
 #include "module/CZYNVueControles_com.h"
+#include "view/SceneBox_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {
@@ -14,7 +15,6 @@ CZYNVue2D::CZYNVue2D()
     : ViewControl({.id = CLSID_ZYNVue2D,
                    .events = DIID__IZYNVue2DEvents,
                    .failures = kView2DFailures,
-                   .measure = planeBoundsOf,
                    .smooth = true}) {
   CZYNVueControles::instance().add(this);
 }
@@ -30,13 +30,8 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
     if (!element) {
       return;
     }
-    const ComPtr<IDispatch> object = newTrace;
     drawList_.append(std::move(element));
-    if (view_.hasGraph()) {
-      sceneBox_.forget();
-    } else {
-      fitHome(sceneBox_.measureAppended(drawList_, object.Get(), sceneBounds_));
-    }
+    refitHome();
     if (drawList_.count() == 1) {
       view_.initView();
       recordVisible();
@@ -47,7 +42,6 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
 
 STDMETHODIMP CZYNVue2D::Remove(IDispatch* Item) noexcept {
   return automation(*this, [&] {
-    sceneBox_.forget();
     drawList_.removeEvery(Item);
     refitHome();
     repaint();
@@ -61,7 +55,7 @@ STDMETHODIMP CZYNVue2D::UpdateParams() noexcept {
 /// A home view that a graph has set stays.
 void CZYNVue2D::refitHome() {
   if (!view_.hasGraph()) {
-    fitHome(sceneBox_.measure(drawList_));
+    fitHome(measureScene(drawList_, planeBoundsOf));
   }
 }
 

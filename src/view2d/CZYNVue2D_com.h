@@ -86,6 +86,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;
+    DisplayLists lists;
     std::shared_ptr<const GraphFrame> frame;  ///< null while there is no graph, or no place for it
   };
 
@@ -139,6 +140,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   bool needsFonts();
   ScaledView currentView() const;
   TextView textView(const ContextResources& resources) const;
+  ListPass listPass(const std::shared_ptr<ContextResources>& resources) const;
   GraphPass currentPass() const;
   PickRecords pick(const PickRegion& region);
   void fireKey(DISPID event, WPARAM key) noexcept;

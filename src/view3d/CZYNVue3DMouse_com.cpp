@@ -138,7 +138,7 @@ PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region
   const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
   context_.withContext([&] {
     records = runSelectionPass(camera, {.region = region, .unlit = unlit},
-                               [&] { selection_.draw3D(mode, textView()); });
+                               [&] { selection_.draw3D(listPass(mode)); });
   });
   return records;
 }

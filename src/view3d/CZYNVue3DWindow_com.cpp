@@ -29,10 +29,14 @@ std::shared_ptr<void> CZYNVue3D::prepareContext() {
   return resources;
 }
 
-TextView CZYNVue3D::textView() const {
-  const auto resources = resources_.lock();
+ListPass CZYNVue3D::listPass(std::uint32_t overrideMode) const {
+  ListPass pass{.overrideMode = overrideMode};
   const CParamsVue3D* camera = view_.camera();
-  return resources && camera ? resources->fonts.view(camera->height()) : TextView();
+  if (const auto resources = resources_.lock(); resources && camera) {
+    pass.texts = resources->fonts.view(camera->height());
+    pass.lists = {resources, &resources->lists};
+  }
+  return pass;
 }
 
 void CZYNVue3D::windowResized(SIZE client) {
@@ -62,7 +66,7 @@ void CZYNVue3D::paint(HDC) {
       pass.cursor.emplace(ViewPass::Cursor{resources->cursorGlyph, cursor_});
     }
     drawView(
-        pass, [this] { drawList_.draw3D(0, textView()); }, [this] { context_.present(); });
+        pass, [this] { drawList_.draw3D(listPass()); }, [this] { context_.present(); });
   });
 }
 
@@ -92,7 +96,7 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     const auto kept = fonts.lock();
     const TextView texts = kept && camera ? kept->view(camera->height()) : TextView();
     drawView(
-        pass, [&] { drawList_.draw3D(0, texts); }, [] {});
+        pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
   });
   if (const SharedBitmap* picture = surface.picture()) {
     stretchInto(dc, bounds, *picture);

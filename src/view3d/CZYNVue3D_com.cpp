@@ -5,6 +5,7 @@
 #include "core/NumericArrayVariant_com.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
+#include "view/SceneBox_com.h"
 #include "view3d/CAmbLightDlg_win.h"
 #include "view3d/LightProperties_com.h"
 
@@ -16,9 +17,8 @@ CZYNVue3D::CZYNVue3D()
     : ViewControl({.id = CLSID_ZYNVue3D,
                    .events = DIID__IZYNVue3DEvents,
                    .failures = kView3DFailures,
-                   .measure = boundsOf,
                    .smooth = false}),
-      measureScene_([this] { return sceneBox_.measure(drawList_); }),
+      measureScene_([this] { return measureScene(drawList_, boundsOf); }),
       navigation_(view_, *this) {
   CZYNVueControles::instance().add(this);
 }
@@ -84,7 +84,6 @@ STDMETHODIMP CZYNVue3D::setViewBox(IDispatch* Box) noexcept {
       return false;
     }
     const Box3 bounds = readBox3D(*box.Get());
-    sceneBox_.forget();
     return view_.setViewBox(bounds);
   });
 }
@@ -150,17 +149,13 @@ STDMETHODIMP CZYNVue3D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
     if (!element) {
       return;
     }
-    const ComPtr<IDispatch> object = newTrace;
     drawList_.append(std::move(element));
-    view_.setSceneBox(sceneBox_.measureAppended(drawList_, object.Get(), view_.sceneBox()));
+    view_.setSceneBox(measureScene_());
   });
 }
 
 STDMETHODIMP CZYNVue3D::Remove(IDispatch* Item) noexcept {
-  return automation(*this, [&] {
-    sceneBox_.forget();
-    drawList_.remove(Item);
-  });
+  return automation(*this, [&] { drawList_.remove(Item); });
 }
 
 STDMETHODIMP CZYNVue3D::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {

@@ -120,10 +120,11 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;
+    DisplayLists lists;
   };
 
   std::shared_ptr<void> prepareContext();
-  TextView textView() const;
+  ListPass listPass(std::uint32_t overrideMode = 0) const;
   ViewPass currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
@@ -139,7 +140,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
   LightBlock lights_;
   bool drawLights_ = false;
 
-  std::weak_ptr<const ContextResources> resources_;
+  std::weak_ptr<ContextResources> resources_;
 };
 
 }  // namespace zyn

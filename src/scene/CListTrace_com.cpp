@@ -1,0 +1,306 @@
+#include "scene/CListTrace_com.h"
+
+#include <array>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include "ZYNVUE.h"
+#include "com/errors_com.h"
+#include "core/queryOptional_com.h"
+#include "glcontext/StateQuery_gl.h"
+#include "objects/ModelBox_com.h"
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+void readAttributeNumber(IDispatch* object, std::int32_t& number) {
+  const auto attributable = queryOptional<IZYNAttribuable>(object);
+  if (!attributable) {
+    return;
+  }
+  ComPtr<IDispatch> attribute;
+  const HRESULT answer = attributable->get_Attribut(&attribute);
+  if (answer == E_NOINTERFACE || (SUCCEEDED(answer) && !attribute)) {
+    return;
+  }
+  throwIfFailed(answer, attributable.Get(), __uuidof(IZYNAttribuable));
+  if (const auto numbered = queryOptional<IZYNAttribut>(attribute.Get())) {
+    LONG value = number;
+    throwIfFailed(numbered->get_Numero(&value), numbered.Get(), __uuidof(IZYNAttribut));
+    number = value;
+  }
+}
+
+void readTrianglePriority(IDispatch* object, std::int32_t& number) {
+  if (const auto triangle = queryOptional<IZYNGLTriangle>(object)) {
+    LONG value = number;
+    throwIfFailed(triangle->get_Priority(&value), triangle.Get(), __uuidof(IZYNGLTriangle));
+    number = value;
+  }
+}
+
+}  // namespace
+
+struct CListTrace::Drawing {
+  const ListPass& pass;
+  HRESULT (*drawOne)(IGLDraw& object, int mode);
+  bool isFlat;
+  bool isSelection = false;
+  std::optional<PickVolume> volume{};  ///< once it is known, in a selection
+  std::vector<GLuint> called{};        ///< lists that are to be called next
+
+  int modeOf(const DrawElem& element) const {
+    return static_cast<int>(pass.overrideMode != 0 ? pass.overrideMode : element.drawingMode);
+  }
+  bool isOutline(const ElementGroup& group) const {
+    return pass.overrideMode != 0 ? pass.overrideMode == ElementGroup::kOutlineMode
+                                  : group.kind() == ElementGroup::Kind::Outlines;
+  }
+  bool canCallLists() const;
+  void callLists();
+  const PickVolume* pickVolume();
+};
+
+/// Display lists are for rendering: in other modes some platforms lock up. What objects of other
+/// components leave behind may be a list of theirs that is being compiled.
+bool CListTrace::Drawing::canCallLists() const {
+  return pass.lists && enumState(GL_RENDER_MODE) == GL_RENDER && integerState(GL_LIST_INDEX) == 0;
+}
+
+void CListTrace::Drawing::callLists() {
+  if (!called.empty()) {
+    const auto base = static_cast<GLuint>(integerState(GL_LIST_BASE));
+    glListBase(0);
+    glCallLists(static_cast<GLsizei>(called.size()), GL_UNSIGNED_INT, called.data());
+    glListBase(base);
+    called.clear();
+  }
+}
+
+/// The volume that the matrices make, which objects of other components may change.
+const PickVolume* CListTrace::Drawing::pickVolume() {
+  if (isSelection && !volume) {
+    PickVolume::Matrix projection{};
+    PickVolume::Matrix modelView{};
+    glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
+    volume.emplace(projection, modelView);
+  }
+  return volume ? &*volume : nullptr;
+}
+
+CListTrace::~CListTrace() { removeAll(); }
+
+void CListTrace::add(IDispatch* object, std::uint32_t mode) { append(makeElement(object, mode)); }
+
+std::unique_ptr<DrawElem> CListTrace::makeElement(IDispatch* object, std::uint32_t mode) {
+  if (!object) {
+    return nullptr;
+  }
+  auto element = std::make_unique<DrawElem>();
+  element->object = object;
+  element->own = ownObject(object);
+  element->drawingMode = mode;
+  if (const auto number = element->own ? element->own->pickNumber() : std::nullopt) {
+    element->pickName = *number;
+  } else {
+    readAttributeNumber(object, element->pickName);
+    readTrianglePriority(object, element->pickName);
+  }
+  return element;
+}
+
+void CListTrace::append(std::unique_ptr<DrawElem> element) {
+  if (element) {
+    enter(*element);
+    ZYNList::append(element.release());
+  }
+}
+
+/// Finds the place of an element that is about to be appended.
+void CListTrace::enter(DrawElem& element) {
+  if (!element.own) {
+    outside_.emplace(element.object.Get(), &element);
+    return;
+  }
+  ElementGroup* const last = tail() ? ElementGroup::of(*tail()->value) : nullptr;
+  if (last && last->accepts(element)) {
+    last->append(element);
+    return;
+  }
+  if (settled_.isKnown && !groups_.empty()) {
+    groups_.back().addTo(settled_);
+  }
+  ElementGroup& added = groups_.emplace_back(*this, ElementGroup::kindOf(element));
+  added.setPlace(std::prev(groups_.end()));
+  added.append(element);
+}
+
+/// Gives up the place of an element that is about to be unlinked.
+void CListTrace::leave(DrawElem& element) {
+  if (ElementGroup* const group = ElementGroup::of(element)) {
+    group->remove(element);
+    closeGap(*group);
+    return;
+  }
+  auto entry = outside_.lower_bound(element.object.Get());
+  while (entry->second != &element) {
+    ++entry;
+  }
+  outside_.erase(entry);
+}
+
+/// Keeps groups from becoming many and small.
+void CListTrace::closeGap(ElementGroup& group) {
+  constexpr std::uint32_t kSmall = ElementGroup::kMostElements / 4;
+  if (group.count() == 0) {
+    groups_.erase(group.place());
+    return;
+  }
+  ElementGroup* const next = group.count() < kSmall ? group.successor() : nullptr;
+  if (next && next->count() < kSmall) {
+    group.absorb(*next);
+    groups_.erase(next->place());
+  }
+}
+
+/// The first element of `object`.
+DrawElem* CListTrace::find(IDispatch* object) {
+  if (ISceneObject* const own = object ? ownObject(object) : nullptr) {
+    return static_cast<DrawElem*>(own->watch().find([this](const WatchLink& link) {
+      return static_cast<const ElementGroup*>(link.watcher)->isIn(*this);
+    }));
+  }
+  const auto entry = outside_.lower_bound(object);
+  return entry != outside_.end() && entry->first == object ? entry->second : nullptr;
+}
+
+std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
+  leave(element);
+  return std::unique_ptr<DrawElem>(take(element.node));
+}
+
+bool CListTrace::remove(IDispatch* object) {
+  DrawElem* const element = find(object);
+  return element && release(*element);
+}
+
+void CListTrace::removeEvery(IDispatch* object) {
+  // Releasing an object may run foreign code that adds it again: no more than there are.
+  for (std::size_t left = count(); left > 0 && remove(object); --left) {
+  }
+}
+
+void CListTrace::removeAll() {
+  // Releasing an object may run foreign code that changes the list: one element at a time.
+  while (head()) {
+    release(*head()->value);
+  }
+}
+
+bool CListTrace::mayHoldText() {
+  for (const Node* node = head(); node; node = node->next) {
+    if (node->value->mayDrawText()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::optional<Box3> CListTrace::ownBounds() {
+  if (groups_.empty()) {
+    return std::nullopt;
+  }
+  const auto last = std::prev(groups_.end());
+  if (!settled_.isKnown) {
+    settled_ = {};
+    for (auto group = groups_.begin(); group != last; ++group) {
+      group->addTo(settled_);
+    }
+  }
+  BoundsSum all = settled_;
+  all.add(last->bounds());
+  return all.box;
+}
+
+void CListTrace::draw3D(const ListPass& pass) {
+  const auto drawOne = [](IGLDraw& object, int mode) { return object.Draw3D(mode); };
+  Drawing drawing{.pass = pass, .drawOne = drawOne, .isFlat = false};
+  draw(drawing);
+}
+
+void CListTrace::draw2D(const ListPass& pass) {
+  const auto drawOnTop = [](IGLDraw& object, int mode) {
+    glDisable(GL_DEPTH_TEST);  // which texts leave on
+    return object.Draw2D(mode);
+  };
+  Drawing drawing{.pass = pass, .drawOne = drawOnTop, .isFlat = true};
+  draw(drawing);
+}
+
+void CListTrace::draw(Drawing& drawing) {
+  drawing.isSelection = enumState(GL_RENDER_MODE) == GL_SELECT;
+  if (drawing.pass.lists) {
+    drawing.pass.lists->collect();
+  }
+  for (Walk walk(*this); walk; walk.advance()) {
+    const ElementGroup* const group = ElementGroup::of(**walk);
+    if (group && group->hasTriangles()) {
+      drawRun(walk, drawing);
+    } else {
+      drawObject(**walk, drawing);
+    }
+  }
+}
+
+void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
+  const ComPtr<IDispatch> object = element.object;
+  ISceneObject* const own = element.own;
+  const int mode = drawing.modeOf(element);
+  if (own && drawing.isSelection && !own->mayBePicked(*drawing.pickVolume())) {
+    return;
+  }
+  ComPtr<IGLDraw> drawable = own ? &own->drawable() : nullptr;
+  ComPtr<ITextView> text = own ? own->textView() : nullptr;
+  if (!own) {
+    object.As(&drawable);
+    object.As(&text);
+    drawing.volume.reset();
+  }
+  if (!drawable) {
+    return;
+  }
+  if (text) {
+    text->setTextView(drawing.pass.texts);
+  }
+  throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
+}
+
+/// Draws the group that the walk stands in and those of the same kind behind it, and moves the walk
+/// to the last of their elements. No foreign code runs meanwhile.
+void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
+  if (drawing.isFlat) {
+    glDisable(GL_DEPTH_TEST);
+  }
+  ElementGroup* group = ElementGroup::of(**walk);
+  TriangleRun run(drawing.isOutline(*group));
+  const PickVolume* const volume = drawing.pickVolume();
+  const bool withLists = drawing.canCallLists();
+  for (; group; group = group->successor()) {
+    const GLuint list = withLists ? group->listFor(run, drawing.pass.lists, drawing.isFlat) : 0;
+    if (list != 0) {
+      drawing.called.push_back(list);
+    } else {
+      drawing.callLists();
+      group->draw(run, drawing.isFlat, volume);
+    }
+    walk.stand(group->last().node);
+  }
+  drawing.callLists();
+}
+
+}  // namespace zyn

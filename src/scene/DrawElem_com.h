@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+
+#include "core/ZYNList.h"
+#include "objects/ISceneObject_com.h"
+
+namespace zyn {
+
+/// One element of a draw list: an added scene object and how its view draws it. Watches the object
+/// if it is ours, for the ElementGroup that it is in.
+struct DrawElem : WatchLink {
+  ZYNList<DrawElem*>::Node node{nullptr, nullptr, this};
+  Microsoft::WRL::ComPtr<IDispatch> object;  ///< the one reference that the list holds
+  ISceneObject* own = nullptr;               ///< the object, where it is one of ours
+  std::uint32_t drawingMode = 0;             ///< as given to Add, handed to the object at each draw
+  std::int32_t pickName = -1;  ///< number under which the object answers in picking; -1: none
+
+  DrawElem() = default;
+  DrawElem(const DrawElem&) = delete;
+  DrawElem& operator=(const DrawElem&) = delete;
+
+  /// Whether drawing the object may take fonts.
+  bool mayDrawText() const { return !own || own->textView(); }
+};
+
+}  // namespace zyn
