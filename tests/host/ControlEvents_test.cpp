@@ -55,6 +55,20 @@ TEST_F(ControlEvents, IsSilentWhileEventsAreFrozen) {
   EXPECT_EQ(container.events.events.size(), 1U);
 }
 
+TEST_F(ControlEvents, SinksAreNotCalledOnceAnotherHasEventsFrozen) {
+  show();
+  ScriptedEventSink second(container.script, DIID__IZYNVue3DEvents);
+  advise(&container.events);
+  const DWORD other = advise(&second);
+  const auto ole = as<IOleControl>();
+  container.script.during("Event 2", [&] { ole->FreezeEvents(TRUE); });
+  moveMouse(1, 1);
+  EXPECT_EQ(container.events.events.size(), 1U);
+  EXPECT_TRUE(second.events.empty());
+  ole->FreezeEvents(FALSE);
+  eventSource()->Unadvise(other);
+}
+
 TEST_F(ControlEvents, SinkRemovedByAnotherIsNotCalled) {
   show();
   ScriptedEventSink second(container.script, DIID__IZYNVue3DEvents);

@@ -22,8 +22,12 @@ class CallScript {
     actions_[call] = std::move(action);
   }
 
+  /// From now on every call does this first.
+  void duringAny(std::function<void(const std::string& call)> action) { any_ = std::move(action); }
+
   HRESULT called(const std::string& call, HRESULT usual = S_OK) {
     calls_.push_back(call);
+    if (any_) any_(call);
     if (const auto action = actions_.find(call); action != actions_.end()) {
       const auto run = action->second;  // which may replace itself
       run();
@@ -38,6 +42,7 @@ class CallScript {
 
  private:
   std::vector<std::string> calls_;
+  std::function<void(const std::string&)> any_;
   std::map<std::string, HRESULT> answers_;
   std::map<std::string, std::function<void()>> actions_;
 };

@@ -78,4 +78,12 @@ ComPtr<Object> makeForeign(Arguments&&... arguments) {
   return object;
 }
 
+/// Hands out a counted reference, as an out argument does.
+template <class Interface, class Object>
+HRESULT handOut(const ComPtr<Object>& object, Interface** out) {
+  *out = object.Get();
+  (*out)->AddRef();
+  return S_OK;
+}
+
 }  // namespace zyn::test

@@ -88,12 +88,4 @@ class ForeignObject final
   friend ForeignBase;
 };
 
-/// Hands out a counted reference, as an out argument does.
-template <class Interface, class Object>
-HRESULT handOut(const ComPtr<Object>& object, Interface** out) {
-  *out = object.Get();
-  (*out)->AddRef();
-  return S_OK;
-}
-
 }  // namespace zyn::test

@@ -147,13 +147,13 @@ STDMETHODIMP ScriptedEventSink::Invoke(DISPID event, REFIID, LCID, WORD, DISPPAR
   return script_.called("Event " + std::to_string(event));
 }
 
-ScriptedContainer::ScriptedContainer(REFIID eventInterface, SIZE size)
+ScriptedContainer::ScriptedContainer(REFIID eventInterface, SIZE size, HWND parent)
     : events(script, eventInterface) {
   registerContainerClass();
   // Without a window manager a captioned or activated window takes seconds to destroy.
-  window_ =
-      CreateWindowExW(WS_EX_TOOLWINDOW, kContainerClass, L"", WS_POPUP | WS_CLIPCHILDREN, 10, 10,
-                      size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  const DWORD kind = parent ? WS_CHILD : WS_POPUP;
+  window_ = CreateWindowExW(WS_EX_TOOLWINDOW, kContainerClass, L"", kind | WS_CLIPCHILDREN, 10, 10,
+                            size.cx, size.cy, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
   ShowWindow(window_, SW_SHOWNOACTIVATE);
   site.parent = frame.window = window_;
   site.frame = &frame;

@@ -12,14 +12,18 @@
 
 namespace zyn::test {
 
-/// Counts the references on an object that lives in a container; it never deletes itself.
+/// Counts the references on an object that lives in a container; it never deletes itself. Fails
+/// the test when a reference is released that nobody holds.
 class Counted {
  public:
   LONG references() const { return references_; }
 
  protected:
   ULONG add() { return static_cast<ULONG>(++references_); }
-  ULONG drop() { return static_cast<ULONG>(--references_); }
+  ULONG drop() {
+    if (references_ <= 0) ADD_FAILURE() << "released once too often";
+    return static_cast<ULONG>(--references_);
+  }
 
  private:
   LONG references_ = 0;
@@ -200,7 +204,9 @@ class ScriptedEventSink final : public Counted, public IDispatch {
 /// record what they are called for and answer what the script says.
 class ScriptedContainer {
  public:
-  explicit ScriptedContainer(REFIID events = IID_IDispatch, SIZE size = {320, 240});
+  /// With a parent the container's window is a child of it.
+  explicit ScriptedContainer(REFIID events = IID_IDispatch, SIZE size = {320, 240},
+                             HWND parent = nullptr);
   ~ScriptedContainer();
   ScriptedContainer(const ScriptedContainer&) = delete;
   ScriptedContainer& operator=(const ScriptedContainer&) = delete;

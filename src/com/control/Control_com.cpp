@@ -140,6 +140,9 @@ void Control::fireEvent(DISPID event, std::initializer_list<EventArgument> argum
     std::transform(std::rbegin(arguments), std::rend(arguments), std::back_inserter(values),
                    [](const EventArgument& argument) { return argument.value(); });
     events_.sinks().forEach([&](IUnknown* sink) {
+      if (eventFreezes_ > 0) {
+        return;  // a handler of the same event has them frozen
+      }
       DISPPARAMS parameters = {values.data(), nullptr, static_cast<UINT>(values.size()), 0};
       static_cast<IDispatch*>(sink)->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                             &parameters, nullptr, nullptr, nullptr);

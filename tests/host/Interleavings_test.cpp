@@ -1,0 +1,102 @@
+// Random interleavings of what a host does and what calls it back, under the rules of lifetime.
+//
+// ZYN_COUNT: how many (default 20,000); ZYN_SEED: what the first follow from, as failures print it.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "support/HostWorld_win.h"
+#include "support/ServerModule_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// So many interleavings have one host, before everything is given up and checked.
+constexpr long kOfOneHost = 250;
+constexpr std::uint64_t kFirstSeed = 1;
+
+std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
+  const char* const text = std::getenv(variable);
+  return text ? std::strtoull(text, nullptr, 10) : otherwise;
+}
+
+HostWorld* running = nullptr;
+std::uint64_t runningSeed = 0;
+
+LONG CALLBACK reportCrash(EXCEPTION_POINTERS* crash) {
+  std::printf("crash 0x%08lx with ZYN_SEED=%llu after\n%s\n", crash->ExceptionRecord->ExceptionCode,
+              runningSeed, running ? running->lastActions().c_str() : "");
+  std::fflush(stdout);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+/// A window that containers are put into. Without a window manager a captioned one, or one that is
+/// activated, takes seconds to destroy.
+HWND makeFrame() {
+  const HWND frame = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"",
+                                     WS_POPUP | WS_CLIPCHILDREN, 0, 0, 100, 100, nullptr, nullptr,
+                                     GetModuleHandleW(nullptr), nullptr);
+  ShowWindow(frame, SW_SHOWNOACTIVATE);
+  return frame;
+}
+
+class Interleavings : public HostTest {
+ protected:
+  Interleavings() { SetUnhandledExceptionFilter(reportCrash); }
+
+  void runHost(std::uint64_t seed, long count) {
+    SCOPED_TRACE("ZYN_SEED=" + std::to_string(seed));
+    runningSeed = seed;
+    {
+      HostWorld world(seed, frame_);
+      running = &world;
+      for (long i = 0; i < count && !world.hasFailed(); ++i) world.interleave();
+      world.finish();
+      note(world.counts());
+      running = nullptr;
+    }
+    EXPECT_EQ(views_.canUnloadNow(), S_OK) << "something of ZYNVue.dll is left";
+    EXPECT_EQ(geometry_.canUnloadNow(), S_OK) << "something of ZYNModeleGeom.dll is left";
+    EXPECT_EQ(wglGetCurrentContext(), nullptr);
+  }
+
+  /// What an interleaving does on average must not be nothing.
+  void expectActivity(long interleavings) const {
+    std::printf(
+        "%ld interleavings: %ld actions, %ld of them within %ld calls of the host's, "
+        "%ld drawings, %ld views and contexts gone\n",
+        interleavings, sum_.actions, sum_.actionsWithinCalls, sum_.callbacks, sum_.drawings,
+        sum_.deaths);
+    EXPECT_GT(sum_.actionsWithinCalls, interleavings / 5);
+    EXPECT_GT(sum_.drawings, interleavings / 5);
+    EXPECT_GT(sum_.deaths, interleavings / 100);
+  }
+
+ private:
+  void note(const HostWorld::Counts& counts) {
+    sum_.actions += counts.actions;
+    sum_.actionsWithinCalls += counts.actionsWithinCalls;
+    sum_.callbacks += counts.callbacks;
+    sum_.drawings += counts.drawings;
+    sum_.deaths += counts.deaths;
+  }
+
+  HostWorld::Counts sum_;
+  ServerModule views_{L"ZYNVue.dll"};
+  ServerModule geometry_{L"ZYNModeleGeom.dll"};
+  HWND frame_ = makeFrame();
+};
+
+TEST_F(Interleavings, KeepTheRulesOfLifetime) {
+  const auto all = static_cast<long>(numberFrom("ZYN_COUNT", 20000));
+  long left = all;
+  for (std::uint64_t seed = numberFrom("ZYN_SEED", kFirstSeed); left > 0 && !HasFailure(); ++seed) {
+    const long count = std::min(left, kOfOneHost);
+    runHost(seed, count);
+    left -= count;
+  }
+  if (!HasFailure()) expectActivity(all);
+}
+
+}  // namespace
+}  // namespace zyn::test
