@@ -106,6 +106,17 @@ foreach(test IN LISTS host_tests)
   add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
 endforeach()
 
+# Programs that can run for hours: one a folder of tests/soak. The suite runs their short form, ./zyn soak the long one.
+file(GLOB soak_mains CONFIGURE_DEPENDS tests/soak/*/main.cpp)
+foreach(main IN LISTS soak_mains)
+  get_filename_component(folder ${main} DIRECTORY)
+  get_filename_component(name ${folder} NAME)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  add_executable(soak_${name} ${sources})
+  target_link_libraries(soak_${name} PRIVATE zyn_test_support shlwapi)
+  add_test(NAME soak.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:soak_${name}>)
+endforeach()
+
 # Tests of the Windows layer from inside.
 file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)
 add_executable(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>

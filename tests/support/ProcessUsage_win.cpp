@@ -8,9 +8,8 @@
 #include <stdexcept>
 
 namespace zyn::test {
-namespace {
 
-double committedMb() {
+double currentCommitMb() {
   PROCESS_MEMORY_COUNTERS_EX memory = {};
   memory.cb = sizeof memory;
   if (!GetProcessMemoryInfo(GetCurrentProcess(),
@@ -20,6 +19,8 @@ double committedMb() {
   // Each system fills in one of the two.
   return static_cast<double>(std::max(memory.PrivateUsage, memory.PagefileUsage)) / 1e6;
 }
+
+namespace {
 
 ULONG_PTR freshHandle() {
   HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -41,6 +42,6 @@ WORD freshGdiIndex() {
 
 }  // namespace
 
-ProcessUsage currentUsage() { return {committedMb(), freshHandle(), freshGdiIndex()}; }
+ProcessUsage currentUsage() { return {currentCommitMb(), freshHandle(), freshGdiIndex()}; }
 
 }  // namespace zyn::test

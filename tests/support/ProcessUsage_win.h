@@ -15,6 +15,9 @@ struct ProcessUsage {
 
 ProcessUsage currentUsage();
 
+/// The memory alone, which is quick to find out.
+double currentCommitMb();
+
 /// Expects that so many runs of `cycle` keep less memory than allowed, and no handles.
 template <class Cycle>
 void expectNoGrowth(WORD cycles, double allowedMb, const Cycle& cycle) {

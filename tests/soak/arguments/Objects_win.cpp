@@ -1,0 +1,162 @@
+#include "soak/arguments/Objects_win.h"
+
+#include "soak/arguments/HostileObjects_win.h"
+
+namespace zyn::test {
+namespace {
+
+constexpr SIZE kViewSize = {64, 48};
+constexpr std::size_t kMostOwn = 60;
+constexpr int kForeign = 12;
+
+/// Whether the library made the object: its functions lie in one of the DLLs.
+bool isOurs(IUnknown* object) {
+  HMODULE module = nullptr;
+  GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      *reinterpret_cast<const wchar_t* const*>(object), &module);
+  return module && (module == GetModuleHandleW(L"ZYNVue.dll") ||
+                    module == GetModuleHandleW(L"ZYNModeleGeom.dll"));
+}
+
+}  // namespace
+
+Objects::Objects(Random& random, const Published& published)
+    : random_(random),
+      published_(published),
+      plain_(std::make_unique<ScriptedContainer>(IID_IDispatch, kViewSize)),
+      view3D_(std::make_unique<View3DHost>(kViewSize)),
+      view2D_(std::make_unique<View2DHost>(kViewSize)) {
+  const bool threeD = random.oneIn(2);
+  const auto control = createObject<IOleObject>(threeD ? kVue3DProgId : kVue2DProgId);
+  controls_.emplace_back(view3D_->get());
+  controls_.emplace_back(view2D_->get());
+  controls_.emplace_back(control);
+  require(control->SetClientSite(plainSite()), "SetClientSite");
+  activate();
+  connectEvents(control.Get());
+  for (const auto& each : controls_) own(each.Get());
+  for (const PublishedClass& each : published.classes) {
+    for (int i = 0; i < 2; ++i) {
+      own(create(each).Get());
+      if (i == 0) createSurface(own_.back().object.Get());
+    }
+  }
+  for (int i = 0; i < kForeign; ++i) foreign_.push_back(makeHostile(random, *this));
+}
+
+Objects::~Objects() = default;
+
+ComPtr<IUnknown> Objects::create(const PublishedClass& which) const {
+  ComPtr<IUnknown> made;
+  require(CoCreateInstance(which.id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made)),
+          which.name.c_str());
+  return made;
+}
+
+void Objects::createSurface(IUnknown* context) {
+  long made = 0;
+  ComPtr<IZYN2DGLBitmapContext> graph;
+  ComPtr<IZYN3DGLBitmapContext> scene;
+  if (SUCCEEDED(context->QueryInterface(IID_PPV_ARGS(&graph))))
+    graph->CreateContexte(40, 30, &made);
+  if (SUCCEEDED(context->QueryInterface(IID_PPV_ARGS(&scene)))) scene->CreateContext(40, 30, &made);
+}
+
+void Objects::connectEvents(IUnknown* control) {
+  for (const IID& iid : {IID(DIID__IZYNVue3DEvents), IID(DIID__IZYNVue2DEvents)}) {
+    ComPtr<IConnectionPoint> point;
+    const auto points = queryFor<IConnectionPointContainer>(control);
+    DWORD cookie = 0;
+    if (SUCCEEDED(points->FindConnectionPoint(iid, point.ReleaseAndGetAddressOf()))) {
+      point->Advise(&plain_->events, &cookie);
+    }
+  }
+}
+
+IUnknown* Objects::anyObject() {
+  if (own_.empty() || random_.oneIn(8)) return nullptr;
+  const Own& chosen = random_.pick(own_);
+  return chosen.birth <= calledBirth_ || random_.oneIn(3) ? random_.pick(foreign_).Get()
+                                                          : chosen.object.Get();
+}
+
+ComPtr<IUnknown> Objects::answering(REFIID iid) {
+  const auto start = static_cast<std::size_t>(random_.below(static_cast<int>(own_.size())));
+  for (std::size_t i = 0; i < own_.size(); ++i) {
+    ComPtr<IUnknown> found;
+    const Own& own = own_[(start + i) % own_.size()];
+    if (isOurs(own.object.Get()) &&
+        SUCCEEDED(own.object->QueryInterface(
+            iid, reinterpret_cast<void**>(found.ReleaseAndGetAddressOf())))) {
+      calledBirth_ = own.birth;
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+bool Objects::isPlain(IUnknown& part) const {
+  return queryFor<IUnknown>(&part).Get() == queryFor<IUnknown>(controls_.back().Get()).Get();
+}
+
+ComPtr<IUnknown> Objects::anyControl() {
+  calledBirth_ = controls_.size();
+  return random_.pick(controls_);
+}
+
+void Objects::keep(IUnknown* object) {
+  if (!object) return;
+  if (own_.size() == kMostOwn) {
+    const auto first = static_cast<int>(controls_.size());
+    own_.erase(own_.begin() + first + random_.below(static_cast<int>(kMostOwn) - first));
+  }
+  own(object);
+}
+
+void Objects::renew() {
+  if (random_.oneIn(3)) {
+    random_.pick(foreign_) = makeHostile(random_, *this);
+    return;
+  }
+  const auto made = create(anyClass());
+  if (random_.oneIn(2)) createSurface(made.Get());
+  keep(made.Get());
+}
+
+void Objects::activate() {
+  const auto control = queryFor<IOleObject>(controls_.back().Get());
+  ComPtr<IOleClientSite> site;
+  control->GetClientSite(site.ReleaseAndGetAddressOf());
+  if (!site) control->SetClientSite(plainSite());
+  const RECT position = {0, 0, kViewSize.cx, kViewSize.cy};
+  control->DoVerb(OLEIVERB_SHOW, nullptr, plainSite(), 0, parentWindow(), &position);
+}
+
+void Objects::forgetEvents() {
+  plain_->events.events.clear();
+  plain_->script.forget();
+  view3D_->forgetEvents();
+  view2D_->forgetEvents();
+}
+
+std::string Objects::releaseAll() {
+  queryFor<IOleObject>(controls_.back().Get())->Close(OLECLOSE_NOSAVE);
+  queryFor<IOleObject>(controls_.back().Get())->SetClientSite(nullptr);
+  forgetEvents();
+  // Emptied before anything goes: whoever asks for an object meanwhile gets none.
+  std::exchange(own_, {}).clear();
+  controls_.clear();
+  foreign_.clear();
+  view3D_.reset();
+  view2D_.reset();
+  plain_->frame.activeObject.Reset();
+  plain_->events.events.clear();
+  ScriptedContainer::pump();
+  if (plain_->references() == 0) return {};
+  return "references left on the site: " + std::to_string(plain_->site.references()) +
+         ", the frame: " + std::to_string(plain_->frame.references()) +
+         ", the event sink: " + std::to_string(plain_->events.references());
+}
+
+}  // namespace zyn::test
