@@ -106,7 +106,7 @@ foreach(test IN LISTS host_tests)
   add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
 endforeach()
 
-# Programs that can run for hours: one a folder of tests/soak. The suite runs their short form, ./zyn soak the long one.
+# Programs of several files, one a folder of tests/soak. The suite runs their short form, ./zyn soak the long one.
 file(GLOB soak_mains CONFIGURE_DEPENDS tests/soak/*/main.cpp)
 foreach(main IN LISTS soak_mains)
   get_filename_component(folder ${main} DIRECTORY)

@@ -2,24 +2,21 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
 namespace zyn::test {
 
-/// How long a soak program runs and from which seed, as its arguments say: nothing (the short form
-/// of the test suite), `long`, or a COUNT, and behind it a SEED.
+/// How long a soak program runs and from which seed: what ZYN_COUNT and ZYN_SEED say, if they do.
 struct SoakRun {
+  explicit SoakRun(std::uint64_t usualCount)
+      : count(numberFrom("ZYN_COUNT", usualCount)), seed(numberFrom("ZYN_SEED", 1)) {}
+
   std::uint64_t count;
   std::uint64_t seed;
 
-  static SoakRun from(int argc, char** argv, std::uint64_t shortCount, std::uint64_t longCount) {
-    SoakRun run{shortCount, 1};
-    if (argc > 1) {
-      run.count =
-          std::strcmp(argv[1], "long") == 0 ? longCount : std::strtoull(argv[1], nullptr, 10);
-    }
-    if (argc > 2) run.seed = std::strtoull(argv[2], nullptr, 10);
-    return run;
+ private:
+  static std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
+    const char* const text = std::getenv(variable);
+    return text ? std::strtoull(text, nullptr, 10) : otherwise;
   }
 };
 

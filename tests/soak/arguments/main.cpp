@@ -16,8 +16,7 @@ namespace {
 
 using namespace zyn::test;
 
-constexpr std::uint64_t kShortCount = 200000;
-constexpr std::uint64_t kLongCount = 10000000;
+constexpr std::uint64_t kUsualCount = 200000;
 constexpr int kRoundCalls = 4000;
 constexpr double kLongestSeconds = 10;
 constexpr double kMostMegabytes = 1500;
@@ -47,9 +46,9 @@ void run(const SoakRun& run) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main() {
   try {
-    run(SoakRun::from(argc, argv, kShortCount, kLongCount));
+    run(SoakRun(kUsualCount));
   } catch (const std::exception& failure) {
     std::printf("FAILED: %s\n", failure.what());
     return 1;
