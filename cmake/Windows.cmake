@@ -72,12 +72,15 @@ function(zyn_host name)
   target_link_options(${name} PRIVATE -municode ${ARGN})
   target_link_libraries(${name} PRIVATE zyn_hosts ${ZYN_SYSTEM_LIBRARIES})
   zyn_version(${name} "${name}: a host of ZYNVue")
+  set_property(GLOBAL APPEND PROPERTY ZYN_HOSTS ${name})
 endfunction()
 
 zyn_host(zynshot)
 target_compile_definitions(zynshot PRIVATE ZYN_VERSION="${PROJECT_VERSION}")
 zyn_host(viewer -mwindows)
 target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
+
+include(Package)
 
 if(NOT BUILD_TESTING)
   return()
@@ -116,6 +119,10 @@ foreach(main IN LISTS soak_mains)
   target_link_libraries(soak_${name} PRIVATE zyn_test_support shlwapi)
   add_test(NAME soak.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:soak_${name}>)
 endforeach()
+
+# Runs where nothing is registered: ./zyn package --test.
+add_executable(RegistrationFree_test EXCLUDE_FROM_ALL tests/package/RegistrationFree_test.cpp)
+target_link_libraries(RegistrationFree_test PRIVATE zyn_test_support)
 
 # Tests of the Windows layer from inside.
 file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)

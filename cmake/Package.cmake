@@ -1,0 +1,26 @@
+# What the package holds: cmake --install build/windows --prefix FOLDER. tools/package.sh adds the manifest of the
+# libraries and makes the zip and the installer.
+get_property(hosts GLOBAL PROPERTY ZYN_HOSTS)
+add_custom_target(zyn_package DEPENDS ZYNVue ZYNModeleGeom manifest ${hosts})
+
+install(TARGETS ZYNVue ZYNModeleGeom ${hosts} RUNTIME DESTINATION bin)
+foreach(name IN LISTS hosts)
+  configure_file(packaging/host.manifest.in ${CMAKE_BINARY_DIR}/package/${name}.exe.manifest @ONLY)
+  install(FILES ${CMAKE_BINARY_DIR}/package/${name}.exe.manifest DESTINATION bin)
+endforeach()
+
+foreach(library ZYNMODELEGEOM ZYNVUE)
+  install(FILES ${ZYN_IDL_DIR}/${library}.h ${ZYN_IDL_DIR}/${library}_i.c DESTINATION include)
+  install(FILES ${ZYN_IDL_DIR}/${library}.tlb DESTINATION typelib)
+  install(FILES idl/${library}.idl DESTINATION idl)
+endforeach()
+
+install(DIRECTORY hosts/ DESTINATION samples)
+configure_file(packaging/samples.cmake ${CMAKE_BINARY_DIR}/package/CMakeLists.txt @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/package/CMakeLists.txt DESTINATION samples)
+
+install(DIRECTORY docs DESTINATION .)
+configure_file(packaging/README.md ${CMAKE_BINARY_DIR}/package/README.md @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/package/README.md CHANGELOG.md DESTINATION .)
+install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
+install(FILES NOTICE DESTINATION . RENAME NOTICE.txt)
