@@ -1,5 +1,7 @@
 #include "support/GlState_gl.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <sstream>
 
@@ -245,6 +247,13 @@ void readPolygonStipple(GlState& state) {
   store(state, "polygon stipple", mask, 128);
 }
 
+/// Values that are no numbers are alike.
+bool isSame(const std::vector<double>& expected, const std::vector<double>& actual) {
+  return std::ranges::equal(expected, actual, [](double a, double b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+  });
+}
+
 std::string text(const std::vector<double>& values) {
   std::ostringstream out;
   out.precision(9);
@@ -280,7 +289,7 @@ std::vector<std::string> differences(const GlState& expected, const GlState& act
   std::vector<std::string> found;
   for (const auto& [name, values] : actual) {
     const auto other = expected.find(name);
-    if (other == expected.end() || other->second != values) {
+    if (other == expected.end() || !isSame(other->second, values)) {
       found.push_back(name + ":" + (other == expected.end() ? "" : text(other->second)) + " ->" +
                       text(values));
     }

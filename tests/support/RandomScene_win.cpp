@@ -1,0 +1,370 @@
+#include "support/RandomScene_win.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "support/Outer_win.h"
+#include "support/Pickable_win.h"
+#include "support/Pictures_win.h"
+#include "support/RandomTriangles_win.h"
+#include "support/Texts_win.h"
+
+namespace zyn::test {
+
+namespace {
+
+/// A triangle that draws another than it is: it holds one inside and shows its interfaces as its
+/// own, but the drawing.
+class Impostor final : public ForeignBase<Impostor, IZYNObjet, IGLDraw> {
+ public:
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
+    const HRESULT own = ForeignBase::QueryInterface(iid, out);
+    return own == E_NOINTERFACE && inner ? inner->QueryInterface(iid, out) : own;
+  }
+  STDMETHODIMP Draw3D(int mode) override { return drawn->Draw3D(mode); }
+  STDMETHODIMP Draw2D(int mode) override { return drawn->Draw2D(mode); }
+  STDMETHODIMP GetBox2D(IDispatch** box) override { return drawn->GetBox2D(box); }
+  STDMETHODIMP GetBox3D(IDispatch** box) override { return drawn->GetBox3D(box); }
+  STDMETHODIMP GetParam(IDispatch* point, double* value) override {
+    return drawn->GetParam(point, value);
+  }
+
+  ComPtr<IUnknown> inner;
+  ComPtr<IGLDraw> drawn;
+
+ private:
+  ~Impostor() override = default;
+  friend ForeignBase;
+};
+
+ComPtr<IDispatch> makeLabel(const wchar_t* text, double place) {
+  const auto label = makeText(text, 14);
+  label->setPosition(place, place / 2, -place, 9);
+  label->put_ToujoursLisible(place < 0 ? VARIANT_TRUE : VARIANT_FALSE);
+  label->setColor(0.2, 0, 0.7, 1);
+  return queryFor<IDispatch>(label.Get());
+}
+
+ComPtr<IDispatch> makeSprite(double place) {
+  const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
+  sprite->putref_Picture(pictureOfBitmap24(makeQuarters(12, 8)).Get());
+  sprite->setPosition(place, -place, place);
+  return queryFor<IDispatch>(sprite.Get());
+}
+
+int anyMode(Rng& rng) { return rng.oneOf(std::array{0, 0, 0, 0, 0, 0, 2, 1, 1, -1, 7}); }
+
+void readBuffers(Frame& frame) {
+  GLint viewport[4] = {};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  const auto count = static_cast<std::size_t>(viewport[2]) * static_cast<std::size_t>(viewport[3]);
+  frame.pixels.resize(4 * count);
+  frame.depths.resize(count);
+  glPixelStorei(GL_PACK_ALIGNMENT, 4);
+  glReadPixels(viewport[0], viewport[1], viewport[2], viewport[3], GL_RGBA, GL_UNSIGNED_BYTE,
+               frame.pixels.data());
+  glReadPixels(viewport[0], viewport[1], viewport[2], viewport[3], GL_DEPTH_COMPONENT, GL_FLOAT,
+               frame.depths.data());
+}
+
+std::size_t differing(const void* expected, const void* actual, std::size_t count) {
+  std::size_t found = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto* const a = static_cast<const char*>(expected) + 4 * i;
+    found += std::memcmp(a, static_cast<const char*>(actual) + 4 * i, 4) == 0 ? 0 : 1;
+  }
+  return found;
+}
+
+std::string stateDifference(const char* where, const GlState& expected, const GlState& actual) {
+  std::string text;
+  for (const std::string& line : differences(expected, actual)) {
+    text += std::string(where) + ' ' + line + '\n';
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string difference(const Frame& expected, const Frame& actual) {
+  std::string text = stateDifference("before", expected.before, actual.before) +
+                     stateDifference("after", expected.after, actual.after);
+  if (expected.pixels.size() != actual.pixels.size()) return text + "another size\n";
+  const std::size_t count = expected.depths.size();
+  const auto colours = differing(expected.pixels.data(), actual.pixels.data(), count);
+  const auto depths = differing(expected.depths.data(), actual.depths.data(), count);
+  if (colours > 0) text += std::to_string(colours) + " pixels\n";
+  if (depths > 0) text += std::to_string(depths) + " depths\n";
+  return text;
+}
+
+/// The first and the last object of each list, and what they see.
+struct RandomScene::Probes {
+  Probes() {
+    first->onDraw3D = first->onDraw2D = [this](int) {
+      seen.state.begin();
+      seen.frame.before = readGlState();
+      return S_OK;
+    };
+    last->onDraw3D = last->onDraw2D = [this](int) {
+      seen.frame.after = readGlState();
+      seen.state.end();
+      readBuffers(seen.frame);
+      return S_OK;
+    };
+  }
+
+  ComPtr<ForeignObject> first = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
+  ComPtr<ForeignObject> last = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
+  struct Seen {
+    PushedState state;
+    Frame frame;
+  } seen;
+};
+
+RandomScene::RandomScene(std::vector<std::unique_ptr<Stage>> stages, Triangles triangles)
+    : isOutside_(triangles == Triangles::kOutside),
+      stages_(std::move(stages)),
+      lists_(stages_.size()),
+      isLastProbeLast_(stages_.size()),
+      scenery_{makeLabel(L"ZYN", -3), makeLabel(L"42", 4), makeSprite(-5), makeSprite(2)},
+      probes_(std::make_unique<Probes>()) {}
+
+RandomScene::~RandomScene() {
+  for (const auto& stage : stages_) stage->removeAll();
+}
+
+void RandomScene::start(Rng rng, std::size_t objects) {
+  for (std::size_t i = 0; i < stages_.size(); ++i) removeAll(i);
+  items_.clear();
+  takeLog();
+  hasMeddlers_ = rng.onceIn(6);
+  for (std::size_t i = 0; i < objects; ++i) {
+    items_.push_back(makeItem(rng));
+    add(0, items_.back().object.Get(), anyMode(rng));
+    if (stages_.size() > 1 && rng.onceIn(2)) add(1, anyItem(rng).object.Get(), anyMode(rng));
+  }
+}
+
+void RandomScene::addTriangles(Rng rng, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    items_.push_back(makeTriangle(rng));
+    add(0, items_.back().object.Get(), rng.onceIn(1000) ? 1 : 0);
+  }
+}
+
+RandomScene::Item RandomScene::outsideOf(ComPtr<IZYNGLTriangle> triangle,
+                                         ComPtr<IDispatch> object) const {
+  if (isOutside_) object = makeOutside(object.Get())->dispatch();
+  return {std::move(object), std::move(triangle)};
+}
+
+RandomScene::Item RandomScene::makeTriangle(Rng& rng) const {
+  auto triangle = maker_.makeRandom(rng);
+  return outsideOf(triangle, triangle);
+}
+
+RandomScene::Item RandomScene::makeAggregated(Rng& rng) const {
+  const auto outer = makeForeign<Outer>();
+  outer->inner = maker_.makePartOf(outer->dispatch());
+  const auto triangle = queryFor<IZYNGLTriangle>(outer->dispatch());
+  change(triangle.Get(), rng);
+  return outsideOf(triangle, outer->dispatch());
+}
+
+RandomScene::Item RandomScene::makeImpostor(Rng& rng) const {
+  const auto impostor = makeForeign<Impostor>();
+  impostor->inner = maker_.makePartOf(impostor->dispatch());
+  const auto drawn = maker_.makeRandom(rng);
+  impostor->drawn = queryFor<IGLDraw>(drawn.Get());
+  return outsideOf(drawn, impostor->dispatch());
+}
+
+RandomScene::Item RandomScene::makeMeddler(Rng& rng) const {
+  const auto meddler = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
+  meddler->onDraw3D = meddler->onDraw2D = [numbers = rng.fork()](int) {
+    Rng same = numbers;
+    meddle(same);
+    return S_OK;
+  };
+  return {meddler->dispatch(), nullptr};
+}
+
+RandomScene::Item RandomScene::makeActor(Rng& rng) {
+  const auto actor = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
+  actor->onDraw3D = actor->onDraw2D = [this, numbers = rng.fork()](int) mutable {
+    act(numbers);
+    return S_OK;
+  };
+  return {actor->dispatch(), nullptr};
+}
+
+RandomScene::Item RandomScene::makeItem(Rng& rng) {
+  switch (rng.below(16)) {
+    case 0:
+      return makeAggregated(rng);
+    case 1:
+      return makeImpostor(rng);
+    case 2:
+      return hasMeddlers_ ? makeMeddler(rng) : makeTriangle(rng);
+    case 3:
+      return makeActor(rng);
+    case 4:
+      return {rng.oneOf(scenery_), nullptr};
+    default:
+      return makeTriangle(rng);
+  }
+}
+
+void RandomScene::change(IZYNGLTriangle* triangle, Rng& rng) {
+  switch (rng.below(3)) {
+    case 0:
+      return reshape(triangle, rng);
+    case 1:
+      return recolour(triangle, rng);
+    default:
+      return turnNormal(triangle, rng);
+  }
+}
+
+void RandomScene::act(Rng& rng) {
+  if (isNested_) return;
+  switch (rng.below(8)) {
+    case 0:
+      log("add while drawing");
+      return add(drawn_, anyItem(rng).object.Get(), anyMode(rng));
+    case 1:
+      if (!lists_[drawn_].empty()) {
+        log("remove while drawing");
+        remove(drawn_, rng.oneOf(lists_[drawn_]));
+      }
+      return;
+    case 2:
+      if (stages_.size() > 1 && rng.onceIn(4)) {
+        drawOther();
+      }
+      return;
+    default:
+      if (const auto& triangle = anyItem(rng).triangle) {
+        log("change while drawing");
+        change(triangle.Get(), rng);
+      }
+  }
+}
+
+void RandomScene::drawOther() {
+  log("draw while drawing");
+  const Probes::Seen seen = std::exchange(probes_->seen, {});
+  const std::size_t drawn = drawn_;
+  isNested_ = true;
+  draw(1 - drawn);
+  isNested_ = false;
+  drawn_ = drawn;
+  probes_->seen = seen;
+}
+
+void RandomScene::add(std::size_t stage, IDispatch* object, int mode) {
+  stages_[stage]->add(object, mode);
+  lists_[stage].push_back(object);
+  isLastProbeLast_[stage] = false;
+}
+
+void RandomScene::remove(std::size_t stage, IDispatch* object) {
+  auto& list = lists_[stage];
+  // Forgotten first: releasing it may end it.
+  const auto forget = [&] {
+    const auto found = std::find(list.begin(), list.end(), object);
+    if (found != list.end()) list.erase(found);
+    return found != list.end();
+  };
+  if (!stages_[stage]->remove(object)) return;
+  if (stages_[stage]->removesEvery()) {
+    std::erase(list, object);
+  } else {
+    forget();
+  }
+}
+
+void RandomScene::removeAll(std::size_t stage) {
+  stages_[stage]->removeAll();
+  lists_[stage].clear();
+  stages_[stage]->add(probes_->first->dispatch(), 0);
+  isLastProbeLast_[stage] = false;
+}
+
+void RandomScene::edit(Rng rng) {
+  const std::size_t stage = rng.below(stages_.size());
+  switch (rng.below(20)) {
+    case 0:
+    case 1:
+    case 2:
+      log("add");
+      items_.push_back(makeItem(rng));
+      return add(stage, items_.back().object.Get(), anyMode(rng));
+    case 3:
+    case 4:
+      log("add again");
+      return add(stage, anyItem(rng).object.Get(), anyMode(rng));
+    case 5:
+    case 6:
+    case 7:
+      if (!lists_[stage].empty()) {
+        log("remove");
+        remove(stage, rng.oneOf(lists_[stage]));
+      }
+      return;
+    case 8:
+      log("vary");
+      return stages_[stage]->vary(rng);
+    case 9:
+      if (rng.onceIn(5)) {
+        log("remove all");
+        removeAll(stage);
+      }
+      return;
+    case 10: {
+      log("forget");
+      // The lists may hold the only references from now on.
+      if (items_.size() > 1) {
+        std::swap(anyItem(rng), items_.back());
+        items_.pop_back();
+      }
+      return;
+    }
+    default:
+      if (const auto& triangle = anyItem(rng).triangle) {
+        log("change");
+        change(triangle.Get(), rng);
+      }
+  }
+}
+
+void RandomScene::editAt(Rng rng, std::size_t n) {
+  n = std::min(n, items_.size() - 1);
+  switch (rng.below(4)) {
+    case 0:
+      return remove(0, items_[n].object.Get());
+    case 1:
+      items_.push_back(makeTriangle(rng));
+      return add(0, items_.back().object.Get(), 0);
+    default:
+      return change(items_[n].triangle.Get(), rng);
+  }
+}
+
+Frame RandomScene::draw(std::size_t stage) {
+  if (!isLastProbeLast_[stage]) {
+    stages_[stage]->remove(probes_->last->dispatch());
+    stages_[stage]->add(probes_->last->dispatch(), 0);
+    isLastProbeLast_[stage] = true;
+  }
+  probes_->seen = {};
+  drawn_ = stage;
+  stages_[stage]->draw();
+  return std::move(probes_->seen.frame);
+}
+
+std::string RandomScene::takeLog() { return std::exchange(log_, {}); }
+
+}  // namespace zyn::test

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/ForeignObject_win.h"
+#include "support/GlMeddling_win.h"
+#include "support/GlState_gl.h"
+#include "support/RandomTriangles_win.h"
+#include "support/Rng.h"
+
+namespace zyn::test {
+
+/// Something that draws a list of objects: a view or a bitmap context.
+class Stage {
+ public:
+  virtual ~Stage() = default;
+  virtual void add(IDispatch* object, int mode) = 0;
+  /// False where objects cannot be taken out one by one.
+  virtual bool remove(IDispatch* object) = 0;
+  /// Whether one call of remove takes out all elements of the object.
+  virtual bool removesEvery() const { return false; }
+  virtual void removeAll() = 0;
+  virtual void draw() = 0;
+  /// Changes how the scene is looked at, lit or smoothed.
+  virtual void vary(Rng& rng) = 0;
+};
+
+/// What was seen of a scene while it was drawn.
+struct Frame {
+  GlState before;                     ///< that the first object found
+  GlState after;                      ///< that the last object found
+  std::vector<unsigned char> pixels;  ///< RGBA, that the objects left
+  std::vector<float> depths;
+};
+
+/// What differs, in words; empty when nothing does.
+std::string difference(const Frame& expected, const Frame& actual);
+
+/// A random scene on one stage, or on two which share the objects, that is edited at random: two
+/// with the same random numbers on like stages do the same. Between the triangles stand labels,
+/// sprites and objects of other components, some of which change OpenGL's state, other objects or
+/// the scene while they draw.
+class RandomScene {
+ public:
+  /// How the library gets to see the triangles: as they are, or each inside an outside object.
+  enum class Triangles { kAsTheyAre, kOutside };
+
+  RandomScene(std::vector<std::unique_ptr<Stage>> stages, Triangles triangles);
+  ~RandomScene();
+  RandomScene(const RandomScene&) = delete;
+  RandomScene& operator=(const RandomScene&) = delete;
+
+  std::size_t stageCount() const { return stages_.size(); }
+
+  /// Forgets everything and starts over with about this many objects.
+  void start(Rng rng, std::size_t objects);
+  /// Adds triangles to the first stage, in two modes.
+  void addTriangles(Rng rng, std::size_t count);
+  void edit(Rng rng);
+  /// Changes, removes or adds a triangle near the n-th place of the first stage's list.
+  void editAt(Rng rng, std::size_t n);
+  /// Changes how a stage is looked at.
+  void vary(Rng rng, std::size_t stage) { stages_[stage]->vary(rng); }
+  Frame draw(std::size_t stage);
+
+  /// What has been done since the last call, for messages.
+  std::string takeLog();
+
+ private:
+  struct Item {
+    ComPtr<IDispatch> object;         ///< as the stages know it
+    ComPtr<IZYNGLTriangle> triangle;  ///< if it is one
+  };
+  struct Probes;
+
+  Item makeItem(Rng& rng);
+  Item outsideOf(ComPtr<IZYNGLTriangle> triangle, ComPtr<IDispatch> object) const;
+  Item makeTriangle(Rng& rng) const;
+  Item makeAggregated(Rng& rng) const;
+  Item makeImpostor(Rng& rng) const;
+  Item makeMeddler(Rng& rng) const;
+  Item makeActor(Rng& rng);
+  void act(Rng& rng);
+  void drawOther();
+
+  Item& anyItem(Rng& rng) { return items_[rng.below(items_.size())]; }
+  void add(std::size_t stage, IDispatch* object, int mode);
+  void remove(std::size_t stage, IDispatch* object);
+  void removeAll(std::size_t stage);
+  static void change(IZYNGLTriangle* triangle, Rng& rng);
+  void log(const char* what) { log_ += std::string(log_.empty() ? "" : ", ") + what; }
+
+  bool isOutside_;
+  TriangleMaker maker_;
+  std::vector<std::unique_ptr<Stage>> stages_;
+  std::vector<std::vector<IDispatch*>> lists_;  ///< of the stages, without the probes
+  std::vector<bool> isLastProbeLast_;
+  std::vector<Item> items_;
+  std::vector<ComPtr<IDispatch>> scenery_;  ///< labels and sprites, used again and again
+  std::unique_ptr<Probes> probes_;
+  std::size_t drawn_ = 0;  ///< the stage that is being drawn
+  bool isNested_ = false;
+  bool hasMeddlers_ = false;  ///< in few scenes: each combination of states makes software OpenGL
+                              ///< compile for long
+  std::string log_;
+};
+
+}  // namespace zyn::test
