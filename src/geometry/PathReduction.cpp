@@ -1,45 +1,84 @@
 #include "geometry/PathReduction.h"
 
 #include <algorithm>
-#include <cmath>
+
+#include "geometry/PathWriter.h"
 
 namespace zyn {
 
 namespace {
 
-struct Range {
-  double low = 0.0;
-  double high = 0.0;
-
-  double size() const { return high - low; }
-  bool isOne() const { return low == high; }
-  Range united(const Range& other) const {
-    return {std::min(low, other.low), std::max(high, other.high)};
-  }
-};
-
-/// The cells and the depths of some points.
+/// What some points cover of the window.
 struct Extent {
-  Range columns;
-  Range rows;
-  Range depths;
-
-  /// All of it on one side of the grid.
-  bool isOutside() const {
-    return (columns.isOne() && std::isinf(columns.low)) || (rows.isOne() && std::isinf(rows.low));
-  }
-  Extent united(const Extent& other) const {
-    return {columns.united(other.columns), rows.united(other.rows), depths.united(other.depths)};
-  }
+  Range x;
+  Range y;
+  Range depth;
 };
 
+/// Where a trace lies in the window, whatever the mapping.
+class AnyPlace {
+ public:
+  explicit AnyPlace(const TraceInWindow& trace) : points_(trace.points), mapping_(trace.mapping) {}
+
+  Extent of(const Box3& box) const {
+    return {{mapping_.x.lowest(box), mapping_.x.highest(box)},
+            {mapping_.y.lowest(box), mapping_.y.highest(box)},
+            {mapping_.depth.lowest(box), mapping_.depth.highest(box)}};
+  }
+  Extent of(std::size_t i) const {
+    const double x = points_.x(i);
+    const double y = points_.y(i);
+    const double z = points_.z(i);
+    return of(Box3{x, x, y, y, z, z});
+  }
+
+ private:
+  const PointSequence& points_;
+  const WindowMapping& mapping_;
+};
+
+/// The same where the axes are those of the window and depth does not matter.
+class PlanePlace {
+ public:
+  explicit PlanePlace(const TraceInWindow& trace)
+      : points_(trace.points), x_(trace.mapping.x), y_(trace.mapping.y) {}
+
+  static bool serves(const WindowMapping& mapping, const PixelGrid& grid) {
+    return mapping.x.y == 0 && mapping.x.z == 0 && mapping.y.x == 0 && mapping.y.z == 0 &&
+           grid.depthStep == std::numeric_limits<double>::infinity();
+  }
+
+  Extent of(const Box3& box) const {
+    return {ordered(atX(box.xMin), atX(box.xMax)), ordered(atY(box.yMin), atY(box.yMax)), {}};
+  }
+  Extent of(std::size_t i) const {
+    const double x = atX(points_.x(i));
+    const double y = atY(points_.y(i));
+    return {{x, x}, {y, y}, {}};
+  }
+
+ private:
+  static Range ordered(double a, double b) { return a <= b ? Range{a, b} : Range{b, a}; }
+
+  double atX(double x) const { return x_.x * x + x_.constant; }
+  double atY(double y) const { return y_.y * y + y_.constant; }
+
+  const PointSequence& points_;
+  const AffineForm& x_;
+  const AffineForm& y_;
+};
+
+template <class Place>
 class Reduction {
  public:
   Reduction(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
-      : trace_(trace), points_(trace.points), boxes_(trace.boxes), grid_(grid), path_(path) {}
+      : points_(trace.points),
+        boxes_(trace.boxes),
+        place_(trace),
+        grid_(grid),
+        writer_(trace, grid, path) {}
 
   void run() {
-    path_.clear();
     for (std::size_t i = 0; i < points_.size();) {
       i = step(i);
     }
@@ -47,30 +86,6 @@ class Reduction {
   }
 
  private:
-  Extent extentOf(const Box3& box) const {
-    const WindowMapping& mapping = trace_.mapping;
-    return {{grid_.column(mapping.x.lowest(box)), grid_.column(mapping.x.highest(box))},
-            {grid_.row(mapping.y.lowest(box)), grid_.row(mapping.y.highest(box))},
-            {mapping.depth.lowest(box), mapping.depth.highest(box)}};
-  }
-
-  Extent extentOf(std::size_t i) const {
-    const double x = points_.x(i);
-    const double y = points_.y(i);
-    const double z = points_.z(i);
-    return extentOf(Box3{x, x, y, y, z, z});
-  }
-
-  bool isFlat(const Extent& extent) const { return extent.depths.size() <= grid_.depthStep; }
-
-  /// Points that may be drawn as one run.
-  bool isRun(const Extent& extent) const {
-    const bool isInColumn = extent.columns.isOne();
-    const bool isInRow = extent.rows.isOne();
-    return extent.isOutside() || (isInColumn && isInRow) ||
-           (isFlat(extent) && (isInColumn || isInRow));
-  }
-
   /// Takes the point, or one of the boxes that begin with it. The point that comes next.
   std::size_t step(std::size_t i) {
     for (std::size_t level = levelsAt(i); level-- > 0;) {
@@ -83,13 +98,16 @@ class Reduction {
     if (points_.isGap(i)) {
       endLine();
     } else {
-      take(extentOf(i), i, i + 1);
+      take(place_.of(i), {i, i});
     }
     return i + 1;
   }
 
   /// On how many levels a box begins with this point.
   std::size_t levelsAt(std::size_t i) const {
+    if (i % RunBoxes::kFan != 0) {
+      return 0;
+    }
     std::size_t level = 0;
     std::size_t length = RunBoxes::kFan;
     while (level < boxes_.levels() && i % length == 0 && i / length < boxes_.runs(level)) {
@@ -105,15 +123,15 @@ class Reduction {
       endLine();
       return true;
     }
-    const Extent extent = extentOf(box.box);
+    const Extent extent = place_.of(box.box);
     if (box.whole) {
-      return take(extent, first, end);
+      return take(extent, {first, end - 1});
     }
-    if (!extent.isOutside()) {
+    if (!grid_.isOutside(extent.x, extent.y)) {
       return false;
     }
     if (lineIsOpen_ && !points_.isGap(first)) {
-      take(extentOf(first), first, first + 1);  // the line leads there
+      take(place_.of(first), {first, first});  // the line leads there
     }
     endLine();
     return true;
@@ -121,67 +139,93 @@ class Reduction {
 
   /// Adds points without a gap to the run, or begins a new one with them; false when they do not
   /// make one run.
-  bool take(const Extent& extent, std::size_t first, std::size_t end) {
-    if (lineIsOpen_) {
-      const Extent united = extent_.united(extent);
-      if (isRun(united)) {
-        extent_ = united;
-        last_ = end - 1;
-        return true;
-      }
+  bool take(const Extent& extent, const IndexRange& points) {
+    if (lineIsOpen_ && join(extent, points)) {
+      return true;
     }
-    if (end - first > 1 && !isRun(extent)) {
+    const CellRun begun = runOf(extent, points);
+    if (points.first != points.last &&
+        !isRun(begun, begun.isInColumn, begun.isInRow, begun.depth)) {
       return false;
     }
     if (lineIsOpen_) {
-      drawRun();
+      writer_.add(run_);
     } else {
-      path_.starts.push_back(path_.points.size());
+      writer_.beginLine();
       lineIsOpen_ = true;
     }
-    extent_ = extent;
-    first_ = first;
-    last_ = end - 1;
+    run_ = begun;
     return true;
+  }
+
+  bool join(const Extent& extent, const IndexRange& points) {
+    const bool isInColumn = run_.isInColumn && run_.column.pixels.holds(extent.x);
+    const bool isInRow = run_.isInRow && run_.row.pixels.holds(extent.y);
+    const Range depth = united(run_.depth, extent.depth);
+    if (!isRun(run_, isInColumn, isInRow, depth)) {
+      return false;
+    }
+    run_.isInColumn = isInColumn;
+    run_.isInRow = isInRow;
+    run_.depth = depth;
+    run_.points.last = points.last;
+    const IndexRange reached = reachedBy(points);
+    run_.x.unite(extent.x, reached);
+    run_.y.unite(extent.y, reached);
+    return true;
+  }
+
+  CellRun runOf(const Extent& extent, const IndexRange& points) const {
+    const PixelCell column = grid_.column(extent.x.low);
+    const PixelCell row = grid_.row(extent.y.low);
+    const IndexRange reached = reachedBy(points);
+    return {
+        points, {extent.x, reached, reached},  {extent.y, reached, reached}, extent.depth, column,
+        row,    column.pixels.holds(extent.x), row.pixels.holds(extent.y)};
+  }
+
+  /// Boxes hold the point after them too.
+  static IndexRange reachedBy(const IndexRange& points) {
+    return points.first == points.last ? points : IndexRange{points.first, points.last + 1};
+  }
+
+  /// Whether points may be drawn as one run that lies like this where another one begins.
+  bool isRun(const CellRun& begun, bool isInColumn, bool isInRow, const Range& depth) const {
+    return (isInColumn && isInRow) || (isInColumn && begun.column.isOutside) ||
+           (isInRow && begun.row.isOutside) ||
+           ((isInColumn || isInRow) && depth.size() <= grid_.depthStep);
+  }
+
+  static Range united(const Range& a, const Range& b) {
+    return {std::min(a.low, b.low), std::max(a.high, b.high)};
   }
 
   void endLine() {
     if (lineIsOpen_) {
-      drawRun();
+      writer_.endLine(run_);
       lineIsOpen_ = false;
     }
   }
 
-  void drawRun() {
-    if (extent_.isOutside()) {
-      path_.points.push_back(first_);
-      if (last_ != first_) {
-        path_.points.push_back(last_);
-      }
-      return;
-    }
-    outlineRun(trace_, grid_,
-               {first_, last_, extent_.columns.low, extent_.rows.low, extent_.columns.isOne(),
-                extent_.rows.isOne(), isFlat(extent_)},
-               path_.points);
-  }
-
-  const TraceInWindow& trace_;
   const PointSequence& points_;
   const RunBoxes& boxes_;
+  const Place place_;
   const PixelGrid& grid_;
-  ReducedPath& path_;
+  PathWriter writer_;
 
   bool lineIsOpen_ = false;
-  Extent extent_;  ///< of the run that is being taken
-  std::size_t first_ = 0;
-  std::size_t last_ = 0;
+  CellRun run_;  ///< that is being taken
 };
 
 }  // namespace
 
 void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path) {
-  Reduction(trace, grid, path).run();
+  path.clear();
+  if (PlanePlace::serves(trace.mapping, grid)) {
+    Reduction<PlanePlace>(trace, grid, path).run();
+  } else {
+    Reduction<AnyPlace>(trace, grid, path).run();
+  }
 }
 
 void wholePath(const PointSequence& points, ReducedPath& path) {

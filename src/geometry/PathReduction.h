@@ -3,8 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "geometry/PixelGrid.h"
-#include "geometry/RunOutline.h"
+#include "geometry/CellRun.h"
 
 namespace zyn {
 

@@ -68,6 +68,7 @@ PixelGrid gridOf(const Viewport& viewport, double alpha) {
   grid.top = viewport.values[1] + viewport.values[3] + margin;
   grid.cellsPerPixel = isFine ? kFineCells : 1;
   grid.isShifted = isEven && !isFine;  // the edges of such lines do
+  grid.isThin = !isFine && width == 1;
   grid.depthStep = isEnabled(GL_DEPTH_TEST) ? 0x1p-24 : std::numeric_limits<double>::infinity();
   return grid;
 }

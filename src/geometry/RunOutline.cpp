@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "geometry/DiamondReach.h"
 #include "geometry/ExtremePoint.h"
 
 namespace zyn {
@@ -16,26 +17,6 @@ constexpr std::size_t kFew = 32;
 /// Lines shorter than this, in pixels, hardly ever light one.
 constexpr double kShort = 1.0 / 32;
 
-/// How far a point reaches along a column into the diamond in the middle of its pixel: OpenGL draws
-/// the pixels whose diamond a line leaves, so that the corners of a pixel do not count.
-struct DiamondReach {
-  AffineForm along;
-  AffineForm across;
-  double middle;    ///< of the column
-  bool isAtMiddle;  ///< the middles of pixels lie there, not at the column's edges
-
-  double at(double x, double y, double z) const {
-    const double away = std::fabs(across.at(x, y, z) - middle);
-    return isAtMiddle ? along.at(x, y, z) - away : along.at(x, y, z) + away;
-  }
-  double highest(const Box3& box) const {
-    const double low = across.lowest(box) - middle;
-    const double high = across.highest(box) - middle;
-    return isAtMiddle ? along.highest(box) - std::max({low, -high, 0.0})
-                      : along.highest(box) + std::max(-low, high);
-  }
-};
-
 class Outline {
  public:
   Outline(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
@@ -43,17 +24,17 @@ class Outline {
       : trace_(trace), grid_(grid), run_(run), chosen_(chosen) {}
 
   void choose() {
-    add(run_.first);
+    add(run_.points.first);
     if (run_.isInColumn) {
-      addEnds(trace_.mapping.y, trace_.mapping.x, grid_.middle(run_.column));
+      addEnds(trace_.mapping.y, trace_.mapping.x, run_.column.middle);
     }
     if (run_.isInRow) {
-      addEnds(trace_.mapping.x, trace_.mapping.y, grid_.middle(run_.row));
+      addEnds(trace_.mapping.x, trace_.mapping.y, run_.row.middle);
     }
-    if (!run_.isFlat) {
+    if (!run_.isFlat(grid_)) {
       addHighest(-trace_.mapping.depth);
     }
-    add(run_.last);
+    add(run_.points.last);
     const auto end = keys_.begin() + static_cast<std::ptrdiff_t>(count_);
     std::sort(keys_.begin(), end);
     connect(keys_.begin(), std::unique(keys_.begin(), end));
@@ -71,11 +52,11 @@ class Outline {
   /// A point with its two lines: the trace's own lines draw its end, no others reach it.
   template <class Form>
   void addHighest(const Form& form) {
-    const std::size_t i =
-        ExtremeSearch<Form>(trace_.points, trace_.boxes, form).among(run_.first, run_.last);
-    add(std::max(i, run_.first + 1) - 1);
+    const auto [first, last] = run_.points;
+    const std::size_t i = ExtremeSearch<Form>(trace_.points, trace_.boxes, form).among(first, last);
+    add(std::max(i, first + 1) - 1);
     add(i);
-    add(std::min(i + 1, run_.last));
+    add(std::min(i + 1, last));
   }
 
   void add(std::size_t i) { keys_[count_++] = i; }
@@ -137,8 +118,9 @@ class Outline {
 
 void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
                 std::vector<std::size_t>& chosen) {
-  if (run.last - run.first < kFew) {
-    for (std::size_t i = run.first; i <= run.last; ++i) {
+  const auto [first, last] = run.points;
+  if (last - first < kFew) {
+    for (std::size_t i = first; i <= last; ++i) {
       chosen.push_back(i);
     }
     return;

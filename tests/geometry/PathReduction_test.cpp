@@ -66,7 +66,7 @@ struct Extent {
 std::map<double, Extent> heightsByColumn(const PointSequence& points, const Indices& chosen) {
   std::map<double, Extent> heights;
   for (const std::size_t i : chosen) {
-    Extent& extent = heights[grid().column(points.x(i))];
+    Extent& extent = heights[grid().column(points.x(i)).middle];
     extent = {std::min(extent.low, points.y(i)), std::max(extent.high, points.y(i))};
   }
   return heights;
@@ -96,6 +96,66 @@ TEST(PathReductionTest, ManyPointsAreReducedToWhatTheColumnsShow) {
     EXPECT_EQ(path.points.back(), count - 1);
     EXPECT_TRUE(std::is_sorted(path.points.begin(), path.points.end(), std::less_equal<>()));
     EXPECT_EQ(heightsByColumn(points, path.points), heightsByColumn(points, upTo(count)));
+  }
+}
+
+PixelGrid thinGrid() {
+  PixelGrid pixels = grid();
+  pixels.isThin = true;
+  return pixels;
+}
+
+/// Of each column, away from its edges: the rows of what is lit, as far as points tell.
+std::map<double, Extent> litRows(const PointSequence& points, const Indices& chosen) {
+  std::map<double, Extent> rows;
+  for (const std::size_t i : chosen) {
+    const PixelCell column = grid().column(points.x(i));
+    const double away = std::fabs(points.x(i) - column.middle);
+    if (!column.isEdge) {
+      Extent& extent = rows[column.middle];
+      extent = {std::min(extent.low, std::floor(points.y(i) + away)),
+                std::max(extent.high, std::floor(points.y(i) - away))};
+    }
+  }
+  return rows;
+}
+
+TEST(PathReductionTest, OfThinLinesAFewPointsAColumnAreDrawn) {
+  for (const std::size_t count : {10000U, 200000U}) {
+    const PointSequence points = noise(count, 20);
+    const ReducedPath path = reduced(points, thinGrid());
+    EXPECT_LT(path.points.size(), 200U * 8);
+    EXPECT_EQ(path.starts, Indices{0});
+    EXPECT_EQ(path.points.front(), 0U);
+    EXPECT_EQ(path.points.back(), count - 1);
+    EXPECT_TRUE(std::is_sorted(path.points.begin(), path.points.end(), std::less_equal<>()));
+    EXPECT_EQ(litRows(points, path.points), litRows(points, upTo(count)));
+  }
+}
+
+TEST(PathReductionTest, OfThinLinesAFewPointsARowAreDrawn) {
+  const PointSequence lying = noise(200000, 10);
+  std::vector<double> x;
+  std::vector<double> y;
+  for (std::size_t i = 0; i < lying.size(); ++i) {
+    x.push_back(lying.y(i));
+    y.push_back(lying.x(i) / 2);
+  }
+  EXPECT_LT(reduced(PointSequence(x, y), thinGrid()).points.size(), 100U * 12);
+}
+
+TEST(PathReductionTest, AThinLineGoesWhereNeighbouringColumnsHaveNothingInCommon) {
+  // Up by 30 pixels from column to column, with steps at their edges.
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < 3000; ++i) {
+    x.push_back(20 + i * 0.001);
+    y.push_back(10 + 30 * (i / 1000) + 5 * std::sin(i));
+  }
+  const ReducedPath path = reduced(PointSequence(x, y), thinGrid());
+  EXPECT_LT(path.points.size(), 200U);
+  for (const std::size_t turn : {999U, 1000U, 1999U, 2000U}) {
+    EXPECT_TRUE(std::binary_search(path.points.begin(), path.points.end(), turn)) << turn;
   }
 }
 

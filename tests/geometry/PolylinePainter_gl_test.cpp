@@ -195,6 +195,27 @@ TEST_F(PolylineTest, AFewPointsAreDrawnExactly) {
   }
 }
 
+TEST_F(PolylineTest, WhateverTheViewShowsOfATraceIsWhatEveryPointShows) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> unit(-1, 1);
+  int lit = 0;
+  int different = 0;
+  for (int i = 0; i < 30; ++i) {
+    const auto shape = static_cast<Shape>(i % 10);
+    const auto count = static_cast<std::size_t>(1000 * std::exp(3 * std::fabs(unit(random))));
+    const PointSequence points = trace(shape, count);
+    const double half = std::exp(unit(random));
+    look({0.5 * unit(random), 0.3 * unit(random), half, half * std::exp(unit(random))});
+    glClear(GL_COLOR_BUFFER_BIT);
+    drawEveryPoint(points, 1);
+    const Image every = context.read();
+    lit += every.count(kYellow);
+    different += differentPixels(drawn(points, kPlainYellow), every);
+  }
+  EXPECT_GT(lit, 100000);
+  EXPECT_LE(different, lit / 20000);  // where points lie on what OpenGL rounds
+}
+
 TEST_F(PolylineTest, TranslucentLinesAddUpAsThoseThroughEveryPoint) {
   look({0, 0, 1, 1});
   const PointSequence points = trace(Shape::Noise, 150000);
