@@ -1,21 +1,16 @@
 #include "com/ActivationContext_win.h"
 
+#include <mutex>
 #include <utility>
+
+#include "core/Mutex_win.h"
 
 namespace zyn {
 
 namespace {
 
-SRWLOCK rememberedLock = SRWLOCK_INIT;
+Mutex rememberedLock;
 HANDLE remembered = nullptr;
-
-class Locked {
- public:
-  Locked() noexcept { AcquireSRWLockExclusive(&rememberedLock); }
-  Locked(const Locked&) = delete;
-  Locked& operator=(const Locked&) = delete;
-  ~Locked() { ReleaseSRWLockExclusive(&rememberedLock); }
-};
 
 /// The calling thread's activation context with a reference of its own, or null.
 HANDLE currentContext() noexcept {
@@ -30,7 +25,7 @@ void release(HANDLE context) noexcept {
 }
 
 HANDLE rememberedContext() noexcept {
-  const Locked lock;
+  const std::lock_guard lock(rememberedLock);
   if (remembered) {
     AddRefActCtx(remembered);
   }
@@ -39,7 +34,7 @@ HANDLE rememberedContext() noexcept {
 
 void remember(HANDLE context) noexcept {
   {
-    const Locked lock;
+    const std::lock_guard lock(rememberedLock);
     std::swap(remembered, context);
   }
   release(context);

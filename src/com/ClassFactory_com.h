@@ -14,9 +14,7 @@ class ClassFactory final : public ComClass<ClassFactory, IClassFactory> {
  public:
   explicit ClassFactory(CreateFunction create) : create_(create) {}
 
-  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** out) noexcept override {
-    return create_(outer, iid, out);
-  }
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** out) noexcept override;
 
   /// Keeps the module loaded, also without any object.
   STDMETHODIMP LockServer(BOOL lock) noexcept override;

@@ -14,6 +14,7 @@
 #include "com/TypeLibraryRegistration_com.h"
 #include "com/automation_com.h"
 #include "com/guidText_com.h"
+#include "com/readyToThrow.h"
 
 namespace zyn {
 
@@ -67,6 +68,7 @@ HRESULT unregisterAll(ClassTable classes, RegistrationScope scope) noexcept {
 BOOL DllServer::onEvent(DWORD reason, const void* reserved) const noexcept {
   if (reason == DLL_PROCESS_ATTACH) {
     DisableThreadLibraryCalls(moduleHandle());
+    return readyToThrow();
   }
   // When the process ends, the DLLs that the type information comes from may be gone already.
   if (reason == DLL_PROCESS_DETACH && !reserved) {
@@ -81,6 +83,9 @@ HRESULT DllServer::getClassObject(REFCLSID id, REFIID iid, void** out) const noe
     return E_POINTER;
   }
   *out = nullptr;
+  if (!readyToThrow()) {
+    return E_OUTOFMEMORY;
+  }
   rememberActivationContext();
   return boundary([&] {
     if (beforeClassObject_) {

@@ -2,6 +2,10 @@
 
 #include <oleauto.h>
 
+#include <cstddef>
+#include <mutex>
+#include <new>
+
 #include "com/ModuleHandle_win.h"
 #include "com/errors_com.h"
 
@@ -11,7 +15,9 @@ using Microsoft::WRL::ComPtr;
 
 ModuleState& ModuleState::instance() noexcept {
   // Never destroyed: at process end the DLLs that its pointers lead into may be gone.
-  static ModuleState* const state = new ModuleState;
+  // In memory that there always is.
+  alignas(ModuleState) static std::byte memory[sizeof(ModuleState)];
+  static ModuleState* const state = new (memory) ModuleState;
   return *state;
 }
 

@@ -7,11 +7,11 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
 
 #include "com/DispatchTable_com.h"
+#include "core/Mutex_win.h"
 
 namespace zyn {
 
@@ -41,7 +41,7 @@ class ModuleState {
   std::shared_ptr<const DispatchTable> knownTable(REFIID iid);
 
   std::atomic<LONG> locks_ = 0;
-  std::mutex typesMutex_;
+  Mutex typesMutex_;
   Microsoft::WRL::ComPtr<ITypeLib> library_;
   std::vector<std::pair<IID, std::shared_ptr<const DispatchTable>>> tables_;
 };

@@ -4,6 +4,7 @@
 #include <wrl/client.h>
 
 #include <new>
+#include <system_error>
 
 #include "com/adopt_com.h"
 
@@ -51,6 +52,9 @@ _com_error currentFailure() noexcept {
     return error;
   } catch (const std::bad_alloc&) {
     return _com_error(E_OUTOFMEMORY);
+  } catch (const std::system_error& error) {
+    // A mutex takes memory when it is first locked.
+    return _com_error(error.code() == std::errc::not_enough_memory ? E_OUTOFMEMORY : E_FAIL);
   } catch (...) {
     return _com_error(E_FAIL);
   }

@@ -403,9 +403,9 @@ std::string CZYNGLCote::shownText() const {
 
 std::optional<CoteLayout> CZYNGLCote::layOut(const std::string& text,
                                              const ScreenMap& screen) const {
-  const FontMetrics& metrics = textFontMetrics();
-  const TextLine& line = numericSize_ ? metrics.digits : metrics.text;
-  CoteContent content{measureText(metrics, text, line), fontSize_, kResolution};
+  const auto metrics = textFontMetrics();
+  const TextLine& line = numericSize_ ? metrics->digits : metrics->text;
+  CoteContent content{measureText(*metrics, text, line), fontSize_, kResolution};
   if (const auto& image = picture_.image()) {
     content.pictureWidth = image->width;
     content.pictureHeight = image->height;
@@ -429,7 +429,7 @@ void CZYNGLCote::drawNow() {
     if (fonts) {
       drawText(*fonts, text, {});
     } else {
-      drawShapes(textGlyphs(), textFontMetrics(), text);
+      drawShapes(*textGlyphs(), *textFontMetrics(), text);
     }
   };
   const BorrowedState borrowed;

@@ -178,7 +178,7 @@ STDMETHODIMP CZYNGLTexte::GetPixelRect(IDispatch** retour) noexcept {
     if (!retour) {
       return E_POINTER;
     }
-    const TextBox box = label_.pixelBox(textFontMetrics());
+    const TextBox box = label_.pixelBox(*textFontMetrics());
     *retour = makeRectangle(box.left, box.right, box.bottom, box.top).Detach();
     return S_OK;
   });

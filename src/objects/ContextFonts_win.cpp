@@ -9,19 +9,19 @@ namespace zyn {
 // for every context, and on some systems (Wine) loses memory at each call and leaves out the glyphs
 // whose contours cross, letters with a cedilla or a ring mostly.
 void buildOutlineFonts(CGLFontContext& fonts, bool outlineLines) {
-  const FontMetrics& metrics = textFontMetrics();
-  if (metrics.text.height() <= 0) {
+  const auto metrics = textFontMetrics();
+  if (metrics->text.height() <= 0) {
     return;
   }
   GLuint filled = fonts.filledLists();
   if (filled == 0) {
-    filled = compileFilledGlyphs(textGlyphs(), metrics);
+    filled = compileFilledGlyphs(*textGlyphs(), *metrics);
   }
   GLuint outlines = outlineLines ? fonts.outlineLists() : 0;
   if (outlineLines && outlines == 0) {
-    outlines = compileGlyphOutlines(textGlyphs(), metrics);
+    outlines = compileGlyphOutlines(*textGlyphs(), *metrics);
   }
-  fonts.setGlyphs(metrics, filled, outlines);
+  fonts.setGlyphs(*metrics, filled, outlines);
 }
 
 ContextFonts::ContextFonts(FontOwner owner, bool outlineLines)

@@ -1,6 +1,7 @@
 #include "objects/FontRegister_win.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace zyn {
 

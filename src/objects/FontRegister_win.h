@@ -3,9 +3,9 @@
 #include <windows.h>
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
+#include "core/Mutex_win.h"
 #include "objects/CGLFontContext_gl.h"
 
 namespace zyn {
@@ -33,7 +33,7 @@ class FontRegister {
     std::shared_ptr<CGLFontContext> fonts;
   };
 
-  std::mutex mutex_;
+  Mutex mutex_;
   std::vector<Entry> entries_;
 };
 

@@ -21,17 +21,19 @@ PlanePoint between(const PlanePoint& a, const PlanePoint& b, double t) {
   return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
 }
 
-std::vector<std::byte> outlineBytes(HDC dc, unsigned char character) {
+std::vector<std::byte> outlineBytes(HDC dc, unsigned char character, bool& isWhole) {
   GLYPHMETRICS metrics = {};
   const auto read = [&](DWORD size, void* to) {
     return GetGlyphOutlineA(dc, character, GGO_NATIVE, &metrics, size, to, &kUpright);
   };
   const DWORD size = read(0, nullptr);
   if (size == GDI_ERROR) {
+    isWhole = false;
     return {};
   }
   std::vector<std::byte> bytes(size);
   if (size != 0 && read(size, bytes.data()) == GDI_ERROR) {
+    isWhole = false;
     bytes.clear();
   }
   return bytes;
@@ -81,8 +83,9 @@ Contour readContour(const std::byte* header, double deviation) {
 
 }  // namespace
 
-std::vector<Contour> glyphContours(HDC dc, unsigned char character, double deviation) {
-  const std::vector<std::byte> bytes = outlineBytes(dc, character);
+std::vector<Contour> glyphContours(HDC dc, unsigned char character, double deviation,
+                                   bool& isWhole) {
+  const std::vector<std::byte> bytes = outlineBytes(dc, character, isWhole);
   std::vector<Contour> contours;
   const std::byte* end = bytes.data() + bytes.size();
   for (const std::byte* at = bytes.data(); at < end;) {

@@ -2,6 +2,7 @@
 
 #include <cwchar>
 
+#include "core/MadeOnce_win.h"
 #include "glcontext/WinHandles_win.h"
 
 namespace zyn {
@@ -21,10 +22,11 @@ UINT designUnits(HDC dc) {
   return GetOutlineTextMetricsW(dc, sizeof measures, &measures) != 0 ? measures.otmEMSquare : 0;
 }
 
-GlyphMetrics measureGlyph(HDC dc, UINT character, float unitsInEm) {
+GlyphMetrics measureGlyph(HDC dc, UINT character, float unitsInEm, bool& isWhole) {
   constexpr MAT2 kUpright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
   GLYPHMETRICS glyph = {};
   if (GetGlyphOutlineA(dc, character, GGO_METRICS, &glyph, 0, nullptr, &kUpright) == GDI_ERROR) {
+    isWhole = false;
     return {};
   }
   return {static_cast<float>(glyph.gmBlackBoxX) / unitsInEm,
@@ -35,18 +37,20 @@ GlyphMetrics measureGlyph(HDC dc, UINT character, float unitsInEm) {
           static_cast<float>(glyph.gmCellIncY) / unitsInEm};
 }
 
-FontMetrics measureTextFont() {
+FontMetrics measureTextFont(bool& isWhole) {
   FontMetrics metrics;
   const UniqueDC dc(CreateCompatibleDC(nullptr));
   const UINT units = dc ? designUnits(dc.get()) : 0;
   // As large as it was designed, nothing is rounded.
   const UniqueFont font = makeTextFont(-static_cast<LONG>(units));
   if (units == 0 || !font) {
+    isWhole = false;
     return metrics;
   }
   const SelectedFont selected(dc.get(), font.get());
   for (UINT character = 0; character < kGlyphs; ++character) {
-    metrics.glyphs[character] = measureGlyph(dc.get(), character, static_cast<float>(units));
+    metrics.glyphs[character] =
+        measureGlyph(dc.get(), character, static_cast<float>(units), isWhole);
   }
   metrics.measureLines();
   return metrics;
@@ -67,9 +71,9 @@ UniqueFont makeTextFont(LONG height) {
   return UniqueFont(CreateFontIndirectW(&wanted));
 }
 
-const FontMetrics& textFontMetrics() {
-  static const FontMetrics metrics = measureTextFont();
-  return metrics;
+std::shared_ptr<const FontMetrics> textFontMetrics() {
+  static MadeOnce<FontMetrics> metrics;
+  return metrics.get(measureTextFont);
 }
 
 }  // namespace zyn

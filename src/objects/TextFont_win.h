@@ -35,6 +35,6 @@ class SelectedFont {
 
 /// The measures of the font's glyphs, as rendering contexts have them, without a rendering context;
 /// all 0 where the system has no such font.
-const FontMetrics& textFontMetrics();
+std::shared_ptr<const FontMetrics> textFontMetrics();
 
 }  // namespace zyn

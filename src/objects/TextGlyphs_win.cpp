@@ -1,5 +1,6 @@
 #include "objects/TextGlyphs_win.h"
 
+#include "core/MadeOnce_win.h"
 #include "glcontext/WinHandles_win.h"
 #include "objects/GlyphContours_win.h"
 #include "objects/TextFont_win.h"
@@ -12,9 +13,9 @@ constexpr LONG kEm = 1024;  ///< in which outlines are exact enough
 constexpr double kDeviation = 0.25;
 constexpr std::size_t kCharacters = 255;  ///< the last byte is never drawn
 
-GlyphShape makeGlyph(HDC dc, unsigned char character) {
+GlyphShape makeGlyph(HDC dc, unsigned char character, bool& isWhole) {
   GlyphShape glyph;
-  glyph.contours = glyphContours(dc, character, kDeviation);
+  glyph.contours = glyphContours(dc, character, kDeviation, isWhole);
   for (Contour& contour : glyph.contours) {
     for (PlanePoint& point : contour) {
       point = {point.x / kEm, point.y / kEm};
@@ -24,25 +25,26 @@ GlyphShape makeGlyph(HDC dc, unsigned char character) {
   return glyph;
 }
 
-GlyphShapes makeGlyphs() {
+GlyphShapes makeGlyphs(bool& isWhole) {
   GlyphShapes glyphs;
   const UniqueDC dc(CreateCompatibleDC(nullptr));
   const UniqueFont font = makeTextFont(-kEm);
   if (!dc || !font) {
+    isWhole = false;
     return glyphs;
   }
   const SelectedFont selected(dc.get(), font.get());
   for (std::size_t byte = 0; byte < kCharacters; ++byte) {
-    glyphs[byte] = makeGlyph(dc.get(), static_cast<unsigned char>(byte));
+    glyphs[byte] = makeGlyph(dc.get(), static_cast<unsigned char>(byte), isWhole);
   }
   return glyphs;
 }
 
 }  // namespace
 
-const GlyphShapes& textGlyphs() {
-  static const GlyphShapes theGlyphs = makeGlyphs();
-  return theGlyphs;
+std::shared_ptr<const GlyphShapes> textGlyphs() {
+  static MadeOnce<GlyphShapes> glyphs;
+  return glyphs.get(makeGlyphs);
 }
 
 }  // namespace zyn

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
+
 #include "objects/GlyphShapes_gl.h"
 
 namespace zyn {
 
 /// The shapes of the text font's characters, made once per process; the last byte, which is never
 /// drawn, has none. Any thread.
-const GlyphShapes& textGlyphs();
+std::shared_ptr<const GlyphShapes> textGlyphs();
 
 }  // namespace zyn

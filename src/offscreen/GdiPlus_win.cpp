@@ -5,11 +5,35 @@
 #include <cwchar>
 #include <vector>
 
+#include "com/SystemLibrary_win.h"
+#include "core/MadeOnce_win.h"
+#include "glcontext/WinHandles_win.h"
+
 namespace zyn {
 namespace {
 
 constexpr GUID kEncoderQuality = {
     0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
+
+constexpr const wchar_t* kJpeg = L"image/jpeg";
+
+/// The parameters of the JPEG encoder.
+class JpegQuality {
+ public:
+  explicit JpegQuality(int quality) : quality_(quality) {
+    parameters_.Count = 1;
+    parameters_.Parameter[0] = {kEncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong,
+                                &quality_};
+  }
+  JpegQuality(const JpegQuality&) = delete;
+  JpegQuality& operator=(const JpegQuality&) = delete;
+
+  const Gdiplus::EncoderParameters* parameters() const { return &parameters_; }
+
+ private:
+  LONG quality_;
+  Gdiplus::EncoderParameters parameters_{};
+};
 
 /// Finds an exported function; false if there is none of that name.
 template <class Function>
@@ -29,6 +53,7 @@ struct GdiPlus::Functions {
   decltype(&Gdiplus::DllExports::GdipCreateBitmapFromFile) createBitmapFromFile;
   decltype(&Gdiplus::DllExports::GdipLoadImageFromFile) loadImage;
   decltype(&Gdiplus::DllExports::GdipSaveImageToFile) saveImage;
+  decltype(&Gdiplus::DllExports::GdipSaveImageToStream) saveImageToStream;
   decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
 
   bool findAll(HMODULE module) {
@@ -40,20 +65,28 @@ struct GdiPlus::Functions {
            find(module, "GdipCreateBitmapFromFile", createBitmapFromFile) &&
            find(module, "GdipLoadImageFromFile", loadImage) &&
            find(module, "GdipSaveImageToFile", saveImage) &&
+           find(module, "GdipSaveImageToStream", saveImageToStream) &&
            find(module, "GdipDisposeImage", disposeImage);
   }
 };
 
-const GdiPlus::Functions* GdiPlus::loadedFunctions() {
-  static Functions functions{};
-  static const bool areFound = functions.findAll(LoadLibraryW(L"gdiplus.dll"));
-  return areFound ? &functions : nullptr;
+std::shared_ptr<const GdiPlus::Functions> GdiPlus::loadedFunctions() {
+  static MadeOnce<Functions> known;
+  bool areFound = true;
+  auto functions = known.get([&](bool& isWhole) {
+    Functions found{};
+    UniqueModule module(loadSystemLibrary(L"gdiplus.dll"));
+    areFound = isWhole = found.findAll(module.get());
+    if (areFound) static_cast<void>(module.release());  // it stays loaded
+    return found;
+  });
+  return areFound ? functions : nullptr;
 }
 
 GdiPlus::GdiPlus() : functions_(loadedFunctions()) {
   const Gdiplus::GdiplusStartupInput input;
   if (functions_ != nullptr && functions_->startup(&token_, &input, nullptr) != Gdiplus::Ok) {
-    functions_ = nullptr;
+    functions_.reset();
   }
 }
 
@@ -107,26 +140,29 @@ GdiPlus::Image GdiPlus::imageFromFile(const wchar_t* fileName) const {
 }
 
 bool GdiPlus::save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName) const {
-  return save(image, mimeType, fileName, nullptr);
+  return encode(image, mimeType, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
+    return functions_->saveImage(source, fileName, &encoder, nullptr);
+  });
 }
 
 bool GdiPlus::saveJpeg(const Image& image, const wchar_t* fileName, int quality) const {
-  LONG value = quality;
-  Gdiplus::EncoderParameters parameters{};
-  parameters.Count = 1;
-  parameters.Parameter[0].Guid = kEncoderQuality;
-  parameters.Parameter[0].Type = Gdiplus::EncoderParameterValueTypeLong;
-  parameters.Parameter[0].NumberOfValues = 1;
-  parameters.Parameter[0].Value = &value;
-  return save(image, L"image/jpeg", fileName, &parameters);
+  return encode(image, kJpeg, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
+    return functions_->saveImage(source, fileName, &encoder, JpegQuality(quality).parameters());
+  });
 }
 
-bool GdiPlus::save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName,
-                   const Gdiplus::EncoderParameters* parameters) const {
+bool GdiPlus::saveJpeg(const Image& image, IStream* stream, int quality) const {
+  return encode(image, kJpeg, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
+    return functions_->saveImageToStream(source, stream, &encoder,
+                                         JpegQuality(quality).parameters());
+  });
+}
+
+template <class Write>
+bool GdiPlus::encode(const Image& image, const wchar_t* mimeType, const Write& write) const {
   if (!image) return false;
   const std::optional<CLSID> encoder = findEncoder(mimeType);
-  return encoder &&
-         functions_->saveImage(image.get(), fileName, &*encoder, parameters) == Gdiplus::Ok;
+  return encoder && write(image.get(), *encoder) == Gdiplus::Ok;
 }
 
 }  // namespace zyn

@@ -41,21 +41,24 @@ class GdiPlus {
 
   /// The same as JPEG, handing `quality` to the encoder as it is.
   bool saveJpeg(const Image& image, const wchar_t* fileName, int quality) const;
+  bool saveJpeg(const Image& image, IStream* stream, int quality) const;
 
  private:
-  bool save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName,
-            const Gdiplus::EncoderParameters* parameters) const;
+  /// Calls `write(image, encoder)` if there are both, and tells whether it answered Ok.
+  template <class Write>
+  bool encode(const Image& image, const wchar_t* mimeType, const Write& write) const;
   template <class Create>
   Image make(const Create& create) const;
 
   /// Class identifier of the first encoder whose MIME type is exactly this one.
   std::optional<CLSID> findEncoder(const wchar_t* mimeType) const;
 
-  /// The functions of the library; null if it or one of them is missing.
   struct Functions;
-  static const Functions* loadedFunctions();
+  /// The functions of the library; null if it or one of them is missing. Asked for again, it tries
+  /// again.
+  static std::shared_ptr<const Functions> loadedFunctions();
 
-  const Functions* functions_;  // null: not loaded or not started
+  std::shared_ptr<const Functions> functions_;  // null: not loaded or not started
   ULONG_PTR token_ = 0;
 };
 

@@ -1,10 +1,13 @@
 #include "offscreen/JpegQualityWorkaround_win.h"
 
-#include <array>
+#include <combaseapi.h>  // streams, as GDI+ takes them
+
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
+#include "core/MadeOnce_win.h"
 #include "offscreen/JpegEncoder.h"
 #include "offscreen/OutputFile_win.h"
 
@@ -13,35 +16,23 @@ namespace {
 
 constexpr int kProbeSide = 64;
 
-/// A file of a name of its own in the folder for temporary files, deleted at the end.
-class TemporaryFile {
- public:
-  TemporaryFile() {
-    std::array<wchar_t, MAX_PATH + 1> folder{};
-    if (GetTempPathW(static_cast<DWORD>(folder.size()), folder.data()) != 0) {
-      GetTempFileNameW(folder.data(), L"zyn", 0, name_.data());
-    }
-  }
-  ~TemporaryFile() { DeleteFileW(name()); }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  const wchar_t* name() const { return name_.data(); }
-
-  std::uint64_t size() const {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(name(), GetFileExInfoStandard, &data)) return 0;
-    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
-  }
-
- private:
-  std::array<wchar_t, MAX_PATH + 1> name_{};
+struct ReleaseStream {
+  void operator()(IStream* stream) const { stream->Release(); }
 };
 
-/// Bytes of the bitmap as a JPEG file; 0 if it cannot be written.
+std::unique_ptr<IStream, ReleaseStream> memoryStream() {
+  IStream* made = nullptr;
+  const HRESULT answer = CreateStreamOnHGlobal(nullptr, TRUE, &made);
+  return std::unique_ptr<IStream, ReleaseStream>(SUCCEEDED(answer) ? made : nullptr);
+}
+
+/// Bytes of the bitmap as a JPEG file; 0 if it cannot be made. It is made in memory.
 std::uint64_t jpegSize(const GdiPlus& gdiPlus, HBITMAP bitmap, int quality) {
-  const TemporaryFile file;
-  return gdiPlus.saveJpeg(gdiPlus.imageOf(bitmap), file.name(), quality) ? file.size() : 0;
+  const auto stream = memoryStream();
+  STATSTG state{};
+  const bool isMade = stream && gdiPlus.saveJpeg(gdiPlus.imageOf(bitmap), stream.get(), quality) &&
+                      SUCCEEDED(stream->Stat(&state, STATFLAG_NONAME));
+  return isMade ? state.cbSize.QuadPart : 0;
 }
 
 /// Fills the picture with noise, which the qualities compress very differently.
@@ -53,19 +44,21 @@ void addNoise(SharedBitmap& picture) {
   }
 }
 
-bool givesOneSize(const GdiPlus& gdiPlus) {
+/// Where the pictures cannot be made, `isFound` becomes false.
+bool givesOneSize(const GdiPlus& gdiPlus, bool& isFound) {
   std::optional<SharedBitmap> picture = SharedBitmap::make(kProbeSide, kProbeSide);
-  if (!picture) return false;
-  addNoise(*picture);
-  const std::uint64_t low = jpegSize(gdiPlus, picture->bitmap(), 10);
-  return low != 0 && low == jpegSize(gdiPlus, picture->bitmap(), 90);
+  if (picture) addNoise(*picture);
+  const std::uint64_t low = picture ? jpegSize(gdiPlus, picture->bitmap(), 10) : 0;
+  const std::uint64_t high = picture ? jpegSize(gdiPlus, picture->bitmap(), 90) : 0;
+  isFound = low != 0 && high != 0;
+  return isFound && low == high;
 }
 
 }  // namespace
 
 bool ignoresJpegQuality(const GdiPlus& gdiPlus) {
-  static const bool ignored = givesOneSize(gdiPlus);
-  return ignored;
+  static MadeOnce<bool> ignored;
+  return *ignored.get([&](bool& isFound) { return givesOneSize(gdiPlus, isFound); });
 }
 
 bool writeJpegMindingQuality(const SharedBitmap& picture, const wchar_t* fileName, int quality) {

@@ -6,7 +6,7 @@
 namespace zyn {
 
 /// Whether this system's GDI+ takes no notice of the quality of a JPEG file, as Wine's does: found
-/// out once per process by writing a small picture in two qualities and comparing the sizes.
+/// out once per process by making a small picture in two qualities and comparing the sizes.
 bool ignoresJpegQuality(const GdiPlus& gdiPlus);
 
 /// Writes the JPEG file where GDI+ would not mind the quality, which is held within 1 to 100. Tells

@@ -7,6 +7,8 @@
 #include <mutex>
 
 #include "com/ModuleHandle_win.h"
+#include "com/SystemLibrary_win.h"
+#include "core/Mutex_win.h"
 #include "glcontext/WinHandles_win.h"
 #include "module/resource.h"
 
@@ -19,7 +21,7 @@ namespace {
 class LateFunction {
  public:
   LateFunction(const wchar_t* library, const char* name)
-      : library_(LoadLibraryW(library)),
+      : library_(loadSystemLibrary(library)),
         function_(library_ ? GetProcAddress(library_.get(), name) : nullptr) {}
 
   template <class Function>
@@ -38,7 +40,7 @@ struct PickerColours {
   std::array<COLORREF, 16> custom{};
 };
 
-std::mutex pickerColoursLock;
+Mutex pickerColoursLock;
 PickerColours pickerColours;
 
 PickerColours lastColours() {

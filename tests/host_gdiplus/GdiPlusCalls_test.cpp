@@ -18,6 +18,8 @@ struct Call {
 class GdiPlusCallsTest : public HostTest {
  protected:
   GdiPlusCallsTest() {
+    // The library loads the system's GDI+ and nothing else, unless there is one loaded already.
+    if (!LoadLibraryW(L"gdiplus.dll")) throw std::runtime_error("no gdiplus.dll");
     SetEnvironmentVariableW(L"ZYN_GDIPLUS_RECORD", record_.c_str());
     LONG result = 0;
     require(context_->CreateContext(64, 64, &result), "CreateContext");

@@ -1,6 +1,9 @@
 #include "com/control/ControlWindow_win.h"
 
+#include <mutex>
+
 #include "com/ModuleHandle_win.h"
+#include "core/Mutex_win.h"
 
 namespace zyn {
 
@@ -15,16 +18,28 @@ ControlWindow* ownerOf(HWND window) noexcept {
 
 }  // namespace
 
-/// The registration of the window class, for as long as the module is loaded.
+/// The registration of the window class, from the first time that it succeeds and for as long as
+/// the module is loaded.
 class ControlWindowClass {
  public:
   static ATOM atom() noexcept {
-    static const ControlWindowClass registered;
+    static ControlWindowClass registered;
+    const std::lock_guard lock(registered.mutex_);
+    if (registered.atom_ == 0) {
+      registered.atom_ = registerClass();
+    }
     return registered.atom_;
   }
 
  private:
-  ControlWindowClass() noexcept {
+  ControlWindowClass() = default;
+  ~ControlWindowClass() {
+    if (atom_ != 0) {
+      UnregisterClassW(kClassName, moduleHandle());
+    }
+  }
+
+  static ATOM registerClass() noexcept {
     WNDCLASSEXW description = {};
     description.cbSize = sizeof description;
     description.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS | CS_OWNDC;
@@ -33,11 +48,11 @@ class ControlWindowClass {
     description.hInstance = moduleHandle();
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = kClassName;
-    atom_ = RegisterClassExW(&description);
+    return RegisterClassExW(&description);
   }
-  ~ControlWindowClass() { UnregisterClassW(kClassName, moduleHandle()); }
 
-  ATOM atom_;
+  Mutex mutex_;
+  ATOM atom_ = 0;
 };
 
 bool ControlWindow::create(HWND parent, const RECT& place) noexcept {

@@ -1,6 +1,7 @@
 #include "com/control/SinkList_com.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace zyn {

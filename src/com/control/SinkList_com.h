@@ -5,8 +5,9 @@
 #include <ocidl.h>
 #include <wrl/client.h>
 
-#include <mutex>
 #include <vector>
+
+#include "core/Mutex_win.h"
 
 namespace zyn {
 
@@ -41,7 +42,7 @@ class SinkList {
   }
 
  private:
-  mutable std::mutex mutex_;
+  mutable Mutex mutex_;
   std::vector<Entry> entries_;
   DWORD lastCookie_ = 0;
 };

@@ -138,4 +138,9 @@ Status WINAPI GdipSaveImageToFile(void* image, const wchar_t* fileName, const CL
   return passOn("GdipSaveImageToFile", image, fileName, encoder, parameters);
 }
 
+Status WINAPI GdipSaveImageToStream(void* image, void* stream, const CLSID* encoder,
+                                    const EncoderParameters* parameters) {
+  return passOn("GdipSaveImageToStream", image, stream, encoder, parameters);
+}
+
 }  // extern "C"

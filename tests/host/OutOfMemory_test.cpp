@@ -1,0 +1,277 @@
+// Every allocation of the library's own code is made to fail once: the caller is told, nothing
+// changes, nothing is lost, and the next call works.
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "support/FailingAllocations_win.h"
+#include "support/ForeignObject_win.h"
+#include "support/PlainCalls_win.h"
+#include "support/Scene_win.h"
+#include "support/ServerModule_win.h"
+#include "support/Texts_win.h"
+#include "support/View2DHost_win.h"
+#include "support/View3DHost_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// The fonts, which take thousands of allocations, are made once in a process: these tests come
+/// after.
+void makeFonts() {
+  OffscreenScene scene(8, 8);
+  scene.add(makeText(L"a").Get());
+  scene.renderBytes();
+}
+
+HMODULE library() { return GetModuleHandleW(L"ZYNVue.dll"); }
+
+/// Something that objects are added to.
+class Container {
+ public:
+  virtual ~Container() = default;
+  virtual IDispatch* get() const = 0;
+  virtual HRESULT add(IDispatch* object) = 0;
+  /// How many objects it holds, if it tells.
+  virtual std::optional<long> count() const { return std::nullopt; }
+};
+
+template <class Host>
+class ViewContainer : public Container {
+ public:
+  IDispatch* get() const override { return host_.get(); }
+  HRESULT add(IDispatch* object) override { return host_->Add(object, 1); }
+  std::optional<long> count() const override {
+    long count = -1;
+    require(host_->Count(&count), "Count");
+    return count;
+  }
+
+ private:
+  Host host_{SIZE{40, 40}};
+};
+
+template <class Context>
+class OffscreenContainer : public Container {
+ public:
+  IDispatch* get() const override { return context_.get(); }
+  HRESULT add(IDispatch* object) override { return context_.Add(object, 1); }
+
+ private:
+  Context context_{40, 40};
+};
+
+struct ContainerClass {
+  const char* name;
+  std::unique_ptr<Container> (*make)();
+};
+
+template <class Made>
+std::unique_ptr<Container> make() {
+  return std::make_unique<Made>();
+}
+
+const ContainerClass kContainers[] = {{"View3D", make<ViewContainer<View3DHost>>},
+                                      {"View2D", make<ViewContainer<View2DHost>>},
+                                      {"Scene", make<OffscreenContainer<OffscreenScene>>},
+                                      {"Graph", make<OffscreenContainer<OffscreenGraph>>}};
+
+void PrintTo(const ContainerClass& chosen, std::ostream* out) { *out << chosen.name; }
+
+/// Objects of each kind that can be added.
+std::vector<ComPtr<IDispatch>> addableObjects() {
+  const auto plate = makeForeign<ForeignObject>();
+  ComPtr<IDispatch> foreign;
+  require(plate->QueryInterface(IID_PPV_ARGS(&foreign)), "QueryInterface");
+  return {makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed),
+          makeText(L"label"),
+          createObject<IDispatch>(kSpriteProgId),
+          createObject<IDispatch>(kCoteProgId),
+          createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
+          foreign};
+}
+
+class OutOfMemoryTest : public HostTest {
+ protected:
+  OutOfMemoryTest() { makeFonts(); }
+};
+
+class ContainerOutOfMemoryTest : public OutOfMemoryTest,
+                                 public testing::WithParamInterface<ContainerClass> {
+ protected:
+  std::unique_ptr<Container> container_ = GetParam().make();
+};
+
+TEST_P(ContainerOutOfMemoryTest, AddSaysSoAndChangesNothing) {
+  const std::vector<ComPtr<IDispatch>> objects = addableObjects();
+  for (const auto& object : objects) {
+    const std::optional<long> count = container_->count();
+    const ULONG references = referencesOf(object.Get());
+    std::uint32_t failures = 0;
+    FailingAllocations allocations(library());
+    const HRESULT last =
+        allocations.failEach([&] { return container_->add(object.Get()); },
+                             [&](std::uint32_t n, HRESULT answer) {
+                               ++failures;
+                               EXPECT_EQ(answer, E_OUTOFMEMORY) << "allocation " << n;
+                               EXPECT_EQ(referencesOf(object.Get()), references) << n;
+                               EXPECT_EQ(container_->count(), count) << n;
+                             });
+    EXPECT_GT(failures, 0U);
+    EXPECT_EQ(last, S_OK);
+    EXPECT_EQ(referencesOf(object.Get()), references + 1);
+    EXPECT_EQ(container_->count(), count ? std::optional(*count + 1) : std::nullopt);
+  }
+  container_.reset();
+  for (const auto& object : objects) EXPECT_EQ(referencesOf(object.Get()), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Containers, ContainerOutOfMemoryTest, testing::ValuesIn(kContainers),
+                         [](const auto& chosen) { return std::string(chosen.param.name); });
+
+TEST_F(OutOfMemoryTest, EveryMemberOfEveryClass) {
+  // Dialogs and messages would wait for somebody.
+  const FailingImport dialogs(library(), "DialogBoxParamW");
+  const FailingImport messages(library(), "MessageBoxW");
+  TempFolder folder;
+  View3DHost view3D({40, 40});
+  View2DHost view2D({40, 40});
+  OffscreenScene scene(40, 40);
+  OffscreenGraph graph(40, 40);
+  std::vector<ComPtr<IDispatch>> targets = addableObjects();
+  targets.pop_back();
+  for (IDispatch* target :
+       std::initializer_list<IDispatch*>{view3D.get(), view2D.get(), scene.get(), graph.get()}) {
+    targets.emplace_back(target);
+  }
+  std::size_t failures = 0;
+  for (const auto& target : targets) {
+    const PlainArguments plain{makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed),
+                               doubleArray({0.5, 0.25, 0.75}), folder.file(L"out")};
+    for (const PlainCall& call : plainCallsOf(target.Get())) {
+      FailingAllocations allocations(library());
+      std::vector<HRESULT> answers;
+      const HRESULT withMemory =
+          allocations.failEach([&] { return call(target.Get(), plain); },
+                               [&](std::uint32_t, HRESULT answer) { answers.push_back(answer); });
+      failures += answers.size();
+      // A member may also make do without what it could not have.
+      EXPECT_TRUE(std::ranges::all_of(
+          answers, [&](HRESULT answer) { return answer == E_OUTOFMEMORY || answer == withMemory; }))
+          << call.name << " answers " << std::hex << withMemory << " with memory, "
+          << testing::PrintToString(answers) << " without";
+    }
+  }
+  EXPECT_GT(failures, 100U);
+}
+
+/// An export member with the file that it writes.
+using Export = HRESULT (*)(OffscreenContext& context, const std::filesystem::path& file);
+
+const std::map<std::string, Export> kExports = {
+    {"bmp", [](OffscreenContext& from,
+               const std::filesystem::path& file) { return from.CreateBitmap(bstr(file)); }},
+    {"png", [](OffscreenContext& from,
+               const std::filesystem::path& file) { return from.exportPng(file); }},
+    {"gif", [](OffscreenContext& from,
+               const std::filesystem::path& file) { return from.exportGif(file); }},
+    {"jpg", [](OffscreenContext& from, const std::filesystem::path& file) {
+       return from.exportJpg(file, 70);
+     }}};
+
+class ExportOutOfMemoryTest : public OutOfMemoryTest,
+                              public testing::WithParamInterface<OffscreenClass> {};
+
+TEST_P(ExportOutOfMemoryTest, LeavesAWholeFileOrNone) {
+  const auto context = GetParam().make(24, 24);
+  context->add(makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed).Get());
+  const auto whole = context->folder().file(L"whole");
+  const auto file = context->folder().file(L"file");
+  for (const auto& [format, write] : kExports) {
+    require(write(*context, whole), format.c_str());
+    const Bytes wanted = readFile(whole);
+    std::filesystem::remove(file);
+    FailingAllocations allocations(library());
+    std::uint32_t failures = 0;
+    allocations.failEach([&] { return write(*context, file); },
+                         [&](std::uint32_t n, HRESULT) {
+                           ++failures;
+                           EXPECT_TRUE(!exists(file) || readFile(file) == wanted) << format << n;
+                           EXPECT_FALSE(exists(context->spare())) << format << n;
+                         });
+    EXPECT_GT(failures, 0U) << format;
+    EXPECT_EQ(readFile(file), wanted) << format;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Contexts, ExportOutOfMemoryTest, testing::ValuesIn(offscreenClasses()),
+                         nameOf);
+
+TEST_F(OutOfMemoryTest, EventsAreWholeOrMissing) {
+  View3DHost view({40, 40});
+  view.move(1, 1);
+  view.forgetEvents();
+  FailingAllocations allocations(library());
+  const ULONG sink = static_cast<ULONG>(view.sinkReferences());
+  int x = 1;
+  allocations.failEach(
+      [&] {
+        view.forgetEvents();
+        view.move(++x % 40, 2);
+        return S_OK;
+      },
+      [&](std::uint32_t n, HRESULT) {
+        EXPECT_LE(view.events(kMouseMove).size(), 1U) << n;
+        EXPECT_EQ(static_cast<ULONG>(view.sinkReferences()), sink) << n;
+      });
+  ASSERT_EQ(view.events(kMouseMove).size(), 1U);
+  EXPECT_EQ(view.events(kMouseMove)[0].arguments.size(), 3U);
+}
+
+TEST_F(OutOfMemoryTest, PropertiesAreSavedAndLoadedOrTheCallerIsTold) {
+  const auto control = createObject<IPersistStreamInit>(L"ZYNVue.ZYNVue3D");
+  require(control->InitNew(), "InitNew");
+  ComPtr<IStream> stream;
+  require(CreateStreamOnHGlobal(nullptr, TRUE, &stream), "CreateStreamOnHGlobal");
+  const auto fromStart = [&](auto call) {
+    require(stream->Seek({}, STREAM_SEEK_SET, nullptr), "Seek");
+    return call();
+  };
+  const auto saysSo = [](std::uint32_t n, HRESULT answer) {
+    EXPECT_EQ(answer, E_OUTOFMEMORY) << n;
+  };
+  FailingAllocations allocations(library());
+  EXPECT_EQ(
+      allocations.failEach(
+          [&] { return fromStart([&] { return control->Save(stream.Get(), TRUE); }); }, saysSo),
+      S_OK);
+  EXPECT_EQ(allocations.failEach(
+                [&] { return fromStart([&] { return control->Load(stream.Get()); }); }, saysSo),
+            S_OK);
+}
+
+TEST_F(OutOfMemoryTest, PaintingGoesOnAfterwards) {
+  View3DHost view({40, 40});
+  View2DHost graph({40, 40});
+  const auto triangle = makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
+  const auto label = makeText(L"label");
+  for (IDispatch* object : std::initializer_list<IDispatch*>{triangle.Get(), label.Get()}) {
+    require(view->Add(object, 0), "Add");
+    require(graph->Add(object, 0), "Add");
+  }
+  FailingAllocations allocations(library());
+  for (const ViewHost* each : std::initializer_list<const ViewHost*>{&view, &graph}) {
+    each->paint();
+    const Image wanted = each->shown();
+    allocations.failEach(
+        [&] {
+          each->paint();
+          return S_OK;
+        },
+        [](std::uint32_t, HRESULT) {});
+    EXPECT_EQ(each->shown(), wanted);
+  }
+}
+
+}  // namespace
+}  // namespace zyn::test
