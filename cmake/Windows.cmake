@@ -1,7 +1,8 @@
 # The two DLLs, the hosts that use them and the tests that drive them from outside, for 64-bit Windows.
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 WINVER=0x0601)
 # Without the time of linking, the same source makes the same files.
-add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp)
+add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp
+  -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
 include(Idl)
 include(Version)
 

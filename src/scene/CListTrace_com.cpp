@@ -137,12 +137,7 @@ void CListTrace::enter(DrawElem& element) {
   }
   ElementGroup& added = groups_.emplace_back(*this, ElementGroup::kindOf(element));
   added.setPlace(std::prev(groups_.end()));
-  try {
-    added.append(element);
-  } catch (...) {
-    groups_.pop_back();
-    throw;
-  }
+  added.append(element);
 }
 
 /// Gives up the place of an element that is about to be unlinked.
@@ -187,15 +182,6 @@ DrawElem* CListTrace::find(IDispatch* object) {
 std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
   leave(element);
   return std::unique_ptr<DrawElem>(take(element.node));
-}
-
-void CListTrace::withdraw(const DrawElem* element) {
-  for (const Node* node = head(); node; node = node->next) {
-    if (node->value == element) {
-      release(*node->value);
-      return;
-    }
-  }
 }
 
 bool CListTrace::remove(IDispatch* object) {

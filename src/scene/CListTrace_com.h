@@ -6,9 +6,7 @@
 #include <list>
 #include <map>
 #include <memory>
-#include <new>
 #include <optional>
-#include <utility>
 
 #include "ZYNMODELEGEOM.h"
 #include "core/ZYNList.h"
@@ -52,11 +50,6 @@ class CListTrace : private ZYNList<DrawElem*> {
 
   void append(std::unique_ptr<DrawElem> element);
 
-  /// The same, and calls `then`. If memory runs out meanwhile, the list is without the element
-  /// again; what else is thrown leaves it there.
-  template <class Then>
-  void append(std::unique_ptr<DrawElem> element, const Then& then);
-
   /// Removes the first element of `object`. Whether there was one.
   bool remove(IDispatch* object);
 
@@ -90,8 +83,6 @@ class CListTrace : private ZYNList<DrawElem*> {
 
   void enter(DrawElem& element);
   void leave(DrawElem& element);
-  /// Deletes the element unless others have removed it already.
-  void withdraw(const DrawElem* element);
   void closeGap(ElementGroup& group);
   DrawElem* find(IDispatch* object);
   std::unique_ptr<DrawElem> release(DrawElem& element);
@@ -106,18 +97,6 @@ class CListTrace : private ZYNList<DrawElem*> {
   /// The elements with objects of other components; those of one object in the order of the list.
   std::multimap<IDispatch*, DrawElem*> outside_;
 };
-
-template <class Then>
-void CListTrace::append(std::unique_ptr<DrawElem> element, const Then& then) {
-  const DrawElem* const appended = element.get();
-  append(std::move(element));
-  try {
-    then();
-  } catch (const std::bad_alloc&) {
-    withdraw(appended);
-    throw;
-  }
-}
 
 template <class Visit>
 void CListTrace::forEachOutside(Visit visit) {

@@ -41,8 +41,6 @@ ElementGroup* ElementGroup::successor() const {
 }
 
 void ElementGroup::append(DrawElem& element) {
-  // First, because it may fail.
-  const auto bounds = bounds_.isKnown ? element.own->modelBounds() : std::nullopt;
   element.watcher = this;
   element.own->watch().join(element);
   if (count_++ == 0) {
@@ -51,7 +49,7 @@ void ElementGroup::append(DrawElem& element) {
   last_ = &element;
   calls_.reset();
   if (bounds_.isKnown) {
-    bounds_.add(bounds);
+    bounds_.add(element.own->modelBounds());
   }
 }
 

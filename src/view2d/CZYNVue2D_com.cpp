@@ -30,7 +30,8 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
     if (!element) {
       return;
     }
-    drawList_.append(std::move(element), [&] { refitHome(); });
+    drawList_.append(std::move(element));
+    refitHome();
     if (drawList_.count() == 1) {
       view_.initView();
       recordVisible();

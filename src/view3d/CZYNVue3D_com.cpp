@@ -149,7 +149,8 @@ STDMETHODIMP CZYNVue3D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
     if (!element) {
       return;
     }
-    drawList_.append(std::move(element), [&] { view_.setSceneBox(measureScene_()); });
+    drawList_.append(std::move(element));
+    view_.setSceneBox(measureScene_());
   });
 }
 

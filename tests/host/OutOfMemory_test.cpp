@@ -84,7 +84,7 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
   ComPtr<IDispatch> foreign;
   require(plate->QueryInterface(IID_PPV_ARGS(&foreign)), "QueryInterface");
   return {makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed),
-          makeText(L"label"),
+          makeText(L"a label too long for a short string"),
           createObject<IDispatch>(kSpriteProgId),
           createObject<IDispatch>(kCoteProgId),
           createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
