@@ -121,6 +121,13 @@ foreach(main IN LISTS soak_mains)
   add_test(NAME soak.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:soak_${name}>)
 endforeach()
 
+# Makes docs/reference (./zyn reference), and finds out whether it is current.
+file(GLOB reference_sources CONFIGURE_DEPENDS tools/reference/*.cpp)
+add_executable(reference ${reference_sources})
+target_link_libraries(reference PRIVATE zyn_test_support)
+add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
+  ${CMAKE_SOURCE_DIR}/docs/reference)
+
 # Runs where nothing is registered: ./zyn package --test.
 add_executable(RegistrationFree_test EXCLUDE_FROM_ALL tests/package/RegistrationFree_test.cpp)
 target_link_libraries(RegistrationFree_test PRIVATE zyn_test_support)

@@ -1,6 +1,7 @@
 // Both type libraries as tools and script engines read them, from the registry and from the DLLs
 // themselves.
 #include <algorithm>
+#include <cctype>
 #include <set>
 
 #include "support/PublishedMembers.h"
@@ -192,6 +193,125 @@ TEST_P(TypeLibraryTest, EverythingHasAHelpString) {
       const FunctionDescription function(form.Get(), i);
       EXPECT_NE(helpOf(form.Get(), function->memid), "") << name << " member " << function->memid;
     }
+  }
+}
+
+TEST_P(TypeLibraryTest, NothingRefersToHelpFiles) {
+  for (const auto& [name, typeInfo] : types_) {
+    DWORD context = 0;
+    _bstr_t file;
+    ASSERT_EQ(
+        typeInfo->GetDocumentation(MEMBERID_NIL, nullptr, nullptr, &context, file.GetAddress()),
+        S_OK);
+    EXPECT_EQ(context, 0u) << name;
+    EXPECT_EQ(file.length(), 0u) << name;
+  }
+}
+
+/// Types of arguments that every automation client, .NET's importer included, marshals by itself.
+bool isAutomationType(ITypeInfo* type, const TYPEDESC& description, int pointers = 0) {
+  switch (description.vt) {
+    case VT_I2:
+    case VT_I4:
+    case VT_INT:
+    case VT_R4:
+    case VT_R8:
+    case VT_BOOL:
+    case VT_BSTR:
+    case VT_VARIANT:
+    case VT_DISPATCH:
+      return pointers <= 1;
+    case VT_PTR:
+      return isAutomationType(type, *description.lptdesc, pointers + 1);
+    case VT_USERDEFINED: {
+      ComPtr<ITypeInfo> referred;
+      require(type->GetRefTypeInfo(description.hreftype, &referred), "GetRefTypeInfo");
+      const TypeAttributes attributes(referred.Get());
+      if (attributes->typekind == TKIND_ENUM) return pointers <= 1;
+      if (attributes->typekind == TKIND_ALIAS) {
+        return isAutomationType(referred.Get(), attributes->tdescAlias, pointers);
+      }
+      return attributes->typekind == TKIND_DISPATCH && (pointers == 1 || pointers == 2);
+    }
+    default:
+      return false;
+  }
+}
+
+TEST_P(TypeLibraryTest, ArgumentsAreOfAutomationTypes) {
+  for (const auto& [name, typeInfo] : types_) {
+    const ComPtr<ITypeInfo> form = vtableForm(typeInfo.Get());
+    const TypeAttributes attributes(form.Get());
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+      const FunctionDescription function(form.Get(), i);
+      EXPECT_EQ(function->cParamsOpt, 0) << name << " member " << function->memid;
+      for (SHORT k = 0; k < function->cParams; ++k) {
+        const ELEMDESC& argument = function->lprgelemdescParam[k];
+        EXPECT_TRUE(isAutomationType(form.Get(), argument.tdesc))
+            << name << " member " << function->memid << " argument " << k;
+        EXPECT_TRUE(argument.paramdesc.wParamFlags & (PARAMFLAG_FIN | PARAMFLAG_FOUT))
+            << name << " member " << function->memid << " argument " << k;
+      }
+    }
+  }
+}
+
+std::string lowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return text;
+}
+
+/// The names of a type's own members, in small letters: Visual Basic tells no case.
+std::multiset<std::string> memberNames(ITypeInfo* type) {
+  const ComPtr<ITypeInfo> form = vtableForm(type);
+  const TypeAttributes attributes(form.Get());
+  std::set<MEMBERID> seen;
+  std::multiset<std::string> names;
+  for (UINT i = 0; i < attributes->cFuncs; ++i) {
+    const MEMBERID id = FunctionDescription(form.Get(), i)->memid;
+    _bstr_t name;
+    UINT count = 0;
+    require(form->GetNames(id, name.GetAddress(), 1, &count), "GetNames");
+    if (seen.insert(id).second) names.insert(lowerCase(narrow(name)));
+  }
+  return names;
+}
+
+TEST_P(TypeLibraryTest, NamesDifferInMoreThanCase) {
+  std::set<std::string> typeNames;
+  for (const auto& [name, typeInfo] : types_) {
+    EXPECT_TRUE(typeNames.insert(lowerCase(name)).second) << name;
+    const auto names = memberNames(typeInfo.Get());
+    for (const std::string& member : names) {
+      EXPECT_EQ(names.count(member), 1u) << name << "." << member;
+    }
+  }
+  // What .NET's importer makes of a class NAME.
+  for (const auto& [name, lines] : expected_.classes) {
+    EXPECT_FALSE(typeNames.contains(lowerCase(name) + "class")) << name;
+  }
+}
+
+/// What every .NET and every COM object has already.
+const std::set<std::string> kTakenNames = {
+    "equals",         "finalize", "gethashcode", "gettype",     "tostring",      "memberwiseclone",
+    "queryinterface", "addref",   "release",     "gettypeinfo", "getidsofnames", "invoke"};
+
+TEST_P(TypeLibraryTest, MembersOfOneClassDoNotClash) {
+  for (const auto& [name, lines] : expected_.classes) {
+    std::set<std::string> taken = kTakenNames;
+    std::set<std::string> clashes;
+    for (const std::string& line : lines) {
+      for (const std::string& member : memberNames(type(line.substr(line.rfind(' ') + 1)))) {
+        if (!taken.insert(member).second) clashes.insert(member);
+      }
+    }
+    // The event has the name of the switch in both views: docs/hosting-dotnet.md tells how .NET
+    // reaches it.
+    const bool isView = lines.size() > 1 && lines[1].starts_with("default source");
+    EXPECT_EQ(clashes, isView ? std::set<std::string>{"windowselection"} : std::set<std::string>{})
+        << name;
   }
 }
 
