@@ -144,11 +144,11 @@ void ChildPresentation::follow() const {
 }
 
 void ChildPresentation::present() {
-  // The buffer is read before it is swapped: afterwards it is undefined.
   if (canvas_ != nullptr) {
-    copyFrame();
+    copyFrame();  // nobody sees the canvas: its buffers need not change places
+  } else {
+    SwapBuffers(dc_.get());
   }
-  SwapBuffers(dc_.get());
 }
 
 void ChildPresentation::copyFrame() {

@@ -30,7 +30,7 @@ class ChildPresentation {
   /// context current.
   void follow() const;
 
-  /// Swaps the buffers; the frame, drawn on `dc` with the current context, is seen in the window.
+  /// Brings the frame, drawn on `dc` with the current context, into the window.
   void present();
 
  private:
