@@ -71,6 +71,15 @@ VARIANT empty() {
   return value;
 }
 
+/// What the members mean to be given.
+IID meantBy(const std::string& parameter) {
+  if (parameter == "P") return __uuidof(IZYNPoint);
+  if (parameter == "Rect") return __uuidof(IZYNRectangle);
+  if (parameter == "Box") return __uuidof(IZYNBox3D);
+  if (parameter == "profil") return __uuidof(IZYNProfil);
+  return __uuidof(IGLDraw);
+}
+
 bool namesFile(const std::string& name) { return name.find("ile") != std::string::npos; }
 
 }  // namespace
@@ -159,14 +168,15 @@ BSTR Arguments::fileName() {
   return keep(SysAllocString(longPath.c_str()));
 }
 
-IUnknown* Arguments::object() {
-  IUnknown* const found = objects_.anyObject();
+IUnknown* Arguments::object(const std::string& name) {
+  const bool meant = !name.empty() && random_.oneIn(2);
+  IUnknown* const found = meant ? objects_.objectFor(meantBy(name)) : objects_.anyObject();
   if (found) held_.emplace_back(found);
   return found;
 }
 
-IDispatch* Arguments::dispatch(REFIID iid) {
-  IUnknown* const found = object();
+IDispatch* Arguments::dispatch(REFIID iid, const std::string& name) {
+  IUnknown* const found = object(name);
   ComPtr<IDispatch> asked;
   if (!found || FAILED(found->QueryInterface(
                     iid, reinterpret_cast<void**>(asked.ReleaseAndGetAddressOf())))) {
@@ -184,7 +194,7 @@ VARIANT& Arguments::cell(VARTYPE type) {
 }
 
 /// A value without anything of its own behind it: objects and texts are owned here.
-VARIANT Arguments::simple(VARTYPE type) {
+VARIANT Arguments::simple(VARTYPE type, const std::string& name) {
   VARIANT value = empty();
   value.vt = type;
   switch (type) {
@@ -199,7 +209,7 @@ VARIANT Arguments::simple(VARTYPE type) {
       value.bstrVal = text();
       break;
     case VT_DISPATCH:
-      value.pdispVal = dispatch(IID_IDispatch);
+      value.pdispVal = dispatch(IID_IDispatch, name);
       break;
     case VT_UNKNOWN:
       value.punkVal = object();
@@ -228,14 +238,14 @@ VARIANT Arguments::simple(VARTYPE type) {
 }
 
 VARIANT Arguments::ofType(VARTYPE type, const std::string& name) {
-  if (type == VT_VARIANT) return random_.oneIn(2) ? numericArray() : anything();
+  if (type == VT_VARIANT) return tame_ || random_.oneIn(2) ? numericArray() : anything();
   if (type == VT_BSTR && namesFile(name)) {
     VARIANT value = empty();
     value.vt = VT_BSTR;
     value.bstrVal = fileName();
     return value;
   }
-  return simple(type);
+  return simple(type, name);
 }
 
 VARIANT Arguments::referenceTo(VARIANT& target) {
@@ -330,10 +340,11 @@ VARIANT Arguments::array(int depth) {
 /// What the members that take arrays mostly expect.
 VARIANT Arguments::numericArray() {
   constexpr ULONG kCounts[] = {2, 3, 4, 5, 6, 9, 12, 16};
+  const ULONG count = random_.oneIn(3) ? random_.pick(kCounts) : usualLength_;
   const VARTYPE type = static_cast<VARTYPE>(random_.oneIn(3) ? VT_VARIANT : VT_R8);
   VARIANT value = empty();
   value.vt = static_cast<VARTYPE>(VT_ARRAY | type);
-  value.parray = SafeArrayCreateVector(type, random_.below(2), random_.pick(kCounts));
+  value.parray = SafeArrayCreateVector(type, random_.below(2), count);
   if (!value.parray) return empty();
   arrays_.push_back({value.parray, 0, nullptr});
   fill(value.parray, type, 2);
@@ -410,7 +421,7 @@ VARIANT Arguments::exact(const ParameterType& parameter, const std::string& name
     }
     VARIANT value = empty();
     value.vt = VT_DISPATCH;
-    value.pdispVal = dispatch(parameter.iid);
+    value.pdispVal = dispatch(parameter.iid, name);
     return value;
   }
   VARIANT pointer = empty();

@@ -15,13 +15,18 @@ class ObjectSource {
   virtual ~ObjectSource() = default;
   /// An object of whatever kind, or null. The source keeps it alive during the call.
   virtual IUnknown* anyObject() = 0;
+  /// One that answers this interface, if there is any.
+  virtual IUnknown* objectFor(REFIID iid) = 0;
 };
 
 /// Makes the arguments of one call and owns what they lead to until the call is over.
 class Arguments {
  public:
   Arguments(Random& random, ObjectSource& objects, const std::wstring& folder)
-      : random_(random), objects_(objects), folder_(folder) {}
+      : random_(random),
+        objects_(objects),
+        folder_(folder),
+        usualLength_(static_cast<ULONG>(2 + random.below(15))) {}
   ~Arguments();
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
@@ -34,7 +39,7 @@ class Arguments {
   double number();
   LONG integer();
   BSTR text();
-  IDispatch* dispatch(REFIID iid);
+  IDispatch* dispatch(REFIID iid, const std::string& name = {});
 
   /// A value that a late-bound caller may well pass for such a parameter.
   VARIANT fitting(const ParameterType& parameter, const std::string& name);
@@ -46,7 +51,7 @@ class Arguments {
  private:
   VARIANT& cell(VARTYPE type);
   VARIANT ofType(VARTYPE type, const std::string& name);
-  VARIANT simple(VARTYPE type);
+  VARIANT simple(VARTYPE type, const std::string& name = {});
   VARIANT referenceTo(VARIANT& target);
   VARIANT nullReference();
   VARIANT array(int depth);
@@ -57,7 +62,7 @@ class Arguments {
   BSTR keep(BSTR made);
   BSTR oddText();
   BSTR fileName();
-  IUnknown* object();
+  IUnknown* object(const std::string& name = {});
 
   struct OwnedArray {
     SAFEARRAY* array;
@@ -70,6 +75,7 @@ class Arguments {
   const std::wstring& folder_;
   bool tame_ = false;
   bool largeSizes_ = true;
+  ULONG usualLength_;             ///< of arrays: members want several of one length
   std::deque<VARIANT> cells_;     ///< variables of the caller, which own their content
   std::deque<VARIANT> borrowed_;  ///< whose content is owned here
   std::vector<BSTR> texts_;

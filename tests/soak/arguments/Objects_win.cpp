@@ -1,5 +1,7 @@
 #include "soak/arguments/Objects_win.h"
 
+#include <algorithm>
+
 #include "soak/arguments/HostileObjects_win.h"
 
 namespace zyn::test {
@@ -19,6 +21,20 @@ bool isOurs(IUnknown* object) {
                     module == GetModuleHandleW(L"ZYNModeleGeom.dll"));
 }
 
+bool answers(IUnknown* object, REFIID iid) {
+  ComPtr<IUnknown> part;
+  return SUCCEEDED(
+      object->QueryInterface(iid, reinterpret_cast<void**>(part.ReleaseAndGetAddressOf())));
+}
+
+/// Objects that cannot hold others.
+bool holdsNothing(IUnknown* object) {
+  const IID kinds[] = {__uuidof(IZYNPoint),   __uuidof(IZYNRectangle), __uuidof(IZYNBox2D),
+                       __uuidof(IZYNBox3D),   __uuidof(IZYNAttribut),  __uuidof(IZYNGLTexte),
+                       __uuidof(IPictureDisp)};
+  return std::ranges::any_of(kinds, [&](REFIID kind) { return answers(object, kind); });
+}
+
 }  // namespace
 
 Objects::Objects(Random& random, const Published& published)
@@ -33,7 +49,7 @@ Objects::Objects(Random& random, const Published& published)
   controls_.emplace_back(view2D_->get());
   controls_.emplace_back(control);
   require(control->SetClientSite(plainSite()), "SetClientSite");
-  activate();
+  show(control.Get(), plainSite());
   connectEvents(control.Get());
   for (const auto& each : controls_) own(each.Get());
   for (const PublishedClass& each : published.classes) {
@@ -81,19 +97,30 @@ IUnknown* Objects::anyObject() {
                                                           : chosen.object.Get();
 }
 
-ComPtr<IUnknown> Objects::answering(REFIID iid) {
+const Objects::Own* Objects::find(REFIID iid, std::uint64_t bornAfter) {
+  if (own_.empty()) return nullptr;
   const auto start = static_cast<std::size_t>(random_.below(static_cast<int>(own_.size())));
   for (std::size_t i = 0; i < own_.size(); ++i) {
-    ComPtr<IUnknown> found;
     const Own& own = own_[(start + i) % own_.size()];
-    if (isOurs(own.object.Get()) &&
-        SUCCEEDED(own.object->QueryInterface(
-            iid, reinterpret_cast<void**>(found.ReleaseAndGetAddressOf())))) {
-      calledBirth_ = own.birth;
-      return found;
+    if (own.birth > bornAfter && isOurs(own.object.Get()) && answers(own.object.Get(), iid)) {
+      return &own;
     }
   }
   return nullptr;
+}
+
+IUnknown* Objects::objectFor(REFIID iid) {
+  const Own* const found = find(iid, calledBirth_);
+  return found ? found->object.Get() : nullptr;
+}
+
+ComPtr<IUnknown> Objects::answering(REFIID iid) {
+  const Own* const found = find(iid, 0);
+  if (!found) return nullptr;
+  calledBirth_ = found->birth;
+  ComPtr<IUnknown> part;
+  found->object->QueryInterface(iid, reinterpret_cast<void**>(part.ReleaseAndGetAddressOf()));
+  return part;
 }
 
 bool Objects::isPlain(IUnknown& part) const {
@@ -101,12 +128,18 @@ bool Objects::isPlain(IUnknown& part) const {
 }
 
 ComPtr<IUnknown> Objects::anyControl() {
+  if (random_.oneIn(4)) {
+    if (const auto withoutSite = answering(IID_IOleObject)) return withoutSite;
+  }
   calledBirth_ = controls_.size();
   return random_.pick(controls_);
 }
 
 void Objects::keep(IUnknown* object) {
-  if (!object) return;
+  if (object && holdsNothing(object)) takeIn(object);
+}
+
+void Objects::takeIn(IUnknown* object) {
   if (own_.size() == kMostOwn) {
     const auto first = static_cast<int>(controls_.size());
     own_.erase(own_.begin() + first + random_.below(static_cast<int>(kMostOwn) - first));
@@ -121,16 +154,24 @@ void Objects::renew() {
   }
   const auto made = create(anyClass());
   if (random_.oneIn(2)) createSurface(made.Get());
-  keep(made.Get());
+  takeIn(made.Get());
 }
 
 void Objects::activate() {
-  const auto control = queryFor<IOleObject>(controls_.back().Get());
+  const auto chosen = random_.pick(controls_);
+  const auto control = queryFor<IOleObject>(chosen.Get());
   ComPtr<IOleClientSite> site;
   control->GetClientSite(site.ReleaseAndGetAddressOf());
-  if (!site) control->SetClientSite(plainSite());
+  if (!site && isPlain(*chosen.Get())) {
+    site = plainSite();
+    control->SetClientSite(site.Get());
+  }
+  show(control.Get(), site.Get());
+}
+
+void Objects::show(IOleObject* control, IOleClientSite* site) const {
   const RECT position = {0, 0, kViewSize.cx, kViewSize.cy};
-  control->DoVerb(OLEIVERB_SHOW, nullptr, plainSite(), 0, parentWindow(), &position);
+  control->DoVerb(OLEIVERB_SHOW, nullptr, site, 0, parentWindow(), &position);
 }
 
 void Objects::forgetEvents() {

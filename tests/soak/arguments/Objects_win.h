@@ -22,6 +22,7 @@ class Objects final : public ObjectSource {
   /// Of the library's own only such as were made later than the object that is called: who is given
   /// what was there before could end up holding itself, and that would be the caller's fault.
   IUnknown* anyObject() override;
+  IUnknown* objectFor(REFIID iid) override;
 
   /// One of the library's own objects that answers this interface, to be called next; null when
   /// none does.
@@ -29,13 +30,13 @@ class Objects final : public ObjectSource {
   ComPtr<IUnknown> anyControl();
   const PublishedClass& anyClass() { return random_.pick(published_.classes); }
 
-  /// Takes in what a call handed out.
+  /// Takes in what a call handed out, if it cannot hold others.
   void keep(IUnknown* object);
 
   /// Replaces some object by a new one.
   void renew();
 
-  /// What a container does: gives a control its window back.
+  /// What a container does: gives a control its site and its window back.
   void activate();
 
   /// The container's side forgets what it was called for.
@@ -56,9 +57,12 @@ class Objects final : public ObjectSource {
     std::uint64_t birth;
   };
 
+  const Own* find(REFIID iid, std::uint64_t bornAfter);
+  void takeIn(IUnknown* object);
   void own(IUnknown* object) { own_.push_back({object, ++births_}); }
   ComPtr<IUnknown> create(const PublishedClass& which) const;
   void createSurface(IUnknown* context);
+  void show(IOleObject* control, IOleClientSite* site) const;
   void connectEvents(IUnknown* control);
 
   Random& random_;

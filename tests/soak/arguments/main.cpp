@@ -21,34 +21,68 @@ constexpr int kRoundCalls = 4000;
 constexpr double kLongestSeconds = 10;
 constexpr double kMostMegabytes = 1500;
 
-void run(const SoakRun& run) {
-  const Apartment apartment;
-  const TempFolder folder;
-  // Names that are no paths must not lead out of it.
-  std::filesystem::current_path(folder.path());
-  const std::wstring folderName = folder.path().wstring();
-  const Published published =
-      readPublished({moduleOf(classOf(kVue3DProgId)), moduleOf(classOf(kRectangleProgId))});
-  const DialogsCancelled dialogs;
-  Watchdog watchdog(kLongestSeconds, kMostMegabytes);
-  std::uint64_t done = 0;
-  for (std::uint64_t seed = run.seed; done < run.count; ++seed) {
-    const auto calls = static_cast<int>(std::min<std::uint64_t>(kRoundCalls, run.count - done));
-    watchdog.setContext("again: ./zyn soak arguments " + std::to_string(calls) + " " +
-                        std::to_string(seed));
-    Round(seed, published, folderName, watchdog).run(calls);
-    done += static_cast<std::uint64_t>(calls);
-    std::printf("%llu calls, %.0f MB\n", static_cast<unsigned long long>(done), currentCommitMb());
-    std::fflush(stdout);
+/// The same calls again and again keep no memory. The first times fill what the system keeps.
+constexpr int kRepeatedCalls = 1000;
+constexpr int kFirstTimes = 6;
+constexpr int kMoreTimes = 4;
+constexpr double kAllowedGrowthMb = 1.0;
+
+class Session {
+ public:
+  explicit Session(std::uint64_t seed) : seed_(seed) {
+    // Names that are no paths must not lead out of it.
+    std::filesystem::current_path(folder_.path());
   }
-  std::filesystem::current_path(folder.path().parent_path());
-}
+  ~Session() { std::filesystem::current_path(folder_.path().parent_path()); }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  void runRounds(std::uint64_t count) {
+    std::uint64_t done = 0;
+    for (std::uint64_t seed = seed_; done < count; ++seed) {
+      const auto calls = static_cast<int>(std::min<std::uint64_t>(kRoundCalls, count - done));
+      runRound(seed, calls);
+      done += static_cast<std::uint64_t>(calls);
+      std::printf("%llu calls, %.0f MB\n", static_cast<unsigned long long>(done),
+                  currentCommitMb());
+      std::fflush(stdout);
+    }
+  }
+
+  void repeatRound() {
+    for (int i = 0; i < kFirstTimes; ++i) runRound(seed_, kRepeatedCalls);
+    const double before = currentCommitMb();
+    for (int i = 0; i < kMoreTimes; ++i) runRound(seed_, kRepeatedCalls);
+    const double growth = currentCommitMb() - before;
+    std::printf("repeated: %.2f MB more\n", growth);
+    if (growth > kAllowedGrowthMb) watchdog_.fail("repeated calls keep memory");
+  }
+
+ private:
+  void runRound(std::uint64_t seed, int calls) {
+    watchdog_.setContext("again: ./zyn soak arguments " + std::to_string(calls) + " " +
+                         std::to_string(seed));
+    Round(seed, published_, folderName_, watchdog_).run(calls);
+  }
+
+  const Apartment apartment_;
+  const TempFolder folder_;
+  const std::wstring folderName_ = folder_.path().wstring();
+  const Published published_ =
+      readPublished({moduleOf(classOf(kVue3DProgId)), moduleOf(classOf(kRectangleProgId))});
+  const DialogsCancelled dialogs_;
+  Watchdog watchdog_{kLongestSeconds, kMostMegabytes};
+  std::uint64_t seed_;
+};
 
 }  // namespace
 
 int main() {
   try {
-    run(SoakRun(kUsualCount));
+    const SoakRun run(kUsualCount);
+    Session session(run.seed);
+    session.runRounds(run.count);
+    session.repeatRound();
   } catch (const std::exception& failure) {
     std::printf("FAILED: %s\n", failure.what());
     return 1;
