@@ -2,13 +2,10 @@
 
 #include <windows.h>
 
+#include "com/control/PictureSize_win.h"
 #include "offscreen/SharedBitmap_win.h"
 
 namespace zyn {
-
-/// The size in which a view draws a picture of `pixels` for its container: larger ones are drawn
-/// smaller and stretched.
-SIZE pictureSizeFor(SIZE pixels);
 
 /// Draws a picture into a rectangle of a container's device context, given in its logical units;
 /// the signs of the rectangle's sides are those of the mapping mode.

@@ -1,5 +1,7 @@
 // Pictures of the 3D view for its container: drawn into its device contexts,
 // frozen, and as data.
+#include <climits>
+
 #include "support/ControlTest_win.h"
 
 namespace zyn::test {
@@ -177,6 +179,22 @@ TEST_F(ControlPictures, ExtentsRoundTrip) {
   }
   SIZEL ignored = {};
   EXPECT_EQ(view->GetExtent(DVASPECT_ICON, -1, nullptr, &ignored), DV_E_DVASPECT);
+}
+
+TEST_F(ControlPictures, SizesThatNoMemoryHoldsGiveSmallerPictures) {
+  constexpr LONG kMostPixels = 1 << 24;
+  for (const SIZEL size : {SIZEL{LONG_MAX, LONG_MAX}, SIZEL{100000000, 3000}, SIZEL{1, LONG_MAX}}) {
+    setExtent(size);
+    FORMATETC format = {CF_BITMAP, nullptr, DVASPECT_CONTENT, -1, TYMED_GDI};
+    STGMEDIUM medium = {};
+    ASSERT_EQ(as<IDataObject>()->GetData(&format, &medium), S_OK);
+    BITMAP bitmap = {};
+    GetObjectW(medium.hBitmap, sizeof bitmap, &bitmap);
+    EXPECT_GT(bitmap.bmWidth, 0);
+    EXPECT_GT(bitmap.bmHeight, 0);
+    EXPECT_LE(bitmap.bmWidth, kMostPixels / bitmap.bmHeight);
+    ReleaseStgMedium(&medium);
+  }
 }
 
 TEST_F(ControlPictures, TellsItsNaturalExtent) {

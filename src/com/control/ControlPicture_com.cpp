@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "com/control/ControlHooks_com.h"
+#include "com/control/PictureSize_win.h"
 
 namespace zyn {
 
@@ -36,11 +37,12 @@ std::unique_ptr<Snapshot> pictureOf(ControlHooks& control, SIZE pixels) {
   if (pixels.cx <= 0 || pixels.cy <= 0) {
     return nullptr;
   }
-  auto picture = std::make_unique<Snapshot>(pixels);
+  const SIZE size = pictureSizeFor(pixels);
+  auto picture = std::make_unique<Snapshot>(size);
   if (!*picture) {
     throw std::bad_alloc();
   }
-  control.drawInto(picture->dc(), picture->bounds(), pixels);
+  control.drawInto(picture->dc(), picture->bounds(), size);
   return picture;
 }
 

@@ -14,7 +14,7 @@ class ControlHooks;
 // Pictures of a control as storage media hold them. The caller owns the result. They throw when a
 // picture cannot be made.
 
-/// The picture with `pixels` pixels; null when it has none.
+/// The picture with `pixels` pixels, or fewer where those are too many; null when it has none.
 std::unique_ptr<Snapshot> pictureOf(ControlHooks& control, SIZE pixels);
 
 /// A METAFILEPICT (MM_ANISOTROPIC) of the size `extent`.
