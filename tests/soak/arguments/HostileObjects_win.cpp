@@ -17,13 +17,13 @@ namespace {
 HRESULT anyAnswer(Random& random) {
   constexpr HRESULT kAnswers[] = {E_FAIL,        E_NOTIMPL,           E_OUTOFMEMORY, S_FALSE,
                                   E_NOINTERFACE, DISP_E_TYPEMISMATCH, E_POINTER};
-  return random.oneIn(4) ? random.pick(kAnswers) : S_OK;
+  return random.oneIn(8) ? random.pick(kAnswers) : S_OK;
 }
 
 double oddCoordinate(Random& random) {
   constexpr double kOdd[] = {HUGE_VAL, -HUGE_VAL, __builtin_nan(""), 1e300, -1e300, 5e-324,
                              1e39,     0};
-  return random.oneIn(6) ? random.pick(kOdd) : random.between(-10, 10);
+  return random.oneIn(15) ? random.pick(kOdd) : random.between(-10, 10);
 }
 
 void drawSomething(Random& random) {
@@ -54,9 +54,11 @@ ComPtr<IUnknown> makeDrawable(std::uint64_t seed, ObjectSource& objects) {
   const auto made = makeForeign<ForeignObject>(seed % 2 == 0 ? ForeignObject::Kind::kPlain
                                                              : ForeignObject::Kind::kSingleObject);
   const auto random = std::make_shared<Random>(seed);
-  const auto draw = [random](int) {
+  // One that fails ends the drawing of all.
+  const bool fails = random->oneIn(5);
+  const auto draw = [random, fails](int) {
     drawSomething(*random);
-    return anyAnswer(*random);
+    return fails ? anyAnswer(*random) : S_OK;
   };
   const auto box = [random, &objects](IDispatch** out) { return giveBox(*random, objects, out); };
   made->onDraw3D = made->onDraw2D = draw;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "soak/arguments/HostileObjects_win.h"
+#include "support/LateBinding_win.h"
 
 namespace zyn::test {
 namespace {
@@ -10,6 +11,7 @@ namespace {
 constexpr SIZE kViewSize = {64, 48};
 constexpr std::size_t kMostOwn = 60;
 constexpr int kForeign = 12;
+constexpr int kFirstFill = 20;
 
 /// Whether the library made the object: its functions lie in one of the DLLs.
 bool isOurs(IUnknown* object) {
@@ -53,12 +55,12 @@ Objects::Objects(Random& random, const Published& published)
   connectEvents(control.Get());
   for (const auto& each : controls_) own(each.Get());
   for (const PublishedClass& each : published.classes) {
-    for (int i = 0; i < 2; ++i) {
-      own(create(each).Get());
-      if (i == 0) createSurface(own_.back().object.Get());
-    }
+    own(create(each).Get());
+    createSurface(own_.back().object.Get());
   }
+  staying_ = own_.size();
   for (int i = 0; i < kForeign; ++i) foreign_.push_back(makeHostile(random, *this));
+  for (int i = 0; i < kFirstFill; ++i) fillScene();
 }
 
 Objects::~Objects() = default;
@@ -127,12 +129,16 @@ bool Objects::isPlain(IUnknown& part) const {
   return queryFor<IUnknown>(&part).Get() == queryFor<IUnknown>(controls_.back().Get()).Get();
 }
 
+ComPtr<IUnknown> Objects::hostedControl() {
+  calledBirth_ = controls_.size();
+  return random_.pick(controls_);
+}
+
 ComPtr<IUnknown> Objects::anyControl() {
   if (random_.oneIn(4)) {
     if (const auto withoutSite = answering(IID_IOleObject)) return withoutSite;
   }
-  calledBirth_ = controls_.size();
-  return random_.pick(controls_);
+  return hostedControl();
 }
 
 void Objects::keep(IUnknown* object) {
@@ -141,7 +147,7 @@ void Objects::keep(IUnknown* object) {
 
 void Objects::takeIn(IUnknown* object) {
   if (own_.size() == kMostOwn) {
-    const auto first = static_cast<int>(controls_.size());
+    const auto first = static_cast<int>(staying_);
     own_.erase(own_.begin() + first + random_.below(static_cast<int>(kMostOwn) - first));
   }
   own(object);
@@ -155,6 +161,19 @@ void Objects::renew() {
   const auto made = create(anyClass());
   if (random_.oneIn(2)) createSurface(made.Get());
   takeIn(made.Get());
+}
+
+void Objects::fillScene() {
+  const IID contexts[] = {__uuidof(IZYN3DGLBitmapContext), __uuidof(IZYN2DGLBitmapContext)};
+  const auto scene = random_.oneIn(3) ? answering(random_.pick(contexts)) : hostedControl();
+  const auto dispatch = queryFor<IDispatch>(scene.Get());
+  IUnknown* const drawable =
+      random_.oneIn(3) ? random_.pick(foreign_).Get() : objectFor(__uuidof(IGLDraw));
+  if (!drawable) return;
+  ComPtr<IDispatch> item;
+  drawable->QueryInterface(IID_PPV_ARGS(&item));
+  auto DBG = callMethod(dispatch.Get(), random_.oneIn(4) ? L"AddSelection" : L"Add",
+                        {_variant_t(item.Get()), _variant_t(static_cast<long>(random_.below(4)))});
 }
 
 void Objects::activate() {

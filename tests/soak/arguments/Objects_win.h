@@ -27,6 +27,9 @@ class Objects final : public ObjectSource {
   /// One of the library's own objects that answers this interface, to be called next; null when
   /// none does.
   ComPtr<IUnknown> answering(REFIID iid);
+  /// A control in a container.
+  ComPtr<IUnknown> hostedControl();
+  /// The same, or one that nobody has put anywhere.
   ComPtr<IUnknown> anyControl();
   const PublishedClass& anyClass() { return random_.pick(published_.classes); }
 
@@ -35,6 +38,9 @@ class Objects final : public ObjectSource {
 
   /// Replaces some object by a new one.
   void renew();
+
+  /// Adds something that draws to a view or a bitmap context.
+  void fillScene();
 
   /// What a container does: gives a control its site and its window back.
   void activate();
@@ -71,7 +77,8 @@ class Objects final : public ObjectSource {
   std::unique_ptr<View3DHost> view3D_;
   std::unique_ptr<View2DHost> view2D_;
   std::vector<ComPtr<IUnknown>> controls_;
-  std::vector<Own> own_;  ///< the controls first
+  std::vector<Own> own_;     ///< the controls first, then one of each class
+  std::size_t staying_ = 0;  ///< how many of them stay
   std::uint64_t births_ = 0;
   std::uint64_t calledBirth_ = 0;
   std::vector<ComPtr<IUnknown>> foreign_;

@@ -15,11 +15,12 @@
 namespace zyn::test {
 namespace {
 
-constexpr int kCallsBetween = 16;
+constexpr int kCallsBetween = 12;
 
-/// Members that open a dialog, or that are slow otherwise: every so many calls is enough.
+/// Members that open a dialog, are slow or undo much: every so many calls is enough.
 int rarityOf(const PublishedMember& member) {
   if (member.name == "EditAmbiantLight") return 30;
+  if (member.name.starts_with("RemoveAll")) return 8;
   return member.name.starts_with("CreateContext") ? 4 : 1;
 }
 
@@ -85,7 +86,7 @@ void Round::callStandard() {
 
 void Round::between() {
   watchdog_.enter("(between calls)");
-  switch (random_.below(6)) {
+  switch (random_.below(10)) {
     case 0:
       objects_.renew();
       break;
@@ -100,13 +101,20 @@ void Round::between() {
     case 4:
       sendInput();
       break;
-    default: {
-      HWND window = nullptr;
-      queryFor<IOleWindow>(objects_.anyControl().Get())->GetWindow(&window);
-      RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-    }
+    case 5:
+    case 6:
+      objects_.fillScene();
+      break;
+    default:
+      RedrawWindow(anyWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   }
   watchdog_.leave();
+}
+
+HWND Round::anyWindow() {
+  HWND window = nullptr;
+  queryFor<IOleWindow>(objects_.hostedControl().Get())->GetWindow(&window);
+  return window;
 }
 
 void Round::sendInput() {
@@ -114,8 +122,7 @@ void Round::sendInput() {
                                 WM_MBUTTONDOWN, WM_MBUTTONUP,     WM_RBUTTONDOWN,    WM_RBUTTONUP,
                                 WM_MOUSEWHEEL,  WM_LBUTTONDBLCLK, WM_KEYDOWN,        WM_KEYUP,
                                 WM_TIMER,       WM_MOUSELEAVE,    WM_CAPTURECHANGED, WM_SETCURSOR};
-  HWND window = nullptr;
-  queryFor<IOleWindow>(objects_.anyControl().Get())->GetWindow(&window);
+  const HWND window = anyWindow();
   if (!window) return;
   const UINT message = random_.pick(kMessages);
   const auto keys = static_cast<WPARAM>(random_.below(32));

@@ -23,6 +23,7 @@ class Round {
   void callStandard();
   void between();
   void sendInput();
+  HWND anyWindow();
   void finish();
 
   const Published& published_;
