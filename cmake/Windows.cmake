@@ -128,9 +128,13 @@ target_link_libraries(reference PRIVATE zyn_test_support)
 add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
   ${CMAKE_SOURCE_DIR}/docs/reference)
 
+add_test(NAME host.manifest COMMAND ${ZYN_RUN} $<TARGET_FILE:manifest> libraries.manifest ZYNVue.Components
+  ${PROJECT_VERSION}.0 $<TARGET_FILE:ZYNVue> $<TARGET_FILE:ZYNModeleGeom>)
+
 # Runs where nothing is registered: ./zyn package --test.
 add_executable(RegistrationFree_test EXCLUDE_FROM_ALL tests/package/RegistrationFree_test.cpp)
-target_link_libraries(RegistrationFree_test PRIVATE zyn_test_support)
+target_link_libraries(RegistrationFree_test PRIVATE zyn_test_support version)
+target_compile_definitions(RegistrationFree_test PRIVATE ZYN_VERSION="${PROJECT_VERSION}")
 
 # Tests of the Windows layer from inside.
 file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)

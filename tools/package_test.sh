@@ -10,6 +10,7 @@ windows=$root/build/windows
 work=$root/build/package-test
 wine=/usr/lib/wine/wine64
 name=$(basename "$out"/ZYNVue-*-win64.zip .zip)
+version=$(sed 's/ZYNVue-\(.*\)-win64/\1/' <<<"$name")
 stage=$out/$name
 export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=" LIBGL_ALWAYS_SOFTWARE=1
 export DISPLAY=${ZYN_DISPLAY:-:$(<"$root/build/state/display")}
@@ -122,6 +123,8 @@ uninstalls() {
   quiet "$wine" wineboot -r
 }
 
+version_is_in() { x86_64-w64-mingw32-strings -el "$1" | grep -A1 -x ProductVersion | grep -qx "$version.0"; }
+
 gtest() {
   run "$@" || { cat "$work/output" >&2; return 1; }
 }
@@ -165,6 +168,10 @@ test_zip() {
   local bin=$drive/unzipped/$name/bin
   mkdir -p "$drive/unzipped"
   unzip -q "$out/$name.zip" -d "$drive/unzipped"
+  local binary
+  for binary in "$bin"/*.exe "$bin"/*.dll "$out/$name.exe"; do
+    expect "version $version: $(basename "$binary")" version_is_in "$binary"
+  done
   expect "it holds what was staged" diff -r "$stage" "$drive/unzipped/$name"
   expect "regsvr32" exits 0 regsvr32 /s "$(windows_path "$bin/ZYNModeleGeom.dll")" "$(windows_path "$bin/ZYNVue.dll")"
   expect "a script creates every class" creates_all
@@ -203,7 +210,7 @@ test_machine() {
   expect "the new version replaces it" exits 0 "$(windows_path "$out/$name.exe")" /S
   expect "and keeps a file that it did not install" rm "$machine/docs/mine.txt"
   expect "the files are those of the package" installed_in "$machine"
-  expect "recorded" value_is HKLM DisplayVersion "$(sed 's/ZYNVue-\(.*\)-win64/\1/' <<<"$name")"
+  expect "recorded" value_is HKLM DisplayVersion "$version"
   expect "a script creates every class" creates_all
   test_in_use
   expect "installed once more" exits 0 "$(windows_path "$out/$name.exe")" /S

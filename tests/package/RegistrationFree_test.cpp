@@ -77,8 +77,7 @@ void expectEveryClass() {
   expectLateBound(createObject<IDispatch>(L"ZYNModeleGeom.Polyligne").Get(), L"setPoints");
 }
 
-/// The box of the scene, which the view gets from box objects of the companion, decides what it
-/// shows.
+/// The view shows the whole scene, and in it the plate.
 void expectFitted(View3DHost& host) {
   require(host->initView(0), "initView");
   require(host->VueXYp(0), "VueXYp");
@@ -103,6 +102,16 @@ void expectEvents(const View3DHost& host) {
   EXPECT_FALSE(host.events(kMouseMove).empty());
 }
 
+/// Objects create others: here, boxes of the companion library.
+void expectBox(IZYNGLTriangle* triangle) {
+  ComPtr<IDispatch> box;
+  ASSERT_EQ(queryFor<IGLDraw>(triangle)->GetBox3D(&box), S_OK);
+  ASSERT_TRUE(box);
+  double right = 0;
+  EXPECT_EQ(queryFor<IZYNBox3D>(box.Get())->get_XMax(&right), S_OK);
+  EXPECT_EQ(right, 20);
+}
+
 class ByManifest : public HostTest {};
 
 TEST_F(ByManifest, NothingIsRegistered) { expectUnregistered(); }
@@ -111,7 +120,9 @@ TEST_F(ByManifest, EveryClassIsCreatedByItsName) { expectEveryClass(); }
 
 TEST_F(ByManifest, AViewShowsItsSceneAndTellsEvents) {
   View3DHost host;
-  addScene(host, makePlate());
+  const auto plate = makePlate();
+  expectBox(plate[0].Get());
+  addScene(host, plate);
   expectFitted(host);
   expectEvents(host);
 }
@@ -136,6 +147,19 @@ TEST_F(ByManifest, TheControlTellsItsFlags) {
   EXPECT_EQ(flags, 131473u);
   EXPECT_EQ(OleRegGetMiscStatus(CLSID_ZYNVue3D, DVASPECT_CONTENT, &flags), S_OK);
   EXPECT_EQ(flags, 131473u);
+}
+
+TEST_F(ByManifest, TheLibrariesTellTheVersionOfTheProject) {
+  for (const wchar_t* file : {L"ZYNVue.dll", L"ZYNModeleGeom.dll"}) {
+    DWORD handle = 0;
+    std::vector<BYTE> block(GetFileVersionInfoSizeW(file, &handle));
+    ASSERT_TRUE(GetFileVersionInfoW(file, 0, static_cast<DWORD>(block.size()), block.data()));
+    void* text = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueW(block.data(), L"\\StringFileInfo\\040904B0\\ProductVersion", &text,
+                               &length));
+    EXPECT_EQ(std::wstring(static_cast<wchar_t*>(text)), L"" ZYN_VERSION L".0");
+  }
 }
 
 TEST(ByManifestTypes, TheTypeLibrariesAreFound) {
@@ -218,6 +242,7 @@ TEST_F(ByContext, WhatWasCreatedWorksAfterwards) {
     host.emplace();
     plate = makePlate();
   }
+  expectBox(plate[0].Get());
   addScene(*host, plate);
   expectFitted(*host);
   expectEvents(*host);
