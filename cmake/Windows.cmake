@@ -42,10 +42,11 @@ endfunction()
 zyn_layers(zyn_shared ${ZYN_SHARED_FOLDERS})
 zyn_layers(zyn_main ${ZYN_MAIN_FOLDERS})
 zyn_layers(zyn_geometry geometry)
-# Traces draw with the guards of the scene objects.
+# Traces draw and are picked as the scene objects are.
 file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp
      src/objects/Surface*_gl.cpp)
 target_sources(zyn_geometry_gl PRIVATE ${guards})
+target_sources(zyn_geometry_logic PRIVATE src/objects/PickVolume.cpp)
 zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures" ${zyn_shared_objects} ${zyn_main_objects})
 zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue" ${zyn_shared_objects} ${zyn_geometry_objects})
 

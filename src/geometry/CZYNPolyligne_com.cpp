@@ -216,6 +216,18 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::modelBounds() noexcept {
   return bounds;
 }
 
+bool STDMETHODCALLTYPE CZYNPolyligne::mayBePicked(const PickQuery& query) noexcept {
+  bool may = true;
+  boundary([&] {
+    RunBox all = boxes().all();
+    if (query.isFlat) {
+      all.box.zMin = all.box.zMax = 0;
+    }
+    may = !all.isEmpty() && query.volume.mayMeet(all.box);
+  });
+  return may;
+}
+
 void CZYNPolyligne::take(PointSequence points) {
   points_ = std::move(points);
   boxes_.reset();

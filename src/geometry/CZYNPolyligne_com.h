@@ -47,6 +47,7 @@ class CZYNPolyligne final
   IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
 
  private:
   void take(PointSequence points);

@@ -1,5 +1,7 @@
 #include "objects/CGLFontContext_gl.h"
 
+#include <atomic>
+
 #include "glcontext/PlainPixelStore_gl.h"
 
 namespace zyn {
@@ -45,7 +47,9 @@ void replaceGlyphs(GLuint& lists, GLuint other) {
 
 void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists,
                                GLuint outlineLists) {
+  static std::atomic<std::uint64_t> lastNumber = 0;
   metrics_ = metrics;
+  glyphsNumber_ = ++lastNumber;
   replaceGlyphs(filledLists_, filledLists);
   replaceGlyphs(outlineLists_, outlineLists);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "glcontext/gl_api.h"
 #include "objects/DigitFont.h"
@@ -20,6 +21,8 @@ class CGLFontContext {
   CGLFontContext& operator=(const CGLFontContext&) = delete;
 
   const FontMetrics& metrics() const { return metrics_; }
+  /// Another number for each set of glyphs, of any context; 0 before the first.
+  std::uint64_t glyphsNumber() const { return glyphsNumber_; }
 
   /// First of 256 lists, one a byte, that draw filled glyphs and move on to the next; 0: none.
   GLuint filledLists() const { return filledLists_; }
@@ -42,6 +45,7 @@ class CGLFontContext {
 
  private:
   FontMetrics metrics_;
+  std::uint64_t glyphsNumber_ = 0;
   GLuint filledLists_ = 0;
   GLuint outlineLists_ = 0;
   std::array<GLuint, kDigitSizes> digitLists_{};

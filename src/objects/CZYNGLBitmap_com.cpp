@@ -4,6 +4,7 @@
 #include "core/properties_com.h"
 #include "objects/ModelBox_com.h"
 #include "objects/SpritePainter_gl.h"
+#include "objects/SpritePick_gl.h"
 #include "objects/ViewMeasures_gl.h"
 
 namespace zyn {
@@ -142,6 +143,16 @@ STDMETHODIMP CZYNGLBitmap::GetParam(IDispatch*, double* value) noexcept {
 std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLBitmap::setTextView(const TextView& view) noexcept { view_ = view; }
+
+bool STDMETHODCALLTYPE CZYNGLBitmap::mayBePicked(const PickQuery& query) noexcept {
+  if (!shape_.image) {
+    return false;
+  }
+  if (!query.isFlat || query.mode != kSelection) {
+    return mayPickSprite(shape_, query);
+  }
+  return !query.fonts || mayPickSpriteRectangle(shape_, view_.pixelScale, view_.viewHeight, query);
+}
 
 Box3 CZYNGLBitmap::bounds() const {
   const Point& p = shape_.position;

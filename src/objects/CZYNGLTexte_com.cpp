@@ -1,5 +1,7 @@
 #include "objects/CZYNGLTexte_com.h"
 
+#include <new>
+
 #include "com/automation_com.h"
 #include "core/properties_com.h"
 #include "objects/FontRegister_win.h"
@@ -66,6 +68,7 @@ STDMETHODIMP CZYNGLTexte::put_Texte(BSTR newVal) noexcept {
     }
     label_.text = text ? narrowText(*text) : std::string();
     text_ = std::move(text);
+    extent_.forget();
   });
 }
 
@@ -162,7 +165,10 @@ STDMETHODIMP CZYNGLTexte::get_Value(double* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_Value(double newVal) noexcept {
-  return automation(*this, [&] { label_.value = newVal; });
+  return automation(*this, [&] {
+    label_.value = newVal;
+    extent_.forget();
+  });
 }
 
 STDMETHODIMP CZYNGLTexte::get_IsNumeric(VARIANT_BOOL* pVal) noexcept {
@@ -170,7 +176,10 @@ STDMETHODIMP CZYNGLTexte::get_IsNumeric(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_IsNumeric(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { label_.isNumeric = isExactlyTrue(newVal); });
+  return automation(*this, [&] {
+    label_.isNumeric = isExactlyTrue(newVal);
+    extent_.forget();
+  });
 }
 
 STDMETHODIMP CZYNGLTexte::GetPixelRect(IDispatch** retour) noexcept {
@@ -189,7 +198,10 @@ STDMETHODIMP CZYNGLTexte::get_UseNumericSize(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_UseNumericSize(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { label_.numericSize = isExactlyTrue(newVal); });
+  return automation(*this, [&] {
+    label_.numericSize = isExactlyTrue(newVal);
+    extent_.forget();
+  });
 }
 
 STDMETHODIMP CZYNGLTexte::Copie(IDispatch** TxtCpy) noexcept {
@@ -238,6 +250,17 @@ STDMETHODIMP CZYNGLTexte::GetParam(IDispatch*, double* value) noexcept {
 std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLTexte::setTextView(const TextView& view) noexcept { view_ = view; }
+
+bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept {
+  if (!query.fonts || query.mode >= 0) {
+    return true;
+  }
+  try {
+    return mayPickLabel(label_, extent_, viewOf(query.mode), query);
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
 
 Box3 CZYNGLTexte::bounds() const {
   const Point& p = label_.position;

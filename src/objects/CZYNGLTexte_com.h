@@ -9,7 +9,7 @@
 #include "com/ComClass_com.h"
 #include "objects/ISceneObject_com.h"
 #include "objects/ITextView_com.h"
-#include "objects/LabelPainter_gl.h"
+#include "objects/LabelPick_gl.h"
 #include "objects/TextLabel.h"
 
 namespace zyn {
@@ -72,6 +72,7 @@ class CZYNGLTexte final
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
@@ -81,6 +82,7 @@ class CZYNGLTexte final
   LabelView viewOf(int mode);
 
   TextLabel label_;
+  LabelExtent extent_;
   std::optional<std::wstring> text_;  ///< as the host gave it
   LONG priority_ = 1;
   SceneWatch watch_;

@@ -139,6 +139,14 @@ STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
   });
 }
 
+bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexcept {
+  Box3 box = bounds();
+  if (query.isFlat) {
+    box.zMin = box.zMax = 0;
+  }
+  return query.volume.mayMeet(box);
+}
+
 Box3 CZYNGLTriangle::bounds() const {
   const Point& first = shape_.vertices[0];
   Box3 box{first.x, first.x, first.y, first.y, first.z, first.z};

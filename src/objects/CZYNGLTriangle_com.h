@@ -38,9 +38,7 @@ class CZYNGLTriangle final
   IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
-  bool STDMETHODCALLTYPE mayBePicked(const PickVolume& volume) noexcept override {
-    return volume.mayMeet(bounds());
-  }
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   const TriangleShape* STDMETHODCALLTYPE triangle() noexcept override { return &shape_; }
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
 

@@ -24,6 +24,8 @@ struct DimensionSettings {
   std::int32_t textDistance = 15;  ///< of the text from the dimension line, pixels
   std::int32_t overshoot = 5;      ///< of the extension lines past the dimension line, pixels
   std::int32_t arrowLength = 15;   ///< pixels
+
+  bool isDimension() const { return type >= 1 && type <= 3; }
 };
 
 struct Segment {

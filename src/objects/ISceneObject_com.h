@@ -8,7 +8,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "core/Box3.h"
 #include "objects/ITextView_com.h"
-#include "objects/PickVolume.h"
+#include "objects/PickQuery_gl.h"
 #include "objects/SceneWatch.h"
 #include "objects/TriangleShape.h"
 
@@ -29,8 +29,9 @@ struct ISceneObject : public IUnknown {
   /// Where to be told of the object's changes.
   virtual SceneWatch& STDMETHODCALLTYPE watch() noexcept = 0;
 
-  /// Whether the object may be hit in a selection pass; it is not drawn in that pass where not.
-  virtual bool STDMETHODCALLTYPE mayBePicked(const PickVolume&) noexcept { return true; }
+  /// Whether drawing the object in a selection pass may hit, or change anything that can be told
+  /// afterwards; it is not drawn in that pass where not. Its text view has been set by then.
+  virtual bool STDMETHODCALLTYPE mayBePicked(const PickQuery&) noexcept { return true; }
 
   /// How it takes fonts and measures of the view, if it does.
   virtual ITextView* STDMETHODCALLTYPE textView() noexcept { return nullptr; }

@@ -9,7 +9,6 @@
 #include "objects/AutoGLColor_gl.h"
 #include "objects/AutoGLDepthTest_gl.h"
 #include "objects/AutoGLLighting_gl.h"
-#include "objects/DigitFont.h"
 #include "objects/DigitText_gl.h"
 #include "objects/RasterImage_gl.h"
 #include "objects/SelectionNames_gl.h"
@@ -73,26 +72,9 @@ void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const 
   }
 }
 
-/// The size of the digit font for a number whose line is this many pixels high; 0: none.
-int digitSizeOf(const TextLabel& label, double pixelScale) {
-  if (!label.isNumeric || !std::isfinite(label.value)) {
-    return 0;
-  }
-  const double pixels = std::round(label.height * pixelScale);
-  return pixels >= digitHeight(1) && pixels <= digitHeight(kDigitSizes)
-             ? static_cast<int>(pixels) - digitHeight(1) + 1
-             : 0;
-}
-
-/// In pixels; above the digits there is room for one more.
-TextBox digitBox(const std::string& number, int size) {
-  return {0.0, static_cast<double>(digitTextWidth(number, size)), 0.0, digitHeight(size) + 1.0};
-}
-
 void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const Point& position,
                 double screenPixel, int mode) {
-  const std::string number = label.shownText();
-  const TextBox box = digitBox(number, size);
+  const TextBox box = label.digitBox(size);
   const PlanePoint anchor = anchorOf(box, label.reference);
   if (mode < 0) {
     drawBoxForSelection(label, box, {position, anchor, screenPixel, true});
@@ -102,7 +84,7 @@ void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const P
   const PushedAttributes rasterPosition(GL_CURRENT_BIT);
   const PushedMatrix matrix(GL_MODELVIEW);
   if (startAt(position) && moveRasterTo(0, 0, 0, -anchor.x, -anchor.y)) {
-    drawDigitText(fonts, size, number);
+    drawDigitText(fonts, size, label.shownText());
   }
 }
 
@@ -203,7 +185,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   Point position;
   position.x = label.position.x * plane.scale.x;
   position.y = label.position.y * plane.scale.y;
-  if (const int size = digitSizeOf(label, view.pixelScale)) {
+  if (const int size = label.digitSize(view.pixelScale)) {
     drawDigits(label, fonts, size, position, screenPixel, mode);
   } else {
     drawOutlineText(label, fonts, position, pixel, view.pixelScale, mode);

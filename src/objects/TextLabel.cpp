@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "objects/DigitFont.h"
 #include "objects/NumberText.h"
 
 namespace zyn {
@@ -29,6 +30,22 @@ TextBox TextLabel::box(const FontMetrics& metrics) const {
 
 double TextLabel::emHeight(const TextBox& box) const {
   return height > 0 && box.height() > 0 ? height / box.height() : 0.0;
+}
+
+int TextLabel::digitSize(double pixelScale) const {
+  if (!isNumeric || !std::isfinite(value)) {
+    return 0;
+  }
+  const double pixels = std::round(height * pixelScale);
+  return pixels >= digitHeight(1) && pixels <= digitHeight(kDigitSizes)
+             ? static_cast<int>(pixels) - digitHeight(1) + 1
+             : 0;
+}
+
+TextBox TextLabel::digitBox(int size) const {
+  // Above the digits there is room for one more pixel.
+  return {0.0, static_cast<double>(digitTextWidth(shownText(), size)), 0.0,
+          digitHeight(size) + 1.0};
 }
 
 TextBox TextLabel::pixelBox(const FontMetrics& metrics) const {

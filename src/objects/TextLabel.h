@@ -39,6 +39,13 @@ struct TextLabel {
   /// where nothing is to be seen.
   double emHeight(const TextBox& box) const;
 
+  /// The size of the digit font that a 2D view draws it with, `pixelScale` pixels for one of the
+  /// label's measures; 0: none.
+  int digitSize(double pixelScale) const;
+
+  /// Around the number as a digit font draws it, in pixels.
+  TextBox digitBox(int size) const;
+
   /// The box in pixels, relative to the position, its sides moved outwards to whole pixels.
   TextBox pixelBox(const FontMetrics& metrics) const;
 };

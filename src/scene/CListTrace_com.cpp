@@ -43,6 +43,14 @@ void readTrianglePriority(IDispatch* object, std::int32_t& number) {
   }
 }
 
+/// To an object of another component that may be one of ours inside.
+void giveTextView(const ComPtr<IDispatch>& object, const TextView& view) {
+  ComPtr<ITextView> text;
+  if (SUCCEEDED(object.As(&text)) && text) {
+    text->setTextView(view);
+  }
+}
+
 }  // namespace
 
 struct CListTrace::Drawing {
@@ -50,8 +58,9 @@ struct CListTrace::Drawing {
   HRESULT (*drawOne)(IGLDraw& object, int mode);
   bool isFlat;
   bool isSelection = false;
-  std::optional<PickVolume> volume{};  ///< once it is known, in a selection
-  std::vector<GLuint> called{};        ///< lists that are to be called next
+  bool isQueryKnown = false;
+  std::optional<PickQuery> query{};  ///< in a selection, where it makes sense
+  std::vector<GLuint> called{};      ///< lists that are to be called next
 
   int modeOf(const DrawElem& element) const {
     return static_cast<int>(pass.overrideMode != 0 ? pass.overrideMode : element.drawingMode);
@@ -62,7 +71,12 @@ struct CListTrace::Drawing {
   }
   bool canCallLists() const;
   void callLists();
-  const PickVolume* pickVolume();
+  PickQuery* pickQuery();
+  bool misses(ISceneObject& object, int mode);
+
+ private:
+  std::optional<PickQuery> makeQuery() const;
+  std::shared_ptr<const CGLFontContext> currentFonts() const;
 };
 
 /// Display lists are for rendering: in other modes some platforms lock up. What objects of other
@@ -81,16 +95,49 @@ void CListTrace::Drawing::callLists() {
   }
 }
 
-/// The volume that the matrices make, which objects of other components may change.
-const PickVolume* CListTrace::Drawing::pickVolume() {
-  if (isSelection && !volume) {
-    PickVolume::Matrix projection{};
-    PickVolume::Matrix modelView{};
-    glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
-    glGetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
-    volume.emplace(projection, modelView);
+/// The fonts that the texts will draw with, where it is those of the view.
+std::shared_ptr<const CGLFontContext> CListTrace::Drawing::currentFonts() const {
+  const TextView& view = pass.texts;
+  const bool isCurrent = view.context && view.context == wglGetCurrentContext();
+  auto fonts = isCurrent ? view.fonts.lock() : nullptr;
+  return fonts && fonts->filledLists() != 0 ? std::move(fonts) : nullptr;
+}
+
+/// None where objects that are missed would leave something behind: they part the hits under names
+/// that others have left on the stack, and texts switch the depth test on.
+std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
+  const bool leavesNothing =
+      integerState(GL_NAME_STACK_DEPTH) == 0 && (isFlat || isEnabled(GL_DEPTH_TEST));
+  if (enumState(GL_RENDER_MODE) != GL_SELECT || !leavesNothing) {
+    return std::nullopt;
   }
-  return volume ? &*volume : nullptr;
+  PickVolume::Matrix projection{};
+  PickVolume::Matrix modelView{};
+  std::array<GLdouble, 4> viewport{};
+  glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+  glGetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
+  glGetDoublev(GL_VIEWPORT, viewport.data());
+  return PickQuery{.volume = {projection, modelView},
+                   .viewportHeight = viewport[3],
+                   .fonts = currentFonts(),
+                   .isFlat = isFlat};
+}
+
+/// What to ask objects of ours; objects of other components may change it.
+PickQuery* CListTrace::Drawing::pickQuery() {
+  if (isSelection && !isQueryKnown) {
+    query = makeQuery();
+    isQueryKnown = true;
+  }
+  return query ? &*query : nullptr;
+}
+
+bool CListTrace::Drawing::misses(ISceneObject& object, int mode) {
+  PickQuery* const asked = pickQuery();
+  if (asked) {
+    asked->mode = mode;
+  }
+  return asked && !object.mayBePicked(*asked);
 }
 
 CListTrace::~CListTrace() { removeAll(); }
@@ -258,24 +305,25 @@ void CListTrace::draw(Drawing& drawing) {
 }
 
 void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
-  const ComPtr<IDispatch> object = element.object;
-  ISceneObject* const own = element.own;
   const int mode = drawing.modeOf(element);
-  if (own && drawing.isSelection && !own->mayBePicked(*drawing.pickVolume())) {
+  ISceneObject* const own = element.own;
+  if (ITextView* const text = own ? own->textView() : nullptr) {
+    text->setTextView(drawing.pass.texts);
+  }
+  if (own && drawing.misses(*own, mode)) {
     return;
   }
+  const ComPtr<IDispatch> object = element.object;
   ComPtr<IGLDraw> drawable = own ? &own->drawable() : nullptr;
-  ComPtr<ITextView> text = own ? own->textView() : nullptr;
   if (!own) {
+    drawing.isQueryKnown = false;
     object.As(&drawable);
-    object.As(&text);
-    drawing.volume.reset();
   }
   if (!drawable) {
     return;
   }
-  if (text) {
-    text->setTextView(drawing.pass.texts);
+  if (!own) {
+    giveTextView(object, drawing.pass.texts);
   }
   throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
 }
@@ -288,7 +336,7 @@ void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
   }
   ElementGroup* group = ElementGroup::of(**walk);
   TriangleRun run(drawing.isOutline(*group));
-  const PickVolume* const volume = drawing.pickVolume();
+  const PickQuery* const query = drawing.pickQuery();
   const bool withLists = drawing.canCallLists();
   for (; group; group = group->successor()) {
     const GLuint list = withLists ? group->listFor(run, drawing.pass.lists, drawing.isFlat) : 0;
@@ -296,7 +344,7 @@ void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
       drawing.called.push_back(list);
     } else {
       drawing.callLists();
-      group->draw(run, drawing.isFlat, volume);
+      group->draw(run, drawing.isFlat, query);
     }
     walk.stand(group->last().node);
   }

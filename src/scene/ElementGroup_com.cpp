@@ -113,17 +113,17 @@ GLuint ElementGroup::listFor(TriangleRun& run, const std::shared_ptr<DisplayList
   return name_;
 }
 
-void ElementGroup::draw(TriangleRun& run, bool isFlat, const PickVolume* volume) const {
-  run.pass(emit(run.setting(), isFlat, volume));
+void ElementGroup::draw(TriangleRun& run, bool isFlat, const PickQuery* query) const {
+  run.pass(emit(run.setting(), isFlat, query));
 }
 
 TriangleCalls ElementGroup::emit(const TriangleSetting& setting, bool isFlat,
-                                 const PickVolume* volume) const {
+                                 const PickQuery* query) const {
   TriangleEmitter emitter(setting);
   const DrawElem* element = first_;
   for (std::uint32_t i = 0; i < count_; ++i) {
     const TriangleShape& shape = *element->own->triangle();
-    if (!volume || element->own->mayBePicked(*volume)) {
+    if (!query || element->own->mayBePicked(*query)) {
       emitter.add(isFlat ? flattened(shape) : shape);
     }
     element = nextOf(*element);

@@ -92,14 +92,13 @@ class ElementGroup final : public SceneWatcher {
   /// lists these are; 0 when the context has no list left. Tells the run.
   GLuint listFor(TriangleRun& run, const std::shared_ptr<DisplayLists>& lists, bool isFlat);
 
-  /// Draws the triangles at once, those only that the volume may meet if there is one. Tells the
-  /// run.
-  void draw(TriangleRun& run, bool isFlat, const PickVolume* volume) const;
+  /// Draws the triangles at once, in a selection pass those only that may be picked. Tells the run.
+  void draw(TriangleRun& run, bool isFlat, const PickQuery* query) const;
 
   void objectChanged(SceneChange change) noexcept override;
 
  private:
-  TriangleCalls emit(const TriangleSetting& setting, bool isFlat, const PickVolume* volume) const;
+  TriangleCalls emit(const TriangleSetting& setting, bool isFlat, const PickQuery* query) const;
   void forgetList();
 
   const CListTrace& list_;
