@@ -97,7 +97,7 @@ Arguments::~Arguments() {
 }
 
 double Arguments::number() {
-  if (!tame_ && random_.oneIn(2)) return random_.pick(kOddNumbers);
+  if (isOdd()) return random_.pick(kOddNumbers);
   switch (random_.below(4)) {
     case 0:
       return random_.between(0.0, 1.0);
@@ -109,7 +109,7 @@ double Arguments::number() {
 }
 
 LONG Arguments::integer() {
-  if (!tame_ && random_.oneIn(2)) {
+  if (isOdd()) {
     return largeSizes_ ? random_.pick(kOddIntegers) : random_.pick(kImpossibleSizes);
   }
   return random_.oneIn(3) ? random_.below(60) : random_.below(6);
@@ -150,7 +150,7 @@ BSTR Arguments::oddText() {
 }
 
 BSTR Arguments::text() {
-  if (!tame_ && random_.oneIn(2)) return keep(oddText());
+  if (isOdd()) return keep(oddText());
   constexpr const wchar_t* kUsual[] = {L"A",      L"12.5",    L"-3",  L"Texte",
                                        L"x (mm)", L"\xD8 45", L"0x10"};
   return keep(SysAllocString(random_.pick(kUsual)));
@@ -161,7 +161,7 @@ BSTR Arguments::fileName() {
                                        L"e e.\xE9", L"",      L"no\\file",    L"a|b<c>?*",
                                        L"NUL",      L"con",   L"long\\..\\f", L"g.bmp "};
   const std::wstring path = folder_ + L"\\" + random_.pick(kNames);
-  if (tame_ || !random_.oneIn(4)) return keep(SysAllocString(path.c_str()));
+  if (!isOdd() || random_.oneIn(2)) return keep(SysAllocString(path.c_str()));
   if (random_.oneIn(2)) return keep(oddText());
   const std::wstring longPath =
       folder_ + L"\\" + std::wstring(static_cast<std::size_t>(random_.below(40000)), L'y');
@@ -238,7 +238,7 @@ VARIANT Arguments::simple(VARTYPE type, const std::string& name) {
 }
 
 VARIANT Arguments::ofType(VARTYPE type, const std::string& name) {
-  if (type == VT_VARIANT) return tame_ || random_.oneIn(2) ? numericArray() : anything();
+  if (type == VT_VARIANT) return isOdd() ? anything() : numericArray();
   if (type == VT_BSTR && namesFile(name)) {
     VARIANT value = empty();
     value.vt = VT_BSTR;
@@ -414,7 +414,7 @@ VARIANT Arguments::fitting(const ParameterType& parameter, const std::string& na
 }
 
 VARIANT Arguments::exact(const ParameterType& parameter, const std::string& name) {
-  const bool null = parameter.byReference && !tame_ && random_.oneIn(4);
+  const bool null = parameter.byReference && isOdd() && random_.oneIn(2);
   if (!parameter.byReference) {
     if (parameter.type != VT_DISPATCH && parameter.type != VT_UNKNOWN) {
       return ofType(parameter.type, name);

@@ -31,8 +31,8 @@ class Arguments {
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
 
-  /// From now on only values that make sense somewhere.
-  void beTame() { tame_ = true; }
+  /// From now on one value in so many is odd; the others make sense somewhere. 0: none is odd.
+  void setOddOnes(int oneIn) { oddOnes_ = oneIn; }
   /// From now on no sizes that a machine could be asked for by mistake but could also serve.
   void leaveOutLargeSizes() { largeSizes_ = false; }
 
@@ -49,6 +49,7 @@ class Arguments {
   VARIANT exact(const ParameterType& parameter, const std::string& name);
 
  private:
+  bool isOdd() { return oddOnes_ != 0 && random_.oneIn(oddOnes_); }
   VARIANT& cell(VARTYPE type);
   VARIANT ofType(VARTYPE type, const std::string& name);
   VARIANT simple(VARTYPE type, const std::string& name = {});
@@ -73,7 +74,7 @@ class Arguments {
   Random& random_;
   ObjectSource& objects_;
   const std::wstring& folder_;
-  bool tame_ = false;
+  int oddOnes_ = 2;
   bool largeSizes_ = true;
   ULONG usualLength_;             ///< of arrays: members want several of one length
   std::deque<VARIANT> cells_;     ///< variables of the caller, which own their content
