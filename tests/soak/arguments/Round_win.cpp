@@ -16,6 +16,7 @@ namespace zyn::test {
 namespace {
 
 constexpr int kCallsBetween = 12;
+constexpr int kCallsInContext = 100;
 
 /// Members that open a dialog, are slow or undo much: every so many calls is enough.
 int rarityOf(const PublishedMember& member) {
@@ -44,19 +45,18 @@ Round::Round(std::uint64_t seed, const Published& published, const std::wstring&
 void Round::run(int calls) {
   for (int i = 0; i < calls; ++i) {
     call();
-    if (random_.oneIn(kCallsBetween)) between();
+    if (random_.oneIn(kCallsBetween)) guarded([this] { between(); });
+    if (random_.oneIn(kCallsInContext)) switchHostContext();
   }
   finish();
 }
 
-void Round::call() {
+/// Whatever happens in it, nothing gets out but what a host may see.
+template <class Step>
+void Round::guarded(const Step& step) {
   const HostState before;
   try {
-    if (random_.oneIn(8)) {
-      callStandard();
-    } else {
-      callPublished();
-    }
+    step();
   } catch (const std::exception& failure) {
     watchdog_.fail(std::string("lets an exception out: ") + failure.what());
   } catch (...) {
@@ -64,7 +64,17 @@ void Round::call() {
   }
   watchdog_.leave();
   if (!(HostState() == before))
-    watchdog_.fail("changed the host's context or floating-point state");
+    watchdog_.fail("changes the host's context or floating-point state");
+}
+
+void Round::call() {
+  guarded([this] {
+    if (random_.oneIn(8)) {
+      callStandard();
+    } else {
+      callPublished();
+    }
+  });
 }
 
 void Round::callPublished() {
@@ -108,7 +118,14 @@ void Round::between() {
     default:
       RedrawWindow(anyWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   }
-  watchdog_.leave();
+}
+
+void Round::switchHostContext() {
+  if (hostContext_.isCurrent()) {
+    wglMakeCurrent(nullptr, nullptr);
+  } else {
+    hostContext_.makeCurrent();
+  }
 }
 
 HWND Round::anyWindow() {
@@ -133,6 +150,7 @@ void Round::sendInput() {
 }
 
 void Round::finish() {
+  wglMakeCurrent(nullptr, nullptr);
   watchdog_.enter("(end of the round)");
   if (GetCapture()) ReleaseCapture();
   std::string left = objects_.releaseAll();

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "soak/arguments/Objects_win.h"
+#include "support/GlCanvas_win.h"
 #include "support/Watchdog_win.h"
 
 namespace zyn::test {
@@ -19,9 +20,12 @@ class Round {
 
  private:
   void call();
+  template <class Step>
+  void guarded(const Step& step);
   void callPublished();
   void callStandard();
   void between();
+  void switchHostContext();
   void sendInput();
   HWND anyWindow();
   void finish();
@@ -30,6 +34,7 @@ class Round {
   const std::wstring& folder_;
   Watchdog& watchdog_;
   Random random_;
+  GlCanvas hostContext_{32, 24};  ///< for objects that draw into the host's own context
   Objects objects_;
 };
 
