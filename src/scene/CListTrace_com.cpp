@@ -237,6 +237,7 @@ bool CListTrace::remove(IDispatch* object) {
 }
 
 void CListTrace::removeEvery(IDispatch* object) {
+  const ComPtr<IDispatch> held = object;  // the list's references may be the only ones
   // Releasing an object may run foreign code that adds it again: no more than there are.
   for (std::size_t left = count(); left > 0 && remove(object); --left) {
   }
