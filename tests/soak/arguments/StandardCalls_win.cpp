@@ -375,7 +375,8 @@ void addPictureCalls(std::vector<StandardCall>& calls) {
   calls.push_back(on<Data>("IDataObject.DAdvise", [](Data& data, Odds& odds) {
     FORMATETC format = odds.format();
     DWORD connection = 0;
-    data.DAdvise(odds.orNull(format), static_cast<DWORD>(odds.number()),
+    // The system's own holder of such connections never frees data that it sends (Wine 8).
+    data.DAdvise(odds.orNull(format), static_cast<DWORD>(odds.number()) | ADVF_NODATA,
                  odds.likely() ? static_cast<IAdviseSink*>(odds.site.Get()) : nullptr,
                  odds.orNull(connection));
     ComPtr<IEnumSTATDATA> advises;
