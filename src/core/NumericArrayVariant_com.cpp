@@ -89,6 +89,18 @@ NumericArray readForm(NumericForm form, const VARIANT& argument) {
   return {};
 }
 
+/// False if the array's memory cannot be had.
+template <class T>
+bool fill(SAFEARRAY& array, const std::vector<T>& values) {
+  const ArrayAccess access(array);
+  const std::span<T> elements = access.elements<T>();
+  if (elements.size() != values.size()) {
+    return false;
+  }
+  std::ranges::copy(values, elements.begin());
+  return true;
+}
+
 /// Makes a vector of `type`, whose elements are T, and hands it over.
 template <class T>
 HRESULT giveVector(VARIANT* place, VARTYPE type, const std::vector<T>& values) {
@@ -100,7 +112,10 @@ HRESULT giveVector(VARIANT* place, VARTYPE type, const std::vector<T>& values) {
   if (!array) {
     return E_OUTOFMEMORY;
   }
-  std::ranges::copy(values, ArrayAccess(*array).elements<T>().begin());
+  if (!fill(*array, values)) {
+    SafeArrayDestroy(array);
+    return E_OUTOFMEMORY;
+  }
   V_VT(place) = static_cast<VARTYPE>(VT_ARRAY | type);
   V_ARRAY(place) = array;
   return S_OK;

@@ -1,0 +1,149 @@
+#include "support/ImportTable.h"
+
+#include <sstream>
+
+namespace zyn::test {
+namespace {
+
+using Rules = std::map<std::string, ImportRule>;
+
+// Codes of Windows; this file is standard C++.
+constexpr std::uint32_t kAccessDenied = 5;
+constexpr std::uint32_t kNotEnoughMemory = 8;
+constexpr std::uint32_t kDiskFull = 112;
+constexpr std::uint32_t kNoSystemResources = 1450;
+constexpr std::uintptr_t kOutOfMemory = 0x8007000E;
+constexpr std::uintptr_t kNotRegistered = 0x80040154;
+constexpr std::uintptr_t kMinusOne = ~std::uintptr_t{0};
+constexpr std::uintptr_t kGdiError = 0xFFFFFFFF;
+
+void fail(Rules& rules, std::uintptr_t result, std::uint32_t lastError, const char* functions) {
+  std::istringstream names(functions);
+  for (std::string name; names >> name;) rules[name] = {true, result, lastError, {}};
+}
+
+void leave(Rules& rules, const char* reason, const char* functions) {
+  std::istringstream names(functions);
+  for (std::string name; names >> name;) rules[name] = {false, 0, 0, reason};
+}
+
+void addKernel(Rules& rules) {
+  fail(rules, 0, kNotEnoughMemory,
+       "CreateFileMappingW MapViewOfFile GlobalAlloc GlobalLock FormatMessageW");
+  fail(rules, 0, kAccessDenied,
+       "GetProcAddress LoadLibraryExW GetModuleFileNameW "
+       "GetCurrentActCtx WideCharToMultiByte");
+  fail(rules, kMinusOne, kAccessDenied, "CreateFileW");
+  fail(rules, 0, kDiskFull, "WriteFile");
+  leave(rules, "gives something back: nothing is left to be done where it fails",
+        "CloseHandle UnmapViewOfFile FreeLibrary GlobalFree GlobalUnlock LocalFree ReleaseActCtx "
+        "DeactivateActCtx");
+  leave(rules, "cannot fail",
+        "AcquireSRWLockExclusive ReleaseSRWLockExclusive EnterCriticalSection LeaveCriticalSection "
+        "DeleteCriticalSection InitializeCriticalSection TryEnterCriticalSection GetLastError "
+        "SetLastError GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId "
+        "GetTickCount64 GetSystemTimeAsFileTime Sleep lstrlenW MulDiv LockResource SizeofResource "
+        "IsDebuggerPresent OutputDebugStringA AddRefActCtx GetSystemTimePreciseAsFileTime");
+  leave(rules, "what cannot be deleted stays", "DeleteFileW");
+  leave(rules, "texts of errors, which then have none", "LocalAlloc");
+  leave(rules, "an optimisation, or a question that a failure answers with no",
+        "DisableThreadLibraryCalls GetModuleHandleW ActivateActCtx");
+  leave(rules, "threads, clocks and exceptions of the C++ runtime",
+        "AddVectoredExceptionHandler RemoveVectoredExceptionHandler CreateEventA CreateSemaphoreA "
+        "DuplicateHandle FormatMessageA GetHandleInformation GetProcessAffinityMask "
+        "GetThreadContext GetThreadPriority IsDBCSLeadByteEx LoadLibraryW MultiByteToWideChar "
+        "OpenProcess RaiseException ReleaseSemaphore ResetEvent ResumeThread RtlCaptureContext "
+        "RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetEvent SetProcessAffinityMask "
+        "SetThreadContext SetThreadPriority SuspendThread TlsAlloc TlsGetValue TlsSetValue "
+        "VirtualProtect VirtualQuery WaitForMultipleObjects WaitForSingleObject "
+        "__C_specific_handler");
+}
+
+void addRuntime(Rules& rules) {
+  leave(rules, "every allocation fails in the tests of missing memory",
+        "malloc calloc realloc _aligned_malloc _strdup");
+  leave(rules, "the C runtime, without resources of the system",
+        "___lc_codepage_func ___mb_cur_max_func __iob_func __setusermatherr _aligned_free "
+        "_amsg_exit _assert _beginthreadex _endthreadex _errno _hypot _initterm _lock _setjmp "
+        "fwprintf _ultoa _unlock _wcsicmp abort exit fprintf fputc fputs fputwc free fwrite "
+        "localeconv log10 memchr memcmp memcpy memmove memset printf signal strcmp strerror strlen "
+        "strncmp swprintf_s vfprintf wcscmp wcscpy wcslen longjmp _read _close _write memset "
+        "qsort _vsnwprintf wcsncmp fflush _isnan _finite _fpclass");
+}
+
+void addGraphics(Rules& rules) {
+  fail(rules, 0, kNoSystemResources,
+       "ChoosePixelFormat CloseEnhMetaFile CloseMetaFile CreateCompatibleDC CreateDIBSection "
+       "CreateEnhMetaFileW CreateFontIndirectW CreateMetaFileW "
+       "DescribePixelFormat GetDeviceCaps GetObjectType GetOutlineTextMetricsW LPtoDP SelectObject "
+       "SetDIBitsToDevice SetPixelFormat StretchDIBits SwapBuffers");
+  fail(rules, kGdiError, kNoSystemResources, "GetGlyphOutlineA");
+  fail(rules, 0, kNotEnoughMemory,
+       "gluNewTess glGenLists glGetString wglCreateContext wglMakeCurrent wglGetProcAddress");
+  leave(rules, "gives something back",
+        "DeleteDC DeleteEnhMetaFile DeleteMetaFile DeleteObject "
+        "gluDeleteTess wglDeleteContext");
+  leave(rules, "a picture that is wrong or missing for once, and nothing to be done about it",
+        "CreateRectRgnIndirect GdiFlush PatBlt SetMapMode SetStretchBltMode SetWindowExtEx "
+        "SetWindowOrgEx GetPixel");
+  leave(rules, "cannot fail", "wglGetCurrentContext wglGetCurrentDC");
+}
+
+void addUser(Rules& rules) {
+  fail(rules, 0, kNoSystemResources,
+       "CreateWindowExW GetClientRect GetDC GetDCEx LoadCursorW "
+       "RegisterClassExW SetWindowPos TrackMouseEvent");
+  leave(rules, "asks or tells the window manager: a failure is a no, or changes nothing",
+        "EndPaint EqualRect GetActiveWindow GetAncestor GetCapture GetFocus GetKeyState GetParent "
+        "GetWindowLongPtrW IntersectRect InvalidateRect IsChild IsRectEmpty IsWindow "
+        "IsWindowVisible OffsetRect PtInRect ReleaseCapture ReleaseDC ScreenToClient SetCapture "
+        "SetCursor SetFocus SetWindowLongPtrW SetWindowRgn ShowWindow ValidateRect "
+        "DefWindowProcW DispatchMessageW DestroyWindow UnregisterClassW CheckDlgButton EndDialog "
+        "IsDlgButtonChecked SendDlgItemMessageW SendMessageW");
+  leave(rules, "asked for again and again while it fails; tested with painting", "BeginPaint");
+  leave(rules, "a title, and the name of the file in its place", "LoadStringW");
+  leave(rules, "caught, or failing, in all the tests of failing calls",
+        "MessageBoxW DialogBoxParamW");
+}
+
+void addCom(Rules& rules) {
+  fail(rules, kNotRegistered, 0, "CoCreateInstance");
+  fail(rules, kOutOfMemory, 0,
+       "CreateDataAdviseHolder CreateErrorInfo CreateOleAdviseHolder CreateStreamOnHGlobal "
+       "OleRegGetUserType WriteClassStg LoadTypeLibEx OleCreatePictureIndirect "
+       "SafeArrayAccessData VariantChangeTypeEx "
+       "DispCallFunc SetErrorInfo");
+  fail(rules, 1, 0, "GetErrorInfo");
+  fail(rules, 0, kNotEnoughMemory, "SafeArrayCreateVector SysAllocStringLen");
+  leave(rules, "gives something back",
+        "CoTaskMemFree SysFreeString SafeArrayUnaccessData VariantClear SafeArrayDestroy");
+  leave(rules, "cannot fail", "SysStringLen VariantInit");
+  leave(rules, "its answer is passed on to the caller",
+        "OleLoadPicture VariantChangeType VariantCopy VariantCopyInd CoTaskMemAlloc");
+  leave(rules, "tested with the registry",
+        "FindResourceW LoadResource StringFromGUID2 RegisterTypeLib RegisterTypeLibForUser "
+        "UnRegisterTypeLib "
+        "UnRegisterTypeLibForUser "
+        "RegCreateKeyExW RegDeleteKeyW RegDeleteTreeW RegDeleteValueW RegOpenKeyExW "
+        "RegOverridePredefKey RegQueryInfoKeyW RegSetValueExW");
+  leave(rules, "gives something back", "RegCloseKey");
+}
+
+Rules makeRules() {
+  Rules rules;
+  addKernel(rules);
+  addRuntime(rules);
+  addGraphics(rules);
+  addUser(rules);
+  addCom(rules);
+  return rules;
+}
+
+}  // namespace
+
+const std::map<std::string, ImportRule>& importRules() {
+  static const Rules rules = makeRules();
+  return rules;
+}
+
+}  // namespace zyn::test
