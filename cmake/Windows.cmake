@@ -128,6 +128,7 @@ add_executable(reference ${reference_sources})
 target_link_libraries(reference PRIVATE zyn_test_support)
 add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
   ${CMAKE_SOURCE_DIR}/docs/reference)
+add_test(NAME docs.guides COMMAND ${CMAKE_SOURCE_DIR}/tools/check_guides.sh ${CMAKE_BINARY_DIR})
 
 add_test(NAME host.manifest COMMAND ${ZYN_RUN} $<TARGET_FILE:manifest> libraries.manifest ZYNVue.Components
   ${PROJECT_VERSION}.0 $<TARGET_FILE:ZYNVue> $<TARGET_FILE:ZYNModeleGeom>)
