@@ -112,6 +112,33 @@ TEST_F(CallerStateTest, IsKeptByEventsAndPaints) {
   expectKept("activate");
 }
 
+/// Counts the calls of one of the library's imports.
+class CallCounter {
+ public:
+  explicit CallCounter(const char* function) : import_(library(), function, {}, 1, 0) {}
+  std::uint32_t calls() const { return import_.calls().made; }
+
+ private:
+  FailingImport import_;
+};
+
+TEST_F(CallerStateTest, WhatIsPushedIsPopped) {
+  for (const auto& [push, pop] :
+       {std::pair{"glPushAttrib", "glPopAttrib"}, std::pair{"glPushMatrix", "glPopMatrix"},
+        std::pair{"glPushClientAttrib", "glPopClientAttrib"}, std::pair{"glNewList", "glEndList"},
+        std::pair{"glBegin", "glEnd"}}) {
+    const CallCounter pushed(push);
+    const CallCounter popped(pop);
+    callAll();
+    view3D_.paint();
+    view2D_.paint();
+    scene_.renderBytes();
+    graph_.renderBytes();
+    EXPECT_GT(pushed.calls(), 0U) << push;
+    EXPECT_EQ(pushed.calls(), popped.calls()) << push;
+  }
+}
+
 TEST_F(CallerStateTest, ClassObjectsKeepIt) {
   const GlCanvas canvas(8, 8);
   const OddFloatingPoint odd;
