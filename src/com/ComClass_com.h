@@ -42,7 +42,7 @@ struct Published<Dual<Interface>> {
 /// may define `HRESULT finishConstruction()`, which runs once the object can be referred to; its
 /// failure ends the creation.
 template <class Derived, class... Interfaces>
-class ComClass : public ComIdentity, public Interfaces..., public ISupportErrorInfo {
+class ComClass : public Interfaces..., public ISupportErrorInfo, public ComIdentity {
   using Default = std::tuple_element_t<0, std::tuple<Interfaces...>>;
 
  public:

@@ -12,31 +12,37 @@ constexpr ULONG kDestructionCount = 0x40000000;
 
 }  // namespace
 
-ComIdentity::ComIdentity() noexcept { ModuleState::instance().lock(); }
+ComIdentity::ComIdentity() noexcept : outer_(innerUnknown()) { ModuleState::instance().lock(); }
 
 ComIdentity::~ComIdentity() { ModuleState::instance().unlock(); }
 
-STDMETHODIMP ComIdentity::Inner::QueryInterface(REFIID iid, void** out) noexcept {
+// Not inlined: the compiler, which knows better than the virtual table what this object is, would
+// take calls through the result for impossible.
+[[gnu::noipa]] IUnknown* ComIdentity::innerUnknown() noexcept {
+  return reinterpret_cast<IUnknown*>(static_cast<InnerUnknown*>(this));
+}
+
+STDMETHODIMP ComIdentity::innerQueryInterface(REFIID iid, void** out) noexcept {
   if (!out) {
     return E_POINTER;
   }
   *out = nullptr;
   if (iid != IID_IUnknown) {
-    return object_.findInterface(iid, out);
+    return findInterface(iid, out);
   }
-  AddRef();
-  *out = static_cast<IUnknown*>(this);
+  innerAddRef();
+  *out = innerUnknown();
   return S_OK;
 }
 
-STDMETHODIMP_(ULONG) ComIdentity::Inner::AddRef() noexcept { return ++object_.references_; }
+STDMETHODIMP_(ULONG) ComIdentity::innerAddRef() noexcept { return ++references_; }
 
-STDMETHODIMP_(ULONG) ComIdentity::Inner::Release() noexcept {
-  const ULONG left = --object_.references_;
+STDMETHODIMP_(ULONG) ComIdentity::innerRelease() noexcept {
+  const ULONG left = --references_;
   if (left == 0) {
     const HostState state;
-    object_.references_ = kDestructionCount;
-    object_.destroy();
+    references_ = kDestructionCount;
+    destroy();
   }
   return left;
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cmath>
-
 #include "core/Point.h"
 #include "core/Vecteur.h"
 
@@ -31,13 +29,18 @@ struct Box3 {
 
   /// Grows to the smallest box that holds both; sides that are not a number count for nothing.
   void unite(const Box3& other) {
-    xMin = std::fmin(xMin, other.xMin);
-    xMax = std::fmax(xMax, other.xMax);
-    yMin = std::fmin(yMin, other.yMin);
-    yMax = std::fmax(yMax, other.yMax);
-    zMin = std::fmin(zMin, other.zMin);
-    zMax = std::fmax(zMax, other.zMax);
+    xMin = lesser(xMin, other.xMin);
+    xMax = greater(xMax, other.xMax);
+    yMin = lesser(yMin, other.yMin);
+    yMax = greater(yMax, other.yMax);
+    zMin = lesser(zMin, other.zMin);
+    zMax = greater(zMax, other.zMax);
   }
+
+ private:
+  /// As std::fmin and std::fmax, which are calls into a slow library here.
+  static double lesser(double a, double b) { return b < a || a != a ? b : a; }
+  static double greater(double a, double b) { return b > a || a != a ? b : a; }
 };
 
 }  // namespace zyn

@@ -14,6 +14,8 @@ constexpr LONG kHighestPriority = 19;
 
 bool isVertexIndex(LONG index) { return index >= 0 && index <= 2; }
 
+std::size_t placeOf(LONG vertexIndex) { return static_cast<std::size_t>(vertexIndex); }
+
 template <class Coordinates>
 void store(Coordinates& target, double x, double y, double z) {
   target.x = x;
@@ -34,12 +36,21 @@ HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
 
 }  // namespace
 
+CZYNGLTriangle::CZYNGLTriangle() {
+  const TriangleShape initial;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Vecteur& normal = initial.normals[i];
+    normals_[i] = {normal.x, normal.y, normal.z};
+  }
+  setColour(initial.r, initial.g, initial.b, initial.alpha);
+}
+
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
     if (!isVertexIndex(index)) {
       return E_FAIL;
     }
-    store(shape_.vertices[index], x, y, Z);
+    store(vertices_[placeOf(index)], x, y, Z);
     watch_.tell(SceneChange::Shape);
     return S_OK;
   });
@@ -47,11 +58,8 @@ STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) 
 
 STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha) noexcept {
   return automation(*this, [&] {
-    shape_.r = r;
-    shape_.g = g;
-    shape_.b = b;
-    shape_.alpha = alpha;
-    shape_.hasMaterial = false;
+    setColour(r, g, b, alpha);
+    material_.reset();
     watch_.tell(SceneChange::Look);
   });
 }
@@ -61,20 +69,22 @@ STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z
     if (!isVertexIndex(index)) {
       return E_FAIL;
     }
-    store(shape_.normals[index], x, y, Z);
+    store(normals_[placeOf(index)], x, y, Z);
     watch_.tell(SceneChange::Look);
     return S_OK;
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(
-      *this, [&] { return isVertexIndex(index) ? read(shape_.vertices[index], x, y, Z) : E_FAIL; });
+  return automation(*this, [&] {
+    return isVertexIndex(index) ? read(vertices_[placeOf(index)], x, y, Z) : E_FAIL;
+  });
 }
 
 STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(
-      *this, [&] { return isVertexIndex(index) ? read(shape_.normals[index], x, y, Z) : E_FAIL; });
+  return automation(*this, [&] {
+    return isVertexIndex(index) ? read(normals_[placeOf(index)], x, y, Z) : E_FAIL;
+  });
 }
 
 STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
@@ -90,7 +100,7 @@ STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
 STDMETHODIMP CZYNGLTriangle::put_Priority(LONG newVal) noexcept {
   return automation(*this, [&] {
     if (newVal > 0) {
-      priority_ = std::min(newVal, kHighestPriority);
+      priority_ = static_cast<std::int32_t>(std::min(newVal, kHighestPriority));
     }
   });
 }
@@ -99,26 +109,19 @@ STDMETHODIMP CZYNGLTriangle::setMaterial(double r, double g, double b, double al
                                          double Diffuse, double Specular, double _Shininess,
                                          double Emissive) noexcept {
   return automation(*this, [&] {
-    shape_.r = r;
-    shape_.g = g;
-    shape_.b = b;
-    shape_.alpha = alpha;
-    shape_.ambient = Ambiant;
-    shape_.diffuse = Diffuse;
-    shape_.specular = Specular;
-    shape_.shininess = _Shininess;
-    shape_.emissive = Emissive;
-    shape_.hasMaterial = true;
+    material_ = std::make_unique<const MaterialFactors>(
+        MaterialFactors{Ambiant, Diffuse, Specular, _Shininess, Emissive});
+    setColour(r, g, b, alpha);
     watch_.tell(SceneChange::Look);
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::Draw3D(int mode) noexcept {
-  return automation(*this, [&] { drawTriangle3D(shape_, mode); });
+  return automation(*this, [&] { drawTriangle3D(triangleShape(), mode); });
 }
 
 STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
-  return automation(*this, [&] { drawTriangle2D(shape_, mode); });
+  return automation(*this, [&] { drawTriangle2D(triangleShape(), mode); });
 }
 
 STDMETHODIMP CZYNGLTriangle::GetBox2D(IDispatch** box) noexcept {
@@ -147,10 +150,38 @@ bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexc
   return query.volume.mayMeet(box);
 }
 
+TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
+  TriangleShape shape;
+  for (std::size_t i = 0; i < 3; ++i) {
+    store(shape.vertices[i], vertices_[i].x, vertices_[i].y, vertices_[i].z);
+    store(shape.normals[i], normals_[i].x, normals_[i].y, normals_[i].z);
+  }
+  shape.r = r_;
+  shape.g = g_;
+  shape.b = b_;
+  shape.alpha = alpha_;
+  if (material_) {
+    shape.ambient = material_->ambient;
+    shape.diffuse = material_->diffuse;
+    shape.specular = material_->specular;
+    shape.shininess = material_->shininess;
+    shape.emissive = material_->emissive;
+    shape.hasMaterial = true;
+  }
+  return shape;
+}
+
+void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
+  r_ = r;
+  g_ = g;
+  b_ = b;
+  alpha_ = alpha;
+}
+
 Box3 CZYNGLTriangle::bounds() const {
-  const Point& first = shape_.vertices[0];
+  const Triple& first = vertices_[0];
   Box3 box{first.x, first.x, first.y, first.y, first.z, first.z};
-  for (const Point& vertex : shape_.vertices) {
+  for (const Triple& vertex : vertices_) {
     box.unite(Box3{vertex.x, vertex.x, vertex.y, vertex.y, vertex.z, vertex.z});
   }
   return box;

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <array>
+#include <memory>
+
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
+#include "core/ObjectPool_win.h"
 #include "objects/ISceneObject_com.h"
 #include "objects/TriangleShape.h"
 
@@ -11,9 +15,12 @@ namespace zyn {
 /// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
 /// meshes.
 class CZYNGLTriangle final
-    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, ISceneObject> {
+    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, ISceneObject>,
+      public Pooled<CZYNGLTriangle> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
+
+  CZYNGLTriangle();
 
   STDMETHODIMP setPoint(LONG index, double x, double y, double Z) noexcept override;
   STDMETHODIMP setColor(double r, double g, double b, double alpha) noexcept override;
@@ -39,15 +46,35 @@ class CZYNGLTriangle final
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
-  const TriangleShape* STDMETHODCALLTYPE triangle() noexcept override { return &shape_; }
+  bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
+  TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
 
  private:
+  /// A point or a direction without what makes a Point or a Vecteur larger than its numbers: there
+  /// are six in each triangle.
+  struct Triple {
+    double x = 0, y = 0, z = 0;
+  };
+
+  /// What a triangle with a material has beyond its colour; see TriangleShape.
+  struct MaterialFactors {
+    double ambient, diffuse, specular, shininess, emissive;
+  };
+
+  void setColour(double r, double g, double b, double alpha);
   Box3 bounds() const;
 
-  TriangleShape shape_;
+  // The order leaves no gaps: there may be very many triangles.
+  std::int32_t priority_ = 1;  ///< 1 to 19
   SceneWatch watch_;
-  std::int32_t priority_ = 1;
+  std::unique_ptr<const MaterialFactors> material_;
+  std::array<Triple, 3> vertices_;
+  std::array<Triple, 3> normals_;
+  double r_ = 0;
+  double g_ = 0;
+  double b_ = 0;
+  double alpha_ = 0;
 };
 
 }  // namespace zyn

@@ -37,7 +37,8 @@ struct ISceneObject : public IUnknown {
   virtual ITextView* STDMETHODCALLTYPE textView() noexcept { return nullptr; }
 
   /// What it looks like, if it is a triangle.
-  virtual const TriangleShape* STDMETHODCALLTYPE triangle() noexcept { return nullptr; }
+  virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
+  virtual TriangleShape STDMETHODCALLTYPE triangleShape() noexcept { return {}; }
 
   /// The number under which it answers in picking; none where its attribute tells.
   virtual std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept {

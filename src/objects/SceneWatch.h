@@ -21,11 +21,11 @@ class SceneWatcher {
 /// A watcher's place in the watch of one object.
 struct WatchLink {
   WatchLink* next = nullptr;
-  WatchLink* previous = nullptr;
   SceneWatcher* watcher = nullptr;
 };
 
-/// Those who watch one scene object: links in a ring, in the order in which they joined.
+/// Those who watch one scene object: links in a ring, in the order in which they joined. Leaving
+/// takes time for each that joined before, which is nobody for those who leave in the same order.
 class SceneWatch {
  public:
   SceneWatch() = default;
@@ -33,36 +33,38 @@ class SceneWatch {
   SceneWatch& operator=(const SceneWatch&) = delete;
 
   void join(WatchLink& link) noexcept {
-    if (!first_) {
-      first_ = link.next = link.previous = &link;
-      return;
+    if (last_) {
+      link.next = last_->next;
+      last_->next = &link;
+    } else {
+      link.next = &link;
     }
-    link.next = first_;
-    link.previous = first_->previous;
-    first_->previous->next = &link;
-    first_->previous = &link;
+    last_ = &link;
   }
 
   void leave(WatchLink& link) noexcept {
-    if (link.next == &link) {
-      first_ = nullptr;
-      return;
+    WatchLink* before = last_;
+    while (before->next != &link) {
+      before = before->next;
     }
-    link.previous->next = link.next;
-    link.next->previous = link.previous;
-    if (first_ == &link) {
-      first_ = link.next;
+    before->next = link.next;
+    if (last_ == &link) {
+      last_ = before != &link ? before : nullptr;
     }
   }
 
   /// The first link for which `matches` holds; null if there is none.
   template <class Matches>
   WatchLink* find(Matches matches) const {
-    WatchLink* link = first_;
-    while (link && !matches(*link)) {
-      link = link->next == first_ ? nullptr : link->next;
+    WatchLink* link = last_;
+    while (link) {
+      link = link->next;
+      if (matches(*link)) {
+        return link;
+      }
+      link = link != last_ ? link : nullptr;
     }
-    return link;
+    return nullptr;
   }
 
   void tell(SceneChange change) const noexcept {
@@ -73,7 +75,7 @@ class SceneWatch {
   }
 
  private:
-  WatchLink* first_ = nullptr;
+  WatchLink* last_ = nullptr;  ///< its next is the first
 };
 
 }  // namespace zyn

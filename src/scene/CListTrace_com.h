@@ -100,6 +100,9 @@ class CListTrace : private ZYNList<DrawElem*> {
 
 template <class Visit>
 void CListTrace::forEachOutside(Visit visit) {
+  if (outside_.empty()) {
+    return;
+  }
   for (Walk walk(*this); walk; walk.advance()) {
     if (ElementGroup* const group = ElementGroup::of(**walk)) {
       walk.stand(group->last().node);

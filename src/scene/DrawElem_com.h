@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "core/ObjectPool_win.h"
 #include "core/ZYNList.h"
 #include "objects/ISceneObject_com.h"
 
@@ -12,7 +13,7 @@ namespace zyn {
 
 /// One element of a draw list: an added scene object and how its view draws it. Watches the object
 /// if it is ours, for the ElementGroup that it is in.
-struct DrawElem : WatchLink {
+struct DrawElem final : WatchLink, Pooled<DrawElem> {
   ZYNList<DrawElem*>::Node node{nullptr, nullptr, this};
   Microsoft::WRL::ComPtr<IDispatch> object;  ///< the one reference that the list holds
   ISceneObject* own = nullptr;               ///< the object, where it is one of ours

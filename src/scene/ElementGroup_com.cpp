@@ -28,7 +28,7 @@ DrawElem* nextOf(const DrawElem& element) {
 ElementGroup::~ElementGroup() { forgetList(); }
 
 ElementGroup::Kind ElementGroup::kindOf(const DrawElem& element) {
-  if (!element.own->triangle()) {
+  if (!element.own->isTriangle()) {
     return Kind::Objects;
   }
   return element.drawingMode == kOutlineMode ? Kind::Outlines : Kind::Surfaces;
@@ -122,8 +122,8 @@ TriangleCalls ElementGroup::emit(const TriangleSetting& setting, bool isFlat,
   TriangleEmitter emitter(setting);
   const DrawElem* element = first_;
   for (std::uint32_t i = 0; i < count_; ++i) {
-    const TriangleShape& shape = *element->own->triangle();
     if (!query || element->own->mayBePicked(*query)) {
+      const TriangleShape shape = element->own->triangleShape();
       emitter.add(isFlat ? flattened(shape) : shape);
     }
     element = nextOf(*element);

@@ -40,7 +40,7 @@ class ElementGroup final : public SceneWatcher {
   };
 
   /// Large enough for display lists to draw fast, small enough to compile one for each change.
-  static constexpr std::uint32_t kMostElements = 1024;
+  static constexpr std::uint32_t kMostElements = 512;
 
   /// The drawing mode that shows triangles as outlines.
   static constexpr std::uint32_t kOutlineMode = 1;
