@@ -20,6 +20,15 @@ configure_file(packaging/samples.cmake ${CMAKE_BINARY_DIR}/package/CMakeLists.tx
 install(FILES ${CMAKE_BINARY_DIR}/package/CMakeLists.txt DESTINATION samples)
 
 install(DIRECTORY docs DESTINATION .)
+# The hosts are samples in the package.
+install(CODE [[
+  file(GLOB pages "${CMAKE_INSTALL_PREFIX}/docs/*.md")
+  foreach(page IN LISTS pages)
+    file(READ "${page}" text)
+    string(REPLACE "](../hosts" "](../samples" text "${text}")
+    file(WRITE "${page}" "${text}")
+  endforeach()
+]])
 configure_file(packaging/README.md ${CMAKE_BINARY_DIR}/package/README.md @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/package/README.md CHANGELOG.md DESTINATION .)
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
