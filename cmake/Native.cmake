@@ -17,7 +17,7 @@ add_library(zyn_gl OBJECT ${gl_sources})
 target_link_libraries(zyn_gl PUBLIC zyn_logic)
 
 file(GLOB_RECURSE all_tests CONFIGURE_DEPENDS tests/*_test.cpp)
-list(FILTER all_tests EXCLUDE REGEX "/tests/(host|host_[a-z0-9]+|fuzz)/|_win_test\\.cpp$")
+list(FILTER all_tests EXCLUDE REGEX "/tests/(host|host_[a-z0-9]+|fuzz|package|soak)/|_win_test\\.cpp$")
 set(gl_tests ${all_tests})
 list(FILTER gl_tests INCLUDE REGEX "_gl_test\\.cpp$")
 set(logic_tests ${all_tests})
