@@ -196,15 +196,24 @@ TEST_P(TypeLibraryTest, EverythingHasAHelpString) {
   }
 }
 
+void expectNoHelpContext(ITypeInfo* type, MEMBERID member) {
+  DWORD context = 0;
+  _bstr_t name;
+  _bstr_t file;
+  ASSERT_EQ(type->GetDocumentation(member, name.GetAddress(), nullptr, &context, file.GetAddress()),
+            S_OK);
+  EXPECT_EQ(context, 0u) << narrow(name);
+  EXPECT_EQ(file.length(), 0u) << narrow(name);
+}
+
 TEST_P(TypeLibraryTest, NothingRefersToHelpFiles) {
   for (const auto& [name, typeInfo] : types_) {
-    DWORD context = 0;
-    _bstr_t file;
-    ASSERT_EQ(
-        typeInfo->GetDocumentation(MEMBERID_NIL, nullptr, nullptr, &context, file.GetAddress()),
-        S_OK);
-    EXPECT_EQ(context, 0u) << name;
-    EXPECT_EQ(file.length(), 0u) << name;
+    expectNoHelpContext(typeInfo.Get(), MEMBERID_NIL);
+    const ComPtr<ITypeInfo> form = vtableForm(typeInfo.Get());
+    const TypeAttributes attributes(form.Get());
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+      expectNoHelpContext(form.Get(), FunctionDescription(form.Get(), i)->memid);
+    }
   }
 }
 
