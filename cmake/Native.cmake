@@ -30,12 +30,14 @@ list(FILTER support EXCLUDE REGEX "_(gl|win|com)\\.cpp$")
 
 add_executable(zyn_logic_tests ${logic_tests} ${support})
 target_link_libraries(zyn_logic_tests PRIVATE zyn_logic zyn_gtest Threads::Threads)
+target_precompile_headers(zyn_logic_tests PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled/native_tests.h)
 target_compile_definitions(zyn_logic_tests PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_test(NAME logic COMMAND zyn_logic_tests)
 
 add_executable(zyn_gl_tests ${gl_tests} ${support} ${gl_support})
 target_link_libraries(zyn_gl_tests PRIVATE zyn_gl zyn_logic
   zyn_gtest Threads::Threads EGL GL GLU)
+target_precompile_headers(zyn_gl_tests REUSE_FROM zyn_logic_tests)
 add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")

@@ -13,6 +13,15 @@ target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_include_directories(zyn_common SYSTEM INTERFACE ${ZYN_IDL_DIR} ${ZYN_STB_DIR})
 target_link_libraries(zyn_common INTERFACE zyn_warnings)
 
+# zyn_precompile(TARGET): with the headers of others that nearly all sources read.
+function(zyn_precompile target)
+  if(TARGET zyn_shared_win AND NOT target STREQUAL zyn_shared_win)
+    target_precompile_headers(${target} REUSE_FROM zyn_shared_win)
+  else()
+    target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled/windows.h)
+  endif()
+endfunction()
+
 # zyn_layers(PREFIX FOLDERS...): one object library a layer.
 function(zyn_layers prefix)
   foreach(layer logic gl win com)
@@ -21,6 +30,9 @@ function(zyn_layers prefix)
       add_library(${prefix}_${layer} OBJECT ${sources})
       target_link_libraries(${prefix}_${layer} PUBLIC zyn_common)
       add_dependencies(${prefix}_${layer} zyn_idl)
+      if(layer MATCHES "win|com")
+        zyn_precompile(${prefix}_${layer})
+      endif()
       list(APPEND objects $<TARGET_OBJECTS:${prefix}_${layer}>)
     endif()
   endforeach()
@@ -65,6 +77,7 @@ add_library(zyn_hosts OBJECT ${host_sources})
 target_include_directories(zyn_hosts PUBLIC hosts)
 target_link_libraries(zyn_hosts PUBLIC zyn_common)
 add_dependencies(zyn_hosts zyn_idl)
+zyn_precompile(zyn_hosts)
 
 # zyn_host(NAME [LINK-OPTIONS...]): the program of hosts/NAME.
 function(zyn_host name)
@@ -101,13 +114,20 @@ target_include_directories(zyn_test_support PUBLIC tests)
 target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest ${ZYN_SYSTEM_LIBRARIES} comctl32)
 target_compile_definitions(zyn_test_support PUBLIC ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_dependencies(zyn_test_support zyn_idl)
+target_precompile_headers(zyn_test_support PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_SOURCE_DIR}/cmake/precompiled/windows_tests.h>)
+
+# zyn_test_program(NAME SOURCES...): a program that uses the tests' support.
+function(zyn_test_program name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE zyn_test_support)
+  target_precompile_headers(${name} REUSE_FROM zyn_test_support)
+endfunction()
 
 set(ZYN_RUN ${CMAKE_SOURCE_DIR}/zyn run)
 file(GLOB host_tests CONFIGURE_DEPENDS tests/host/*_test.cpp)
 foreach(test IN LISTS host_tests)
   get_filename_component(name ${test} NAME_WE)
-  add_executable(${name} ${test})
-  target_link_libraries(${name} PRIVATE zyn_test_support)
+  zyn_test_program(${name} ${test})
   add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)
 endforeach()
 
@@ -117,15 +137,14 @@ foreach(main IN LISTS soak_mains)
   get_filename_component(folder ${main} DIRECTORY)
   get_filename_component(name ${folder} NAME)
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
-  add_executable(soak_${name} ${sources})
-  target_link_libraries(soak_${name} PRIVATE zyn_test_support shlwapi)
+  zyn_test_program(soak_${name} ${sources})
+  target_link_libraries(soak_${name} PRIVATE shlwapi)
   add_test(NAME soak.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:soak_${name}>)
 endforeach()
 
 # Makes docs/reference (./zyn reference), and finds out whether it is current.
 file(GLOB reference_sources CONFIGURE_DEPENDS tools/reference/*.cpp)
-add_executable(reference ${reference_sources})
-target_link_libraries(reference PRIVATE zyn_test_support)
+zyn_test_program(reference ${reference_sources})
 add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
   ${CMAKE_SOURCE_DIR}/docs/reference)
 add_test(NAME docs.guides COMMAND ${CMAKE_SOURCE_DIR}/tools/check_guides.sh ${CMAKE_BINARY_DIR})
@@ -140,9 +159,8 @@ target_compile_definitions(RegistrationFree_test PRIVATE ZYN_VERSION="${PROJECT_
 
 # Tests of the Windows layer from inside.
 file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)
-add_executable(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>
+zyn_test_program(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>
   $<TARGET_OBJECTS:zyn_main_logic> $<TARGET_OBJECTS:zyn_main_gl> $<TARGET_OBJECTS:zyn_main_win>)
-target_link_libraries(zyn_win_tests PRIVATE zyn_test_support)
 add_test(NAME win COMMAND ${ZYN_RUN} $<TARGET_FILE:zyn_win_tests>)
 
 # The display's own mouse serves one program at a time.
@@ -167,8 +185,7 @@ function(zyn_stand_in dll)
   file(GLOB tests CONFIGURE_DEPENDS tests/host_${dll}/*_test.cpp)
   foreach(test IN LISTS tests)
     get_filename_component(name ${test} NAME_WE)
-    add_executable(${name} ${test})
-    target_link_libraries(${name} PRIVATE zyn_test_support)
+    zyn_test_program(${name} ${test})
     add_dependencies(${name} ${dll}_recorder)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${folder})
     add_test(NAME host.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:${name}>)

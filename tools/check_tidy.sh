@@ -13,7 +13,10 @@ done < <(x86_64-w64-mingw32-g++-posix -E -x c++ -v /dev/null 2>&1 |
   sed -n '/#include <...>/,/End of search/s/^ //p' | grep -v '/lib/gcc/.*/include$')
 
 check() {
-  local database=$1
+  # Without precompiled headers, which are GCC's and hide what a file fails to include.
+  local database=$build/tidy/$(basename "$1")
+  mkdir -p "$database"
+  sed 's/ -Winvalid-pch -include [^ ]*cmake_pch.hxx//' "$1/compile_commands.json" >"$database/compile_commands.json"
   shift
   xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p "$database" "$@" 2> >(grep -v 'warnings generated' >&2)
 }
