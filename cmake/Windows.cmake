@@ -94,6 +94,9 @@ zyn_host(zynshot)
 target_compile_definitions(zynshot PRIVATE ZYN_VERSION="${PROJECT_VERSION}")
 zyn_host(viewer -mwindows)
 target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
+zyn_host(minimal -mwindows)
+zyn_host(ownobject -mwindows)
+zyn_host(scripthost)
 
 include(Package)
 

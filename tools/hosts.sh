@@ -1,0 +1,187 @@
+#!/usr/bin/env bash
+# Runs every sample with the compiler or run-time of its language, as far as they run here, and tells how it went.
+# usage: hosts.sh [NAME...]   (run by "zyn hosts"; NAME: of the list at the end, default: all)
+# Logs and pictures go to build/hosts/NAME, compilers and run-times to build/hosts/tools.
+set -uo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+zyn=${ZYN:-$root/zyn}
+hosts=$root/hosts
+windows=$root/build/windows
+out=$root/build/hosts
+tools=$out/tools
+limit=120 # seconds for one program
+not_run=77
+
+# Everything below runs in a subshell whose output is the log of the host: these end it.
+fail() {
+  printf 'FAILED: %s\n' "$*"
+  if [[ -n ${window:-} ]]; then
+    import -window root failed.png
+    xdotool windowkill "$window"
+  fi
+  exit 1
+}
+skip() { printf 'NOT RUN: %s\n' "$*"; exit "$not_run"; }
+
+# run PROGRAM ARGS...: a Windows program, bounded in time; its output is shown, and kept in $output.
+run() {
+  local status=0
+  timeout -k 5 "$limit" "$zyn" run "$@" >output.txt 2>&1 </dev/null || status=$?
+  output=$(tr -d '\r' <output.txt)
+  printf '%s\n' "$output"
+  [[ $status -eq 0 ]] || fail "$1 ended with code $status"
+}
+
+# expect TEXT: what the last program must have printed.
+expect() { [[ $output == *"$1"* ]] || fail "it did not print \"$1\""; }
+
+# expect_pictures FILE...: must be pictures with something on them: not of one colour.
+expect_pictures() {
+  local picture colours
+  for picture in "$@"; do
+    colours=$(identify -format %k "$picture" 2>/dev/null) || fail "$picture is no picture"
+    [[ $colours -gt 1 ]] || fail "$picture has $colours colours only"
+    printf '%s: %s\n' "$picture" "$(identify -format '%wx%h, %k colours' "$picture")"
+  done
+}
+
+# open_window TITLE PROGRAM ARGS...: starts a Windows program and waits for its window: $program and $window.
+open_window() {
+  local title=$1
+  timeout -k 5 "$limit" "$zyn" run "${@:2}" &
+  program=$!
+  for _ in {1..300}; do
+    window=$(xdotool search --onlyvisible --name "^$title\$" 2>/dev/null | head -n 1)
+    [[ -n $window ]] && return
+    kill -0 "$program" 2>/dev/null || fail "it ended too early"
+    sleep 0.1
+  done
+  fail "no window \"$title\""
+}
+
+# press X Y: clicks at a place of the window.
+press() {
+  xdotool mousemove --window "$window" "$1" "$2" click 1
+  sleep 0.5
+}
+
+# click X Y TITLE: clicks at a place of the window and waits for the title that the event handler sets.
+click() {
+  local name
+  xdotool mousemove --window "$window" "$1" "$2" click 1
+  for _ in {1..100}; do
+    name=$(xdotool getwindowname "$window")
+    [[ $name == "$3" ]] && printf 'clicked at %s, %s: %s\n' "$1" "$2" "$name" && return
+    sleep 0.1
+  done
+  fail "after a click at $1, $2 the title is \"$name\", not \"$3\""
+}
+
+# take NAME: the display as a picture.
+take() {
+  import -window root "$1.png"
+  expect_pictures "$1.png"
+}
+
+close_window() {
+  xdotool key alt+F4
+  wait "$program" || fail "it ended with code $?"
+}
+
+host_minimal() {
+  open_window ZYNVue "$windows/bin/minimal.exe"
+  click 190 285 "Picked: 1"
+  click 530 285 "Picked: 2"
+  click 360 100 "Picked: nothing"
+  take minimal
+  close_window
+}
+
+host_ownobject() {
+  open_window "A spring" "$windows/bin/ownobject.exe"
+  click 360 60 "Nothing picked"
+  click 360 285 "Coil 3"
+  take ownobject
+  close_window
+}
+
+host_scripthost() {
+  local script
+  for script in pick.vbs pick.js; do
+    open_window Script "$windows/bin/scripthost.exe" "$hosts/scripthost/$script" >output.txt
+    press 190 285
+    press 530 285
+    press 360 100
+    take "$script"
+    close_window
+    output=$(tr -d '\r' <output.txt)
+    printf '%s\n' "$script" "$output"
+    expect $'picked one\npicked two\npicked nothing'
+  done
+}
+
+host_scripts() {
+  run cscript.exe //nologo "$hosts/scripts/sevenviews.vbs" Z:"${PWD//\//\\}"
+  expect "done: 7 pictures"
+  expect_pictures {xy,xz,yz}-{plus,minus}.png turning.png
+  run cscript.exe //nologo "$hosts/scripts/csvgraph.js" "$hosts/data/sea_surface_temperature.csv" graph.png
+  expect "done: 1 picture"
+  expect_pictures graph.png
+}
+
+# The units of the run-time library for 64-bit Windows are compiled from the sources, as far as they are used.
+host_pascal() {
+  local source=/usr/share/fpcsrc rtl packages units=$tools/pascal options folder
+  source=$(find "$source" -mindepth 1 -maxdepth 1 -type d 2>/dev/null | sort | tail -n 1)
+  [[ -n $source ]] || skip "fpc-source is not installed"
+  rtl=$source/rtl packages=$source/packages
+  mkdir -p "$units"
+  options=(-n -Twin64 -Xi -v0e -FU"$units" -Fu"$units")
+  for folder in "$rtl"/{inc,x86_64,win,win64,win/wininc,objpas,objpas/sysutils,objpas/classes} \
+    "$packages"/rtl-objpas/src/inc; do
+    options+=(-Fi"$folder")
+  done
+  ppcx64 "${options[@]}" -Us -Sg -Sc "$rtl/win64/system.pp" >system.log || fail "system.pp: see system.log"
+  ppcx64 "${options[@]}" -Sg -Sc "$rtl/win64/sysinit.pp" >sysinit.log || fail "sysinit.pp: see sysinit.log"
+  for folder in "$rtl"/{inc,win,win64,objpas,x86_64} \
+    "$packages"/{winunits-base/src,rtl-objpas/src/inc,rtl-objpas/src/win,fcl-registry/src,fcl-base/src,fcl-xml/src}; do
+    options+=(-Fu"$folder")
+  done
+  ppcx64 "${options[@]}" -FE. "$hosts/pascal/picture.pas" >picture.log || { tail picture.log; fail "picture.pas"; }
+  run "$PWD/picture.exe" picture.png
+  expect done
+  expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
+  expect_pictures picture.png
+}
+
+all=(minimal ownobject scripthost scripts pascal)
+declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
+  [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
+  [pascal]="Free Pascal: a picture, late and early bound")
+
+# run_host NAME: in a folder and a shell of its own; adds a line to the table.
+run_host() {
+  local name=$1 started=$SECONDS status=0 result
+  rm -rf "${out:?}/$name"
+  mkdir -p "$out/$name"
+  printf '== %s: %s\n' "$name" "${titles[$name]}"
+  (cd "$out/$name" && "host_$name") >"$out/$name/log.txt" 2>&1 || status=$?
+  case $status in
+    0) result=ran ;;
+    "$not_run") result="not run: $(sed -n 's/^NOT RUN: //p' "$out/$name/log.txt" | tail -n 1)" ;;
+    *) result=FAILED failures=1; tail -n 20 "$out/$name/log.txt" ;;
+  esac
+  table+=("$(printf '%-12s %4d s  %-45s %s' "$name" $((SECONDS - started)) "${titles[$name]}" "$result")")
+}
+
+failures=0
+table=()
+DISPLAY=:$(<"$out/state/display")
+export DISPLAY
+for name in "${@:-${all[@]}}"; do
+  [[ -n ${titles[$name]:-} ]] || { printf 'hosts: unknown: %s; one of: %s\n' "$name" "${all[*]}" >&2; exit 2; }
+  run_host "$name"
+done
+printf '\n%s\n' "${table[@]}"
+exit "$failures"
