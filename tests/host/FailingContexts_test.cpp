@@ -132,6 +132,31 @@ TEST_F(FailingWorkTest, AFullDiskLeavesNoFile) {
   EXPECT_TRUE(exists(file));
 }
 
+// A file that cannot be deleted either stays, and the next picture replaces it.
+TEST_F(FailingWorkTest, AFullDiskThatDeletesNothing) {
+  const auto file = scene_.folder().file(L"a.bmp");
+  scene_.CreateBitmap(bstr(file));
+  const Bytes wanted = readFile(file);
+  {
+    const FailingImport full(library_, "WriteFile", {0, ERROR_DISK_FULL});
+    const FailingImport kept(library_, "DeleteFileW", {0, ERROR_ACCESS_DENIED});
+    EXPECT_EQ(scene_.CreateBitmap(bstr(file)), S_OK);
+    EXPECT_TRUE(kept.calls().hasFailed());
+  }
+  EXPECT_EQ(scene_.CreateBitmap(bstr(file)), S_OK);
+  EXPECT_EQ(readFile(file), wanted);
+}
+
+TEST_F(FailingWorkTest, WithoutItsNameMessagesHaveThatOfTheFile) {
+  const MessageCatcher catcher(library_);
+  const FailingImport context(library_, "wglCreateContext", {0, kError});
+  const FailingImport name(library_, "LoadStringW");
+  const OffscreenScene other(8, 8);
+  ASSERT_EQ(catcher.messages().size(), 1U);
+  EXPECT_EQ(catcher.messages()[0].title, L"ZYNVue.dll");
+  EXPECT_TRUE(name.calls().hasFailed());
+}
+
 TEST_F(FailingWorkTest, AFullDiskLeavesNoFileOnTheWayThroughATemporaryOne) {
   OffscreenGraph graph(16, 16);
   const auto file = graph.folder().file(L"a.png");
@@ -162,7 +187,7 @@ TEST_F(FailingWorkTest, APaintWithoutADeviceIsMadeUpFor) {
   view->VueXYp(0.1);
   const Image wanted = view.scene();
   EXPECT_GT(wanted.count(kRed), 0);
-  for (const char* function : {"wglMakeCurrent", "SwapBuffers", "BeginPaint"}) {
+  for (const char* function : {"wglMakeCurrent", "BeginPaint", "SetDIBitsToDevice"}) {
     {
       const MessageCatcher catcher(library_);
       const FailingImport lost(library_, function, {0, kError});

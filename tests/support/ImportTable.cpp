@@ -29,7 +29,7 @@ void leave(Rules& rules, const char* reason, const char* functions) {
 
 void addKernel(Rules& rules) {
   fail(rules, 0, kNotEnoughMemory,
-       "CreateFileMappingW MapViewOfFile GlobalAlloc GlobalLock FormatMessageW");
+       "CreateFileMappingW MapViewOfFile GlobalAlloc GlobalLock FormatMessageW VirtualAlloc");
   fail(rules, 0, kAccessDenied,
        "GetProcAddress LoadLibraryExW GetModuleFileNameW "
        "GetCurrentActCtx WideCharToMultiByte");
@@ -37,14 +37,14 @@ void addKernel(Rules& rules) {
   fail(rules, 0, kDiskFull, "WriteFile");
   leave(rules, "gives something back: nothing is left to be done where it fails",
         "CloseHandle UnmapViewOfFile FreeLibrary GlobalFree GlobalUnlock LocalFree ReleaseActCtx "
-        "DeactivateActCtx");
+        "DeactivateActCtx VirtualFree");
   leave(rules, "cannot fail",
         "AcquireSRWLockExclusive ReleaseSRWLockExclusive EnterCriticalSection LeaveCriticalSection "
         "DeleteCriticalSection InitializeCriticalSection TryEnterCriticalSection GetLastError "
         "SetLastError GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId "
         "GetTickCount64 GetSystemTimeAsFileTime Sleep lstrlenW MulDiv LockResource SizeofResource "
         "IsDebuggerPresent OutputDebugStringA AddRefActCtx GetSystemTimePreciseAsFileTime");
-  leave(rules, "what cannot be deleted stays", "DeleteFileW");
+  leave(rules, "tested with the exports of FailingContexts_test", "DeleteFileW");
   leave(rules, "texts of errors, which then have none", "LocalAlloc");
   leave(rules, "an optimisation, or a question that a failure answers with no",
         "DisableThreadLibraryCalls GetModuleHandleW ActivateActCtx");
@@ -100,8 +100,9 @@ void addUser(Rules& rules) {
         "SetCursor SetFocus SetWindowLongPtrW SetWindowRgn ShowWindow ValidateRect "
         "DefWindowProcW DispatchMessageW DestroyWindow UnregisterClassW CheckDlgButton EndDialog "
         "IsDlgButtonChecked SendDlgItemMessageW SendMessageW");
-  leave(rules, "asked for again and again while it fails; tested with painting", "BeginPaint");
-  leave(rules, "a title, and the name of the file in its place", "LoadStringW");
+  leave(rules, "asked for again and again while it fails; tested in FailingContexts_test",
+        "BeginPaint");
+  leave(rules, "tested with the messages of FailingContexts_test", "LoadStringW");
   leave(rules, "caught, or failing, in all the tests of failing calls",
         "MessageBoxW DialogBoxParamW");
 }
@@ -111,21 +112,19 @@ void addCom(Rules& rules) {
   fail(rules, kOutOfMemory, 0,
        "CreateDataAdviseHolder CreateErrorInfo CreateOleAdviseHolder CreateStreamOnHGlobal "
        "OleRegGetUserType WriteClassStg LoadTypeLibEx OleCreatePictureIndirect "
-       "SafeArrayAccessData VariantChangeTypeEx "
-       "DispCallFunc SetErrorInfo");
+       "SafeArrayAccessData VariantChangeTypeEx VariantChangeType VariantCopy "
+       "DispCallFunc SetErrorInfo OleLoadPicture");
   fail(rules, 1, 0, "GetErrorInfo");
-  fail(rules, 0, kNotEnoughMemory, "SafeArrayCreateVector SysAllocStringLen");
+  fail(rules, 0, kNotEnoughMemory, "CoTaskMemAlloc SafeArrayCreateVector SysAllocStringLen");
   leave(rules, "gives something back",
         "CoTaskMemFree SysFreeString SafeArrayUnaccessData VariantClear SafeArrayDestroy");
-  leave(rules, "cannot fail", "SysStringLen VariantInit");
-  leave(rules, "its answer is passed on to the caller",
-        "OleLoadPicture VariantChangeType VariantCopy VariantCopyInd CoTaskMemAlloc");
-  leave(rules, "tested with the registry",
-        "FindResourceW LoadResource StringFromGUID2 RegisterTypeLib RegisterTypeLibForUser "
-        "UnRegisterTypeLib "
-        "UnRegisterTypeLibForUser "
-        "RegCreateKeyExW RegDeleteKeyW RegDeleteTreeW RegDeleteValueW RegOpenKeyExW "
-        "RegOverridePredefKey RegQueryInfoKeyW RegSetValueExW");
+  leave(rules, "cannot fail", "SysStringLen VariantInit StringFromGUID2");
+  leave(rules, "copies variables of any type that a member reads and changes, and none does",
+        "VariantCopyInd");
+  leave(rules, "tested in FailingRegistration_test",
+        "FindResourceW LoadResource RegisterTypeLib RegisterTypeLibForUser UnRegisterTypeLib "
+        "UnRegisterTypeLibForUser RegCreateKeyExW RegDeleteKeyW RegDeleteTreeW RegDeleteValueW "
+        "RegOpenKeyExW RegOverridePredefKey RegQueryInfoKeyW RegSetValueExW");
   leave(rules, "gives something back", "RegCloseKey");
 }
 
