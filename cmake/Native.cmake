@@ -42,7 +42,8 @@ add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
 
-# Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs.
+# Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs on top of those that are
+# kept in tests/fuzz/corpus (tools/fuzz.sh). -seed_inputs reads them and adds none.
 find_program(ZYN_FUZZ_CXX NAMES clang++ clang++-14 REQUIRED)
 set(ZYN_FUZZ_FLAGS -std=c++20 -g1 -O1 -fsanitize=address,undefined -fno-sanitize-recover=all
   -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR})
@@ -65,7 +66,11 @@ foreach(fuzzer IN LISTS fuzzers)
     COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -fsanitize=fuzzer ${fuzzer} ${fuzz_objects} -o ${program}
     DEPENDS ${fuzzer} ${fuzz_objects} VERBATIM)
   add_custom_target(${name} ALL DEPENDS ${program})
-  add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1)
+  file(GLOB corpus CONFIGURE_DEPENDS tests/fuzz/corpus/${name}/*)
+  list(JOIN corpus "," seeds)
+  set(list ${CMAKE_BINARY_DIR}/fuzz/${name}.seeds)
+  file(WRITE ${list} "${seeds}")
+  add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1 -seed_inputs=@${list})
 endforeach()
 
 # Checks of the source itself.
