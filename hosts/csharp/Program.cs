@@ -1,5 +1,5 @@
-// A picture and the events of a view from C#: late bound (by name), and early bound (through the
-// interfaces, declared here with what this program uses of them).
+// A picture, and a view with its events, from C#: late bound (by name), and early bound (through interfaces, declared here
+// with what this program uses of them).
 //
 //   Program.exe PICTURE.png
 using System;
@@ -17,27 +17,41 @@ public interface IZYNGLTriangle {
   void getPoint(int index, out double x, out double y, out double z);
 }
 
-/// The events of the 2D view that this program listens to, by their numbers.
-[ComVisible(true), Guid("101117C5-DC6E-4583-B91C-0610ED767687"), InterfaceType(ComInterfaceType.InterfaceIsIDispatch)]
-public interface IView2DEvents {
-  [DispId(1)] void MouseDown(int button, double x, double y);
-  [DispId(8)] void MouseMove(double x, double y);
+/// The events of the 3D view, by their numbers; others are not asked for.
+[ComVisible(true), Guid("7763C6FE-1FEA-42F2-8E81-6E2E4D05B5C7"), InterfaceType(ComInterfaceType.InterfaceIsIDispatch)]
+public interface IView3DEvents {
+  [DispId(1)] void MouseDown(int button, int x, int y);
+  [DispId(3)] void MouseSelection(int key, int x, int y, object selection);
 }
 
 /// Receives the events.
 [ComVisible(true), ClassInterface(ClassInterfaceType.None)]
-public sealed class Sink : IView2DEvents {
-  public int Moves { get; private set; }
-  public int Presses { get; private set; }
+public sealed class Sink : IView3DEvents {
+  private readonly Action<int[]> picked_;
 
-  public void MouseDown(int button, double x, double y) {
-    ++Presses;
-    Console.WriteLine("MouseDown: button " + button + " at " + x.ToString("F3") + ", " + y.ToString("F3"));
-  }
+  public Sink(Action<int[]> picked) => picked_ = picked;
 
-  public void MouseMove(double x, double y) {
-    ++Moves;
-  }
+  public void MouseDown(int button, int x, int y) => Console.WriteLine("MouseDown: button " + button);
+  public void MouseSelection(int key, int x, int y, object selection) => picked_(selection as int[]);
+}
+
+/// A window that holds a control; without WinForms, so that .NET needs nothing more.
+internal static class ControlWindow {
+  public const uint OverlappedVisible = 0x10cf0000;
+
+  [DllImport("atl.dll")] public static extern bool AtlAxWinInit();
+  [DllImport("atl.dll", PreserveSig = false)]
+  public static extern void AtlAxGetControl(IntPtr window, [MarshalAs(UnmanagedType.IUnknown)] out object control);
+  [DllImport("user32.dll", CharSet = CharSet.Unicode)]
+  public static extern IntPtr CreateWindowEx(uint extended, string type, string control, uint style, int x, int y,
+                                             int width, int height, IntPtr parent, IntPtr menu, IntPtr instance,
+                                             IntPtr parameter);
+  [DllImport("user32.dll", CharSet = CharSet.Unicode)]
+  public static extern bool SetWindowText(IntPtr window, string text);
+  [DllImport("user32.dll")] public static extern bool IsWindow(IntPtr window);
+  [DllImport("user32.dll")] public static extern int GetMessage(byte[] message, IntPtr window, uint first, uint last);
+  [DllImport("user32.dll")] public static extern bool TranslateMessage(byte[] message);
+  [DllImport("user32.dll")] public static extern IntPtr DispatchMessage(byte[] message);
 }
 
 internal static class Program {
@@ -50,7 +64,7 @@ internal static class Program {
       return 2;
     }
     DrawPicture(Path.GetFullPath(arguments[0]));
-    ListenToEvents();
+    ShowView();
     Console.WriteLine("done");
     return 0;
   }
@@ -105,14 +119,39 @@ internal static class Program {
     return triangle;
   }
 
-  // The mouse of a view without a window, whose messages this program makes itself.
-  private static void ListenToEvents() {
-    object view = Create("ZYNVue.ZYNVue2D");
-    var container = (IConnectionPointContainer)view;
-    Guid events = typeof(IView2DEvents).GUID;
-    container.FindConnectionPoint(ref events, out IConnectionPoint source);
-    var sink = new Sink();
-    source.Advise(sink, out int cookie);
+  // A view in a window, until it is closed: the title tells what a click hit.
+  private static void ShowView() {
+    ControlWindow.AtlAxWinInit();
+    IntPtr window = ControlWindow.CreateWindowEx(0, "AtlAxWin", "ZYNVue.ZYNVue3D", ControlWindow.OverlappedVisible, 50,
+                                                 50, 720, 540, IntPtr.Zero, IntPtr.Zero, IntPtr.Zero, IntPtr.Zero);
+    ControlWindow.AtlAxGetControl(window, out object view);
+    Guid events = typeof(IView3DEvents).GUID;
+    ((IConnectionPointContainer)view).FindConnectionPoint(ref events, out IConnectionPoint source);
+    source.Advise(new Sink(names => {
+      string title = names == null ? "Picked: nothing" : "Picked: " + string.Join(", ", names);
+      Console.WriteLine(title);
+      ControlWindow.SetWindowText(window, title);
+    }), out int cookie);
+    AddText(view, "one", -1, 1);
+    AddText(view, "two", 1, 2);
+    Put(view, "MouseMode", (short)-1);
+    Call(view, "initView", 1.0);
+    ControlWindow.SetWindowText(window, "C#");
+    byte[] message = new byte[48];
+    while (ControlWindow.IsWindow(window) && ControlWindow.GetMessage(message, IntPtr.Zero, 0, 0) > 0) {
+      ControlWindow.TranslateMessage(message);
+      ControlWindow.DispatchMessage(message);
+    }
     source.Unadvise(cookie);
+  }
+
+  private static void AddText(object view, string words, double y, int name) {
+    object text = Create("ZYNVue.ZYNGLTexte");
+    Put(text, "Texte", words);
+    Put(text, "HauteurPixels", 60);
+    Call(text, "setPosition", 0.0, y, 0.0, 9);
+    Put(text, "NomSelection", name);
+    Call(view, "Add", text, Shaded);
+    Call(view, "AddSelection", text);
   }
 }

@@ -39,7 +39,7 @@ void run() {
   check(view.Add(spring.Get(), kShaded), L"Add");
   check(view.AddSelection(spring.Get()), L"AddSelection");
   check(view.put_MouseMode(kPick), L"MouseMode");
-  // On, red, green, blue, ambient, diffuse and specular factors, azimuth and elevation from the eye.
+  // On, red, green, blue, ambient, diffuse and specular, azimuth and elevation.
   const double light[] = {1, 1, 1, 1, 0.2, 0.8, 0.3, -0.6, 0.6};
   check(view.put_DirectionLight1Property(host::numberArray(light)), L"DirectionLight1Property");
   check(view.initView(0.3), L"initView");
