@@ -9,7 +9,7 @@
 #include "objects/ModelBox_com.h"
 #include "offscreen/TracePicture_gl.h"
 #include "view/ClientSize.h"
-#include "view/SceneBox_com.h"
+#include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {

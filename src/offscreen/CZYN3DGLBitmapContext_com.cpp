@@ -13,7 +13,7 @@
 #include "objects/ITextView_com.h"
 #include "objects/ModelBox_com.h"
 #include "offscreen/Collection_com.h"
-#include "view/SceneBox_com.h"
+#include "view/measureScene_com.h"
 #include "view3d/BitmapCamera.h"
 #include "view3d/LightProperties_com.h"
 #include "view3d/ScenePass_gl.h"

@@ -4,7 +4,7 @@
 
 #include "core/NumericArrayVariant_com.h"
 #include "module/CZYNVueControles_com.h"
-#include "view/SceneBox_com.h"
+#include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {

@@ -5,7 +5,7 @@
 #include "core/NumericArrayVariant_com.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
-#include "view/SceneBox_com.h"
+#include "view/measureScene_com.h"
 #include "view3d/CAmbLightDlg_win.h"
 #include "view3d/LightProperties_com.h"
 

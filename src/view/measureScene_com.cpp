@@ -1,4 +1,4 @@
-#include "view/SceneBox_com.h"
+#include "view/measureScene_com.h"
 
 namespace zyn {
 
