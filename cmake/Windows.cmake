@@ -97,6 +97,7 @@ target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
 zyn_host(minimal -mwindows)
 zyn_host(ownobject -mwindows)
 zyn_host(scripthost)
+zyn_host(surrogate)
 
 include(Package)
 

@@ -195,11 +195,23 @@ host_csharp() {
   expect_pictures picture.png
 }
 
-all=(minimal ownobject scripthost scripts pascal csharp)
+# In this Wine prefix only. Wine takes the surrogate of 32-bit Windows where none is named.
+host_surrogate() {
+  local app='{6A9E2C53-4D0B-4E2B-9D5C-7C1B1F6A2E11}' class='{ECBC4052-3F62-4603-988F-604EDFC548DE}'
+  run reg.exe add "HKLM\\Software\\Classes\\CLSID\\$class" /v AppID /d "$app" /f
+  run reg.exe add "HKLM\\Software\\Classes\\AppID\\$app" /v DllSurrogate /d 'C:\windows\system32\dllhost.exe' /f
+  run "$windows/bin/surrogate.exe" picture.png
+  expect "the library is not in this process"
+  expect done
+  expect_pictures picture.png
+}
+
+all=(minimal ownobject scripthost scripts pascal csharp surrogate)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
-  [csharp]="C#: a picture and the events of a view")
+  [csharp]="C#: a picture and the events of a view"
+  [surrogate]="C++: a picture by another process (dllhost)")
 
 # run_host NAME: in a folder and a shell of its own; adds a line to the table.
 run_host() {

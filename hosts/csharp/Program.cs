@@ -82,8 +82,9 @@ internal static class Program {
   private static void DrawPicture(string file) {
     object context = Create("ZYNVue.ZYN3dGLBitmapContext");
     Put(context, "BackColor", new double[] { 1, 1, 1 });
-    Put(context, "AmbientLightProperty", new double[] { 1, 1, 1, 1, 1 });
     Call(context, "CreateContext", 640, 480);
+    // On, red, green, blue, ambient, diffuse and specular factors, azimuth and elevation.
+    Put(context, "DirectionLight1Property", new double[] { 1, 1, 1, 1, 0.4, 0.6, 0, 0, 0 });
     Call(context, "Add", NewTriangle(0, 0, 10, 0, 5, 8, 0.9, 0.5, 0.2), Shaded);
     Call(context, "Add", NewTriangle(10, 0, 15, 8, 5, 8, 0.3, 0.5, 0.8), Shaded);
     object text = Create("ZYNVue.ZYNGLTexte");

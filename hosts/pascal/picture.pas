@@ -65,7 +65,8 @@ begin
   Context := CreateOleObject('ZYNVue.ZYN3dGLBitmapContext');
   Context.BackColor := VarArrayOf([1.0, 1.0, 1.0]);
   Context.CreateContext(640, 480);
-  Context.AmbientLightProperty := VarArrayOf([1.0, 1.0, 1.0, 1.0, 1.0]);
+  { On, red, green, blue, ambient, diffuse and specular factors, azimuth and elevation. }
+  Context.DirectionLight1Property := VarArrayOf([1.0, 1.0, 1.0, 1.0, 0.4, 0.6, 0.0, 0.0, 0.0]);
   Triangle := NewTriangle(0, 0, 10, 0, 5, 8, 0.9, 0.5, 0.2);
   CheckPoint(Triangle);
   CheckFailure(Triangle);
