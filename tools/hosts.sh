@@ -245,5 +245,6 @@ for name in "${@:-${all[@]}}"; do
   [[ -n ${titles[$name]:-} ]] || { printf 'hosts: unknown: %s; one of: %s\n' "$name" "${all[*]}" >&2; exit 2; }
   run_host "$name"
 done
-printf '\n%s\n' "${table[@]}"
+printf '\n'
+printf '%s\n' "${table[@]}"
 exit "$failures"
