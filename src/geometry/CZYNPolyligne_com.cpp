@@ -148,14 +148,14 @@ STDMETHODIMP CZYNPolyligne::get_Attribut(IDispatch** pVal) noexcept {
 STDMETHODIMP CZYNPolyligne::Draw3D(int mode) noexcept {
   return automation(*this, [&] {
     const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline3D(points_, boxes(), style_, path_);
+    drawPolyline3D(points_, boxes(), style_, cache_);
   });
 }
 
 STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
     const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline2D(points_, boxes(), style_, path_);
+    drawPolyline2D(points_, boxes(), style_, cache_);
   });
 }
 
@@ -231,6 +231,7 @@ bool STDMETHODCALLTYPE CZYNPolyligne::mayBePicked(const PickQuery& query) noexce
 void CZYNPolyligne::take(PointSequence points) {
   points_ = std::move(points);
   boxes_.reset();
+  cache_.clear();
   watch_.tell(SceneChange::Shape);
 }
 

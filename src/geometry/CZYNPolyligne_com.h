@@ -58,7 +58,7 @@ class CZYNPolyligne final
   std::optional<RunBoxes> boxes_;  ///< made when they are first needed
   SceneWatch watch_;
   LineStyle style_;
-  ReducedPath path_;  ///< of the last drawing, kept for its memory
+  PathCache cache_;
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();
 };
 

@@ -7,14 +7,25 @@
 
 namespace zyn {
 
-/// The points of a trace that have to be drawn.
+/// Pixels that follow one another in a column, or in a row: all that a part of a trace lights.
+struct PixelSpan {
+  bool isInColumn = true;
+  double middle = 0.0;    ///< of the column or row, in window coordinates
+  double low = 0.0;       ///< the lower edge of the first pixel
+  double high = 0.0;      ///< the upper edge of the last one
+  std::size_t point = 0;  ///< one of that part
+};
+
+/// What has to be drawn of a trace.
 struct ReducedPath {
   std::vector<std::size_t> points;  ///< by their index, in order
   std::vector<std::size_t> starts;  ///< where in `points` each connected line, or point, begins
+  std::vector<PixelSpan> spans;     ///< besides; only on grids that take them
 
   void clear() {
     points.clear();
     starts.clear();
+    spans.clear();
   }
 };
 

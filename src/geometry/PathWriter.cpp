@@ -26,7 +26,7 @@ Range common(const Range& a, const Range& b) {
 
 }  // namespace
 
-void PathWriter::beginLine() { path_.starts.push_back(path_.points.size()); }
+void PathWriter::beginLine() { isOpen_ = false; }
 
 void PathWriter::add(const CellRun& run) {
   if (isPassage(run)) {
@@ -35,6 +35,10 @@ void PathWriter::add(const CellRun& run) {
   }
   const std::optional<RunSpan> span = spanFor(run);
   const bool isBeside = spanned_ && span && isNeighbour(run);
+  if (grid_.takesSpans) {
+    addMarked(run, span, isBeside);
+    return;
+  }
   const std::optional<Link> link = isBeside ? linkTo(run, *span) : std::nullopt;
   if (link) {
     writeSpan(link->drawsLast);
@@ -56,6 +60,61 @@ void PathWriter::add(const CellRun& run) {
 void PathWriter::endLine(const CellRun& run) {
   writeLeft();
   writeWhole(run);
+}
+
+void PathWriter::addMarked(const CellRun& run, const std::optional<RunSpan>& span, bool isBeside) {
+  if (isBeside) {
+    writeBetween(common(spanned_->span.lit, span->lit), run.points.first);
+  } else {
+    writeLeft();
+  }
+  if (!span) {
+    writeWhole(run);
+    return;
+  }
+  if (isOpen_) {
+    write(run.points.first);
+    isOpen_ = false;
+  }
+  mark(run, *span);
+  spanned_ = {run, *span};
+}
+
+/// What is seen of the span.
+void PathWriter::mark(const CellRun& run, const RunSpan& span) {
+  const Range seen =
+      run.isInColumn ? Range{grid_.bottom, grid_.top} : Range{grid_.left, grid_.right};
+  const double low = std::max(span.low, std::floor(seen.low));
+  const double high = std::min(span.high, std::ceil(seen.high));
+  if (low < high) {
+    path_.spans.push_back(
+        {run.isInColumn, laneOf(trace_, run).cell.middle, low, high, run.points.first});
+  }
+}
+
+/// Writes the lines from the last run through the passage to the next one's first point. Those
+/// between points that lie in what is lit on both sides make no difference.
+void PathWriter::writeBetween(const Range& lit, std::size_t first) {
+  const std::size_t last = spanned_->run.points.last;
+  if (first - last >= kManyPoints) {
+    writeLeft();
+    return;
+  }
+  const AffineForm& along = laneOf(trace_, spanned_->run).along;
+  bool wasLit = lit.holds(trace_.at(along, last));
+  for (std::size_t i = last + 1; i <= first; ++i) {
+    const bool isLit = lit.holds(trace_.at(along, i));
+    if (!wasLit || !isLit) {
+      write(i - 1);
+      write(i);
+    } else {
+      isOpen_ = false;
+    }
+    wasLit = isLit;
+  }
+  isOpen_ = false;
+  spanned_.reset();
+  passage_.reset();
 }
 
 std::optional<RunSpan> PathWriter::spanFor(const CellRun& run) const {
@@ -122,6 +181,12 @@ bool PathWriter::isClear(const CellRun& run, const RunSpan& span, const IndexRan
 }
 
 void PathWriter::writeSpan(bool drawsLast) {
+  if (grid_.takesSpans) {
+    isOpen_ = false;
+    write(spanned_->run.points.last);
+    spanned_.reset();
+    return;
+  }
   if (spanned_->drawsFirst) {
     write(spanned_->run.points.first);
   }
@@ -138,6 +203,7 @@ void PathWriter::writeWhole(const CellRun& run) {
     write(run.points.first);
     write(run.points.last);
   } else {
+    open();
     outlineRun(trace_, grid_, run, path_.points);
   }
 }
@@ -176,8 +242,16 @@ void PathWriter::writePassage(const Range& lit) {
 }
 
 void PathWriter::write(std::size_t i) {
+  open();
   if (path_.points.size() == path_.starts.back() || path_.points.back() != i) {
     path_.points.push_back(i);
+  }
+}
+
+void PathWriter::open() {
+  if (!isOpen_) {
+    path_.starts.push_back(path_.points.size());
+    isOpen_ = true;
   }
 }
 

@@ -14,7 +14,8 @@ struct ReducedPath;
 ///
 /// Thin lines through the points of a column light all pixels between the ends of its span. As long
 /// as a trace goes from a column to the one beside it within what both light, the ends of the spans
-/// are all that has to be drawn, whatever it does in between.
+/// are all that has to be drawn, whatever it does in between. Where the grid takes spans, they are
+/// told as such, and of the points only those that lead out of them.
 class PathWriter {
  public:
   PathWriter(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
@@ -44,6 +45,9 @@ class PathWriter {
   bool isPassage(const CellRun& run) const;
   bool isNeighbour(const CellRun& run) const;
   double distanceTo(const CellRun& run) const;
+  void addMarked(const CellRun& run, const std::optional<RunSpan>& span, bool isBeside);
+  void mark(const CellRun& run, const RunSpan& span);
+  void writeBetween(const Range& lit, std::size_t first);
   std::optional<Link> linkTo(const CellRun& run, const RunSpan& span) const;
   bool isClear(const CellRun& run, const RunSpan& span, const IndexRange& line) const;
   void writeSpan(bool drawsLast);
@@ -51,12 +55,14 @@ class PathWriter {
   void writePassage(const Range& lit);
   void writeLeft();
   void write(std::size_t i);
+  void open();
 
   const TraceInWindow& trace_;
   const PixelGrid& grid_;
   ReducedPath& path_;
   std::optional<Spanned> spanned_;  ///< the last run, waiting for what comes next
   std::optional<CellRun> passage_;  ///< on the edge of its column, after it
+  bool isOpen_ = false;             ///< the line goes on from the last point written
 };
 
 }  // namespace zyn

@@ -27,7 +27,10 @@ class PixelGrid {
   double cellsPerPixel = 1.0;
   bool isShifted = false;  ///< by half a cell: cells change in the middle of pixels
   bool isThin = false;  ///< lines are one pixel wide, and a pixel shows only whether one lights it
-  double depthStep = 0.0;  ///< depths that lie closer to each other are the same
+  bool takesSpans = false;  ///< pixels of thin lines may be lit by other lines, at any depth
+  double depthStep = 0.0;   ///< depths that lie closer to each other are the same
+
+  bool operator==(const PixelGrid&) const = default;
 
   /// The column and the row of cells that hold a coordinate.
   PixelCell column(double x) const { return cell(x, {left, right}); }

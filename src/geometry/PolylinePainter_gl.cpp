@@ -1,5 +1,6 @@
 #include "geometry/PolylinePainter_gl.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -73,6 +74,22 @@ PixelGrid gridOf(const Viewport& viewport, double alpha) {
   return grid;
 }
 
+/// Whether what lies in the window tells where in the model's plane it is drawn, by each axis.
+bool isPlane(const WindowMapping& mapping) {
+  const auto isAlone = [](double own, double other, double depth) {
+    return other == 0 && depth == 0 && std::isnormal(own);
+  };
+  return isAlone(mapping.x.x, mapping.x.y, mapping.x.z) &&
+         isAlone(mapping.y.y, mapping.y.x, mapping.y.z);
+}
+
+/// Whether lines of the grid's kind show the same wherever they light the same pixels.
+bool takesSpans(const WindowMapping& mapping, const PixelGrid& grid) {
+  return grid.isThin && isPlane(mapping) &&
+         grid.depthStep == std::numeric_limits<double>::infinity() &&
+         integerState(GL_RENDER_MODE) == GL_RENDER && !isEnabled(GL_LINE_STIPPLE);
+}
+
 using Indices = std::span<const std::size_t>;
 
 /// Draws the points, or the line that connects them.
@@ -84,9 +101,27 @@ void drawPoints(const EyeSpace& space, const PointSequence& points, Indices part
   glEnd();
 }
 
-/// Draws what the band holds of the line.
+/// What can be seen of lines in the plane.
+struct Sight {
+  const WindowMapping& mapping;
+  const PixelGrid& grid;
+  ClipBand band;
+
+  Sight(const WindowMapping& where, const PixelGrid& pixels, const Viewport& viewport)
+      : mapping(where), grid(pixels), band(where, viewport.values) {}
+
+  std::optional<ClipBand::Segment> clip(const PlanePoint& from, const PlanePoint& to) const {
+    const auto [left, right] =
+        std::minmax(mapping.x.at(from.x, from.y, 0), mapping.x.at(to.x, to.y, 0));
+    const auto [bottom, top] =
+        std::minmax(mapping.y.at(from.x, from.y, 0), mapping.y.at(to.x, to.y, 0));
+    return grid.isOutside({left, right}, {bottom, top}) ? std::nullopt : band.clip(from, to);
+  }
+};
+
+/// Draws what can be seen of the line.
 void drawClipped(const EyeSpace& space, const PointSequence& points, Indices line,
-                 const ClipBand& band) {
+                 const Sight& sight) {
   bool isOpen = false;
   const auto close = [&isOpen] {
     if (isOpen) {
@@ -98,7 +133,7 @@ void drawClipped(const EyeSpace& space, const PointSequence& points, Indices lin
     return PlanePoint{points.x(line[i]), points.y(line[i])};
   };
   for (std::size_t i = 1; i < line.size(); ++i) {
-    const std::optional<ClipBand::Segment> segment = band.clip(place(i - 1), place(i));
+    const std::optional<ClipBand::Segment> segment = sight.clip(place(i - 1), place(i));
     if (!segment || segment->isFromCut) {
       close();
     }
@@ -116,8 +151,8 @@ void drawClipped(const EyeSpace& space, const PointSequence& points, Indices lin
 }
 
 /// Draws the connected lines, or the points on their own.
-void drawParts(const PointSequence& points, const ReducedPath& path,
-               const std::optional<ClipBand>& band, bool isFlat, bool singlePoints) {
+void drawPartsOf(const PointSequence& points, const ReducedPath& path,
+                 const std::optional<Sight>& sight, bool isFlat, bool singlePoints) {
   const EyeSpace space;
   for (std::size_t part = 0; part < path.starts.size(); ++part) {
     const std::size_t first = path.starts[part];
@@ -127,16 +162,72 @@ void drawParts(const PointSequence& points, const ReducedPath& path,
       continue;
     }
     const Indices chosen = Indices(path.points).subspan(first, end - first);
-    if (band && !singlePoints) {
-      drawClipped(space, points, chosen, *band);
+    if (sight && !singlePoints) {
+      drawClipped(space, points, chosen, *sight);
     } else {
       drawPoints(space, points, chosen, isFlat);
     }
   }
 }
 
+void drawParts(const PointSequence& points, const ReducedPath& path,
+               const std::optional<Sight>& sight, bool isFlat) {
+  drawPartsOf(points, path, sight, isFlat, false);
+  drawPartsOf(points, path, sight, isFlat, true);
+}
+
+/// The spans where they lie in the window now, as far as they can be seen: OpenGL may lose the last
+/// pixel of lines that it clips.
+class SpansInSight {
+ public:
+  SpansInSight(const PathCache::Entry& reduced, const WindowMapping& mapping, const PixelGrid& grid)
+      : columns_{std::floor(grid.left), std::ceil(grid.right)},
+        rows_{std::floor(grid.bottom), std::ceil(grid.top)},
+        moveX_(std::round(mapping.x.constant - reduced.mapping.x.constant)),
+        moveY_(std::round(mapping.y.constant - reduced.mapping.y.constant)) {}
+
+  std::optional<PixelSpan> part(PixelSpan span) const {
+    const double along = span.isInColumn ? moveY_ : moveX_;
+    const Range& seen = span.isInColumn ? rows_ : columns_;
+    span.middle += span.isInColumn ? moveX_ : moveY_;
+    span.low = std::max(span.low + along, seen.low);
+    span.high = std::min(span.high + along, seen.high);
+    const Range& seenAcross = span.isInColumn ? columns_ : rows_;
+    return span.low < span.high && seenAcross.holds(span.middle) ? std::optional(span)
+                                                                 : std::nullopt;
+  }
+
+ private:
+  Range columns_;
+  Range rows_;
+  double moveX_;
+  double moveY_;
+};
+
+/// Lights the pixels of each span: from within the first one's diamond to within that of the pixel
+/// after the last one.
+void drawSpans(const PointSequence& points, const std::vector<PixelSpan>& spans,
+               const SpansInSight& sight, const WindowMapping& mapping, bool isFlat) {
+  constexpr double kWithin = 0.25;
+  const EyeSpace space;
+  const auto vertex = [&](const PixelSpan& span, double along) {
+    const double x = span.isInColumn ? span.middle : along;
+    const double y = span.isInColumn ? along : span.middle;
+    space.vertex((x - mapping.x.constant) / mapping.x.x, (y - mapping.y.constant) / mapping.y.y,
+                 isFlat ? 0 : points.z(span.point));
+  };
+  glBegin(GL_LINES);
+  for (const PixelSpan& span : spans) {
+    if (const std::optional<PixelSpan> part = sight.part(span)) {
+      vertex(*part, part->low + kWithin);
+      vertex(*part, part->high + kWithin);
+    }
+  }
+  glEnd();
+}
+
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                  bool isFlat, ReducedPath& path) {
+                  bool isFlat, PathCache& cache) {
   const Viewport viewport;
   if (viewport.isEmpty()) {
     return;
@@ -145,31 +236,35 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   const AutoGLLineWidth lineWidth(width);
   const AutoGLPointSize pointSize(width);
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
-  if (mapping) {
-    reducePath({points, boxes, *mapping}, gridOf(viewport, style.alpha), path);
-  } else {
-    wholePath(points, path);
-  }
-  std::optional<ClipBand> band;
-  if (mapping && isFlat) {
-    band.emplace(*mapping, viewport.values);
-  }
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
-  drawParts(points, path, band, isFlat, false);
-  drawParts(points, path, band, isFlat, true);
+  if (!mapping) {
+    drawParts(points, cache.whole(points), std::nullopt, isFlat);
+    return;
+  }
+  PixelGrid grid = gridOf(viewport, style.alpha);
+  grid.takesSpans = takesSpans(*mapping, grid);
+  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping}, grid);
+  std::optional<Sight> sight;
+  if (isFlat) {
+    sight.emplace(*mapping, grid, viewport);
+  }
+  drawParts(points, reduced.path, sight, isFlat);
+  if (!reduced.path.spans.empty()) {
+    drawSpans(points, reduced.path.spans, {reduced, *mapping, grid}, *mapping, isFlat);
+  }
 }
 
 }  // namespace
 
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                    ReducedPath& path) {
-  drawPolyline(points, boxes, style, false, path);
+                    PathCache& cache) {
+  drawPolyline(points, boxes, style, false, cache);
 }
 
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                    ReducedPath& path) {
-  drawPolyline(points, boxes, style, true, path);
+                    PathCache& cache) {
+  drawPolyline(points, boxes, style, true, cache);
 }
 
 }  // namespace zyn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "geometry/PathReduction.h"
+#include "geometry/PathCache.h"
 
 namespace zyn {
 
@@ -15,12 +15,12 @@ struct LineStyle {
 
 /// Draws a line through the points in the current context, unlit; points without a neighbour as
 /// points of the line's width. What makes no difference to the picture is left out. `boxes` are
-/// those of `points`, `path` is working memory. The state is left as it was.
+/// those of `points`, `cache` belongs to them. The state is left as it was.
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                    ReducedPath& path);
+                    PathCache& cache);
 
 /// The same in the plane z = 0. Lines may lead as far away as numbers do.
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                    ReducedPath& path);
+                    PathCache& cache);
 
 }  // namespace zyn

@@ -144,7 +144,9 @@ std::optional<RunSpan> spanOf(const TraceInWindow& trace, const CellRun& run) {
     return std::nullopt;
   }
   const auto [early, late] = std::minmax(top->point, bottom->point);
-  const RunSpan span{early, late, {kClear - (bottom->edge + 1), top->edge + 1 - kClear}};
+  const double low = -(bottom->edge + 1);
+  const double high = top->edge + 1;
+  const RunSpan span{early, late, low, high, {low + kClear, high - kClear}};
   const auto isClear = [&](std::size_t from, std::size_t to) {
     return Chord(trace, lane.along, lane.across, from, to)
         .crossesWithin(lane.cell.middle, span.lit);

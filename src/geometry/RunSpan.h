@@ -12,6 +12,8 @@ namespace zyn {
 struct RunSpan {
   std::size_t early = 0;  ///< the points at its ends, in the order of the trace
   std::size_t late = 0;
+  double low = 0.0;  ///< along the column: the edges of what is lit
+  double high = 0.0;
   Range lit;  ///< along the column: lines within it lie in lit pixels, well away from others
 };
 

@@ -18,6 +18,7 @@ struct AffineForm {
     return ((x * px + y * py) + z * pz) + constant;
   }
 
+  bool operator==(const AffineForm&) const = default;
   AffineForm operator-() const { return {-x, -y, -z, -constant}; }
 
   /// Its least and its greatest value in a box. Computed like `at`, so that rounding does not bring

@@ -133,6 +133,28 @@ TEST(PathReductionTest, OfThinLinesAFewPointsAColumnAreDrawn) {
   }
 }
 
+TEST(PathReductionTest, WhatAColumnShowsIsToldAsASpan) {
+  const PointSequence points = noise(200000, 20);
+  PixelGrid pixels = thinGrid();
+  pixels.takesSpans = true;
+  const ReducedPath path = reduced(points, pixels);
+  std::map<double, Extent> columns = litRows(points, upTo(points.size()));
+  EXPECT_GT(path.spans.size(), 150U);
+  for (const PixelSpan& span : path.spans) {
+    EXPECT_TRUE(span.isInColumn);
+    const Extent rows{std::max(columns[span.middle].low, pixels.bottom),
+                      std::min(columns[span.middle].high, pixels.top)};
+    EXPECT_EQ((Extent{span.low, span.high - 1}), rows) << span.middle;
+    columns.erase(span.middle);
+  }
+  EXPECT_LT(path.points.size(), columns.size() * 50 + 200);
+  for (const auto& column : columns) {  // the others are drawn
+    EXPECT_TRUE(std::any_of(path.points.begin(), path.points.end(), [&](std::size_t i) {
+      return grid().column(points.x(i)).middle == column.first;
+    })) << column.first;
+  }
+}
+
 TEST(PathReductionTest, OfThinLinesAFewPointsARowAreDrawn) {
   const PointSequence lying = noise(200000, 10);
   std::vector<double> x;

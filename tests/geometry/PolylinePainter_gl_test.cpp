@@ -134,12 +134,18 @@ class PolylineTest : public testing::Test {
 
   Image drawn(const PointSequence& points, const LineStyle& style) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    drawPolyline2D(points, RunBoxes(points), style, path);
+    cache.clear();
+    drawPolyline2D(points, RunBoxes(points), style, cache);
     return context.read();
   }
 
+  /// Of the last drawing.
+  std::size_t vertices() const {
+    return cache.latest()->points.size() + 2 * cache.latest()->spans.size();
+  }
+
   test::EglContext context{kWidth, kHeight};
-  ReducedPath path;
+  PathCache cache;
 };
 
 class PolylinePictureTest : public PolylineTest,
@@ -162,14 +168,14 @@ TEST_P(PolylinePictureTest, ShowsWhatDrawingEveryPointShows) {
     drawEveryPoint(points, width);
     const Image every = context.read();
     glClear(GL_COLOR_BUFFER_BIT);
-    drawPolyline2D(points, boxes, style, path);
+    drawPolyline2D(points, boxes, style, cache);
     const Image picture = context.read();
     const int lit = every.count(kYellow);
     ASSERT_GT(lit, 0);
     const int allowed = width == 1 ? 2 : lit / 200;  // roundings at the ends of lines
     EXPECT_LE(differentPixels(picture, every), allowed)
         << "of " << lit << " at " << window.x << ", " << window.halfWidth;
-    EXPECT_LT(path.points.size(), shape == Shape::Spiral ? 80000U : 400U * 60);
+    EXPECT_LT(vertices(), shape == Shape::Spiral ? 80000U : 400U * 60);
   }
 }
 
@@ -214,6 +220,34 @@ TEST_F(PolylineTest, WhateverTheViewShowsOfATraceIsWhatEveryPointShows) {
   }
   EXPECT_GT(lit, 100000);
   EXPECT_LE(different, lit / 20000);  // where points lie on what OpenGL rounds
+}
+
+TEST_F(PolylineTest, AViewThatMovesShowsWhatAFreshOneShows) {
+  std::mt19937 random(3);
+  std::uniform_int_distribution<int> step(-60, 60);
+  std::uniform_real_distribution<double> fraction(0, 1);
+  constexpr double kHalfWidth = 0.5;
+  constexpr double kPixel = 2 * kHalfWidth / kWidth;
+  for (const Shape shape : {Shape::Sine, Shape::Noise, Shape::Walk, Shape::Upright, Shape::Gaps}) {
+    const PointSequence points = trace(shape, 100000);
+    const RunBoxes boxes(points);
+    PathCache moving;
+    double x = 0.1;
+    double y = 0.05;
+    for (int i = 0; i < 12; ++i) {
+      const double part = i % 5 == 4 ? fraction(random) : 0;
+      x += kPixel * (step(random) + part);
+      y += kPixel * step(random);
+      for (const double zoom : {1.0, 0.3}) {  // two views of one trace
+        look({x, y, kHalfWidth * zoom, kHalfWidth * zoom * kHeight / kWidth});
+        glClear(GL_COLOR_BUFFER_BIT);
+        drawPolyline2D(points, boxes, kPlainYellow, moving);
+        const Image picture = context.read();
+        EXPECT_EQ(differentPixels(picture, drawn(points, kPlainYellow)), 0)
+            << nameOf(shape) << " in frame " << i;
+      }
+    }
+  }
 }
 
 TEST_F(PolylineTest, TranslucentLinesAddUpAsThoseThroughEveryPoint) {
@@ -283,7 +317,7 @@ TEST_F(PolylineTest, The2DLineLiesInThePlane) {
   const PointSequence points({100.0, 300.0}, {150.5, 150.5}, {500, -700});
   EXPECT_EQ(drawn(points, kPlainYellow).count(kYellow), 200);
   glClear(GL_COLOR_BUFFER_BIT);
-  drawPolyline3D(points, RunBoxes(points), kPlainYellow, path);
+  drawPolyline3D(points, RunBoxes(points), kPlainYellow, cache);
   EXPECT_LT(context.read().count(kYellow), 200);
 }
 
@@ -400,12 +434,12 @@ TEST_F(PolylineTest, InSpaceThePictureIsThatOfEveryPointToo) {
   const Image every = context.read();
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   drawPlate();
-  drawPolyline3D(points, RunBoxes(points), kPlainYellow, path);
+  drawPolyline3D(points, RunBoxes(points), kPlainYellow, cache);
   const Image picture = context.read();
   EXPECT_GT(every.count({0, 0, 255}), 1000);
   EXPECT_GT(every.count(kYellow), 1000);
   EXPECT_LE(differentPixels(picture, every), 4);
-  EXPECT_LT(path.points.size(), points.size() / 2);
+  EXPECT_LT(vertices(), points.size() / 2);
 }
 
 TEST_F(PolylineTest, UnderPerspectiveEveryPointIsDrawn) {
@@ -416,8 +450,8 @@ TEST_F(PolylineTest, UnderPerspectiveEveryPointIsDrawn) {
   glLoadIdentity();
   gluLookAt(3, 2, 1, 0, 0, 0, 0, 0, 1);
   const PointSequence points = helix(10000);
-  drawPolyline3D(points, RunBoxes(points), kPlainYellow, path);
-  EXPECT_EQ(path.points.size(), points.size());
+  drawPolyline3D(points, RunBoxes(points), kPlainYellow, cache);
+  EXPECT_EQ(vertices(), points.size());
   EXPECT_GT(context.read().count(kYellow), 1000);
 }
 
@@ -430,7 +464,7 @@ TEST_F(PolylineTest, ASelectionFindsTheLineWhereItIs) {
     glRenderMode(GL_SELECT);
     glInitNames();
     look({x, y, 0.005, 0.005});
-    drawPolyline2D(points, boxes, kPlainYellow, path);
+    drawPolyline2D(points, boxes, kPlainYellow, cache);
     return glRenderMode(GL_RENDER);
   };
   EXPECT_EQ(hits(0, 0), 1);
@@ -461,16 +495,16 @@ TEST_P(PolylineStateTest, DrawingLeavesTheStateAsItWas) {
 
   const PointSequence points({-0.5, 0.5, kNaN, 0}, {0, 0.5, 0, 0.25}, {0, 0.1, 0, 0.2});
   const RunBoxes boxes(points);
-  ReducedPath path;
+  PathCache cache;
   glMatrixMode(GL_MODELVIEW);
   glTranslated(0.1, 0.2, 0.3);
   glRotated(12, 1, 2, 3);
   glMatrixMode(other ? GL_PROJECTION : GL_TEXTURE);
   const GlState before = readGlState();
   for (const double width : {1.0, 1.5, 4.0}) {
-    drawPolyline2D(points, boxes, {1, 0, 0, alpha, width}, path);
+    drawPolyline2D(points, boxes, {1, 0, 0, alpha, width}, cache);
     EXPECT_EQ(differences(before, readGlState()), kNone) << "2D, " << width;
-    drawPolyline3D(points, boxes, {1, 0, 0, alpha, width}, path);
+    drawPolyline3D(points, boxes, {1, 0, 0, alpha, width}, cache);
     EXPECT_EQ(differences(before, readGlState()), kNone) << "3D, " << width;
   }
 }

@@ -220,10 +220,10 @@ TEST_F(PickQueryTest, Traces) {
     }
     const PointSequence points(x, y, z);
     const RunBoxes boxes(points);
-    ReducedPath path;
+    PathCache cache;
     const LineStyle style{.width = any(1, 9)};
     const auto draw = [&] {
-      (isFlat_ ? drawPolyline2D : drawPolyline3D)(points, boxes, style, path);
+      (isFlat_ ? drawPolyline2D : drawPolyline3D)(points, boxes, style, cache);
     };
     check(regionNear(start, anyInt(1, 20)), draw, [&](const PickQuery& query) {
       Box3 box = boxes.all().box;
