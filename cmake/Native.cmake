@@ -9,6 +9,7 @@ file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
 add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
 target_include_directories(zyn_logic PUBLIC src hosts tests)
+target_compile_definitions(zyn_logic PUBLIC ZYN_COUNT_GUARDS)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings)
 
@@ -31,13 +32,15 @@ list(FILTER support EXCLUDE REGEX "_(gl|win|com)\\.cpp$")
 add_executable(zyn_logic_tests ${logic_tests} ${support})
 target_link_libraries(zyn_logic_tests PRIVATE zyn_logic zyn_gtest Threads::Threads)
 target_precompile_headers(zyn_logic_tests PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled/native_tests.h)
-target_compile_definitions(zyn_logic_tests PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_test(NAME logic COMMAND zyn_logic_tests)
 
 add_executable(zyn_gl_tests ${gl_tests} ${support} ${gl_support})
 target_link_libraries(zyn_gl_tests PRIVATE zyn_gl zyn_logic
   zyn_gtest Threads::Threads EGL GL GLU)
 target_precompile_headers(zyn_gl_tests REUSE_FROM zyn_logic_tests)
+foreach(program IN ITEMS zyn_logic_tests zyn_gl_tests)  # both, or one could not use the other's precompiled headers
+  target_compile_definitions(${program} PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+endforeach()
 add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")

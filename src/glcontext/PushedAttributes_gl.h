@@ -1,11 +1,12 @@
 #pragma once
 
+#include "glcontext/CountedGuard.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {
 
 /// Groups of the server's state, given back at the end of the scope.
-class PushedAttributes {
+class PushedAttributes : CountedGuard {
  public:
   explicit PushedAttributes(GLbitfield groups) {
     applyColour();

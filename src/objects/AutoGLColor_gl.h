@@ -1,5 +1,6 @@
 #pragma once
 
+#include "glcontext/CountedGuard.h"
 #include "objects/SurfaceState_gl.h"
 
 namespace zyn {
@@ -7,7 +8,7 @@ namespace zyn {
 /// Colours what is drawn during its lifetime, through the material where lighting is on and colour
 /// material off, else through the current colour; blends with source alpha. Gives back on
 /// destruction what it found, except that a material shininess of 0 is not restored.
-class AutoGLColor {
+class AutoGLColor : CountedGuard {
  public:
   /// A colour with a standard material. `faces`: 1 = front, 2 = back, 3 = both.
   AutoGLColor(double r, double g, double b, double alpha, int faces);

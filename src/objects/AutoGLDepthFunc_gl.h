@@ -1,11 +1,12 @@
 #pragma once
 
+#include "glcontext/CountedGuard.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
 /// Sets the depth comparison for a scope.
-class AutoGLDepthFunc {
+class AutoGLDepthFunc : CountedGuard {
  public:
   explicit AutoGLDepthFunc(GLenum function);
   virtual ~AutoGLDepthFunc();

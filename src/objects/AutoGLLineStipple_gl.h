@@ -1,12 +1,13 @@
 #pragma once
 
+#include "glcontext/CountedGuard.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
 /// Draws stippled lines for a scope. Where stippling was off, factor and pattern stay set
 /// afterwards.
-class AutoGLLineStipple {
+class AutoGLLineStipple : CountedGuard {
  public:
   AutoGLLineStipple(GLint factor, GLushort pattern);
   virtual ~AutoGLLineStipple();

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "glcontext/CountedGuard.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
 /// Sets the point size in pixels for a scope.
-class AutoGLPointSize {
+class AutoGLPointSize : CountedGuard {
  public:
   explicit AutoGLPointSize(double size);
   virtual ~AutoGLPointSize();
