@@ -112,9 +112,9 @@ struct Sight {
 
   std::optional<ClipBand::Segment> clip(const PlanePoint& from, const PlanePoint& to) const {
     const auto [left, right] =
-        std::minmax(mapping.x.at(from.x, from.y, 0), mapping.x.at(to.x, to.y, 0));
+        std::minmax({mapping.x.at(from.x, from.y, 0), mapping.x.at(to.x, to.y, 0)});
     const auto [bottom, top] =
-        std::minmax(mapping.y.at(from.x, from.y, 0), mapping.y.at(to.x, to.y, 0));
+        std::minmax({mapping.y.at(from.x, from.y, 0), mapping.y.at(to.x, to.y, 0)});
     return grid.isOutside({left, right}, {bottom, top}) ? std::nullopt : band.clip(from, to);
   }
 };
