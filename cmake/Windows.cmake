@@ -161,6 +161,14 @@ add_executable(RegistrationFree_test EXCLUDE_FROM_ALL tests/package/Registration
 target_link_libraries(RegistrationFree_test PRIVATE zyn_test_support version)
 target_compile_definitions(RegistrationFree_test PRIVATE ZYN_VERSION="${PROJECT_VERSION}")
 
+# A host that ends with objects of the library alive, and a DLL that lets go of them when it is told of the end.
+add_executable(ending_host tests/support/ending_host/main.cpp)
+target_link_libraries(ending_host PRIVATE zyn_test_support)
+add_library(late_releaser SHARED tests/support/ending_host/late_releaser.cpp)
+target_link_libraries(late_releaser PRIVATE zyn_warnings uuid)
+set_target_properties(late_releaser PROPERTIES PREFIX "")
+add_dependencies(ProcessEnd_test ending_host late_releaser)
+
 # Tests of the Windows layer from inside.
 file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)
 zyn_test_program(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>

@@ -2,6 +2,7 @@
 
 #include "com/HostState_win.h"
 #include "com/ModuleState_com.h"
+#include "com/ProcessEnd.h"
 
 namespace zyn {
 
@@ -39,7 +40,7 @@ STDMETHODIMP_(ULONG) ComIdentity::innerAddRef() noexcept { return ++references_;
 
 STDMETHODIMP_(ULONG) ComIdentity::innerRelease() noexcept {
   const ULONG left = --references_;
-  if (left == 0) {
+  if (left == 0 && !ProcessEnd::hasBegun()) {
     const HostState state;
     references_ = kDestructionCount;
     destroy();

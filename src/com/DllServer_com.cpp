@@ -9,6 +9,7 @@
 #include "com/ClassFactory_com.h"
 #include "com/ModuleHandle_win.h"
 #include "com/ModuleState_com.h"
+#include "com/ProcessEnd.h"
 #include "com/Registrar_com.h"
 #include "com/TypeLibraryAttributes_com.h"
 #include "com/TypeLibraryRegistration_com.h"
@@ -70,8 +71,9 @@ BOOL DllServer::onEvent(DWORD reason, const void* reserved) const noexcept {
     DisableThreadLibraryCalls(moduleHandle());
     return readyToThrow();
   }
-  // When the process ends, the DLLs that the type information comes from may be gone already.
-  if (reason == DLL_PROCESS_DETACH && !reserved) {
+  if (reason == DLL_PROCESS_DETACH && reserved) {
+    ProcessEnd::begin();
+  } else if (reason == DLL_PROCESS_DETACH) {
     ModuleState::instance().forgetTypes();
     forgetActivationContext();
   }

@@ -1,10 +1,12 @@
 #include "module/CZYNVueControles_com.h"
 
+#include "com/ModuleStatic.h"
+
 namespace zyn {
 
 CZYNVueControles& CZYNVueControles::instance() {
-  static CZYNVueControles registry;
-  return registry;
+  static const ModuleStatic<CZYNVueControles> registry;
+  return *registry;
 }
 
 }  // namespace zyn

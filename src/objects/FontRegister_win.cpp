@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <mutex>
 
+#include "com/ModuleStatic.h"
+
 namespace zyn {
 
 FontRegister& FontRegister::instance() {
-  static FontRegister theRegister;
-  return theRegister;
+  static const ModuleStatic<FontRegister> theRegister;
+  return *theRegister;
 }
 
 void FontRegister::enter(FontOwner owner, HGLRC context,

@@ -7,11 +7,13 @@
 #include <objbase.h>
 #include <wrl/client.h>
 
+#include <atomic>
 #include <stdexcept>
 #include <string>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
+#include "support/ModuleLeaks_win.h"
 
 namespace zyn::test {
 
@@ -35,15 +37,23 @@ inline void require(HRESULT result, const char* what) {
   throw std::runtime_error(text);
 }
 
-/// The calling thread's apartment for a scope.
+/// The calling thread's apartment for a scope. COM unloads the DLLs with the last one, whatever is
+/// left of them: that is found out before.
 class Apartment {
  public:
   explicit Apartment(DWORD model = COINIT_APARTMENTTHREADED) {
     require(CoInitializeEx(nullptr, model), "CoInitializeEx");
+    ++apartments_;
   }
-  ~Apartment() { CoUninitialize(); }
+  ~Apartment() {
+    if (--apartments_ == 0) expectNothingLeft();
+    CoUninitialize();
+  }
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
+
+ private:
+  static inline std::atomic<int> apartments_ = 0;
 };
 
 inline CLSID classOf(const wchar_t* progId) {
