@@ -34,6 +34,9 @@ class ComIdentity : private InnerUnknown {
   /// The unknown that does not delegate: what an outer object keeps of this one.
   IUnknown* innerUnknown() noexcept;
 
+  /// The thread that made the object, on which alone it may be called.
+  DWORD thread() const noexcept { return thread_; }
+
   /// Makes the object part of `outer`. For a new object that nobody has seen yet.
   void aggregateInto(IUnknown* outer) noexcept { outer_ = outer; }
 
@@ -52,6 +55,7 @@ class ComIdentity : private InnerUnknown {
 
   IUnknown* outer_;
   std::atomic<ULONG> references_ = 1;
+  DWORD thread_ = GetCurrentThreadId();
 };
 
 }  // namespace zyn

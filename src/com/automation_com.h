@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "com/HostState_win.h"
+#include "com/WrongThread_win.h"
 #include "com/errors_com.h"
 
 namespace zyn {
@@ -24,6 +25,14 @@ HRESULT run(Body& body) {
 
 }  // namespace detail
 
+/// Objects belong to the thread that made them. A call on another one is carried out all the same.
+template <class Object>
+void checkThread(const Object& object, const wchar_t* progId) noexcept {
+  if (object.thread() != GetCurrentThreadId()) {
+    reportWrongThread(progId, object.thread());
+  }
+}
+
 /// Every entry from outside that is not a member of an object (exported functions, window
 /// procedures, class objects): computes in our own floating-point environment and lets no
 /// exception out. `body` returns an HRESULT or nothing.
@@ -42,6 +51,7 @@ HRESULT boundary(Body&& body) noexcept {
 /// E_OUTOFMEMORY, any other exception E_FAIL.
 template <class Self, class Body>
 HRESULT automation(Self& self, Body&& body) noexcept {
+  checkThread(self, Self::kProgId);
   const HostState state;
   const Microsoft::WRL::ComPtr<IUnknown> alive(self.controllingUnknown());
   const auto report = [](const _com_error& failure) {

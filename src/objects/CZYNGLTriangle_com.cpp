@@ -1,6 +1,7 @@
 #include "objects/CZYNGLTriangle_com.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "com/automation_com.h"
 #include "objects/ModelBox_com.h"
@@ -175,7 +176,8 @@ void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
   r_ = r;
   g_ = g;
   b_ = b;
-  alpha_ = alpha;
+  const auto narrowed = static_cast<float>(alpha);
+  alpha_ = alpha < 1 && narrowed >= 1 ? std::nextafter(1.0F, 0.0F) : narrowed;
 }
 
 Box3 CZYNGLTriangle::bounds() const {

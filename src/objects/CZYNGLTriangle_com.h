@@ -67,6 +67,7 @@ class CZYNGLTriangle final
 
   // The order leaves no gaps: there may be very many triangles.
   std::int32_t priority_ = 1;  ///< 1 to 19
+  float alpha_ = 0;            ///< as OpenGL takes it; below 1 where it was given so
   SceneWatch watch_;
   std::unique_ptr<const MaterialFactors> material_;
   std::array<Triple, 3> vertices_;
@@ -74,7 +75,6 @@ class CZYNGLTriangle final
   double r_ = 0;
   double g_ = 0;
   double b_ = 0;
-  double alpha_ = 0;
 };
 
 }  // namespace zyn

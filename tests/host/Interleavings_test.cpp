@@ -3,22 +3,16 @@
 // ZYN_COUNT: how many (default 20,000); ZYN_SEED: what the first follow from, as failures print it.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 #include "support/HostWorld_win.h"
 #include "support/ServerModule_win.h"
+#include "support/SoakRun.h"
 
 namespace zyn::test {
 namespace {
 
-/// So many interleavings have one host, before everything is given up and checked.
+/// So many interleavings has one host, before everything is given up and checked.
 constexpr long kOfOneHost = 250;
-constexpr std::uint64_t kFirstSeed = 1;
-
-std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
-  const char* const text = std::getenv(variable);
-  return text ? std::strtoull(text, nullptr, 10) : otherwise;
-}
 
 HostWorld* running = nullptr;
 std::uint64_t runningSeed = 0;
@@ -88,9 +82,10 @@ class Interleavings : public HostTest {
 };
 
 TEST_F(Interleavings, KeepTheRulesOfLifetime) {
-  const auto all = static_cast<long>(numberFrom("ZYN_COUNT", 20000));
+  const SoakRun run(20000);
+  const auto all = static_cast<long>(run.count);
   long left = all;
-  for (std::uint64_t seed = numberFrom("ZYN_SEED", kFirstSeed); left > 0 && !HasFailure(); ++seed) {
+  for (std::uint64_t seed = run.seed; left > 0 && !HasFailure(); ++seed) {
     const long count = std::min(left, kOfOneHost);
     runHost(seed, count);
     left -= count;

@@ -1,7 +1,9 @@
 // Several apartments at work in one process, and calls that cross from one to another.
+#include <algorithm>
 #include <atomic>
 #include <thread>
 
+#include "support/ControlTest_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"
@@ -106,6 +108,9 @@ class Parcel {
   ComPtr<IStream> stream_;
 };
 
+/// How often the serving thread has dealt with everything and was about to wait.
+std::atomic<int> turns = 0;
+
 /// Runs work in an apartment of its own while this thread serves the calls that come from it.
 template <class Work>
 void serveWhile(Work work) {
@@ -124,6 +129,7 @@ void serveWhile(Work work) {
   MSG message;
   PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
   while (!done) {
+    ++turns;
     MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
   }
@@ -193,6 +199,165 @@ TEST_F(MarshallingTest, DrawingReachesAnObjectThroughItsProxy) {
     EXPECT_EQ(queryFor<IZYNBox3D>(box.Get())->get_XMax(&xMax), S_OK);
     EXPECT_EQ(xMax, 1);
   });
+}
+
+/// Serves the calls that come to this thread until `done`, for some seconds at most.
+template <class Done>
+void serveUntil(Done done) {
+  for (int left = 500; left > 0 && !done(); --left) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    ScriptedContainer::pump();
+  }
+}
+
+/// A scene object that notes on which threads it is called.
+ComPtr<ForeignObject> makeObserved(std::vector<DWORD>& threads) {
+  auto object = makeForeign<ForeignObject>();
+  const auto note = [&threads](auto) {
+    threads.push_back(GetCurrentThreadId());
+    return S_OK;
+  };
+  object->onDraw3D = note;
+  object->onDraw2D = note;
+  object->onGetBox2D = note;
+  object->onGetBox3D = note;
+  object->onAttribut = note;
+  return object;
+}
+
+/// A view of this apartment, used from another one: its lists take objects of that apartment, and
+/// its events reach a sink there.
+template <class View>
+void useFromAnotherApartment(const wchar_t* progId, REFIID events, DISPID mouseMove) {
+  ScriptedContainer container(events, {60, 40});
+  const auto control = createObject<IOleObject>(progId);
+  require(control->SetClientSite(&container.site), "SetClientSite");
+  const RECT position = container.site.position;
+  require(
+      control->DoVerb(OLEIVERB_SHOW, nullptr, &container.site, 0, container.window(), &position),
+      "DoVerb");
+  HWND window = nullptr;
+  require(queryFor<IOleWindow>(control.Get())->GetWindow(&window), "GetWindow");
+  const auto view = queryFor<View>(control.Get());
+  ComPtr<IConnectionPoint> source;
+  require(queryFor<IConnectionPointContainer>(control.Get())
+              ->FindConnectionPoint(events, source.GetAddressOf()),
+          "FindConnectionPoint");
+  Parcel<View> viewParcel(view.Get());
+  Parcel<IConnectionPoint> sourceParcel(source.Get());
+  const DWORD own = GetCurrentThreadId();
+  std::vector<DWORD> calledHere;
+  container.script.duringAny(
+      [&](const std::string&) { calledHere.push_back(GetCurrentThreadId()); });
+  serveWhile([&] {
+    const DWORD other = GetCurrentThreadId();
+    std::vector<DWORD> called;
+    const auto object = makeObserved(called);
+    CallScript script;
+    script.duringAny([&](const std::string&) { called.push_back(GetCurrentThreadId()); });
+    ScriptedEventSink sink(script, events);
+    {
+      const auto proxy = viewParcel.open();
+      const auto sourceProxy = sourceParcel.open();
+      DWORD cookie = 0;
+      EXPECT_EQ(sourceProxy->Advise(&sink, &cookie), S_OK);
+      EXPECT_EQ(proxy->Add(object->dispatch(), 7), S_OK);
+      EXPECT_EQ(proxy->AddSelection(object->dispatch()), S_OK);
+      long count = 0;
+      EXPECT_EQ(proxy->Count(&count), S_OK);
+      EXPECT_EQ(count, 1);
+      if constexpr (std::is_same_v<View, IZYNVue3D>) {
+        EXPECT_EQ(proxy->initView(0), S_OK);
+      }
+      EXPECT_EQ(proxy->Repaint(), S_OK);
+      PostMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(11, 12));
+      // The view's thread calls back to this one, which has to listen.
+      const auto heard = [&] {
+        return std::ranges::find(sink.events, mouseMove, &ReceivedEvent::event) !=
+               sink.events.end();
+      };
+      serveUntil([&] { return heard() && object->modes.size() + object->modes2D.size() > 1; });
+      EXPECT_TRUE(heard());
+      EXPECT_FALSE(object->modes.empty() && object->modes2D.empty());
+      EXPECT_EQ(proxy->Remove(object->dispatch()), S_OK);
+      EXPECT_EQ(proxy->RemoveSelection(object->dispatch()), S_OK);
+      EXPECT_EQ(sourceProxy->Unadvise(cookie), S_OK);
+    }
+    // A call to this apartment that is on its way must find it there.
+    serveUntil([last = turns + 2] { return turns >= last; });
+    EXPECT_GE(called.size(), 4U);
+    EXPECT_EQ(std::ranges::count(called, other), static_cast<std::ptrdiff_t>(called.size()));
+    CoDisconnectObject(object->dispatch(), 0);
+    CoDisconnectObject(&sink, 0);
+    EXPECT_EQ(referencesOf(object.Get()), 1U);
+    EXPECT_EQ(sink.references(), 0);
+  });
+  control->Close(OLECLOSE_NOSAVE);
+  control->SetClientSite(nullptr);
+  EXPECT_FALSE(calledHere.empty());
+  EXPECT_EQ(std::ranges::count(calledHere, own), static_cast<std::ptrdiff_t>(calledHere.size()));
+}
+
+TEST_F(MarshallingTest, View3DServesAnotherApartment) {
+  useFromAnotherApartment<IZYNVue3D>(kVue3DProgId, DIID__IZYNVue3DEvents, 2);
+}
+
+TEST_F(MarshallingTest, View2DServesAnotherApartment) {
+  useFromAnotherApartment<IZYNVue2D>(kVue2DProgId, DIID__IZYNVue2DEvents, 8);
+}
+
+// --- past the marshaler --------------------------------------------------------------------------
+
+/// What is written for a debugger, which comes by as an exception.
+class DebugOutput {
+ public:
+  DebugOutput() : handler_(AddVectoredExceptionHandler(1, note)) { text_.clear(); }
+  ~DebugOutput() { RemoveVectoredExceptionHandler(handler_); }
+  DebugOutput(const DebugOutput&) = delete;
+  DebugOutput& operator=(const DebugOutput&) = delete;
+
+  static const std::wstring& text() { return text_; }
+
+ private:
+  static constexpr DWORD kPrint = 0x40010006;
+  static constexpr DWORD kPrintWide = 0x4001000A;
+
+  static LONG CALLBACK note(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    if (record.ExceptionCode == kPrintWide) {
+      text_ += reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]);
+    } else if (record.ExceptionCode == kPrint) {
+      const std::string text = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+      text_.append(text.begin(), text.end());
+    }
+    return EXCEPTION_CONTINUE_SEARCH;
+  }
+
+  static inline std::wstring text_;
+  void* handler_;
+};
+
+TEST_F(MarshallingTest, ACallOnAWrongThreadIsNamed) {
+  const auto triangle = createObject<IZYNGLTriangle>(kTriangleProgId);
+  const auto control = createObject<IOleObject>(kVue3DProgId);
+  const DebugOutput output;
+  triangle->put_Priority(2);
+  EXPECT_EQ(output.text(), L"");
+  DWORD other = 0;
+  std::thread([&] {
+    other = GetCurrentThreadId();
+    triangle->put_Priority(3);
+  }).join();
+  const std::wstring first = output.text();
+  EXPECT_NE(first.find(L"ZYNVue.ZYNGLTriangle: call "), std::wstring::npos);
+  EXPECT_NE(first.find(L"an object of thread " + std::to_wstring(GetCurrentThreadId()) +
+                       L" is called on thread " + std::to_wstring(other) + L","),
+            std::wstring::npos);
+  std::thread([&] { control->Close(OLECLOSE_NOSAVE); }).join();
+  EXPECT_NE(output.text().find(L"ZYNVue.ZYNVue3D: call "), std::wstring::npos);
+  long priority = 0;
+  triangle->get_Priority(&priority);
+  EXPECT_EQ(priority, 3) << "carried out all the same";
 }
 
 }  // namespace

@@ -61,14 +61,6 @@ HostWorld::HostWorld(std::uint64_t seed, HWND frame) : random_(seed), frame_(fra
 
 HostWorld::~HostWorld() = default;
 
-int HostWorld::below(int limit) {
-  // SplitMix64
-  std::uint64_t z = (random_ += 0x9E3779B97F4A7C15U);
-  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9U;
-  z = (z ^ (z >> 27)) * 0x94D049BB133111EBU;
-  return static_cast<int>((z ^ (z >> 31)) % static_cast<std::uint64_t>(limit));
-}
-
 Thing* HostWorld::anyThing() { return things_[static_cast<std::size_t>(below(kThings))]; }
 
 std::shared_ptr<ObjectLife> HostWorld::anyContext() {
@@ -87,7 +79,7 @@ void HostWorld::createIn(std::size_t place) {
   if (life->isHeld()) life->show(OLEIVERB_SHOW);
 }
 
-/// Gives a new view a sink and something to draw and to pick.
+/// Gives a new view a sink, a camera and something to draw and to pick.
 void HostWorld::furnish(const std::shared_ptr<ObjectLife>& life) {
   life->advise(*life->listeners[0]);
   for (int i = 0; i < 3; ++i) {
@@ -99,6 +91,7 @@ void HostWorld::furnish(const std::shared_ptr<ObjectLife>& life) {
     life->drawn.add(thing);
     life->selected.add(thing);
   }
+  if (life->view3D) life->view3D->initView(0);
 }
 
 /// Once in a while the host puts in order what has become useless.

@@ -8,6 +8,7 @@
 
 #include "support/GlCanvas_win.h"
 #include "support/ObjectLife_win.h"
+#include "support/Random.h"
 #include "support/TempFolder_win.h"
 
 namespace zyn::test {
@@ -70,8 +71,8 @@ class HostWorld final : public Watcher {
 
   // For the actions.
 
-  int below(int limit);
-  bool oneIn(int times) { return below(times) == 0; }
+  int below(int limit) { return random_.below(limit); }
+  bool oneIn(int times) { return random_.oneIn(times); }
 
   Thing* anyThing();
   /// A view, or a context, that the host holds; null when the place chosen is empty.
@@ -132,7 +133,7 @@ class HostWorld final : public Watcher {
   void checkThing(Thing& thing);
   void buryTheDead();
 
-  std::uint64_t random_;
+  Random random_;
   HWND frame_;
   bool failed_ = false;
   Counts counts_;

@@ -40,8 +40,39 @@ WORD freshGdiIndex() {
   return highest;
 }
 
+DWORD kernelHandles() {
+  DWORD count = 0;
+  if (!GetProcessHandleCount(GetCurrentProcess(), &count)) {
+    throw std::runtime_error("GetProcessHandleCount");
+  }
+  return count;
+}
+
+BOOL CALLBACK countOne(HWND, LPARAM count) {
+  ++*reinterpret_cast<int*>(count);
+  return TRUE;
+}
+
+BOOL CALLBACK countWithChildren(HWND window, LPARAM count) {
+  countOne(window, count);
+  EnumChildWindows(window, countOne, count);
+  return TRUE;
+}
+
+int threadWindows() {
+  int count = 0;
+  EnumThreadWindows(GetCurrentThreadId(), countWithChildren, reinterpret_cast<LPARAM>(&count));
+  for (HWND window = nullptr;
+       (window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
+    if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) ++count;
+  }
+  return count;
+}
+
 }  // namespace
 
-ProcessUsage currentUsage() { return {currentCommitMb(), freshHandle(), freshGdiIndex()}; }
+ProcessUsage currentUsage() {
+  return {currentCommitMb(), freshHandle(), freshGdiIndex(), kernelHandles(), threadWindows()};
+}
 
 }  // namespace zyn::test

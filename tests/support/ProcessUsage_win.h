@@ -11,6 +11,8 @@ struct ProcessUsage {
   double committedMb;
   ULONG_PTR freshHandle;
   WORD freshGdiIndex;
+  DWORD handles;  ///< to objects of the kernel
+  int windows;    ///< of this thread, children and message-only ones included
 };
 
 ProcessUsage currentUsage();
@@ -28,6 +30,8 @@ void expectNoGrowth(WORD cycles, double allowedMb, const Cycle& cycle) {
   EXPECT_LT(after.committedMb, before.committedMb + allowedMb);
   EXPECT_LT(after.freshHandle, before.freshHandle + 4 * cycles / 5);
   EXPECT_LT(after.freshGdiIndex, before.freshGdiIndex + cycles / 5);
+  EXPECT_LT(after.handles, before.handles + cycles / 5);
+  EXPECT_EQ(after.windows, before.windows);
 }
 
 }  // namespace zyn::test

@@ -6,4 +6,8 @@ namespace zyn {
 
 IUnknown* identityOf(Control& control) noexcept { return control.identity().controllingUnknown(); }
 
+void checkThreadOf(Control& control) noexcept {
+  checkThread(control.identity(), control.description().progId);
+}
+
 }  // namespace zyn

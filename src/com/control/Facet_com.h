@@ -14,6 +14,9 @@ class Control;
 /// The unknown that stands for the whole control; not counted.
 IUnknown* identityOf(Control& control) noexcept;
 
+/// Reports a call on another thread than the control's.
+void checkThreadOf(Control& control) noexcept;
+
 /// An interface of a control, implemented in a class of its own; the identity is the control's.
 template <class Interface>
 class Facet : public Interface {
@@ -36,6 +39,7 @@ class Facet : public Interface {
   /// Runs the body of a method with the control kept alive and no exception let out.
   template <class Body>
   HRESULT entry(Body&& body) noexcept {
+    checkThreadOf(control_);
     const Microsoft::WRL::ComPtr<IUnknown> alive(identity());
     return boundary(body);
   }

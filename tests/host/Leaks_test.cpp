@@ -1,0 +1,314 @@
+// Every class made, used and released again and again: nothing of it stays, and both DLLs go when
+// the last object has gone, and come back.
+#include <functional>
+#include <map>
+
+#include "support/ControlTest_win.h"
+#include "support/GlCanvas_win.h"
+#include "support/Pictures_win.h"
+#include "support/ProcessUsage_win.h"
+#include "support/Scene_win.h"
+#include "support/View2DHost_win.h"
+#include "support/View3DHost_win.h"
+
+namespace zyn::test {
+namespace {
+
+constexpr WORD kCycles = 1000;
+constexpr double kAllowedMb = 6;
+/// A view makes a window and a rendering context with fonts, a bitmap context a rendering context,
+/// which take long.
+constexpr WORD kViewCycles = 150;
+constexpr WORD kContextCycles = 250;
+constexpr int kSize = 64;
+/// Of a bitmap context no less than 7 bytes a pixel would be lost at a time.
+constexpr double kAllowedMbOfContexts = kContextCycles * (7.0 * kSize * kSize / 1e6) / 3;
+
+/// The display lists of the current rendering context. Numbers are not given again at once, so that
+/// those of new lists tell nothing.
+int countLists() {
+  const GLuint end = glGenLists(1);
+  glDeleteLists(end, 1);
+  int count = 0;
+  for (GLuint list = 1; list < end; ++list) count += glIsList(list) == GL_TRUE ? 1 : 0;
+  return count;
+}
+
+/// What scene objects are drawn in: both views and both bitmap contexts.
+class Stage {
+ public:
+  Stage() {
+    watcher_->onDraw3D = [this](int) { return noteLists(); };
+    watcher_->onDraw2D = watcher_->onDraw3D;
+    view3D_->initView(0);
+  }
+
+  void show(IDispatch* object) {
+    for (IDispatch* const drawn : {object, watcher_->dispatch()}) {
+      view3D_->Add(drawn, 0);
+      view3D_->AddSelection(drawn);
+      view2D_->Add(drawn, 0);
+      view2D_->AddSelection(drawn);
+      context3D_->Add(drawn, 0);
+    }
+    // A picture takes longer than all the rest.
+    if (++shown_ % 8 == 0) {
+      view3D_.paint();
+      view3D_.move(shown_ % 40, 10);
+      view2D_.paint();
+      ComPtr<IPictureDisp> picture;
+      context3D_->GetPictureDisp(picture.GetAddressOf());
+    }
+    context3D_->RemoveAll();
+    view3D_->RemoveAll();
+    view3D_->RemoveAllSelection();
+    view2D_->RemoveAll();
+    view2D_->RemoveAllSelection();
+  }
+
+  /// The display lists that the pictures of the last rounds found, of all rendering contexts.
+  std::map<HGLRC, int> lists() {
+    counting_ = true;
+    const auto nothing = makeForeign<ForeignObject>();
+    for (int i = 0; i < 8; ++i) show(nothing->dispatch());
+    counting_ = false;
+    return lists_;
+  }
+
+ private:
+  HRESULT noteLists() {
+    GLint mode = 0;
+    glGetIntegerv(GL_RENDER_MODE, &mode);
+    if (counting_ && mode == GL_RENDER) lists_[wglGetCurrentContext()] = countLists();
+    return S_OK;
+  }
+
+  View3DHost view3D_{{kSize, kSize}};
+  View2DHost view2D_{{kSize, kSize}};
+  OffscreenScene context3D_{kSize, kSize};
+  ComPtr<ForeignObject> watcher_ = makeForeign<ForeignObject>();
+  int shown_ = 0;
+  bool counting_ = false;
+  std::map<HGLRC, int> lists_;
+};
+
+// --- scene objects -------------------------------------------------------------------------------
+
+ComPtr<IDispatch> makeSomeTriangle() {
+  return makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
+}
+
+ComPtr<IDispatch> makeText() {
+  const auto text = createObject<IZYNGLTexte>(kTextProgId);
+  text->put_Texte(_bstr_t(L"12.5"));
+  text->put_TypeCotation(3);
+  text->setPointsCotation(0, 0, 0, 1, 1, 0);
+  return text;
+}
+
+ComPtr<IDispatch> makeSprite() {
+  const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
+  sprite->putref_Picture(pictureOfBitmap24(makeQuarters(4, 4)).Get());
+  return sprite;
+}
+
+ComPtr<IDispatch> makeTrace() {
+  const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+  trace->setPoints(doubleArray({0, 1, 2}), doubleArray({0, 1, 0}));
+  return trace;
+}
+
+struct SceneClass {
+  const char* name;
+  ComPtr<IDispatch> (*make)();
+};
+void PrintTo(const SceneClass& tested, std::ostream* out) { *out << tested.name; }
+
+class SceneObjectLeaks : public HostTest, public testing::WithParamInterface<SceneClass> {};
+
+TEST_P(SceneObjectLeaks, NothingStays) {
+  Stage stage;
+  for (int i = 0; i < 64; ++i) stage.show(GetParam().make().Get());
+  const auto before = stage.lists();
+  EXPECT_EQ(before.size(), 3U) << "of both views and of the bitmap context";
+  expectNoGrowth(kCycles, kAllowedMb, [&] { stage.show(GetParam().make().Get()); });
+  EXPECT_EQ(stage.lists(), before) << "display lists are left";
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SceneObjectLeaks,
+                         testing::Values(SceneClass{"Triangle", makeSomeTriangle},
+                                         SceneClass{"Texte", makeText},
+                                         SceneClass{"Bitmap", makeSprite},
+                                         SceneClass{"Polyligne", makeTrace}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+// --- classes that are not drawn by views ---------------------------------------------------------
+
+void useCote() {
+  const auto cote = createObject<IZYNGLCote>(kCoteProgId);
+  cote->put_Texte(_bstr_t(L"12.5"));
+  cote->Draw();
+}
+
+void useByName(const wchar_t* progId, const wchar_t* member) {
+  const auto object = createObject<IDispatch>(progId);
+  auto* name = const_cast<LPOLESTR>(member);
+  DISPID id = 0;
+  require(object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
+  DISPPARAMS none = {};
+  _variant_t value;
+  require(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value,
+                         nullptr, nullptr),
+          "Invoke");
+}
+
+struct SimpleClass {
+  const char* name;
+  void (*use)();
+};
+void PrintTo(const SimpleClass& tested, std::ostream* out) { *out << tested.name; }
+
+const SimpleClass kSimpleClasses[] = {
+    {"Cote", useCote},
+    {"Vue2DChild", [] { createObject<IDispatch>(L"ZYNVue.ZYNVue2DChild"); }},
+    {"Rectangle", [] { useByName(kRectangleProgId, L"Largeur"); }},
+    {"Box2D", [] { useByName(L"ZYNModeleGeom.Box2D", L"DX"); }},
+    {"Box3D", [] { useByName(kBox3DProgId, L"DZ"); }},
+    {"Point", [] { useByName(L"ZYNModeleGeom.Point", L"x"); }},
+    {"Couleur", [] { useByName(L"ZYNModeleGeom.Couleur", L"R"); }},
+};
+
+class SimpleLeaks : public HostTest, public testing::WithParamInterface<SimpleClass> {};
+
+TEST_P(SimpleLeaks, NothingStays) {
+  const GlCanvas canvas(32, 32);
+  for (int i = 0; i < kCycles; ++i) GetParam().use();  // OpenGL keeps memory for the like
+  const int before = countLists();
+  expectNoGrowth(kCycles, kAllowedMb, GetParam().use);
+  EXPECT_EQ(countLists(), before) << "display lists are left";
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SimpleLeaks, testing::ValuesIn(kSimpleClasses),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+// --- bitmap contexts -----------------------------------------------------------------------------
+
+class ContextLeaks : public HostTest, public testing::WithParamInterface<OffscreenClass> {};
+
+TEST_P(ContextLeaks, NothingStays) {
+  const auto triangle = makeSomeTriangle();
+  const auto text = makeText();
+  int made = 0;
+  expectNoGrowth(kContextCycles, kAllowedMbOfContexts, [&] {
+    const auto context = GetParam().make(kSize, kSize);
+    context->add(triangle.Get());
+    if (++made % 16 == 0) context->add(text.Get());  // fonts take long
+    ComPtr<IPictureDisp> picture;
+    context->GetPictureDisp(picture.GetAddressOf());
+  });
+  EXPECT_EQ(referencesOf(triangle.Get()), 1U);
+  EXPECT_EQ(referencesOf(text.Get()), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ContextLeaks, testing::ValuesIn(offscreenClasses()), nameOf);
+
+// --- views ---------------------------------------------------------------------------------------
+
+struct ViewClass {
+  const char* name;
+  const wchar_t* progId;
+  const IID& events;
+  void (*fill)(IUnknown* view);
+};
+void PrintTo(const ViewClass& tested, std::ostream* out) { *out << tested.name; }
+
+void fill3D(IUnknown* control) {
+  const auto view = queryFor<IZYNVue3D>(control);
+  view->Add(makeText().Get(), 0);
+  view->Add(makeSomeTriangle().Get(), 0);
+}
+
+void fill2D(IUnknown* control) {
+  const auto view = queryFor<IZYNVue2D>(control);
+  view->Add(makeText().Get(), 0);
+  require(view->GraphView(0, 0, 0, _bstr_t(L"Temps"), _bstr_t(L"s"), nullptr, 0, 10, 2, 1, 1,
+                          nullptr, nullptr, nullptr, 0, 10, 2, 1, 1),
+          "GraphView");
+}
+
+const ViewClass kViews[] = {
+    {"View3D", kVue3DProgId, DIID__IZYNVue3DEvents, fill3D},
+    {"View2D", kVue2DProgId, DIID__IZYNVue2DEvents, fill2D},
+};
+
+class ViewLeaks : public ControlTest, public testing::WithParamInterface<ViewClass> {
+ protected:
+  ViewLeaks() : ControlTest(GetParam().progId, GetParam().events) {}
+
+  /// Shows, draws and ends a view in one of the ways in which hosts do.
+  void liveOnce(int way) {
+    dropControl();
+    makeControl();
+    show();
+    GetParam().fill(control.Get());
+    UpdateWindow(window());
+    if (way == 0) control->Close(OLECLOSE_NOSAVE);
+    if (way == 1) control->SetClientSite(nullptr);
+    if (way == 2) DestroyWindow(window());
+    dropControl();
+  }
+};
+
+TEST_P(ViewLeaks, NothingStays) {
+  int lives = 0;
+  expectNoGrowth(kViewCycles, 8, [&] { liveOnce(++lives % 4); });
+  EXPECT_EQ(GetWindow(container.window(), GW_CHILD), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ViewLeaks, testing::ValuesIn(kViews),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+// --- the DLLs ------------------------------------------------------------------------------------
+
+class Reloading : public HostTest {
+ protected:
+  /// One object of each class, used and released.
+  static void useEveryClass() {
+    Stage stage;
+    for (const auto make : {makeSomeTriangle, makeText, makeSprite, makeTrace}) {
+      for (int i = 0; i < 8; ++i) stage.show(make().Get());
+    }
+    for (const SimpleClass& simple : kSimpleClasses) simple.use();
+    for (const OffscreenClass& context : offscreenClasses()) {
+      context.make(16, 16)->add(makeText().Get());
+    }
+  }
+
+  static void useAndUnload() {
+    useEveryClass();
+    for (const wchar_t* const name : {L"ZYNVue.dll", L"ZYNModeleGeom.dll"}) {
+      EXPECT_NE(GetModuleHandleW(name), nullptr);
+    }
+    for (int i = 0; i < 3; ++i) CoFreeUnusedLibrariesEx(0, 0);
+    for (const wchar_t* const name : {L"ZYNVue.dll", L"ZYNModeleGeom.dll"}) {
+      EXPECT_EQ(GetModuleHandleW(name), nullptr) << "it has not gone";
+    }
+  }
+};
+
+TEST_F(Reloading, BothDllsGoAndComeBack) {
+  constexpr int kRounds = 12;
+  for (int i = 0; i < 3; ++i) useAndUnload();
+  const ProcessUsage before = currentUsage();
+  for (int i = 0; i < kRounds; ++i) useAndUnload();
+  const ProcessUsage after = currentUsage();
+  EXPECT_LT(after.committedMb, before.committedMb + 4);
+  EXPECT_LT(after.freshGdiIndex, before.freshGdiIndex + kRounds);
+  EXPECT_EQ(after.windows, before.windows);
+  // Each time a DLL is loaded the compiler's runtime in it keeps four handles; the numbers of
+  // handles go in steps of four.
+  EXPECT_LE(after.freshHandle, before.freshHandle + 4 * 4 * 2 * kRounds + 40);
+}
+
+}  // namespace
+}  // namespace zyn::test
