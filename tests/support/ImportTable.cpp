@@ -43,7 +43,8 @@ void addKernel(Rules& rules) {
         "DeleteCriticalSection InitializeCriticalSection TryEnterCriticalSection GetLastError "
         "SetLastError GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId "
         "GetTickCount64 GetSystemTimeAsFileTime Sleep lstrlenW MulDiv LockResource SizeofResource "
-        "IsDebuggerPresent OutputDebugStringA AddRefActCtx GetSystemTimePreciseAsFileTime");
+        "IsDebuggerPresent OutputDebugStringA OutputDebugStringW AddRefActCtx "
+        "GetSystemTimePreciseAsFileTime");
   leave(rules, "tested with the exports of FailingContexts_test", "DeleteFileW");
   leave(rules, "texts of errors, which then have none", "LocalAlloc");
   leave(rules, "an optimisation, or a question that a failure answers with no",
