@@ -40,12 +40,15 @@ check() {
   esac
 }
 
-# check_links PAGE: what it refers to within the repository is there.
+# check_links PAGE: what it refers to within the repository is there, and, for a page of docs, in the package as well,
+# which has the hosts beside the docs.
 check_links() {
   local link
   while read -r link; do
     link=${link%%#*}
     [[ -z $link || $link == http* || -e $(dirname "$1")/$link ]] || fail "$1: no $link"
+    [[ $1 != "$root"/docs/*.md || $link != ../* || $link == ../hosts* || $1 == */reference/* ]] ||
+      fail "$1: $link is not in the package"
   done < <(grep -o '](\([^) ]*\))' "$1" | sed 's/^](//; s/)$//')
 }
 

@@ -2,10 +2,12 @@
 //
 //   surrogate PICTURE.png
 //
-// The class must name an application, and that one a surrogate:
-//   HKCR\CLSID\{ECBC4052-3F62-4603-988F-604EDFC548DE}: AppID =
-//   {6A9E2C53-4D0B-4E2B-9D5C-7C1B1F6A2E11} HKCR\AppID\{6A9E2C53-4D0B-4E2B-9D5C-7C1B1F6A2E11}:
-//   DllSurrogate = (empty)
+// The class must name an application, and that one a surrogate. Below HKEY_CLASSES_ROOT, the key
+//   CLSID\{ECBC4052-3F62-4603-988F-604EDFC548DE}
+// has the value AppID, {6A9E2C53-4D0B-4E2B-9D5C-7C1B1F6A2E11}, and the key
+//   AppID\{6A9E2C53-4D0B-4E2B-9D5C-7C1B1F6A2E11}
+// an empty value DllSurrogate.
+//
 // Scene objects draw with the OpenGL context of their own process: those of a picture must be in
 // the same surrogate as its context.
 

@@ -21,12 +21,13 @@ constexpr const char* kConventions = R"(
   unforeseen goes wrong. Called late bound (scripts, `IDispatch`), members also answer DISP_E_BADPARAMCOUNT
   (0x8002000E) for a wrong number of arguments and DISP_E_TYPEMISMATCH (0x80020005) for one that cannot be converted.
 - **Failing objects.** Members that ask an added object for its box, number or picture fail with that object's error.
-- **Switches** (VARIANT_BOOL) are turned on by VARIANT_TRUE (-1, `True` in scripts) only: 1 turns them off. The
-  exceptions say so.
+- **Switches** (VARIANT_BOOL) are turned on by VARIANT_TRUE (-1, `True` in scripts) only: C++ that puts 1 turns them off;
+  a call by name converts numbers other than 0 to VARIANT_TRUE before. The exceptions say so.
 - **Units.** Angles are in degrees, but for the azimuth and elevation of lights, which are in radians. Lengths are in
   model units. Pixels are those of the client area, y downward. Colours are 0 to 1 unless the text says 0 to 255.
-- **Arrays** go in as one-dimensional arrays of doubles, or of VARIANTs with numbers; they come out as arrays of doubles,
-  or of 32-bit integers for selections, with lower bound 0.
+- **Arrays** go in as one-dimensional arrays of doubles, or of VARIANTs with doubles or 16- or 32-bit integers; arrays of
+  other types, `float[]` and `int[]` among them, are not read. They come out as arrays of doubles, or of 32-bit integers
+  for selections, with lower bound 0.
 - **Defaults** in the tables are read from a new object when this reference is made; that of `DPIResolution` is the
   resolution of the screen.
 - **References.** Everything that a member gives is yours to release; what you give is held as long as it is used.
