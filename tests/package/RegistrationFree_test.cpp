@@ -171,6 +171,7 @@ TEST(ByManifestTypes, TheTypeLibrariesAreFound) {
 
 /// The objects live in an apartment that the system makes, and answer through proxies.
 TEST(ByManifestTypes, ObjectsAnswerAcrossApartments) {
+  allowKeptClassObject(L"ZYNVue.dll");
   std::thread([] {
     const Apartment apartment(COINIT_MULTITHREADED);
     const auto triangle = createObject<IZYNGLTriangle>(kTriangleProgId);

@@ -6,4 +6,8 @@ namespace zyn::test {
 /// no object, no class object, no lock.
 void expectNothingLeft();
 
+/// Under Wine, leaves a library out of that from now on: when an object is created from the
+/// multi-threaded apartment, Wine's COM keeps a reference to its class object for good.
+void allowKeptClassObject(const wchar_t* library);
+
 }  // namespace zyn::test
