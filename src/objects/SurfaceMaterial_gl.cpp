@@ -1,10 +1,20 @@
 #include "objects/SurfaceMaterial_gl.h"
 
+#include <cmath>
+
 namespace zyn {
 
+namespace {
+
+/// OpenGL leaves open what NaN shows, and Mesa shows it in several ways.
+GLfloat componentOf(double value) {
+  return std::isnan(value) ? 0.0F : static_cast<GLfloat>(value);
+}
+
+}  // namespace
+
 Float4 colourOf(double r, double g, double b, double alpha) {
-  return {static_cast<GLfloat>(r), static_cast<GLfloat>(g), static_cast<GLfloat>(b),
-          static_cast<GLfloat>(alpha)};
+  return {componentOf(r), componentOf(g), componentOf(b), componentOf(alpha)};
 }
 
 SurfaceMaterial materialOf(double r, double g, double b, double alpha) {

@@ -19,6 +19,7 @@ struct SurfaceMaterial {
   bool hasValidShininess() const { return shininess >= 0 && shininess <= kLargestShininess; }
 };
 
+/// A component that is not a number counts as 0.
 Float4 colourOf(double r, double g, double b, double alpha);
 
 /// The standard material of a colour.

@@ -1,7 +1,6 @@
 #include "objects/TriangleEmitter_gl.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace zyn {
 
@@ -17,10 +16,6 @@ constexpr GLenum kPropertyNames[] = {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMI
 constexpr int kMostFormatChanges = 4;
 
 bool isTransparent(const TriangleShape& shape) { return shape.alpha < 1.0; }
-
-bool hasNan(const Float4& colour) {
-  return std::any_of(colour.begin(), colour.end(), [](GLfloat value) { return std::isnan(value); });
-}
 
 SurfaceMaterial surfaceMaterialOf(const TriangleShape& s) {
   return s.hasMaterial ? materialOf(s.r, s.g, s.b, s.alpha, s.ambient, s.diffuse, s.specular,
@@ -196,15 +191,6 @@ void TriangleEmitter::drawWithMaterial(const TriangleShape& shape) {
 
 void TriangleEmitter::drawWithColour(const TriangleShape& shape) {
   const Float4 colour = colourOf(shape.r, shape.g, shape.b, shape.alpha);
-  if (hasNan(colour)) {
-    // Mesa shows it in another way if it is given with the vertices.
-    separate();
-    glColor4fv(colour.data());
-    open();
-    giveVertices(shape);
-    separate();
-    return;
-  }
   open();
   if (colour_ != colour) {
     glColor4fv(colour.data());

@@ -11,13 +11,13 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 double component(Rng& rng) {
-  static constexpr std::array kOdd = {0.0, 1.0, -0.5, 1.5, 1e30, kInfinity, 255.0};
+  static constexpr std::array kOdd = {0.0, 1.0, -0.5, 1.5, 1e30, kInfinity, 255.0, kNaN};
   return rng.onceIn(12) ? rng.oneOf(kOdd) : rng.between(0, 1);
 }
 
 double opacity(Rng& rng) {
   static constexpr std::array kValues = {1.0, 1.0, 1.0, 1.0, 0.5, 0.25, 0.999999, 0.0};
-  static constexpr std::array kOdd = {1.2, -0.3, kInfinity, -kInfinity};
+  static constexpr std::array kOdd = {1.2, -0.3, kInfinity, -kInfinity, kNaN};
   return rng.onceIn(20) ? rng.oneOf(kOdd) : rng.oneOf(kValues);
 }
 
