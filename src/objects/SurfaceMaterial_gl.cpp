@@ -7,9 +7,7 @@ namespace zyn {
 namespace {
 
 /// OpenGL leaves open what NaN shows, and Mesa shows it in several ways.
-GLfloat componentOf(double value) {
-  return std::isnan(value) ? 0.0F : static_cast<GLfloat>(value);
-}
+GLfloat componentOf(double value) { return std::isnan(value) ? 0.0F : static_cast<GLfloat>(value); }
 
 }  // namespace
 
