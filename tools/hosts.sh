@@ -148,7 +148,14 @@ host_pascal() {
     "$packages"/{winunits-base/src,rtl-objpas/src/inc,rtl-objpas/src/win,fcl-registry/src,fcl-base/src,fcl-xml/src}; do
     options+=(-Fu"$folder")
   done
-  ppcx64 "${options[@]}" -FE. "$hosts/pascal/picture.pas" >picture.log || { tail picture.log; fail "picture.pas"; }
+  awk '/^```pascal/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' \
+    "$root/docs/hosting-delphi.md" >triangle.pas
+  for source in triangle.pas "$hosts/pascal/picture.pas"; do
+    ppcx64 "${options[@]}" -FE. "$source" >pascal.log || { tail pascal.log; fail "$source"; }
+  done
+  run "$PWD/triangle.exe"
+  expect "done"
+  expect_pictures triangle.png
   run "$PWD/picture.exe" picture.png
   expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
