@@ -27,7 +27,7 @@ shoot() {
   shots+=("$name.png" "$name.jpg" "$name.gif" "$name.bmp" "$name-translucent.png" "$name-outline.png"
     "$name-annotated.png")
   arguments+=(-o "$name.png" --view "$upright"
-    -o "$name.jpg" --view "$upright" --material metal --color gold
+    -o "$name.jpg" --view "$upright" --material metal --color '#b08d3c'
     -o "$name.gif" --view "$upright" --light1 off
     -o "$name.bmp" --view "$upright" --gradient orange
     -o "$name-translucent.png" --view "$upright" --color tomato --transparent 0.35

@@ -21,9 +21,11 @@ var RED = [0.8, 0.2, 0.15];
 var GREEN = [0.1, 0.55, 0.2];
 
 // Points of a text that setPosition can put somewhere.
+var BOTTOM_LEFT = 1;
+var TOP_LEFT = 4;
 var BOTTOM_CENTRE = 5;
+var MIDDLE_RIGHT = 6;
 var TOP_CENTRE = 7;
-var MIDDLE_LEFT = 8;
 
 var files = new ActiveXObject("Scripting.FileSystemObject");
 
@@ -46,7 +48,7 @@ function main() {
   addScene(context);
   addCamera(context);
   // All of it, seen from the side and from above.
-  context.ViewParams(boxAround(-9, 12, -3.4, 3.4, -3, 3), 0, viewFrame([-0.35, 0.85, -0.4], [0, 0, 1]));
+  context.ViewParams(boxAround(-9, 12, -3.4, 3.4, -3, 3), 0, viewFrame([-0.55, 0.75, -0.4], [0, 0, 1]));
   var folder = WScript.Arguments(0);
   if (!files.FolderExists(folder)) {
     files.CreateFolder(folder);
@@ -64,7 +66,7 @@ function main() {
 function addScene(context) {
   var base = [[1.2, 1.2, -1], [-1.2, 1.2, -1], [-1.2, -1.2, -1], [1.2, -1.2, -1]];
   for (var i = 0; i < 4; i++) {
-    addTriangle(context, [base[i], base[(i + 1) % 4], [0, 0, 1.2]], [0.9, 0.65, 0.3]);
+    addTriangle(context, [base[i], base[(i + 1) % 4], [0, 0, 0.8]], [0.9, 0.65, 0.3]);
   }
 }
 
@@ -83,10 +85,10 @@ function addCamera(context) {
   text(context, "eye", eye, TOP_CENTRE, RED);
   text(context, "up", [DISTANCE, 0, 1.7], BOTTOM_CENTRE, GREEN);
   text(context, "D", [0.82 * DISTANCE, 0, 0.1], BOTTOM_CENTRE, RED);
-  text(context, "target", [0, 0, 1.25], BOTTOM_CENTRE, RED);
-  text(context, "width", [0.3, 0, -HEIGHT / 2 - 0.15], TOP_CENTRE, BLUE);
-  text(context, "height", [0.1, -WIDTH / 2, 0], MIDDLE_LEFT, BLUE);
-  text(context, "zNear = 0.45 D", [DISTANCE - NEAR, WIDTH / 2, HEIGHT / 2 + 0.1], BOTTOM_CENTRE, INK);
+  text(context, "target", [0, 0.7, 0.95], BOTTOM_CENTRE, RED);
+  text(context, "width", [0, 0.1, -HEIGHT / 2 - 0.1], TOP_LEFT, BLUE);
+  text(context, "height", [-0.2, -WIDTH / 2, 0], MIDDLE_RIGHT, BLUE);
+  text(context, "zNear = 0.45 D", [DISTANCE - NEAR, WIDTH / 2, HEIGHT / 2 + 0.1], BOTTOM_LEFT, INK);
   text(context, "zFar = 1.55 D", [DISTANCE - FAR, WIDTH / 2, HEIGHT / 2 + 0.1], BOTTOM_CENTRE, INK);
 }
 
