@@ -1,8 +1,10 @@
 #include "glcontext/ChildPresentation_win.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
@@ -15,6 +17,9 @@ namespace {
 
 /// GL_BGRA, the order of a bitmap's bytes. OpenGL has it since 1.2; Wine's always.
 constexpr GLenum kBgra = 0x80E1;
+
+/// As many pixels are copied at a time: they stay in the processor's cache, and need little memory.
+constexpr LONG kStripPixels = 1 << 15;
 
 /// Side of the window that is probed, in pixels.
 constexpr int kProbeSide = 8;
@@ -106,17 +111,24 @@ void setPlainReading() {
        {GL_PACK_SWAP_BYTES, GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
     glPixelStorei(layout, 0);
   }
+  glPixelStorei(GL_PACK_ALIGNMENT, sizeof(std::uint32_t));
 }
 
-/// Reads the frame as rows of a bottom-up bitmap, whatever reading was set up for.
-void readFrame(SIZE size, std::uint32_t* pixels) {
-  const PushedAttributes modes(GL_PIXEL_MODE_BIT);
-  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-  setPlainReading();
-  glReadBuffer(GL_BACK);
-  glReadPixels(0, 0, size.cx, size.cy, kBgra, GL_UNSIGNED_BYTE, pixels);
-  glPopClientAttrib();
-}
+/// The frame can be read as rows of a bitmap, whatever reading was set up for, for a scope.
+class FrameReading {
+ public:
+  FrameReading() {
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    setPlainReading();
+    glReadBuffer(GL_BACK);
+  }
+  ~FrameReading() { glPopClientAttrib(); }
+  FrameReading(const FrameReading&) = delete;
+  FrameReading& operator=(const FrameReading&) = delete;
+
+ private:
+  PushedAttributes modes_{GL_PIXEL_MODE_BIT};
+};
 
 }  // namespace
 
@@ -143,7 +155,7 @@ void ChildPresentation::follow() const {
   SwapBuffers(dc_.get());
 }
 
-void ChildPresentation::present() {
+void ChildPresentation::present() const {
   if (canvas_ != nullptr) {
     copyFrame();  // nobody sees the canvas: its buffers need not change places
   } else {
@@ -151,15 +163,22 @@ void ChildPresentation::present() {
   }
 }
 
-void ChildPresentation::copyFrame() {
+void ChildPresentation::copyFrame() const {
   const SIZE size = clientSize(canvas_);
   if (size.cx <= 0 || size.cy <= 0 || !IsWindowVisible(window_)) return;
-  frame_.resize(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
-  readFrame(size, frame_.data());
-  const BITMAPINFO layout = dibInfo(size.cx, size.cy, 32);
-  SetDIBitsToDevice(wholeDC(window_).get(), 0, 0, static_cast<DWORD>(size.cx),
-                    static_cast<DWORD>(size.cy), 0, 0, 0, static_cast<UINT>(size.cy), frame_.data(),
-                    &layout, DIB_RGB_COLORS);
+  const LONG stripHeight = std::clamp(kStripPixels / size.cx, 1L, size.cy);
+  const auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(
+      static_cast<std::size_t>(size.cx * stripHeight));
+  const UniqueWindowDC shown = wholeDC(window_);
+  const FrameReading reading;
+  for (LONG bottom = 0; bottom < size.cy; bottom += stripHeight) {
+    const LONG height = std::min(stripHeight, size.cy - bottom);
+    const BITMAPINFO layout = dibInfo(size.cx, height, 32);
+    glReadPixels(0, bottom, size.cx, height, kBgra, GL_UNSIGNED_BYTE, pixels.get());
+    SetDIBitsToDevice(shown.get(), 0, size.cy - bottom - height, static_cast<DWORD>(size.cx),
+                      static_cast<DWORD>(height), 0, 0, 0, static_cast<UINT>(height), pixels.get(),
+                      &layout, DIB_RGB_COLORS);
+  }
 }
 
 }  // namespace zyn

@@ -2,9 +2,6 @@
 
 #include <windows.h>
 
-#include <cstdint>
-#include <vector>
-
 #include "glcontext/WinHandles_win.h"
 
 namespace zyn {
@@ -31,17 +28,15 @@ class ChildPresentation {
   void follow() const;
 
   /// Brings the frame, drawn on `dc` with the current context, into the window.
-  void present();
+  void present() const;
 
  private:
-  void copyFrame();
+  void copyFrame() const;
 
   HWND window_;
   /// The hidden window; null where the window itself is drawn on.
   HWND canvas_;
   UniqueWindowDC dc_;
-  /// The pixels of the last copied frame: new memory for each would take longer than the copy.
-  std::vector<std::uint32_t> frame_;
 };
 
 }  // namespace zyn

@@ -89,8 +89,12 @@ std::shared_ptr<const GraphFrame> CZYNVue2D::makeFrame(
         if constexpr (std::is_same_v<decltype(graph), const std::monostate&>) {
           return nullptr;
         } else {
-          return place ? std::make_shared<const GraphFrame>(graph, *place, *resources.fonts.fonts())
-                       : nullptr;
+          if (!place) {
+            return nullptr;
+          }
+          CGLFontContext& fonts = *resources.fonts.fonts();
+          fonts.buildDigits();
+          return std::make_shared<const GraphFrame>(graph, *place, fonts);
         }
       },
       graph_);

@@ -80,9 +80,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
  private:
   /// What belongs to a rendering context.
   struct ContextResources {
-    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View2D, outlineLines) {
-      fonts.fonts()->buildDigits();
-    }
+    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View2D, outlineLines) {}
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;

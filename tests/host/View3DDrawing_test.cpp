@@ -380,6 +380,45 @@ TEST_F(View3DDrawing, WindowShowsTheScene) {
   EXPECT_EQ(host.shown(), scene);
 }
 
+TEST_F(View3DDrawing, WindowShowsTheSceneWhateverReadingIsSetUpFor) {
+  const View3DHost odd({201, 333});
+  odd->put_DrawCoordSys(VARIANT_FALSE);
+  odd.addBox(kScene);
+  odd->initView(0);
+  odd->VueXYp(0);
+  odd->Add(makePainted({-5, 5, -2.5, 2.5, 0}, kRed)->dispatch(), 0);
+  const Image scene = odd.scene();
+  const auto meddler = makeForeign<ForeignObject>();
+  meddler->onDraw3D = [](int) {
+    glPixelStorei(GL_PACK_ALIGNMENT, 8);
+    glPixelStorei(GL_PACK_ROW_LENGTH, 1000);
+    glPixelStorei(GL_PACK_SKIP_ROWS, 3);
+    glPixelStorei(GL_PACK_SKIP_PIXELS, 5);
+    glPixelStorei(GL_PACK_SWAP_BYTES, GL_TRUE);
+    glPixelTransferf(GL_RED_SCALE, 0.5F);
+    glPixelTransferf(GL_BLUE_BIAS, 0.5F);
+    glReadBuffer(GL_FRONT);
+    return S_OK;
+  };
+  odd->Add(meddler->dispatch(), 0);
+  odd.paint();
+  EXPECT_EQ(odd.shown(), scene);
+  meddler->onDraw3D = [](int) {
+    GLint alignment = 0;
+    GLint buffer = 0;
+    GLfloat scale = 0;
+    glGetIntegerv(GL_PACK_ALIGNMENT, &alignment);
+    glGetIntegerv(GL_READ_BUFFER, &buffer);
+    glGetFloatv(GL_RED_SCALE, &scale);
+    EXPECT_EQ(alignment, 8);
+    EXPECT_EQ(buffer, GL_FRONT);
+    EXPECT_EQ(scale, 0.5F);
+    return S_OK;
+  };
+  odd.paint();
+  EXPECT_EQ(odd.shown(), scene);
+}
+
 TEST_F(View3DDrawing, CursorIsShownOnlyWithTheMouseInside) {
   startScene();
   const auto red = makePainted({-10, 10, -5, 5, 0}, kRed);
