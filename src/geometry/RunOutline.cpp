@@ -17,11 +17,15 @@ constexpr std::size_t kFew = 32;
 /// Lines shorter than this, in pixels, hardly ever light one.
 constexpr double kShort = 1.0 / 32;
 
+/// Half the width, in pixels, of what may be in the middle of a pixel: more than the 1/256 to which
+/// vertices are rounded.
+constexpr double kAxis = 1.0 / 128;
+
 class Outline {
  public:
   Outline(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
           std::vector<std::size_t>& chosen)
-      : trace_(trace), grid_(grid), run_(run), chosen_(chosen) {}
+      : trace_(trace), grid_(grid), run_(run), tail_(tailOf(run.points)), chosen_(chosen) {}
 
   void choose() {
     add(run_.points.first);
@@ -32,7 +36,7 @@ class Outline {
       addEnds(trace_.mapping.x, trace_.mapping.y, run_.row.middle);
     }
     if (!run_.isFlat(grid_)) {
-      addHighest(-trace_.mapping.depth);
+      addWithLines(searchFor(-trace_.mapping.depth).among(run_.points.first, run_.points.last));
     }
     add(run_.points.last);
     const auto end = keys_.begin() + static_cast<std::ptrdiff_t>(count_);
@@ -43,20 +47,64 @@ class Outline {
  private:
   /// The ends of what the run covers along a column (or row).
   void addEnds(const AffineForm& along, const AffineForm& across, double middle) {
-    addHighest(along);
-    addHighest(-along);
-    addHighest(DiamondReach{along, across, middle, !grid_.isShifted});
-    addHighest(DiamondReach{-along, across, middle, !grid_.isShifted});
+    addEnd(along, along);
+    addEnd(-along, along);
+    addEnd(DiamondReach{along, across, middle, !grid_.isShifted}, along);
+    addEnd(DiamondReach{-along, across, middle, !grid_.isShifted}, along);
   }
 
-  /// A point with its two lines: the trace's own lines draw its end, no others reach it.
+  /// The end along a column (or row): a point with its two lines, which draw it; no others reach
+  /// it. Where these may not light its pixel, those before and after it that come next.
   template <class Form>
-  void addHighest(const Form& form) {
+  void addEnd(const Form& form, const AffineForm& along) {
     const auto [first, last] = run_.points;
-    const std::size_t i = ExtremeSearch<Form>(trace_.points, trace_.boxes, form).among(first, last);
-    add(std::max(i, first + 1) - 1);
+    auto search = searchFor(form);
+    const std::size_t highest = search.among(first, last);
+    addWithLines(highest);
+    if (highest < tail_ && !isOnAxis(along, highest)) {
+      return;
+    }
+    if (const std::size_t end = std::min(highest, tail_); end > first) {
+      addWithLines(search.among(first, end - 1));
+    }
+    if (highest < last) {
+      addWithLines(search.among(highest + 1, last));
+    }
+  }
+
+  /// Where the trace does not leave a pixel's diamond any more before it ends: it does not light it
+  /// there.
+  std::size_t tailOf(const IndexRange& points) const {
+    const auto [first, last] = points;
+    if (last + 1 < trace_.points.size() && !trace_.points.isGap(last + 1)) {
+      return last + 1;
+    }
+    const double x = std::floor(trace_.windowX(last)) + 0.5;
+    const double y = std::floor(trace_.windowY(last)) + 0.5;
+    std::size_t tail = last + 1;
+    while (tail > first &&
+           std::fabs(trace_.windowX(tail - 1) - x) + std::fabs(trace_.windowY(tail - 1) - y) <
+               0.5) {
+      --tail;
+    }
+    return tail;
+  }
+
+  /// Whether the point lies half-way along its pixel, as OpenGL rounds.
+  bool isOnAxis(const AffineForm& along, std::size_t i) const {
+    const double place = trace_.at(along, i);
+    return std::fabs(place - std::floor(place) - 0.5) < kAxis;
+  }
+
+  template <class Form>
+  ExtremeSearch<Form> searchFor(const Form& form) const {
+    return {trace_.points, trace_.boxes, form};
+  }
+
+  void addWithLines(std::size_t i) {
+    add(std::max(i, run_.points.first + 1) - 1);
     add(i);
-    add(std::min(i + 1, last));
+    add(std::min(i + 1, run_.points.last));
   }
 
   void add(std::size_t i) { keys_[count_++] = i; }
@@ -87,15 +135,19 @@ class Outline {
 
   bool isLikeTrace(std::size_t from, std::size_t to) const {
     const Step step = stepBetween(from, to);
-    return std::max(step.x, step.y) < kShort ||
-           step.isSteep() == stepBetween(from, from + 1).isSteep() ||
-           step.isSteep() == stepBetween(to - 1, to).isSteep();
+    return step.size() < kShort || step.isLike(stepBetween(from, from + 1)) ||
+           step.isLike(stepBetween(to - 1, to));
   }
 
   struct Step {
     double x;
     double y;
+    double size() const { return std::max(x, y); }
     bool isSteep() const { return y > x; }
+    /// Between points that repeat each other nothing is drawn.
+    bool isLike(const Step& other) const {
+      return other.size() > 0 && isSteep() == other.isSteep();
+    }
   };
 
   Step stepBetween(std::size_t from, std::size_t to) const {
@@ -103,12 +155,14 @@ class Outline {
             std::fabs(trace_.windowY(to) - trace_.windowY(from))};
   }
 
-  /// The ends of the run, and at most nine points with their neighbours.
-  static constexpr std::size_t kMostKeys = 2 + 9 * 3;
+  /// The ends of the run, and at most nine points, with the two that come next, each with its
+  /// neighbours.
+  static constexpr std::size_t kMostKeys = 2 + 9 * 3 * 3;
 
   const TraceInWindow& trace_;
   const PixelGrid& grid_;
   const CellRun& run_;
+  const std::size_t tail_;
   std::vector<std::size_t>& chosen_;
   std::array<std::size_t, kMostKeys> keys_{};
   std::size_t count_ = 0;

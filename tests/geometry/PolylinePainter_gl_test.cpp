@@ -312,6 +312,44 @@ TEST_F(PolylineTest, NothingIsDrawnAcrossAGap) {
   EXPECT_EQ(picture.at(200, kHeight - 1 - 100), kBlack);
 }
 
+/// A trace that stays for some points before it goes up or down, with a gap after every hundred.
+PointSequence steps(std::size_t count, std::size_t stay, double height) {
+  std::mt19937 random(4);
+  std::normal_distribution<double> normal(0, height / 5);
+  Values x(count);
+  Values y(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t step = i / stay;
+    x[i] = 2.0 * static_cast<double>(step * stay) / static_cast<double>(count) - 1;
+    y[i] = i % 100 == 99 ? kNaN : stay > 1 ? (step % 2 == 0 ? height : -height) : normal(random);
+  }
+  return {x, y};
+}
+
+TEST_F(PolylineTest, WhereALineEndsWithinAPixelOthersMayLightIt) {
+  for (const double height : {0.01, 0.05, 0.2}) {
+    look({0, 0, 1, 1});
+    const PointSequence points = steps(100000, 1, height);
+    glClear(GL_COLOR_BUFFER_BIT);
+    drawEveryPoint(points, 1);
+    const Image every = context.read();
+    EXPECT_GT(every.count(kYellow), 400);
+    EXPECT_EQ(differentPixels(drawn(points, kPlainYellow), every), 0) << height;
+  }
+}
+
+TEST_F(PolylineTest, WidePointsThatRepeatEachOtherAddNothing) {
+  look({0, 0, 1, 1});
+  LineStyle style = kPlainYellow;
+  style.width = 3;
+  const PointSequence points = steps(100000, 25, 0.601);
+  glClear(GL_COLOR_BUFFER_BIT);
+  drawEveryPoint(points, style.width);
+  const Image every = context.read();
+  EXPECT_GT(every.count(kYellow), 10000);
+  EXPECT_EQ(differentPixels(drawn(points, style), every), 0);
+}
+
 TEST_F(PolylineTest, The2DLineLiesInThePlane) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5}, {500, -700});
