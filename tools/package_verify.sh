@@ -5,12 +5,13 @@ set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 work=$root/build/package-verify
+commit=$(git -C "$root" rev-parse HEAD)
 export CCACHE_DISABLE=1
 
 # build FOLDER COMMAND-PREFIX...
 build() {
   git clone -q "$root" "$1"
-  git -C "$1" checkout -q --detach "$(git -C "$root" rev-parse HEAD)"
+  git -C "$1" checkout -q --detach "$commit"
   "${@:2}" "$1/zyn" package >"$1.log" 2>&1 || { tail -n 20 "$1.log" >&2; return 1; }
 }
 
