@@ -64,6 +64,11 @@ Expect "CreateContext into a variable", x, 1
 Expect "LineAntialiasing", context.LineAntialiasing, False
 context.LineAntialiasing = True
 Expect "LineAntialiasing", context.LineAntialiasing, True
+' A number becomes a switch on the way: 1 arrives as VARIANT_TRUE.
+context.LineAntialiasing = 0
+Expect "LineAntialiasing", context.LineAntialiasing, False
+context.LineAntialiasing = 1
+Expect "LineAntialiasing", context.LineAntialiasing, True
 context.PointAntialiasing = True
 Expect "PointAntialiasing", context.PointAntialiasing, True
 context.MultiSampleAntialiasing = True
