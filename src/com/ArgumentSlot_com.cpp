@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "com/changeType_com.h"
+
 namespace zyn {
 
 namespace {
@@ -126,7 +128,7 @@ HRESULT ArgumentSlot::takeValue(LCID locale) {
     borrow(*argument_);
     return S_OK;
   }
-  return VariantChangeTypeEx(&value_, argument_, locale, 0, type);
+  return changeType(value_, *argument_, type, locale);
 }
 
 /// Takes the value as it is, without a copy of what it leads to, but never as a reference: what
@@ -183,7 +185,7 @@ HRESULT ArgumentSlot::giveBack(LCID locale) {
 HRESULT ArgumentSlot::giveTyped(LCID locale) {
   const VARTYPE type = V_VT(argument_) & ~VT_BYREF;
   if (V_VT(&value_) != type) {
-    const HRESULT converted = VariantChangeTypeEx(&value_, &value_, locale, 0, type);
+    const HRESULT converted = changeType(value_, value_, type, locale);
     if (FAILED(converted)) {
       return converted;
     }

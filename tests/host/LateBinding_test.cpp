@@ -57,6 +57,36 @@ VARIANT object(IDispatch* value) {
 }
 VARIANT omitted() { return of(VT_ERROR, DISP_E_PARAMNOTFOUND); }
 
+/// An object whose value is itself.
+class SelfValued final : public ForeignBase<SelfValued, IDispatch> {
+ public:
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
+    *result = object(this);
+    AddRef();
+    return S_OK;
+  }
+
+ private:
+  ~SelfValued() override = default;
+  friend ForeignBase;
+};
+
+/// An object with a value.
+class Valued final : public ForeignBase<Valued, IDispatch> {
+ public:
+  explicit Valued(const _variant_t& value) : value_(value) {}
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
+    return id == DISPID_VALUE ? VariantCopy(result, &value_) : DISP_E_MEMBERNOTFOUND;
+  }
+
+ private:
+  ~Valued() override = default;
+  friend ForeignBase;
+  _variant_t value_;
+};
+
 class LateBindingTest : public HostTest {
  protected:
   LateBindingTest() { triangle_->setPoint(1, 1.5, -2.5, 40000.25); }
@@ -252,6 +282,23 @@ TEST_F(LateBindingTest, InsOfTheWrongTypeAreToldWithTheirArgument) {
     EXPECT_EQ(call_.wrongArgument, 0u) << value.vt;
     EXPECT_EQ(priority(), 3);
   }
+}
+
+TEST_F(LateBindingTest, ObjectsCountAsTheirValues) {
+  const auto five = makeForeign<Valued>(5L);
+  const auto likeFive = makeForeign<Valued>(_variant_t(five->dispatch()));
+  IDispatch* dispatch = likeFive->dispatch();
+  for (const VARIANT& value : {object(five->dispatch()), object(likeFive->dispatch()),
+                               byReference(VT_DISPATCH, &dispatch)}) {
+    triangle_->put_Priority(3);
+    EXPECT_EQ(putPriority(value), S_OK);
+    EXPECT_EQ(priority(), 5);
+  }
+}
+
+TEST_F(LateBindingTest, AnObjectThatStandsForItselfForEverIsRefused) {
+  EXPECT_EQ(putPriority(object(makeForeign<SelfValued>()->dispatch())), DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(call_.wrongArgument, 0u);
 }
 
 TEST_F(LateBindingTest, EmptyCountsAsZero) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "com/changeType_com.h"
 #include "com/control/Control_com.h"
 #include "com/control/StockPointer_com.h"
 
@@ -28,7 +29,7 @@ std::optional<_variant_t> read(IPropertyBag* bag, IErrorLog* log, const wchar_t*
     return std::nullopt;
   }
   throwIfFailed(answer);
-  value.ChangeType(type);
+  throwIfFailed(changeType(value, value, type, LOCALE_USER_DEFAULT));
   return value;
 }
 
