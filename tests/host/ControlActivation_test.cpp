@@ -220,6 +220,65 @@ TEST_F(ControlActivation, SurvivesTheDestructionOfItsParent) {
   expectBalanced();
 }
 
+/// What a window does when it is destroyed.
+std::function<void()> atEnd;
+
+LRESULT CALLBACK runAtEnd(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_DESTROY) atEnd();
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+/// A window keeps whom it belongs to.
+LONG_PTR ownerOf(HWND window) { return GetWindowLongPtrW(window, 0); }
+
+TEST_F(ControlActivation, MayBeReleasedBetweenTheStepsOfItsWindowsDestruction) {
+  show();
+  const HWND orphan = window();
+  const HWND sibling = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 9, 9, container.window(),
+                                       nullptr, nullptr, nullptr);
+  SetWindowLongPtrW(sibling, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&runAtEnd));
+  bool isOrphan = false;
+  atEnd = [&] {
+    EXPECT_EQ(window(), nullptr) << "it is told of its end first";
+    dropControl();
+    isOrphan = IsWindow(orphan) && ownerOf(orphan) == 0;
+  };
+  container.closeWindow();
+  EXPECT_TRUE(isOrphan);
+}
+
+TEST_F(ControlActivation, IsDeafOnceItsWindowIsBeingDestroyed) {
+  show();
+  doVerb(OLEIVERB_UIACTIVATE);
+  const HWND dying = window();
+  DWORD cookie = 0;
+  require(eventSource()->Advise(&container.events, &cookie), "Advise");
+  bool isDying = false;
+  container.script.during("OnFocusLost", [&] {
+    isDying = IsWindow(dying);
+    SendMessageW(dying, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+  });
+  as<IOleInPlaceObject>()->InPlaceDeactivate();
+  EXPECT_TRUE(isDying);
+  EXPECT_TRUE(container.events.events.empty());
+  eventSource()->Unadvise(cookie);
+}
+
+TEST_F(ControlActivation, SurvivesMessagesThatLieAboutItsWindow) {
+  for (const UINT message : {WM_NCCREATE, WM_CREATE, WM_DESTROY, WM_NCDESTROY}) {
+    makeControl();
+    show();
+    const HWND deceived = window();
+    SendMessageW(deceived, message, 0, 0);
+    EXPECT_EQ(doVerb(OLEIVERB_SHOW), S_OK);
+    EXPECT_TRUE(IsWindowVisible(window()));
+    control->Close(OLECLOSE_NOSAVE);
+    control->SetClientSite(nullptr);
+    dropControl();
+    EXPECT_TRUE(!IsWindow(deceived) || ownerOf(deceived) == 0) << message;
+  }
+}
+
 TEST_F(ControlActivation, SurvivesAWindowThatNeverSawItsEnd) {
   show();
   SetWindowLongPtrW(window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DefWindowProcW));

@@ -129,8 +129,11 @@ std::optional<LRESULT> ActiveWindow::handleInput(UINT message, WPARAM wParam, LP
     control_.activation().activateUi();
     takeFocus();
   }
-  if (const auto result = control_.onMessage(message, wParam, lParam)) {
-    return result;
+  // The window may be on its way out, by our own doing or by that of whoever has just been called.
+  if (window_.handle() && window_.handle() == announced_) {
+    if (const auto result = control_.onMessage(message, wParam, lParam)) {
+      return result;
+    }
   }
   switch (message) {
     case WM_SETFOCUS:

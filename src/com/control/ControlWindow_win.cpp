@@ -1,6 +1,7 @@
 #include "com/control/ControlWindow_win.h"
 
 #include <mutex>
+#include <utility>
 
 #include "com/ModuleHandle_win.h"
 #include "core/Mutex_win.h"
@@ -56,6 +57,7 @@ class ControlWindowClass {
 };
 
 bool ControlWindow::create(HWND parent, const RECT& place) noexcept {
+  destroy();
   const ATOM windowClass = ControlWindowClass::atom();
   return windowClass &&
          CreateWindowExW(0, MAKEINTATOM(windowClass), L"",
@@ -65,20 +67,24 @@ bool ControlWindow::create(HWND parent, const RECT& place) noexcept {
 }
 
 void ControlWindow::destroy() noexcept {
-  const HWND window = handle();
-  window_ = nullptr;
+  const HWND window = std::exchange(window_, nullptr);
+  const bool isEnding = std::exchange(ending_, false);
   clipped_ = false;
-  if (window) {
+  if (!window || ownerOf(window) != this) {
+    return;
+  }
+  if (!isEnding) {
     DestroyWindow(window);
-    // Where the window could not be destroyed from this thread it must forget us all the same.
-    if (ownerOf(window) == this) {
-      SetWindowLongPtrW(window, 0, 0);
-    }
+  }
+  // One that is being destroyed already, or cannot be from this thread, must forget us all the
+  // same.
+  if (ownerOf(window) == this) {
+    SetWindowLongPtrW(window, 0, 0);
   }
 }
 
 HWND ControlWindow::handle() const noexcept {
-  return window_ && ownerOf(window_) == this ? window_ : nullptr;
+  return window_ && !ending_ && ownerOf(window_) == this ? window_ : nullptr;
 }
 
 void ControlWindow::place(const RECT& position, const RECT& clip) noexcept {
@@ -102,7 +108,7 @@ void ControlWindow::place(const RECT& position, const RECT& clip) noexcept {
 
 LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wParam,
                                           LPARAM lParam) noexcept {
-  if (message == WM_NCCREATE) {
+  if (message == WM_NCCREATE && lParam && !ownerOf(window)) {
     auto* const created = static_cast<ControlWindow*>(
         reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);  // NOLINT
     created->window_ = window;
@@ -112,7 +118,7 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wPar
   std::optional<LRESULT> result;
   if (owner) {
     if ((message == WM_DESTROY || message == WM_NCDESTROY) && owner->window_ == window) {
-      owner->window_ = nullptr;
+      owner->ending_ = true;
     }
     result = owner->client_.windowMessage(window, message, wParam, lParam);
   }

@@ -32,7 +32,8 @@ class ControlWindow {
   bool create(HWND parent, const RECT& place) noexcept;
   void destroy() noexcept;
 
-  /// Null before creation and from the beginning of destruction, by whomever.
+  /// Null before creation and from the beginning of destruction, by whomever, or from a message
+  /// that says so.
   HWND handle() const noexcept;
 
   /// Moves the window, and lets only what lies inside `clip` show (parent's coordinates; an empty
@@ -45,7 +46,8 @@ class ControlWindow {
                                     LPARAM lParam) noexcept;
 
   WindowClient& client_;
-  HWND window_ = nullptr;
+  HWND window_ = nullptr;  ///< until it forgets us
+  bool ending_ = false;    ///< it has been told to be destroyed
   bool clipped_ = false;
 };
 
