@@ -1,6 +1,7 @@
 // What the 3D view keeps of itself in documents.
 #include "support/ControlTest_win.h"
 #include "support/Documents_win.h"
+#include "support/ForeignBase_win.h"
 
 namespace zyn::test {
 namespace {
@@ -115,6 +116,53 @@ TEST_F(ControlPersistence, ExtentComesBackFromAStorage) {
   renewControl();
   EXPECT_EQ(as<IPersistStorage>()->Load(storage.Get()), S_OK);
   expectExtent(99, 100);
+}
+
+/// A storage that promises streams and gives none.
+class EmptyPromises final : public ForeignBase<EmptyPromises, IDispatch, IStorage> {
+ public:
+  STDMETHODIMP CreateStream(const OLECHAR*, DWORD, DWORD, DWORD, IStream** stream) override {
+    *stream = nullptr;
+    return S_OK;
+  }
+  STDMETHODIMP OpenStream(const OLECHAR*, void*, DWORD, DWORD, IStream** stream) override {
+    *stream = nullptr;
+    return S_OK;
+  }
+  STDMETHODIMP CreateStorage(const OLECHAR*, DWORD, DWORD, DWORD, IStorage**) override {
+    return STG_E_ACCESSDENIED;
+  }
+  STDMETHODIMP OpenStorage(const OLECHAR*, IStorage*, DWORD, SNB, DWORD, IStorage**) override {
+    return STG_E_ACCESSDENIED;
+  }
+  STDMETHODIMP CopyTo(DWORD, const IID*, SNB, IStorage*) override { return S_OK; }
+  STDMETHODIMP MoveElementTo(const OLECHAR*, IStorage*, const OLECHAR*, DWORD) override {
+    return S_OK;
+  }
+  STDMETHODIMP Commit(DWORD) override { return S_OK; }
+  STDMETHODIMP Revert() override { return S_OK; }
+  STDMETHODIMP EnumElements(DWORD, void*, DWORD, IEnumSTATSTG**) override {
+    return STG_E_ACCESSDENIED;
+  }
+  STDMETHODIMP DestroyElement(const OLECHAR*) override { return S_OK; }
+  STDMETHODIMP RenameElement(const OLECHAR*, const OLECHAR*) override { return S_OK; }
+  STDMETHODIMP SetElementTimes(const OLECHAR*, const FILETIME*, const FILETIME*,
+                               const FILETIME*) override {
+    return S_OK;
+  }
+  STDMETHODIMP SetClass(REFCLSID) override { return S_OK; }
+  STDMETHODIMP SetStateBits(DWORD, DWORD) override { return S_OK; }
+  STDMETHODIMP Stat(STATSTG*, DWORD) override { return STG_E_ACCESSDENIED; }
+
+ private:
+  ~EmptyPromises() override = default;
+  friend ForeignBase;
+};
+
+TEST_F(ControlPersistence, RefusesAStorageWithoutStreams) {
+  const auto storage = makeForeign<EmptyPromises>();
+  EXPECT_EQ(as<IPersistStorage>()->Load(storage.Get()), E_UNEXPECTED);
+  EXPECT_EQ(as<IPersistStorage>()->Save(storage.Get(), FALSE), E_UNEXPECTED);
 }
 
 TEST_F(ControlPersistence, ExtentComesBackFromAPropertyBag) {

@@ -43,6 +43,7 @@ STDMETHODIMP PersistStorageFacet::Load(IStorage* storage) noexcept {
     ComPtr<IStream> stream;
     throwIfFailed(
         storage->OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream));
+    throwIfFailed(stream ? S_OK : E_UNEXPECTED);
     control().state().load(stream.Get());
   });
 }
@@ -56,6 +57,7 @@ STDMETHODIMP PersistStorageFacet::Save(IStorage* storage, BOOL) noexcept {
     ComPtr<IStream> stream;
     throwIfFailed(storage->CreateStream(
         kStreamName, STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE, 0, 0, &stream));
+    throwIfFailed(stream ? S_OK : E_UNEXPECTED);
     control().state().save(stream.Get());
     saving_ = true;
   });
