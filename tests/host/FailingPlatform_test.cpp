@@ -20,6 +20,7 @@
 #include "support/ScriptedContainer_win.h"
 #include "support/ServerModule_win.h"
 #include "support/Texts_win.h"
+#include "support/View2DHost_win.h"
 // After windows.h:
 #include <GL/gl.h>
 
@@ -250,6 +251,33 @@ Bytes pickedIn(IDispatch* view, HWND window) {
   return picked;
 }
 
+/// What double clicks all over the window of a graph select, as bytes.
+Bytes clickedIn(IOleObject* view, ScriptedContainer& container, HWND window) {
+  ComPtr<IConnectionPoint> source;
+  DWORD cookie = 0;
+  require(queryFor<IConnectionPointContainer>(view)->FindConnectionPoint(DIID__IZYNVue2DEvents,
+                                                                         &source),
+          "FindConnectionPoint");
+  require(source->Advise(&container.events, &cookie), "Advise");
+  RECT client = {};
+  GetClientRect(window, &client);
+  Bytes clicked;
+  for (long place = 0; place < 64; ++place) {
+    container.events.events.clear();
+    SendMessageW(window, WM_LBUTTONDBLCLK, 0,
+                 MAKELPARAM(client.right * (place % 8) / 8, client.bottom * (place / 8) / 8));
+    for (const ReceivedEvent& event : container.events.events) {
+      if (event.event != GraphEvent::MouseSelectionDblClick) continue;
+      for (const long name : namesIn(event.arguments[0])) {
+        clicked.push_back(static_cast<std::uint8_t>(name));
+        clicked.push_back(static_cast<std::uint8_t>(place));
+      }
+    }
+  }
+  source->Unadvise(cookie);
+  return clicked;
+}
+
 /// A view in a scripted container, seen, clicked and asked for pictures.
 void useView(const wchar_t* progId, const std::vector<ComPtr<IDispatch>>& objects,
              Pictures& pictures, const std::string& name) {
@@ -261,6 +289,7 @@ void useView(const wchar_t* progId, const std::vector<ComPtr<IDispatch>>& object
     callMethod(view.Get(), L"Add", {object.Get(), 0L});
   }
   const auto pickable = makePickable({7}, {0.2, 0.8, 0.2, 0.8, 0});
+  pickable->onDraw2D = pickable->onDraw3D;
   callMethod(view.Get(), L"AddSelection", {pickable->dispatch()});
   control->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &container.site, 0, container.window(),
                   &container.site.position);
@@ -270,7 +299,8 @@ void useView(const wchar_t* progId, const std::vector<ComPtr<IDispatch>>& object
   callMethod(view.Get(), L"initView", {0L});
   callMethod(view.Get(), L"VueXYp", {0.1});
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-  if (progId == kVue3DProgId) pictures[name + " picked"] = pickedIn(view.Get(), window);
+  pictures[name + " picked"] = progId == kVue3DProgId ? pickedIn(view.Get(), window)
+                                                      : clickedIn(control.Get(), container, window);
   for (const UINT message :
        {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_SETCURSOR, WM_MOUSELEAVE}) {
     SendMessageW(window, message, 0, message == WM_SETCURSOR ? HTCLIENT : MAKELPARAM(5, 6));
