@@ -13,14 +13,19 @@ class HostState {
  public:
   HostState() noexcept : sse_(_mm_getcsr()) {
     asm volatile("fnstcw %0" : "=m"(x87_));
-    _mm_setcsr(kSseDefault);
-    loadX87(kX87Default);
+    setOurs();
   }
   HostState(const HostState&) = delete;
   HostState& operator=(const HostState&) = delete;
   ~HostState() {
     loadX87(x87_);
     _mm_setcsr(sse_);
+  }
+
+  /// Sets the environment again, after a call of the host's code, which may have changed it.
+  static void setOurs() noexcept {
+    _mm_setcsr(kSseDefault);
+    loadX87(kX87Default);
   }
 
  private:

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "com/adopt_com.h"
+#include "core/askFor_com.h"
 
 namespace zyn {
 
@@ -16,10 +17,9 @@ namespace {
 
 /// The thread's error information, if it is about the last call of this interface.
 ComPtr<IErrorInfo> errorInfoOf(IUnknown* source, REFIID iid) {
-  ComPtr<ISupportErrorInfo> support;
+  const auto support = askFor<ISupportErrorInfo>(source);
   ComPtr<IErrorInfo> info;
-  if (source && SUCCEEDED(source->QueryInterface(IID_PPV_ARGS(&support))) && support &&
-      support->InterfaceSupportsErrorInfo(iid) == S_OK) {
+  if (support && support->InterfaceSupportsErrorInfo(iid) == S_OK) {
     GetErrorInfo(0, &info);
   }
   return info;

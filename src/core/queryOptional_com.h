@@ -4,11 +4,12 @@
 #include <wrl/client.h>
 
 #include "com/errors_com.h"
+#include "core/askFor_com.h"
 
 namespace zyn {
 
-/// The interface `iid` of an outside object, or null when it does not have it; any other answer is
-/// a failure of the object and thrown.
+/// The interface `iid` of an outside object, or null when it does not have it or claims to have
+/// everything; any other answer is a failure of the object and thrown.
 template <class Interface>
 Microsoft::WRL::ComPtr<Interface> queryOptional(IUnknown* object,
                                                 REFIID iid = __uuidof(Interface)) {
@@ -18,7 +19,7 @@ Microsoft::WRL::ComPtr<Interface> queryOptional(IUnknown* object,
   if (answer != E_NOINTERFACE) {
     throwIfFailed(answer, object, iid);
   }
-  return found;
+  return found && claimsEverything(object) ? nullptr : found;
 }
 
 }  // namespace zyn

@@ -28,4 +28,18 @@ CurrentContext::~CurrentContext() {
   }
 }
 
+NotedContext::NotedContext() : dc_(wglGetCurrentDC()), context_(wglGetCurrentContext()) {}
+
+void NotedContext::restore() const {
+  if (wglGetCurrentContext() == context_ && wglGetCurrentDC() == dc_) {
+    return;
+  }
+  // Others may have made theirs current without letting go of this one before, which makes Wine do
+  // nothing the first time.
+  for (int i = 0; i < 2; ++i) {
+    wglMakeCurrent(nullptr, nullptr);
+    makeCurrent(dc_, context_);
+  }
+}
+
 }  // namespace zyn

@@ -23,4 +23,16 @@ class CurrentContext {
   bool isCurrent_;
 };
 
+/// Notes what is current on this thread, to make it current again after code of others has run.
+class NotedContext {
+ public:
+  NotedContext();
+  /// Changes nothing where it is current still.
+  void restore() const;
+
+ private:
+  HDC dc_;
+  HGLRC context_;
+};
+
 }  // namespace zyn

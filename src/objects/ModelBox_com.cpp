@@ -4,6 +4,7 @@
 
 #include "com/ActivationContext_win.h"
 #include "com/errors_com.h"
+#include "core/askFor_com.h"
 
 namespace zyn {
 
@@ -40,11 +41,7 @@ using BoxGetter = HRESULT (STDMETHODCALLTYPE IGLDraw::*)(IDispatch**);
 template <class Box>
 ComPtr<Box> boxOf(IGLDraw& drawable, BoxGetter getter) {
   ComPtr<IDispatch> object;
-  ComPtr<Box> box;
-  if (SUCCEEDED((drawable.*getter)(&object)) && object) {
-    object.As(&box);
-  }
-  return box;
+  return SUCCEEDED((drawable.*getter)(&object)) ? askFor<Box>(object.Get()) : nullptr;
 }
 
 }  // namespace
@@ -103,9 +100,8 @@ Box3 readBox3D(IZYNBox3D& box) {
 }
 
 ISceneObject* ownObject(IDispatch* object) {
-  ComPtr<ISceneObject> own;
-  const bool isOwn = SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&own))) && own;
-  return isOwn && own->hostInterface() == object ? own.Get() : nullptr;
+  const auto own = askFor<ISceneObject>(object);
+  return own && own->hostInterface() == object ? own.Get() : nullptr;
 }
 
 std::optional<Box3> planeBoundsOf(IGLDraw& drawable) {

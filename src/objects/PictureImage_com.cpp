@@ -1,7 +1,6 @@
 #include "objects/PictureImage_com.h"
 
 #include <olectl.h>
-#include <wrl/client.h>
 
 #include <algorithm>
 #include <array>
@@ -9,11 +8,10 @@
 #include <span>
 #include <utility>
 
+#include "core/askFor_com.h"
 #include "glcontext/MemorySurface_win.h"
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -189,11 +187,8 @@ PixelImage readPicture(IPicture& picture, const std::optional<ColourKey>& key) {
 }  // namespace
 
 PixelImage readPictureImage(IUnknown* object, const std::optional<ColourKey>& key) {
-  ComPtr<IPicture> picture;
-  if (!object || FAILED(object->QueryInterface(IID_PPV_ARGS(&picture))) || !picture) {
-    return {};
-  }
-  return readPicture(*picture.Get(), key);
+  const auto picture = askFor<IPicture>(object);
+  return picture ? readPicture(*picture.Get(), key) : PixelImage();
 }
 
 }  // namespace zyn

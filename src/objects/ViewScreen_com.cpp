@@ -8,11 +8,10 @@
 #include "core/NumericArrayVariant_com.h"
 #include "core/OwnedVariant_com.h"
 #include "core/VectorMath.h"
+#include "core/askFor_com.h"
 #include "objects/BorrowedState_gl.h"
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -83,20 +82,11 @@ ViewScreen screenOf2D(IZYNVue2D& view) {
   return screenWith({at(0, 0), at(0, kSpan), at(kSpan, 0)}, 0);
 }
 
-template <class Interface>
-ComPtr<Interface> viewAs(IDispatch* object) {
-  ComPtr<Interface> view;
-  if (object) {
-    object->QueryInterface(IID_PPV_ARGS(&view));
-  }
-  return view;
-}
-
 std::optional<ViewScreen> screenOfView(IDispatch* object) {
   std::optional<ViewScreen> screen;
-  if (const auto view3D = viewAs<IZYNVue3D>(object)) {
+  if (const auto view3D = askFor<IZYNVue3D>(object)) {
     screen = screenOf3D(*view3D.Get());
-  } else if (const auto view2D = viewAs<IZYNVue2D>(object)) {
+  } else if (const auto view2D = askFor<IZYNVue2D>(object)) {
     screen = screenOf2D(*view2D.Get());
   }
   // Without a camera or a size, a view has no pixels.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "com/automation_com.h"
+#include "core/askFor_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
@@ -22,11 +23,8 @@ CZYN2DGLBitmapContext::~CZYN2DGLBitmapContext() { CZYNVueControles::instance().r
 
 STDMETHODIMP CZYN2DGLBitmapContext::ViewRect(IDispatch* Rect, double) noexcept {
   return automation(*this, [&] {
-    ComPtr<IZYNRectangle> rectangle;
-    if (Rect) {
-      Rect->QueryInterface(IID_PPV_ARGS(&rectangle));
-    }
-    rectangle_ = std::move(rectangle);
+    auto rectangle = askFor<IZYNRectangle>(Rect);
+    rectangle_.Swap(rectangle);
   });
 }
 

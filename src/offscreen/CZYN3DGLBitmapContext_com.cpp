@@ -6,6 +6,7 @@
 
 #include "com/automation_com.h"
 #include "core/NumericArrayVariant_com.h"
+#include "core/askFor_com.h"
 #include "core/properties_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
@@ -26,16 +27,6 @@ namespace {
 
 /// A collection in a collection is walked, one in that one is not.
 constexpr int kCollectionLevels = 2;
-
-bool isSingleObject(IDispatch* object) {
-  ComPtr<IZYNObjet> marked;
-  return SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&marked)));
-}
-
-bool isDrawable(IDispatch* object) {
-  ComPtr<IGLDraw> drawable;
-  return SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&drawable)));
-}
 
 /// What XFormView of a view answers, read back; none for any other count of numbers.
 std::optional<CParamsVue3D::Frame> viewFrame(const std::vector<double>& numbers) {
@@ -64,16 +55,15 @@ void collect(IDispatch* object, std::uint32_t mode, int levels, bool isDrawnAbov
   if (!object) {
     return;
   }
-  ComPtr<ITextView> text;
-  if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&text))) && text) {
+  if (auto text = askFor<ITextView>(object)) {
     (isDrawnAbove ? collected.itemTexts : collected.texts).push_back(std::move(text));
     return;
   }
   const bool isOwn = !isDrawnAbove && collected.elements.back()->own;
-  if (isOwn || levels == 0 || isSingleObject(object)) {
+  if (isOwn || levels == 0 || askFor<IZYNObjet>(object)) {
     return;
   }
-  const bool areItemsDrawn = isDrawnAbove || isDrawable(object);
+  const bool areItemsDrawn = isDrawnAbove || askFor<IGLDraw>(object);
   forEachItem(object,
               [&](IDispatch* item) { collect(item, mode, levels - 1, areItemsDrawn, collected); });
 }
@@ -133,11 +123,8 @@ void CZYN3DGLBitmapContext::hand(const Texts& texts, const TextView& view) {
 STDMETHODIMP CZYN3DGLBitmapContext::ViewParams(IDispatch* Box, double surplus,
                                                VARIANT* XFormView) noexcept {
   return automation(*this, [&] {
-    ComPtr<IZYNBox3D> box;
-    if (Box) {
-      Box->QueryInterface(IID_PPV_ARGS(&box));
-    }
-    box_ = std::move(box);
+    auto box = askFor<IZYNBox3D>(Box);
+    box_.Swap(box);
     surplus_ = surplus;
     viewFrame_ = XFormView ? viewFrame(readNumericArray(*XFormView).values) : std::nullopt;
   });

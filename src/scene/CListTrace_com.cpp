@@ -8,6 +8,7 @@
 #include "ZYNVUE.h"
 #include "com/errors_com.h"
 #include "core/queryOptional_com.h"
+#include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/ModelBox_com.h"
 
@@ -44,9 +45,8 @@ void readTrianglePriority(IDispatch* object, std::int32_t& number) {
 }
 
 /// To an object of another component that may be one of ours inside.
-void giveTextView(const ComPtr<IDispatch>& object, const TextView& view) {
-  ComPtr<ITextView> text;
-  if (SUCCEEDED(object.As(&text)) && text) {
+void giveTextView(IDispatch* object, const TextView& view) {
+  if (const auto text = askFor<ITextView>(object)) {
     text->setTextView(view);
   }
 }
@@ -315,18 +315,21 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
     return;
   }
   const ComPtr<IDispatch> object = element.object;
-  ComPtr<IGLDraw> drawable = own ? &own->drawable() : nullptr;
   if (!own) {
-    drawing.isQueryKnown = false;
-    object.As(&drawable);
-  }
-  if (!drawable) {
+    drawOutside(object.Get(), mode, drawing);
     return;
   }
-  if (!own) {
+  IGLDraw& drawable = own->drawable();
+  throwIfFailed(drawing.drawOne(drawable, mode), &drawable, __uuidof(IGLDraw));
+}
+
+void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
+  drawing.isQueryKnown = false;
+  const OutsideDrawing scope;
+  if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
+    throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
   }
-  throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
 }
 
 /// Draws the group that the walk stands in and those of the same kind behind it, and moves the walk

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
+#include "com/HostState_win.h"
 #include "core/ZYNList.h"
 #include "glcontext/DisplayLists_gl.h"
 #include "objects/TextView_win.h"
@@ -89,6 +90,7 @@ class CListTrace : private ZYNList<DrawElem*> {
 
   void draw(Drawing& drawing);
   static void drawObject(DrawElem& element, Drawing& drawing);
+  static void drawOutside(IDispatch* object, int mode, Drawing& drawing);
   static void drawRun(Walk& walk, Drawing& drawing);
 
   using Groups = std::list<ElementGroup>;
@@ -109,6 +111,7 @@ void CListTrace::forEachOutside(Visit visit) {
     } else {
       const Microsoft::WRL::ComPtr<IDispatch> object = (*walk)->object;
       visit(object.Get());
+      HostState::setOurs();
     }
   }
 }

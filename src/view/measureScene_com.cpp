@@ -1,14 +1,12 @@
 #include "view/measureScene_com.h"
+#include "core/askFor_com.h"
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 std::optional<Box3> measureScene(CListTrace& list, MeasureDrawable measureOne) {
   BoundsSum scene;
   list.forEachOutside([&](IDispatch* object) {
-    ComPtr<IGLDraw> drawable;
-    if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&drawable))) && drawable) {
+    if (const auto drawable = askFor<IGLDraw>(object)) {
       scene.add(measureOne(*drawable.Get()));
     }
   });

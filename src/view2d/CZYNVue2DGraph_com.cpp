@@ -1,6 +1,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "core/askFor_com.h"
 #include "objects/NarrowText_win.h"
 #include "objects/PictureImage_com.h"
 #include "view2d/CZYNVue2D_com.h"
@@ -8,8 +9,6 @@
 // The graph frame of the 2D view.
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -31,8 +30,8 @@ double read(IZYNCouleur& colour, HRESULT (STDMETHODCALLTYPE IZYNCouleur::*getter
 
 /// The colour that an object holds; `otherwise` where it is none.
 GraphColour colourOf(IDispatch* object, const GraphColour& otherwise) {
-  ComPtr<IZYNCouleur> colour;
-  if (!object || FAILED(object->QueryInterface(IID_PPV_ARGS(&colour))) || !colour) {
+  const auto colour = askFor<IZYNCouleur>(object);
+  if (!colour) {
     return otherwise;
   }
   return {read(*colour.Get(), &IZYNCouleur::get_R), read(*colour.Get(), &IZYNCouleur::get_G),

@@ -3,13 +3,12 @@
 #include <utility>
 
 #include "core/NumericArrayVariant_com.h"
+#include "core/askFor_com.h"
 #include "module/CZYNVueControles_com.h"
 #include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 CZYNVue2D::CZYNVue2D()
     : ViewControl({.id = CLSID_ZYNVue2D,
@@ -75,10 +74,7 @@ void CZYNVue2D::recordVisible() {
 
 STDMETHODIMP CZYNVue2D::setActiveProfil(IDispatch* profil) noexcept {
   return automation(*this, [&] {
-    ComPtr<IZYNProfil> profile;
-    if (profil) {
-      profil->QueryInterface(IID_PPV_ARGS(&profile));
-    }
+    auto profile = askFor<IZYNProfil>(profil);
     activeProfile_.Swap(profile);
   });
 }
@@ -100,8 +96,8 @@ STDMETHODIMP CZYNVue2D::LastView() noexcept {
 
 STDMETHODIMP CZYNVue2D::View(IDispatch* Rect, double surplus) noexcept {
   return automation(*this, [&] {
-    ComPtr<IZYNRectangle> rectangle;
-    if (!Rect || FAILED(Rect->QueryInterface(IID_PPV_ARGS(&rectangle))) || !rectangle) {
+    const auto rectangle = askFor<IZYNRectangle>(Rect);
+    if (!rectangle) {
       return;
     }
     view_.view(readRectangle(*rectangle.Get()), surplus);

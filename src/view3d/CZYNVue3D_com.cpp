@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/NumericArrayVariant_com.h"
+#include "core/askFor_com.h"
 #include "module/CZYNVueControles_com.h"
 #include "objects/ModelBox_com.h"
 #include "view/measureScene_com.h"
@@ -10,8 +11,6 @@
 #include "view3d/LightProperties_com.h"
 
 namespace zyn {
-
-using Microsoft::WRL::ComPtr;
 
 CZYNVue3D::CZYNVue3D()
     : ViewControl({.id = CLSID_ZYNVue3D,
@@ -79,8 +78,8 @@ STDMETHODIMP CZYNVue3D::UpdateParams() noexcept {
 
 STDMETHODIMP CZYNVue3D::setViewBox(IDispatch* Box) noexcept {
   return moveCamera([&] {
-    ComPtr<IZYNBox3D> box;
-    if (!Box || FAILED(Box->QueryInterface(IID_PPV_ARGS(&box))) || !box) {
+    const auto box = askFor<IZYNBox3D>(Box);
+    if (!box) {
       return false;
     }
     const Box3 bounds = readBox3D(*box.Get());

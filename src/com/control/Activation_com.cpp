@@ -4,6 +4,7 @@
 
 #include "com/control/Control_com.h"
 #include "core/ScopedFlag.h"
+#include "core/askFor_com.h"
 
 namespace zyn {
 
@@ -17,9 +18,8 @@ bool refuses(HRESULT answer) { return FAILED(answer) && answer != E_NOTIMPL; }
 /// Windowless activation is never asked for: some sites promise it and offer none of it, and OpenGL
 /// needs a window anyway.
 HRESULT announce(IOleInPlaceSite* site) {
-  ComPtr<IOleInPlaceSiteEx> extended;
   HRESULT answer = E_NOTIMPL;
-  if (SUCCEEDED(site->QueryInterface(IID_PPV_ARGS(&extended))) && extended) {
+  if (const auto extended = askFor<IOleInPlaceSiteEx>(site)) {
     BOOL noRedraw = FALSE;
     answer = extended->OnInPlaceActivateEx(&noRedraw, 0);
   }

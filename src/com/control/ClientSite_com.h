@@ -8,6 +8,8 @@
 
 #include <optional>
 
+#include "core/askFor_com.h"
+
 namespace zyn {
 
 /// The container's site of a control, as far as the container goes: every interface of it may be
@@ -20,11 +22,8 @@ class ClientSite {
   /// Another interface of the site; null when it has none.
   template <class Interface>
   Microsoft::WRL::ComPtr<Interface> as() const {
-    Microsoft::WRL::ComPtr<Interface> found;
-    if (const auto site = site_) {
-      site->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
-    }
-    return found;
+    const auto site = site_;
+    return askFor<Interface>(site.Get());
   }
 
   /// A property of the surroundings, if the container tells it.

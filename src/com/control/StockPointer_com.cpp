@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-#include "com/errors_com.h"
+#include "core/queryOptional_com.h"
 
 namespace zyn {
 
@@ -40,8 +40,8 @@ std::vector<std::uint8_t> contentOf(IStream* stream) {
 }
 
 std::vector<std::uint8_t> save(IPictureDisp* picture) {
-  ComPtr<IPersistStream> persist;
-  throwIfFailed(picture->QueryInterface(IID_PPV_ARGS(&persist)));
+  const auto persist = queryOptional<IPersistStream>(picture);
+  throwIfFailed(persist ? S_OK : E_NOINTERFACE);
   const ComPtr<IStream> stream = memoryStream();
   throwIfFailed(persist->Save(stream.Get(), FALSE));
   return contentOf(stream.Get());
@@ -70,11 +70,10 @@ HCURSOR StockPointer::cursor() const noexcept {
   if (shape_ > 0 && shape_ < static_cast<long>(kShapes.size())) {
     return LoadCursorW(nullptr, kShapes[static_cast<std::size_t>(shape_)]);
   }
-  ComPtr<IPicture> picture;
+  const ComPtr<IPicture> picture = shape_ == kIconShape ? askFor<IPicture>(icon_.Get()) : nullptr;
   OLE_HANDLE handle = 0;
   SHORT type = PICTYPE_NONE;
-  if (shape_ != kIconShape || !icon_ || FAILED(icon_.As(&picture)) ||
-      FAILED(picture->get_Type(&type)) || type != PICTYPE_ICON ||
+  if (!picture || FAILED(picture->get_Type(&type)) || type != PICTYPE_ICON ||
       FAILED(picture->get_Handle(&handle))) {
     return nullptr;
   }

@@ -1,0 +1,214 @@
+// Objects of a host that do not keep the rules of COM or of OpenGL: the library lives on, and draws
+// and picks everything else as if they had not been.
+#include <functional>
+#include <map>
+
+#include "support/CallerState_win.h"
+#include "support/FailingImport_win.h"
+#include "support/ForeignObject_win.h"
+#include "support/GlCanvas_win.h"
+#include "support/Pickable_win.h"
+#include "support/PlainCalls_win.h"
+#include "support/Scene_win.h"
+#include "support/Texts_win.h"
+#include "support/View2DHost_win.h"
+#include "support/View3DHost_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// Says that it has every interface, and gives itself, or nothing.
+class Claimer final : public ForeignBase<Claimer, IDispatch> {
+ public:
+  explicit Claimer(bool givesItself) : givesItself_(givesItself) {}
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
+    if (FAILED(ForeignBase::QueryInterface(iid, out)) && givesItself_) {
+      *out = dispatch();
+      AddRef();
+    }
+    return S_OK;
+  }
+
+ private:
+  ~Claimer() override = default;
+  friend ForeignBase;
+  bool givesItself_;
+};
+
+class CarelessObjects : public HostTest {
+ protected:
+  CarelessObjects() {
+    plate_->onDraw2D = plate_->onDraw3D;
+    addEverywhere(triangle_.Get());
+    addEverywhere(label_.Get());
+    select(plate_->dispatch());
+    require(view3D_->initView(0), "initView");
+    require(view3D_->VueXYp(0), "VueXYp");
+    require(view2D_->initView(), "initView");
+  }
+
+  void addEverywhere(IDispatch* object) {
+    require(view3D_->Add(object, 0), "Add");
+    require(view2D_->Add(object, 0), "Add");
+    scene_.add(object);
+    graph_.add(object);
+  }
+  void select(IDispatch* object) {
+    require(view3D_->AddSelection(object), "AddSelection");
+    require(view2D_->AddSelection(object), "AddSelection");
+  }
+
+  /// Everything that is drawn and picked.
+  struct Look {
+    Image view3D, view2D, picture3D, picture2D;
+    Bytes scene, graph;
+    std::vector<long> picked3D, picked2D;
+    bool operator==(const Look&) const = default;
+  };
+  Look look() {
+    view3D_.paint();
+    view2D_.paint();
+    return {view3D_.shown(),
+            view2D_.shown(),
+            view3D_.picture({30, 20}),
+            view2D_.picture({30, 20}),
+            scene_.renderBytes(),
+            graph_.renderBytes(),
+            picked3D(),
+            picked2D()};
+  }
+  std::vector<long> picked3D() const {
+    _variant_t names;
+    require(view3D_->getSelectionUnderMouse(30, 20, &names), "getSelectionUnderMouse");
+    return namesIn(names);
+  }
+  std::vector<long> picked2D() {
+    view2D_.forgetEvents();
+    view2D_.send(WM_LBUTTONDBLCLK, 30, 20);
+    const auto events = view2D_.events(GraphEvent::MouseSelectionDblClick);
+    return events.empty() ? std::vector<long>() : namesIn(events[0].arguments[0]);
+  }
+
+  /// Calls every member of every class with the object.
+  void callAllWith(IDispatch* object) const {
+    // A dialog would wait for somebody.
+    const FailingImport dialogs(GetModuleHandleW(L"ZYNVue.dll"), "DialogBoxParamW");
+    const PlainArguments plain{object, doubleArray({0.5, 0.25, 0.75}), folder_.file(L"out")};
+    std::vector<ComPtr<IDispatch>> targets = {view3D_.get(), view2D_.get(), scene_.get(),
+                                              graph_.get()};
+    for (const wchar_t* progId :
+         {kTriangleProgId, kTextProgId, kSpriteProgId, kCoteProgId, L"ZYNModeleGeom.Polyligne"}) {
+      targets.push_back(createObject<IDispatch>(progId));
+    }
+    for (const auto& target : targets) {
+      for (const PlainCall& call : plainCallsOf(target.Get())) call(target.Get(), plain);
+    }
+  }
+
+  TempFolder folder_;
+  ComPtr<IZYNGLTriangle> triangle_ = makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
+  ComPtr<IZYNGLTexte> label_ = makeText(L"label");
+  ComPtr<ForeignObject> plate_ = makePickable({7}, {0, 1, 0, 1, 0});
+  View3DHost view3D_{SIZE{60, 40}};
+  View2DHost view2D_{SIZE{60, 40}};
+  OffscreenScene scene_{24, 24};
+  OffscreenGraph graph_{24, 24};
+};
+
+TEST_F(CarelessObjects, MayClaimEverything) {
+  for (const bool givesItself : {true, false}) {
+    const auto claimer = makeForeign<Claimer>(givesItself);
+    callAllWith(claimer.Get());
+    addEverywhere(claimer.Get());
+    select(claimer.Get());
+    const auto profile =
+        queryFor<IZYNProfil>(createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne").Get());
+    double t = 0;
+    ComPtr<IDispatch> parts[4];
+    profile->PlusProche(claimer.Get(), &t, &parts[0], &parts[1], &parts[2], &parts[3]);
+    look();
+    view3D_->Remove(claimer.Get());
+    view2D_->putref_MouseIcon(reinterpret_cast<IPictureDisp*>(claimer.Get()));
+    ULARGE_INTEGER size = {};
+    EXPECT_EQ(queryFor<IPersistStreamInit>(view2D_.get())->GetSizeMax(&size), E_NOINTERFACE);
+    view2D_->putref_MouseIcon(nullptr);
+  }
+}
+
+void unmaskFloatingPoint() {
+  const unsigned short x87 = 0x0340;
+  asm volatile("fnclex\n\tfldcw %0" : : "m"(x87));
+  _mm_setcsr(0);
+}
+
+TEST_F(CarelessObjects, MayLeaveOpenGlInDisorder) {
+  static std::array<GLfloat, 64> feedback;
+  static std::array<GLuint, 64> selection;
+  const GlCanvas canvas(8, 8);
+  const std::map<std::string, std::function<void()>> disorders = {
+      {"no context", [] { wglMakeCurrent(nullptr, nullptr); }},
+      {"another context", [&] { canvas.makeCurrent(); }},
+      {"an open primitive", [] { glBegin(GL_TRIANGLES); }},
+      {"an open list", [] { glNewList(9999, GL_COMPILE); }},
+      {"a feedback buffer",
+       [] {
+         glFeedbackBuffer(64, GL_2D, feedback.data());
+         glRenderMode(GL_FEEDBACK);
+       }},
+      {"a selection buffer",
+       [] {
+         glSelectBuffer(64, selection.data());
+         glRenderMode(GL_SELECT);
+       }},
+      {"full stacks",
+       [] {
+         for (int i = 0; i < 70; ++i) {
+           glPushMatrix();
+           glPushAttrib(GL_ALL_ATTRIB_BITS);
+           glPushName(1);
+         }
+       }},
+      {"floating-point exceptions", unmaskFloatingPoint},
+  };
+  const Look before = look();
+  EXPECT_EQ(before.picked3D, std::vector<long>{7});
+  EXPECT_EQ(before.picked2D, std::vector<long>{7});
+  const auto careless = makeForeign<ForeignObject>();
+  addEverywhere(careless->dispatch());
+  select(careless->dispatch());
+  const CallerState state = CallerState::current();
+  for (const auto& [name, leave] : disorders) {
+    careless->modes.clear();
+    careless->modes2D.clear();
+    careless->onDraw3D = careless->onDraw2D = [&](int) {
+      leave();
+      return S_OK;
+    };
+    look();
+    EXPECT_GE(careless->modes.size(), 4U) << name;
+    EXPECT_GE(careless->modes2D.size(), 4U) << name;
+    EXPECT_EQ(CallerState::current(), state) << name;
+    careless->onDraw3D = careless->onDraw2D = nullptr;
+    EXPECT_TRUE(look() == before) << name;
+  }
+}
+
+TEST_F(CarelessObjects, HandlersMayUnmaskFloatingPointExceptions) {
+  for (const DISPID event : {kMouseDown, kMouseMove, kMouseOn, kMouseSelection}) {
+    view3D_.during(event, unmaskFloatingPoint);
+  }
+  for (const DISPID event : {GraphEvent::MouseDown, GraphEvent::MouseMove, GraphEvent::MouseOn}) {
+    view2D_.during(event, unmaskFloatingPoint);
+  }
+  const CallerState state = CallerState::current();
+  for (ViewHost* const view : std::initializer_list<ViewHost*>{&view3D_, &view2D_}) {
+    view->move(20, 20);
+    view->drag({{30, 20}, {33, 27}, {51, 31}});
+    view->paint();
+  }
+  EXPECT_EQ(CallerState::current(), state);
+}
+
+}  // namespace
+}  // namespace zyn::test
