@@ -194,18 +194,19 @@ TEST_F(CarelessObjects, MayLeaveOpenGlInDisorder) {
   }
 }
 
-TEST_F(CarelessObjects, HandlersMayUnmaskFloatingPointExceptions) {
-  for (const DISPID event : {kMouseDown, kMouseMove, kMouseOn, kMouseSelection}) {
-    view3D_.during(event, unmaskFloatingPoint);
-  }
-  for (const DISPID event : {GraphEvent::MouseDown, GraphEvent::MouseMove, GraphEvent::MouseOn}) {
-    view2D_.during(event, unmaskFloatingPoint);
-  }
+TEST_F(CarelessObjects, MayUnmaskFloatingPointExceptionsWhenAsked) {
+  const auto careless = makeForeign<ForeignObject>();
+  careless->onGetBox2D = careless->onGetBox3D = careless->onAttribut = [](IDispatch**) {
+    unmaskFloatingPoint();
+    return S_OK;
+  };
   const CallerState state = CallerState::current();
-  for (ViewHost* const view : std::initializer_list<ViewHost*>{&view3D_, &view2D_}) {
-    view->move(20, 20);
-    view->drag({{30, 20}, {33, 27}, {51, 31}});
-    view->paint();
+  addEverywhere(careless->dispatch());
+  for (const double surplus : {0.1, 0.3}) {
+    EXPECT_EQ(view3D_->ZoomTotal(surplus), S_OK);
+    EXPECT_EQ(view2D_->UpdateParams(), S_OK);
+    EXPECT_EQ(view2D_->initView(), S_OK);
+    look();
   }
   EXPECT_EQ(CallerState::current(), state);
 }

@@ -146,7 +146,6 @@ void Control::fireEvent(DISPID event, std::initializer_list<EventArgument> argum
       DISPPARAMS parameters = {values.data(), nullptr, static_cast<UINT>(values.size()), 0};
       static_cast<IDispatch*>(sink)->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                             &parameters, nullptr, nullptr, nullptr);
-      HostState::setOurs();
     });
   });
 }
