@@ -77,6 +77,7 @@ void PathWriter::addMarked(const CellRun& run, const std::optional<RunSpan>& spa
     isOpen_ = false;
   }
   mark(run, *span);
+  writeBeyond(run, *span);
   spanned_ = {run, *span};
 }
 
@@ -90,6 +91,19 @@ void PathWriter::mark(const CellRun& run, const RunSpan& span) {
     path_.spans.push_back(
         {run.isInColumn, laneOf(trace_, run).cell.middle, low, high, run.points.first});
   }
+}
+
+/// Writes the lines within the run that light more than its span tells.
+void PathWriter::writeBeyond(const CellRun& run, const RunSpan& span) {
+  for (const std::size_t i : span.beyond) {
+    const std::size_t before = std::max(i, run.points.first + 1) - 1;
+    const std::size_t after = std::min(i + 1, run.points.last);
+    isOpen_ = isOpen_ && before <= path_.points.back();
+    for (std::size_t j = isOpen_ ? path_.points.back() : before; j <= after; ++j) {
+      write(j);
+    }
+  }
+  isOpen_ = false;
 }
 
 /// Writes the lines from the last run through the passage to the next one's first point. Those
@@ -121,7 +135,11 @@ std::optional<RunSpan> PathWriter::spanFor(const CellRun& run) const {
   const bool mayHaveSpan = grid_.isThin && run.points.last - run.points.first >= kFew &&
                            run.isFlat(grid_) && !run.isOutside() &&
                            !laneOf(trace_, run).cell.isEdge;
-  return mayHaveSpan ? spanOf(trace_, run) : std::nullopt;
+  if (!mayHaveSpan) {
+    return std::nullopt;
+  }
+  std::optional<RunSpan> span = spanOf(trace_, run);
+  return span || !grid_.takesSpans ? span : innerSpanOf(trace_, run);
 }
 
 /// Whether the run lies on an edge of the last run's column.

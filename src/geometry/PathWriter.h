@@ -47,6 +47,7 @@ class PathWriter {
   double distanceTo(const CellRun& run) const;
   void addMarked(const CellRun& run, const std::optional<RunSpan>& span, bool isBeside);
   void mark(const CellRun& run, const RunSpan& span);
+  void writeBeyond(const CellRun& run, const RunSpan& span);
   void writeBetween(const Range& lit, std::size_t first);
   std::optional<Link> linkTo(const CellRun& run, const RunSpan& span) const;
   bool isClear(const CellRun& run, const RunSpan& span, const IndexRange& line) const;

@@ -19,6 +19,9 @@ constexpr double kClear = 1.0 / 128;
 /// So many points in or beyond the last pixel are looked at.
 constexpr int kMostPoints = 32;
 
+/// As many points beyond an inner span are drawn with it: an outline has hardly more.
+constexpr std::size_t kMostBeyond = 8;
+
 /// The end of a run along its column, upwards.
 struct Tip {
   std::size_t point = 0;
@@ -146,7 +149,7 @@ std::optional<RunSpan> spanOf(const TraceInWindow& trace, const CellRun& run) {
   const auto [early, late] = std::minmax(top->point, bottom->point);
   const double low = -(bottom->edge + 1);
   const double high = top->edge + 1;
-  const RunSpan span{early, late, low, high, {low + kClear, high - kClear}};
+  const RunSpan span{early, late, low, high, {low + kClear, high - kClear}, {}};
   const auto isClear = [&](std::size_t from, std::size_t to) {
     return Chord(trace, lane.along, lane.across, from, to)
         .crossesWithin(lane.cell.middle, span.lit);
@@ -156,6 +159,26 @@ std::optional<RunSpan> spanOf(const TraceInWindow& trace, const CellRun& run) {
     return span;
   }
   return std::nullopt;
+}
+
+std::optional<RunSpan> innerSpanOf(const TraceInWindow& trace, const CellRun& run) {
+  const RunLane lane = laneOf(trace, run);
+  const double low = std::ceil(lane.extent.pixels.low);
+  const double high = std::floor(lane.extent.pixels.high);
+  if (!(low < high)) {
+    return std::nullopt;
+  }
+  RunSpan span{run.points.first, run.points.last, low, high, {low + kClear, high - kClear}, {}};
+  const auto take = [&span](std::size_t i) {
+    span.beyond.push_back(i);
+    return span.beyond.size() <= kMostBeyond;
+  };
+  if (!PointsAbove(trace, lane.along, span.lit.high).all(run.points, take) ||
+      !PointsAbove(trace, -lane.along, -span.lit.low).all(run.points, take)) {
+    return std::nullopt;
+  }
+  std::sort(span.beyond.begin(), span.beyond.end());
+  return span;
 }
 
 }  // namespace zyn

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 #include "core/PlanePoint.h"
 #include "geometry/CellRun.h"
@@ -15,6 +16,7 @@ struct RunSpan {
   double low = 0.0;  ///< along the column: the edges of what is lit
   double high = 0.0;
   Range lit;  ///< along the column: lines within it lie in lit pixels, well away from others
+  std::vector<std::size_t> beyond;  ///< points out of `lit`, whose lines light something more
 };
 
 /// One axis of a run and the other one.
@@ -48,5 +50,9 @@ class Chord {
 /// The span of a run in the plane. None where it depends on how OpenGL rounds, or on corners of
 /// pixels that lines may cut: there only the trace's own lines are sure to light what they light.
 std::optional<RunSpan> spanOf(const TraceInWindow& trace, const CellRun& run);
+
+/// What a run in the plane lights however OpenGL rounds: the pixels that it crosses from edge to
+/// edge. None where there are no such pixels, or many points beyond them.
+std::optional<RunSpan> innerSpanOf(const TraceInWindow& trace, const CellRun& run);
 
 }  // namespace zyn
