@@ -81,7 +81,7 @@ Area areaAround(double x, double y, double width) {
   return {x - width / 2, x + width / 2, y - kAspect * width / 2, y + kAspect * width / 2};
 }
 
-/// Pans over the curve, half of which is in sight.
+/// Pans over the curve, half of which is in sight; in an empty view without a trace.
 class Panning {
  public:
   explicit Panning(IDispatch* trace) {
@@ -116,10 +116,12 @@ void measurePanning(Report& report, const Sizes& sizes, const Curve& curve, IDis
   Panning ours(trace);
   Panning few(fewPoints.Get());
   Panning raw(strip->dispatch());
-  const auto times = interleave({ours.job(), few.job(), raw.job()}, sizes.rounds);
+  Panning empty(nullptr);
+  const auto times = interleave({ours.job(), few.job(), raw.job(), empty.job()}, sizes.rounds);
   report.add(textOf("2D view, pan frame of %d points", sizes.points),
              textOf("the same of %d points", sizes.fewPoints), times[0], times[1], 1.3);
   report.add("that frame", "line strip of all points", times[0], times[2], 0.02);
+  report.note(textOf("frame of an empty view: %.3f ms", times[3].median()));
   noteDifference(report, ours.whole(), raw.whole());
 }
 

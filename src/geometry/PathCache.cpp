@@ -60,6 +60,10 @@ const PathCache::Entry& PathCache::reduced(const TraceInWindow& trace, const Pix
   Entry& entry = longestUnused();
   entry.reach = -1;  // until the path is whole
   reducePath(trace, widened(grid, isMoving ? kReach : 0), entry.path);
+  entry.places.clear();
+  for (const std::size_t i : entry.path.points) {
+    entry.places.push_back(trace.points.at(i));
+  }
   entry.mapping = trace.mapping;
   entry.grid = grid;
   entry.reach = isMoving ? kReach : 0;

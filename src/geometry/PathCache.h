@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
+#include "core/Point.h"
 #include "geometry/PathReduction.h"
 
 namespace zyn {
@@ -16,6 +18,7 @@ class PathCache {
   /// A path, and the mapping for which it was chosen: that of its spans.
   struct Entry {
     ReducedPath path;
+    std::vector<Point> places;  ///< of the path's points: among all points, each is far from others
     WindowMapping mapping;
     PixelGrid grid;
     double reach = -1;  ///< by how many pixels the view may move; below 0 while there is no path

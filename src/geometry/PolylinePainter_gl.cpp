@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <span>
 
 #include "geometry/ClipBand.h"
 #include "geometry/EyeSpace_gl.h"
@@ -90,13 +89,21 @@ bool takesSpans(const WindowMapping& mapping, const PixelGrid& grid) {
          integerState(GL_RENDER_MODE) == GL_RENDER && !isEnabled(GL_LINE_STIPPLE);
 }
 
-using Indices = std::span<const std::size_t>;
+/// Some of a path's points, by their number within it.
+struct PathPart {
+  std::size_t first;
+  std::size_t end;
 
-/// Draws the points, or the line that connects them.
-void drawPoints(const EyeSpace& space, const PointSequence& points, Indices part, bool isFlat) {
-  glBegin(part.size() == 1 ? GL_POINTS : GL_LINE_STRIP);
-  for (const std::size_t i : part) {
-    space.vertex(points.x(i), points.y(i), isFlat ? 0 : points.z(i));
+  bool isSingle() const { return end - first == 1; }
+};
+
+/// Draws the points, or the line that connects them. `place` tells where a point of the path is.
+template <class Place>
+void drawPoints(const EyeSpace& space, const PathPart& part, const Place& place, bool isFlat) {
+  glBegin(part.isSingle() ? GL_POINTS : GL_LINE_STRIP);
+  for (std::size_t i = part.first; i < part.end; ++i) {
+    const Point& point = place(i);
+    space.vertex(point.x, point.y, isFlat ? 0 : point.z);
   }
   glEnd();
 }
@@ -120,7 +127,8 @@ struct Sight {
 };
 
 /// Draws what can be seen of the line.
-void drawClipped(const EyeSpace& space, const PointSequence& points, Indices line,
+template <class Place>
+void drawClipped(const EyeSpace& space, const PathPart& line, const Place& place,
                  const Sight& sight) {
   bool isOpen = false;
   const auto close = [&isOpen] {
@@ -129,11 +137,12 @@ void drawClipped(const EyeSpace& space, const PointSequence& points, Indices lin
       isOpen = false;
     }
   };
-  const auto place = [&](std::size_t i) {
-    return PlanePoint{points.x(line[i]), points.y(line[i])};
+  const auto inPlane = [&place](std::size_t i) {
+    const Point& point = place(i);
+    return PlanePoint{point.x, point.y};
   };
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    const std::optional<ClipBand::Segment> segment = sight.clip(place(i - 1), place(i));
+  for (std::size_t i = line.first + 1; i < line.end; ++i) {
+    const std::optional<ClipBand::Segment> segment = sight.clip(inPlane(i - 1), inPlane(i));
     if (!segment || segment->isFromCut) {
       close();
     }
@@ -151,29 +160,29 @@ void drawClipped(const EyeSpace& space, const PointSequence& points, Indices lin
 }
 
 /// Draws the connected lines, or the points on their own.
-void drawPartsOf(const PointSequence& points, const ReducedPath& path,
-                 const std::optional<Sight>& sight, bool isFlat, bool singlePoints) {
+template <class Place>
+void drawPartsOf(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
+                 bool isFlat, bool singlePoints) {
   const EyeSpace space;
-  for (std::size_t part = 0; part < path.starts.size(); ++part) {
-    const std::size_t first = path.starts[part];
-    const std::size_t end =
-        part + 1 < path.starts.size() ? path.starts[part + 1] : path.points.size();
-    if ((end - first == 1) != singlePoints) {
+  for (std::size_t i = 0; i < path.starts.size(); ++i) {
+    const PathPart part{path.starts[i],
+                        i + 1 < path.starts.size() ? path.starts[i + 1] : path.points.size()};
+    if (part.isSingle() != singlePoints) {
       continue;
     }
-    const Indices chosen = Indices(path.points).subspan(first, end - first);
     if (sight && !singlePoints) {
-      drawClipped(space, points, chosen, *sight);
+      drawClipped(space, part, place, *sight);
     } else {
-      drawPoints(space, points, chosen, isFlat);
+      drawPoints(space, part, place, isFlat);
     }
   }
 }
 
-void drawParts(const PointSequence& points, const ReducedPath& path,
-               const std::optional<Sight>& sight, bool isFlat) {
-  drawPartsOf(points, path, sight, isFlat, false);
-  drawPartsOf(points, path, sight, isFlat, true);
+template <class Place>
+void drawParts(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
+               bool isFlat) {
+  drawPartsOf(path, place, sight, isFlat, false);
+  drawPartsOf(path, place, sight, isFlat, true);
 }
 
 /// The spans where they lie in the window now, as far as they can be seen: OpenGL may lose the last
@@ -239,7 +248,9 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
   if (!mapping) {
-    drawParts(points, cache.whole(points), std::nullopt, isFlat);
+    const ReducedPath& whole = cache.whole(points);
+    drawParts(
+        whole, [&](std::size_t i) { return points.at(whole.points[i]); }, std::nullopt, isFlat);
     return;
   }
   PixelGrid grid = gridOf(viewport, style.alpha);
@@ -249,7 +260,9 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   if (isFlat) {
     sight.emplace(*mapping, grid, viewport);
   }
-  drawParts(points, reduced.path, sight, isFlat);
+  drawParts(
+      reduced.path, [&](std::size_t i) -> const Point& { return reduced.places[i]; }, sight,
+      isFlat);
   if (!reduced.path.spans.empty()) {
     drawSpans(points, reduced.path.spans, {reduced, *mapping, grid}, *mapping, isFlat);
   }
