@@ -113,9 +113,34 @@ class Outline {
   void connect(Iterator key, Iterator end) {
     for (; key + 1 != end; ++key) {
       chosen_.push_back(*key);
-      follow(*key, *(key + 1));
+      if (grid_.cellsPerPixel > 1 && isDirect(*key, *(key + 1))) {
+        followClosely(*key, *(key + 1));
+      } else {
+        follow(*key, *(key + 1));
+      }
     }
     chosen_.push_back(*key);
+  }
+
+  /// Whether the trace hardly turns back between two points, so that its lines do not add up to
+  /// something that a few of them show as well.
+  bool isDirect(std::size_t from, std::size_t to) const {
+    constexpr double kDetour = 1.5;
+    const double most = kDetour * stepBetween(from, to).size();
+    double length = 0;
+    for (std::size_t i = from; i < to && length <= most; ++i) {
+      length += stepBetween(i, i + 1).size();
+    }
+    return length <= most;
+  }
+
+  /// Adds the points between `from` and `to`: smooth lines are darker the longer they are.
+  void followClosely(std::size_t from, std::size_t to) {
+    for (std::size_t i = from + 1; i < to; ++i) {
+      if (stepBetween(chosen_.back(), i).size() >= kShort) {
+        chosen_.push_back(i);
+      }
+    }
   }
 
   /// Adds points between `from` and `to` until the lines are as steep as those of the trace, or

@@ -350,6 +350,30 @@ TEST_F(PolylineTest, WidePointsThatRepeatEachOtherAddNothing) {
   EXPECT_EQ(differentPixels(drawn(points, style), every), 0);
 }
 
+TEST_F(PolylineTest, SmoothLinesAreAsDarkInEveryDirection) {
+  constexpr std::size_t kCount = 200000;
+  Values x(kCount);
+  Values y(kCount);
+  for (std::size_t i = 0; i < kCount; ++i) {
+    const double t = static_cast<double>(i) / kCount;
+    x[i] = 0.9 * t * std::cos(400 * t);
+    y[i] = 0.9 * t * std::sin(400 * t);
+  }
+  const PointSequence points(std::move(x), std::move(y));
+  look({0, 0, 1, 0.75});
+  glEnable(GL_LINE_SMOOTH);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glClear(GL_COLOR_BUFFER_BIT);
+  drawEveryPoint(points, 0.5);
+  const Image every = context.read();
+  glDisable(GL_BLEND);
+  LineStyle style = kPlainYellow;
+  style.width = 0.5;
+  EXPECT_LT(meanDifference(drawn(points, style), every), 0.05);
+  glDisable(GL_LINE_SMOOTH);
+}
+
 TEST_F(PolylineTest, The2DLineLiesInThePlane) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5}, {500, -700});
