@@ -4,6 +4,7 @@
 #include <map>
 
 #include "support/CallerState_win.h"
+#include "support/Claimer_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/GlCanvas_win.h"
@@ -16,25 +17,6 @@
 
 namespace zyn::test {
 namespace {
-
-/// Says that it has every interface, and gives itself, or nothing.
-class Claimer final : public ForeignBase<Claimer, IDispatch> {
- public:
-  explicit Claimer(bool givesItself) : givesItself_(givesItself) {}
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    if (FAILED(ForeignBase::QueryInterface(iid, out)) && givesItself_) {
-      *out = dispatch();
-      AddRef();
-    }
-    return S_OK;
-  }
-
- private:
-  ~Claimer() override = default;
-  friend ForeignBase;
-  bool givesItself_;
-};
 
 class CarelessObjects : public HostTest {
  protected:

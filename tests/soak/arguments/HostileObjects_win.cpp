@@ -1,5 +1,6 @@
 #include "soak/arguments/HostileObjects_win.h"
 
+#include "support/Claimer_win.h"
 #include "support/ForeignBox_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/ForeignObject_win.h"
@@ -196,11 +197,11 @@ STDMETHODIMP HostileSite::Read(LPCOLESTR, VARIANT* value, IErrorLog*) {
 bool hostileObjectsAreGone() {
   return HostileProfile::live() == 0 && HostileSite::live() == 0 && ForeignObject::live() == 0 &&
          ForeignBox::live() == 0 && ForeignCollection::live() == 0 && ForeignPicture::live() == 0 &&
-         ForeignAttribute::live() == 0;
+         ForeignAttribute::live() == 0 && Claimer::live() == 0;
 }
 
 ComPtr<IUnknown> makeHostile(Random& random, ObjectSource& objects) {
-  switch (random.below(6)) {
+  switch (random.below(7)) {
     case 0:
       return makeForeign<HostileProfile>(random.next(), objects).Get()->dispatch();
     case 1:
@@ -209,6 +210,8 @@ ComPtr<IUnknown> makeHostile(Random& random, ObjectSource& objects) {
       return makePicture(random);
     case 3:
       return makeForeign<ForeignAttribute>(random.below(9)).Get()->dispatch();
+    case 4:
+      return makeForeign<Claimer>(random.oneIn(2)).Get()->dispatch();
     default:
       return makeDrawable(random.next(), objects);
   }
