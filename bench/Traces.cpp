@@ -87,6 +87,9 @@ class Panning {
   explicit Panning(IDispatch* trace) {
     view_.addBox({0, 1, 0, kAspect});
     require(view_->Add(trace, 0), "Add");
+    for (int step = 0; step < kPanSteps; ++step) {
+      places_.push_back(test::makeArea(areaAround(0.3 + 0.4 * step / kPanSteps, kAspect / 2, 0.5)));
+    }
   }
   /// A frame after another one of the same view: what the other views drew before, of which the
   /// strip is large, is no part of it.
@@ -101,13 +104,14 @@ class Panning {
 
  private:
   void move() {
-    step_ = (step_ + 1) % kPanSteps;
-    view_.look(areaAround(0.3 + 0.4 * step_ / kPanSteps, kAspect / 2, 0.5));
+    step_ = (step_ + 1) % places_.size();
+    require(view_->View(places_[step_].Get(), 0), "View");
     view_.paint();
   }
 
   View2DHost view_{kViewSize};
-  int step_ = 0;
+  std::vector<ComPtr<IZYNRectangle>> places_;  ///< made beforehand: a host's own objects
+  std::size_t step_ = 0;
 };
 
 void measurePanning(Report& report, const Sizes& sizes, const Curve& curve, IDispatch* trace) {
