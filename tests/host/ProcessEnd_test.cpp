@@ -48,16 +48,27 @@ TEST_P(ProcessEnd, IsTheHostsOwn) {
 }
 
 const Case kCases[] = {
-    {"everything", "return"},      {"everything", "exit"},
-    {"everything", "atexit"},      {"everything", "static"},
-    {"everything", "ExitProcess"}, {"everything", "uninitialize"},
-    {"everything", "unload"},      {"everything", "detach"},
-    {"everything", "detachFirst"}, {"everything", "detachAndClose"},
-    {"everything", "thread"},      {"dialog", "exit"},
-    {"dialog", "ExitProcess"},     {"dialog", "detach"},
-    {"dialog", "thread"},          {"paint", "exit"},
-    {"paint", "atexit"},           {"paint", "detachAndClose"},
-    {"export", "ExitProcess"},     {"export", "detach"},
+    {"everything", "return"},
+    {"everything", "exit"},
+    {"everything", "atexit"},
+    {"everything", "static"},
+    {"everything", "ExitProcess"},
+    {"everything", "uninitialize"},
+    {"everything", "unload"},
+    {"everything", "detach"},
+    {"everything", "unloadUnderWindows"},
+    {"everything", "detachFirst"},
+    {"everything", "detachAndClose"},
+    {"everything", "thread"},
+    {"dialog", "exit"},
+    {"dialog", "ExitProcess"},
+    {"dialog", "detach"},
+    {"dialog", "thread"},
+    {"paint", "exit"},
+    {"paint", "atexit"},
+    {"paint", "detachAndClose"},
+    {"export", "ExitProcess"},
+    {"export", "detach"},
 };
 
 INSTANTIATE_TEST_SUITE_P(All, ProcessEnd, testing::ValuesIn(kCases), [](const auto& tested) {

@@ -99,7 +99,8 @@ void addUser(Rules& rules) {
         "GetWindowLongPtrW IntersectRect InvalidateRect IsChild IsRectEmpty IsWindow "
         "IsWindowVisible OffsetRect PtInRect ReleaseCapture ReleaseDC ScreenToClient SetCapture "
         "SetCursor SetFocus SetWindowLongPtrW SetWindowRgn ShowWindow ValidateRect "
-        "DefWindowProcW DispatchMessageW DestroyWindow UnregisterClassW CheckDlgButton EndDialog "
+        "DefWindowProcW DispatchMessageW DestroyWindow EnumChildWindows EnumWindows "
+        "UnregisterClassW CheckDlgButton EndDialog "
         "IsDlgButtonChecked SendDlgItemMessageW SendMessageW");
   leave(rules, "asked for again and again while it fails; tested in FailingContexts_test",
         "BeginPaint");

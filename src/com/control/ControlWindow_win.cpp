@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "com/ModuleHandle_win.h"
+#include "com/ProcessEnd.h"
 #include "core/Mutex_win.h"
 
 namespace zyn {
@@ -35,9 +36,23 @@ class ControlWindowClass {
  private:
   ControlWindowClass() = default;
   ~ControlWindowClass() {
-    if (atom_ != 0) {
-      UnregisterClassW(kClassName, moduleHandle());
+    if (atom_ != 0 && !UnregisterClassW(kClassName, moduleHandle()) && !ProcessEnd::hasBegun()) {
+      EnumWindows(disownBelow, 0);
     }
+  }
+
+  /// A host that ends COM before its windows has this library unloaded under them: those of ours
+  /// get the system's procedure, for ours is about to go.
+  static BOOL CALLBACK disownBelow(HWND window, LPARAM) noexcept {
+    EnumChildWindows(window, disown, 0);
+    return TRUE;
+  }
+  static BOOL CALLBACK disown(HWND window, LPARAM) noexcept {
+    if (GetWindowLongPtrW(window, GWLP_WNDPROC) ==
+        reinterpret_cast<LONG_PTR>(&ControlWindow::procedure)) {
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
+    }
+    return TRUE;
   }
 
   static ATOM registerClass() noexcept {

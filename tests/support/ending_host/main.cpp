@@ -49,6 +49,17 @@ void handOver(bool close) {
   for (IUnknown* const object : std::exchange(held, {})) takeOver(object, close);
 }
 
+/// Of the containers.
+std::vector<HWND> frames;
+
+/// What ending COM does on Windows, objects or not: here they keep the library.
+void unloadLibrary() {
+  for (int left = 20; left > 0; --left) {
+    if (const HMODULE library = GetModuleHandleW(L"ZYNVue.dll")) FreeLibrary(library);
+  }
+  if (GetModuleHandleW(L"ZYNVue.dll")) exitCode = 39;
+}
+
 const std::map<std::string, std::function<void()>> kWays = {
     {"return", [] {}},
     {"exit", [] { std::exit(exitCode); }},
@@ -60,6 +71,16 @@ const std::map<std::string, std::function<void()>> kWays = {
     {"static", [] { releasedByStatic = true; }},
     {"ExitProcess", [] { ExitProcess(exitCode); }},
     {"uninitialize", [] { OleUninitialize(); }},
+    {"unloadUnderWindows",
+     [] {
+       OleUninitialize();
+       unloadLibrary();
+       for (const HWND frame : frames) {
+         ScriptedContainer::pump();
+         RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+         DestroyWindow(frame);
+       }
+     }},
     {"unload",  // the library goes before the process does
      [] {
        releaseAll();
@@ -94,6 +115,7 @@ void endNow() {
 /// A view in a container that is left behind with it.
 IOleObject* showView(const wchar_t* progId, REFIID events) {
   auto* const container = new ScriptedContainer(events, {80, 60});
+  frames.push_back(container->window());
   IOleObject* const view = hold(createObject<IOleObject>(progId));
   require(view->SetClientSite(&container->site), "SetClientSite");
   const RECT position = container->site.position;
