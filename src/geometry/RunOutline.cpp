@@ -14,6 +14,10 @@ namespace {
 /// A run of no more points is drawn as it is.
 constexpr std::size_t kFew = 32;
 
+/// On an edge between columns (or rows), where points decide one by one which of the two a thin
+/// line lights, so many.
+constexpr std::size_t kFewOnEdge = 4096;
+
 /// Lines shorter than this, in pixels, hardly ever light one.
 constexpr double kShort = 1.0 / 32;
 
@@ -193,11 +197,38 @@ class Outline {
   std::size_t count_ = 0;
 };
 
+bool isOnEdge(const CellRun& run) {
+  return (run.isInColumn && run.column.isEdge) || (run.isInRow && run.row.isEdge);
+}
+
+/// All points of the run but those that lie on a straight line along the edge.
+void followEdge(const TraceInWindow& trace, const CellRun& run, std::vector<std::size_t>& chosen) {
+  const bool isUpright = run.isInColumn && run.column.isEdge;
+  const AffineForm& along = isUpright ? trace.mapping.y : trace.mapping.x;
+  const AffineForm& across = isUpright ? trace.mapping.x : trace.mapping.y;
+  const auto isBetween = [&](std::size_t i) {
+    const double before = trace.at(along, i) - trace.at(along, i - 1);
+    const double after = trace.at(along, i + 1) - trace.at(along, i);
+    return trace.at(across, i - 1) == trace.at(across, i) &&
+           trace.at(across, i) == trace.at(across, i + 1) && before * after >= 0;
+  };
+  const auto [first, last] = run.points;
+  for (std::size_t i = first; i <= last; ++i) {
+    if (i == first || i == last || !isBetween(i)) {
+      chosen.push_back(i);
+    }
+  }
+}
+
 }  // namespace
 
 void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
                 std::vector<std::size_t>& chosen) {
   const auto [first, last] = run.points;
+  if (grid.isThin && isOnEdge(run) && last - first < kFewOnEdge) {
+    followEdge(trace, run, chosen);
+    return;
+  }
   if (last - first < kFew) {
     for (std::size_t i = first; i <= last; ++i) {
       chosen.push_back(i);

@@ -338,6 +338,28 @@ TEST_F(PolylineTest, WhereALineEndsWithinAPixelOthersMayLightIt) {
   }
 }
 
+TEST_F(PolylineTest, WhatLiesOnTheEdgeOfAColumnIsDrawnOnItsSide) {
+  std::mt19937 random(8);
+  std::uniform_real_distribution<double> step(-1, 1);
+  Values x(3000);
+  Values y(3000);
+  for (std::size_t i = 1; i < x.size(); ++i) {
+    x[i] = 0.3 * static_cast<double>(i) / 3000;
+    y[i] = y[i - 1] + step(random);
+  }
+  const PointSequence points(x, y);
+  int lit = 0;
+  for (int i = 0; i < 25; ++i) {
+    look({0.3 * (1 + step(random)) / 2, 0, 200, 150});  // a pixel's edge is somewhere in the trace
+    glClear(GL_COLOR_BUFFER_BIT);
+    drawEveryPoint(points, 1);
+    const Image every = context.read();
+    lit += every.count(kYellow);
+    EXPECT_EQ(differentPixels(drawn(points, kPlainYellow), every), 0) << i;
+  }
+  EXPECT_GT(lit, 25 * 20);
+}
+
 TEST_F(PolylineTest, WidePointsThatRepeatEachOtherAddNothing) {
   look({0, 0, 1, 1});
   LineStyle style = kPlainYellow;
