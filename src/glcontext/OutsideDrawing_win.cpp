@@ -5,25 +5,20 @@
 
 namespace zyn {
 
-namespace {
-
-/// Between glBegin and glEnd no state is told.
-bool isWithinPrimitive() { return enumState(GL_MATRIX_MODE) == 0; }
-
-}  // namespace
-
-OutsideDrawing::OutsideDrawing() : renders_(enumState(GL_RENDER_MODE) == GL_RENDER) {}
+OutsideDrawing::OutsideDrawing(bool isSelection) : isSelection_(isSelection) {}
 
 OutsideDrawing::~OutsideDrawing() {
   HostState::setOurs();
   context_.restore();
-  if (isWithinPrimitive()) {
+  GLenum mode = enumState(GL_RENDER_MODE);
+  if (mode == 0) {  // between glBegin and glEnd no state is told
     glEnd();
+    mode = enumState(GL_RENDER_MODE);
   }
   if (integerState(GL_LIST_INDEX) != 0) {
     glEndList();
   }
-  if (renders_ && enumState(GL_RENDER_MODE) != GL_RENDER) {
+  if (!isSelection_ && mode != GL_RENDER) {
     glRenderMode(GL_RENDER);
   }
 }

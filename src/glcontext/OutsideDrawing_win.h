@@ -10,14 +10,15 @@ namespace zyn {
 /// render mode than GL_RENDER, another floating-point environment.
 class OutsideDrawing {
  public:
-  OutsideDrawing();
+  /// In a selection pass the render mode is left alone.
+  explicit OutsideDrawing(bool isSelection);
   ~OutsideDrawing();
   OutsideDrawing(const OutsideDrawing&) = delete;
   OutsideDrawing& operator=(const OutsideDrawing&) = delete;
 
  private:
   NotedContext context_;
-  bool renders_;
+  bool isSelection_;
 };
 
 }  // namespace zyn

@@ -325,7 +325,7 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
   drawing.isQueryKnown = false;
-  const OutsideDrawing scope;
+  const OutsideDrawing scope(drawing.isSelection);
   if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
     throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
