@@ -80,11 +80,13 @@ void removeAllSelection(HostWorld&, const Life& life) {
 void setActiveProfile(HostWorld& world, const Life& life) {
   if (!life->view2D) return;
   Thing* const thing = world.oneIn(4) ? nullptr : world.anyThing();
+  // The world may give the thing up while it is asked.
+  const auto object = thing ? thing->held : nullptr;
   ComPtr<IZYNProfil> profile;
-  if (thing) thing->held.As(&profile);
+  if (object) object.As(&profile);
   const bool taken = profile != nullptr;
   profile.Reset();
-  life->view2D->setActiveProfil(thing ? thing->held.Get() : nullptr);
+  life->view2D->setActiveProfil(object.Get());
   life->profile = taken ? thing : nullptr;
 }
 
