@@ -38,9 +38,6 @@ add_executable(zyn_gl_tests ${gl_tests} ${support} ${gl_support})
 target_link_libraries(zyn_gl_tests PRIVATE zyn_gl zyn_logic
   zyn_gtest Threads::Threads EGL GL GLU)
 target_precompile_headers(zyn_gl_tests REUSE_FROM zyn_logic_tests)
-foreach(program IN ITEMS zyn_logic_tests zyn_gl_tests)  # both, or one could not use the other's precompiled headers
-  target_compile_definitions(${program} PRIVATE ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
-endforeach()
 add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")

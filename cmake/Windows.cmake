@@ -116,7 +116,6 @@ list(APPEND support tests/support/GlState_gl.cpp)
 add_library(zyn_test_support STATIC ${support} ${ZYN_IDL_GUIDS})
 target_include_directories(zyn_test_support PUBLIC tests)
 target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest ${ZYN_SYSTEM_LIBRARIES} comctl32)
-target_compile_definitions(zyn_test_support PUBLIC ZYN_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 add_dependencies(zyn_test_support zyn_idl)
 target_precompile_headers(zyn_test_support PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_SOURCE_DIR}/cmake/precompiled/windows_tests.h>)
 

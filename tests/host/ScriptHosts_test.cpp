@@ -28,8 +28,8 @@ std::string cone() {
 class ScriptHostsTest : public HostTest {
  protected:
   static std::filesystem::path hosts() {
-    // The test data's path is the build machine's.
-    return std::filesystem::path("Z:" ZYN_TEST_DATA).parent_path().parent_path() / "hosts";
+    // The folder of the sources is named as the build machine names it.
+    return std::filesystem::path("Z:" ZYN_SOURCE_FOLDER) / "hosts";
   }
 
   /// Runs a script of hosts/scripts on a file in the folder, its pictures going to "out" there.

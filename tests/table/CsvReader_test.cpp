@@ -195,8 +195,8 @@ TEST_F(CsvFileTest, ComplaintsNameTheFile) {
 }
 
 TEST(CsvReaderTest, TableOfTheExamplesIsRead) {
-  const auto root = std::filesystem::path(ZYN_TEST_DATA).parent_path().parent_path();
-  const Table table = readCsv(root / "hosts" / "data" / "sea_surface_temperature.csv");
+  const Table table = readCsv(std::filesystem::path(ZYN_SOURCE_FOLDER) / "hosts" / "data" /
+                              "sea_surface_temperature.csv");
   ASSERT_EQ(table.columns.size(), 13U);
   EXPECT_EQ(table.columns[0].name, "YEAR");
   EXPECT_EQ(table.columns[12].name, "DEC");
