@@ -141,11 +141,13 @@ Rgba withCoverage(const DibPixel& overBlack, const DibPixel& overWhite) {
           static_cast<std::uint8_t>(coverage)};
 }
 
-/// Bitmaps and icons may bring an alpha of their own, and many leave it 0 throughout; what GDI
-/// leaves in the fourth bytes as it plays a metafile means nothing.
+/// Pictures may bring an alpha of their own, and many leave it 0 throughout; what GDI leaves in the
+/// fourth bytes as it plays a metafile means nothing.
 bool hasOwnAlpha(IPicture& picture, const Rendering& rendering) {
   SHORT type = PICTYPE_UNINITIALIZED;
-  if (FAILED(picture.get_Type(&type)) || type == PICTYPE_METAFILE || type == PICTYPE_ENHMETAFILE) {
+  const bool isMetafile = SUCCEEDED(picture.get_Type(&type)) &&
+                          (type == PICTYPE_METAFILE || type == PICTYPE_ENHMETAFILE);
+  if (isMetafile) {
     return false;
   }
   const auto pixels = rendering.pixels();

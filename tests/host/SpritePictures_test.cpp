@@ -1,4 +1,5 @@
 // The picture objects of the system and of other components that a sprite shows.
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <utility>
@@ -295,6 +296,32 @@ TEST_F(SpritePictureTest, PicturesOfOtherComponentsAreShown) {
   expectShown(redImage());
   for (const int type : {PICTYPE_UNINITIALIZED, PICTYPE_NONE, PICTYPE_METAFILE, PICTYPE_ICON}) {
     picture->type = static_cast<SHORT>(type);
+    show(picture->dispatch());
+    expectShown(redImage());
+  }
+}
+
+// Metafiles alone have none: not even a picture that does not tell what it is loses its own.
+TEST_F(SpritePictureTest, APictureOfAnotherComponentKeepsItsAlphaUnlessItIsAMetafile) {
+  constexpr int kAlpha = 128;
+  const auto picture = makeForeignPicture();
+  picture->onRender = [](HDC dc, const RECT&) {
+    DIBSECTION section = {};
+    GetObjectW(GetCurrentObject(dc, OBJ_BITMAP), sizeof section, &section);
+    std::fill_n(static_cast<DWORD*>(section.dsBm.bmBits), kWidth * kHeight,
+                kAlpha << 24 | 0xFF0000);
+    return S_OK;
+  };
+  AlphaImage translucent = redImage();
+  std::fill(translucent.alpha.begin(), translucent.alpha.end(), kAlpha);
+  for (const HRESULT answer : {S_OK, E_NOTIMPL, E_FAIL}) {
+    picture->typeAnswer = answer;
+    show(picture->dispatch());
+    expectShown(translucent, 1);
+  }
+  picture->typeAnswer = S_OK;
+  for (const int metafile : {PICTYPE_METAFILE, PICTYPE_ENHMETAFILE}) {
+    picture->type = static_cast<SHORT>(metafile);
     show(picture->dispatch());
     expectShown(redImage());
   }

@@ -57,6 +57,7 @@ class ForeignPicture final : public ForeignBase<ForeignPicture, IDispatch, IPict
   OLE_YSIZE_HIMETRIC height = 0;
   HRESULT sizeAnswer = S_OK;
   SHORT type = PICTYPE_BITMAP;
+  HRESULT typeAnswer = S_OK;
   /// Draws into a device context whose pixels begin at the given place, rows from the top.
   std::function<HRESULT(HDC dc, const RECT& target)> onRender;
   int rendered = 0;
@@ -71,7 +72,7 @@ class ForeignPicture final : public ForeignBase<ForeignPicture, IDispatch, IPict
   }
   STDMETHODIMP get_Type(SHORT* value) override {
     *value = type;
-    return S_OK;
+    return typeAnswer;
   }
   STDMETHODIMP get_Width(OLE_XSIZE_HIMETRIC* value) override {
     *value = width;
