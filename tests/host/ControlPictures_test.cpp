@@ -95,11 +95,34 @@ TEST_F(ControlPictures, DrawsNothingIntoEmptyBounds) {
 TEST_F(ControlPictures, RefusesWhatItCannotDraw) {
   const Canvas canvas(10, 10);
   EXPECT_EQ(draw(canvas.dc(), {0, 0, 10, 10}, DVASPECT_ICON), DV_E_DVASPECT);
-  EXPECT_EQ(draw(canvas.dc(), {0, 0, 10, 10}, DVASPECT_CONTENT, 3), DV_E_LINDEX);
   EXPECT_EQ(draw(nullptr, {0, 0, 10, 10}), E_INVALIDARG);
   EXPECT_EQ(as<IViewObject>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc(),
                                     nullptr, nullptr, nullptr, 0),
             E_INVALIDARG);
+}
+
+// LCL's container draws with 0 in each WM_PAINT and raises when that is refused.
+TEST_F(ControlPictures, TheIndexMeansNothing) {
+  const auto view = as<IViewObjectEx>();
+  for (const LONG index : {-1L, 0L, 3L, LONG_MIN}) {
+    SCOPED_TRACE(index);
+    const Canvas canvas(20, 20);
+    EXPECT_EQ(draw(canvas.dc(), {0, 0, 10, 10}, DVASPECT_CONTENT, index), S_OK);
+    EXPECT_EQ(GetPixel(canvas.dc(), 5, 5), RGB(255, 0, 0));
+    LOGPALETTE* colours = nullptr;
+    EXPECT_EQ(view->GetColorSet(DVASPECT_CONTENT, index, nullptr, nullptr, nullptr, &colours),
+              S_FALSE);
+    DWORD freeze = 0;
+    EXPECT_EQ(view->Freeze(DVASPECT_CONTENT, index, nullptr, &freeze), S_OK);
+    EXPECT_EQ(view->Unfreeze(freeze), S_OK);
+    SIZEL extent = {};
+    EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, index, nullptr, &extent), S_OK);
+    EXPECT_GT(extent.cx, 0);
+    DVEXTENTINFO wish = {sizeof wish, DVEXTENT_CONTENT, {}};
+    EXPECT_EQ(view->GetNaturalExtent(DVASPECT_CONTENT, index, nullptr, nullptr, &wish, &extent),
+              S_OK);
+    EXPECT_GT(extent.cx, 0);
+  }
 }
 
 TEST_F(ControlPictures, PrintsItsWindow) {

@@ -31,14 +31,11 @@ SIZE deviceSize(HDC dc, const RECT& bounds) noexcept {
 
 }  // namespace
 
-STDMETHODIMP ViewObjectFacet::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
+STDMETHODIMP ViewObjectFacet::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC dc,
                                    LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR),
                                    ULONG_PTR) noexcept {
   if (!isPicture(aspect)) {
     return DV_E_DVASPECT;
-  }
-  if (index != -1) {
-    return DV_E_LINDEX;
   }
   if (!dc || !bounds) {
     return E_INVALIDARG;
@@ -72,16 +69,13 @@ STDMETHODIMP ViewObjectFacet::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, H
   return S_FALSE;
 }
 
-STDMETHODIMP ViewObjectFacet::Freeze(DWORD aspect, LONG index, void*, DWORD* freeze) noexcept {
+STDMETHODIMP ViewObjectFacet::Freeze(DWORD aspect, LONG, void*, DWORD* freeze) noexcept {
   if (!freeze) {
     return E_POINTER;
   }
   *freeze = 0;
   if (!isPicture(aspect)) {
     return DV_E_DVASPECT;
-  }
-  if (index != -1) {
-    return DV_E_LINDEX;
   }
   return entry([&] {
     ViewAdvice& advice = control().viewAdvice();
@@ -119,7 +113,7 @@ STDMETHODIMP ViewObjectFacet::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSin
   return S_OK;
 }
 
-STDMETHODIMP ViewObjectFacet::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE*,
+STDMETHODIMP ViewObjectFacet::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*,
                                         LPSIZEL extent) noexcept {
   if (!extent) {
     return E_POINTER;
@@ -127,9 +121,6 @@ STDMETHODIMP ViewObjectFacet::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE
   *extent = {};
   if (!isPicture(aspect)) {
     return DV_E_DVASPECT;
-  }
-  if (index != -1) {
-    return DV_E_LINDEX;
   }
   const Extent own = control().state().extent();
   *extent = {own.width, own.height};
@@ -184,7 +175,7 @@ STDMETHODIMP ViewObjectFacet::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT
   return S_OK;
 }
 
-STDMETHODIMP ViewObjectFacet::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE*, HDC,
+STDMETHODIMP ViewObjectFacet::GetNaturalExtent(DWORD aspect, LONG, DVTARGETDEVICE*, HDC,
                                                DVEXTENTINFO* wish, LPSIZEL extent) noexcept {
   if (!wish || !extent) {
     return E_POINTER;
@@ -192,9 +183,6 @@ STDMETHODIMP ViewObjectFacet::GetNaturalExtent(DWORD aspect, LONG index, DVTARGE
   *extent = {};
   if (!isPicture(aspect)) {
     return DV_E_DVASPECT;
-  }
-  if (index != -1) {
-    return DV_E_LINDEX;
   }
   const Extent natural = control().description().initialExtent;
   switch (wish->dwExtentMode) {

@@ -10,7 +10,8 @@
 
 namespace zyn {
 
-/// IViewObjectEx: pictures of the control for its container.
+/// IViewObjectEx: pictures of the control for its container. They are the same whatever index goes
+/// with the aspect: it has a meaning for other aspects only, and containers pass any.
 class ViewObjectFacet final : public Facet<IViewObjectEx> {
  public:
   using Facet::Facet;
