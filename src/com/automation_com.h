@@ -35,32 +35,34 @@ void checkThread(const Object& object, const wchar_t* progId) noexcept {
 
 /// Every entry from outside that is not a member of an object (exported functions, window
 /// procedures, class objects): computes in our own floating-point environment and lets no
-/// exception out. `body` returns an HRESULT or nothing.
+/// exception out: the debugger hears of it. `body` returns an HRESULT or nothing.
 template <class Body>
 HRESULT boundary(Body&& body) noexcept {
   const HostState state;
   try {
     return detail::run(body);
   } catch (...) {
-    return currentFailure().Error();
+    const CallFailure failure = currentFailure();
+    tellDebugger(failure);
+    return failure.code;
   }
 }
 
 /// The same for a member of a COM object, which in addition stays alive during the call and leaves
-/// error information behind when it fails. _com_error becomes its HRESULT, std::bad_alloc
-/// E_OUTOFMEMORY, any other exception E_FAIL.
+/// error information behind when it fails. _com_error and Failure become their HRESULT,
+/// std::bad_alloc E_OUTOFMEMORY, any other exception E_FAIL with what it says.
 template <class Self, class Body>
 HRESULT automation(Self& self, Body&& body) noexcept {
   checkThread(self, Self::kProgId);
   const HostState state;
   const Microsoft::WRL::ComPtr<IUnknown> alive(self.controllingUnknown());
-  const auto report = [](const _com_error& failure) {
+  const auto report = [](const CallFailure& failure) {
     reportFailure(failure, Self::kProgId, Self::defaultInterface());
-    return failure.Error();
+    return failure.code;
   };
   try {
     const HRESULT result = detail::run(body);
-    return FAILED(result) ? report(_com_error(result)) : result;
+    return FAILED(result) ? report({result}) : result;
   } catch (...) {
     return report(currentFailure());
   }

@@ -3,9 +3,15 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <array>
+#include <cwchar>
+#include <exception>
+#include <memory>
 #include <new>
 #include <system_error>
+#include <utility>
 
+#include "com/Failure_win.h"
 #include "com/adopt_com.h"
 #include "core/askFor_com.h"
 
@@ -25,16 +31,52 @@ ComPtr<IErrorInfo> errorInfoOf(IUnknown* source, REFIID iid) {
   return info;
 }
 
-ComPtr<IErrorInfo> describe(const _com_error& failure, const wchar_t* progId, REFIID iid) {
+ComPtr<IErrorInfo> describe(const CallFailure& failure, const wchar_t* progId, REFIID iid) {
+  const _com_error system(failure.code);
+  const wchar_t* const text = failure.text.empty() ? system.ErrorMessage() : failure.text.c_str();
   ComPtr<ICreateErrorInfo> writer;
   ComPtr<IErrorInfo> info;
   if (SUCCEEDED(CreateErrorInfo(&writer))) {
     writer->SetGUID(iid);
     writer->SetSource(const_cast<LPOLESTR>(progId));
-    writer->SetDescription(const_cast<LPOLESTR>(failure.ErrorMessage()));
+    writer->SetDescription(const_cast<LPOLESTR>(text));
     writer.As(&info);
   }
   return info;
+}
+
+std::wstring decode(const char* text, UINT codePage, DWORD flags) {
+  std::wstring decoded(MultiByteToWideChar(codePage, flags, text, -1, nullptr, 0), L'\0');
+  const auto room = static_cast<int>(decoded.size());
+  const int length = MultiByteToWideChar(codePage, flags, text, -1, decoded.data(), room);
+  decoded.resize(length > 0 ? length - 1 : 0);
+  return decoded;
+}
+
+/// A failure with what a standard exception says, in UTF-8 or as the system writes.
+CallFailure withWords(HRESULT code, const std::exception& error) {
+  const char* const said = error.what();
+  std::wstring text = said ? decode(said, CP_UTF8, MB_ERR_INVALID_CHARS) : L"";
+  return {code, said && text.empty() ? decode(said, CP_ACP, 0) : std::move(text)};
+}
+
+HRESULT codeOf(HRESULT told) { return FAILED(told) ? told : E_FAIL; }
+
+CallFailure rethrown() {
+  try {
+    throw;
+  } catch (const _com_error& error) {
+    return {codeOf(error.Error()), L"", adopt(error.ErrorInfo())};
+  } catch (const Failure& failure) {
+    return {codeOf(failure.code()), failure.text()};
+  } catch (const std::bad_alloc&) {
+    return {E_OUTOFMEMORY};
+  } catch (const std::system_error& error) {
+    // A mutex takes memory when it is first locked.
+    return withWords(error.code() == std::errc::not_enough_memory ? E_OUTOFMEMORY : E_FAIL, error);
+  } catch (const std::exception& error) {
+    return withWords(E_FAIL, error);
+  }
 }
 
 }  // namespace
@@ -45,27 +87,36 @@ void throwIfFailed(HRESULT result, IUnknown* source, REFIID iid) {
   }
 }
 
-_com_error currentFailure() noexcept {
+CallFailure currentFailure() noexcept {
   try {
-    throw;
-  } catch (const _com_error& error) {
-    return error;
+    return rethrown();
   } catch (const std::bad_alloc&) {
-    return _com_error(E_OUTOFMEMORY);
-  } catch (const std::system_error& error) {
-    // A mutex takes memory when it is first locked.
-    return _com_error(error.code() == std::errc::not_enough_memory ? E_OUTOFMEMORY : E_FAIL);
+    return {E_OUTOFMEMORY};
   } catch (...) {
-    return _com_error(E_FAIL);
+    return {E_FAIL};
   }
 }
 
-void reportFailure(const _com_error& failure, const wchar_t* progId, REFIID iid) noexcept {
-  ComPtr<IErrorInfo> info = adopt(failure.ErrorInfo());
+void reportFailure(const CallFailure& failure, const wchar_t* progId, REFIID iid) noexcept {
+  ComPtr<IErrorInfo> info = failure.outside;
   if (!info) {
     info = describe(failure, progId, iid);
   }
   SetErrorInfo(0, info.Get());
+}
+
+void tellDebugger(const CallFailure& failure) noexcept {
+  BSTR told = nullptr;
+  if (failure.outside) {
+    failure.outside->GetDescription(&told);
+  }
+  const std::unique_ptr<OLECHAR, decltype(&SysFreeString)> owner(told, &SysFreeString);
+  const _com_error system(failure.code);
+  const wchar_t* const text = failure.text.empty() ? system.ErrorMessage() : failure.text.c_str();
+  std::array<wchar_t, 512> line{};
+  std::swprintf(line.data(), line.size(), L"ZYNVue: failure %08lX: %.400ls\n",
+                static_cast<unsigned long>(failure.code), told ? told : text);
+  OutputDebugStringW(line.data());
 }
 
 }  // namespace zyn

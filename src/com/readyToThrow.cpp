@@ -1,8 +1,9 @@
 #include "com/readyToThrow.h"
 
+#include <cxxabi.h>
+
 #include <cstddef>
 #include <cstdlib>
-#include <exception>
 
 namespace zyn {
 
@@ -23,9 +24,11 @@ bool readyToThrow() noexcept {
   if (!isThereMemory()) {
     return false;
   }
-  // A local static object that is made at run time, and the thread's record of exceptions.
-  static const int before = std::uncaught_exceptions();
-  return before + std::uncaught_exceptions() >= 0;
+  // A local static object that is made at run time, and the thread's record of exceptions. What the
+  // record counts tells nothing: exceptions that other modules throw through us are not all in it.
+  static const bool isFirst = isThereMemory();
+  const volatile void* const volatile record = abi::__cxa_get_globals();
+  return isFirst && record != nullptr;
 }
 
 }  // namespace zyn
