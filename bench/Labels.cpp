@@ -4,7 +4,7 @@
 #include "bench/Groups.h"
 #include "bench/RawScene.h"
 #include "common/ClassObject_com.h"
-#include "objects/ContextFonts_win.h"
+#include "objects/text/ContextFonts_win.h"
 #include "support/Texts_win.h"
 
 namespace zyn::bench {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "objects/ContextFonts_win.h"
+#include "objects/text/ContextFonts_win.h"
 
 namespace zyn::bench {
 

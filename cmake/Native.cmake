@@ -4,7 +4,7 @@ add_compile_options(${ZYN_SANITIZE})
 add_link_options(${ZYN_SANITIZE})
 find_package(Threads REQUIRED)
 
-zyn_sources(logic_sources logic ${ZYN_SHARED_FOLDERS} ${ZYN_MAIN_FOLDERS} geometry)
+zyn_sources(logic_sources logic ${ZYN_FOLDERS})
 file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
 add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
@@ -13,7 +13,7 @@ target_compile_definitions(zyn_logic PUBLIC ZYN_COUNT_GUARDS)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings)
 
-zyn_sources(gl_sources gl ${ZYN_MAIN_FOLDERS} geometry)
+zyn_sources(gl_sources gl ${ZYN_FOLDERS})
 add_library(zyn_gl OBJECT ${gl_sources})
 target_link_libraries(zyn_gl PUBLIC zyn_logic)
 

@@ -1,23 +1,29 @@
-# zyn_sources(OUT LAYER FOLDERS...): the .cpp files of one layer (logic, gl, win, com) in the given folders below src/.
-function(zyn_sources out layer)
+# src/folders.txt: ZYN_FOLDERS has the folders, lowest first, and ZYN_MAY_INCLUDE_<folder> those that each may include.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/folders.txt)
+file(STRINGS ${CMAKE_SOURCE_DIR}/src/folders.txt lines REGEX "^[^#]")
+foreach(line IN LISTS lines)
+  string(REGEX MATCH "^([^:]+): *(.*)$" line "${line}")
+  set(folder ${CMAKE_MATCH_1})
+  string(REPLACE " " ";" ZYN_MAY_INCLUDE_${folder} "${CMAKE_MATCH_2}")
+  list(APPEND ZYN_FOLDERS ${folder})
+endforeach()
+
+# zyn_sources(OUT LAYERS FOLDERS...): the .cpp files of some layers (logic, gl, win, com) in folders below src/.
+function(zyn_sources out layers)
   set(found)
   foreach(folder IN LISTS ARGN)
     file(GLOB files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
     foreach(file IN LISTS files)
       get_filename_component(stem ${file} NAME_WE)
       if(stem MATCHES "_(gl|win|com)$")
-        set(of ${CMAKE_MATCH_1})
+        set(layer ${CMAKE_MATCH_1})
       else()
-        set(of logic)
+        set(layer logic)
       endif()
-      if(of STREQUAL layer)
+      if(layer IN_LIST layers)
         list(APPEND found ${file})
       endif()
     endforeach()
   endforeach()
   set(${out} ${found} PARENT_SCOPE)
 endfunction()
-
-# Folders of the main library, and those the companion library shares with it.
-set(ZYN_SHARED_FOLDERS com core)
-set(ZYN_MAIN_FOLDERS com/control glcontext objects scene view view3d view2d offscreen module)

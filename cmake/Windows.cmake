@@ -6,69 +6,66 @@ add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timest
 include(Idl)
 include(Version)
 
-set(ZYN_SYSTEM_LIBRARIES ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32)
-
 add_library(zyn_common INTERFACE)
 target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_include_directories(zyn_common SYSTEM INTERFACE ${ZYN_IDL_DIR} ${ZYN_STB_DIR})
-target_link_libraries(zyn_common INTERFACE zyn_warnings)
+target_link_libraries(zyn_common INTERFACE zyn_warnings ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32)
 
-# zyn_precompile(TARGET): with the headers of others that nearly all sources read.
+# zyn_precompile(TARGET): with the headers of others that nearly all sources of the Windows layers read.
 function(zyn_precompile target)
-  if(TARGET zyn_shared_win AND NOT target STREQUAL zyn_shared_win)
-    target_precompile_headers(${target} REUSE_FROM zyn_shared_win)
-  else()
+  if(target STREQUAL zyn_platform)
     target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled/windows.h)
+  else()
+    target_precompile_headers(${target} REUSE_FROM zyn_platform)
   endif()
 endfunction()
 
-# zyn_layers(PREFIX FOLDERS...): one object library a layer.
-function(zyn_layers prefix)
-  foreach(layer logic gl win com)
-    zyn_sources(sources ${layer} ${ARGN})
-    if(sources)
-      add_library(${prefix}_${layer} OBJECT ${sources})
-      target_link_libraries(${prefix}_${layer} PUBLIC zyn_common)
-      add_dependencies(${prefix}_${layer} zyn_idl)
-      if(layer MATCHES "win|com")
-        zyn_precompile(${prefix}_${layer})
-      endif()
-      list(APPEND objects $<TARGET_OBJECTS:${prefix}_${layer}>)
-    endif()
+# zyn_folder_sources(TARGET FOLDER): gives a target the sources of a folder and the libraries of those it may include.
+function(zyn_folder_sources target folder)
+  zyn_sources(windows "win;com" ${folder})
+  zyn_sources(portable "logic;gl" ${folder})
+  target_sources(${target} PRIVATE ${windows} ${portable})
+  target_link_libraries(${target} PUBLIC zyn_common)
+  foreach(below IN LISTS ZYN_MAY_INCLUDE_${folder})
+    string(REPLACE "/" "_" below zyn_${below})
+    target_link_libraries(${target} PUBLIC ${below})
   endforeach()
-  set(${prefix}_objects ${objects} PARENT_SCOPE)
+  add_dependencies(${target} zyn_idl)
+  if(windows)
+    set_source_files_properties(${portable} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+    zyn_precompile(${target})
+  endif()
 endfunction()
 
-# zyn_dll(NAME FOLDER DESCRIPTION OBJECTS...): a COM server with its resources and its exports.
+# zyn_dll(NAME FOLDER DESCRIPTION): a COM server made of a folder, with its resources and its exports.
 function(zyn_dll name folder description)
-  add_library(${name} SHARED ${ARGN} ${ZYN_IDL_GUIDS} src/${folder}/${name}.rc src/${folder}/${name}.def)
-  target_link_libraries(${name} PRIVATE zyn_common ${ZYN_SYSTEM_LIBRARIES})
+  add_library(${name} SHARED ${ZYN_IDL_GUIDS} src/${folder}/${name}.rc src/${folder}/${name}.def)
+  zyn_folder_sources(${name} ${folder})
   target_include_directories(${name} PRIVATE ${ZYN_IDL_DIR} src/${folder})
   file(GLOB scripts CONFIGURE_DEPENDS src/${folder}/*.rgs src/${folder}/*.bmp)
   set_source_files_properties(src/${folder}/${name}.rc PROPERTIES OBJECT_DEPENDS "${scripts};${ZYN_IDL_TLBS}")
+  set_source_files_properties(${ZYN_IDL_GUIDS} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
   set_target_properties(${name} PROPERTIES PREFIX "")
-  add_dependencies(${name} zyn_idl)
   zyn_version(${name} ${description})
 endfunction()
 
-zyn_layers(zyn_shared ${ZYN_SHARED_FOLDERS})
-zyn_layers(zyn_main ${ZYN_MAIN_FOLDERS})
-zyn_layers(zyn_geometry geometry)
-# Traces draw and are picked as the scene objects are.
-file(GLOB guards CONFIGURE_DEPENDS src/objects/AutoGL*_gl.cpp src/objects/SelectionNames_gl.cpp
-     src/objects/Surface*_gl.cpp)
-target_sources(zyn_geometry_gl PRIVATE ${guards})
-target_sources(zyn_geometry_logic PRIVATE src/objects/PickVolume.cpp)
-zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures" ${zyn_shared_objects} ${zyn_main_objects})
-zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue" ${zyn_shared_objects} ${zyn_geometry_objects})
+foreach(folder IN LISTS ZYN_FOLDERS)
+  if(NOT folder MATCHES "^(module|geometry)$")
+    string(REPLACE "/" "_" library zyn_${folder})
+    add_library(${library} STATIC)
+    zyn_folder_sources(${library} ${folder})
+  endif()
+endforeach()
+zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures")
+zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue")
 
 # Runs other programs under Wine and keeps their exit codes.
 add_executable(launcher tools/launcher/main.cpp)
 target_link_libraries(launcher PRIVATE zyn_warnings)
 
 # Writes the manifest with which hosts use the DLLs without registration.
-add_executable(manifest tools/manifest/main.cpp src/com/RegistryKey_com.cpp src/com/errors_com.cpp)
-target_link_libraries(manifest PRIVATE zyn_common ${ZYN_SYSTEM_LIBRARIES})
+add_executable(manifest tools/manifest/main.cpp)
+target_link_libraries(manifest PRIVATE zyn_com)
 target_link_options(manifest PRIVATE -municode)
 
 # Hosts: programs that use the library by ProgID only.
@@ -85,7 +82,7 @@ function(zyn_host name)
   add_executable(${name} ${sources} ${ZYN_IDL_GUIDS})
   target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-municode>)
   target_link_options(${name} PRIVATE -municode ${ARGN})
-  target_link_libraries(${name} PRIVATE zyn_hosts ${ZYN_SYSTEM_LIBRARIES})
+  target_link_libraries(${name} PRIVATE zyn_hosts)
   zyn_version(${name} "${name}: a host of ZYNVue")
   set_property(GLOBAL APPEND PROPERTY ZYN_HOSTS ${name})
 endfunction()
@@ -115,7 +112,7 @@ list(FILTER support EXCLUDE REGEX "_gl\\.cpp$")
 list(APPEND support tests/support/GlState_gl.cpp)
 add_library(zyn_test_support STATIC ${support} ${ZYN_IDL_GUIDS})
 target_include_directories(zyn_test_support PUBLIC tests)
-target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest ${ZYN_SYSTEM_LIBRARIES} comctl32)
+target_link_libraries(zyn_test_support PUBLIC zyn_common zyn_gtest comctl32)
 add_dependencies(zyn_test_support zyn_idl)
 target_precompile_headers(zyn_test_support PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_SOURCE_DIR}/cmake/precompiled/windows_tests.h>)
 
@@ -169,9 +166,9 @@ set_target_properties(late_releaser PROPERTIES PREFIX "")
 add_dependencies(ProcessEnd_test ending_host late_releaser)
 
 # Tests of the Windows layer from inside.
-file(GLOB win_tests CONFIGURE_DEPENDS tests/*/*_win_test.cpp)
-zyn_test_program(zyn_win_tests ${win_tests} $<TARGET_OBJECTS:zyn_shared_logic> $<TARGET_OBJECTS:zyn_shared_win>
-  $<TARGET_OBJECTS:zyn_main_logic> $<TARGET_OBJECTS:zyn_main_gl> $<TARGET_OBJECTS:zyn_main_win>)
+file(GLOB_RECURSE win_tests CONFIGURE_DEPENDS tests/*_win_test.cpp)
+zyn_test_program(zyn_win_tests ${win_tests})
+target_link_libraries(zyn_win_tests PRIVATE zyn_offscreen)
 add_test(NAME win COMMAND ${ZYN_RUN} $<TARGET_FILE:zyn_win_tests>)
 
 # The display's own mouse serves one program at a time.

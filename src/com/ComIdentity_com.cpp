@@ -1,8 +1,8 @@
 #include "com/ComIdentity_com.h"
 
-#include "com/HostState_win.h"
 #include "com/ModuleState_com.h"
-#include "com/ProcessEnd.h"
+#include "platform/HostState_win.h"
+#include "platform/ProcessEnd.h"
 
 namespace zyn {
 

@@ -5,17 +5,17 @@
 
 #include <string>
 
-#include "com/ActivationContext_win.h"
 #include "com/ClassFactory_com.h"
-#include "com/ModuleHandle_win.h"
 #include "com/ModuleState_com.h"
-#include "com/ProcessEnd.h"
 #include "com/Registrar_com.h"
 #include "com/TypeLibraryAttributes_com.h"
 #include "com/TypeLibraryRegistration_com.h"
 #include "com/automation_com.h"
 #include "com/guidText_com.h"
 #include "com/readyToThrow.h"
+#include "platform/ActivationContext_win.h"
+#include "platform/ModuleHandle_win.h"
+#include "platform/ProcessEnd.h"
 
 namespace zyn {
 

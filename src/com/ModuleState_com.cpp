@@ -6,8 +6,8 @@
 #include <mutex>
 #include <new>
 
-#include "com/ModuleHandle_win.h"
 #include "com/errors_com.h"
+#include "platform/ModuleHandle_win.h"
 
 namespace zyn {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "com/DispatchTable_com.h"
-#include "core/Mutex_win.h"
+#include "platform/Mutex_win.h"
 
 namespace zyn {
 

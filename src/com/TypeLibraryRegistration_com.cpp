@@ -6,10 +6,10 @@
 
 #include <string>
 
-#include "com/ModuleHandle_win.h"
 #include "com/ModuleState_com.h"
 #include "com/TypeLibraryAttributes_com.h"
 #include "com/guidText_com.h"
+#include "platform/ModuleHandle_win.h"
 
 // Exported by oleaut32 since Windows Vista; MinGW's headers do not declare them.
 extern "C" {

@@ -4,9 +4,9 @@
 
 #include <type_traits>
 
-#include "com/HostState_win.h"
-#include "com/WrongThread_win.h"
 #include "com/errors_com.h"
+#include "platform/HostState_win.h"
+#include "platform/WrongThread_win.h"
 
 namespace zyn {
 

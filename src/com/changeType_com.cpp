@@ -2,7 +2,7 @@
 
 #include <wrl/client.h>
 
-#include "core/OwnedVariant_com.h"
+#include "com/OwnedVariant_com.h"
 
 namespace zyn {
 

@@ -13,7 +13,7 @@
 
 #include "com/Failure_win.h"
 #include "com/adopt_com.h"
-#include "core/askFor_com.h"
+#include "com/askFor_com.h"
 
 namespace zyn {
 

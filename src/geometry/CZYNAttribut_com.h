@@ -2,7 +2,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "com/ComClass_com.h"
-#include "core/properties_com.h"
+#include "com/properties_com.h"
 
 namespace zyn {
 

@@ -2,14 +2,14 @@
 
 #include <utility>
 
-#include "core/NumericArrayVariant_com.h"
-#include "core/properties_com.h"
-#include "core/queryOptional_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/properties_com.h"
+#include "com/queryOptional_com.h"
 #include "geometry/CZYNBox2D_com.h"
 #include "geometry/CZYNBox3D_com.h"
 #include "geometry/CZYNPoint_com.h"
 #include "geometry/StoredNumber_com.h"
-#include "objects/SelectionNames_gl.h"
+#include "glcontext/SelectionNames_gl.h"
 
 namespace zyn {
 

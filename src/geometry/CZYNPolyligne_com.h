@@ -6,10 +6,10 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "com/ComClass_com.h"
+#include "contract/ISceneObject_com.h"
 #include "geometry/CZYNAttribut_com.h"
-#include "geometry/NearestPoint.h"
-#include "geometry/PolylinePainter_gl.h"
-#include "objects/ISceneObject_com.h"
+#include "trace/NearestPoint.h"
+#include "trace/PolylinePainter_gl.h"
 
 namespace zyn {
 

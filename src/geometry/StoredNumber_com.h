@@ -1,7 +1,7 @@
 #pragma once
 
 #include "com/automation_com.h"
-#include "core/properties_com.h"
+#include "com/properties_com.h"
 
 namespace zyn {
 

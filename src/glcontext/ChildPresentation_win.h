@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "glcontext/WinHandles_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "glcontext/WinHandles_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 

@@ -1,7 +1,7 @@
 #include "glcontext/OutsideDrawing_win.h"
 
-#include "com/HostState_win.h"
 #include "glcontext/StateQuery_gl.h"
+#include "platform/HostState_win.h"
 
 namespace zyn {
 

@@ -12,7 +12,7 @@
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/MultisampleFormat.h"
 #include "glcontext/ProbeWindow_win.h"
-#include "glcontext/WinHandles_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 namespace {

@@ -1,6 +1,6 @@
 #include "glcontext/ProbeWindow_win.h"
 
-#include "com/ModuleHandle_win.h"
+#include "platform/ModuleHandle_win.h"
 
 namespace zyn {
 namespace {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "glcontext/WinHandles_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 

@@ -8,7 +8,7 @@
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/RenderingContext_win.h"
-#include "glcontext/ScreenResolution_win.h"
+#include "platform/ScreenResolution_win.h"
 
 namespace zyn {
 namespace {

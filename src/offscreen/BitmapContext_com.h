@@ -9,17 +9,17 @@
 #include <utility>
 
 #include "com/ComClass_com.h"
-#include "com/MessageBox_win.h"
-#include "core/NumericArrayVariant_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/properties_com.h"
 #include "core/ScopedFlag.h"
-#include "core/properties_com.h"
+#include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
-#include "glcontext/ScreenResolution_win.h"
-#include "objects/ContextFonts_win.h"
+#include "objects/text/ContextFonts_win.h"
 #include "offscreen/BackgroundColour.h"
 #include "offscreen/ImageExport_win.h"
-#include "offscreen/OffscreenSurface_win.h"
 #include "offscreen/Picture_com.h"
+#include "platform/MessageBox_win.h"
+#include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
 
 namespace zyn {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <span>
 
-#include "offscreen/BmpFile.h"
+#include "core/Dib.h"
 #include "offscreen/OutputFile_win.h"
 
 namespace zyn {

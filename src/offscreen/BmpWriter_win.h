@@ -1,6 +1,6 @@
 #pragma once
 
-#include "offscreen/SharedBitmap_win.h"
+#include "glcontext/SharedBitmap_win.h"
 
 namespace zyn {
 

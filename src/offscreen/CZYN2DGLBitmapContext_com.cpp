@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <utility>
 
+#include "com/askFor_com.h"
 #include "com/automation_com.h"
-#include "core/askFor_com.h"
+#include "contract/ModelBox_com.h"
 #include "glcontext/InitialState_gl.h"
-#include "module/CZYNVueControles_com.h"
-#include "objects/ModelBox_com.h"
 #include "offscreen/TracePicture_gl.h"
+#include "view/CZYNVueControles_com.h"
 #include "view/ClientSize.h"
 #include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"

@@ -4,16 +4,16 @@
 #include <utility>
 #include <vector>
 
+#include "com/NumericArrayVariant_com.h"
+#include "com/askFor_com.h"
 #include "com/automation_com.h"
-#include "core/NumericArrayVariant_com.h"
-#include "core/askFor_com.h"
-#include "core/properties_com.h"
+#include "com/properties_com.h"
+#include "contract/ITextView_com.h"
+#include "contract/ModelBox_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
-#include "module/CZYNVueControles_com.h"
-#include "objects/ITextView_com.h"
-#include "objects/ModelBox_com.h"
 #include "offscreen/Collection_com.h"
+#include "view/CZYNVueControles_com.h"
 #include "view/measureScene_com.h"
 #include "view3d/BitmapCamera.h"
 #include "view3d/LightProperties_com.h"

@@ -2,10 +2,10 @@
 
 #include <wrl/client.h>
 
+#include "com/OwnedExceptionInfo_com.h"
+#include "com/OwnedVariant_com.h"
 #include "com/errors_com.h"
-#include "core/OwnedExceptionInfo_com.h"
-#include "core/OwnedVariant_com.h"
-#include "core/queryOptional_com.h"
+#include "com/queryOptional_com.h"
 
 namespace zyn {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "offscreen/Colour24.h"
+#include "core/Dib.h"
 
 namespace zyn {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "offscreen/Colour24.h"
+#include "core/Dib.h"
 #include "offscreen/Palette.h"
 
 namespace zyn {

@@ -5,9 +5,9 @@
 #include <cwchar>
 #include <vector>
 
-#include "com/SystemLibrary_win.h"
-#include "core/MadeOnce_win.h"
-#include "glcontext/WinHandles_win.h"
+#include "platform/MadeOnce_win.h"
+#include "platform/SystemLibrary_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 namespace {

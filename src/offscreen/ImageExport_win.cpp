@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <new>
 
+#include "core/Dib.h"
 #include "glcontext/MemorySurface_win.h"
-#include "offscreen/BmpFile.h"
 #include "offscreen/BmpWriter_win.h"
 #include "offscreen/ColourQuantiser.h"
 #include "offscreen/GdiPlus_win.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "offscreen/OffscreenSurface_win.h"
+#include "glcontext/OffscreenSurface_win.h"
 
 namespace zyn {
 

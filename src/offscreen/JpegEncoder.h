@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "offscreen/Colour24.h"
+#include "core/Dib.h"
 
 namespace zyn {
 

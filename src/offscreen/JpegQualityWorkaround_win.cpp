@@ -7,9 +7,9 @@
 #include <optional>
 #include <vector>
 
-#include "core/MadeOnce_win.h"
 #include "offscreen/JpegEncoder.h"
 #include "offscreen/OutputFile_win.h"
+#include "platform/MadeOnce_win.h"
 
 namespace zyn {
 namespace {

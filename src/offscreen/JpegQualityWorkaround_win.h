@@ -1,7 +1,7 @@
 #pragma once
 
+#include "glcontext/SharedBitmap_win.h"
 #include "offscreen/GdiPlus_win.h"
-#include "offscreen/SharedBitmap_win.h"
 
 namespace zyn {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "offscreen/Colour24.h"
+#include "core/Dib.h"
 #include "offscreen/ColourHistogram.h"
 
 namespace zyn {

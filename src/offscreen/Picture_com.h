@@ -4,7 +4,7 @@
 #include <windows.h>
 #include <wrl/client.h>
 
-#include "glcontext/WinHandles_win.h"
+#include "platform/WinHandles_win.h"
 
 namespace zyn {
 

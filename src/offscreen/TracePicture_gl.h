@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "view/PicturePart.h"
+#include "glcontext/Tile.h"
 #include "view2d/ScaledView.h"
 
 namespace zyn {

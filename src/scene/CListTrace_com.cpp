@@ -7,10 +7,11 @@
 
 #include "ZYNVUE.h"
 #include "com/errors_com.h"
-#include "core/queryOptional_com.h"
+#include "com/queryOptional_com.h"
+#include "contract/ModelBox_com.h"
 #include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"
-#include "objects/ModelBox_com.h"
+#include "objects/text/CGLFontContext_gl.h"
 
 namespace zyn {
 

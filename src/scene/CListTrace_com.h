@@ -9,10 +9,10 @@
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
-#include "com/HostState_win.h"
+#include "contract/TextView_win.h"
 #include "core/ZYNList.h"
 #include "glcontext/DisplayLists_gl.h"
-#include "objects/TextView_win.h"
+#include "platform/HostState_win.h"
 #include "scene/DrawElem_com.h"
 #include "scene/ElementGroup_com.h"
 

@@ -5,9 +5,9 @@
 
 #include <cstdint>
 
-#include "core/ObjectPool_win.h"
+#include "contract/ISceneObject_com.h"
 #include "core/ZYNList.h"
-#include "objects/ISceneObject_com.h"
+#include "platform/ObjectPool_win.h"
 
 namespace zyn {
 

@@ -7,7 +7,7 @@
 
 #include "core/Box3.h"
 #include "glcontext/DisplayLists_gl.h"
-#include "objects/TriangleRun_gl.h"
+#include "objects/triangle/TriangleRun_gl.h"
 #include "scene/DrawElem_com.h"
 
 namespace zyn {

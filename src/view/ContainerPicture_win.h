@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "com/control/PictureSize_win.h"
-#include "offscreen/SharedBitmap_win.h"
+#include "glcontext/SharedBitmap_win.h"
 
 namespace zyn {
 

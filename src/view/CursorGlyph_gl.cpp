@@ -1,7 +1,7 @@
 #include "view/CursorGlyph_gl.h"
 
+#include "glcontext/AutoGLLighting_gl.h"
 #include "glcontext/PushedAttributes_gl.h"
-#include "objects/AutoGLLighting_gl.h"
 
 namespace zyn {
 

@@ -6,10 +6,10 @@
 #include <type_traits>
 #include <vector>
 
+#include "glcontext/AutoGLLighting_gl.h"
 #include "glcontext/BalancedStacks_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
 #include "glcontext/StateQuery_gl.h"
-#include "objects/AutoGLLighting_gl.h"
 
 namespace zyn {
 

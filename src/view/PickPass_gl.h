@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <functional>
 
+#include "glcontext/Tile.h"
 #include "view/PickRecords.h"
 #include "view/PickRegion.h"
-#include "view/PicturePart.h"
 
 namespace zyn {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/NumericArrayVariant_com.h"
-#include "core/OwnedVariant_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/OwnedVariant_com.h"
 
 namespace zyn {
 

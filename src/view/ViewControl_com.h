@@ -4,13 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "com/MessageBox_win.h"
 #include "com/automation_com.h"
 #include "com/control/ControlClass_com.h"
-#include "core/properties_com.h"
+#include "com/properties_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/WindowContext_win.h"
+#include "platform/MessageBox_win.h"
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
 

@@ -2,7 +2,7 @@
 
 #include <windowsx.h>
 
-#include "com/MessageBox_win.h"
+#include "platform/MessageBox_win.h"
 
 namespace zyn {
 

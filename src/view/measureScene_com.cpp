@@ -1,5 +1,5 @@
 #include "view/measureScene_com.h"
-#include "core/askFor_com.h"
+#include "com/askFor_com.h"
 
 namespace zyn {
 

@@ -1,9 +1,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "core/askFor_com.h"
-#include "objects/NarrowText_win.h"
-#include "objects/PictureImage_com.h"
+#include "com/askFor_com.h"
+#include "objects/picture/PictureImage_com.h"
+#include "objects/text/NarrowText_win.h"
 #include "view2d/CZYNVue2D_com.h"
 
 // The graph frame of the 2D view.

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "core/NumericArrayVariant_com.h"
-#include "core/askFor_com.h"
-#include "module/CZYNVueControles_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/askFor_com.h"
+#include "view/CZYNVueControles_com.h"
 #include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "objects/DigitFont.h"
+#include "objects/text/DigitFont.h"
 
 namespace zyn {
 

@@ -6,7 +6,7 @@
 
 #include "core/PlanePoint.h"
 #include "core/Point.h"
-#include "objects/FontMetrics.h"
+#include "objects/text/FontMetrics.h"
 #include "view2d/FrameLabels.h"
 #include "view2d/FrameTitles.h"
 #include "view2d/Graph.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "objects/TextBox.h"
+#include "objects/text/TextBox.h"
 
 namespace zyn {
 

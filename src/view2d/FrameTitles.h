@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/PlanePoint.h"
-#include "objects/FontMetrics.h"
+#include "objects/text/FontMetrics.h"
 #include "view2d/FrameArea.h"
 #include "view2d/Graph.h"
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "objects/NumberText.h"
+#include "objects/text/NumberText.h"
 #include "view2d/Multiples.h"
 
 namespace zyn {

@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "objects/PixelImage.h"
+#include "core/PixelImage.h"
 
 namespace zyn {
 

@@ -2,9 +2,9 @@
 
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
-#include "objects/DigitText_gl.h"
-#include "objects/RasterImage_gl.h"
-#include "objects/TextPainter_gl.h"
+#include "glcontext/RasterImage_gl.h"
+#include "objects/text/DigitText_gl.h"
+#include "objects/text/TextPainter_gl.h"
 #include "view2d/FrameLayout.h"
 
 namespace zyn {

@@ -4,7 +4,7 @@
 
 #include "core/Point.h"
 #include "glcontext/gl_api.h"
-#include "objects/CGLFontContext_gl.h"
+#include "objects/text/CGLFontContext_gl.h"
 #include "view2d/Graph.h"
 #include "view2d/GraphPlacement.h"
 

@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "core/Point.h"
+#include "glcontext/AutoGLLighting_gl.h"
+#include "glcontext/AutoGLLineWidth_gl.h"
 #include "glcontext/PushedAttributes_gl.h"
-#include "objects/AutoGLLighting_gl.h"
-#include "objects/AutoGLLineWidth_gl.h"
 #include "view2d/Multiples.h"
 #include "view2d/ViewMatrices_gl.h"
 

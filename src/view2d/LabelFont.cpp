@@ -1,6 +1,6 @@
 #include "view2d/LabelFont.h"
 
-#include "objects/DigitFont.h"
+#include "objects/text/DigitFont.h"
 
 namespace zyn {
 

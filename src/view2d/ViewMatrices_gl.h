@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/Point.h"
-#include "view/PicturePart.h"
+#include "glcontext/Tile.h"
 #include "view2d/ScaledView.h"
 
 namespace zyn {

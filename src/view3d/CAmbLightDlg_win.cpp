@@ -6,11 +6,11 @@
 #include <array>
 #include <mutex>
 
-#include "com/ModuleHandle_win.h"
-#include "com/SystemLibrary_win.h"
-#include "core/Mutex_win.h"
-#include "glcontext/WinHandles_win.h"
-#include "module/resource.h"
+#include "platform/ModuleHandle_win.h"
+#include "platform/Mutex_win.h"
+#include "platform/SystemLibrary_win.h"
+#include "platform/WinHandles_win.h"
+#include "view3d/resource.h"
 
 namespace zyn {
 namespace {

@@ -1,5 +1,5 @@
-#include "core/NumericArrayVariant_com.h"
-#include "core/OwnedVariant_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/OwnedVariant_com.h"
 #include "view/SelectionValue_com.h"
 #include "view/WindowMouse_win.h"
 #include "view3d/CZYNVue3D_com.h"

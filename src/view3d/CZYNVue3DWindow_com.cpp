@@ -1,4 +1,4 @@
-#include "offscreen/OffscreenSurface_win.h"
+#include "glcontext/OffscreenSurface_win.h"
 #include "view/ContainerPicture_win.h"
 #include "view3d/CZYNVue3D_com.h"
 

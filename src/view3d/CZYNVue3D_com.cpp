@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "core/NumericArrayVariant_com.h"
-#include "core/askFor_com.h"
-#include "module/CZYNVueControles_com.h"
-#include "objects/ModelBox_com.h"
+#include "com/NumericArrayVariant_com.h"
+#include "com/askFor_com.h"
+#include "contract/ModelBox_com.h"
+#include "view/CZYNVueControles_com.h"
 #include "view/measureScene_com.h"
 #include "view3d/CAmbLightDlg_win.h"
 #include "view3d/LightProperties_com.h"

@@ -7,8 +7,8 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "objects/ContextFonts_win.h"
-#include "objects/ModelBox_com.h"
+#include "contract/ModelBox_com.h"
+#include "objects/text/ContextFonts_win.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/ViewControl_com.h"
 #include "view3d/GradientColour.h"

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "glcontext/AutoGLColor_gl.h"
+#include "glcontext/AutoGLLighting_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
-#include "objects/AutoGLColor_gl.h"
-#include "objects/AutoGLLighting_gl.h"
 
 namespace zyn {
 

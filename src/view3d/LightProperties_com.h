@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "core/NumericArrayVariant_com.h"
+#include "com/NumericArrayVariant_com.h"
 #include "view3d/LightBlock.h"
 
 namespace zyn {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "view/PicturePart.h"
+#include "glcontext/Tile.h"
 #include "view3d/CParamsVue3D.h"
 #include "view3d/LightBlock.h"
 

@@ -2,16 +2,16 @@
 
 #include <optional>
 
+#include "glcontext/AutoGLColor_gl.h"
+#include "glcontext/AutoGLDepthFunc_gl.h"
+#include "glcontext/AutoGLDepthMask_gl.h"
+#include "glcontext/AutoGLDepthTest_gl.h"
+#include "glcontext/AutoGLLighting_gl.h"
+#include "glcontext/AutoGLLineStipple_gl.h"
+#include "glcontext/AutoGLLineWidth_gl.h"
+#include "glcontext/AutoGLPointSize_gl.h"
 #include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/PushedMatrix_gl.h"
-#include "objects/AutoGLColor_gl.h"
-#include "objects/AutoGLDepthFunc_gl.h"
-#include "objects/AutoGLDepthMask_gl.h"
-#include "objects/AutoGLDepthTest_gl.h"
-#include "objects/AutoGLLighting_gl.h"
-#include "objects/AutoGLLineStipple_gl.h"
-#include "objects/AutoGLLineWidth_gl.h"
-#include "objects/AutoGLPointSize_gl.h"
 #include "support/GlTest_gl.h"
 
 namespace zyn {

@@ -1,4 +1,4 @@
-#include "module/CZYNVueControles_com.h"
+#include "view/CZYNVueControles_com.h"
 
 #include <gtest/gtest.h>
 

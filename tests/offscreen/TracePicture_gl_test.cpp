@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "glcontext/InitialState_gl.h"
-#include "offscreen/Tile.h"
+#include "glcontext/Tile.h"
 #include "support/GlTest_gl.h"
 
 namespace zyn::test {

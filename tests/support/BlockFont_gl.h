@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/CGLFontContext_gl.h"
+#include "objects/text/CGLFontContext_gl.h"
 
 namespace zyn::test {
 

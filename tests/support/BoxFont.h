@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/FontMetrics.h"
+#include "objects/text/FontMetrics.h"
 
 namespace zyn::test {
 

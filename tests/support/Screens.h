@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "objects/ScreenMap.h"
+#include "core/ScreenMap.h"
 
 namespace zyn::test {
 

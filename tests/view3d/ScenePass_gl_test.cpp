@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "glcontext/InitialState_gl.h"
-#include "objects/TrianglePainter_gl.h"
+#include "objects/triangle/TrianglePainter_gl.h"
 #include "support/GlTest_gl.h"
 
 namespace zyn {

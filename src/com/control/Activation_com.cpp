@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "com/askFor_com.h"
 #include "com/control/Control_com.h"
 #include "core/ScopedFlag.h"
-#include "core/askFor_com.h"
 
 namespace zyn {
 

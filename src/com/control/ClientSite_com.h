@@ -8,7 +8,7 @@
 
 #include <optional>
 
-#include "core/askFor_com.h"
+#include "com/askFor_com.h"
 
 namespace zyn {
 

@@ -3,9 +3,9 @@
 #include <mutex>
 #include <utility>
 
-#include "com/ModuleHandle_win.h"
-#include "com/ProcessEnd.h"
-#include "core/Mutex_win.h"
+#include "platform/ModuleHandle_win.h"
+#include "platform/Mutex_win.h"
+#include "platform/ProcessEnd.h"
 
 namespace zyn {
 

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "core/Mutex_win.h"
+#include "platform/Mutex_win.h"
 
 namespace zyn {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-#include "core/queryOptional_com.h"
+#include "com/queryOptional_com.h"
 
 namespace zyn {
 

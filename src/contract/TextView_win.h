@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+namespace zyn {
+
+class CGLFontContext;
+
+/// What a view tells a text about itself before it lets it draw.
+struct TextView {
+  std::weak_ptr<CGLFontContext> fonts;
+  HGLRC context = nullptr;  ///< to which the fonts belong
+  /// Model units that the view shows from bottom to top, scales of the model apart; 0: not known.
+  double viewHeight = 0.0;
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
+};
+
+}  // namespace zyn

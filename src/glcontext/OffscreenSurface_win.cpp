@@ -1,0 +1,138 @@
+#include "glcontext/OffscreenSurface_win.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <optional>
+#include <utility>
+
+#include "core/Dib.h"
+#include "core/ScopedFlag.h"
+#include "glcontext/CurrentContext_win.h"
+#include "glcontext/MemorySurface_win.h"
+#include "glcontext/PixelFormats_win.h"
+#include "glcontext/RenderingContext_win.h"
+#include "glcontext/gl_api.h"
+
+namespace zyn {
+namespace {
+
+/// Largest side of the canvas. Every known OpenGL takes 8192 pixels; beyond 16384 some draw
+/// nothing.
+constexpr int kLargestTile = 8192;
+/// Pixels by which tiles overlap, the reach of wide lines, points and sprites across a seam.
+constexpr int kTileOverlap = 64;
+
+/// OpenGL on bitmaps of 24 bits a pixel is striped on some systems; 32 bits are right on all.
+constexpr int kCanvasBits = 32;
+constexpr int kDepthBits = 24;
+
+/// Whether the format's pixels are laid out as the canvas's.
+bool fitsCanvas(HDC dc, int format) {
+  PIXELFORMATDESCRIPTOR description{};
+  return format != 0 && DescribePixelFormat(dc, format, sizeof description, &description) != 0 &&
+         description.cColorBits == kCanvasBits;
+}
+
+/// Gives the canvas the process's bitmap format if that fits, else the best one that does.
+bool setCanvasFormat(HDC dc) {
+  const PIXELFORMATDESCRIPTOR wanted = bitmapFormatOf(kCanvasBits, kDepthBits);
+  const int known = bitmapPixelFormat();
+  const int format = fitsCanvas(dc, known) ? known : ChoosePixelFormat(dc, &wanted);
+  return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
+}
+
+std::wstring failureText(const wchar_t* format) {
+  std::array<wchar_t, 80> text{};
+  std::swprintf(text.data(), text.size(), format, static_cast<unsigned>(GetLastError()));
+  return text.data();
+}
+
+}  // namespace
+
+struct OffscreenSurface::Target {
+  std::optional<SharedBitmap> picture;
+  /// What OpenGL draws on: at most one tile large.
+  std::optional<MemorySurface> canvas;
+  RenderingContext context;
+  bool isDrawing = false;
+
+  void keep(const Tile& tile);
+};
+
+/// Copies a drawn tile from the canvas to its place in the picture.
+void OffscreenSurface::Target::keep(const Tile& tile) {
+  const std::int64_t canvasRow = dibRowBytes(canvas->width(), kCanvasBits);
+  const std::int64_t pictureRow = picture->rowBytes();
+  const auto* from = static_cast<const std::uint8_t*>(canvas->pixels()) +
+                     canvasRow * (tile.kept.y - tile.drawn.y) +
+                     std::int64_t{kCanvasBits / 8} * (tile.kept.x - tile.drawn.x);
+  std::uint8_t* to = picture->pixels() + pictureRow * tile.kept.y + std::int64_t{3} * tile.kept.x;
+  for (int y = 0; y < tile.kept.height; ++y, from += canvasRow, to += pictureRow) {
+    packRow(from, to, tile.kept.width);
+  }
+}
+
+OffscreenSurface::OffscreenSurface(ShowMessage showMessage)
+    : showMessage_(std::move(showMessage)) {}
+
+OffscreenSurface::~OffscreenSurface() = default;
+
+void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Prepare& prepare) {
+  target_.reset();
+  width_ = width;
+  height_ = height;
+  const auto target = std::make_shared<Target>();
+  target->picture = SharedBitmap::make(width, height);
+  if (!target->picture) return;
+  target->canvas =
+      MemorySurface::make(std::min(target->picture->width(), kLargestTile),
+                          std::min(target->picture->height(), kLargestTile), kCanvasBits);
+  if (!target->canvas || !setCanvasFormat(target->canvas->dc())) return;
+  if (!target->context.create(target->canvas->dc())) {
+    return showMessage_(failureText(L"wglCreateContext failed: GetLastError returned %u\n"));
+  }
+  const CurrentContext current(target->canvas->dc(), target->context.get());
+  if (!current) {
+    return showMessage_(failureText(L"wglMakeCurrent failed: GetLastError returned %u\n"));
+  }
+  target->context.keep(prepare());
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  target_ = target;
+}
+
+void OffscreenSurface::equip(const Prepare& prepare) {
+  const auto target = target_;
+  if (!target) return;
+  const CurrentContext current(target->canvas->dc(), target->context.get());
+  if (current) target->context.keep(prepare());
+}
+
+bool OffscreenSurface::hasContext() const { return target_ != nullptr; }
+
+const SharedBitmap* OffscreenSurface::picture() const {
+  return target_ ? &*target_->picture : nullptr;
+}
+
+UniqueBitmap OffscreenSurface::handOverBitmap() {
+  return target_ ? target_->picture->giveBitmap() : nullptr;
+}
+
+void OffscreenSurface::render(const Draw& draw) {
+  const auto target = target_;
+  if (!target || target->isDrawing) return;
+  const ScopedFlag drawing(target->isDrawing);
+  for (const Tile& tile :
+       tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
+    // Made current for each tile: what draws may leave another context behind, or none.
+    const CurrentContext current(target->canvas->dc(), target->context.get());
+    if (!current) return;
+    glViewport(0, 0, tile.drawn.width, tile.drawn.height);
+    draw(tile);
+    glFinish();
+    SwapBuffers(target->canvas->dc());
+    target->keep(tile);
+  }
+}
+
+}  // namespace zyn

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/PixelImage.h"
+
+namespace zyn {
+
+/// Moves the raster position to a model point and on by an offset in pixels (y upwards), also where
+/// that lies outside the view: what is drawn there with glBitmap or glDrawPixels shows the part
+/// that reaches into it. False, with nothing to be drawn, for a point in front of or behind the
+/// visible depth.
+bool moveRasterTo(double x, double y, double z, double offsetX = 0.0, double offsetY = 0.0);
+
+/// Draws a picture with its lower left corner at the raster position, `scale` pixels for each of
+/// its own. Blending and the tests of the context hold for it as for anything drawn; textures, fog
+/// and the context's ways with pixels do not, and are left as they were.
+void drawImage(const PixelImage& image, double scale = 1.0);
+
+}  // namespace zyn

@@ -1,0 +1,166 @@
+#include "objects/picture/CZYNGLBitmap_com.h"
+
+#include "com/automation_com.h"
+#include "com/properties_com.h"
+#include "contract/ModelBox_com.h"
+#include "glcontext/ViewMeasures_gl.h"
+#include "objects/picture/SpritePainter_gl.h"
+#include "objects/picture/SpritePick_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr int kSelection = -1;
+
+LONG sideOf(const SpriteShape& shape, int PixelImage::*side) {
+  return shape.image ? (*shape.image).*side : 0;
+}
+
+}  // namespace
+
+STDMETHODIMP CZYNGLBitmap::get_Picture(IDispatch** pVal) noexcept {
+  return automation(*this, [&] { return pVal ? picture_.source().CopyTo(pVal) : E_POINTER; });
+}
+
+STDMETHODIMP CZYNGLBitmap::putref_Picture(IDispatch* newVal) noexcept {
+  return automation(*this, [&] {
+    shape_.image.reset();
+    picture_.setSource(newVal);
+    shape_.image = picture_.image();
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::setPosition(double x, double y, double Z) noexcept {
+  return automation(*this, [&] {
+    shape_.position = {x, y, Z};
+    watch_.tell(SceneChange::Shape);
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::setTransparentColor(LONG r, LONG g, LONG b) noexcept {
+  return automation(*this, [&] {
+    shape_.image.reset();
+    picture_.setKey(r, g, b);
+    shape_.image = picture_.image();
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::get_Transparent(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, picture_.isTransparent()); });
+}
+
+STDMETHODIMP CZYNGLBitmap::put_Transparent(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    shape_.image.reset();
+    picture_.setTransparent(isExactlyTrue(newVal));
+    shape_.image = picture_.image();
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::get_Priorite(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, priority_); });
+}
+
+STDMETHODIMP CZYNGLBitmap::put_Priorite(LONG newVal) noexcept {
+  return automation(*this, [&] { priority_ = newVal; });
+}
+
+STDMETHODIMP CZYNGLBitmap::setOrigine(double x, double y) noexcept {
+  return automation(*this, [&] {
+    shape_.originX = x;
+    shape_.originY = y;
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::get_largeur(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, sideOf(shape_, &PixelImage::width)); });
+}
+
+STDMETHODIMP CZYNGLBitmap::get_hauteur(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, sideOf(shape_, &PixelImage::height)); });
+}
+
+STDMETHODIMP CZYNGLBitmap::Copie(IDispatch** BmpCpy) noexcept {
+  return automation(*this, [&] {
+    if (!BmpCpy) {
+      return E_POINTER;
+    }
+    const auto copy = makeObject<CZYNGLBitmap>();
+    copy->shape_ = shape_;
+    copy->picture_ = picture_;
+    copy->priority_ = priority_;
+    return copy.CopyTo(BmpCpy);
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::getPosition(double* x, double* y, double* Z) noexcept {
+  return automation(*this, [&] {
+    if (!x || !y || !Z) {
+      return E_POINTER;
+    }
+    *x = shape_.position.x;
+    *y = shape_.position.y;
+    *Z = shape_.position.z;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::Draw3D(int) noexcept {
+  return automation(*this, [&] {
+    if (shape_.image) {
+      drawSprite3D(shape_, pixelScale());
+    }
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::Draw2D(int mode) noexcept {
+  return automation(*this, [&] {
+    if (!shape_.image) {
+      return;
+    }
+    if (mode == kSelection) {
+      drawSpriteRectangle2D(shape_, pixelScale(), isInView() ? view_.viewHeight : drawnHeight_);
+      return;
+    }
+    drawnHeight_ = shownHeight();
+    drawSprite2D(shape_, pixelScale());
+  });
+}
+
+STDMETHODIMP CZYNGLBitmap::GetBox2D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox2D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLBitmap::GetBox3D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox3D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLBitmap::GetParam(IDispatch*, double* value) noexcept {
+  return automation(*this, [&] { return give(value, -1.0); });
+}
+
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept { return bounds(); }
+
+void STDMETHODCALLTYPE CZYNGLBitmap::setTextView(const TextView& view) noexcept { view_ = view; }
+
+bool STDMETHODCALLTYPE CZYNGLBitmap::mayBePicked(const PickQuery& query) noexcept {
+  if (!shape_.image) {
+    return false;
+  }
+  if (!query.isFlat || query.mode != kSelection) {
+    return mayPickSprite(shape_, query);
+  }
+  return !query.fonts || mayPickSpriteRectangle(shape_, view_.pixelScale, view_.viewHeight, query);
+}
+
+Box3 CZYNGLBitmap::bounds() const {
+  const Point& p = shape_.position;
+  return {p.x, p.x, p.y, p.y, p.z, p.z};
+}
+
+bool CZYNGLBitmap::isInView() const {
+  return view_.context && view_.context == wglGetCurrentContext() && !view_.fonts.expired();
+}
+
+}  // namespace zyn

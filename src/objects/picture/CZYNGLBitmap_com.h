@@ -1,0 +1,63 @@
+#pragma once
+
+#include "ZYNMODELEGEOM.h"
+#include "ZYNVUE.h"
+#include "com/ComClass_com.h"
+#include "contract/ISceneObject_com.h"
+#include "contract/ITextView_com.h"
+#include "objects/picture/ShownPicture_com.h"
+#include "objects/picture/SpriteShape.h"
+
+namespace zyn {
+
+/// A picture shown at a model position in its natural size, whatever the zoom.
+class CZYNGLBitmap final
+    : public ComClass<CZYNGLBitmap, Dual<IZYNGLBitmap>, IGLDraw, ISceneObject, ITextView> {
+ public:
+  static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLBitmap";
+
+  STDMETHODIMP get_Picture(IDispatch** pVal) noexcept override;
+  STDMETHODIMP putref_Picture(IDispatch* newVal) noexcept override;
+  STDMETHODIMP setPosition(double x, double y, double Z) noexcept override;
+  STDMETHODIMP setTransparentColor(LONG r, LONG g, LONG b) noexcept override;
+  STDMETHODIMP get_Transparent(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Transparent(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_Priorite(LONG* pVal) noexcept override;
+  STDMETHODIMP put_Priorite(LONG newVal) noexcept override;
+  STDMETHODIMP setOrigine(double x, double y) noexcept override;
+  STDMETHODIMP get_largeur(LONG* pVal) noexcept override;
+  STDMETHODIMP get_hauteur(LONG* pVal) noexcept override;
+  STDMETHODIMP Copie(IDispatch** BmpCpy) noexcept override;
+  STDMETHODIMP getPosition(double* x, double* y, double* Z) noexcept override;
+
+  STDMETHODIMP Draw3D(int mode) noexcept override;
+  STDMETHODIMP Draw2D(int mode) noexcept override;
+  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
+
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLBitmap*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
+
+ private:
+  Box3 bounds() const;
+  /// Whether the current context is that of the view that was last handed over.
+  bool isInView() const;
+  double pixelScale() const { return isInView() ? view_.pixelScale : 1.0; }
+
+  SpriteShape shape_;
+  SceneWatch watch_;
+  ShownPicture picture_;
+  LONG priority_ = 0;
+  TextView view_;
+  double drawnHeight_ = 0.0;  ///< of the view in which it was last drawn in 2D, model units
+};
+
+}  // namespace zyn

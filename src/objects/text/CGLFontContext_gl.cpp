@@ -1,0 +1,79 @@
+#include "objects/text/CGLFontContext_gl.h"
+
+#include <atomic>
+
+#include "glcontext/PlainPixelStore_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr GLsizei kGlyphLists = 256;
+
+// A list for each printable character, so that no text calls lists of others.
+constexpr char kFirstCharacter = ' ';
+constexpr char kLastCharacter = '~';
+constexpr GLsizei kDigitLists = kLastCharacter - kFirstCharacter + 1;
+constexpr GLuint kListsBeforeZero = '0' - kFirstCharacter;
+
+void compile(const DigitGlyph& glyph, int size, GLuint list) {
+  glNewList(list, GL_COMPILE);
+  glBitmap(glyph.width, digitHeight(size), 0, 0, static_cast<GLfloat>(glyph.advance), 0,
+           glyph.rows.data());
+  glEndList();
+}
+
+/// The list of "0" among those of a font of this size; 0 without lists.
+GLuint compileDigits(int size) {
+  const GLuint first = glGenLists(kDigitLists);
+  if (first == 0) {
+    return 0;
+  }
+  for (char character = kFirstCharacter; character <= kLastCharacter; ++character) {
+    compile(digitGlyph(character, size), size,
+            first + static_cast<GLuint>(character - kFirstCharacter));
+  }
+  return first + kListsBeforeZero;
+}
+
+void replaceGlyphs(GLuint& lists, GLuint other) {
+  if (lists != 0 && lists != other) {
+    glDeleteLists(lists, kGlyphLists);
+  }
+  lists = other;
+}
+
+}  // namespace
+
+void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists,
+                               GLuint outlineLists) {
+  static std::atomic<std::uint64_t> lastNumber = 0;
+  metrics_ = metrics;
+  glyphsNumber_ = ++lastNumber;
+  replaceGlyphs(filledLists_, filledLists);
+  replaceGlyphs(outlineLists_, outlineLists);
+}
+
+void CGLFontContext::buildDigits() {
+  const PlainPixelStore byteRows(1);
+  int size = 1;
+  for (GLuint& lists : digitLists_) {
+    if (lists == 0) {
+      lists = compileDigits(size);
+    }
+    ++size;
+  }
+}
+
+void CGLFontContext::release() {
+  replaceGlyphs(filledLists_, 0);
+  replaceGlyphs(outlineLists_, 0);
+  for (GLuint& lists : digitLists_) {
+    if (lists != 0) {
+      glDeleteLists(lists - kListsBeforeZero, kDigitLists);
+    }
+    lists = 0;
+  }
+}
+
+}  // namespace zyn

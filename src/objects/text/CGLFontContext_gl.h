@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "glcontext/gl_api.h"
+#include "objects/text/DigitFont.h"
+#include "objects/text/FontMetrics.h"
+
+namespace zyn {
+
+/// The fonts of one rendering context: display lists of scalable glyphs made from the outlines of a
+/// font, one em high, and eight small bitmap fonts of the digits.
+///
+/// The lists belong to the rendering context, and its owner releases them with it; whoever draws
+/// with the fonts holds them weakly or finds them empty afterwards.
+class CGLFontContext {
+ public:
+  CGLFontContext() = default;
+  CGLFontContext(const CGLFontContext&) = delete;
+  CGLFontContext& operator=(const CGLFontContext&) = delete;
+
+  const FontMetrics& metrics() const { return metrics_; }
+  /// Another number for each set of glyphs, of any context; 0 before the first.
+  std::uint64_t glyphsNumber() const { return glyphsNumber_; }
+
+  /// First of 256 lists, one a byte, that draw filled glyphs and move on to the next; 0: none.
+  GLuint filledLists() const { return filledLists_; }
+  /// The same with the glyphs' outlines as lines; 0: none.
+  GLuint outlineLists() const { return outlineLists_; }
+  /// First of 11 lists that draw the digits 0 to 9 and the decimal point as bitmaps at the raster
+  /// position and move it on, for a size of 1 (4 pixels high) to 8 (11 pixels high); 0: not built.
+  /// With a list base of this - '0', glCallLists draws any printable text by the bytes: signs,
+  /// exponent and "." have their lists too, the rest leaves gaps (digitGlyph, digitTextWidth).
+  GLuint digitLists(int size) const { return digitLists_[static_cast<std::size_t>(size - 1)]; }
+
+  /// Takes over lists of the current context, in place of those there were.
+  void setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists);
+
+  /// Compiles the digit fonts in the current context, unless they are there.
+  void buildDigits();
+
+  /// Deletes all lists. The context that they belong to has to be current.
+  void release();
+
+ private:
+  FontMetrics metrics_;
+  std::uint64_t glyphsNumber_ = 0;
+  GLuint filledLists_ = 0;
+  GLuint outlineLists_ = 0;
+  std::array<GLuint, kDigitSizes> digitLists_{};
+};
+
+}  // namespace zyn

@@ -1,0 +1,296 @@
+#include "objects/text/CZYNGLTexte_com.h"
+
+#include <new>
+
+#include "com/automation_com.h"
+#include "com/properties_com.h"
+#include "contract/ModelBox_com.h"
+#include "glcontext/ViewMeasures_gl.h"
+#include "objects/text/FontRegister_win.h"
+#include "objects/text/NarrowText_win.h"
+#include "objects/text/TextFont_win.h"
+
+namespace zyn {
+
+STDMETHODIMP CZYNGLTexte::setColor(double r, double g, double b, double alpha) noexcept {
+  return automation(*this, [&] {
+    label_.r = r;
+    label_.g = g;
+    label_.b = b;
+    label_.alpha = alpha;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::setPosition(double x, double y, double Z, LONG Reference) noexcept {
+  return automation(*this, [&] {
+    label_.position = {x, y, Z};
+    watch_.tell(SceneChange::Shape);
+    label_.reference = Reference;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::getPosition(double* x, double* y, double* Z, LONG* Reference) noexcept {
+  return automation(*this, [&] {
+    if (!x || !y || !Z || !Reference) {
+      return E_POINTER;
+    }
+    *x = label_.position.x;
+    *y = label_.position.y;
+    *Z = label_.position.z;
+    *Reference = label_.reference;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Priorite(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, priority_); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Priorite(LONG newVal) noexcept {
+  return automation(*this, [&] { priority_ = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Texte(BSTR* pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    *pVal = text_ ? SysAllocStringLen(text_->data(), static_cast<UINT>(text_->size())) : nullptr;
+    return text_ && !*pVal ? E_OUTOFMEMORY : S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Texte(BSTR newVal) noexcept {
+  return automation(*this, [&] {
+    std::optional<std::wstring> text;
+    if (newVal) {
+      text.emplace(newVal, SysStringLen(newVal));
+    }
+    label_.text = text ? narrowText(*text) : std::string();
+    text_ = std::move(text);
+    extent_.forget();
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_HauteurPixels(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.height); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_HauteurPixels(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.height = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_NomSelection(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.nomSelection); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_NomSelection(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.nomSelection = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_TypeSelection(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.typeSelection); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_TypeSelection(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.typeSelection = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_PushTypeSelection(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.pushTypeSelection); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_PushTypeSelection(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { label_.pushTypeSelection = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYNGLTexte::get_ToujoursLisible(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.alwaysReadable); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_ToujoursLisible(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] { label_.alwaysReadable = isExactlyTrue(newVal); });
+}
+
+STDMETHODIMP CZYNGLTexte::setPointsCotation(double X1, double Y1, double, double X2, double Y2,
+                                            double) noexcept {
+  return automation(*this, [&] {
+    label_.dimension.first = {X1, Y1};
+    label_.dimension.second = {X2, Y2};
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_TypeCotation(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.dimension.type); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_TypeCotation(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.dimension.type = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_DecalageCotation(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.dimension.offset); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_DecalageCotation(double newVal) noexcept {
+  return automation(*this, [&] { label_.dimension.offset = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_DecalageTexteCotationPX(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.dimension.textDistance); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_DecalageTexteCotationPX(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.dimension.textDistance = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_AjoutCotationPX(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.dimension.overshoot); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_AjoutCotationPX(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.dimension.overshoot = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_LongueurFlecheCotationPX(LONG* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.dimension.arrowLength); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_LongueurFlecheCotationPX(LONG newVal) noexcept {
+  return automation(*this, [&] { label_.dimension.arrowLength = newVal; });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Value(double* pVal) noexcept {
+  return automation(*this, [&] { return give(pVal, label_.value); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Value(double newVal) noexcept {
+  return automation(*this, [&] {
+    label_.value = newVal;
+    extent_.forget();
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_IsNumeric(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.isNumeric); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_IsNumeric(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    label_.isNumeric = isExactlyTrue(newVal);
+    extent_.forget();
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::GetPixelRect(IDispatch** retour) noexcept {
+  return automation(*this, [&] {
+    if (!retour) {
+      return E_POINTER;
+    }
+    const TextBox box = label_.pixelBox(*textFontMetrics());
+    *retour = makeRectangle(box.left, box.right, box.bottom, box.top).Detach();
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_UseNumericSize(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.numericSize); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_UseNumericSize(VARIANT_BOOL newVal) noexcept {
+  return automation(*this, [&] {
+    label_.numericSize = isExactlyTrue(newVal);
+    extent_.forget();
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::Copie(IDispatch** TxtCpy) noexcept {
+  return automation(*this, [&] {
+    if (!TxtCpy) {
+      return S_FALSE;
+    }
+    const auto copy = makeObject<CZYNGLTexte>();
+    copy->label_ = label_;
+    copy->text_ = text_;
+    copy->priority_ = priority_;
+    return copy.CopyTo(TxtCpy);
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::Draw3D(int mode) noexcept {
+  return automation(*this, [&] {
+    if (const auto fonts = currentFonts()) {
+      drawLabel3D(label_, *fonts, viewOf(mode), mode);
+    }
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
+  return automation(*this, [&] {
+    if (const auto fonts = currentFonts()) {
+      if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
+        watch_.tell(SceneChange::Shape);
+      }
+    }
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::GetBox2D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox2D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLTexte::GetBox3D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox3D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLTexte::GetParam(IDispatch*, double* value) noexcept {
+  return automation(*this, [&] { return give(value, -1.0); });
+}
+
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept { return bounds(); }
+
+void STDMETHODCALLTYPE CZYNGLTexte::setTextView(const TextView& view) noexcept { view_ = view; }
+
+bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept {
+  if (!query.fonts || query.mode >= 0) {
+    return true;
+  }
+  try {
+    return mayPickLabel(label_, extent_, viewOf(query.mode), query);
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
+
+Box3 CZYNGLTexte::bounds() const {
+  const Point& p = label_.position;
+  return {p.x, p.x, p.y, p.y, p.z, p.z};
+}
+
+std::shared_ptr<CGLFontContext> CZYNGLTexte::currentFonts() {
+  const HGLRC current = wglGetCurrentContext();
+  if (!current) {
+    return nullptr;
+  }
+  if (view_.context == current) {
+    if (auto fonts = view_.fonts.lock(); fonts && fonts->filledLists() != 0) {
+      return fonts;
+    }
+  }
+  auto found = FontRegister::instance().find(current);
+  if (found) {
+    view_ = {.fonts = found, .context = current};
+  }
+  return found;
+}
+
+LabelView CZYNGLTexte::viewOf(int mode) {
+  if (mode >= 0) {
+    drawnHeight_ = shownHeight();
+    return {drawnHeight_, view_.pixelScale};
+  }
+  // The projection of a selection pass shows what is around the mouse only.
+  return {view_.viewHeight > 0 ? view_.viewHeight : drawnHeight_, view_.pixelScale};
+}
+
+}  // namespace zyn

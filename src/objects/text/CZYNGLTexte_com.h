@@ -1,0 +1,93 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "ZYNMODELEGEOM.h"
+#include "ZYNVUE.h"
+#include "com/ComClass_com.h"
+#include "contract/ISceneObject_com.h"
+#include "contract/ITextView_com.h"
+#include "objects/text/LabelPick_gl.h"
+#include "objects/text/TextLabel.h"
+
+namespace zyn {
+
+/// A text or a number at a model position, with a height in pixels; in a 2D view also a linear
+/// dimension.
+class CZYNGLTexte final
+    : public ComClass<CZYNGLTexte, Dual<IZYNGLTexte>, IGLDraw, ISceneObject, ITextView> {
+ public:
+  static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTexte";
+
+  STDMETHODIMP setColor(double r, double g, double b, double alpha) noexcept override;
+  STDMETHODIMP setPosition(double x, double y, double Z, LONG Reference) noexcept override;
+  STDMETHODIMP getPosition(double* x, double* y, double* Z, LONG* Reference) noexcept override;
+  STDMETHODIMP get_Priorite(LONG* pVal) noexcept override;
+  STDMETHODIMP put_Priorite(LONG newVal) noexcept override;
+  STDMETHODIMP get_Texte(BSTR* pVal) noexcept override;
+  STDMETHODIMP put_Texte(BSTR newVal) noexcept override;
+  STDMETHODIMP get_HauteurPixels(LONG* pVal) noexcept override;
+  STDMETHODIMP put_HauteurPixels(LONG newVal) noexcept override;
+  STDMETHODIMP get_NomSelection(LONG* pVal) noexcept override;
+  STDMETHODIMP put_NomSelection(LONG newVal) noexcept override;
+  STDMETHODIMP get_TypeSelection(LONG* pVal) noexcept override;
+  STDMETHODIMP put_TypeSelection(LONG newVal) noexcept override;
+  STDMETHODIMP get_PushTypeSelection(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_PushTypeSelection(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_ToujoursLisible(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_ToujoursLisible(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP setPointsCotation(double X1, double Y1, double Z1, double X2, double Y2,
+                                 double Z2) noexcept override;
+  STDMETHODIMP get_TypeCotation(LONG* pVal) noexcept override;
+  STDMETHODIMP put_TypeCotation(LONG newVal) noexcept override;
+  STDMETHODIMP get_DecalageCotation(double* pVal) noexcept override;
+  STDMETHODIMP put_DecalageCotation(double newVal) noexcept override;
+  STDMETHODIMP get_DecalageTexteCotationPX(LONG* pVal) noexcept override;
+  STDMETHODIMP put_DecalageTexteCotationPX(LONG newVal) noexcept override;
+  STDMETHODIMP get_AjoutCotationPX(LONG* pVal) noexcept override;
+  STDMETHODIMP put_AjoutCotationPX(LONG newVal) noexcept override;
+  STDMETHODIMP get_LongueurFlecheCotationPX(LONG* pVal) noexcept override;
+  STDMETHODIMP put_LongueurFlecheCotationPX(LONG newVal) noexcept override;
+  STDMETHODIMP get_Value(double* pVal) noexcept override;
+  STDMETHODIMP put_Value(double newVal) noexcept override;
+  STDMETHODIMP get_IsNumeric(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_IsNumeric(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP GetPixelRect(IDispatch** retour) noexcept override;
+  STDMETHODIMP get_UseNumericSize(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_UseNumericSize(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP Copie(IDispatch** TxtCpy) noexcept override;
+
+  STDMETHODIMP Draw3D(int mode) noexcept override;
+  STDMETHODIMP Draw2D(int mode) noexcept override;
+  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
+
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLTexte*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
+
+ private:
+  Box3 bounds() const;
+  /// The fonts of the current context, if it is one of ours, which is that of view_ afterwards.
+  std::shared_ptr<CGLFontContext> currentFonts();
+  LabelView viewOf(int mode);
+
+  TextLabel label_;
+  LabelExtent extent_;
+  std::optional<std::wstring> text_;  ///< as the host gave it
+  LONG priority_ = 1;
+  SceneWatch watch_;
+  TextView view_;
+  double drawnHeight_ = 0.0;  ///< model units that the view of the last picture showed
+};
+
+}  // namespace zyn

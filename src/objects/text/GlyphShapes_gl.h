@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "glcontext/gl_api.h"
+#include "objects/text/FontMetrics.h"
+#include "objects/text/Tessellation_gl.h"
+
+namespace zyn {
+
+/// The shape of a character, in em heights from the start of the baseline.
+struct GlyphShape {
+  std::vector<Contour> contours;
+  Triangles filled;
+};
+
+/// The shapes of a font's characters, by the byte that stands for them.
+using GlyphShapes = std::array<GlyphShape, 256>;
+
+/// Compiles 256 lists, one a byte, each of which draws the filled glyph at the origin, an em a
+/// unit, and moves on to the next. 0 where OpenGL gives no lists.
+GLuint compileFilledGlyphs(const GlyphShapes& shapes, const FontMetrics& metrics);
+
+/// The same with the glyphs' outlines as lines.
+GLuint compileGlyphOutlines(const GlyphShapes& shapes, const FontMetrics& metrics);
+
+/// Draws a text from the origin along x, an em a unit, in the current colour, without display
+/// lists: for rendering contexts that have no fonts of ours. Filled glyphs, and over them their
+/// outlines as fine smooth lines, which stay set.
+void drawShapes(const GlyphShapes& shapes, const FontMetrics& metrics, std::string_view text);
+
+}  // namespace zyn

@@ -1,0 +1,215 @@
+#include "objects/text/LabelPainter_gl.h"
+
+#include <cmath>
+#include <string>
+
+#include "glcontext/AutoGLColor_gl.h"
+#include "glcontext/AutoGLDepthTest_gl.h"
+#include "glcontext/AutoGLLighting_gl.h"
+#include "glcontext/ModelView_gl.h"
+#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/RasterImage_gl.h"
+#include "glcontext/SelectionNames_gl.h"
+#include "glcontext/ViewMeasures_gl.h"
+#include "objects/text/DigitText_gl.h"
+#include "objects/text/TextPainter_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr int kBothFaces = 3;
+
+constexpr double kGlyphLineWidth = 0.1;
+constexpr double kDimensionLineWidth = 1.0;
+constexpr double kFineLineWidth = 0.5;
+
+/// The label's colour for a scope, lit by nothing.
+class LabelColour {
+ public:
+  explicit LabelColour(const TextLabel& label)
+      : colour_(label.r, label.g, label.b, label.alpha, kBothFaces) {}
+
+ private:
+  AutoGLLighting unlit_{-1};
+  AutoGLColor colour_;
+};
+
+/// A plane of unit axes, and how much longer they were in the model-view matrix.
+struct UnscaledPlane {
+  ModelView matrix{};
+  PlaneScale scale{matrix.normalize(0), matrix.normalize(1)};
+};
+
+/// Makes a point the origin of the current model-view matrix, where OpenGL can calculate with that.
+bool startAt(const Point& origin) {
+  ModelView matrix;
+  matrix.moveTo(origin);
+  if (matrix.isUsable()) {
+    matrix.load();
+  }
+  return matrix.isUsable();
+}
+
+void drawBoxForSelection(const TextLabel& label, const TextBox& box,
+                         const TextPlacement& placement) {
+  const SelectionNames names(label.typeSelection, label.nomSelection, label.pushTypeSelection);
+  drawTextBox(box, placement);
+}
+
+/// `pixel`: model units of a pixel of the label's measures.
+void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const Point& position,
+                     double pixel, double pixelScale, int mode) {
+  const std::string text = label.shownText();
+  const TextBox box = measureText(fonts.metrics(), text, label.line(fonts.metrics()));
+  const TextPlacement placement{position, anchorOf(box, label.reference),
+                                pixel * label.emHeight(box), label.alwaysReadable};
+  if (mode < 0) {
+    drawBoxForSelection(label, box, placement);
+  } else {
+    drawText(fonts, text, placement, kGlyphLineWidth * pixelScale);
+  }
+}
+
+void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const Point& position,
+                double screenPixel, int mode) {
+  const TextBox box = label.digitBox(size);
+  const PlanePoint anchor = anchorOf(box, label.reference);
+  if (mode < 0) {
+    drawBoxForSelection(label, box, {position, anchor, screenPixel, true});
+    return;
+  }
+  fonts.buildDigits();
+  const PushedAttributes rasterPosition(GL_CURRENT_BIT);
+  const PushedMatrix matrix(GL_MODELVIEW);
+  if (startAt(position) && moveRasterTo(0, 0, 0, -anchor.x, -anchor.y)) {
+    drawDigitText(fonts, size, label.shownText());
+  }
+}
+
+void setLines(bool smooth, double width) {
+  setEnabled(GL_LINE_SMOOTH, smooth);
+  if (smooth) {
+    glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+  }
+  glLineWidth(static_cast<GLfloat>(width));
+}
+
+/// Draws points of a dimension about one of them, near which single precision is enough.
+class DimensionPoints {
+ public:
+  explicit DimensionPoints(const DimensionShape& shape)
+      : origin_(shape.lines.back().from), visible_(startAt({origin_.x, origin_.y, 0})) {}
+
+  bool areVisible() const { return visible_; }
+  void draw(const PlanePoint& point) const { glVertex2d(point.x - origin_.x, point.y - origin_.y); }
+
+ private:
+  PushedMatrix matrix_{GL_MODELVIEW};
+  PlanePoint origin_;
+  bool visible_;
+};
+
+void drawArrow(const DimensionPoints& points, const Arrow& arrow) {
+  for (const GLenum kind : {GL_TRIANGLES, GL_LINE_LOOP}) {
+    glBegin(kind);
+    for (const PlanePoint& corner : arrow) {
+      points.draw(corner);
+    }
+    glEnd();
+  }
+}
+
+void drawLines(const DimensionPoints& points, const DimensionShape& shape) {
+  glBegin(GL_LINES);
+  for (const Segment& line : shape.lines) {
+    points.draw(line.from);
+    points.draw(line.to);
+  }
+  glEnd();
+}
+
+/// Smooth where the glyphs are, but for the straight lines of a dimension along an axis.
+void drawDimension(const DimensionShape& shape, bool smooth, double pixelScale) {
+  const DimensionPoints points(shape);
+  if (!points.areVisible()) {
+    return;
+  }
+  const PushedAttributes attributes(GL_LINE_BIT | GL_HINT_BIT);
+  if (smooth) {
+    setLines(true, kFineLineWidth * pixelScale);
+  }
+  if (shape.alongAxis) {
+    setLines(false, kDimensionLineWidth * pixelScale);
+  }
+  drawLines(points, shape);
+  if (smooth) {
+    setLines(true, kFineLineWidth * pixelScale);
+  }
+  for (const Arrow& arrow : shape.arrows) {
+    drawArrow(points, arrow);
+  }
+}
+
+bool moveLabel(TextLabel& label, const DimensionShape& shape, PlaneScale scale) {
+  const double x = shape.text.x / scale.x;
+  const double y = shape.text.y / scale.y;
+  const bool moved = x != label.position.x || y != label.position.y;
+  label.position.x = x;
+  label.position.y = y;
+  label.reference = shape.reference;
+  return moved;
+}
+
+/// Leaves the depth test as it was.
+bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
+  const UnscaledPlane plane;
+  if (!plane.matrix.isUsable()) {
+    return false;
+  }
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix matrix(GL_MODELVIEW);
+  plane.matrix.load();
+  const LabelColour colour(label);
+  const double screenPixel = pixelLength(view.height);
+  const double pixel = screenPixel * view.pixelScale;
+  bool moved = false;
+  if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale)) {
+    moved = moveLabel(label, *dimension, plane.scale);
+    if (mode >= 0) {
+      drawDimension(*dimension, fonts.outlineLists() != 0, view.pixelScale);
+    }
+  }
+  const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+  Point position;
+  position.x = label.position.x * plane.scale.x;
+  position.y = label.position.y * plane.scale.y;
+  if (const int size = label.digitSize(view.pixelScale)) {
+    drawDigits(label, fonts, size, position, screenPixel, mode);
+  } else {
+    drawOutlineText(label, fonts, position, pixel, view.pixelScale, mode);
+  }
+  return moved;
+}
+
+}  // namespace
+
+void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
+                 int mode) {
+  {
+    const LabelColour colour(label);
+    const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+    drawOutlineText(label, fonts, label.position, pixelLength(view.height) * view.pixelScale,
+                    view.pixelScale, mode);
+  }
+  glEnable(GL_DEPTH_TEST);
+}
+
+bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
+  const bool moved = drawInPlane(label, fonts, view, mode);
+  glEnable(GL_DEPTH_TEST);
+  return moved;
+}
+
+}  // namespace zyn

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "objects/text/CGLFontContext_gl.h"
+#include "objects/text/TextLabel.h"
+
+namespace zyn {
+
+/// What a label has to know about the view that draws it.
+struct LabelView {
+  double height = 0.0;      ///< model units that the view shows from bottom to top
+  double pixelScale = 1.0;  ///< pixels for one pixel of the label's measures
+};
+
+/// Draws the label's text in the current context, or in a selection pass (`mode` below 0) its box
+/// under its names. The state is left as it was, except that the depth test is on afterwards.
+void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
+                 int mode);
+
+/// The same in the plane z = 0 of a 2D view, whose scale stretches positions but neither the text
+/// nor what is measured in pixels. Small numbers are drawn with the digit fonts, which are compiled
+/// when they are first needed. A dimension is drawn, and gives the label its position and
+/// reference; where it cannot be laid out, the label is a plain one. Tells whether the position
+/// changed.
+bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode);
+
+}  // namespace zyn

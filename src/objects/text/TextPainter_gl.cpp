@@ -1,0 +1,79 @@
+#include "objects/text/TextPainter_gl.h"
+
+#include <optional>
+
+#include "glcontext/ModelView_gl.h"
+#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/PushedMatrix_gl.h"
+
+namespace zyn {
+
+namespace {
+
+/// What the glyphs' lists and their smoothing change.
+constexpr GLbitfield kTouchedState = GL_CURRENT_BIT | GL_ENABLE_BIT | GL_HINT_BIT | GL_LINE_BIT |
+                                     GL_LIST_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT;
+
+/// The matrix of a text's plane, where the origin is the start of its baseline and the unit an em
+/// height; none where nothing of it could be seen.
+std::optional<ModelView> planeOf(const TextPlacement& placement) {
+  ModelView plane;
+  plane.moveTo(placement.position);
+  if (placement.facesViewer) {
+    plane.faceViewer();
+  }
+  plane.scale(placement.scale);
+  plane.moveTo({-placement.anchor.x, -placement.anchor.y, 0});
+  return placement.scale != 0 && plane.isUsable() ? std::optional(plane) : std::nullopt;
+}
+
+void callLists(GLuint base, std::string_view text) {
+  const PushedMatrix start(GL_MODELVIEW);
+  glListBase(base);
+  glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
+}
+
+}  // namespace
+
+void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
+  const PushedAttributes attributes(kTouchedState);
+  if (glIsList(fonts.filledLists()) != GL_FALSE) {
+    callLists(fonts.filledLists(), text);
+  }
+  if (glIsList(fonts.outlineLists()) != GL_FALSE) {
+    glEnable(GL_LINE_SMOOTH);
+    glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+    glLineWidth(static_cast<GLfloat>(lineWidth));
+    callLists(fonts.outlineLists(), text);
+  }
+}
+
+void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
+              double lineWidth) {
+  const auto plane = planeOf(placement);
+  if (text.empty() || !plane) {
+    return;
+  }
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  plane->load();
+  drawGlyphs(fonts, text, lineWidth);
+}
+
+void drawTextBox(const TextBox& box, const TextPlacement& placement) {
+  const auto plane = planeOf(placement);
+  if (!plane) {
+    return;
+  }
+  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  plane->load();
+  glBegin(GL_POLYGON);
+  glVertex2d(box.left, box.bottom);
+  glVertex2d(box.right, box.bottom);
+  glVertex2d(box.right, box.top);
+  glVertex2d(box.left, box.top);
+  glEnd();
+}
+
+}  // namespace zyn

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string_view>
+
+#include "core/PlanePoint.h"
+#include "core/Point.h"
+#include "objects/text/CGLFontContext_gl.h"
+#include "objects/text/TextBox.h"
+
+namespace zyn {
+
+/// Where a run of text is drawn, under the current model-view matrix.
+struct TextPlacement {
+  Point position;      ///< model units
+  PlanePoint anchor;   ///< what of the text lies there, em heights from the baseline's start
+  double scale = 1.0;  ///< model units of an em height
+  bool facesViewer =
+      false;  ///< upright and parallel to the screen, instead of in the plane of x, y
+};
+
+/// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their
+/// outlines where the fonts have them, as smooth lines `lineWidth` pixels wide. Its baseline starts
+/// at the origin of the model-view matrix, whose unit is an em height. Lighting and depth test are
+/// the caller's; the state is left as it was. May be compiled into a display list.
+void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth = 0.1);
+
+/// Draws a text as drawGlyphs does, but in its place; not into a display list. Nothing is drawn for
+/// a placement that is not finite.
+void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
+              double lineWidth = 0.1);
+
+/// Draws the box of a text (em heights) as one polygon, for selection passes.
+void drawTextBox(const TextBox& box, const TextPlacement& placement);
+
+}  // namespace zyn

@@ -1,0 +1,192 @@
+#include "objects/triangle/CZYNGLTriangle_com.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "com/automation_com.h"
+#include "contract/ModelBox_com.h"
+#include "objects/triangle/TrianglePainter_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr LONG kHighestPriority = 19;
+
+bool isVertexIndex(LONG index) { return index >= 0 && index <= 2; }
+
+std::size_t placeOf(LONG vertexIndex) { return static_cast<std::size_t>(vertexIndex); }
+
+template <class Coordinates>
+void store(Coordinates& target, double x, double y, double z) {
+  target.x = x;
+  target.y = y;
+  target.z = z;
+}
+
+template <class Coordinates>
+HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
+  if (!x || !y || !z) {
+    return E_POINTER;
+  }
+  *x = source.x;
+  *y = source.y;
+  *z = source.z;
+  return S_OK;
+}
+
+}  // namespace
+
+CZYNGLTriangle::CZYNGLTriangle() {
+  const TriangleShape initial;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Vecteur& normal = initial.normals[i];
+    normals_[i] = {normal.x, normal.y, normal.z};
+  }
+  setColour(initial.r, initial.g, initial.b, initial.alpha);
+}
+
+STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
+  return automation(*this, [&] {
+    if (!isVertexIndex(index)) {
+      return E_FAIL;
+    }
+    store(vertices_[placeOf(index)], x, y, Z);
+    watch_.tell(SceneChange::Shape);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha) noexcept {
+  return automation(*this, [&] {
+    setColour(r, g, b, alpha);
+    material_.reset();
+    watch_.tell(SceneChange::Look);
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
+  return automation(*this, [&] {
+    if (!isVertexIndex(index)) {
+      return E_FAIL;
+    }
+    store(normals_[placeOf(index)], x, y, Z);
+    watch_.tell(SceneChange::Look);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
+  return automation(*this, [&] {
+    return isVertexIndex(index) ? read(vertices_[placeOf(index)], x, y, Z) : E_FAIL;
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double* Z) noexcept {
+  return automation(*this, [&] {
+    return isVertexIndex(index) ? read(normals_[placeOf(index)], x, y, Z) : E_FAIL;
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    *pVal = priority_;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::put_Priority(LONG newVal) noexcept {
+  return automation(*this, [&] {
+    if (newVal > 0) {
+      priority_ = static_cast<std::int32_t>(std::min(newVal, kHighestPriority));
+    }
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::setMaterial(double r, double g, double b, double alpha, double Ambiant,
+                                         double Diffuse, double Specular, double _Shininess,
+                                         double Emissive) noexcept {
+  return automation(*this, [&] {
+    material_ = std::make_unique<const MaterialFactors>(
+        MaterialFactors{Ambiant, Diffuse, Specular, _Shininess, Emissive});
+    setColour(r, g, b, alpha);
+    watch_.tell(SceneChange::Look);
+  });
+}
+
+STDMETHODIMP CZYNGLTriangle::Draw3D(int mode) noexcept {
+  return automation(*this, [&] { drawTriangle3D(triangleShape(), mode); });
+}
+
+STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
+  return automation(*this, [&] { drawTriangle2D(triangleShape(), mode); });
+}
+
+STDMETHODIMP CZYNGLTriangle::GetBox2D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox2D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLTriangle::GetBox3D(IDispatch** box) noexcept {
+  return automation(*this, [&] { return makeBox3D(bounds(), box); });
+}
+
+STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
+  return automation(*this, [&] {
+    if (!value) {
+      return E_POINTER;
+    }
+    *value = -1.0;
+    return S_OK;
+  });
+}
+
+bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexcept {
+  Box3 box = bounds();
+  if (query.isFlat) {
+    box.zMin = box.zMax = 0;
+  }
+  return query.volume.mayMeet(box);
+}
+
+TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
+  TriangleShape shape;
+  for (std::size_t i = 0; i < 3; ++i) {
+    store(shape.vertices[i], vertices_[i].x, vertices_[i].y, vertices_[i].z);
+    store(shape.normals[i], normals_[i].x, normals_[i].y, normals_[i].z);
+  }
+  shape.r = r_;
+  shape.g = g_;
+  shape.b = b_;
+  shape.alpha = alpha_;
+  if (material_) {
+    shape.ambient = material_->ambient;
+    shape.diffuse = material_->diffuse;
+    shape.specular = material_->specular;
+    shape.shininess = material_->shininess;
+    shape.emissive = material_->emissive;
+    shape.hasMaterial = true;
+  }
+  return shape;
+}
+
+void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
+  r_ = r;
+  g_ = g;
+  b_ = b;
+  const auto narrowed = static_cast<float>(alpha);
+  alpha_ = alpha < 1 && narrowed >= 1 ? std::nextafter(1.0F, 0.0F) : narrowed;
+}
+
+Box3 CZYNGLTriangle::bounds() const {
+  const Triple& first = vertices_[0];
+  Box3 box{first.x, first.x, first.y, first.y, first.z, first.z};
+  for (const Triple& vertex : vertices_) {
+    box.unite(Box3{vertex.x, vertex.x, vertex.y, vertex.y, vertex.z, vertex.z});
+  }
+  return box;
+}
+
+}  // namespace zyn

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "ZYNMODELEGEOM.h"
+#include "ZYNVUE.h"
+#include "com/ComClass_com.h"
+#include "contract/ISceneObject_com.h"
+#include "contract/TriangleShape.h"
+#include "platform/ObjectPool_win.h"
+
+namespace zyn {
+
+/// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
+/// meshes.
+class CZYNGLTriangle final
+    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, ISceneObject>,
+      public Pooled<CZYNGLTriangle> {
+ public:
+  static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
+
+  CZYNGLTriangle();
+
+  STDMETHODIMP setPoint(LONG index, double x, double y, double Z) noexcept override;
+  STDMETHODIMP setColor(double r, double g, double b, double alpha) noexcept override;
+  STDMETHODIMP setNormale(LONG index, double x, double y, double Z) noexcept override;
+  STDMETHODIMP getPoint(LONG index, double* x, double* y, double* Z) noexcept override;
+  STDMETHODIMP getNormale(LONG index, double* x, double* y, double* Z) noexcept override;
+  STDMETHODIMP get_Priority(LONG* pVal) noexcept override;
+  STDMETHODIMP put_Priority(LONG newVal) noexcept override;
+  STDMETHODIMP setMaterial(double r, double g, double b, double alpha, double Ambiant,
+                           double Diffuse, double Specular, double _Shininess,
+                           double Emissive) noexcept override;
+
+  STDMETHODIMP Draw3D(int mode) noexcept override;
+  STDMETHODIMP Draw2D(int mode) noexcept override;
+  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
+  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
+
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
+    return isAggregated() ? nullptr : static_cast<IZYNGLTriangle*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
+  std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
+  bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
+  TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;
+  std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
+
+ private:
+  /// A point or a direction without what makes a Point or a Vecteur larger than its numbers: there
+  /// are six in each triangle.
+  struct Triple {
+    double x = 0, y = 0, z = 0;
+  };
+
+  /// What a triangle with a material has beyond its colour; see TriangleShape.
+  struct MaterialFactors {
+    double ambient, diffuse, specular, shininess, emissive;
+  };
+
+  void setColour(double r, double g, double b, double alpha);
+  Box3 bounds() const;
+
+  // The order leaves no gaps: there may be very many triangles.
+  std::int32_t priority_ = 1;  ///< 1 to 19
+  float alpha_ = 0;            ///< as OpenGL takes it; below 1 where it was given so
+  SceneWatch watch_;
+  std::unique_ptr<const MaterialFactors> material_;
+  std::array<Triple, 3> vertices_;
+  std::array<Triple, 3> normals_;
+  double r_ = 0;
+  double g_ = 0;
+  double b_ = 0;
+};
+
+}  // namespace zyn

@@ -1,0 +1,9 @@
+#pragma once
+
+// The dialog of the ambient light.
+#define IDD_AMBIENTLIGHT 101
+#define IDC_AMBIENTLIGHT_ACTIVE 206
+#define IDC_AMBIENTLIGHT_EDIT 207
+#define IDC_AMBIENTLIGHT_INTENSITY 208
+#define IDC_AMBIENTLIGHT_COLOUR 209
+#define IDC_AMBIENTLIGHT_OK 210

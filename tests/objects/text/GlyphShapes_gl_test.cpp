@@ -1,0 +1,92 @@
+#include "objects/text/GlyphShapes_gl.h"
+
+#include "support/GlTest_gl.h"
+
+namespace zyn {
+namespace {
+
+using test::Image;
+using test::Rgb;
+
+constexpr Rgb kBlack{0, 0, 0};
+constexpr Rgb kRed{255, 0, 0};
+
+Contour square(double left, double bottom, double right, double top) {
+  return {{left, bottom}, {right, bottom}, {right, top}, {left, top}};
+}
+
+/// A picture 8 ems wide, the baseline's start in the middle of its left side. "o" is a square with
+/// a hole, "-" a bar; both are 2 ems wide.
+class GlyphShapesTest : public test::GlTest {
+ protected:
+  GlyphShapesTest() {
+    addGlyph('o',
+             {square(0.25, -1, 1.75, 1), {{0.75, 0.5}, {1.25, 0.5}, {1.25, -0.5}, {0.75, -0.5}}});
+    addGlyph('-', {square(0.25, -0.25, 1.75, 0.25)});
+    metrics_.glyphs[' '].cellIncX = 2;
+    glMatrixMode(GL_PROJECTION);
+    glOrtho(0, 8, -4, 4, -1, 1);
+    glColor3f(1, 0, 0);
+  }
+
+  void addGlyph(char character, const std::vector<Contour>& contours) {
+    const auto code = static_cast<unsigned char>(character);
+    shapes_[code] = {contours, tessellate(contours)};
+    metrics_.glyphs[code].cellIncX = 2;
+  }
+
+  /// The pixel of a point in ems.
+  Rgb at(double x, double y) const {
+    return context.read().at(static_cast<int>(x * 8), static_cast<int>((4 - y) * 8));
+  }
+
+  GlyphShapes shapes_;
+  FontMetrics metrics_;
+};
+
+TEST_F(GlyphShapesTest, FillsEachGlyphInItsPlace) {
+  drawShapes(shapes_, metrics_, "o -");
+  EXPECT_EQ(at(0.5, 0), kRed);
+  EXPECT_EQ(at(1, 0), kBlack);
+  EXPECT_EQ(at(1, 0.8), kRed);
+  EXPECT_EQ(at(3, 0), kBlack);
+  EXPECT_EQ(at(5, 0), kRed);
+  EXPECT_EQ(at(5, 0.8), kBlack);
+  EXPECT_EQ(at(7, 0), kBlack);
+}
+
+TEST_F(GlyphShapesTest, ListsDrawOneGlyphEachAndMoveOn) {
+  const GLuint filled = compileFilledGlyphs(shapes_, metrics_);
+  const GLuint outlines = compileGlyphOutlines(shapes_, metrics_);
+  glListBase(filled);
+  glCallLists(3, GL_UNSIGNED_BYTE, "o -");
+  EXPECT_EQ(at(0.5, 0), kRed);
+  EXPECT_EQ(at(1, 0), kBlack);
+  EXPECT_EQ(at(5, 0), kRed);
+  EXPECT_EQ(at(5, 0.8), kBlack);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glLoadIdentity();
+  glListBase(outlines);
+  glCallLists(1, GL_UNSIGNED_BYTE, "-");
+  EXPECT_EQ(at(1, 0), kBlack);
+  EXPECT_GT(context.read().count(kRed), 10);
+  EXPECT_TRUE(glIsList(filled + 255));
+  glDeleteLists(filled, 256);
+  glDeleteLists(outlines, 256);
+}
+
+TEST_F(GlyphShapesTest, DrawsTheEdgesSmoothly) {
+  drawShapes(shapes_, metrics_, "-");
+  EXPECT_TRUE(isEnabled(GL_LINE_SMOOTH));
+  EXPECT_LT(floatState(GL_LINE_WIDTH), 0.5F);
+  EXPECT_EQ(at(1, 0), kRed);
+}
+
+TEST_F(GlyphShapesTest, DrawsNothingOfNothing) {
+  drawShapes(shapes_, metrics_, "");
+  drawShapes(shapes_, metrics_, "\xff\x01");
+  EXPECT_EQ(context.read().count(kBlack), kSide * kSide);
+}
+
+}  // namespace
+}  // namespace zyn
