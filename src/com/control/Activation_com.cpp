@@ -61,7 +61,7 @@ HRESULT Activation::enter(const Wish& wish) {
   site_ = site;
   state_ = State::inPlace;
   control_.reopen();
-  const HRESULT announced = announce(site.Get());
+  const HRESULT announced = boundary([&] { return announce(site.Get()); });
   if (refuses(announced)) {
     abandon();
     return announced;
@@ -117,7 +117,7 @@ HRESULT Activation::activateUi() {
   }
   const Site site = site_;
   state_ = State::uiActive;
-  if (const HRESULT answer = site->OnUIActivate(); refuses(answer)) {
+  if (const HRESULT answer = boundary([&] { return site->OnUIActivate(); }); refuses(answer)) {
     if (isUiActive()) {
       state_ = State::inPlace;
     }
@@ -141,10 +141,10 @@ void Activation::setActiveObject(IOleInPlaceActiveObject* object,
   for (IOleInPlaceUIWindow* const window :
        {static_cast<IOleInPlaceUIWindow*>(frame.Get()), document.Get()}) {
     if (window) {
-      window->SetActiveObject(object, name);
-      if (object) {
-        window->SetBorderSpace(nullptr);
-      }
+      boundary([&] { window->SetActiveObject(object, name); });
+    }
+    if (window && object) {
+      boundary([&] { window->SetBorderSpace(nullptr); });
     }
   }
 }
@@ -156,7 +156,7 @@ void Activation::deactivateUi() noexcept {
   const Site site = site_;
   state_ = State::inPlace;
   setActiveObject(nullptr, nullptr);
-  site->OnUIDeactivate(FALSE);
+  boundary([&] { site->OnUIDeactivate(FALSE); });
 }
 
 void Activation::deactivate() noexcept {
@@ -167,7 +167,7 @@ void Activation::deactivate() noexcept {
   const Site site = site_;
   abandon();
   control_.activeWindow().destroy();
-  site->OnInPlaceDeactivate();
+  boundary([&] { site->OnInPlaceDeactivate(); });
 }
 
 void Activation::abandon() noexcept {

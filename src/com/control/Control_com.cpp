@@ -88,7 +88,7 @@ void Control::close(DWORD saveOption) {
   const bool first = !std::exchange(closed_, true);
   if (const auto site = site_.get();
       first && site && saveOption != OLECLOSE_NOSAVE && state_.isDirty()) {
-    site->SaveObject();
+    boundary([&] { site->SaveObject(); });
   }
   activation_.deactivate();
   if (first) {
@@ -122,7 +122,7 @@ void Control::repaint() noexcept {
 
 void Control::pictureChanged() noexcept {
   const ComPtr<IUnknown> alive = keepAlive();
-  viewAdvice_.changed();
+  boundary([&] { viewAdvice_.changed(); });
   dataObject_.changed();
 }
 
@@ -144,8 +144,10 @@ void Control::fireEvent(DISPID event, std::initializer_list<EventArgument> argum
         return;  // a handler of the same event has them frozen
       }
       DISPPARAMS parameters = {values.data(), nullptr, static_cast<UINT>(values.size()), 0};
-      static_cast<IDispatch*>(sink)->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                            &parameters, nullptr, nullptr, nullptr);
+      boundary([&] {
+        static_cast<IDispatch*>(sink)->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                              &parameters, nullptr, nullptr, nullptr);
+      });
     });
   });
 }
@@ -154,8 +156,9 @@ void Control::propertyChanged(DISPID property) noexcept {
   state_.setDirty(true);
   const ComPtr<IUnknown> alive = keepAlive();
   boundary([&] {
-    propertyNotifications_.sinks().forEach(
-        [&](IUnknown* sink) { static_cast<IPropertyNotifySink*>(sink)->OnChanged(property); });
+    propertyNotifications_.sinks().forEach([&](IUnknown* sink) {
+      boundary([&] { static_cast<IPropertyNotifySink*>(sink)->OnChanged(property); });
+    });
   });
 }
 

@@ -47,13 +47,13 @@ HRESULT judge(const FORMATETC& wanted) {
 
 void DataObjectFacet::changed() noexcept {
   if (const auto watchers = watchers_) {
-    watchers->SendOnDataChange(this, 0, 0);
+    boundary([&] { watchers->SendOnDataChange(this, 0, 0); });
   }
 }
 
 void DataObjectFacet::stopped() noexcept {
   if (const auto watchers = watchers_) {
-    watchers->SendOnDataChange(this, 0, ADVF_DATAONSTOP);
+    boundary([&] { watchers->SendOnDataChange(this, 0, ADVF_DATAONSTOP); });
   }
 }
 

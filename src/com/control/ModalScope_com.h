@@ -7,6 +7,8 @@
 
 #include <utility>
 
+#include "com/automation_com.h"
+
 namespace zyn {
 
 /// Keeps the modeless windows of the container disabled while a dialog of the control is open.
@@ -23,7 +25,7 @@ class ModalScope {
  private:
   void enable(BOOL on) const noexcept {
     if (frame_) {
-      frame_->EnableModeless(on);
+      boundary([&] { frame_->EnableModeless(on); });
     }
   }
 

@@ -56,13 +56,13 @@ struct VerbPolicy {
 
 void OleObjectFacet::saved() noexcept {
   if (const auto watchers = watchers_) {
-    watchers->SendOnSave();
+    boundary([&] { watchers->SendOnSave(); });
   }
 }
 
 void OleObjectFacet::closed() noexcept {
   if (const auto watchers = watchers_) {
-    watchers->SendOnClose();
+    boundary([&] { watchers->SendOnClose(); });
   }
 }
 
