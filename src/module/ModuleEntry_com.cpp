@@ -4,6 +4,7 @@
 #include <olectl.h>
 
 #include "com/DllServer_com.h"
+#include "contract/CompanionObjects_com.h"
 #include "module/LibraryClasses_com.h"
 
 namespace {
@@ -22,12 +23,19 @@ STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** out) {
   return server().getClassObject(id, iid, out);
 }
 
-STDAPI DllCanUnloadNow() { return server().canUnloadNow(); }
+STDAPI DllCanUnloadNow() {
+  const HRESULT own = server().canUnloadNow();
+  return own == S_OK && !zyn::releaseCompanion() ? S_FALSE : own;
+}
 
-STDAPI DllRegisterServer() { return server().registerServer(); }
+STDAPI DllRegisterServer() {
+  const HRESULT companion = zyn::findCompanion();
+  return FAILED(companion) ? companion : server().registerServer();
+}
 
 STDAPI DllUnregisterServer() { return server().unregisterServer(); }
 
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
-  return server().install(install, commandLine);
+  const HRESULT companion = install ? zyn::findCompanion() : S_OK;
+  return FAILED(companion) ? companion : server().install(install, commandLine);
 }

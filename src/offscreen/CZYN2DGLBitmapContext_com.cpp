@@ -5,7 +5,7 @@
 
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/ModelBounds_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "offscreen/TracePicture_gl.h"
 #include "view/CZYNVueControles_com.h"

@@ -9,7 +9,7 @@
 #include "com/automation_com.h"
 #include "com/properties_com.h"
 #include "contract/ITextView_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/ModelBounds_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "offscreen/Collection_com.h"

@@ -6,9 +6,10 @@
 #include <vector>
 
 #include "ZYNVUE.h"
+#include "com/askFor_com.h"
 #include "com/errors_com.h"
 #include "com/queryOptional_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/ISceneObject_com.h"
 #include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
@@ -18,6 +19,13 @@ namespace zyn {
 using Microsoft::WRL::ComPtr;
 
 namespace {
+
+/// What `object` is among our own scene objects, alive as long as `object`; null for an object of
+/// another component, also one that stands in front of ours or holds it as a part.
+ISceneObject* ownObject(IDispatch* object) {
+  const auto own = askFor<ISceneObject>(object);
+  return own && own->hostInterface() == object ? own.Get() : nullptr;
+}
 
 void readAttributeNumber(IDispatch* object, std::int32_t& number) {
   const auto attributable = queryOptional<IZYNAttribuable>(object);

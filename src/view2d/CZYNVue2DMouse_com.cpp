@@ -130,7 +130,7 @@ void CZYNVue2D::fireMouseOn2(int key, const Point& at, const Names& names) noexc
 
 void CZYNVue2D::fireWindowSelection(int key, const Rect2& rectangle, const Names& names) noexcept {
   const ComPtr<IZYNRectangle> object =
-      makeRectangle(rectangle.xMin, rectangle.xMax, rectangle.yMin, rectangle.yMax);
+      tryMakeRectangle(rectangle.xMin, rectangle.xMax, rectangle.yMin, rectangle.yMax);
   fire(kWindowSelection, key, static_cast<IDispatch*>(object.Get()), SelectionValue(names).get());
 }
 
@@ -141,7 +141,6 @@ bool CZYNVue2D::askNearest(const Point& at) noexcept {
   }
   return SUCCEEDED(boundary([&] {
     const ComPtr<IZYNPoint> point = makePoint(at);
-    throwIfFailed(point ? S_OK : E_POINTER);
     double t = 0.0;
     ComPtr<IDispatch> pc;
     ComPtr<IDispatch> pp;

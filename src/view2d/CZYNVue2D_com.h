@@ -9,7 +9,8 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "com/control/StockPointer_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/CompanionObjects_com.h"
+#include "contract/ModelBounds_com.h"
 #include "core/Box3.h"
 #include "objects/text/ContextFonts_win.h"
 #include "view/CursorGlyph_gl.h"
@@ -147,7 +148,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   std::optional<Box3> sceneBounds_;  ///< as last measured
   ViewState2D view_;
   /// The visible rectangle as an object of the geometry library; null where that is missing.
-  const Microsoft::WRL::ComPtr<IZYNRectangle> visible_ = makeRectangle(0, 0, 0, 0);
+  const Microsoft::WRL::ComPtr<IZYNRectangle> visible_ = tryMakeRectangle(0, 0, 0, 0);
   GraphMouse mouse_{view_, *this};
 
   /// Kept for the next rendering context, in which its frame is compiled anew.

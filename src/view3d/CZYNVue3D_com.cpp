@@ -4,7 +4,6 @@
 
 #include "com/NumericArrayVariant_com.h"
 #include "com/askFor_com.h"
-#include "contract/ModelBox_com.h"
 #include "view/CZYNVueControles_com.h"
 #include "view/measureScene_com.h"
 #include "view3d/CAmbLightDlg_win.h"

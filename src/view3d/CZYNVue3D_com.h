@@ -7,7 +7,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "contract/ModelBox_com.h"
+#include "contract/ModelBounds_com.h"
 #include "objects/text/ContextFonts_win.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/ViewControl_com.h"

@@ -119,7 +119,9 @@ void addCom(Rules& rules) {
   fail(rules, 1, 0, "GetErrorInfo");
   fail(rules, 0, kNotEnoughMemory, "CoTaskMemAlloc SafeArrayCreateVector SysAllocStringLen");
   leave(rules, "gives something back",
-        "CoTaskMemFree SysFreeString SafeArrayUnaccessData VariantClear SafeArrayDestroy");
+        "CoTaskMemFree CoUninitialize SysFreeString SafeArrayUnaccessData VariantClear "
+        "SafeArrayDestroy");
+  leave(rules, "an apartment for registration, where the caller has none", "CoInitializeEx");
   leave(rules, "cannot fail", "SysStringLen VariantInit StringFromGUID2");
   leave(rules, "copies variables of any type that a member reads and changes, and none does",
         "VariantCopyInd");

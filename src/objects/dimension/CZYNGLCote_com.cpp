@@ -6,7 +6,7 @@
 #include "com/NumericArrayVariant_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/CompanionObjects_com.h"
 #include "core/saturate.h"
 #include "glcontext/BorrowedState_gl.h"
 #include "glcontext/StateQuery_gl.h"

@@ -2,7 +2,7 @@
 
 #include "com/automation_com.h"
 #include "com/properties_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/CompanionObjects_com.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/picture/SpritePainter_gl.h"
 #include "objects/picture/SpritePick_gl.h"

@@ -4,7 +4,7 @@
 
 #include "com/automation_com.h"
 #include "com/properties_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/CompanionObjects_com.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/FontRegister_win.h"
 #include "objects/text/NarrowText_win.h"
@@ -187,6 +187,7 @@ STDMETHODIMP CZYNGLTexte::GetPixelRect(IDispatch** retour) noexcept {
     if (!retour) {
       return E_POINTER;
     }
+    *retour = nullptr;
     const TextBox box = label_.pixelBox(*textFontMetrics());
     *retour = makeRectangle(box.left, box.right, box.bottom, box.top).Detach();
     return S_OK;

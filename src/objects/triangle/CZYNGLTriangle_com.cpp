@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "com/automation_com.h"
-#include "contract/ModelBox_com.h"
+#include "contract/CompanionObjects_com.h"
 #include "objects/triangle/TrianglePainter_gl.h"
 
 namespace zyn {
