@@ -118,6 +118,8 @@ PIXELFORMATDESCRIPTOR bitmapFormatOf(int colourBits, int depthBits) {
 
 int bitmapPixelFormat() { return bitmapFormat; }
 
-bool bitmapMultisampleAvailable() { return bitmapMultisample; }
+bool drawsOnMultisampledBitmap() {
+  return bitmapMultisample && GetPixelFormat(wglGetCurrentDC()) == bitmapFormat;
+}
 
 }  // namespace zyn

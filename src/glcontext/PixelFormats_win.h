@@ -29,7 +29,8 @@ PIXELFORMATDESCRIPTOR bitmapFormatOf(int colourBits, int depthBits);
 /// Index of the pixel format for memory device contexts; 0 while none is known. Any thread.
 int bitmapPixelFormat();
 
-/// Whether `bitmapPixelFormat` is a multisampled format. Any thread.
-bool bitmapMultisampleAvailable();
+/// Whether the current rendering context draws on a bitmap that has been given the multisampled
+/// format.
+bool drawsOnMultisampledBitmap();
 
 }  // namespace zyn

@@ -148,7 +148,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
 
   std::shared_ptr<ContextFonts> makeFonts() {
     const auto fonts =
-        std::make_shared<ContextFonts>(Derived::kFontOwner, !bitmapMultisampleAvailable());
+        std::make_shared<ContextFonts>(Derived::kFontOwner, !drawsOnMultisampledBitmap());
     addLists(*fonts->fonts());
     fonts_ = fonts;
     return fonts;

@@ -61,7 +61,7 @@ STDMETHODIMP CZYN2DGLBitmapContext::CreatePNG(BSTR TempBMPFile, BSTR PNGFile) no
 
 void CZYN2DGLBitmapContext::setInitialState() {
   Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt};
-  if (bitmapMultisampleAvailable()) {
+  if (drawsOnMultisampledBitmap()) {
     antialiasing.multisample = true;
   }
   setInitialState2D(background(), antialiasing);

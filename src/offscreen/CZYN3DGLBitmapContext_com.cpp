@@ -106,7 +106,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::CreateContext(LONG W, LONG h, LONG* ret) noe
 
 void CZYN3DGLBitmapContext::setInitialState() {
   Antialiasing antialiasing{lineSmooth_, pointSmooth_, std::nullopt, GL_NICEST};
-  if (bitmapMultisampleAvailable()) {
+  if (drawsOnMultisampledBitmap()) {
     antialiasing.multisample = multisample_;
   }
   setInitialState3D(background(), antialiasing);

@@ -35,12 +35,15 @@ PickRecords::PickRecords(std::span<const std::uint32_t> buffer, int hits) {
   }
 }
 
-std::vector<std::int32_t> PickRecords::nearestNames() const {
+PickedNames PickRecords::nearestNames() const {
   const auto nearest = std::ranges::min_element(records_, {}, &PickRecord::minimumDepth);
-  return nearest == records_.end() ? std::vector<std::int32_t>() : nearest->names;
+  return nearest == records_.end() ? std::nullopt : PickedNames(nearest->names);
 }
 
-std::vector<std::int32_t> PickRecords::allNames() const {
+PickedNames PickRecords::allNames() const {
+  if (records_.empty()) {
+    return std::nullopt;
+  }
   std::vector<std::int32_t> names;
   for (const PickRecord& record : records_) {
     names.insert(names.end(), record.names.begin(), record.names.end());

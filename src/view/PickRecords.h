@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
 namespace zyn {
+
+/// The names of what was hit, which may have none; no value where nothing was hit.
+using PickedNames = std::optional<std::vector<std::int32_t>>;
 
 /// One hit of a pick: the depths between which it lies (0 near to 2 far) and the names that were on
 /// the name stack, outermost first.
@@ -26,12 +30,11 @@ class PickRecords {
 
   const std::vector<PickRecord>& all() const { return records_; }
 
-  /// The names of the record with the smallest minimum depth, of the first such one; empty without
-  /// records.
-  std::vector<std::int32_t> nearestNames() const;
+  /// The names of the record with the smallest minimum depth, of the first such one.
+  PickedNames nearestNames() const;
 
   /// The names of every record, one after the other.
-  std::vector<std::int32_t> allNames() const;
+  PickedNames allNames() const;
 
  private:
   std::vector<PickRecord> records_;

@@ -2,20 +2,18 @@
 
 #include <windows.h>
 
-#include <cstdint>
-#include <vector>
-
 #include "com/NumericArrayVariant_com.h"
 #include "com/OwnedVariant_com.h"
+#include "view/PickRecords.h"
 
 namespace zyn {
 
-/// The names of a pick as events tell them: an array of 32-bit integers, empty without any.
+/// What a pick hit as events tell it: an array of 32-bit integers, empty where nothing was hit.
 class SelectionValue {
  public:
-  explicit SelectionValue(const std::vector<std::int32_t>& names) {
-    if (!names.empty()) {
-      giveIntegers(value_.get(), names);
+  explicit SelectionValue(const PickedNames& names) {
+    if (names) {
+      giveIntegers(value_.get(), *names);
     }
   }
 

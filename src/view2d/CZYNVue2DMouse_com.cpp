@@ -108,27 +108,28 @@ void CZYNVue2D::fireMouseMove(const Point& at) noexcept { fire(kMouseMove, at.x,
 
 void CZYNVue2D::fireMouseLeave() noexcept { fire(kMouseLeave); }
 
-void CZYNVue2D::fireMouseSelection(const Names& names) noexcept {
+void CZYNVue2D::fireMouseSelection(const PickedNames& names) noexcept {
   fire(kMouseSelection, SelectionValue(names).get());
 }
 
-void CZYNVue2D::fireMouseSelection2(int key, const Point& at, const Names& names) noexcept {
+void CZYNVue2D::fireMouseSelection2(int key, const Point& at, const PickedNames& names) noexcept {
   fire(kMouseSelection2, key, at.x, at.y, SelectionValue(names).get());
 }
 
-void CZYNVue2D::fireMouseSelectionDblClick(const Names& names) noexcept {
+void CZYNVue2D::fireMouseSelectionDblClick(const PickedNames& names) noexcept {
   fire(kMouseSelectionDblClick, SelectionValue(names).get());
 }
 
-void CZYNVue2D::fireMouseOn(const Names& names) noexcept {
+void CZYNVue2D::fireMouseOn(const PickedNames& names) noexcept {
   fire(kMouseOn, SelectionValue(names).get());
 }
 
-void CZYNVue2D::fireMouseOn2(int key, const Point& at, const Names& names) noexcept {
+void CZYNVue2D::fireMouseOn2(int key, const Point& at, const PickedNames& names) noexcept {
   fire(kMouseOn2, key, at.x, at.y, SelectionValue(names).get());
 }
 
-void CZYNVue2D::fireWindowSelection(int key, const Rect2& rectangle, const Names& names) noexcept {
+void CZYNVue2D::fireWindowSelection(int key, const Rect2& rectangle,
+                                    const PickedNames& names) noexcept {
   const ComPtr<IZYNRectangle> object =
       tryMakeRectangle(rectangle.xMin, rectangle.xMax, rectangle.yMin, rectangle.yMax);
   fire(kWindowSelection, key, static_cast<IDispatch*>(object.Get()), SelectionValue(names).get());

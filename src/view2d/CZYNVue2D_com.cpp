@@ -66,8 +66,9 @@ void CZYNVue2D::fitHome(const std::optional<Box3>& objects) {
 }
 
 void CZYNVue2D::recordVisible() {
-  if (const auto& shown = view_.visible(); shown && visible_) {
-    throwIfFailed(visible_->setBornes(shown->xMin, shown->xMax, shown->yMin, shown->yMax),
+  if (visible_) {
+    const Rect2& shown = view_.visible();
+    throwIfFailed(visible_->setBornes(shown.xMin, shown.xMax, shown.yMin, shown.yMax),
                   visible_.Get(), __uuidof(IZYNRectangle));
   }
 }

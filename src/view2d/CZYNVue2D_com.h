@@ -107,12 +107,13 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   void fireMouseUp(MouseButton button, const Point& at) noexcept override;
   void fireMouseMove(const Point& at) noexcept override;
   void fireMouseLeave() noexcept override;
-  void fireMouseSelection(const Names& names) noexcept override;
-  void fireMouseSelection2(int key, const Point& at, const Names& names) noexcept override;
-  void fireMouseSelectionDblClick(const Names& names) noexcept override;
-  void fireMouseOn(const Names& names) noexcept override;
-  void fireMouseOn2(int key, const Point& at, const Names& names) noexcept override;
-  void fireWindowSelection(int key, const Rect2& rectangle, const Names& names) noexcept override;
+  void fireMouseSelection(const PickedNames& names) noexcept override;
+  void fireMouseSelection2(int key, const Point& at, const PickedNames& names) noexcept override;
+  void fireMouseSelectionDblClick(const PickedNames& names) noexcept override;
+  void fireMouseOn(const PickedNames& names) noexcept override;
+  void fireMouseOn2(int key, const Point& at, const PickedNames& names) noexcept override;
+  void fireWindowSelection(int key, const Rect2& rectangle,
+                           const PickedNames& names) noexcept override;
   bool askNearest(const Point& at) noexcept override;
   void captureMouse() noexcept override;
   void releaseMouse() noexcept override;

@@ -272,7 +272,7 @@ void GraphMouse::selectWindow(const RubberBand& band, MouseKeys keys) {
   }
 }
 
-GraphMouseHost::Names GraphMouse::selectionOf(const PickRecords& records) const {
+PickedNames GraphMouse::selectionOf(const PickRecords& records) const {
   return selectSuperpose_ ? records.allNames() : records.nearestNames();
 }
 
@@ -282,7 +282,7 @@ void GraphMouse::pickPressed(PixelPoint at, MouseKeys keys) {
     return;
   }
   const Point point = view_.getPoint(at);
-  const GraphMouseHost::Names names = selectionOf(host_.pickAt(at));
+  const PickedNames names = selectionOf(host_.pickAt(at));
   if (closings == closings_) {
     host_.fireMouseSelection(names);
   }
@@ -299,7 +299,7 @@ void GraphMouse::pickHovered(PixelPoint at, MouseKeys keys) {
   }
   hoveredAt_ = at;
   const Point point = view_.getPoint(at);
-  const GraphMouseHost::Names names = host_.pickAt(at).nearestNames();
+  const PickedNames names = host_.pickAt(at).nearestNames();
   if (closings == closings_) {
     host_.fireMouseOn(names);
   }

@@ -95,7 +95,7 @@ class GraphMouse {
   void dragRubberBand(PixelPoint at);
   void endRubberBand(const RubberBand& band, bool zooms, MouseKeys keys);
   void selectWindow(const RubberBand& band, MouseKeys keys);
-  GraphMouseHost::Names selectionOf(const PickRecords& records) const;
+  PickedNames selectionOf(const PickRecords& records) const;
   void pickPressed(PixelPoint at, MouseKeys keys);
   void pickHovered(PixelPoint at, MouseKeys keys);
 

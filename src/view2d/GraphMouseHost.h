@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "core/Point.h"
 #include "view/MouseButton.h"
 #include "view/PickRecords.h"
@@ -18,8 +15,6 @@ namespace zyn {
 /// call, for a message has nobody to report them to.
 class GraphMouseHost {
  public:
-  using Names = std::vector<std::int32_t>;
-
   GraphMouseHost() = default;
   GraphMouseHost(const GraphMouseHost&) = delete;
   GraphMouseHost& operator=(const GraphMouseHost&) = delete;
@@ -30,13 +25,13 @@ class GraphMouseHost {
   virtual void fireMouseUp(MouseButton button, const Point& at) noexcept = 0;
   virtual void fireMouseMove(const Point& at) noexcept = 0;
   virtual void fireMouseLeave() noexcept = 0;
-  virtual void fireMouseSelection(const Names& names) noexcept = 0;
-  virtual void fireMouseSelection2(int key, const Point& at, const Names& names) noexcept = 0;
-  virtual void fireMouseSelectionDblClick(const Names& names) noexcept = 0;
-  virtual void fireMouseOn(const Names& names) noexcept = 0;
-  virtual void fireMouseOn2(int key, const Point& at, const Names& names) noexcept = 0;
+  virtual void fireMouseSelection(const PickedNames& names) noexcept = 0;
+  virtual void fireMouseSelection2(int key, const Point& at, const PickedNames& names) noexcept = 0;
+  virtual void fireMouseSelectionDblClick(const PickedNames& names) noexcept = 0;
+  virtual void fireMouseOn(const PickedNames& names) noexcept = 0;
+  virtual void fireMouseOn2(int key, const Point& at, const PickedNames& names) noexcept = 0;
   virtual void fireWindowSelection(int key, const Rect2& rectangle,
-                                   const Names& names) noexcept = 0;
+                                   const PickedNames& names) noexcept = 0;
 
   /// Asks the active trace for its point nearest to `at` and fires the answer. False when there is
   /// no active trace.

@@ -19,7 +19,8 @@ void MouseMode2D::endZoom(bool maintain) {
 
 void MouseMode2D::beginPan() {
   if (!panning_) {
-    set(kPan);
+    previous_ = value_;
+    value_ = kPan;
     panning_ = true;
   }
 }

@@ -26,8 +26,8 @@ class MouseMode2D {
   /// A rectangle has been zoomed to: back to the mode before, unless `maintain`.
   void endZoom(bool maintain);
 
-  /// Pans until endPan, which goes back to the mode before, or until the host sets another. Each
-  /// does nothing when it comes out of turn.
+  /// Pans until endPan, which goes back to the mode before, whatever that was, or until the host
+  /// sets another. Each does nothing when it comes out of turn.
   void beginPan();
   void endPan();
 

@@ -44,9 +44,7 @@ void ViewState2D::resize(ClientSize client) {
   if (client.isEmpty()) {
     return;
   }
-  if (visible_ || current_->showsAnything()) {
-    current_->fit(visible_.value_or(current_->bounds()), client, 0.0F);
-  }
+  current_->fit(visible_, client, 0.0F);
   if (homeIsUnfitted_) {
     fitHomeTo(home_->bounds(), 0.0F);
   }
@@ -60,11 +58,7 @@ void ViewState2D::fitHome(const std::optional<Rect2>& objects) {
 
 void ViewState2D::initView() {
   *current_ = *home_;
-  if (home_->showsAnything() || homeIsUnfitted_) {
-    rememberVisible();
-  } else {
-    visible_.reset();
-  }
+  rememberVisible();
 }
 
 bool ViewState2D::lastView() {
@@ -83,6 +77,9 @@ void ViewState2D::view(const CParamsVue2D::Target& target, double surplus) {
 
 void ViewState2D::viewRect(const Rect2& rectangle) {
   current_->fit(rectangle, client_, kObjectMargin);
+  if (client_.isEmpty()) {
+    rememberVisible();
+  }
 }
 
 void ViewState2D::showGraph(const Rect2& range, double xScale, double yScale) {

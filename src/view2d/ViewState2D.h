@@ -39,15 +39,16 @@ class ViewState2D {
   const CParamsVue2D& home() const { return *home_; }
   /// Earlier views, newest first.
   const ZYNList<CParamsVue2D*>& history() const { return history_; }
-  /// What the window showed last after view, initView, a graph, a pan or a zoom to a rectangle;
-  /// none before.
-  const std::optional<Rect2>& visible() const { return visible_; }
+  /// What the window showed last after view, initView, a graph, a pan or a zoom to a rectangle; a
+  /// rectangle of zeros before.
+  const Rect2& visible() const { return visible_; }
 
   ClientSize clientSize() const { return client_; }
   double xScale() const { return xScale_; }
   double yScale() const { return yScale_; }
 
-  /// The client area has changed: shows the visible rectangle in it. A home view that was fitted
+  /// The client area has changed: shows the visible rectangle in it, also one of zeros, which is
+  /// fitted as any point. A home view that was fitted
   /// without a window is fitted again. An empty area changes nothing but the size.
   void resize(ClientSize client);
 
@@ -65,8 +66,8 @@ class ViewState2D {
   /// in single precision, and puts the view there was on the history.
   void view(const CParamsVue2D::Target& target, double surplus);
 
-  /// Shows a rectangle (plotting units) with a margin of a tenth; history and visible rectangle
-  /// stay.
+  /// Shows a rectangle (plotting units) with a margin of a tenth; the history stays, and the
+  /// visible rectangle unless the window has no size.
   void viewRect(const Rect2& rectangle);
 
   /// Shows a range of model units with a margin of a fifth on each side, as current view and as
@@ -123,7 +124,7 @@ class ViewState2D {
   std::unique_ptr<CParamsVue2D> current_ = std::make_unique<CParamsVue2D>();
   std::unique_ptr<CParamsVue2D> home_ = std::make_unique<CParamsVue2D>();
   ZYNList<CParamsVue2D*> history_;  ///< owns its values
-  std::optional<Rect2> visible_;
+  Rect2 visible_;
   ClientSize client_;
   double xScale_ = 1.0;
   double yScale_ = 1.0;

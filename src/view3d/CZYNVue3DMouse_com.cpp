@@ -88,16 +88,16 @@ void CZYNVue3D::fireMouseMove(int key, PixelPoint at) noexcept {
   fire(kMouseMove, key, at.x, at.y);
 }
 
-void CZYNVue3D::fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept {
+void CZYNVue3D::fireMouseSelection(int key, PixelPoint at, const PickedNames& names) noexcept {
   fire(kMouseSelection, key, at.x, at.y, SelectionValue(names).get());
 }
 
-void CZYNVue3D::fireMouseOn(int key, PixelPoint at, const Names& names) noexcept {
+void CZYNVue3D::fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept {
   fire(kMouseOn, key, at.x, at.y, SelectionValue(names).get());
 }
 
 void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle,
-                                    const Names& names) noexcept {
+                                    const PickedNames& names) noexcept {
   OwnedVariant box;
   put(box, rectangle);
   fire(kWindowSelection, key, *box.get(), SelectionValue(names).get());

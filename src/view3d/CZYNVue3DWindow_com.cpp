@@ -14,12 +14,8 @@ ClientSize clientSizeOf(SIZE size) { return {size.cx, size.cy}; }
 
 void CZYNVue3D::windowCreated(HWND window, SIZE client) {
   context_.create(window, [this] { return prepareContext(); });
-  if (view_.clientSize().isEmpty() || !view_.camera()) {
-    view_.setClientSize(clientSizeOf(client));
-    view_.fitWindow();
-  } else {
-    view_.resize(clientSizeOf(client));
-  }
+  view_.setClientSize(clientSizeOf(client));
+  view_.fitWindow();
 }
 
 std::shared_ptr<void> CZYNVue3D::prepareContext() {

@@ -78,11 +78,7 @@ STDMETHODIMP CZYNVue3D::UpdateParams() noexcept {
 STDMETHODIMP CZYNVue3D::setViewBox(IDispatch* Box) noexcept {
   return moveCamera([&] {
     const auto box = askFor<IZYNBox3D>(Box);
-    if (!box) {
-      return false;
-    }
-    const Box3 bounds = readBox3D(*box.Get());
-    return view_.setViewBox(bounds);
+    return box && view_.setViewBox([box] { return readBox3D(*box.Get()); });
   });
 }
 
@@ -143,11 +139,7 @@ STDMETHODIMP CZYNVue3D::put_ProfondeurDessin(double newVal) noexcept {
 
 STDMETHODIMP CZYNVue3D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
   return automation(*this, [&] {
-    auto element = CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode));
-    if (!element) {
-      return;
-    }
-    drawList_.append(std::move(element));
+    drawList_.append(CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode)));
     view_.setSceneBox(measureScene_());
   });
 }
@@ -252,7 +244,8 @@ STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexce
     }
     const auto region = PickRegion::around({x, y}, pickSize_);
     const PickRecords records = pick(*view_.camera(), region, false, 0);
-    return records.all().empty() ? S_OK : giveIntegers(Pt, records.nearestNames());
+    const auto names = records.nearestNames();
+    return names ? giveIntegers(Pt, *names) : S_OK;
   });
 }
 

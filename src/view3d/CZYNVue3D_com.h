@@ -97,10 +97,10 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
   void fireMouseDown(MouseButton button, PixelPoint at) noexcept override;
   void fireMouseUp(MouseButton button, PixelPoint at) noexcept override;
   void fireMouseMove(int key, PixelPoint at) noexcept override;
-  void fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept override;
-  void fireMouseOn(int key, PixelPoint at, const Names& names) noexcept override;
+  void fireMouseSelection(int key, PixelPoint at, const PickedNames& names) noexcept override;
+  void fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept override;
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
-                           const Names& names) noexcept override;
+                           const PickedNames& names) noexcept override;
   void captureMouse() noexcept override;
   void releaseMouse() noexcept override;
   void trackMouseLeave() noexcept override;

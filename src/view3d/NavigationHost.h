@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "view/MouseButton.h"
 #include "view/PickRecords.h"
 #include "view/PixelPoint.h"
@@ -16,8 +13,6 @@ namespace zyn {
 /// end within the call, for a message has nobody to report them to.
 class NavigationHost {
  public:
-  using Names = std::vector<std::int32_t>;
-
   NavigationHost() = default;
   NavigationHost(const NavigationHost&) = delete;
   NavigationHost& operator=(const NavigationHost&) = delete;
@@ -26,10 +21,10 @@ class NavigationHost {
   virtual void fireMouseDown(MouseButton button, PixelPoint at) noexcept = 0;
   virtual void fireMouseUp(MouseButton button, PixelPoint at) noexcept = 0;
   virtual void fireMouseMove(int key, PixelPoint at) noexcept = 0;
-  virtual void fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept = 0;
-  virtual void fireMouseOn(int key, PixelPoint at, const Names& names) noexcept = 0;
+  virtual void fireMouseSelection(int key, PixelPoint at, const PickedNames& names) noexcept = 0;
+  virtual void fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept = 0;
   virtual void fireWindowSelection(int key, const SelectionRectangle& rectangle,
-                                   const Names& names) noexcept = 0;
+                                   const PickedNames& names) noexcept = 0;
 
   virtual void captureMouse() noexcept = 0;
   virtual void releaseMouse() noexcept = 0;

@@ -1,6 +1,7 @@
 #include "view3d/ViewState3D.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zyn {
 
@@ -10,55 +11,57 @@ ViewState3D::~ViewState3D() {
   }
 }
 
+std::optional<Box3> ViewState3D::sceneBox() const {
+  const BoxSource viewBox = viewBox_;  // what is asked may replace it
+  return viewBox ? viewBox() : measured_;
+}
+
+void ViewState3D::setSceneBox(const std::optional<Box3>& measured) {
+  measured_ = measured;
+  const BoxSource released = std::exchange(viewBox_, nullptr);
+}
+
 bool ViewState3D::showAxis(AxisView view, double surplus) {
-  return changeWithHistory([&](CParamsVue3D& camera) {
-    camera.fitAxis(view, sceneBox_, client_, surplus, drawingDepth_);
-  });
+  const auto box = sceneBox();
+  return changeWithHistory(
+      [&](CParamsVue3D& camera) { camera.fitAxis(view, box, client_, surplus, drawingDepth_); });
 }
 
 bool ViewState3D::vueTournage(double surplus) {
-  return changeWithHistory(
-      [&](CParamsVue3D& camera) { camera.fitTurning(sceneBox_, client_, surplus); });
+  const auto box = sceneBox();
+  return changeWithHistory([&](CParamsVue3D& camera) { camera.fitTurning(box, client_, surplus); });
 }
 
-bool ViewState3D::initView(double surplus, const BoxSource& boxSource) {
-  if (!prepareFit(boxSource)) {
+bool ViewState3D::initView(double surplus, const BoxSource& measureScene) {
+  return rebuildSceneBox(measureScene) && fitDefault(surplus);
+}
+
+bool ViewState3D::zoomTotal(double surplus, const BoxSource& measureScene) {
+  if (!rebuildSceneBox(measureScene) || !measured_) {
     return false;
   }
   if (!camera_) {
-    camera_ = std::make_unique<CParamsVue3D>();
-  } else {
-    pushHistory();
-  }
-  return change(
-      [&](CParamsVue3D& camera) { camera.fitDefault(sceneBox_, client_, surplus, drawingDepth_); });
-}
-
-bool ViewState3D::zoomTotal(double surplus, const BoxSource& boxSource) {
-  if (!prepareFit(boxSource) || !sceneBox_) {
-    return false;
-  }
-  if (!camera_) {
-    return initView(surplus, boxSource);
+    return fitDefault(surplus);
   }
   return changeWithHistory(
-      [&](CParamsVue3D& camera) { camera.fitWhole(*sceneBox_, client_, surplus, drawingDepth_); });
+      [&](CParamsVue3D& camera) { camera.fitWhole(*measured_, client_, surplus, drawingDepth_); });
 }
 
-bool ViewState3D::updateParams(const BoxSource& boxSource) {
+bool ViewState3D::updateParams(const BoxSource& measureScene) {
   if (!camera_) {
     return false;
   }
-  sceneBox_ = boxSource();
-  return fitDepth();
+  setSceneBox(measureScene());
+  return fitDepth(measured_);
 }
 
-bool ViewState3D::setViewBox(const Box3& box) {
+bool ViewState3D::setViewBox(BoxSource viewBox) {
   if (!camera_) {
     return false;
   }
-  sceneBox_ = box;
-  return fitDepth();
+  const auto box = viewBox();
+  viewBox_.swap(viewBox);
+  return fitDepth(box);
 }
 
 bool ViewState3D::translateH(double distance) {
@@ -136,23 +139,28 @@ std::optional<Point> ViewState3D::getPixelPlanIntersection(int x, int y,
   return camera_->pixelToPlane(x, y, coefficients);
 }
 
-/// Makes sure of a client area and looks for a scene box. The source may have changed either
-/// meanwhile.
-bool ViewState3D::prepareFit(const BoxSource& boxSource) {
+/// False without a client area, also where that goes while the scene is measured.
+bool ViewState3D::rebuildSceneBox(const BoxSource& measureScene) {
   if (client_.isEmpty()) {
     return false;
   }
-  if (!sceneBox_) {
-    sceneBox_ = boxSource();
-  }
+  setSceneBox(measureScene());
   return !client_.isEmpty();
 }
 
-bool ViewState3D::fitDepth() {
-  if (!sceneBox_) {
-    return false;
+bool ViewState3D::fitDefault(double surplus) {
+  if (!camera_) {
+    camera_ = std::make_unique<CParamsVue3D>();
+  } else {
+    pushHistory();
   }
-  return change([&](CParamsVue3D& camera) { camera.fitDepth(*sceneBox_, client_, drawingDepth_); });
+  return change(
+      [&](CParamsVue3D& camera) { camera.fitDefault(measured_, client_, surplus, drawingDepth_); });
+}
+
+bool ViewState3D::fitDepth(const std::optional<Box3>& box) {
+  return box &&
+         change([&](CParamsVue3D& camera) { camera.fitDepth(*box, client_, drawingDepth_); });
 }
 
 /// Applies a change to the camera, if there is one, and keeps a copy of the result.

@@ -19,8 +19,7 @@ namespace zyn {
 /// the camera changed, that is, whether the view needs repainting.
 class ViewState3D {
  public:
-  /// Computes the box of the drawn objects, if they have one. It may call outside code that uses
-  /// the view.
+  /// Tells the box of a scene, if it has one. It may call outside code that uses the view.
   using BoxSource = std::function<std::optional<Box3>()>;
 
   ViewState3D() = default;
@@ -35,8 +34,10 @@ class ViewState3D {
   /// Earlier cameras, newest first.
   const ZYNList<CParamsVue3D*>& history() const { return history_; }
 
-  const std::optional<Box3>& sceneBox() const { return sceneBox_; }
-  void setSceneBox(const std::optional<Box3>& box) { sceneBox_ = box; }
+  /// What fits show: the scene as it was last measured, or the host's box as it is now.
+  std::optional<Box3> sceneBox() const;
+  /// The scene has been measured; a box of the host's is let go.
+  void setSceneBox(const std::optional<Box3>& measured);
 
   ClientSize clientSize() const { return client_; }
   void setClientSize(ClientSize client) { client_ = client; }
@@ -52,10 +53,12 @@ class ViewState3D {
   /// VueXYp to VueYZm.
   bool showAxis(AxisView view, double surplus);
   bool vueTournage(double surplus);
-  bool initView(double surplus, const BoxSource& boxSource);
-  bool zoomTotal(double surplus, const BoxSource& boxSource);
-  bool updateParams(const BoxSource& boxSource);
-  bool setViewBox(const Box3& box);
+  bool initView(double surplus, const BoxSource& measureScene);
+  bool zoomTotal(double surplus, const BoxSource& measureScene);
+  bool updateParams(const BoxSource& measureScene);
+  /// Takes the host's box, which is asked at each fit, in place of the scene's until that is
+  /// measured again.
+  bool setViewBox(BoxSource viewBox);
 
   bool translateH(double distance);
   bool translateV(double distance);
@@ -84,8 +87,9 @@ class ViewState3D {
   std::optional<Point> getPixelPlanIntersection(int x, int y, std::span<const double> plane);
 
  private:
-  bool prepareFit(const BoxSource& boxSource);
-  bool fitDepth();
+  bool rebuildSceneBox(const BoxSource& measureScene);
+  bool fitDefault(double surplus);
+  bool fitDepth(const std::optional<Box3>& box);
   template <class Change>
   bool change(Change apply);
   template <class Change>
@@ -94,7 +98,8 @@ class ViewState3D {
   std::unique_ptr<CParamsVue3D> camera_;
   std::unique_ptr<CParamsVue3D> lastParams_;
   ZYNList<CParamsVue3D*> history_;  ///< owns its values
-  std::optional<Box3> sceneBox_;
+  std::optional<Box3> measured_;
+  BoxSource viewBox_;  ///< the host's, in place of the measured one
   ClientSize client_;
   double drawingDepth_ = 0.0;
 };

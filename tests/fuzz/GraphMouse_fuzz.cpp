@@ -109,12 +109,12 @@ class Session : public GraphMouseHost {
   void fireMouseUp(MouseButton, const Point&) noexcept override { callOut(); }
   void fireMouseMove(const Point&) noexcept override { callOut(); }
   void fireMouseLeave() noexcept override { callOut(); }
-  void fireMouseSelection(const Names&) noexcept override { callOut(); }
-  void fireMouseSelection2(int, const Point&, const Names&) noexcept override { callOut(); }
-  void fireMouseSelectionDblClick(const Names&) noexcept override { callOut(); }
-  void fireMouseOn(const Names&) noexcept override { callOut(); }
-  void fireMouseOn2(int, const Point&, const Names&) noexcept override { callOut(); }
-  void fireWindowSelection(int, const Rect2&, const Names&) noexcept override { callOut(); }
+  void fireMouseSelection(const PickedNames&) noexcept override { callOut(); }
+  void fireMouseSelection2(int, const Point&, const PickedNames&) noexcept override { callOut(); }
+  void fireMouseSelectionDblClick(const PickedNames&) noexcept override { callOut(); }
+  void fireMouseOn(const PickedNames&) noexcept override { callOut(); }
+  void fireMouseOn2(int, const Point&, const PickedNames&) noexcept override { callOut(); }
+  void fireWindowSelection(int, const Rect2&, const PickedNames&) noexcept override { callOut(); }
   bool askNearest(const Point&) noexcept override {
     callOut();
     return true;

@@ -13,8 +13,7 @@ class Session : public NavigationHost {
  public:
   explicit Session(std::span<const std::uint8_t> input) : input_(input) {
     view_.setClientSize({64, 32});
-    view_.setSceneBox(Box3{-1, 1, -1, 1, -1, 1});
-    view_.initView(0, [] { return std::optional<Box3>(); });
+    view_.initView(0, [] { return std::optional(Box3{-1, 1, -1, 1, -1, 1}); });
   }
 
   void run() {
@@ -101,9 +100,9 @@ class Session : public NavigationHost {
   void fireMouseDown(MouseButton, PixelPoint) noexcept override { callOut(); }
   void fireMouseUp(MouseButton, PixelPoint) noexcept override { callOut(); }
   void fireMouseMove(int, PixelPoint) noexcept override { callOut(); }
-  void fireMouseSelection(int, PixelPoint, const Names&) noexcept override { callOut(); }
-  void fireMouseOn(int, PixelPoint, const Names&) noexcept override { callOut(); }
-  void fireWindowSelection(int, const SelectionRectangle&, const Names&) noexcept override {
+  void fireMouseSelection(int, PixelPoint, const PickedNames&) noexcept override { callOut(); }
+  void fireMouseOn(int, PixelPoint, const PickedNames&) noexcept override { callOut(); }
+  void fireWindowSelection(int, const SelectionRectangle&, const PickedNames&) noexcept override {
     callOut();
   }
   void captureMouse() noexcept override {

@@ -12,6 +12,9 @@ struct Expected {
   double width, height, x, y;
 };
 
+/// What a window of that size shows before anything else.
+constexpr Expected kFirst = {1, 2, 0, 0};
+
 class View2DMapping : public HostTest {
  protected:
   void expectView(const Expected& expected) const {
@@ -64,13 +67,21 @@ class View2DMapping : public HostTest {
   ComPtr<ForeignObject> first_;
 };
 
-TEST_F(View2DMapping, StartsWithNothing) {
-  const VueParams p = host.params();
-  EXPECT_EQ(p.pixelWidth, 400);
-  EXPECT_EQ(p.pixelHeight, 200);
-  EXPECT_EQ(p.width, 0);
-  EXPECT_EQ(p.height, 0);
-  EXPECT_EQ(p.halfHeight, 0);
+TEST_F(View2DMapping, ANewViewIsFittedToNoRectangle) {
+  const View2DHost small({200, 100});
+  const VueParams p = small.params();
+  EXPECT_EQ(p.pixelWidth, 200);
+  EXPECT_EQ(p.pixelHeight, 100);
+  EXPECT_DOUBLE_EQ(p.width, 1);
+  EXPECT_DOUBLE_EQ(p.height, 2);
+  EXPECT_DOUBLE_EQ(p.halfHeight, 1);
+  EXPECT_EQ(p.x, 0);
+  EXPECT_EQ(p.y, 0);
+  double size = 0;
+  EXPECT_EQ(small->get_PixelSize(&size), S_OK);
+  EXPECT_DOUBLE_EQ(size, 0.02);
+  EXPECT_EQ(small.pointOf(0, 0), (std::array{-0.5, 1.0}));
+  EXPECT_EQ(small.pointOf(200, 100), (std::array{0.5, -1.0}));
 }
 
 TEST_F(View2DMapping, ViewRectFitsWithATenthInSinglePrecision) {
@@ -109,7 +120,7 @@ TEST_F(View2DMapping, ViewTakesRectanglesOnly) {
   EXPECT_EQ(host->View(nullptr, 0), S_OK);
   expectView({20, 10, 10, 5});
   host->LastView();
-  EXPECT_EQ(host.params().width, 0) << "one entry in the history";
+  expectView(kFirst);  // one entry in the history
 }
 
 TEST_F(View2DMapping, LastViewGoesBackThroughTheHistory) {
@@ -122,14 +133,14 @@ TEST_F(View2DMapping, LastViewGoesBackThroughTheHistory) {
   expectView({20, 10, 10, 5});
   host->LastView();
   EXPECT_EQ(host->LastView(), S_OK);
-  EXPECT_EQ(host.params().width, 0) << "the first view of all";
+  expectView(kFirst);
 }
 
 TEST_F(View2DMapping, ViewRectLeavesTheHistoryAlone) {
   host.look({0, 20, 0, 10});
   host->ViewRect(0, 200, 0, 100);
   host->LastView();
-  EXPECT_EQ(host.params().width, 0);
+  expectView(kFirst);
 }
 
 TEST_F(View2DMapping, TheFirstObjectShowsItself) {
@@ -283,11 +294,26 @@ TEST_F(View2DMapping, AnEmptyWindowSpoilsNothing) {
   expectView({20, 10, 0, 0});
 }
 
-TEST_F(View2DMapping, TheFirstResizeOfAnEmptyViewLeavesItsZeros) {
-  host.resize({100, 50});
-  const VueParams p = host.params();
-  EXPECT_EQ(p.width, 0);
-  EXPECT_EQ(p.halfHeight, 0);
+TEST_F(View2DMapping, AResizeRefitsToNoRectangleWhereNoneWasShown) {
+  host.resize({100, 200});
+  EXPECT_DOUBLE_EQ(host.params().width, 4);
+  EXPECT_DOUBLE_EQ(host.params().height, 2);
+  host->ViewRect(0, 10, 0, 5);
+  for (const SIZE size : {SIZE{200, 200}, SIZE{400, 100}, SIZE{200, 200}, SIZE{400, 200}}) {
+    host.resize(size);
+    const VueParams p = host.params();
+    EXPECT_DOUBLE_EQ(p.width, 2.0 * size.cy / size.cx);
+    EXPECT_DOUBLE_EQ(p.height, 2);
+    EXPECT_EQ(p.x, 0);
+  }
+}
+
+TEST_F(View2DMapping, AResizeAfterViewRectReturnsToWhatWasShownBefore) {
+  host.look({-10, 10, -5, 5});
+  host->ViewRect(0, 100, 0, 50);
+  host.resize({400, 400});
+  host.resize({400, 200});
+  expectView({20, 10, 0, 0});
 }
 
 TEST_F(View2DMapping, AResizeRefitsTheHomeViewToTheObjects) {

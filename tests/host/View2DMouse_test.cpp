@@ -340,7 +340,7 @@ TEST_F(View2DMouse, AClickZoomsNowhere) {
   host.drag({{240, 80}, {300, 120}, {240, 120}});
   expectUnmoved();
   host->LastView();
-  EXPECT_EQ(host.params().width, 0) << "the view before the test's";
+  expectShown(0, 0, 1);  // the view before the test's
 }
 
 TEST_F(View2DMouse, Mode4StaysWhereItIsMaintained) {
@@ -384,12 +384,22 @@ TEST_F(View2DMouse, TheMiddleButtonPans) {
   EXPECT_TRUE(host.events(GraphEvent::MouseUp).empty());
 }
 
-TEST_F(View2DMouse, AfterThePanModeFourIsNotReturnedTo) {
+TEST_F(View2DMouse, AfterThePanEveryModeIsReturnedTo) {
+  host->put_MiddleButtonActive(VARIANT_TRUE);
+  for (const long mode : {-2L, -1L, 0L, 1L, 2L, 3L, 4L, 5L}) {
+    host->put_Mode(mode);
+    host.middleDrag({{100, 100}, {140, 80}});
+    EXPECT_EQ(host.mode(), mode);
+  }
+}
+
+TEST_F(View2DMouse, APanMakesModeFourTheOneBefore) {
   host->put_MiddleButtonActive(VARIANT_TRUE);
   host->put_Mode(-1);
   host->put_Mode(4);
   host.middleDrag({{100, 100}, {140, 80}});
-  EXPECT_EQ(host.mode(), -1);
+  host.drag({{100, 50}, {300, 150}});
+  EXPECT_EQ(host.mode(), 4);
 }
 
 TEST_F(View2DMouse, ANotchZoomsAboutTheMouse) {
@@ -410,7 +420,7 @@ TEST_F(View2DMouse, ANotchZoomsAboutTheMouse) {
   host.wheel(-40);
   EXPECT_DOUBLE_EQ(host.params().halfHeight, p.halfHeight * (1 + 100.0 / 400 * 0.5));
   host->LastView();
-  EXPECT_EQ(host.params().width, 0) << "the wheel keeps no history";
+  expectShown(0, 0, 1);  // the wheel keeps no history
 }
 
 TEST_F(View2DMouse, WildWheelsAreRecovered) {
@@ -454,6 +464,24 @@ TEST_F(View2DMouse, APressBesideEverythingSelectsNothing) {
   host.send(WM_LBUTTONDOWN, 200, 100, MK_LBUTTON);
   ASSERT_EQ(host.events(GraphEvent::MouseSelection).size(), 1U);
   EXPECT_EQ(host.events(GraphEvent::MouseSelection)[0].arguments[0].vt, VT_EMPTY);
+}
+
+TEST_F(View2DMouse, AHitWithoutNamesIsAnArrayWithoutElements) {
+  const auto nameless = makePlate({-10, 0, -5, 5}, {});
+  host->AddSelection(nameless->dispatch());
+  host->put_Mode(-1);
+  host->put_WindowSelection(VARIANT_TRUE);
+  host.move(100, 100);
+  host.drag({{20, 20}, {180, 180}});
+  host.send(WM_LBUTTONDBLCLK, 100, 100, MK_LBUTTON);
+  for (const DISPID event : {GraphEvent::MouseOn, GraphEvent::MouseOn2, GraphEvent::MouseSelection,
+                             GraphEvent::MouseSelection2, GraphEvent::WindowSelection,
+                             GraphEvent::MouseSelectionDblClick}) {
+    const auto fired = host.events(event);
+    ASSERT_EQ(fired.size(), 1U) << event;
+    EXPECT_EQ(fired[0].arguments.back().vt, VT_ARRAY | VT_I4) << event;
+    EXPECT_EQ(namesIn(fired[0].arguments.back()), Names{}) << event;
+  }
 }
 
 TEST_F(View2DMouse, WithoutSelectablesNoSelectionIsReported) {

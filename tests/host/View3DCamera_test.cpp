@@ -466,6 +466,65 @@ TEST_F(View3DCamera, ViewBoxReplacesTheScene) {
   EXPECT_NEAR(host.camera().height, 8, 1e-4) << "later fits use it";
 }
 
+TEST_F(View3DCamera, LaterChangesOfTheViewBoxCount) {
+  startWithCube();
+  host.camera();
+  const auto box = makeForeign<ForeignBox>(-1, 1, -4, 4, -5, 5);
+  host->setViewBox(box->dispatch());
+  EXPECT_EQ(referencesOf(box.Get()), 2U);
+  box->put_YMax(12);
+  host->VueXYp(0);
+  EXPECT_NEAR(host.camera().height, 16, 1e-4);
+  box->put_ZMax(95);
+  host->VueTournage(0);
+  EXPECT_NEAR(host.camera().width, 200, 1e-3);
+  const auto before = frame();
+  box->failWith(E_ACCESSDENIED);
+  EXPECT_EQ(host->VueXYp(0), E_ACCESSDENIED);
+  EXPECT_EQ(frame(), before) << "a box that cannot be read changes nothing";
+}
+
+TEST_F(View3DCamera, TheViewBoxCountsUntilTheSceneIsMeasured) {
+  startWithCube();
+  const auto box = makeForeign<ForeignBox>(-8, 8, -8, 8, -8, 8);
+  const auto measure = [&](auto call) {
+    host->setViewBox(box->dispatch());
+    EXPECT_EQ(call(), S_OK);
+    EXPECT_EQ(referencesOf(box.Get()), 1U);
+    host->VueXYp(0);
+    EXPECT_NEAR(host.camera().height, 1, 1e-4);
+  };
+  measure([&] { return host->initView(0); });
+  measure([&] { return host->ZoomTotal(0); });
+  measure([&] { return host->UpdateParams(); });
+  measure([&] { return host->Add(nullptr, 0); });
+}
+
+TEST_F(View3DCamera, FitsToTheWholeMeasureTheSceneAnew) {
+  host.addBox(kCube);
+  const auto large = host.addBox({-5, 5, -5, 5, -5, 5});
+  host->initView(0);
+  host->Remove(large->dispatch());
+  host->ZoomTotal(0);
+  EXPECT_NEAR(host.camera().height, 2 * kHalfDiagonal, 1e-4);
+  host->Add(large->dispatch(), 0);
+  host->Remove(large->dispatch());
+  host->initView(0);
+  EXPECT_NEAR(host.camera().height, 2 * kHalfDiagonal, 1e-4);
+}
+
+TEST_F(View3DCamera, AViewBoxMayBeReplacedWhileItIsRead) {
+  startWithCube();
+  const auto box = makeForeign<ForeignBox>(-8, 8, -8, 8, -8, 8);
+  host->setViewBox(box->dispatch());
+  box->onRead = [&] { host->Add(nullptr, 0); };
+  host->VueXYp(0);
+  EXPECT_NEAR(host.camera().height, 16, 1e-4);
+  host->VueXYp(0);
+  EXPECT_NEAR(host.camera().height, 1, 1e-4);
+  EXPECT_EQ(referencesOf(box.Get()), 1U);
+}
+
 TEST_F(View3DCamera, WhatIsNoBoxIsIgnored) {
   startWithCube();
   const auto before = frame();
@@ -488,6 +547,26 @@ TEST_F(View3DCamera, ResizingNeverStretches) {
     EXPECT_NEAR(camera.width / size.cx, camera.height / size.cy, 1e-5 * camera.width / size.cx);
     EXPECT_NEAR(scale(), camera.width / size.cx, 1e-5 * scale());
   }
+}
+
+TEST_F(View3DCamera, AWindowMadeAgainKeepsTheHeightOrTheWidth) {
+  startWithCube();
+  host->VueXYp(0);  // 2 by 1
+  const auto reopen = [&](SIZE size) {
+    host.deactivate();
+    host.resize(size);
+    host.activate();
+    return host.camera();
+  };
+  const DrawnCamera tall = reopen({200, 200});
+  EXPECT_EQ(tall.pixelWidth, 200);
+  EXPECT_NEAR(tall.width, 2, kTolerance);
+  EXPECT_NEAR(tall.height, 2, kTolerance);
+  const DrawnCamera wide = reopen({800, 200});
+  EXPECT_EQ(wide.pixelWidth, 800);
+  EXPECT_NEAR(wide.width, 8, kTolerance);
+  EXPECT_NEAR(wide.height, 2, kTolerance);
+  EXPECT_NEAR(scale(), 0.01, 1e-9);
 }
 
 TEST_F(View3DCamera, AWindowWithoutSizeIsOvercome) {

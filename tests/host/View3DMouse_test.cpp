@@ -391,6 +391,30 @@ TEST_F(View3DMouse, SelectionModesPickAtThePress) {
   }
 }
 
+TEST_F(View3DMouse, AHitWithoutNamesIsAnArrayWithoutElements) {
+  const auto nameless = makePickable({}, {-10, 0, -5, 5, 0});
+  host->AddSelection(nameless->dispatch());
+  _variant_t under;
+  EXPECT_EQ(host->getSelectionUnderMouse(100, 100, &under), S_OK);
+  EXPECT_EQ(under.vt, VT_ARRAY | VT_I4);
+  host->put_WindowSelection(VARIANT_TRUE);
+  host.move(100, 100);
+  for (const VARIANT_BOOL superposed : {VARIANT_FALSE, VARIANT_TRUE}) {
+    host->put_SelectSuperpose(superposed);
+    host->put_MouseMode(-1);
+    host.drag({{20, 20}, {180, 180}});
+  }
+  std::vector<_variant_t> selections;
+  for (const DISPID event : {kMouseOn, kMouseSelection, kWindowSelection}) {
+    for (const auto& fired : host.events(event)) selections.push_back(fired.arguments.back());
+  }
+  EXPECT_EQ(selections.size(), 5U);
+  for (const _variant_t& selection : selections) {
+    EXPECT_EQ(selection.vt, VT_ARRAY | VT_I4);
+    EXPECT_EQ(namesIn(selection), Names{});
+  }
+}
+
 TEST_F(View3DMouse, SuperposedSelectionReportsEveryHit) {
   addSelectable(7, 100, 50, 200, 150, 0);
   addSelectable(8, 100, 50, 200, 150, 0.5);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <sstream>
@@ -8,6 +7,7 @@
 #include <vector>
 
 #include "core/Point.h"
+#include "view/PickRecords.h"
 #include "view/PixelPoint.h"
 
 namespace zyn::test {
@@ -52,10 +52,14 @@ class CallRecorder {
   static void write(std::ostream& out, const std::string& text) { out << text; }
   static void write(std::ostream& out, PixelPoint at) { out << at.x << ',' << at.y; }
   static void write(std::ostream& out, const Point& at) { out << at.x << ',' << at.y; }
-  static void write(std::ostream& out, const std::vector<std::int32_t>& names) {
+  static void write(std::ostream& out, const PickedNames& names) {
+    if (!names) {
+      out << "nothing";
+      return;
+    }
     out << '{';
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      out << (i == 0 ? "" : ",") << names[i];
+    for (std::size_t i = 0; i < names->size(); ++i) {
+      out << (i == 0 ? "" : ",") << (*names)[i];
     }
     out << '}';
   }

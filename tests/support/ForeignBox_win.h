@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "support/ForeignBase_win.h"
 
 namespace zyn::test {
@@ -26,6 +28,9 @@ class ForeignBox final : public ForeignBase<ForeignBox, IZYNBox3D> {
   STDMETHODIMP get_DY(double* value) override { return give(yMax_ - yMin_, value); }
   STDMETHODIMP get_DZ(double* value) override { return give(zMax_ - zMin_, value); }
 
+  /// Called before each get.
+  std::function<void()> onRead;
+
   /// From now on every get fails with this code.
   void failWith(HRESULT result) { result_ = result; }
 
@@ -34,6 +39,7 @@ class ForeignBox final : public ForeignBase<ForeignBox, IZYNBox3D> {
   friend ForeignBase;
 
   HRESULT give(double from, double* to) const {
+    if (const auto action = onRead) action();
     if (SUCCEEDED(result_)) *to = from;
     return result_;
   }

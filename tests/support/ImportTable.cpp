@@ -88,6 +88,8 @@ void addGraphics(Rules& rules) {
         "CreateRectRgnIndirect GdiFlush PatBlt SetMapMode SetStretchBltMode SetWindowExtEx "
         "SetWindowOrgEx GetPixel");
   leave(rules, "cannot fail", "wglGetCurrentContext wglGetCurrentDC");
+  leave(rules, "asked of multisampled bitmaps only, where no answer means no samples",
+        "GetPixelFormat");
 }
 
 void addUser(Rules& rules) {

@@ -24,18 +24,21 @@ class RecordingGraphMouseHost : public GraphMouseHost, public CallRecorder {
   }
   void fireMouseMove(const Point& at) noexcept override { record("MouseMove", at); }
   void fireMouseLeave() noexcept override { record("MouseLeave"); }
-  void fireMouseSelection(const Names& names) noexcept override { record("MouseSelection", names); }
-  void fireMouseSelection2(int key, const Point& at, const Names& names) noexcept override {
+  void fireMouseSelection(const PickedNames& names) noexcept override {
+    record("MouseSelection", names);
+  }
+  void fireMouseSelection2(int key, const Point& at, const PickedNames& names) noexcept override {
     record("MouseSelection2", key, at, names);
   }
-  void fireMouseSelectionDblClick(const Names& names) noexcept override {
+  void fireMouseSelectionDblClick(const PickedNames& names) noexcept override {
     record("MouseSelectionDblClick", names);
   }
-  void fireMouseOn(const Names& names) noexcept override { record("MouseOn", names); }
-  void fireMouseOn2(int key, const Point& at, const Names& names) noexcept override {
+  void fireMouseOn(const PickedNames& names) noexcept override { record("MouseOn", names); }
+  void fireMouseOn2(int key, const Point& at, const PickedNames& names) noexcept override {
     record("MouseOn2", key, at, names);
   }
-  void fireWindowSelection(int key, const Rect2& rectangle, const Names& names) noexcept override {
+  void fireWindowSelection(int key, const Rect2& rectangle,
+                           const PickedNames& names) noexcept override {
     record("WindowSelection", key, text(rectangle), names);
   }
   bool askNearest(const Point& at) noexcept override {

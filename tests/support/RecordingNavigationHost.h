@@ -22,14 +22,14 @@ class RecordingNavigationHost : public NavigationHost, public CallRecorder {
     record("MouseUp", static_cast<int>(button), at);
   }
   void fireMouseMove(int key, PixelPoint at) noexcept override { record("MouseMove", key, at); }
-  void fireMouseSelection(int key, PixelPoint at, const Names& names) noexcept override {
+  void fireMouseSelection(int key, PixelPoint at, const PickedNames& names) noexcept override {
     record("MouseSelection", key, at, names);
   }
-  void fireMouseOn(int key, PixelPoint at, const Names& names) noexcept override {
+  void fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept override {
     record("MouseOn", key, at, names);
   }
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
-                           const Names& names) noexcept override {
+                           const PickedNames& names) noexcept override {
     record("WindowSelection", key, text(rectangle), names);
   }
   void captureMouse() noexcept override { record("capture"); }

@@ -18,8 +18,8 @@ TEST(PickRecordsTest, NothingFound) {
   for (const int hits : {0, -1, std::numeric_limits<int>::min()}) {
     const PickRecords records(buffer, hits);
     EXPECT_TRUE(records.all().empty());
-    EXPECT_EQ(records.nearestNames(), Names());
-    EXPECT_EQ(records.allNames(), Names());
+    EXPECT_EQ(records.nearestNames(), std::nullopt);
+    EXPECT_EQ(records.allNames(), std::nullopt);
   }
   EXPECT_TRUE(PickRecords().all().empty());
 }
@@ -63,10 +63,19 @@ TEST(PickRecordsTest, ANearestRecordWithoutNamesHidesTheOthers) {
   EXPECT_EQ(PickRecords(buffer, 2).nearestNames(), Names());
 }
 
+TEST(PickRecordsTest, HitsWithoutNamesAreHits) {
+  const Buffer buffer{0, 1000, 1000, 0, 2000, 2000};
+  EXPECT_EQ(PickRecords(buffer, 2).nearestNames(), Names());
+  EXPECT_EQ(PickRecords(buffer, 2).allNames(), Names());
+}
+
 TEST(PickRecordsTest, LeavesOutWhatTheBufferDoesNotHold) {
   const Buffer whole{1, 0, 0, 5, 2, 0, 0, 6, 7};
   const std::span<const std::uint32_t> span(whole);
-  const std::vector<Names> expected{{}, {}, {}, {}, {5}, {5}, {5}, {5}, {5}, {5, 6, 7}};
+  const PickedNames none;
+  const Names first{5};
+  const std::vector<PickedNames> expected{none,  none,  none,  none,  first,
+                                          first, first, first, first, Names{5, 6, 7}};
   for (std::size_t size = 0; size <= whole.size(); ++size) {
     const Buffer cut(span.begin(), span.begin() + static_cast<std::ptrdiff_t>(size));
     EXPECT_EQ(PickRecords(cut, std::numeric_limits<int>::max()).allNames(), expected[size]) << size;

@@ -67,13 +67,16 @@ TEST(MouseMode2DTest, PansForAWhile) {
   EXPECT_FALSE(mode.isPanning());
 }
 
-TEST(MouseMode2DTest, AfterAPanInTheZoomTheModeBeforeItComesBack) {
+TEST(MouseMode2DTest, AfterAPanInTheZoomTheZoomComesBackAndStays) {
   MouseMode2D mode;
   mode.set(5);
   mode.set(4);
   mode.beginPan();
+  EXPECT_EQ(mode.previous(), 4);
   mode.endPan();
-  EXPECT_EQ(mode.value(), 5);
+  EXPECT_EQ(mode.value(), 4);
+  mode.endZoom(false);
+  EXPECT_EQ(mode.value(), 4);
 }
 
 TEST(MouseMode2DTest, APressWithoutReleaseLosesNothing) {

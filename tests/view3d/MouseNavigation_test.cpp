@@ -33,14 +33,15 @@ PickRecords twoHits() {
   return PickRecords(buffer, 2);
 }
 
+std::optional<Box3> cube() { return Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5}; }
+
 /// A view of 400 by 200 pixels on the cube of side 1 about the origin, seen from +Z: a view
 /// rectangle of 2 by 1, the eye at distance sqrt(3).
 class MouseNavigationTest : public testing::Test {
  protected:
   MouseNavigationTest() {
     view_.setClientSize({400, 200});
-    view_.setSceneBox(Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5});
-    view_.initView(0, [] { return std::optional<Box3>(); });
+    view_.initView(0, cube);
     view_.showAxis(AxisView::XYp, 0);
     navigation_.mouseMove({1, 1}, kNone);
     host_.take();
@@ -224,7 +225,7 @@ TEST_F(MouseNavigationTest, AnyZoomCoefficientIsSurvived) {
   move({110, 90});
   move({130, 290});
   release({130, 290});
-  view_.initView(0, [] { return std::optional<Box3>(); });
+  view_.initView(0, cube);
   EXPECT_NEAR(camera().width(), std::sqrt(3.0), 1e-12);
 }
 
@@ -380,7 +381,7 @@ TEST_F(MouseNavigationTest, TheKeyOfASelectionIsThatOfThePress) {
   navigation_.mode().set(-1);
   for (const auto& [keys, key] : {std::pair(kLeftControl, "1"), std::pair(kLeftShift, "2")}) {
     navigation_.leftDown({10, 20}, keys);
-    EXPECT_EQ(host_.calls.back(), std::string("MouseSelection ") + key + " 10,20 {}");
+    EXPECT_EQ(host_.calls.back(), std::string("MouseSelection ") + key + " 10,20 nothing");
     release({10, 20});
   }
 }
@@ -422,15 +423,15 @@ TEST_F(MouseNavigationTest, HoveringReportsTheNearestHitBeforeTheMove) {
   EXPECT_EQ(host_.take(), (Calls{"pick 30,40", "MouseOn 0 30,40 {8}", "MouseMove 0 30,40"}));
   host_.hits = PickRecords();
   navigation_.mouseMove({31, 40}, kShift);
-  EXPECT_EQ(host_.take(), (Calls{"pick 31,40", "MouseOn 2 31,40 {}", "MouseMove 2 31,40"}));
+  EXPECT_EQ(host_.take(), (Calls{"pick 31,40", "MouseOn 2 31,40 nothing", "MouseMove 2 31,40"}));
 }
 
 TEST_F(MouseNavigationTest, NothingIsPickedTwiceForOnePosition) {
   host_.selectables = true;
   navigation_.mouseMove({30, 40}, kNone);
   navigation_.mouseMove({30, 40}, kControl);
-  EXPECT_EQ(host_.take(),
-            (Calls{"pick 30,40", "MouseOn 0 30,40 {}", "MouseMove 0 30,40", "MouseMove 1 30,40"}));
+  EXPECT_EQ(host_.take(), (Calls{"pick 30,40", "MouseOn 0 30,40 nothing", "MouseMove 0 30,40",
+                                 "MouseMove 1 30,40"}));
   navigation_.mouseLeave();
   navigation_.mouseMove({30, 40}, kNone);
   EXPECT_EQ(host_.count("pick"), 1);
@@ -489,7 +490,7 @@ TEST_F(MouseNavigationTest, TheKeyOfAWindowSelectionIsThatOfTheRelease) {
     navigation_.leftDown({250, 25}, kLeft);
     navigation_.leftUp({100, 150}, keys);
     EXPECT_EQ(host_.calls[host_.calls.size() - 2],
-              "WindowSelection " + std::to_string(key) + " -0.25:0.125,-0.25:0.375,-1,-1 {}");
+              "WindowSelection " + std::to_string(key) + " -0.25:0.125,-0.25:0.375,-1,-1 nothing");
   }
 }
 
@@ -644,7 +645,7 @@ TEST_F(WheelTest, AnyAccelerationIsSurvived) {
     navigation_.wheel(0, {});
   }
   EXPECT_EQ(host_.count("repaint"), 8);
-  view_.initView(0, [] { return std::optional<Box3>(); });
+  view_.initView(0, cube);
   EXPECT_NEAR(camera().height(), std::sqrt(3.0), 1e-12);
 }
 

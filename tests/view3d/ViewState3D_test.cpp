@@ -18,6 +18,7 @@ constexpr Box3 kBox{-1, 3, -1, 5, -3, 9};  // half-diagonal 7 around (1, 2, 3)
 
 std::optional<Box3> noBox() { return std::nullopt; }
 std::optional<Box3> cube() { return kCube; }
+std::optional<Box3> box() { return kBox; }
 
 std::optional<Box3> unexpected() { throw std::logic_error("the scene box was asked for"); }
 
@@ -36,7 +37,7 @@ std::vector<std::function<bool(ViewState3D&)>> operations() {
       [](ViewState3D& v) { return v.updateParams(cube); },
       [](ViewState3D& v) { return v.lastView(); },
       [](ViewState3D& v) { return v.vueTournage(0); },
-      [](ViewState3D& v) { return v.setViewBox(kBox); },
+      [](ViewState3D& v) { return v.setViewBox(box); },
       [](ViewState3D& v) { return v.fitWindow(); },
   };
 }
@@ -48,7 +49,7 @@ class ViewState3DTest : public ::testing::Test {
     view_.setSceneBox(kCube);
   }
 
-  void start() { ASSERT_TRUE(view_.initView(0.0, unexpected)); }
+  void start() { ASSERT_TRUE(view_.initView(0.0, cube)); }
 
   CParamsVue3D cameraNow() const { return CParamsVue3D(*view_.camera()); }
 
@@ -94,7 +95,7 @@ TEST_F(ViewState3DTest, InitViewCreatesTheCameraWithoutHistory) {
 
 TEST_F(ViewState3DTest, InitViewOfAnExistingCameraPushesHistory) {
   start();
-  EXPECT_TRUE(view_.initView(0.5, unexpected));
+  EXPECT_TRUE(view_.initView(0.5, cube));
   EXPECT_EQ(view_.history().count(), 1U);
 }
 
@@ -107,11 +108,10 @@ TEST_F(ViewState3DTest, InitViewAndZoomTotalNeedAClientArea) {
     EXPECT_EQ(view_.camera(), nullptr);
   }
   view_.setClientSize({1, 1});
-  EXPECT_TRUE(view_.initView(0.0, unexpected));
+  EXPECT_TRUE(view_.initView(0.0, cube));
 }
 
 TEST_F(ViewState3DTest, AWindowThatVanishesWhileTheSceneIsAskedIsNotFittedTo) {
-  view_.setSceneBox(std::nullopt);
   const auto shrinking = [this]() -> std::optional<Box3> {
     view_.setClientSize({0, 0});
     return kCube;
@@ -120,22 +120,20 @@ TEST_F(ViewState3DTest, AWindowThatVanishesWhileTheSceneIsAskedIsNotFittedTo) {
   EXPECT_EQ(view_.camera(), nullptr);
 }
 
-TEST_F(ViewState3DTest, InitViewAsksForABoxOnlyWhenThereIsNone) {
-  view_.setSceneBox(std::nullopt);
+TEST_F(ViewState3DTest, FitsToTheWholeMeasureTheSceneOnceEach) {
   int asked = 0;
-  const auto source = [&]() -> std::optional<Box3> {
-    ++asked;
-    return kBox;
-  };
-  EXPECT_TRUE(view_.initView(0.0, source));
+  const auto source = [&] { return std::optional(++asked % 2 == 1 ? kBox : kCube); };
+  EXPECT_TRUE(view_.zoomTotal(0.0, source));
   EXPECT_EQ(view_.sceneBox(), kBox);
   EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
+  EXPECT_TRUE(view_.zoomTotal(0.0, source));
+  EXPECT_EQ(view_.camera()->target(), Point());
   EXPECT_TRUE(view_.initView(0.0, source));
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
+  EXPECT_EQ(asked, 3);
 }
 
 TEST_F(ViewState3DTest, InitViewOfAnEmptySceneIsAllZero) {
-  view_.setSceneBox(std::nullopt);
   EXPECT_TRUE(view_.initView(0.0, noBox));
   EXPECT_EQ(view_.camera()->width(), 0.0);
   EXPECT_EQ(view_.camera()->zFar(), 0.0);
@@ -143,7 +141,6 @@ TEST_F(ViewState3DTest, InitViewOfAnEmptySceneIsAllZero) {
 }
 
 TEST_F(ViewState3DTest, AFailingSceneLeavesTheViewAsItWas) {
-  view_.setSceneBox(std::nullopt);
   EXPECT_THROW(view_.initView(0.0, unexpected), std::logic_error);
   EXPECT_EQ(view_.camera(), nullptr);
   view_.setSceneBox(kCube);
@@ -155,7 +152,7 @@ TEST_F(ViewState3DTest, AFailingSceneLeavesTheViewAsItWas) {
 }
 
 TEST_F(ViewState3DTest, ZoomTotalWithoutACameraIsInitView) {
-  EXPECT_TRUE(view_.zoomTotal(0.5, unexpected));
+  EXPECT_TRUE(view_.zoomTotal(0.5, cube));
   CParamsVue3D expected;
   expected.fitDefault(kCube, {400, 200}, 0.5, 0.0);
   expectSameView(*view_.camera(), expected);
@@ -163,11 +160,9 @@ TEST_F(ViewState3DTest, ZoomTotalWithoutACameraIsInitView) {
 }
 
 TEST_F(ViewState3DTest, ZoomTotalWithoutABoxDoesNothing) {
-  view_.setSceneBox(std::nullopt);
   EXPECT_FALSE(view_.zoomTotal(0.5, noBox));
   EXPECT_EQ(view_.camera(), nullptr);
   EXPECT_TRUE(view_.initView(0.0, cube));
-  view_.setSceneBox(std::nullopt);
   const CParamsVue3D before = cameraNow();
   EXPECT_FALSE(view_.zoomTotal(0.5, noBox));
   expectSameView(*view_.camera(), before);
@@ -177,8 +172,7 @@ TEST_F(ViewState3DTest, ZoomTotalWithoutABoxDoesNothing) {
 TEST_F(ViewState3DTest, ZoomTotalKeepsTheDirectionAndPushesHistory) {
   start();
   view_.showAxis(AxisView::XZm, 0.0);
-  view_.setSceneBox(std::nullopt);
-  EXPECT_TRUE(view_.zoomTotal(0.0, [] { return std::optional(kBox); }));
+  EXPECT_TRUE(view_.zoomTotal(0.0, box));
   EXPECT_EQ(view_.history().count(), 2U);
   const double oldDepth = 2.0 * std::sqrt(0.75);
   expectNear(view_.camera()->eye(), Point(1, 2 - oldDepth, 3));
@@ -206,15 +200,15 @@ TEST_F(ViewState3DTest, DrawingDepthHoldsFromTheNextFit) {
   EXPECT_DOUBLE_EQ(view_.camera()->zFar(), 15.5);
   view_.vueTournage(0.0);
   EXPECT_NEAR(view_.camera()->eye().y, 1.7321, 5e-5);
-  view_.initView(0.0, unexpected);
+  view_.initView(0.0, cube);
   EXPECT_EQ(view_.camera()->eye(), Point(10, 0, 0));
-  view_.zoomTotal(0.0, unexpected);
+  view_.zoomTotal(0.0, cube);
   EXPECT_EQ(view_.camera()->depth(), 10.0);
   view_.setDrawingDepth(30.0);
   view_.updateParams(cube);
   EXPECT_EQ(view_.camera()->eye(), Point(30, 0, 0));
   view_.setDrawingDepth(40.0);
-  view_.setViewBox(kCube);
+  view_.setViewBox(cube);
   EXPECT_EQ(view_.camera()->eye(), Point(40, 0, 0));
 }
 
@@ -258,7 +252,7 @@ TEST_F(ViewState3DTest, MovesLeaveTheHistoryAlone) {
   view_.rotateH(10);
   view_.rotateV(10);
   view_.updateParams(cube);
-  view_.setViewBox(kBox);
+  view_.setViewBox(box);
   view_.fitWindow();
   EXPECT_EQ(view_.history().count(), 1U);
   EXPECT_TRUE(view_.lastView());
@@ -324,7 +318,7 @@ TEST_F(ViewState3DTest, FrameOfTheView) {
 TEST_F(ViewState3DTest, UpdateParamsTakesTheNewBoxAndRefitsTheDepth) {
   start();
   view_.showAxis(AxisView::XYp, 0.0);
-  EXPECT_TRUE(view_.updateParams([] { return std::optional(kBox); }));
+  EXPECT_TRUE(view_.updateParams(box));
   EXPECT_EQ(view_.sceneBox(), kBox);
   const double distance = 2.0 * (7.0 + std::sqrt(14.0));
   EXPECT_DOUBLE_EQ(view_.camera()->depth(), distance);
@@ -343,7 +337,7 @@ TEST_F(ViewState3DTest, UpdateParamsOfAnEmptySceneForgetsTheBox) {
 TEST_F(ViewState3DTest, SetViewBoxReplacesTheBoxAndRefitsTheDepth) {
   start();
   view_.showAxis(AxisView::YZm, 0.0);
-  EXPECT_TRUE(view_.setViewBox(kBox));
+  EXPECT_TRUE(view_.setViewBox(box));
   EXPECT_EQ(view_.sceneBox(), kBox);
   const double distance = 2.0 * (7.0 + std::sqrt(14.0));
   expectNear(view_.camera()->eye(), Point(-distance, 0, 0));
@@ -351,6 +345,53 @@ TEST_F(ViewState3DTest, SetViewBoxReplacesTheBoxAndRefitsTheDepth) {
   EXPECT_DOUBLE_EQ(view_.camera()->zFar(), 1.55 * distance);
   view_.showAxis(AxisView::XYp, 0.0);
   EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
+}
+
+TEST_F(ViewState3DTest, TheViewBoxIsAskedAtEachFitUntilTheSceneIsMeasured) {
+  const std::vector<std::function<void()>> measurements = {
+      [&] { view_.setSceneBox(kCube); }, [&] { view_.initView(0.0, cube); },
+      [&] { view_.zoomTotal(0.0, cube); }, [&] { view_.updateParams(cube); }};
+  start();
+  for (const auto& measure : measurements) {
+    Box3 now = kCube;
+    EXPECT_TRUE(view_.setViewBox([&] { return std::optional(now); }));
+    now = kBox;
+    EXPECT_EQ(view_.sceneBox(), kBox);
+    EXPECT_TRUE(view_.vueTournage(0.0));
+    EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
+    measure();
+    EXPECT_EQ(view_.sceneBox(), kCube);
+  }
+}
+
+TEST_F(ViewState3DTest, AViewBoxThatFailsChangesNothing) {
+  start();
+  view_.setViewBox(box);
+  const CParamsVue3D before = cameraNow();
+  const auto history = view_.history().count();
+  EXPECT_THROW(view_.setViewBox(unexpected), std::logic_error);
+  EXPECT_EQ(view_.sceneBox(), kBox);
+  bool fails = false;
+  view_.setViewBox([&] { return fails ? unexpected() : box(); });
+  fails = true;
+  EXPECT_THROW(view_.showAxis(AxisView::XYp, 0.0), std::logic_error);
+  EXPECT_THROW(view_.vueTournage(0.0), std::logic_error);
+  expectSameView(*view_.camera(), before);
+  EXPECT_EQ(view_.history().count(), history);
+}
+
+TEST_F(ViewState3DTest, AViewBoxMayBeReplacedWhileItIsAsked) {
+  start();
+  int asked = 0;
+  view_.setViewBox([this, &asked, kept = std::vector<int>(100, 1)] {
+    if (++asked > 1) {
+      view_.setSceneBox(kCube);
+    }
+    return kept[99] == 1 ? std::optional(kBox) : std::nullopt;
+  });
+  view_.showAxis(AxisView::XYp, 0.0);
+  EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
+  EXPECT_EQ(view_.sceneBox(), kCube);
 }
 
 TEST_F(ViewState3DTest, PixelPlaneIntersectionTakesFourValuesOnly) {
@@ -373,8 +414,8 @@ TEST_F(ViewState3DTest, RecoversFromValuesThatAreNoNumbers) {
     view_.rotateH(odd);
     view_.translateV(odd);
     view_.setDrawingDepth(nan);
-    view_.zoomTotal(odd, unexpected);
-    view_.setViewBox(Box3{odd, odd, odd, odd, odd, odd});
+    view_.zoomTotal(odd, cube);
+    view_.setViewBox([odd] { return std::optional(Box3{odd, odd, odd, odd, odd, odd}); });
     view_.lastView();
     view_.setSceneBox(kCube);
     view_.showAxis(AxisView::XYp, 0.0);
