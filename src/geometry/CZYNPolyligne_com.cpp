@@ -9,7 +9,7 @@
 #include "geometry/CZYNBox3D_com.h"
 #include "geometry/CZYNPoint_com.h"
 #include "geometry/StoredNumber_com.h"
-#include "glcontext/SelectionNames_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "core/ScreenMap.h"
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

@@ -9,7 +9,7 @@
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/PixelFormats_win.h"
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {

@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-#include "glcontext/PlainPixelStore_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {

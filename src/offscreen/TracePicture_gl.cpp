@@ -1,6 +1,6 @@
 #include "offscreen/TracePicture_gl.h"
 
-#include "glcontext/BalancedStacks_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 #include "view/PixelScale_gl.h"
 #include "view2d/ViewMatrices_gl.h"

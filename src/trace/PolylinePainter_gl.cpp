@@ -5,11 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include "glcontext/AutoGLColor_gl.h"
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/AutoGLLineWidth_gl.h"
-#include "glcontext/AutoGLPointSize_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 #include "trace/ClipBand.h"
 #include "trace/EyeSpace_gl.h"
 

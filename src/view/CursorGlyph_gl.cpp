@@ -1,7 +1,6 @@
 #include "view/CursorGlyph_gl.h"
 
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

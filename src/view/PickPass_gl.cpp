@@ -6,9 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/BalancedStacks_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {

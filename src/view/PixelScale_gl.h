@@ -1,6 +1,6 @@
 #pragma once
 
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {

@@ -1,7 +1,6 @@
 #include "view/RubberBand_gl.h"
 
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {

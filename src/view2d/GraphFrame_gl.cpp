@@ -1,8 +1,7 @@
 #include "view2d/GraphFrame_gl.h"
 
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
 #include "glcontext/RasterImage_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "objects/text/DigitText_gl.h"
 #include "objects/text/TextPainter_gl.h"
 #include "view2d/FrameLayout.h"

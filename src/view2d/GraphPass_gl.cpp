@@ -1,7 +1,6 @@
 #include "view2d/GraphPass_gl.h"
 
-#include "glcontext/BalancedStacks_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "view/RubberBand_gl.h"
 #include "view2d/Grid_gl.h"
 #include "view2d/ViewMatrices_gl.h"

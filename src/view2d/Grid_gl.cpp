@@ -4,9 +4,7 @@
 #include <cmath>
 
 #include "core/Point.h"
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/AutoGLLineWidth_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "view2d/Multiples.h"
 #include "view2d/ViewMatrices_gl.h"
 

@@ -2,9 +2,8 @@
 
 #include <cmath>
 
-#include "glcontext/AutoGLColor_gl.h"
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 
 namespace zyn {
 

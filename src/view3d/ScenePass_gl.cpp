@@ -4,9 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "glcontext/BalancedStacks_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 #include "view/PixelScale_gl.h"
 #include "view3d/Lights_gl.h"

@@ -6,8 +6,7 @@
 #include <numbers>
 
 #include "core/VectorMath.h"
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 #include "view3d/AxisLetter_gl.h"
 #include "view3d/TrihedronPlacement.h"

@@ -1,7 +1,5 @@
-#include "glcontext/AutoGLCapability_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
-#include "glcontext/AutoGLDepthTest_gl.h"
-#include "glcontext/AutoGLLighting_gl.h"
 #include "support/GlTest_gl.h"
 
 namespace zyn {

@@ -1,4 +1,4 @@
-#include "glcontext/AutoGLDepthMask_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 #include "support/GlTest_gl.h"
 

@@ -1,4 +1,4 @@
-#include "glcontext/AutoGLPointSize_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 #include <cmath>
 

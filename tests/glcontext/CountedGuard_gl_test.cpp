@@ -1,17 +1,8 @@
-#include "glcontext/CountedGuard.h"
+#include "glcontext/StateGuards_gl.h"
 
 #include <optional>
 
-#include "glcontext/AutoGLColor_gl.h"
-#include "glcontext/AutoGLDepthFunc_gl.h"
-#include "glcontext/AutoGLDepthMask_gl.h"
-#include "glcontext/AutoGLDepthTest_gl.h"
-#include "glcontext/AutoGLLighting_gl.h"
-#include "glcontext/AutoGLLineStipple_gl.h"
-#include "glcontext/AutoGLLineWidth_gl.h"
-#include "glcontext/AutoGLPointSize_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 #include "support/GlTest_gl.h"
 
 namespace zyn {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "glcontext/CountedGuard.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "support/EglContext_gl.h"
 #include "support/GlState_gl.h"

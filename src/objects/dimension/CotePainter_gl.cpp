@@ -3,7 +3,7 @@
 #include "core/VectorMath.h"
 #include "glcontext/BorrowedState_gl.h"
 #include "glcontext/RasterImage_gl.h"
-#include "glcontext/SelectionNames_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {

@@ -2,9 +2,8 @@
 
 #include <cmath>
 
-#include "glcontext/AutoGLDepthTest_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
 #include "glcontext/RasterImage_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "glcontext/gl_api.h"
 

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "glcontext/PlainPixelStore_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

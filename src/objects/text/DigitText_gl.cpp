@@ -1,6 +1,6 @@
 #include "objects/text/DigitText_gl.h"
 
-#include "glcontext/PushedAttributes_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

@@ -3,14 +3,10 @@
 #include <cmath>
 #include <string>
 
-#include "glcontext/AutoGLColor_gl.h"
-#include "glcontext/AutoGLDepthTest_gl.h"
-#include "glcontext/AutoGLLighting_gl.h"
 #include "glcontext/ModelView_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
 #include "glcontext/RasterImage_gl.h"
-#include "glcontext/SelectionNames_gl.h"
+#include "glcontext/StateGuards_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/DigitText_gl.h"
 #include "objects/text/TextPainter_gl.h"

@@ -3,8 +3,7 @@
 #include <optional>
 
 #include "glcontext/ModelView_gl.h"
-#include "glcontext/PushedAttributes_gl.h"
-#include "glcontext/PushedMatrix_gl.h"
+#include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
 

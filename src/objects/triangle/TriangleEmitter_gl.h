@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "contract/TriangleShape.h"
-#include "glcontext/SurfaceMaterial_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 
 namespace zyn {
 

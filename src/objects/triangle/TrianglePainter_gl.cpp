@@ -1,6 +1,6 @@
 #include "objects/triangle/TrianglePainter_gl.h"
 
-#include "glcontext/AutoGLColor_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 
 namespace zyn {
 

@@ -1,4 +1,4 @@
-#include "glcontext/AutoGLColor_gl.h"
+#include "glcontext/SurfaceState_gl.h"
 
 #include <cmath>
 #include <tuple>
