@@ -55,10 +55,19 @@ HRESULT registerAll(ClassTable classes, RegistrationScope scope) noexcept {
   });
 }
 
+/// Whether another file than ours serves the class: a copy of this one that was registered later.
+bool isServedByAnother(REFCLSID id, RegistrationScope scope) {
+  const auto server =
+      readText(ClassesRoot(scope).get(), L"CLSID\\" + guidText(id) + L"\\InprocServer32");
+  return server && !isSameText(*server, modulePath());
+}
+
 HRESULT unregisterAll(ClassTable classes, RegistrationScope scope) noexcept {
   return boundary([&] {
     for (const ClassEntry& entry : classes) {
-      undoScript(readScript(entry), scope);
+      if (!isServedByAnother(*entry.id, scope)) {
+        undoScript(readScript(entry), scope);
+      }
     }
     unregisterTypeLibrary(scope);
   });

@@ -1,5 +1,7 @@
 #include "com/Registrar_com.h"
 
+#include <algorithm>
+
 namespace zyn {
 
 namespace {
@@ -45,6 +47,17 @@ void applyKey(HKEY parent, const ScriptKey& script) {
   }
 }
 
+/// Whether the key, the name of a class, stands for another class by now.
+bool isAnothers(HKEY key, const ScriptKey& script) {
+  const auto id = std::ranges::find(script.keys, L"CLSID", &ScriptKey::name);
+  if (id == script.keys.end() || id->values.empty()) {
+    return false;
+  }
+  const auto found = readText(key, id->name);
+  const auto* const own = std::get_if<std::wstring>(&id->values.front().data);
+  return found && own && !isSameText(*found, *own);
+}
+
 void undoKey(HKEY parent, const ScriptKey& script);
 
 /// Whether the key holds nothing any more.
@@ -64,7 +77,7 @@ void undoKey(HKEY parent, const ScriptKey& script) {
     return;
   }
   UniqueRegistryKey key = openKey(parent, script.name);
-  if (!key || script.rule == ScriptKey::Rule::kDelete) {
+  if (!key || script.rule == ScriptKey::Rule::kDelete || isAnothers(key.get(), script)) {
     return;
   }
   const bool removable = undoContents(key.get(), script) && script.rule == ScriptKey::Rule::kPlain;

@@ -12,8 +12,8 @@ namespace zyn {
 void applyScript(const std::vector<ScriptKey>& script, RegistrationScope scope);
 
 /// Removes what `applyScript` has written: values, keys that are empty then, and the keys that are
-/// the script's own with all they hold. What others have added to the other keys stays. Nothing to
-/// remove is no failure.
+/// the script's own with all they hold. What others have added to the other keys stays, and so does
+/// the name of a class that stands for another class by now. Nothing to remove is no failure.
 void undoScript(const std::vector<ScriptKey>& script, RegistrationScope scope);
 
 }  // namespace zyn

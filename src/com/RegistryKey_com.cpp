@@ -21,6 +21,25 @@ UniqueRegistryKey createKey(HKEY parent, const std::wstring& name) {
   return UniqueRegistryKey(key);
 }
 
+std::optional<std::wstring> readText(HKEY parent, const std::wstring& path) {
+  std::wstring text(MAX_PATH, L'\0');
+  for (;;) {
+    auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    const LSTATUS status =
+        RegGetValueW(parent, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+    if (status == ERROR_MORE_DATA) {
+      text.resize(text.size() * 2);
+      continue;
+    }
+    checkRegistryUnlessMissing(status);
+    return status == ERROR_SUCCESS ? std::optional<std::wstring>(text.c_str()) : std::nullopt;
+  }
+}
+
+bool isSameText(const std::wstring& a, const std::wstring& b) noexcept {
+  return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 UniqueRegistryKey openKey(HKEY parent, const std::wstring& name) {
   HKEY key = nullptr;
   checkRegistryUnlessMissing(RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ | KEY_WRITE, &key));

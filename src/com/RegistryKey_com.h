@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -23,6 +24,12 @@ void checkRegistryUnlessMissing(LSTATUS status);
 
 /// Opens the key, made if there is none.
 UniqueRegistryKey createKey(HKEY parent, const std::wstring& name);
+
+/// The default value of the key at `path`, if there is one and it is a text.
+std::optional<std::wstring> readText(HKEY parent, const std::wstring& path);
+
+/// Whether two paths or identifiers are the same but for the case of their letters.
+bool isSameText(const std::wstring& a, const std::wstring& b) noexcept;
 
 /// Opens the key; null if there is none.
 UniqueRegistryKey openKey(HKEY parent, const std::wstring& name);

@@ -4,6 +4,8 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <array>
+#include <cwchar>
 #include <string>
 
 #include "com/ModuleState_com.h"
@@ -37,6 +39,16 @@ class UserClassesAsRoot {
   ~UserClassesAsRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
 };
 
+/// Whether the type library is registered, and read from our own file.
+bool isRegisteredHere(const TypeLibraryAttributes& id, RegistrationScope scope) {
+  std::array<wchar_t, 40> version{};
+  std::swprintf(version.data(), version.size(), L"\\%x.%x\\%lx\\win64", id->wMajorVerNum,
+                id->wMinorVerNum, id->lcid);
+  const auto file =
+      readText(ClassesRoot(scope).get(), L"TypeLib\\" + guidText(id->guid) + version.data());
+  return file && isSameText(*file, modulePath());
+}
+
 }  // namespace
 
 void registerTypeLibrary(RegistrationScope scope) {
@@ -53,7 +65,7 @@ void registerTypeLibrary(RegistrationScope scope) {
 void unregisterTypeLibrary(RegistrationScope scope) {
   const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();
   const TypeLibraryAttributes id(*library.Get());
-  if (!openKey(ClassesRoot(scope).get(), L"TypeLib\\" + guidText(id->guid))) {
+  if (!isRegisteredHere(id, scope)) {
     return;
   }
   if (scope == RegistrationScope::kMachine) {

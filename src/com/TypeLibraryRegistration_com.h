@@ -8,7 +8,7 @@ namespace zyn {
 /// failure of the call that stopped it.
 void registerTypeLibrary(RegistrationScope scope);
 
-/// Takes the registration away; none to take away is no failure.
+/// Takes the registration away where it names our own file; none to take away is no failure.
 void unregisterTypeLibrary(RegistrationScope scope);
 
 }  // namespace zyn

@@ -27,12 +27,15 @@ std::wstring lastDescription() {
 class CompanionLibrary : public HostTest {
  protected:
   CompanionLibrary() { copy(kViews); }
+  // As COM asks before it unloads a library.
+  ~CompanionLibrary() override { EXPECT_EQ(library().canUnloadNow(), S_OK); }
 
   void copy(const wchar_t* file) {
     wchar_t program[1024] = {};
     GetModuleFileNameW(nullptr, program, static_cast<DWORD>(std::size(program)));
     std::filesystem::copy_file(std::filesystem::path(program).replace_filename(file),
-                               folder_.file(file));
+                               folder_.file(file),
+                               std::filesystem::copy_options::overwrite_existing);
   }
 
   /// The copy of ZYNVue.dll, for which no class of the companion is registered.

@@ -28,6 +28,7 @@ const FailingCall kAdding[] = {
     {"LoadResource", {0, ERROR_RESOURCE_NAME_NOT_FOUND}, kNoResource},
 };
 const FailingCall kRemoving[] = {
+    {"RegGetValueW", {ERROR_ACCESS_DENIED, 0}, kRefused},
     {"RegOpenKeyExW", {ERROR_ACCESS_DENIED, 0}, kRefused},
     {"RegDeleteTreeW", {ERROR_ACCESS_DENIED, 0}, kRefused},
     {"RegDeleteValueW", {ERROR_ACCESS_DENIED, 0}, kRefused},

@@ -3,6 +3,7 @@
 #include "support/RegisteredClasses_win.h"
 #include "support/RegistryTree_win.h"
 #include "support/ServerModule_win.h"
+#include "support/TempFolder_win.h"
 
 namespace zyn::test {
 namespace {
@@ -219,6 +220,18 @@ TEST_F(RegistrationTest, TheFailureOfTheRegistryIsReturned) {
   EXPECT_EQ(module_.unregisterServer(), HRESULT_FROM_WIN32(ERROR_KEY_DELETED));
 }
 
+TEST_F(RegistrationTest, ANameThatStandsForAnotherClassStays) {
+  ASSERT_EQ(add(), S_OK);
+  const std::wstring theirs = L"{00000000-0000-0000-0000-00000000AAAA}";
+  writeText(classes_.get(), L"ZYNVue.ZYNVue3D\\CLSID", L"", theirs);
+  ASSERT_EQ(remove(), S_OK);
+  RegistryTree expected = kSharedKeys;
+  addText(expected, L"ZYNVue.ZYNVue3D", L"ZYNVue3D Class");
+  addText(expected, L"ZYNVue.ZYNVue3D\\CLSID", theirs);
+  addText(expected, L"ZYNVue.ZYNVue3D\\CurVer", L"ZYNVue.ZYNVue3D.1");
+  EXPECT_EQ(tree(), expected);
+}
+
 // For the user alone.
 
 class UserRegistrationTest : public RegistrationTest {
@@ -273,6 +286,64 @@ TEST_F(UserRegistrationTest, OtherCommandLinesAreRefused) {
   EXPECT_EQ(tree(), RegistryTree());
   EXPECT_EQ(userTree(), RegistryTree());
 }
+
+// Two copies of a library.
+
+struct Copied {
+  const wchar_t* file;
+  const wchar_t* commandLine;
+};
+
+class CopiesRegistrationTest : public HostTest, public testing::WithParamInterface<Copied> {
+ protected:
+  CopiesRegistrationTest() {
+    for (const wchar_t* file : {L"ZYNVue.dll", L"ZYNModeleGeom.dll"}) {
+      const auto source = std::filesystem::path(old_.path()).replace_filename(file);
+      std::filesystem::copy_file(source, folder_.file(file),
+                                 std::filesystem::copy_options::overwrite_existing);
+    }
+  }
+
+  HRESULT install(const ServerModule& module, BOOL add) {
+    const RedirectedRoot user(HKEY_CURRENT_USER, user_.get());
+    const RedirectedRoot root(HKEY_CLASSES_ROOT, classes_.get());
+    return module.install(add, GetParam().commandLine);
+  }
+  RegistryTree tree() {
+    RegistryTree all = readTree(classes_.get());
+    all.merge(readTree(user_.get()));
+    return all;
+  }
+
+  TempFolder folder_;
+  ServerModule old_{GetParam().file};
+  ScratchKey classes_;
+  ScratchKey user_;
+};
+
+TEST_P(CopiesRegistrationTest, TakingAwayTheOldOneLeavesTheNewOne) {
+  const ServerModule newer(folder_.file(GetParam().file).c_str());
+  ASSERT_EQ(install(old_, FALSE), S_OK);
+  const RegistryTree none = tree();
+  ASSERT_EQ(install(old_, TRUE), S_OK);
+  ASSERT_EQ(install(newer, TRUE), S_OK);
+  const RegistryTree registered = tree();
+  EXPECT_EQ(install(old_, FALSE), S_OK);
+  EXPECT_TRUE(tree() == registered);
+  EXPECT_EQ(install(newer, FALSE), S_OK);
+  for (const auto& [path, text] : tree()) {
+    EXPECT_TRUE(none.contains(path) || text.empty()) << path;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Libraries, CopiesRegistrationTest,
+                         testing::Values(Copied{L"ZYNVue.dll", L""}, Copied{L"ZYNVue.dll", L"user"},
+                                         Copied{L"ZYNModeleGeom.dll", L""},
+                                         Copied{L"ZYNModeleGeom.dll", L"user"}),
+                         [](const auto& chosen) {
+                           return std::string(chosen.index < 2 ? "ZYNVue" : "ZYNModeleGeom") +
+                                  (*chosen.param.commandLine ? "ForTheUser" : "");
+                         });
 
 }  // namespace
 }  // namespace zyn::test

@@ -124,13 +124,13 @@ void addCom(Rules& rules) {
         "CoTaskMemFree CoUninitialize SysFreeString SafeArrayUnaccessData VariantClear "
         "SafeArrayDestroy");
   leave(rules, "an apartment for registration, where the caller has none", "CoInitializeEx");
-  leave(rules, "cannot fail", "SysStringLen VariantInit StringFromGUID2");
+  leave(rules, "cannot fail", "CompareStringOrdinal SysStringLen VariantInit StringFromGUID2");
   leave(rules, "copies variables of any type that a member reads and changes, and none does",
         "VariantCopyInd");
   leave(rules, "tested in FailingRegistration_test",
         "FindResourceW LoadResource RegisterTypeLib RegisterTypeLibForUser UnRegisterTypeLib "
         "UnRegisterTypeLibForUser RegCreateKeyExW RegDeleteKeyW RegDeleteTreeW RegDeleteValueW "
-        "RegOpenKeyExW RegOverridePredefKey RegQueryInfoKeyW RegSetValueExW");
+        "RegGetValueW RegOpenKeyExW RegOverridePredefKey RegQueryInfoKeyW RegSetValueExW");
   leave(rules, "gives something back", "RegCloseKey");
 }
 
