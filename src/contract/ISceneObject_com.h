@@ -33,8 +33,11 @@ struct ISceneObject : public IUnknown {
   /// afterwards; it is not drawn in that pass where not. Its text view has been set by then.
   virtual bool STDMETHODCALLTYPE mayBePicked(const PickQuery&) noexcept { return true; }
 
-  /// How it takes fonts and measures of the view, if it does.
+  /// How it takes measures and fonts of the view, if it does.
   virtual ITextView* STDMETHODCALLTYPE textView() noexcept { return nullptr; }
+
+  /// Whether it takes fonts, which the view then makes.
+  virtual bool STDMETHODCALLTYPE takesFonts() noexcept { return false; }
 
   /// What it looks like, if it is a triangle.
   virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
@@ -49,4 +52,4 @@ struct ISceneObject : public IUnknown {
 }  // namespace zyn
 
 __CRT_UUID_DECL(zyn::ISceneObject, 0x6e3f1a97, 0x08d4, 0x4b52, 0xa7, 0x3c, 0x1f, 0x95, 0xd0, 0x4e,
-                0x82, 0xb6)
+                0x82, 0xb7)

@@ -6,7 +6,7 @@
 
 namespace zyn {
 
-/// Private interface of our objects that size text in pixels: a view hands them its fonts and
+/// Private interface of our objects that size something in pixels: a view hands them its fonts and
 /// measures before each draw, a bitmap context also when they are added.
 struct ITextView : public IUnknown {
   virtual void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept = 0;

@@ -148,14 +148,14 @@ STDMETHODIMP CZYNPolyligne::get_Attribut(IDispatch** pVal) noexcept {
 STDMETHODIMP CZYNPolyligne::Draw3D(int mode) noexcept {
   return automation(*this, [&] {
     const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline3D(points_, boxes(), style_, cache_);
+    drawPolyline3D(points_, boxes(), currentStyle(), cache_);
   });
 }
 
 STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
     const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline2D(points_, boxes(), style_, cache_);
+    drawPolyline2D(points_, boxes(), currentStyle(), cache_);
   });
 }
 
@@ -226,6 +226,20 @@ bool STDMETHODCALLTYPE CZYNPolyligne::mayBePicked(const PickQuery& query) noexce
     may = !all.isEmpty() && query.volume.mayMeet(all.box);
   });
   return may;
+}
+
+void STDMETHODCALLTYPE CZYNPolyligne::setTextView(const TextView& view) noexcept {
+  style_.pixelScale = view.pixelScale;
+  viewContext_ = view.context;
+}
+
+/// A host may draw the trace in a context of its own.
+LineStyle CZYNPolyligne::currentStyle() const {
+  LineStyle style = style_;
+  if (viewContext_ != wglGetCurrentContext()) {
+    style.pixelScale = 1;
+  }
+  return style;
 }
 
 void CZYNPolyligne::take(PointSequence points) {

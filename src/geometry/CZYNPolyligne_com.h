@@ -7,6 +7,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "com/ComClass_com.h"
 #include "contract/ISceneObject_com.h"
+#include "contract/ITextView_com.h"
 #include "geometry/CZYNAttribut_com.h"
 #include "trace/NearestPoint.h"
 #include "trace/PolylinePainter_gl.h"
@@ -17,7 +18,7 @@ namespace zyn {
 /// wide at first.
 class CZYNPolyligne final
     : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>, Dual<IZYNAttribuable>,
-                      Dual<IZYNObjet>, IGLDraw, ISceneObject> {
+                      Dual<IZYNObjet>, IGLDraw, ISceneObject, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNModeleGeom.Polyligne";
 
@@ -47,17 +48,21 @@ class CZYNPolyligne final
   IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
   void take(PointSequence points);
+  LineStyle currentStyle() const;
   const RunBoxes& boxes();
   std::optional<TracePoint> nearestTo(IZYNPoint& point);
 
   PointSequence points_;
   std::optional<RunBoxes> boxes_;  ///< made when they are first needed
   SceneWatch watch_;
-  LineStyle style_;
+  LineStyle style_;              ///< with the scale of the view that draws it
+  HGLRC viewContext_ = nullptr;  ///< in which that view draws
   PathCache cache_;
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();
 };

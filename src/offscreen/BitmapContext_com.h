@@ -105,10 +105,10 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     }
   }
 
-  /// What texts are told, for a view that shows `viewHeight` from bottom to top.
+  /// What objects are told, for a view that shows `viewHeight` from bottom to top.
   TextView textView(double viewHeight) const {
     const auto fonts = fonts_.lock();
-    return fonts ? fonts->view(viewHeight, pixelScale()) : TextView();
+    return {fonts ? fonts->fonts() : nullptr, renderingContext_, viewHeight, pixelScale()};
   }
 
   /// How the list is drawn with these texts.
@@ -139,6 +139,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
 
   std::shared_ptr<void> prepareContext() {
     setInitialState();
+    renderingContext_ = wglGetCurrentContext();
     fonts_.reset();
     const auto lists = std::make_shared<DisplayLists>();
     lists_ = lists;
@@ -165,6 +166,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   double resolution_;        ///< dots per inch; lines, points and text grow with it
   /// Shared with the render pass that runs: an object that draws may replace the surface meanwhile.
   std::shared_ptr<OffscreenSurface> surface_;
+  HGLRC renderingContext_ = nullptr;  ///< of the surface
   std::weak_ptr<DisplayLists> lists_;
   std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
   bool rendering_ = false;

@@ -80,7 +80,8 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
     // nothing.
     Collected collected;
     collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, false, collected);
-    if (!collected.texts.empty() || !collected.itemTexts.empty()) {
+    if (std::any_of(collected.elements.begin(), collected.elements.end(),
+                    [](const auto& element) { return element && element->mayDrawText(); })) {
       needFonts();
     }
     const TextView view = textView(viewHeight());

@@ -25,7 +25,7 @@ struct DrawElem final : WatchLink, Pooled<DrawElem> {
   DrawElem& operator=(const DrawElem&) = delete;
 
   /// Whether drawing the object may take fonts.
-  bool mayDrawText() const { return !own || own->textView(); }
+  bool mayDrawText() const { return !own || own->takesFonts(); }
 };
 
 }  // namespace zyn

@@ -8,7 +8,7 @@ namespace zyn {
 
 /// Draws vertices by their place before the eye, calculated in double precision, for a scope: a
 /// trace far from the origin, in a view that looks there, keeps its shape. The current model-view
-/// matrix is given back at the end.
+/// matrix is given back at the end. Not for display lists, which are called under other matrices.
 class EyeSpace {
  public:
   EyeSpace() : mode_(enumState(GL_MATRIX_MODE)) {

@@ -68,6 +68,26 @@ class PlanePlace {
   const AffineForm& y_;
 };
 
+/// On how many levels a box begins with this point.
+std::size_t levelsAt(const RunBoxes& boxes, std::size_t i) {
+  if (i % RunBoxes::kFan != 0) {
+    return 0;
+  }
+  std::size_t level = 0;
+  std::size_t length = RunBoxes::kFan;
+  while (level < boxes.levels() && i % length == 0 && i / length < boxes.runs(level)) {
+    ++level;
+    length *= RunBoxes::kFan;
+  }
+  return level;
+}
+
+/// The end of the box that begins with this point and holds all points up to it.
+std::size_t endOfBox(const PointSequence& points, std::size_t i, std::size_t level) {
+  const std::size_t length = RunBoxes::length(level);
+  return i + length + 1 < points.size() ? i + length : points.size();
+}
+
 template <class Place>
 class Reduction {
  public:
@@ -88,10 +108,9 @@ class Reduction {
  private:
   /// Takes the point, or one of the boxes that begin with it. The point that comes next.
   std::size_t step(std::size_t i) {
-    for (std::size_t level = levelsAt(i); level-- > 0;) {
-      const std::size_t length = RunBoxes::length(level);
-      const std::size_t end = i + length + 1 < points_.size() ? i + length : points_.size();
-      if (takeBox(boxes_.run(level, i / length), i, end)) {
+    for (std::size_t level = levelsAt(boxes_, i); level-- > 0;) {
+      const std::size_t end = endOfBox(points_, i, level);
+      if (takeBox(boxes_.run(level, i / RunBoxes::length(level)), i, end)) {
         return end;
       }
     }
@@ -101,20 +120,6 @@ class Reduction {
       take(place_.of(i), {i, i});
     }
     return i + 1;
-  }
-
-  /// On how many levels a box begins with this point.
-  std::size_t levelsAt(std::size_t i) const {
-    if (i % RunBoxes::kFan != 0) {
-      return 0;
-    }
-    std::size_t level = 0;
-    std::size_t length = RunBoxes::kFan;
-    while (level < boxes_.levels() && i % length == 0 && i / length < boxes_.runs(level)) {
-      ++level;
-      length *= RunBoxes::kFan;
-    }
-    return level;
   }
 
   /// False for a box that has to be looked into.
@@ -217,6 +222,20 @@ class Reduction {
   CellRun run_;  ///< that is being taken
 };
 
+/// Behind the largest box that begins with this point and cannot be seen; the point where there is
+/// none.
+std::size_t endOfUnseen(const TraceInWindow& trace, const AnyPlace& place, const PixelGrid& grid,
+                        std::size_t i) {
+  for (std::size_t level = levelsAt(trace.boxes, i); level-- > 0;) {
+    const RunBox& box = trace.boxes.run(level, i / RunBoxes::length(level));
+    const Extent extent = place.of(box.box);
+    if (box.isEmpty() || grid.isOutside(extent.x, extent.y)) {
+      return endOfBox(trace.points, i, level);
+    }
+  }
+  return i;
+}
+
 }  // namespace
 
 void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path) {
@@ -228,18 +247,30 @@ void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& 
   }
 }
 
+void pathInSight(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path) {
+  path.clear();
+  const AnyPlace place(trace);
+  bool isOpen = false;
+  for (std::size_t i = 0; i < trace.points.size();) {
+    const std::size_t end = endOfUnseen(trace, place, grid, i);
+    if (!trace.points.isGap(i) && (isOpen || end == i)) {
+      path.write(i, isOpen);
+      isOpen = end == i;
+    } else {
+      isOpen = false;
+    }
+    i = std::max(end, i + 1);
+  }
+}
+
 void wholePath(const PointSequence& points, ReducedPath& path) {
   path.clear();
-  bool isInLine = false;
+  bool isOpen = false;
   for (std::size_t i = 0; i < points.size(); ++i) {
-    const bool isPoint = !points.isGap(i);
-    if (isPoint && !isInLine) {
-      path.starts.push_back(path.points.size());
+    if (!points.isGap(i)) {
+      path.write(i, isOpen);
     }
-    if (isPoint) {
-      path.points.push_back(i);
-    }
-    isInLine = isPoint;
+    isOpen = !points.isGap(i);
   }
 }
 

@@ -22,6 +22,13 @@ struct ReducedPath {
   std::vector<std::size_t> starts;  ///< where in `points` each connected line, or point, begins
   std::vector<PixelSpan> spans;     ///< besides; only on grids that take them
 
+  /// Goes on from the last point, or begins a line.
+  void write(std::size_t point, bool goesOn) {
+    if (!goesOn) {
+      starts.push_back(points.size());
+    }
+    points.push_back(point);
+  }
   void clear() {
     points.clear();
     starts.clear();
@@ -36,6 +43,9 @@ struct ReducedPath {
 /// the last. Where the depth of points matters, only those within one cell are. `path` receives the
 /// result; its memory is used again.
 void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path);
+
+/// All points but those whose lines lie outside of the grid's bounds.
+void pathInSight(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path);
 
 /// All points.
 void wholePath(const PointSequence& points, ReducedPath& path);

@@ -83,8 +83,7 @@ bool isPlane(const WindowMapping& mapping) {
 /// Whether lines of the grid's kind show the same wherever they light the same pixels.
 bool takesSpans(const WindowMapping& mapping, const PixelGrid& grid) {
   return grid.isThin && isPlane(mapping) &&
-         grid.depthStep == std::numeric_limits<double>::infinity() &&
-         integerState(GL_RENDER_MODE) == GL_RENDER && !isEnabled(GL_LINE_STIPPLE);
+         grid.depthStep == std::numeric_limits<double>::infinity() && !isEnabled(GL_LINE_STIPPLE);
 }
 
 /// Some of a path's points, by their number within it.
@@ -95,9 +94,14 @@ struct PathPart {
   bool isSingle() const { return end - first == 1; }
 };
 
+/// Vertices as the current matrices take them.
+struct ModelSpace {
+  void vertex(double x, double y, double z) const { glVertex3d(x, y, z); }
+};
+
 /// Draws the points, or the line that connects them. `place` tells where a point of the path is.
-template <class Place>
-void drawPoints(const EyeSpace& space, const PathPart& part, const Place& place, bool isFlat) {
+template <class Space, class Place>
+void drawPoints(const Space& space, const PathPart& part, const Place& place, bool isFlat) {
   glBegin(part.isSingle() ? GL_POINTS : GL_LINE_STRIP);
   for (std::size_t i = part.first; i < part.end; ++i) {
     const Point& point = place(i);
@@ -125,9 +129,8 @@ struct Sight {
 };
 
 /// Draws what can be seen of the line.
-template <class Place>
-void drawClipped(const EyeSpace& space, const PathPart& line, const Place& place,
-                 const Sight& sight) {
+template <class Space, class Place>
+void drawClipped(const Space& space, const PathPart& line, const Place& place, const Sight& sight) {
   bool isOpen = false;
   const auto close = [&isOpen] {
     if (isOpen) {
@@ -158,10 +161,10 @@ void drawClipped(const EyeSpace& space, const PathPart& line, const Place& place
 }
 
 /// Draws the connected lines, or the points on their own.
-template <class Place>
+template <class Space, class Place>
 void drawPartsOf(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
                  bool isFlat, bool singlePoints) {
-  const EyeSpace space;
+  const Space space;
   for (std::size_t i = 0; i < path.starts.size(); ++i) {
     const PathPart part{path.starts[i],
                         i + 1 < path.starts.size() ? path.starts[i + 1] : path.points.size()};
@@ -176,11 +179,11 @@ void drawPartsOf(const ReducedPath& path, const Place& place, const std::optiona
   }
 }
 
-template <class Place>
+template <class Space, class Place>
 void drawParts(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
                bool isFlat) {
-  drawPartsOf(path, place, sight, isFlat, false);
-  drawPartsOf(path, place, sight, isFlat, true);
+  drawPartsOf<Space>(path, place, sight, isFlat, false);
+  drawPartsOf<Space>(path, place, sight, isFlat, true);
 }
 
 /// The spans where they lie in the window now, as far as they can be seen: OpenGL may lose the last
@@ -233,32 +236,74 @@ void drawSpans(const PointSequence& points, const std::vector<PixelSpan>& spans,
   glEnd();
 }
 
+/// In pixels.
+double widthOf(const LineStyle& style) {
+  return (style.width > 0 ? style.width : 1) * style.pixelScale;
+}
+
+/// Into the display list that is being compiled: all points, in a state that does not depend on
+/// today's.
+void recordPolyline(const PointSequence& points, const LineStyle& style, bool isFlat,
+                    PathCache& cache) {
+  const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT |
+                                    GL_COLOR_BUFFER_BIT);
+  const double width = widthOf(style);
+  glDisable(GL_LIGHTING);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glColor4d(style.r, style.g, style.b, style.alpha);
+  if (std::floor(width) == width) {
+    glDisable(GL_LINE_SMOOTH);
+  }
+  glLineWidth(static_cast<GLfloat>(width));
+  glPointSize(static_cast<GLfloat>(width));
+  const ReducedPath& whole = cache.whole(points);
+  drawParts<ModelSpace>(
+      whole, [&](std::size_t i) { return points.at(whole.points[i]); }, std::nullopt, isFlat);
+}
+
+/// What is drawn of a trace that is not for the eye, or under perspective: points as they are.
+void drawPlainly(const PointSequence& points, const ReducedPath& path,
+                 const std::optional<Sight>& sight, bool isFlat) {
+  drawParts<EyeSpace>(
+      path, [&](std::size_t i) { return points.at(path.points[i]); }, sight, isFlat);
+}
+
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                   bool isFlat, PathCache& cache) {
+  if (integerState(GL_LIST_INDEX) != 0) {
+    recordPolyline(points, style, isFlat, cache);
+    return;
+  }
   const Viewport viewport;
   if (viewport.isEmpty()) {
     return;
   }
-  const double width = style.width * floatState(GL_LINE_WIDTH);
+  const GLenum mode = enumState(GL_RENDER_MODE);
+  const double width = widthOf(style);
   const AutoGLLineWidth lineWidth(width);
   const AutoGLPointSize pointSize(width);
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
-  if (!mapping) {
-    const ReducedPath& whole = cache.whole(points);
-    drawParts(
-        whole, [&](std::size_t i) { return points.at(whole.points[i]); }, std::nullopt, isFlat);
+  if (!mapping || mode == GL_FEEDBACK) {
+    drawPlainly(points, cache.whole(points), std::nullopt, isFlat);
     return;
   }
   PixelGrid grid = gridOf(viewport, style.alpha);
-  grid.takesSpans = takesSpans(*mapping, grid);
-  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping}, grid);
   std::optional<Sight> sight;
   if (isFlat) {
     sight.emplace(*mapping, grid, viewport);
   }
-  drawParts(
+  if (mode == GL_SELECT) {
+    ReducedPath inSight;
+    pathInSight({points, boxes, *mapping}, grid, inSight);
+    drawPlainly(points, inSight, sight, isFlat);
+    return;
+  }
+  grid.takesSpans = takesSpans(*mapping, grid);
+  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping}, grid);
+  drawParts<EyeSpace>(
       reduced.path, [&](std::size_t i) -> const Point& { return reduced.places[i]; }, sight,
       isFlat);
   if (!reduced.path.spans.empty()) {

@@ -10,12 +10,15 @@ struct LineStyle {
   double g = 0.0;
   double b = 0.0;
   double alpha = 1.0;
-  double width = 1.0;  ///< in widths of the view's plain line
+  double width = 1.0;       ///< pixels of a screen; 1 where it is not above 0
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine pictures
 };
 
 /// Draws a line through the points in the current context, unlit; points without a neighbour as
-/// points of the line's width. What makes no difference to the picture is left out. `boxes` are
-/// those of `points`, `cache` belongs to them. The state is left as it was.
+/// points of the line's width. What makes no difference to the picture is left out; all points are
+/// drawn for a feedback buffer and into a display list, where they are relative to the model-view
+/// matrix under which it is called. `boxes` are those of `points`, `cache` belongs to them. The
+/// state is left as it was.
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache);
 

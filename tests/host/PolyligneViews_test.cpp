@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "support/ArrayVariant_win.h"
+#include "support/GlCanvas_win.h"
 #include "support/Pickable_win.h"
 #include "support/Scene_win.h"
 #include "support/View2DHost_win.h"
@@ -127,6 +128,103 @@ TEST_F(PolyligneViews, ADeepZoomFarFromTheOriginShowsTheTrace) {
   EXPECT_EQ(box.right, 399);
   EXPECT_EQ(box.top, 0);
   EXPECT_NEAR(box.bottom, 180, 1);
+}
+
+/// How many pixels of a column have the colour.
+int thicknessAt(const Image& image, int x, const Rgb& colour = kRed) {
+  int count = 0;
+  for (int y = 0; y < image.height(); ++y) count += image.at(x, y) == colour ? 1 : 0;
+  return count;
+}
+
+/// An object that leaves OpenGL with wide lines and large points.
+ComPtr<ForeignObject> makeWidener() {
+  auto widener = makeForeign<ForeignObject>();
+  widener->onDraw2D = widener->onDraw3D = [](int) {
+    glLineWidth(5);
+    glPointSize(7);
+    return S_OK;
+  };
+  return widener;
+}
+
+TEST_F(PolyligneViews, ALineIsAsWideAsItSaysWhateverOthersLeave) {
+  require(host->Add(makeWidener()->dispatch(), 0), "Add");
+  const auto trace = makeTrace({-10, 10}, {0.1, 0.1});
+  require(host->Add(trace.Get(), 0), "Add");
+  host.look({-10, 10, -5, 5});
+  for (const int width : {1, 2, 3}) {
+    trace->put_Epaisseur(width);
+    EXPECT_EQ(thicknessAt(host.scene(), 200), width);
+  }
+}
+
+/// A trace from left to right through the middle of a picture, behind an object that widens lines.
+class FinePictures : public HostTest, public testing::WithParamInterface<OffscreenClass> {
+ protected:
+  FinePictures() {
+    require(trace_->put_Epaisseur(2), "Epaisseur");
+    scene_->add(makeWidener()->dispatch());
+    scene_->add(trace_.Get());
+    scene_->get_DPIResolution(&screen_);
+  }
+
+  int thickness(int factor) {
+    scene_->put_DPIResolution(factor * screen_);
+    return thicknessAt(scene_->render(), 50);
+  }
+
+  std::unique_ptr<OffscreenContext> scene_ = GetParam().make(100, 60);
+  ComPtr<IZYNPolyligne> trace_ = makeTrace({0, 40, 60}, {0.1, 0.1, 0.1});
+  double screen_ = 0;
+};
+
+TEST_P(FinePictures, ALineIsAsWideOnPaperWhateverOthersLeave) {
+  for (const int factor : {1, 3, 2}) EXPECT_EQ(thickness(factor), 2 * factor);
+}
+
+TEST_P(FinePictures, AHostThatDrawsTheTraceItselfHasPixelsOfItsOwn) {
+  EXPECT_EQ(thickness(3), 6);
+  const GlCanvas canvas(64, 64);
+  glMatrixMode(GL_PROJECTION);
+  glOrtho(0, 64, -32, 32, -1, 1);
+  glMatrixMode(GL_MODELVIEW);
+  EXPECT_EQ(queryFor<IGLDraw>(trace_.Get())->Draw2D(0), S_OK);
+  EXPECT_EQ(thicknessAt(canvas.read(), 20), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, FinePictures, testing::ValuesIn(offscreenClasses()), nameOf);
+
+/// A trace, and an object that records it and shows it by its list, turned by 30 degrees, in the
+/// same view.
+TEST_F(PolyligneViews, AnObjectMayRecordATraceAndTurnIt) {
+  const auto trace = makeTrace({0, 3}, {0, 0});
+  const auto box = host.addBox({-10, 10, -5, 5});
+  std::array<double, 16> before{};
+  std::array<double, 16> after{};
+  auto turner = makeForeign<ForeignObject>();
+  turner->onDraw2D = [&](int mode) {
+    const GLuint list = glGenLists(1);
+    glNewList(list, GL_COMPILE);
+    queryFor<IGLDraw>(trace.Get())->Draw2D(mode);
+    glEndList();
+    glPushMatrix();
+    glRotated(90, 0, 0, 1);
+    glGetDoublev(GL_MODELVIEW_MATRIX, before.data());
+    glCallList(list);
+    glGetDoublev(GL_MODELVIEW_MATRIX, after.data());
+    glPopMatrix();
+    glDeleteLists(list, 1);
+    return S_OK;
+  };
+  require(host->Add(turner->dispatch(), 0), "Add");
+  host.look({-10, 10, -5, 5});
+  const PixelBox shown = boxOf(host.scene(), kRed);
+  EXPECT_EQ(before, after);
+  EXPECT_EQ(shown.left, shown.right);
+  EXPECT_NEAR(shown.left, 200, 1);
+  EXPECT_NEAR(shown.top, 40, 1);
+  EXPECT_NEAR(shown.bottom, 99, 1);
 }
 
 TEST_F(PolyligneViews, InSpaceATraceHasItsColourWhateverTheLights) {

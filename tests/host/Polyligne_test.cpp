@@ -1,5 +1,6 @@
 // Traces as hosts use them: points in, boxes, nearest points and pictures out.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <tuple>
@@ -551,6 +552,105 @@ TEST_F(PolyligneDrawingTest, SelectionPassesPushItsNumber) {
   EXPECT_EQ(namesOf(-1), (std::vector<GLuint>{99, 0}));
   trace->put_Numero(-4);
   EXPECT_EQ(namesOf(-1), (std::vector<GLuint>{99}));
+}
+
+/// Up and down through the middle of the picture, and away from the eye.
+ComPtr<IZYNPolyligne> makeZigzag(int count) {
+  Values x;
+  Values y;
+  Values z;
+  for (int i = 0; i < count; ++i) {
+    x.push_back(16 + 32.0 * i / count);
+    y.push_back(i % 2 == 0 ? 20.3 : 43.7);
+    z.push_back(-40 + 80.0 * i / count);
+  }
+  auto trace = createObject<IZYNPolyligne>(kProgId);
+  require(trace->setPoints3D(doubleArray(x), doubleArray(y), doubleArray(z)), "setPoints3D");
+  require(trace->setColor(1, 1, 0, 1), "setColor");
+  return trace;
+}
+
+/// Turns the camera about the middle of the picture.
+void turn(double angle) {
+  glLoadIdentity();
+  glTranslated(32, 32, 0);
+  glRotated(angle, 0, 0, 1);
+  glTranslated(-32, -32, 0);
+}
+
+std::array<double, 16> modelView() {
+  std::array<double, 16> matrix{};
+  glGetDoublev(GL_MODELVIEW_MATRIX, matrix.data());
+  return matrix;
+}
+
+TEST_F(PolyligneDrawingTest, ARecordedTraceTurnsWithTheCamera) {
+  const auto trace = makeZigzag(5000);
+  const auto drawn = queryFor<IGLDraw>(trace.Get());
+  for (const auto draw : {&IGLDraw::Draw2D, &IGLDraw::Draw3D}) {
+    turn(10);
+    const GLuint list = glGenLists(1);
+    glEnable(GL_LIGHTING);
+    glNewList(list, GL_COMPILE);
+    EXPECT_EQ((drawn.Get()->*draw)(0), S_OK);
+    glEndList();
+    glDisable(GL_LIGHTING);
+    for (const double angle : {10.0, 40.0, 115.0}) {
+      turn(angle);
+      glClear(GL_COLOR_BUFFER_BIT);
+      EXPECT_EQ((drawn.Get()->*draw)(0), S_OK);
+      const Image direct = canvas.read();
+      EXPECT_GT(direct.count(kYellow), 500);
+      const auto before = modelView();
+      glClear(GL_COLOR_BUFFER_BIT);
+      glCallList(list);
+      EXPECT_EQ(modelView(), before);
+      EXPECT_EQ(canvas.read(), direct) << angle;
+    }
+  }
+}
+
+TEST_F(PolyligneDrawingTest, AFeedbackBufferGetsEverySegment) {
+  constexpr int kPoints = 5000;
+  constexpr int kNumbers = 1 + 2 * 3;  // of each line: a mark, and two vertices
+  const auto drawn = queryFor<IGLDraw>(makeZigzag(kPoints).Get());
+  std::vector<GLfloat> buffer(kNumbers * kPoints);
+  for (const auto draw : {&IGLDraw::Draw2D, &IGLDraw::Draw3D}) {
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_3D, buffer.data());
+    glRenderMode(GL_FEEDBACK);
+    EXPECT_EQ((drawn.Get()->*draw)(0), S_OK);
+    EXPECT_EQ(glRenderMode(GL_RENDER), kNumbers * (kPoints - 1));
+    EXPECT_NEAR(buffer[1], 16, 0.01);
+    EXPECT_NEAR(buffer[2], 20.3, 0.01);
+  }
+}
+
+TEST_F(PolyligneDrawingTest, UnderNamesOfTheHostItIsHitAtItsDepths) {
+  const auto drawn = queryFor<IGLDraw>(makeZigzag(5000).Get());
+  GLuint buffer[64] = {};
+  const auto hits = [&](double x, double y) {
+    glSelectBuffer(64, buffer);
+    glRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(70);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glOrtho(x - 2, x + 2, y - 2, y + 2, -100, 100);
+    glMatrixMode(GL_MODELVIEW);
+    EXPECT_EQ(drawn->Draw3D(0), S_OK);
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    return glRenderMode(GL_RENDER);
+  };
+  EXPECT_EQ(hits(32, 50), 0);
+  EXPECT_EQ(hits(10, 32), 0);
+  ASSERT_EQ(hits(32, 32), 1);
+  EXPECT_EQ(buffer[3], 70U);
+  constexpr double kLargest = 4294967295.0;
+  EXPECT_NEAR(buffer[1] / kLargest, (100 - 5) / 200.0, 0.001);
+  EXPECT_NEAR(buffer[2] / kLargest, (100 + 5) / 200.0, 0.001);
 }
 
 TEST_F(PolyligneDrawingTest, AMillionPointsLookAsDrawnOneByOne) {

@@ -1,6 +1,7 @@
 #include "trace/PolylinePainter_gl.h"
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
@@ -21,7 +22,7 @@ using test::Rgb;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr Rgb kBlack{0, 0, 0};
 constexpr Rgb kYellow{255, 255, 0};
-constexpr LineStyle kPlainYellow{1, 1, 0, 1, 1};
+constexpr LineStyle kPlainYellow{1, 1, 0, 1, 1, 1};
 
 using Values = std::vector<double>;
 
@@ -263,32 +264,38 @@ TEST_F(PolylineTest, TranslucentLinesAddUpAsThoseThroughEveryPoint) {
   glEnd();
   const Image every = context.read();
   glDisable(GL_BLEND);
-  EXPECT_LT(meanDifference(drawn(points, {1, 1, 0, 0.25, 1}), every), 2);
+  EXPECT_LT(meanDifference(drawn(points, {1, 1, 0, 0.25, 1, 1}), every), 2);
 }
 
 TEST_F(PolylineTest, TheLineHasItsColourAndItsWidth) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5});
   for (const int width : {1, 2, 3, 5}) {
-    const Image picture = drawn(points, {0, 1, 1, 1, static_cast<double>(width)});
+    const Image picture = drawn(points, {0, 1, 1, 1, static_cast<double>(width), 1});
     EXPECT_EQ(picture.count({0, 255, 255}), 200 * width) << width;
     EXPECT_EQ(picture.count(kBlack), kWidth * kHeight - 200 * width);
   }
 }
 
-TEST_F(PolylineTest, TheWidthCountsInPlainLines) {
+TEST_F(PolylineTest, TheWidthIsThatOfPixelsWhateverOthersLeft) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5});
-  glLineWidth(3);
-  EXPECT_EQ(drawn(points, kPlainYellow).count(kYellow), 600);
-  EXPECT_EQ(floatState(GL_LINE_WIDTH), 3);
+  for (const GLfloat left : {1.0F, 5.0F}) {
+    glLineWidth(left);
+    EXPECT_EQ(drawn(points, kPlainYellow).count(kYellow), 200);
+    EXPECT_EQ(drawn(points, {1, 1, 0, 1, 2, 1}).count(kYellow), 400);
+    EXPECT_EQ(drawn(points, {1, 1, 0, 1, 1, 3}).count(kYellow), 600);
+    EXPECT_EQ(floatState(GL_LINE_WIDTH), left);
+  }
 }
 
-TEST_F(PolylineTest, AWidthThatNoLineHasIsIgnored) {
+TEST_F(PolylineTest, AWidthThatNoLineHasIsThatOfOnePixel) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5});
+  glLineWidth(5);
   for (const double width : {0.0, -3.0, kNaN}) {
-    EXPECT_EQ(drawn(points, {1, 1, 0, 1, width}).count(kYellow), 200);
+    EXPECT_EQ(drawn(points, {1, 1, 0, 1, width, 1}).count(kYellow), 200);
+    EXPECT_EQ(drawn(points, {1, 1, 0, 1, width, 3}).count(kYellow), 600);
   }
 }
 
@@ -296,7 +303,7 @@ TEST_F(PolylineTest, PointsWithoutNeighboursAreDots) {
   look({200, 150, 200, 150});
   const PointSequence points({100.5, kNaN, 200.5, kNaN, 300.5, 310.5},
                              {50.5, 0, 60.5, 0, 70.5, 70.5});
-  const Image picture = drawn(points, {1, 1, 0, 1, 3});
+  const Image picture = drawn(points, {1, 1, 0, 1, 3, 1});
   EXPECT_EQ(picture.at(100, kHeight - 1 - 50), kYellow);
   EXPECT_EQ(picture.at(201, kHeight - 1 - 61), kYellow);
   EXPECT_EQ(picture.at(150, kHeight - 1 - 55), kBlack);
@@ -557,6 +564,144 @@ TEST_F(PolylineTest, ASelectionFindsTheLineWhereItIs) {
   EXPECT_EQ(hits(1.2, 0), 0);
 }
 
+TEST_F(PolylineTest, ASelectionTellsTheDepthsOfTheLine) {
+  PointSequence points = helix(100000);
+  const RunBoxes boxes(points);
+  const auto depths = [&](const auto& draw) {
+    lookFromTheSide();
+    glDisable(GL_DEPTH_TEST);
+    GLuint buffer[64] = {};
+    glSelectBuffer(64, buffer);
+    glRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(7);
+    draw();
+    EXPECT_EQ(glRenderMode(GL_RENDER), 1);
+    EXPECT_EQ(buffer[3], 7U);
+    return std::pair(buffer[1], buffer[2]);
+  };
+  const auto every = depths([&] {
+    glBegin(GL_LINE_STRIP);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      glVertex3d(points.x(i), points.y(i), points.z(i));
+    }
+    glEnd();
+  });
+  const auto ours = depths([&] { drawPolyline3D(points, boxes, kPlainYellow, cache); });
+  EXPECT_NEAR(ours.first, every.first, 1e4);
+  EXPECT_NEAR(ours.second, every.second, 1e4);
+}
+
+TEST_F(PolylineTest, AFeedbackBufferGetsEveryPoint) {
+  look({0, 0, 1, 1});
+  const PointSequence points = trace(Shape::Noise, 5000);
+  const RunBoxes boxes(points);
+  std::vector<GLfloat> buffer(100000);
+  const auto feedback = [&](const auto& draw) {
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_2D, buffer.data());
+    glRenderMode(GL_FEEDBACK);
+    draw();
+    const GLint count = glRenderMode(GL_RENDER);
+    return std::vector<GLfloat>(buffer.begin(), buffer.begin() + std::max(count, 0));
+  };
+  const std::vector<GLfloat> every = feedback([&] { drawEveryPoint(points, 1); });
+  ASSERT_EQ(every.size(), 4999U * 5);
+  for (const auto draw : {drawPolyline2D, drawPolyline3D}) {
+    const std::vector<GLfloat> ours = feedback([&] { draw(points, boxes, kPlainYellow, cache); });
+    ASSERT_EQ(ours.size(), every.size());
+    for (std::size_t i = 0; i < ours.size(); ++i) {
+      ASSERT_NEAR(ours[i], every[i], 0.01) << i;
+    }
+  }
+}
+
+class RecordedPolylineTest : public PolylineTest {
+ protected:
+  /// What a display list shows under the current matrices.
+  Image called(GLuint list) {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glCallList(list);
+    return context.read();
+  }
+
+  static GLuint recorded(const std::function<void()>& draw, GLenum mode = GL_COMPILE) {
+    const GLuint list = glGenLists(1);
+    glNewList(list, mode);
+    draw();
+    glEndList();
+    return list;
+  }
+
+  PointSequence points = trace(Shape::Noise, 20000);
+  RunBoxes boxes{points};
+};
+
+TEST_F(RecordedPolylineTest, ItTurnsAndMovesWithTheCamera) {
+  for (const auto draw : {drawPolyline2D, drawPolyline3D}) {
+    look({0.3, 0.2, 0.01, 0.02});
+    const GLuint list = recorded([&] { draw(points, boxes, kPlainYellow, cache); });
+    for (const double angle : {0.0, 30.0, 145.0}) {
+      look({0.1, 0, 1, 1});
+      glRotated(angle, 0, 0, 1);
+      glScaled(0.5, 0.7, 1);
+      glClear(GL_COLOR_BUFFER_BIT);
+      drawEveryPoint(points, 1);
+      const Image every = context.read();
+      EXPECT_GT(every.count(kYellow), 1000);
+      EXPECT_EQ(differentPixels(called(list), every), 0) << angle;
+    }
+  }
+}
+
+TEST_F(RecordedPolylineTest, TheListLeavesMatrixAndStateAsItFindsThem) {
+  for (const GLenum mode : {GL_COMPILE, GL_COMPILE_AND_EXECUTE}) {
+    look({0, 0, 1, 1});
+    const GLuint list = recorded(
+        [&] {
+          drawPolyline2D(points, boxes, {1, 1, 0, 0.5, 3, 2}, cache);
+        },
+        mode);
+    glTranslated(0.5, 0.25, 0);
+    glRotated(40, 1, 2, 3);
+    glEnable(GL_LIGHTING);
+    glEnable(GL_LINE_SMOOTH);
+    glLineWidth(4);
+    glPointSize(5);
+    readGlState();
+    glColor4f(0.125F, 0.25F, 0.375F, 0.5F);
+    const GlState before = readGlState();
+    glCallList(list);
+    EXPECT_EQ(differences(before, readGlState()), kNone);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_LINE_SMOOTH);
+  }
+}
+
+TEST_F(RecordedPolylineTest, ItIsShownWhileItIsRecordedIfAskedFor) {
+  look({0, 0, 1, 1});
+  const Image image = drawn(points, kPlainYellow);
+  glClear(GL_COLOR_BUFFER_BIT);
+  recorded([&] { drawPolyline2D(points, boxes, kPlainYellow, cache); }, GL_COMPILE_AND_EXECUTE);
+  EXPECT_EQ(differentPixels(context.read(), image), 0);
+}
+
+TEST_F(RecordedPolylineTest, ItsColourAndWidthAreItsOwnWhateverTheStateAtTheCall) {
+  look({200, 150, 200, 150});
+  const PointSequence line({100.0, 300.0}, {150.5, 150.5});
+  const RunBoxes box(line);
+  const auto draw = [&] { drawPolyline2D(line, box, {1, 1, 0, 1, 2, 1}, cache); };
+  for (const bool litThen : {false, true}) {
+    setEnabled(GL_LIGHTING, litThen);
+    const GLuint list = recorded(draw);
+    for (const bool litNow : {false, true}) {
+      setEnabled(GL_LIGHTING, litNow);
+      glLineWidth(litNow ? 5 : 1);
+      EXPECT_EQ(called(list).count(kYellow), 400) << litThen << litNow;
+      EXPECT_EQ(isEnabled(GL_LIGHTING), litNow);
+    }
+  }
+}
+
 /// lighting, colour material, other state, alpha
 using Surroundings = std::tuple<bool, bool, bool, double>;
 
@@ -586,9 +731,9 @@ TEST_P(PolylineStateTest, DrawingLeavesTheStateAsItWas) {
   glMatrixMode(other ? GL_PROJECTION : GL_TEXTURE);
   const GlState before = readGlState();
   for (const double width : {1.0, 1.5, 4.0}) {
-    drawPolyline2D(points, boxes, {1, 0, 0, alpha, width}, cache);
+    drawPolyline2D(points, boxes, {1, 0, 0, alpha, width, 1}, cache);
     EXPECT_EQ(differences(before, readGlState()), kNone) << "2D, " << width;
-    drawPolyline3D(points, boxes, {1, 0, 0, alpha, width}, cache);
+    drawPolyline3D(points, boxes, {1, 0, 0, alpha, width, 1}, cache);
     EXPECT_EQ(differences(before, readGlState()), kNone) << "3D, " << width;
   }
 }

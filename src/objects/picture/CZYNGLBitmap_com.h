@@ -43,6 +43,8 @@ class CZYNGLBitmap final
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
+  /// A pick knows the view by its fonts.
+  bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 

@@ -72,6 +72,7 @@ class CZYNGLTexte final
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
+  bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
