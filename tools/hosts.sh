@@ -130,28 +130,41 @@ host_scripts() {
   expect_pictures graph.png
 }
 
-# The units of the run-time library for 64-bit Windows are compiled from the sources, as far as they are used.
-host_pascal() {
-  local source=/usr/share/fpcsrc rtl packages units=$tools/pascal options folder
-  source=$(find "$source" -mindepth 1 -maxdepth 1 -type d 2>/dev/null | sort | tail -n 1)
+# newest FOLDER: the last of its folders by name.
+newest() { find "$1" -mindepth 1 -maxdepth 1 -type d 2>/dev/null | sort | tail -n 1; }
+
+# prepare_pascal: the units of the run-time library for 64-bit Windows are compiled from the sources, as far as they
+# are used; $options is what the compiler needs for that.
+prepare_pascal() {
+  local source rtl packages units=$tools/pascal folder
+  source=$(newest /usr/share/fpcsrc)
   [[ -n $source ]] || skip "fpc-source is not installed"
   rtl=$source/rtl packages=$source/packages
   mkdir -p "$units"
   options=(-n -Twin64 -Xi -v0e -FU"$units" -Fu"$units")
   for folder in "$rtl"/{inc,x86_64,win,win64,win/wininc,objpas,objpas/sysutils,objpas/classes} \
-    "$packages"/rtl-objpas/src/inc; do
+    "$packages"/{rtl-objpas,fcl-base,fcl-process,fcl-image,rtl-generics}/src/{,inc,win}; do
     options+=(-Fi"$folder")
   done
   ppcx64 "${options[@]}" -Us -Sg -Sc "$rtl/win64/system.pp" >system.log || fail "system.pp: see system.log"
   ppcx64 "${options[@]}" -Sg -Sc "$rtl/win64/sysinit.pp" >sysinit.log || fail "sysinit.pp: see sysinit.log"
   for folder in "$rtl"/{inc,win,win64,objpas,x86_64} \
-    "$packages"/{winunits-base/src,rtl-objpas/src/inc,rtl-objpas/src/win,fcl-registry/src,fcl-base/src,fcl-xml/src}; do
+    "$packages"/{winunits-base,fcl-registry,fcl-base,fcl-xml,fcl-image,fcl-json,fcl-process,fcl-res,paszlib,pasjpeg,hash,chm}/src \
+    "$packages"/{rtl-objpas,rtl-extra}/src/{inc,win} "$packages"/fcl-{base,process}/src/win; do
     options+=(-Fu"$folder")
   done
+}
+
+# compile_pascal SOURCE OPTIONS...: into this folder.
+compile_pascal() { ppcx64 "${options[@]}" -FE. "${@:2}" "$1" >pascal.log || { tail pascal.log; fail "$1"; }; }
+
+host_pascal() {
+  local options source
+  prepare_pascal
   awk '/^```pascal/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' \
     "$root/docs/hosting-delphi.md" >triangle.pas
   for source in triangle.pas "$hosts/pascal/picture.pas"; do
-    ppcx64 "${options[@]}" -FE. "$source" >pascal.log || { tail pascal.log; fail "$source"; }
+    compile_pascal "$source"
   done
   run "$PWD/triangle.exe"
   expect "done"
@@ -160,6 +173,33 @@ host_pascal() {
   expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
   expect_pictures picture.png
+}
+
+# The visual components (LCL) with their widgets of Windows, compiled from their sources as well.
+host_lazarus() {
+  local options source folder units=$tools/lazarus components=(-MObjFPC -Scghi -dLCL -dLCLwin32)
+  source=$(newest /usr/lib/lazarus)
+  [[ -d $source/lcl/interfaces/win32 ]] || skip "lazarus-src is not installed"
+  prepare_pascal
+  mkdir -p "$units"
+  printf 'program units; uses Dos; begin end.\n' >units.pas
+  compile_pascal units.pas # does not compile with the settings of the components
+  for folder in "$source"/lcl{,/forms,/widgetset,/nonwin32,/interfaces/win32} "$source"/components/{lazutils,activex}; do
+    components+=(-Fu"$folder")
+  done
+  components+=(-Fi"$source/lcl/include" -Fi"$source/components/lazutils" -FU"$units" -Fu"$units")
+  compile_pascal "$hosts/lazarus/form.pas" "${components[@]}"
+  open_window Lazarus "$PWD/form.exe" >output.txt
+  click 109 180 "Picked: 1"
+  click 290 180 "Picked: 2"
+  click 200 60 "Picked: nothing"
+  click 610 180 "Picked: 3"
+  click 500 60 "Picked: nothing"
+  take lazarus
+  close_window
+  output=$(tr -d '\r' <output.txt)
+  printf '%s\n' "$output"
+  expect $'the mouse was seen\ndone'
 }
 
 # fetch NAME PACKAGE@VERSION...: npm packages for Windows, kept for the next time; $modules is where they are.
@@ -221,10 +261,11 @@ host_javascript() {
   expect_pictures picture.png
 }
 
-all=(minimal ownobject scripthost scripts pascal csharp surrogate javascript)
+all=(minimal ownobject scripthost scripts pascal lazarus csharp surrogate javascript)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
+  [lazarus]="Lazarus: both views in a form, their events"
   [csharp]="C#: a picture and the events of a view"
   [surrogate]="C++: a picture by another process (dllhost)"
   [javascript]="JavaScript (Node.js, koffi): a picture")
