@@ -5,10 +5,7 @@
 #include "com/NumericArrayVariant_com.h"
 #include "com/properties_com.h"
 #include "com/queryOptional_com.h"
-#include "geometry/CZYNBox2D_com.h"
-#include "geometry/CZYNBox3D_com.h"
-#include "geometry/CZYNPoint_com.h"
-#include "geometry/StoredNumber_com.h"
+#include "geometry/ValueObjects_com.h"
 #include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
@@ -89,11 +86,11 @@ STDMETHODIMP CZYNPolyligne::setColor(double R, double G, double B, double alpha)
 }
 
 STDMETHODIMP CZYNPolyligne::get_Epaisseur(double* pVal) noexcept {
-  return getNumber(*this, pVal, style_.width);
+  return automation(*this, [&] { return give(pVal, style_.width); });
 }
 
 STDMETHODIMP CZYNPolyligne::put_Epaisseur(double newVal) noexcept {
-  return putNumber(*this, style_.width, newVal);
+  return automation(*this, [&] { style_.width = newVal; });
 }
 
 STDMETHODIMP CZYNPolyligne::get_Numero(LONG* pVal) noexcept {

@@ -5,12 +5,8 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "com/DllServer_com.h"
-#include "geometry/CZYNBox2D_com.h"
-#include "geometry/CZYNBox3D_com.h"
-#include "geometry/CZYNCouleur_com.h"
-#include "geometry/CZYNPoint_com.h"
 #include "geometry/CZYNPolyligne_com.h"
-#include "geometry/CZYNRectangle_com.h"
+#include "geometry/ValueObjects_com.h"
 #include "geometry/resource.h"
 
 namespace {
