@@ -2,7 +2,7 @@
 
 #include "com/ModuleState_com.h"
 #include "platform/HostState_win.h"
-#include "platform/ProcessEnd.h"
+#include "platform/ModuleStatic.h"
 
 namespace zyn {
 

@@ -15,7 +15,7 @@
 #include "com/readyToThrow.h"
 #include "platform/ActivationContext_win.h"
 #include "platform/ModuleHandle_win.h"
-#include "platform/ProcessEnd.h"
+#include "platform/ModuleStatic.h"
 
 namespace zyn {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/ModuleHandle_win.h"
+#include "platform/ModuleStatic.h"
 #include "platform/Mutex_win.h"
-#include "platform/ProcessEnd.h"
 
 namespace zyn {
 
