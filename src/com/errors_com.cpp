@@ -11,9 +11,9 @@
 #include <system_error>
 #include <utility>
 
-#include "com/Failure_win.h"
 #include "com/adopt_com.h"
 #include "com/askFor_com.h"
+#include "platform/Failure_win.h"
 
 namespace zyn {
 

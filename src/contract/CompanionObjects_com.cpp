@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "com/Failure_win.h"
 #include "com/automation_com.h"
 #include "platform/ActivationContext_win.h"
+#include "platform/Failure_win.h"
 #include "platform/ModuleHandle_win.h"
 #include "platform/Mutex_win.h"
 

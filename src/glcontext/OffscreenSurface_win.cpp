@@ -1,8 +1,6 @@
 #include "glcontext/OffscreenSurface_win.h"
 
 #include <algorithm>
-#include <array>
-#include <cwchar>
 #include <optional>
 #include <utility>
 
@@ -42,12 +40,6 @@ bool setCanvasFormat(HDC dc) {
   return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
 }
 
-std::wstring failureText(const wchar_t* format) {
-  std::array<wchar_t, 80> text{};
-  std::swprintf(text.data(), text.size(), format, static_cast<unsigned>(GetLastError()));
-  return text.data();
-}
-
 }  // namespace
 
 struct OffscreenSurface::Target {
@@ -82,23 +74,41 @@ void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Pre
   target_.reset();
   width_ = width;
   height_ = height;
+  try {
+    target_ = make(prepare);
+    whyEmpty_.reset();
+  } catch (const Failure& failure) {
+    whyEmpty_ = failure;
+  }
+}
+
+std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& prepare) const {
   const auto target = std::make_shared<Target>();
-  target->picture = SharedBitmap::make(width, height);
-  if (!target->picture) return;
+  target->picture = SharedBitmap::make(width_, height_);
+  if (!target->picture) {
+    throw Failure(E_OUTOFMEMORY, L"There is no memory for a picture of " + std::to_wstring(width_) +
+                                     L" x " + std::to_wstring(height_) + L" pixels");
+  }
   target->canvas =
       MemorySurface::make(std::min(target->picture->width(), kLargestTile),
                           std::min(target->picture->height(), kLargestTile), kCanvasBits);
-  if (!target->canvas || !setCanvasFormat(target->canvas->dc())) return;
-  if (!target->context.create(target->canvas->dc())) {
-    return showMessage_(failureText(L"wglCreateContext failed: GetLastError returned %u\n"));
+  if (!target->canvas) throw Failure(E_OUTOFMEMORY, L"There is no memory to draw the picture in");
+  if (!setCanvasFormat(target->canvas->dc())) {
+    throw systemFailure(GetLastError(), L"OpenGL has no pixel format for bitmaps");
   }
+  if (!target->context.create(target->canvas->dc())) failAloud(L"wglCreateContext");
   const CurrentContext current(target->canvas->dc(), target->context.get());
-  if (!current) {
-    return showMessage_(failureText(L"wglMakeCurrent failed: GetLastError returned %u\n"));
-  }
+  if (!current) failAloud(L"wglMakeCurrent");
   target->context.keep(prepare());
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  target_ = target;
+  return target;
+}
+
+/// Tells the user that a function of OpenGL has failed, then throws it.
+void OffscreenSurface::failAloud(const std::wstring& function) const {
+  const DWORD error = GetLastError();
+  showMessage_(function + L" failed: GetLastError returned " + std::to_wstring(error) + L"\n");
+  throw systemFailure(error, function + L" failed");
 }
 
 void OffscreenSurface::equip(const Prepare& prepare) {

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "glcontext/SharedBitmap_win.h"
 #include "glcontext/Tile.h"
+#include "platform/Failure_win.h"
 #include "platform/WinHandles_win.h"
 
 namespace zyn {
@@ -48,6 +50,9 @@ class OffscreenSurface {
   /// Whether there is a rendering context to draw with.
   bool hasContext() const;
 
+  /// Why there is none, if `create` could not make one.
+  const std::optional<Failure>& whyEmpty() const { return whyEmpty_; }
+
   /// Draws the picture afresh, calling `draw` once a tile with the rendering context current. Does
   /// nothing on an empty surface and while a pass is under way; `draw` may create the surface anew.
   /// What `draw` throws is passed on; the picture is then undefined, the surface usable.
@@ -66,10 +71,13 @@ class OffscreenSurface {
 
  private:
   struct Target;
+  std::shared_ptr<Target> make(const Prepare& prepare) const;
+  [[noreturn]] void failAloud(const std::wstring& function) const;
 
   ShowMessage showMessage_;
   std::int64_t width_ = 0;
   std::int64_t height_ = 0;
+  std::optional<Failure> whyEmpty_;
   /// Shared with a pass under way, which survives the surface being created anew meanwhile.
   std::shared_ptr<Target> target_;
 };

@@ -10,6 +10,7 @@
 
 #include "com/ComClass_com.h"
 #include "com/NumericArrayVariant_com.h"
+#include "com/errors_com.h"
 #include "com/properties_com.h"
 #include "core/ScopedFlag.h"
 #include "glcontext/OffscreenSurface_win.h"
@@ -18,6 +19,7 @@
 #include "offscreen/BackgroundColour.h"
 #include "offscreen/ImageExport_win.h"
 #include "offscreen/Picture_com.h"
+#include "platform/Failure_win.h"
 #include "platform/MessageBox_win.h"
 #include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
@@ -80,6 +82,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
           [](const std::wstring& text) { showMessage(text.c_str()); });
       surface_ = surface;
       surface->create(width, height, [this] { return prepareContext(); });
+      tellFailure([&] { requireContext(surface.get()); });
       return S_OK;
     });
   }
@@ -93,8 +96,14 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
       const std::shared_ptr<OffscreenSurface> surface = surface_;
       if (!rendering_ && surface && surface->hasContext()) {
         render(*surface);
-        write(*surface);
       }
+      tellFailure([&] {
+        requireContext(surface.get());
+        if (rendering_) {
+          throw Failure(E_UNEXPECTED, L"The picture is being drawn");
+        }
+        write(*surface);
+      });
     });
   }
 
@@ -136,6 +145,27 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   virtual void drawOn(OffscreenSurface& surface) = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
+
+  static void requireContext(const OffscreenSurface* surface) {
+    if (surface && surface->whyEmpty()) {
+      throw *surface->whyEmpty();
+    }
+    if (!surface || !surface->hasContext()) {
+      throw Failure(E_UNEXPECTED, L"There is no picture yet to draw in");
+    }
+  }
+
+  /// Members for pictures succeed whatever happens. Hosts that ask for error information
+  /// nevertheless find out why nothing was made; there is none where all went well.
+  template <class Work>
+  static void tellFailure(const Work& work) noexcept {
+    try {
+      SetErrorInfo(0, nullptr);
+      work();
+    } catch (...) {
+      reportFailure(currentFailure(), Derived::kProgId, Derived::defaultInterface());
+    }
+  }
 
   std::shared_ptr<void> prepareContext() {
     setInitialState();

@@ -1,10 +1,19 @@
 #include "offscreen/GdiPlus_win.h"
 
+#include <combaseapi.h>  // streams, as GDI+ takes them
+
+#include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstddef>
+#include <cstring>
 #include <cwchar>
+#include <iterator>
+#include <new>
+#include <string>
 #include <vector>
 
+#include "platform/Failure_win.h"
 #include "platform/MadeOnce_win.h"
 #include "platform/SystemLibrary_win.h"
 #include "platform/WinHandles_win.h"
@@ -35,6 +44,137 @@ class JpegQuality {
   Gdiplus::EncoderParameters parameters_{};
 };
 
+/// The colours of an indexed image.
+class GifPalette {
+ public:
+  explicit GifPalette(const Palette& colours) : palette_{0, static_cast<UINT>(colours.size()), {}} {
+    std::transform(colours.begin(), colours.end(), std::begin(palette_.colours), [](Colour24 each) {
+      return 0xFF000000U | std::uint32_t{each.red} << 16 | std::uint32_t{each.green} << 8 |
+             each.blue;
+    });
+  }
+
+  const Gdiplus::ColorPalette* entries() const {
+    return reinterpret_cast<const Gdiplus::ColorPalette*>(&palette_);
+  }
+
+ private:
+  struct {
+    UINT flags;
+    UINT count;
+    Gdiplus::ARGB colours[256];
+  } palette_;
+};
+
+constexpr int kProbeSide = 64;
+
+/// A picture that the qualities compress very differently.
+std::vector<std::uint8_t> makeNoise() {
+  std::vector<std::uint8_t> bytes(std::size_t{3} * kProbeSide * kProbeSide);
+  std::uint32_t state = 1;
+  for (std::uint8_t& byte : bytes) {
+    state = state * 1664525U + 1013904223U;
+    byte = static_cast<std::uint8_t>(state >> 24);
+  }
+  return bytes;
+}
+
+struct ReleaseStream {
+  void operator()(IStream* stream) const { stream->Release(); }
+};
+
+/// A file as GDI+ writes to it. GDI+ may keep it, but not the file.
+class FileStream final : public IStream {
+ public:
+  static std::unique_ptr<FileStream, ReleaseStream> make(OutputFile& file) {
+    return std::unique_ptr<FileStream, ReleaseStream>(new FileStream(file));
+  }
+  /// From here on nothing is written any more.
+  void leaveFile() { file_ = nullptr; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) noexcept override {
+    const bool isKnown =
+        iid == __uuidof(IUnknown) || iid == __uuidof(ISequentialStream) || iid == __uuidof(IStream);
+    *object = isKnown ? this : nullptr;
+    if (isKnown) AddRef();
+    return isKnown ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() noexcept override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  STDMETHODIMP Write(const void* bytes, ULONG count, ULONG* written) noexcept override {
+    if (written != nullptr) *written = 0;
+    return withFile([&](OutputFile& file) {
+      file.write({static_cast<const std::uint8_t*>(bytes), count});
+      if (written != nullptr) *written = count;
+    });
+  }
+  STDMETHODIMP Seek(LARGE_INTEGER distance, DWORD from, ULARGE_INTEGER* place) noexcept override {
+    return withFile([&](OutputFile& file) {
+      const std::int64_t reached = file.seek(distance.QuadPart, from);
+      if (place != nullptr) place->QuadPart = static_cast<std::uint64_t>(reached);
+    });
+  }
+  STDMETHODIMP Stat(STATSTG* state, DWORD flags) noexcept override {
+    return withFile([&](OutputFile& file) {
+      *state = {};
+      state->type = STGTY_STREAM;
+      state->grfMode = STGM_WRITE;
+      const std::int64_t place = file.seek(0, FILE_CURRENT);
+      state->cbSize.QuadPart = static_cast<std::uint64_t>(file.seek(0, FILE_END));
+      file.seek(place, FILE_BEGIN);
+      if (flags != STATFLAG_NONAME) state->pwcsName = copyForCaller(file.name());
+    });
+  }
+  STDMETHODIMP Commit(DWORD) noexcept override { return S_OK; }
+
+  STDMETHODIMP Read(void*, ULONG, ULONG*) noexcept override { return STG_E_ACCESSDENIED; }
+  STDMETHODIMP SetSize(ULARGE_INTEGER) noexcept override { return E_NOTIMPL; }
+  STDMETHODIMP CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*,
+                      ULARGE_INTEGER*) noexcept override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP Revert() noexcept override { return E_NOTIMPL; }
+  STDMETHODIMP LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+    return STG_E_INVALIDFUNCTION;
+  }
+  STDMETHODIMP UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+    return STG_E_INVALIDFUNCTION;
+  }
+  STDMETHODIMP Clone(IStream**) noexcept override { return E_NOTIMPL; }
+
+ private:
+  explicit FileStream(OutputFile& file) : file_(&file) {}
+  ~FileStream() = default;
+
+  static LPOLESTR copyForCaller(const std::wstring& text) {
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    auto* const copy = static_cast<LPOLESTR>(CoTaskMemAlloc(bytes));
+    if (copy != nullptr) std::memcpy(copy, text.c_str(), bytes);
+    return copy;
+  }
+
+  template <class Work>
+  HRESULT withFile(const Work& work) noexcept {
+    if (file_ == nullptr) return STG_E_REVERTED;
+    try {
+      work(*file_);
+      return S_OK;
+    } catch (const Failure& failure) {
+      return failure.code();
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
+    }
+  }
+
+  OutputFile* file_;
+  std::atomic<ULONG> references_ = 1;
+};
+
 /// Finds an exported function; false if there is none of that name.
 template <class Function>
 bool find(HMODULE module, const char* name, Function& function) {
@@ -49,11 +189,10 @@ struct GdiPlus::Functions {
   decltype(&Gdiplus::GdiplusShutdown) shutdown;
   decltype(&Gdiplus::DllExports::GdipGetImageEncodersSize) encodersSize;
   decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
-  decltype(&Gdiplus::DllExports::GdipCreateBitmapFromHBITMAP) createBitmap;
-  decltype(&Gdiplus::DllExports::GdipCreateBitmapFromFile) createBitmapFromFile;
+  decltype(&Gdiplus::DllExports::GdipCreateBitmapFromScan0) createBitmap;
+  decltype(&Gdiplus::DllExports::GdipSetImagePalette) setPalette;
   decltype(&Gdiplus::DllExports::GdipLoadImageFromFile) loadImage;
-  decltype(&Gdiplus::DllExports::GdipSaveImageToFile) saveImage;
-  decltype(&Gdiplus::DllExports::GdipSaveImageToStream) saveImageToStream;
+  decltype(&Gdiplus::DllExports::GdipSaveImageToStream) saveImage;
   decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
 
   bool findAll(HMODULE module) {
@@ -61,11 +200,10 @@ struct GdiPlus::Functions {
            find(module, "GdiplusShutdown", shutdown) &&
            find(module, "GdipGetImageEncodersSize", encodersSize) &&
            find(module, "GdipGetImageEncoders", encoders) &&
-           find(module, "GdipCreateBitmapFromHBITMAP", createBitmap) &&
-           find(module, "GdipCreateBitmapFromFile", createBitmapFromFile) &&
+           find(module, "GdipCreateBitmapFromScan0", createBitmap) &&
+           find(module, "GdipSetImagePalette", setPalette) &&
            find(module, "GdipLoadImageFromFile", loadImage) &&
-           find(module, "GdipSaveImageToFile", saveImage) &&
-           find(module, "GdipSaveImageToStream", saveImageToStream) &&
+           find(module, "GdipSaveImageToStream", saveImage) &&
            find(module, "GdipDisposeImage", disposeImage);
   }
 };
@@ -118,51 +256,93 @@ GdiPlus::Image GdiPlus::make(const Create& create) const {
   return image;
 }
 
-GdiPlus::Image GdiPlus::imageOf(HBITMAP bitmap) const {
+// GDI+ counts rows from the top, those of a picture lie from the bottom.
+GdiPlus::Image GdiPlus::imageOf(const PixelView& picture) const {
   return make([&] {
     Gdiplus::GpBitmap* made = nullptr;
-    return functions_->createBitmap(bitmap, nullptr, &made) == Gdiplus::Ok ? made : nullptr;
+    functions_->createBitmap(picture.width, picture.height, -static_cast<INT>(picture.rowBytes),
+                             PixelFormat24bppRGB,
+                             const_cast<BYTE*>(picture.row(picture.height - 1)), &made);
+    return made;
   });
 }
 
-GdiPlus::Image GdiPlus::bitmapFromFile(const wchar_t* fileName) const {
-  return make([&] {
+GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
+  const GifPalette palette(picture.palette());
+  Image image = make([&] {
     Gdiplus::GpBitmap* made = nullptr;
-    return functions_->createBitmapFromFile(fileName, &made) == Gdiplus::Ok ? made : nullptr;
+    functions_->createBitmap(picture.width(), picture.height(),
+                             -static_cast<INT>(picture.rowBytes()), PixelFormat8bppIndexed,
+                             const_cast<BYTE*>(picture.row(picture.height() - 1)), &made);
+    return made;
   });
+  if (image && functions_->setPalette(image.get(), palette.entries()) != Gdiplus::Ok) image.reset();
+  return image;
 }
 
 GdiPlus::Image GdiPlus::imageFromFile(const wchar_t* fileName) const {
   return make([&] {
     Gdiplus::GpImage* made = nullptr;
-    return functions_->loadImage(fileName, &made) == Gdiplus::Ok ? made : nullptr;
+    functions_->loadImage(fileName, &made);
+    return made;
   });
 }
 
-bool GdiPlus::save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName) const {
-  return encode(image, mimeType, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
-    return functions_->saveImage(source, fileName, &encoder, nullptr);
-  });
+void GdiPlus::save(const Image& image, const wchar_t* mimeType, OutputFile& file) const {
+  save(image, mimeType, file, nullptr);
 }
 
-bool GdiPlus::saveJpeg(const Image& image, const wchar_t* fileName, int quality) const {
-  return encode(image, kJpeg, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
-    return functions_->saveImage(source, fileName, &encoder, JpegQuality(quality).parameters());
-  });
+void GdiPlus::saveJpeg(const Image& image, OutputFile& file, int quality) const {
+  save(image, kJpeg, file, JpegQuality(quality).parameters());
 }
 
-bool GdiPlus::saveJpeg(const Image& image, IStream* stream, int quality) const {
-  return encode(image, kJpeg, [&](Gdiplus::GpImage* source, const CLSID& encoder) {
-    return functions_->saveImageToStream(source, stream, &encoder,
-                                         JpegQuality(quality).parameters());
-  });
+void GdiPlus::save(const Image& image, const wchar_t* mimeType, OutputFile& file,
+                   const Gdiplus::EncoderParameters* parameters) const {
+  if (!image) file.fail(E_FAIL, L"GDI+ could not take the picture");
+  const auto stream = FileStream::make(file);
+  const Gdiplus::Status answer = encode(image, mimeType, stream.get(), parameters);
+  stream->leaveFile();
+  file.requireWhole();
+  if (answer != Gdiplus::Ok) {
+    file.fail(answer == Gdiplus::OutOfMemory ? E_OUTOFMEMORY : E_FAIL,
+              L"GDI+ answers " + std::to_wstring(answer));
+  }
 }
 
-template <class Write>
-bool GdiPlus::encode(const Image& image, const wchar_t* mimeType, const Write& write) const {
-  if (!image) return false;
+Gdiplus::Status GdiPlus::encode(const Image& image, const wchar_t* mimeType, IStream* stream,
+                                const Gdiplus::EncoderParameters* parameters) const {
+  if (functions_ == nullptr) return Gdiplus::GdiplusNotInitialized;
+  if (!image) return Gdiplus::OutOfMemory;
   const std::optional<CLSID> encoder = findEncoder(mimeType);
-  return encoder && write(image.get(), *encoder) == Gdiplus::Ok;
+  if (!encoder) return Gdiplus::UnknownImageFormat;
+  return functions_->saveImage(image.get(), stream, &*encoder, parameters);
+}
+
+bool GdiPlus::ignoresJpegQuality() const {
+  static MadeOnce<bool> ignored;
+  return *ignored.get([this](bool& isFound) { return givesOneSize(isFound); });
+}
+
+/// Where the pictures cannot be made, `isFound` becomes false.
+bool GdiPlus::givesOneSize(bool& isFound) const {
+  const std::vector<std::uint8_t> noise = makeNoise();
+  const PixelView picture{noise.data(), kProbeSide, kProbeSide, 3 * kProbeSide};
+  const std::uint64_t low = jpegSize(picture, 10);
+  const std::uint64_t high = jpegSize(picture, 90);
+  isFound = low != 0 && high != 0;
+  return isFound && low == high;
+}
+
+/// Bytes of the picture as a JPEG file, made in memory; 0 if it cannot be made.
+std::uint64_t GdiPlus::jpegSize(const PixelView& picture, int quality) const {
+  IStream* made = nullptr;
+  if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &made))) return 0;
+  const std::unique_ptr<IStream, ReleaseStream> stream(made);
+  STATSTG state{};
+  const bool isMade = encode(imageOf(picture), kJpeg, stream.get(),
+                             JpegQuality(quality).parameters()) == Gdiplus::Ok &&
+                      SUCCEEDED(stream->Stat(&state, STATFLAG_NONAME));
+  return isMade ? state.cbSize.QuadPart : 0;
 }
 
 }  // namespace zyn

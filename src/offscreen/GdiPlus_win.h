@@ -7,8 +7,13 @@
 
 #include <gdiplus.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+
+#include "core/Dib.h"
+#include "offscreen/IndexedPicture.h"
+#include "offscreen/OutputFile_win.h"
 
 namespace zyn {
 
@@ -29,26 +34,31 @@ class GdiPlus {
   /// An image of GDI+, to be let go before it ends; null where it could not be made.
   using Image = std::unique_ptr<Gdiplus::GpImage, Disposer>;
 
-  /// Of a bitmap that is selected into no device context.
-  Image imageOf(HBITMAP bitmap) const;
-  /// Of a file that is to be read as a bitmap. The file stays open as long as the image.
-  Image bitmapFromFile(const wchar_t* fileName) const;
+  /// Of pixels that stay where they are, and stay the caller's.
+  Image imageOf(const PixelView& picture) const;
+  Image imageOf(const IndexedPicture& picture) const;
   /// Of a file with any image. The file stays open as long as the image.
   Image imageFromFile(const wchar_t* fileName) const;
 
-  /// Writes an image to a file with the encoder of that MIME type and tells whether it succeeded.
-  bool save(const Image& image, const wchar_t* mimeType, const wchar_t* fileName) const;
+  /// Writes an image to the file with the encoder of that MIME type.
+  void save(const Image& image, const wchar_t* mimeType, OutputFile& file) const;
 
   /// The same as JPEG, handing `quality` to the encoder as it is.
-  bool saveJpeg(const Image& image, const wchar_t* fileName, int quality) const;
-  bool saveJpeg(const Image& image, IStream* stream, int quality) const;
+  void saveJpeg(const Image& image, OutputFile& file, int quality) const;
+
+  /// Whether this system's encoder takes no notice of the quality of a JPEG file, as Wine's does:
+  /// found out once per process by making a small picture in memory in two qualities.
+  bool ignoresJpegQuality() const;
 
  private:
-  /// Calls `write(image, encoder)` if there are both, and tells whether it answered Ok.
-  template <class Write>
-  bool encode(const Image& image, const wchar_t* mimeType, const Write& write) const;
   template <class Create>
   Image make(const Create& create) const;
+  Gdiplus::Status encode(const Image& image, const wchar_t* mimeType, IStream* stream,
+                         const Gdiplus::EncoderParameters* parameters) const;
+  void save(const Image& image, const wchar_t* mimeType, OutputFile& file,
+            const Gdiplus::EncoderParameters* parameters) const;
+  bool givesOneSize(bool& isFound) const;
+  std::uint64_t jpegSize(const PixelView& picture, int quality) const;
 
   /// Class identifier of the first encoder whose MIME type is exactly this one.
   std::optional<CLSID> findEncoder(const wchar_t* mimeType) const;

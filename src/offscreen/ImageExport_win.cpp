@@ -1,140 +1,139 @@
 #include "offscreen/ImageExport_win.h"
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <new>
 
 #include "core/Dib.h"
-#include "glcontext/MemorySurface_win.h"
-#include "offscreen/BmpWriter_win.h"
-#include "offscreen/ColourQuantiser.h"
 #include "offscreen/GdiPlus_win.h"
-#include "offscreen/JpegQualityWorkaround_win.h"
+#include "offscreen/IndexedPicture.h"
+#include "offscreen/JpegEncoder.h"
+#include "offscreen/OutputFile_win.h"
 
 namespace zyn {
 namespace {
 
-/// Largest side of a GIF picture.
-constexpr int kLargestGifSide = 65535;
-
-/// Calls `write(picture)` if there are a picture and a name; deletes what a failure left behind.
-template <class Write>
-bool exportTo(const OffscreenSurface& surface, const wchar_t* fileName, const Write& write) {
-  const SharedBitmap* const picture = surface.picture();
-  if (picture == nullptr || fileName == nullptr || *fileName == L'\0') return false;
-  bool isWritten = false;
-  try {
-    isWritten = write(*picture);
-  } catch (const std::bad_alloc&) {
-    isWritten = false;
-  }
-  if (!isWritten) DeleteFileW(fileName);
-  return isWritten;
+/// Calls `encode(picture, file)` with the surface's picture, which must be there.
+template <class Encode>
+void exportTo(const OffscreenSurface& surface, const wchar_t* fileName, const Encode& encode) {
+  OutputFile file(fileName);
+  encode(surface.picture()->view(), file);
+  file.finish();
 }
 
-/// A DIB section of 8 bits a pixel with the picture in at most 256 colours; null if the memory
-/// cannot be had.
-UniqueBitmap indexedBitmapOf(const SharedBitmap& picture) {
-  const ColourQuantiser quantiser(picture.view());
-  struct {
-    BITMAPINFOHEADER header;
-    std::array<RGBQUAD, 256> colours;
-  } info{dibInfo(picture.width(), picture.height(), 8).bmiHeader, {}};
-  info.header.biClrUsed = static_cast<DWORD>(quantiser.palette().size());
-  for (std::size_t i = 0; i < quantiser.palette().size(); ++i) {
-    const Colour24 colour = quantiser.palette()[i];
-    info.colours[i] = {colour.blue, colour.green, colour.red, 0};
-  }
-  void* indices = nullptr;
-  UniqueBitmap bitmap(CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info),
-                                       DIB_RGB_COLORS, &indices, nullptr, 0));
-  if (bitmap) {
-    quantiser.mapTo(picture.view(), static_cast<std::uint8_t*>(indices),
-                    dibRowBytes(picture.width(), 8));
-  }
-  return bitmap;
+void encodeBmp(const PixelView& picture, OutputFile& file) {
+  file.write(bmpHeader(picture.width, picture.height));
+  file.write({picture.bytes, static_cast<std::size_t>(picture.rowBytes * picture.height)});
 }
 
-/// Deletes a file at the end.
+/// GIF and JPEG have 16 bits for a side.
+void requireSides(const PixelView& picture, const OutputFile& file) {
+  if (std::max(picture.width, picture.height) > kLargestCompressedSide) {
+    file.fail(E_INVALIDARG, L"This format takes at most 65535 pixels a side");
+  }
+}
+
+void encodeGif(const PixelView& picture, OutputFile& file) {
+  requireSides(picture, file);
+  const IndexedPicture indexed(picture);
+  const GdiPlus gdiPlus;
+  gdiPlus.save(gdiPlus.imageOf(indexed), L"image/gif", file);
+}
+
+void encodePng(const PixelView& picture, OutputFile& file) {
+  const GdiPlus gdiPlus;
+  gdiPlus.save(gdiPlus.imageOf(picture), L"image/png", file);
+}
+
+/// `image` is of the picture, or of what takes its place.
+void encodeJpeg(const GdiPlus& gdiPlus, const GdiPlus::Image& image, const PixelView& picture,
+                OutputFile& file, int quality) {
+  requireSides(picture, file);
+  // What GDI+ refuses is not written on any system.
+  gdiPlus.saveJpeg(image, file, quality);
+  if (gdiPlus.ignoresJpegQuality()) {
+    file.clear();
+    encodeJpeg(picture, quality, [&](auto bytes) { file.write(bytes); });
+  }
+}
+
+/// The temporary bitmap file on the way to another one. It is deleted at the end, unless it is that
+/// other file: then it is not written either, since it stays as it is until the other is whole.
 class PassingFile {
  public:
-  explicit PassingFile(const wchar_t* name) : name_(name) {}
+  PassingFile(const wchar_t* name, const OutputFile& target)
+      : name_(name), isTarget_(isSameFile(name, target.name().c_str())) {}
   ~PassingFile() {
-    if (name_ != nullptr) DeleteFileW(name_);
+    if (name_ != nullptr && !isTarget_) DeleteFileW(name_);
   }
   PassingFile(const PassingFile&) = delete;
   PassingFile& operator=(const PassingFile&) = delete;
 
+  void write(const PixelView& picture) const {
+    if (isTarget_) return;
+    OutputFile file(name_);
+    encodeBmp(picture, file);
+    file.finish();
+  }
+
  private:
   const wchar_t* name_;
+  bool isTarget_;
 };
-
-bool saveJpeg(const GdiPlus& gdiPlus, const GdiPlus::Image& image, const OffscreenSurface& surface,
-              const wchar_t* fileName, int quality) {
-  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    // Asked first, so that the last file saved is the one that was wanted.
-    const bool isQualityIgnored = ignoresJpegQuality(gdiPlus);
-    return gdiPlus.saveJpeg(image, fileName, quality) &&
-           (!isQualityIgnored || writeJpegMindingQuality(picture, fileName, quality));
-  });
-}
 
 }  // namespace
 
-bool writeBitmapFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    return writeBmp(picture, fileName) == BmpOutcome::kWritten;
-  });
+void writeBitmapFile(const OffscreenSurface& surface, const wchar_t* fileName) {
+  exportTo(surface, fileName, encodeBmp);
 }
 
-bool writeGifFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    if (std::max(picture.width(), picture.height()) > kLargestGifSide) return false;
-    const UniqueBitmap bitmap = indexedBitmapOf(picture);
+void writeGifFile(const OffscreenSurface& surface, const wchar_t* fileName) {
+  exportTo(surface, fileName, encodeGif);
+}
+
+void writePngFile(const OffscreenSurface& surface, const wchar_t* fileName) {
+  exportTo(surface, fileName, encodePng);
+}
+
+void writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int quality) {
+  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
     const GdiPlus gdiPlus;
-    return bitmap && gdiPlus.save(gdiPlus.imageOf(bitmap.get()), L"image/gif", fileName);
+    encodeJpeg(gdiPlus, gdiPlus.imageOf(picture), picture, file, quality);
   });
 }
 
-bool writePngFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  return exportTo(surface, fileName, [&](const SharedBitmap& picture) {
-    const GdiPlus gdiPlus;
-    return gdiPlus.save(gdiPlus.imageOf(picture.bitmap()), L"image/png", fileName);
+void writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+                     const wchar_t* fileName) {
+  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+    const PassingFile passing(temporary, file);
+    passing.write(picture);
+    encodeGif(picture, file);
   });
 }
 
-bool writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int quality) {
-  const SharedBitmap* const picture = surface.picture();
-  const GdiPlus gdiPlus;
-  return picture != nullptr &&
-         saveJpeg(gdiPlus, gdiPlus.imageOf(picture->bitmap()), surface, fileName, quality);
-}
-
-bool writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+void writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
                      const wchar_t* fileName) {
-  const PassingFile passing(temporary);
-  return writeBitmapFile(surface, temporary) && writeGifFile(surface, fileName);
+  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+    const PassingFile passing(temporary, file);
+    passing.write(picture);
+    encodePng(picture, file);
+  });
 }
 
-bool writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
-                     const wchar_t* fileName) {
-  const PassingFile passing(temporary);
-  return writeBitmapFile(surface, temporary) &&
-         exportTo(surface, fileName, [&](const SharedBitmap&) {
-           const GdiPlus gdiPlus;
-           return gdiPlus.save(gdiPlus.bitmapFromFile(temporary), L"image/png", fileName);
-         });
-}
-
-bool writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
+void writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
                       const wchar_t* fileName, int quality) {
-  const PassingFile passing(temporary);
-  // Whether it succeeded shows when the file is read.
-  static_cast<void>(writeBitmapFile(surface, temporary));
-  const GdiPlus gdiPlus;
-  const GdiPlus::Image image = gdiPlus.imageFromFile(temporary);
-  return image && saveJpeg(gdiPlus, image, surface, fileName, quality);
+  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+    const PassingFile passing(temporary, file);
+    const GdiPlus gdiPlus;
+    GdiPlus::Image image = gdiPlus.imageOf(picture);
+    try {
+      passing.write(picture);
+    } catch (const Failure&) {
+      image = gdiPlus.imageFromFile(temporary);
+      if (!image) throw;
+    }
+    encodeJpeg(gdiPlus, image, picture, file, quality);
+  });
 }
 
 }  // namespace zyn

@@ -1,7 +1,11 @@
 #include "offscreen/JpegEncoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <iterator>
+#include <new>
+#include <vector>
 
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 #define STB_IMAGE_WRITE_STATIC
@@ -11,41 +15,106 @@
 namespace zyn {
 namespace {
 
-constexpr int kLargestSide = 65535;
+using Bytes = std::vector<std::uint8_t>;
 
-/// The pixels as the encoder takes them: red, green, blue from the top without padding.
-std::vector<std::uint8_t> fromTheTop(const PixelView& picture) {
-  std::vector<std::uint8_t> pixels(std::size_t{3} * static_cast<std::size_t>(picture.width) *
-                                   static_cast<std::size_t>(picture.height));
-  std::uint8_t* to = pixels.data();
-  for (int y = picture.height - 1; y >= 0; --y) {
-    for (int x = 0; x < picture.width; ++x, to += 3) {
-      const Colour24 colour = colourAt(picture.row(y), x);
-      to[0] = colour.red;
-      to[1] = colour.green;
-      to[2] = colour.blue;
-    }
-  }
-  return pixels;
-}
+/// Rows of a strip: those of the largest block that pixels are compressed in.
+constexpr int kStripRows = 16;
+
+enum Marker : std::uint8_t {
+  kSizeMarker = 0xC0,
+  kFirstRestartMarker = 0xD0,
+  kRestartMarkers = 8,
+  kEndMarker = 0xD9,
+  kDataMarker = 0xDA,
+  kRestartIntervalMarker = 0xDD,
+};
 
 void append(void* file, void* data, int size) {
   const auto* const bytes = static_cast<const std::uint8_t*>(data);
-  auto& written = *static_cast<std::vector<std::uint8_t>*>(file);
+  auto& written = *static_cast<Bytes*>(file);
   written.insert(written.end(), bytes, bytes + size);
+}
+
+/// Rows of the picture, counted from the top, as a JPEG file of its own.
+Bytes encodeRows(const PixelView& picture, int top, int rows, int quality) {
+  // Red, green, blue from the top without padding.
+  Bytes pixels;
+  pixels.reserve(std::size_t{3} * static_cast<std::size_t>(picture.width) * kStripRows);
+  for (int y = top; y < top + rows; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      const Colour24 colour = colourAt(picture.row(picture.height - 1 - y), x);
+      pixels.insert(pixels.end(), {colour.red, colour.green, colour.blue});
+    }
+  }
+  Bytes file;
+  if (stbi_write_jpg_to_func(append, &file, picture.width, rows, 3, pixels.data(),
+                             std::clamp(quality, 1, 100)) == 0) {
+    throw std::bad_alloc();
+  }
+  return file;
+}
+
+int number16(const std::uint8_t* at) { return at[0] << 8 | at[1]; }
+
+void put16(std::uint8_t* at, int value) {
+  at[0] = static_cast<std::uint8_t>(value >> 8);
+  at[1] = static_cast<std::uint8_t>(value);
+}
+
+/// Where a segment of a JPEG file begins: a marker, then its length.
+std::size_t placeOf(Marker marker, const Bytes& file) {
+  std::size_t place = 2;
+  while (file[place + 1] != marker)
+    place += 2 + static_cast<std::size_t>(number16(&file[place + 2]));
+  return place;
+}
+
+/// Where the compressed pixels begin.
+std::size_t dataPlaceOf(const Bytes& file) {
+  const std::size_t place = placeOf(kDataMarker, file);
+  return place + 2 + static_cast<std::size_t>(number16(&file[place + 2]));
+}
+
+/// The blocks of a strip, told by the size and the sampling of the first component.
+int blocksOf(const Bytes& file) {
+  const std::uint8_t* const size = &file[placeOf(kSizeMarker, file)];
+  const int width = number16(size + 7);
+  const int horizontal = size[11] >> 4;
+  const int vertical = size[11] & 0xF;
+  const int across = (width + 8 * horizontal - 1) / (8 * horizontal);
+  return across * (kStripRows / (8 * vertical));
+}
+
+/// The first strip's file up to its pixels, as that of the whole picture.
+Bytes headOf(const Bytes& first, int height) {
+  Bytes head(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(dataPlaceOf(first)));
+  put16(&head[placeOf(kSizeMarker, head) + 5], height);
+  std::uint8_t interval[] = {0xFF, kRestartIntervalMarker, 0, 4, 0, 0};
+  put16(&interval[4], blocksOf(first));
+  head.insert(head.begin() + static_cast<std::ptrdiff_t>(placeOf(kDataMarker, head)),
+              std::begin(interval), std::end(interval));
+  return head;
 }
 
 }  // namespace
 
-std::vector<std::uint8_t> encodeJpeg(const PixelView& picture, int quality) {
-  if (picture.width > kLargestSide || picture.height > kLargestSide) return {};
-  std::vector<std::uint8_t> file;
-  const std::vector<std::uint8_t> pixels = fromTheTop(picture);
-  if (stbi_write_jpg_to_func(append, &file, picture.width, picture.height, 3, pixels.data(),
-                             std::clamp(quality, 1, 100)) == 0) {
-    return {};
+// Each strip is compressed by itself. Restart markers between them tell decoders to begin afresh.
+void encodeJpeg(const PixelView& picture, int quality,
+                const std::function<void(std::span<const std::uint8_t>)>& write) {
+  int strips = 0;
+  for (int top = 0; top < picture.height; top += kStripRows, ++strips) {
+    const Bytes strip =
+        encodeRows(picture, top, std::min(kStripRows, picture.height - top), quality);
+    if (strips == 0) {
+      write(headOf(strip, picture.height));
+    } else {
+      const int restart = kFirstRestartMarker + (strips - 1) % kRestartMarkers;
+      write(std::array{std::uint8_t{0xFF}, static_cast<std::uint8_t>(restart)});
+    }
+    const std::size_t begin = dataPlaceOf(strip);
+    write(std::span(strip).subspan(begin, strip.size() - 2 - begin));
   }
-  return file;
+  write(std::array<std::uint8_t, 2>{0xFF, kEndMarker});
 }
 
 }  // namespace zyn

@@ -1,15 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <functional>
+#include <span>
 
 #include "core/Dib.h"
 
 namespace zyn {
 
-/// A picture as a JPEG file. `picture`'s rows run from the bottom; `quality` is held within 1
-/// (smallest) to 100 (best). Empty for pictures of more than 65535 pixels a side, which the format
-/// cannot hold.
-std::vector<std::uint8_t> encodeJpeg(const PixelView& picture, int quality);
+/// Largest side of a JPEG or GIF picture.
+inline constexpr int kLargestCompressedSide = 65535;
+
+/// Makes a JPEG file of a picture, handing it to `write` piece by piece: little memory is needed.
+/// `picture`'s rows run from the bottom; its sides are at most `kLargestCompressedSide`. `quality`
+/// is held within 1 (smallest) to 100 (best). What `write` throws is passed on.
+void encodeJpeg(const PixelView& picture, int quality,
+                const std::function<void(std::span<const std::uint8_t>)>& write);
 
 }  // namespace zyn

@@ -8,11 +8,12 @@
 namespace zyn::test {
 namespace {
 
-/// One call of GdipSaveImageToFile, or of a function that loads a file, with the file's size.
+/// One call of GdipSaveImageToStream, or of the function that loads a file, with the file's size.
 struct Call {
   std::string fileName;
   std::string encoderOrFunction;
   std::string parametersOrSize;
+  std::string watchedSize;  ///< of the watched file while the picture is saved
 };
 
 class GdiPlusCallsTest : public HostTest {
@@ -37,7 +38,8 @@ class GdiPlusCallsTest : public HostTest {
       Call saved;
       std::getline(fields, saved.fileName, '\t');
       std::getline(fields, saved.encoderOrFunction, '\t');
-      std::getline(fields, saved.parametersOrSize);
+      std::getline(fields, saved.parametersOrSize, '\t');
+      std::getline(fields, saved.watchedSize);
       if (saved.fileName == target.string()) found.push_back(saved);
     }
     return found;
@@ -79,28 +81,45 @@ TEST_F(GdiPlusCallsTest, OtherFormatsHaveNoParameters) {
   EXPECT_EQ(callsWith(gif)[0].parametersOrSize, "none");
 }
 
-// A graph reaches GDI+ by way of its temporary file, which is whole by then.
-TEST_F(GdiPlusCallsTest, GraphsAreLoadedFromTheTemporaryFile) {
+// A graph is saved while its temporary bitmap file is there, whole.
+TEST_F(GdiPlusCallsTest, GraphsAreSavedBesideTheirTemporaryFile) {
   auto graph = createObject<IZYN2DGLBitmapContext>(kContext2DProgId);
   LONG result = 0;
   require(graph->CreateContexte(100, 10, &result), "CreateContexte");
   const auto png = target(L"picture.png");
+  const auto gif = target(L"picture.gif");
   const auto jpeg = target(L"picture.jpg");
-  const auto pngSpare = target(L"png.bmp");
-  const auto jpegSpare = target(L"jpeg.bmp");
-  ASSERT_EQ(graph->CreatePNG(bstr(pngSpare), bstr(png)), S_OK);
-  ASSERT_EQ(graph->CreateJPG(bstr(jpegSpare), bstr(jpeg), 35), S_OK);
-  ASSERT_EQ(callsWith(pngSpare).size(), 1U);
-  EXPECT_EQ(callsWith(pngSpare)[0].encoderOrFunction, "GdipCreateBitmapFromFile");
-  EXPECT_EQ(callsWith(pngSpare)[0].parametersOrSize, "3054");
-  ASSERT_EQ(callsWith(jpegSpare).size(), 1U);
-  EXPECT_EQ(callsWith(jpegSpare)[0].encoderOrFunction, "GdipLoadImageFromFile");
-  EXPECT_EQ(callsWith(jpegSpare)[0].parametersOrSize, "3054");
-  ASSERT_EQ(callsWith(png).size(), 1U);
+  const auto spare = target(L"spare.bmp");
+  SetEnvironmentVariableW(L"ZYN_GDIPLUS_WATCH", spare.c_str());
+  ASSERT_EQ(graph->CreatePNG(bstr(spare), bstr(png)), S_OK);
+  ASSERT_EQ(graph->CreateGIF(bstr(spare), bstr(gif)), S_OK);
+  ASSERT_EQ(graph->CreateJPG(bstr(spare), bstr(jpeg), 35), S_OK);
+  SetEnvironmentVariableW(L"ZYN_GDIPLUS_WATCH", nullptr);
+  for (const auto& file : {png, gif, jpeg}) {
+    ASSERT_EQ(callsWith(file).size(), 1U) << file;
+    EXPECT_EQ(callsWith(file)[0].watchedSize, "3054") << file;
+  }
   EXPECT_EQ(callsWith(png)[0].parametersOrSize, "none");
-  ASSERT_EQ(callsWith(jpeg).size(), 1U);
   EXPECT_EQ(callsWith(jpeg)[0].parametersOrSize,
             "count=1 guid={1D5BE4B5-FA4A-452D-9CDD-5DB35105E7EB} type=4 values=1 value=35");
+  EXPECT_FALSE(exists(spare));
+}
+
+// Where that cannot be written, a JPEG shows what lies there instead.
+TEST_F(GdiPlusCallsTest, AJpegTakesTheTemporaryFileThatItFinds) {
+  auto graph = createObject<IZYN2DGLBitmapContext>(kContext2DProgId);
+  LONG result = 0;
+  require(graph->CreateContexte(100, 10, &result), "CreateContexte");
+  const auto spare = target(L"spare.bmp");
+  const auto jpeg = target(L"picture.jpg");
+  require(context_->CreateBitmap(bstr(spare)), "CreateBitmap");
+  SetFileAttributesW(spare.c_str(), FILE_ATTRIBUTE_READONLY);
+  ASSERT_EQ(graph->CreateJPG(bstr(spare), bstr(jpeg), 35), S_OK);
+  SetFileAttributesW(spare.c_str(), FILE_ATTRIBUTE_NORMAL);
+  ASSERT_EQ(callsWith(spare).size(), 1U);
+  EXPECT_EQ(callsWith(spare)[0].encoderOrFunction, "GdipLoadImageFromFile");
+  EXPECT_EQ(callsWith(jpeg).size(), 1U);
+  EXPECT_TRUE(exists(jpeg));
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ void addKernel(Rules& rules) {
        "GetProcAddress LoadLibraryExW GetModuleFileNameW "
        "GetCurrentActCtx WideCharToMultiByte");
   fail(rules, kMinusOne, kAccessDenied, "CreateFileW");
-  fail(rules, 0, kDiskFull, "WriteFile");
+  fail(rules, 0, kDiskFull, "WriteFile SetFilePointerEx MoveFileExW");
   leave(rules, "gives something back: nothing is left to be done where it fails",
         "CloseHandle UnmapViewOfFile FreeLibrary GlobalFree GlobalUnlock LocalFree ReleaseActCtx "
         "DeactivateActCtx VirtualFree");
@@ -46,9 +46,13 @@ void addKernel(Rules& rules) {
         "IsDebuggerPresent OutputDebugStringA OutputDebugStringW AddRefActCtx "
         "GetSystemTimePreciseAsFileTime");
   leave(rules, "tested with the exports of FailingContexts_test", "DeleteFileW");
+  leave(rules, "keeps the attributes of an older file where that can be done",
+        "SetFileAttributesW GetFileSecurityW SetFileSecurityW");
+  leave(rules, "called only where the system's JPEG encoder ignores the quality", "SetEndOfFile");
   leave(rules, "texts of errors, which then have none", "LocalAlloc");
   leave(rules, "an optimisation, or a question that a failure answers with no",
-        "DisableThreadLibraryCalls GetModuleHandleW ActivateActCtx");
+        "DisableThreadLibraryCalls GetModuleHandleW ActivateActCtx GetFileAttributesW "
+        "GetFileInformationByHandle");
   leave(rules, "threads, clocks and exceptions of the C++ runtime",
         "AddVectoredExceptionHandler RemoveVectoredExceptionHandler CreateEventA CreateSemaphoreA "
         "DuplicateHandle FormatMessageA GetHandleInformation GetProcessAffinityMask "

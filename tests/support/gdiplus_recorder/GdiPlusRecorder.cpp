@@ -1,8 +1,10 @@
 // A stand-in for gdiplus.dll: it passes every call on to the system's own and appends what files
-// are loaded and what is given to GdipSaveImageToFile to the file named by the environment variable
-// ZYN_GDIPLUS_RECORD.
+// are loaded and what is given to GdipSaveImageToStream to the file named by the environment
+// variable ZYN_GDIPLUS_RECORD.
 
 #include <windows.h>
+// After windows.h:
+#include <objidl.h>
 
 #include <array>
 #include <bit>
@@ -90,11 +92,27 @@ void record(const std::string& line) {
   if (file) std::fwrite(line.data(), 1, line.size(), file.get());
 }
 
-/// One line a call: file name, function, bytes of the file, separated by tabs.
-void recordLoad(const char* function, const wchar_t* fileName) {
+/// Bytes of a file, 0 where there is none.
+std::string sizeOf(const wchar_t* fileName) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   GetFileAttributesExW(fileName, GetFileExInfoStandard, &data);
-  record(utf8(fileName) + '\t' + function + '\t' + std::to_string(data.nFileSizeLow) + '\n');
+  return std::to_string(data.nFileSizeLow);
+}
+
+/// What the stream calls itself; nothing for one in memory.
+std::string nameOf(IStream* stream) {
+  STATSTG state{};
+  if (FAILED(stream->Stat(&state, STATFLAG_DEFAULT))) return {};
+  std::string name = utf8(state.pwcsName);
+  CoTaskMemFree(state.pwcsName);
+  return name;
+}
+
+/// Bytes of the file that the environment variable ZYN_GDIPLUS_WATCH names.
+std::string watchedSize() {
+  std::array<wchar_t, MAX_PATH> name{};
+  GetEnvironmentVariableW(L"ZYN_GDIPLUS_WATCH", name.data(), static_cast<DWORD>(name.size()));
+  return sizeOf(name.data());
 }
 
 }  // namespace
@@ -107,13 +125,13 @@ Status WINAPI GdiplusStartup(ULONG_PTR* token, const void* input, void* output) 
 
 void WINAPI GdiplusShutdown(ULONG_PTR token) { passOn("GdiplusShutdown", token); }
 
-Status WINAPI GdipCreateBitmapFromFile(const wchar_t* fileName, void** bitmap) {
-  recordLoad("GdipCreateBitmapFromFile", fileName);
-  return passOn("GdipCreateBitmapFromFile", fileName, bitmap);
+Status WINAPI GdipCreateBitmapFromScan0(INT width, INT height, INT stride, INT format, BYTE* pixels,
+                                        void** bitmap) {
+  return passOn("GdipCreateBitmapFromScan0", width, height, stride, format, pixels, bitmap);
 }
 
-Status WINAPI GdipCreateBitmapFromHBITMAP(HBITMAP handle, HPALETTE palette, void** bitmap) {
-  return passOn("GdipCreateBitmapFromHBITMAP", handle, palette, bitmap);
+Status WINAPI GdipSetImagePalette(void* image, const void* palette) {
+  return passOn("GdipSetImagePalette", image, palette);
 }
 
 Status WINAPI GdipDisposeImage(void* image) { return passOn("GdipDisposeImage", image); }
@@ -126,20 +144,18 @@ Status WINAPI GdipGetImageEncodersSize(UINT* count, UINT* size) {
   return passOn("GdipGetImageEncodersSize", count, size);
 }
 
+/// One line a call: file name, function, bytes of the file, separated by tabs.
 Status WINAPI GdipLoadImageFromFile(const wchar_t* fileName, void** image) {
-  recordLoad("GdipLoadImageFromFile", fileName);
+  record(utf8(fileName) + "\tGdipLoadImageFromFile\t" + sizeOf(fileName) + '\n');
   return passOn("GdipLoadImageFromFile", fileName, image);
 }
 
-/// One line a call: file name, class identifier of the encoder, parameters, separated by tabs.
-Status WINAPI GdipSaveImageToFile(void* image, const wchar_t* fileName, const CLSID* encoder,
-                                  const EncoderParameters* parameters) {
-  record(utf8(fileName) + '\t' + textOf(*encoder) + '\t' + textOf(parameters) + '\n');
-  return passOn("GdipSaveImageToFile", image, fileName, encoder, parameters);
-}
-
-Status WINAPI GdipSaveImageToStream(void* image, void* stream, const CLSID* encoder,
+/// One line a call: the stream's name, class identifier of the encoder, parameters, bytes of the
+/// watched file, separated by tabs.
+Status WINAPI GdipSaveImageToStream(void* image, IStream* stream, const CLSID* encoder,
                                     const EncoderParameters* parameters) {
+  record(nameOf(stream) + '\t' + textOf(*encoder) + '\t' + textOf(parameters) + '\t' +
+         watchedSize() + '\n');
   return passOn("GdipSaveImageToStream", image, stream, encoder, parameters);
 }
 

@@ -1,4 +1,4 @@
-#include "offscreen/ColourQuantiser.h"
+#include "offscreen/IndexedPicture.h"
 
 #include <algorithm>
 #include <array>
@@ -13,24 +13,6 @@ namespace {
 
 constexpr std::size_t kMostColours = 256;
 constexpr int kLargestError = 32;
-
-void mapExactly(const PixelView& picture, const Palette& palette, std::uint8_t* indices,
-                std::int64_t rowBytes) {
-  NearestColour nearest(palette);
-  Colour24 last = palette.front();
-  std::uint8_t index = 0;
-  for (int y = 0; y < picture.height; ++y, indices += rowBytes) {
-    const std::uint8_t* const row = picture.row(y);
-    for (int x = 0; x < picture.width; ++x) {
-      const Colour24 colour = colourAt(row, x);
-      if (colour != last) {
-        last = colour;
-        index = nearest.indexOf(colour);
-      }
-      indices[x] = index;
-    }
-  }
-}
 
 /// Red, green and blue that may lie outside 0 to 255.
 using Components = std::array<int, 3>;
@@ -68,22 +50,57 @@ int errorOf(int wanted, std::uint8_t shown) {
   return std::clamp(wanted - shown, -kLargestError, kLargestError);
 }
 
-void mapSpreadingErrors(const PixelView& picture, const Palette& palette, std::uint8_t* indices,
-                        std::int64_t rowBytes) {
-  NearestColour nearest(palette);
-  ErrorRow current(picture.width);
-  ErrorRow next(picture.width);
-  for (int y = 0; y < picture.height; ++y, indices += rowBytes) {
-    const std::uint8_t* const row = picture.row(y);
+}  // namespace
+
+IndexedPicture::IndexedPicture(const PixelView& picture)
+    : width_(picture.width),
+      height_(picture.height),
+      rowBytes_((std::int64_t{width_} + 3) / 4 * 4) {
+  const ColourHistogram histogram(picture);
+  palette_ = paletteOf(histogram, kMostColours);
+  if (palette_.empty()) return;
+  indices_.resize(static_cast<std::size_t>(rowBytes_ * height_));
+  if (histogram.isExact() && histogram.groups().size() <= kMostColours) {
+    mapExactly(picture);
+  } else {
+    mapSpreadingErrors(picture);
+  }
+}
+
+void IndexedPicture::mapExactly(const PixelView& picture) {
+  NearestColour nearest(palette_);
+  Colour24 last = palette_.front();
+  std::uint8_t index = 0;
+  for (int y = 0; y < height_; ++y) {
+    const std::uint8_t* const from = picture.row(y);
+    std::uint8_t* const to = row(y);
+    for (int x = 0; x < width_; ++x) {
+      const Colour24 colour = colourAt(from, x);
+      if (colour != last) {
+        last = colour;
+        index = nearest.indexOf(colour);
+      }
+      to[x] = index;
+    }
+  }
+}
+
+void IndexedPicture::mapSpreadingErrors(const PixelView& picture) {
+  NearestColour nearest(palette_);
+  ErrorRow current(width_);
+  ErrorRow next(width_);
+  for (int y = 0; y < height_; ++y) {
+    const std::uint8_t* const from = picture.row(y);
+    std::uint8_t* const to = row(y);
     // Every other row runs backwards, so that the errors leave no slanted pattern.
     const int step = y % 2 == 0 ? 1 : -1;
-    int x = step > 0 ? 0 : picture.width - 1;
+    int x = step > 0 ? 0 : width_ - 1;
     next.clear();
-    for (int i = 0; i < picture.width; ++i, x += step) {
-      const Components wanted = current.corrected(x, colourAt(row, x));
-      indices[x] =
+    for (int i = 0; i < width_; ++i, x += step) {
+      const Components wanted = current.corrected(x, colourAt(from, x));
+      to[x] =
           nearest.indexOf({heldInRange(wanted[0]), heldInRange(wanted[1]), heldInRange(wanted[2])});
-      const Colour24 shown = palette[indices[x]];
+      const Colour24 shown = palette_[to[x]];
       const Components error{errorOf(wanted[0], shown.red), errorOf(wanted[1], shown.green),
                              errorOf(wanted[2], shown.blue)};
       current.add(x + step, error, 7);
@@ -92,24 +109,6 @@ void mapSpreadingErrors(const PixelView& picture, const Palette& palette, std::u
       next.add(x + step, error, 1);
     }
     std::swap(current, next);
-  }
-}
-
-}  // namespace
-
-ColourQuantiser::ColourQuantiser(const PixelView& picture) {
-  const ColourHistogram histogram(picture);
-  isExact_ = histogram.isExact() && histogram.groups().size() <= kMostColours;
-  palette_ = paletteOf(histogram, kMostColours);
-}
-
-void ColourQuantiser::mapTo(const PixelView& picture, std::uint8_t* indices,
-                            std::int64_t rowBytes) const {
-  if (palette_.empty()) return;
-  if (isExact_) {
-    mapExactly(picture, palette_, indices, rowBytes);
-  } else {
-    mapSpreadingErrors(picture, palette_, indices, rowBytes);
   }
 }
 

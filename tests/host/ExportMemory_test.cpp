@@ -1,0 +1,53 @@
+// How much memory it takes to write a large picture, besides the picture itself.
+#include <atomic>
+#include <thread>
+
+#include "support/ProcessUsage_win.h"
+#include "support/Scene_win.h"
+
+namespace zyn::test {
+namespace {
+
+constexpr int kSide = 2000;
+constexpr double kPictureMb = 3.0 * kSide * kSide / 1e6;
+
+/// The most memory that the process takes while `work` runs, over what it had before.
+template <class Work>
+double growthDuring(const Work& work) {
+  const double before = currentCommitMb();
+  std::atomic<double> most = before;
+  std::atomic<bool> isDone = false;
+  std::thread watcher([&] {
+    while (!isDone) {
+      most = std::max(most.load(), currentCommitMb());
+      Sleep(1);
+    }
+  });
+  work();
+  isDone = true;
+  watcher.join();
+  return most - before;
+}
+
+class ExportMemoryTest : public HostTest, public testing::WithParamInterface<OffscreenClass> {};
+
+// BMP, PNG and JPEG go by rows. A GIF needs its pixels in its own colours, a third of the picture,
+// and some encoders keep them once more.
+TEST_P(ExportMemoryTest, IsAFractionOfThePicture) {
+  const auto scene = GetParam().make(kSide, kSide);
+  scene->addAll(makeRectangle(0, 4, 0, 3, 0, kRed));
+  const auto file = scene->folder().file(L"picture");
+  const auto ratio = [](const auto& write) {
+    write();  // what is made once is there
+    return growthDuring(write) / kPictureMb;
+  };
+  EXPECT_LT(ratio([&] { scene->CreateBitmap(bstr(file)); }), 0.25);
+  EXPECT_LT(ratio([&] { scene->exportPng(file); }), 0.25);
+  EXPECT_LT(ratio([&] { scene->exportJpg(file, 80); }), 0.25);
+  EXPECT_LT(ratio([&] { scene->exportGif(file); }), 0.9);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ExportMemoryTest, testing::ValuesIn(offscreenClasses()), nameOf);
+
+}  // namespace
+}  // namespace zyn::test
