@@ -30,11 +30,19 @@ namespace {
 using host::check;
 using Microsoft::WRL::ComPtr;
 
+/// Tells what comes next, at once: a process that does not answer stops us there.
+void step(const char* words) {
+  std::puts(words);
+  std::fflush(stdout);
+}
+
 void draw(const std::filesystem::path& file) {
+  step("asking the surrogate for a context");
   ComPtr<IZYN3DGLBitmapContext> context;
   check(CoCreateInstance(CLSID_ZYN3dGLBitmapContext, nullptr, CLSCTX_LOCAL_SERVER,
                          IID_PPV_ARGS(&context)),
         L"the context");
+  step("drawing");
   const double blue[] = {0.2, 0.35, 0.6};
   check(context->put_BackColor(host::numberArray(blue)), L"BackColor");
   check(context->put_GradientBackground(VARIANT_TRUE), L"GradientBackground");
@@ -46,6 +54,7 @@ void draw(const std::filesystem::path& file) {
   if (!std::filesystem::exists(file)) {
     throw host::ComFailure("the picture could not be written");
   }
+  step("letting go of the context");
 }
 
 }  // namespace
