@@ -12,7 +12,9 @@ constexpr int kBitsPerPixel = 24;
 constexpr int kInfoHeaderBytes = 40;
 
 void putLittleEndian(std::uint8_t* at, std::int64_t value, int bytes) {
-  for (int i = 0; i < bytes; ++i) at[i] = static_cast<std::uint8_t>(value >> (8 * i));
+  for (int i = 0; i < bytes; ++i) {
+    at[i] = static_cast<std::uint8_t>(value >> (8 * i));
+  }
 }
 
 }  // namespace
@@ -22,7 +24,9 @@ std::int64_t dibRowBytes(std::int64_t width, int bitsPerPixel) {
 }
 
 bool isBmpSize(std::int64_t width, std::int64_t height) {
-  if (width < 1 || height < 1 || width > kLargestFile || height > kLargestFile) return false;
+  if (width < 1 || height < 1 || width > kLargestFile || height > kLargestFile) {
+    return false;
+  }
   return dibRowBytes(width, kBitsPerPixel) <= (kLargestFile - kBmpHeaderBytes) / height;
 }
 
@@ -53,7 +57,9 @@ void packRow(const std::uint8_t* from, std::uint8_t* to, int pixels) {
                                   (in[2] >> 16 & 0xFFU) | in[3] << 8};
     std::memcpy(to, out, sizeof out);
   }
-  for (; done < pixels; ++done, from += 4, to += 3) std::memcpy(to, from, 3);
+  for (; done < pixels; ++done, from += 4, to += 3) {
+    std::memcpy(to, from, 3);
+  }
 }
 
 }  // namespace zyn

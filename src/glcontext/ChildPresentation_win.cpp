@@ -44,10 +44,14 @@ UniqueWindowDC wholeDC(HWND window) {
 
 void drawProbe(HDC dc) {
   const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(0);
-  if (!SetPixelFormat(dc, ChoosePixelFormat(dc, &wanted), &wanted)) return;
+  if (!SetPixelFormat(dc, ChoosePixelFormat(dc, &wanted), &wanted)) {
+    return;
+  }
   const UniqueRenderingContext context(wglCreateContext(dc));
   const CurrentContext current(dc, context.get());
-  if (!current) return;
+  if (!current) {
+    return;
+  }
   glClearColor(GetRValue(kProbeColour) / 255.0F, GetGValue(kProbeColour) / 255.0F,
                GetBValue(kProbeColour) / 255.0F, 0);
   glClear(GL_COLOR_BUFFER_BIT);
@@ -60,10 +64,14 @@ bool showsChildWindows() {
   const SIZE size = {kProbeSide, kProbeSide};
   const HWND frame = makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
                                 WS_POPUP | WS_CLIPCHILDREN, size, nullptr);
-  if (frame == nullptr) return false;
+  if (frame == nullptr) {
+    return false;
+  }
   const HWND child = makeWindow(WS_EX_NOPARENTNOTIFY, WS_CHILD | WS_VISIBLE, size, frame);
   ShowWindow(frame, SW_SHOWNOACTIVATE);
-  if (child != nullptr) drawProbe(wholeDC(child).get());
+  if (child != nullptr) {
+    drawProbe(wholeDC(child).get());
+  }
   const UniqueWindowDC screen(GetDC(nullptr), {nullptr});
   const bool shown = GetPixel(screen.get(), kProbeSide / 2, kProbeSide / 2) == kProbeColour;
   DestroyWindow(frame);
@@ -94,7 +102,9 @@ SIZE clientSize(HWND window) {
 
 /// A top-level window: the buffers of a hidden child do not follow its size.
 HWND makeCanvasFor(HWND window) {
-  if (!isChild(window) || !needsCanvas()) return nullptr;
+  if (!isChild(window) || !needsCanvas()) {
+    return nullptr;
+  }
   return makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WS_POPUP, clientSize(window), nullptr);
 }
 
@@ -141,14 +151,20 @@ ChildPresentation::ChildPresentation(HWND window)
 
 ChildPresentation::~ChildPresentation() {
   dc_.reset();
-  if (canvas_ != nullptr) DestroyWindow(canvas_);
+  if (canvas_ != nullptr) {
+    DestroyWindow(canvas_);
+  }
 }
 
 void ChildPresentation::follow() const {
-  if (canvas_ == nullptr) return;
+  if (canvas_ == nullptr) {
+    return;
+  }
   const SIZE wanted = clientSize(window_);
   const SIZE present = clientSize(canvas_);
-  if (wanted.cx == present.cx && wanted.cy == present.cy) return;
+  if (wanted.cx == present.cx && wanted.cy == present.cy) {
+    return;
+  }
   SetWindowPos(canvas_, nullptr, 0, 0, wanted.cx, wanted.cy,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS);
   // The buffers take the window's size when they are swapped.
@@ -165,7 +181,9 @@ void ChildPresentation::present() const {
 
 void ChildPresentation::copyFrame() const {
   const SIZE size = clientSize(canvas_);
-  if (size.cx <= 0 || size.cy <= 0 || !IsWindowVisible(window_)) return;
+  if (size.cx <= 0 || size.cy <= 0 || !IsWindowVisible(window_)) {
+    return;
+  }
   const LONG stripHeight = std::clamp(kStripPixels / size.cx, 1L, size.cy);
   const auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(
       static_cast<std::size_t>(size.cx * stripHeight));

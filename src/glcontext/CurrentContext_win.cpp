@@ -8,9 +8,13 @@ namespace {
 /// and for bitmaps do not know of each other, and each takes a context of its own for current still
 /// that the other one has replaced.
 bool makeCurrent(HDC dc, HGLRC context) {
-  if (dc == nullptr || context == nullptr) return false;
+  if (dc == nullptr || context == nullptr) {
+    return false;
+  }
   const HGLRC current = wglGetCurrentContext();
-  if (current != nullptr && current != context) wglMakeCurrent(nullptr, nullptr);
+  if (current != nullptr && current != context) {
+    wglMakeCurrent(nullptr, nullptr);
+  }
   return wglMakeCurrent(dc, context) != FALSE;
 }
 

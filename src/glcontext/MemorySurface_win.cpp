@@ -20,12 +20,16 @@ MemorySurface::MemorySurface(int width, UniqueBitmap bitmap, UniqueDC dc, const 
 
 std::optional<MemorySurface> MemorySurface::make(int width, int height, int bitsPerPixel) {
   UniqueDC dc(CreateCompatibleDC(nullptr));
-  if (!dc) return std::nullopt;
+  if (!dc) {
+    return std::nullopt;
+  }
   const BITMAPINFO info = dibInfo(width, height, bitsPerPixel);
   void* pixels = nullptr;
   UniqueBitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
   // Without the bitmap the device context holds a single pixel, and drawing would leave it.
-  if (!bitmap || SelectObject(dc.get(), bitmap.get()) == nullptr) return std::nullopt;
+  if (!bitmap || SelectObject(dc.get(), bitmap.get()) == nullptr) {
+    return std::nullopt;
+  }
   return MemorySurface(width, std::move(bitmap), std::move(dc), pixels);
 }
 

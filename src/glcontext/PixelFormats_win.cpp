@@ -8,10 +8,9 @@
 #include <mutex>
 
 #include "glcontext/CurrentContext_win.h"
-#include "glcontext/ExtensionList.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/MultisampleFormat.h"
-#include "glcontext/ProbeWindow_win.h"
+#include "platform/ModuleHandle_win.h"
 #include "platform/WinHandles_win.h"
 
 namespace zyn {
@@ -22,6 +21,52 @@ std::recursive_mutex probing;
 std::atomic<int> windowFormat = 0;
 std::atomic<int> bitmapFormat = 0;
 std::atomic<bool> bitmapMultisample = false;
+
+ATOM registerProbeClass() {
+  WNDCLASSEXW probe{};
+  probe.cbSize = sizeof probe;
+  probe.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
+  probe.lpfnWndProc = DefWindowProcW;
+  probe.hInstance = moduleHandle();
+  probe.lpszClassName = L"OpenGL";
+  return RegisterClassExW(&probe);
+}
+
+/// A throw-away top-level window that is never shown, of a window class of its own that lives as
+/// long as it does. There is at most one at a time.
+class ProbeWindow {
+ public:
+  ProbeWindow() : class_(registerProbeClass()) {
+    if (class_ != 0) {
+      window_ = CreateWindowExW(0, MAKEINTATOM(class_), L"", WS_OVERLAPPEDWINDOW, 0, 0, 0, 0,
+                                nullptr, nullptr, moduleHandle(), nullptr);
+    }
+    if (window_ != nullptr) {
+      dc_ = GetDC(window_);
+    }
+  }
+  ~ProbeWindow() {
+    if (dc_ != nullptr) {
+      ReleaseDC(window_, dc_);
+    }
+    if (window_ != nullptr) {
+      DestroyWindow(window_);
+    }
+    if (class_ != 0) {
+      UnregisterClassW(MAKEINTATOM(class_), moduleHandle());
+    }
+  }
+  ProbeWindow(const ProbeWindow&) = delete;
+  ProbeWindow& operator=(const ProbeWindow&) = delete;
+
+  /// The window's device context; null if the class or the window could not be made.
+  HDC dc() const { return dc_; }
+
+ private:
+  ATOM class_;
+  HWND window_ = nullptr;
+  HDC dc_ = nullptr;
+};
 
 PIXELFORMATDESCRIPTOR formatOf(DWORD flags, int colourBits, int depthBits, int stencilBits) {
   PIXELFORMATDESCRIPTOR wanted{};
@@ -38,11 +83,15 @@ PIXELFORMATDESCRIPTOR formatOf(DWORD flags, int colourBits, int depthBits, int s
 
 void runWindowProbe() {
   const ProbeWindow window;
-  if (window.dc() == nullptr) return;
+  if (window.dc() == nullptr) {
+    return;
+  }
   const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(8);
   const int format = ChoosePixelFormat(window.dc(), &wanted);
   windowFormat = format;
-  if (format <= 0 || !SetPixelFormat(window.dc(), format, &wanted)) return;
+  if (format <= 0 || !SetPixelFormat(window.dc(), format, &wanted)) {
+    return;
+  }
   const UniqueRenderingContext context(wglCreateContext(window.dc()));
   // The driver loads when a context is made current.
   const CurrentContext current(window.dc(), context.get());
@@ -58,7 +107,9 @@ bool isOffered(const char* name) {
   const auto wglExtensions =
       glEntryPoint<PFNWGLGETEXTENSIONSSTRINGARBPROC>("wglGetExtensionsStringARB");
   const char* list = wglExtensions != nullptr ? wglExtensions(wglGetCurrentDC()) : nullptr;
-  if (list == nullptr) list = std::bit_cast<const char*>(glGetString(GL_EXTENSIONS));
+  if (list == nullptr) {
+    list = std::bit_cast<const char*>(glGetString(GL_EXTENSIONS));
+  }
   return list != nullptr && hasExtension(list, name);
 }
 
@@ -77,28 +128,38 @@ void queryMultisample(HDC dc) {
     UINT count = 0;
     return choose(dc, attributes, noFloats, 1, &found, &count) != FALSE && count > 0 ? found : 0;
   });
-  if (format == 0) return;
+  if (format == 0) {
+    return;
+  }
   bitmapFormat = format;
   bitmapMultisample = true;
 }
 
 void runBitmapProbe() {
   const auto surface = MemorySurface::make(200, 200, 24);
-  if (!surface) return;
+  if (!surface) {
+    return;
+  }
   const PIXELFORMATDESCRIPTOR wanted = bitmapFormatOf(24, 24);
   const int format = ChoosePixelFormat(surface->dc(), &wanted);
   bitmapFormat = format;
-  if (format <= 0 || !SetPixelFormat(surface->dc(), format, &wanted)) return;
+  if (format <= 0 || !SetPixelFormat(surface->dc(), format, &wanted)) {
+    return;
+  }
   const UniqueRenderingContext context(wglCreateContext(surface->dc()));
   const CurrentContext current(surface->dc(), context.get());
-  if (current && !bitmapMultisample) queryMultisample(surface->dc());
+  if (current && !bitmapMultisample) {
+    queryMultisample(surface->dc());
+  }
 }
 
 }  // namespace
 
 void probeWindowPixelFormat() {
   const std::lock_guard lock(probing);
-  if (windowFormat == 0) runWindowProbe();
+  if (windowFormat == 0) {
+    runWindowProbe();
+  }
 }
 
 PIXELFORMATDESCRIPTOR windowFormatOf(int stencilBits) {
@@ -109,7 +170,9 @@ int windowPixelFormat() { return windowFormat; }
 
 void probeBitmapPixelFormat() {
   const std::lock_guard lock(probing);
-  if (bitmapFormat == 0) runBitmapProbe();
+  if (bitmapFormat == 0) {
+    runBitmapProbe();
+  }
 }
 
 PIXELFORMATDESCRIPTOR bitmapFormatOf(int colourBits, int depthBits) {

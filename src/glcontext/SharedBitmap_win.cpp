@@ -20,16 +20,24 @@ SharedBitmap::SharedBitmap(int width, int height, UniqueKernelHandle mapping, Un
       bitmap_(makeBitmap()) {}
 
 std::optional<SharedBitmap> SharedBitmap::make(std::int64_t width, std::int64_t height) {
-  if (!isBmpSize(width, height)) return std::nullopt;
+  if (!isBmpSize(width, height)) {
+    return std::nullopt;
+  }
   const auto bytes = static_cast<DWORD>(dibRowBytes(width, kBitsPerPixel) * height);
   UniqueKernelHandle mapping(
       CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, bytes, nullptr));
-  if (!mapping) return std::nullopt;
+  if (!mapping) {
+    return std::nullopt;
+  }
   UniqueView view(MapViewOfFile(mapping.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
-  if (!view) return std::nullopt;
+  if (!view) {
+    return std::nullopt;
+  }
   SharedBitmap made(static_cast<int>(width), static_cast<int>(height), std::move(mapping),
                     std::move(view));
-  if (made.bitmap() == nullptr) return std::nullopt;
+  if (made.bitmap() == nullptr) {
+    return std::nullopt;
+  }
   return made;
 }
 

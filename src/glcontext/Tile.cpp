@@ -14,7 +14,9 @@ struct Span {
 };
 
 std::vector<Span> spansOf(int size, int largest, int overlap) {
-  if (size <= largest) return {{0, size, 0, size}};
+  if (size <= largest) {
+    return {{0, size, 0, size}};
+  }
   const int step = largest - 2 * overlap;
   std::vector<Span> spans;
   for (int kept = 0; kept < size;) {
@@ -22,7 +24,9 @@ std::vector<Span> spansOf(int size, int largest, int overlap) {
     const int drawn = std::max(0, kept - overlap);
     const int below = std::min(overlap, size - kept - keptSize);
     spans.push_back({drawn, kept + keptSize + below - drawn, kept, keptSize});
-    if (keptSize == size - kept) break;
+    if (keptSize == size - kept) {
+      break;
+    }
     kept += keptSize;
   }
   return spans;
@@ -38,7 +42,9 @@ PicturePart Tile::part() const {
 }
 
 std::vector<Tile> tilesOf(int imageWidth, int imageHeight, int largestSide, int overlap) {
-  if (imageWidth <= 0 || imageHeight <= 0) return {};
+  if (imageWidth <= 0 || imageHeight <= 0) {
+    return {};
+  }
   std::vector<Tile> tiles;
   for (const Span& row : spansOf(imageHeight, largestSide, overlap)) {
     for (const Span& column : spansOf(imageWidth, largestSide, overlap)) {

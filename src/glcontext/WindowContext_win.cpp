@@ -22,7 +22,9 @@ bool setWindowFormat(HDC dc) {
 }
 
 void tell(const WindowContext::ShowMessage& show, const wchar_t* failure) {
-  if (failure == nullptr) return;
+  if (failure == nullptr) {
+    return;
+  }
   std::array<wchar_t, 80> text{};
   std::swprintf(text.data(), text.size(), failure, static_cast<unsigned>(GetLastError()));
   show(text.data());
@@ -62,7 +64,9 @@ bool WindowContext::create(HWND window, const Prepare& prepare) {
     tell(showMessage_, failures_.creation);
   }
   // The window may have been closed while a message was shown.
-  if (IsWindow(window)) target_ = target;
+  if (IsWindow(window)) {
+    target_ = target;
+  }
   return true;
 }
 
@@ -78,20 +82,26 @@ double WindowContext::resolution() const {
 
 bool WindowContext::withContext(const std::function<void()>& work) const {
   const auto target = target_;
-  if (!target || !target->context) return false;
+  if (!target || !target->context) {
+    return false;
+  }
   if (wglGetCurrentContext() == target->context.get()) {
     work();
     return true;
   }
   const CurrentContext current(target->frames.dc(), target->context.get());
-  if (!current) return false;
+  if (!current) {
+    return false;
+  }
   target->frames.follow();
   work();
   return true;
 }
 
 void WindowContext::present() const {
-  if (target_) target_->frames.present();
+  if (target_) {
+    target_->frames.present();
+  }
 }
 
 }  // namespace zyn

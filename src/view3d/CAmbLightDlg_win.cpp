@@ -51,7 +51,9 @@ PickerColours lastColours() {
 void pickColour(HWND owner) {
   const LateFunction library(L"comdlg32.dll", "ChooseColorW");
   auto* const chooseColour = library.as<decltype(ChooseColorW)>();
-  if (chooseColour == nullptr) return;
+  if (chooseColour == nullptr) {
+    return;
+  }
   PickerColours colours = lastColours();
   CHOOSECOLORW picker{};
   picker.lStructSize = sizeof picker;
@@ -60,7 +62,9 @@ void pickColour(HWND owner) {
   picker.lpCustColors = colours.custom.data();
   picker.Flags = CC_RGBINIT | CC_FULLOPEN;
   // Custom colours are kept even where no colour is chosen.
-  if (chooseColour(&picker)) colours.chosen = picker.rgbResult;
+  if (chooseColour(&picker)) {
+    colours.chosen = picker.rgbResult;
+  }
   const std::lock_guard lock(pickerColoursLock);
   pickerColours = colours;
 }
@@ -70,7 +74,9 @@ void pickColour(HWND owner) {
 void CAmbLightDlg::doModal(HWND owner) {
   // Brings the slider's window class.
   const LateFunction controls(L"comctl32.dll", "InitCommonControls");
-  if (auto* const initialise = controls.as<decltype(InitCommonControls)>()) initialise();
+  if (auto* const initialise = controls.as<decltype(InitCommonControls)>()) {
+    initialise();
+  }
   DialogBoxParamW(moduleHandle(), MAKEINTRESOURCEW(IDD_AMBIENTLIGHT),
                   owner != nullptr ? GetAncestor(owner, GA_ROOT) : nullptr, procedure,
                   reinterpret_cast<LPARAM>(this));
