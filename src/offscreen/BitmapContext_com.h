@@ -3,10 +3,13 @@
 #include <ocidl.h>
 #include <windows.h>
 
+#include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "com/ComClass_com.h"
 #include "com/NumericArrayVariant_com.h"
@@ -16,15 +19,26 @@
 #include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "objects/text/ContextFonts_win.h"
-#include "offscreen/BackgroundColour.h"
 #include "offscreen/ImageExport_win.h"
-#include "offscreen/Picture_com.h"
 #include "platform/Failure_win.h"
 #include "platform/MessageBox_win.h"
 #include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
 
 namespace zyn {
+
+/// Red, green, blue, alpha.
+using Colour4 = std::array<float, 4>;
+
+/// Background colour as hosts give it: red, green, blue and, if given, alpha, which is 0 otherwise.
+/// None for any other count.
+std::optional<Colour4> backgroundColour(const std::vector<double>& numbers);
+
+/// A picture object that owns `bitmap` from now on. Throws when it cannot be made.
+Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap);
+
+/// Throws why the surface, which may be null, has no rendering context, if it has none.
+void requireContext(const OffscreenSurface* surface);
 
 /// What the two classes that draw without a window have in common: the surface, the objects to
 /// draw, the fonts, and the members that both interfaces have. A class declares `kFontOwner`.
@@ -145,15 +159,6 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   virtual void drawOn(OffscreenSurface& surface) = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
-
-  static void requireContext(const OffscreenSurface* surface) {
-    if (surface && surface->whyEmpty()) {
-      throw *surface->whyEmpty();
-    }
-    if (!surface || !surface->hasContext()) {
-      throw Failure(E_UNEXPECTED, L"There is no picture yet to draw in");
-    }
-  }
 
   /// Members for pictures succeed whatever happens. Hosts that ask for error information
   /// nevertheless find out why nothing was made; there is none where all went well.

@@ -5,9 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "offscreen/ColourHistogram.h"
-#include "offscreen/NearestColour.h"
-
 namespace zyn {
 namespace {
 

@@ -3,12 +3,151 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <limits>
 #include <queue>
 #include <utility>
 
-#include "offscreen/NearestColour.h"
-
 namespace zyn {
+
+namespace {
+
+constexpr std::size_t kSlots = 4 * ColourHistogram::kMostGroups;
+
+std::size_t slotOf(std::uint32_t key) { return (key * 0x9E3779B1U >> 15) % kSlots; }
+
+}  // namespace
+
+ColourHistogram::ColourHistogram(const PixelView& picture) : slots_(kSlots, -1) {
+  for (int y = 0; y < picture.height; ++y) {
+    const std::uint8_t* const row = picture.row(y);
+    for (int x = 0; x < picture.width;) {
+      const Colour24 colour = colourAt(row, x);
+      const int start = x;
+      do {
+        ++x;
+      } while (x < picture.width && colourAt(row, x) == colour);
+      add(colour, static_cast<std::uint64_t>(x - start));
+    }
+  }
+}
+
+void ColourHistogram::add(Colour24 colour, std::uint64_t count) {
+  const std::uint32_t key =
+      std::uint32_t{colour.red} << 16 | std::uint32_t{colour.green} << 8 | colour.blue;
+  addGroup(key, {count, count * colour.red, count * colour.green, count * colour.blue});
+}
+
+void ColourHistogram::addGroup(std::uint32_t key, const Group& added) {
+  key &= mask_;
+  std::size_t slot = slotOf(key);
+  while (slots_[slot] >= 0 && keys_[static_cast<std::size_t>(slots_[slot])] != key) {
+    slot = (slot + 1) % kSlots;
+  }
+  if (slots_[slot] >= 0) {
+    Group& group = groups_[static_cast<std::size_t>(slots_[slot])];
+    group.count += added.count;
+    group.red += added.red;
+    group.green += added.green;
+    group.blue += added.blue;
+    return;
+  }
+  if (groups_.size() == kMostGroups) {
+    dropLowestBit();
+    return addGroup(key, added);
+  }
+  slots_[slot] = static_cast<std::int32_t>(groups_.size());
+  groups_.push_back(added);
+  keys_.push_back(key);
+}
+
+void ColourHistogram::dropLowestBit() {
+  mask_ &= mask_ << 1 & 0xFEFEFE;  // one bit of each component
+  const std::vector<Group> groups = std::exchange(groups_, {});
+  const std::vector<std::uint32_t> keys = std::exchange(keys_, {});
+  slots_.assign(kSlots, -1);
+  for (std::size_t i = 0; i < groups.size(); ++i) addGroup(keys[i], groups[i]);
+}
+
+namespace {
+
+constexpr int kCellBits = 5;
+constexpr int kCellShift = 8 - kCellBits;
+constexpr int kCellSide = 1 << kCellShift;
+constexpr std::size_t kCells = 1U << (3 * kCellBits);
+
+int square(int value) { return value * value; }
+
+int distance(Colour24 a, Colour24 b) {
+  return square(a.red - b.red) + square(a.green - b.green) + square(a.blue - b.blue);
+}
+
+/// Squared distances along one component from a value to the nearest and farthest of a cell.
+struct Range {
+  int nearest;
+  int farthest;
+};
+
+Range rangeTo(int value, int lowest) {
+  const int highest = lowest + kCellSide - 1;
+  const int outside = std::max({0, lowest - value, value - highest});
+  return {square(outside), square(std::max(std::abs(value - lowest), std::abs(value - highest)))};
+}
+
+Range rangeTo(Colour24 colour, Colour24 lowest) {
+  const Range red = rangeTo(colour.red, lowest.red);
+  const Range green = rangeTo(colour.green, lowest.green);
+  const Range blue = rangeTo(colour.blue, lowest.blue);
+  return {red.nearest + green.nearest + blue.nearest,
+          red.farthest + green.farthest + blue.farthest};
+}
+
+std::size_t cellOf(Colour24 colour) {
+  return static_cast<std::size_t>(colour.red >> kCellShift << (2 * kCellBits) |
+                                  colour.green >> kCellShift << kCellBits |
+                                  colour.blue >> kCellShift);
+}
+
+/// The corner nearest to black of the cell a colour lies in.
+Colour24 lowestOf(Colour24 colour) {
+  const auto lowest = [](std::uint8_t component) {
+    return static_cast<std::uint8_t>(component >> kCellShift << kCellShift);
+  };
+  return {lowest(colour.red), lowest(colour.green), lowest(colour.blue)};
+}
+
+}  // namespace
+
+NearestColour::NearestColour(const Palette& palette) : palette_(palette), cells_(kCells) {}
+
+void NearestColour::fill(Cell& cell, Colour24 lowest) const {
+  std::array<int, 256> nearest;
+  int bound = std::numeric_limits<int>::max();
+  for (std::size_t i = 0; i < palette_.size(); ++i) {
+    const Range range = rangeTo(palette_[i], lowest);
+    nearest[i] = range.nearest;
+    bound = std::min(bound, range.farthest);
+  }
+  for (std::size_t i = 0; i < palette_.size(); ++i) {
+    if (nearest[i] <= bound) cell.push_back(static_cast<std::uint8_t>(i));
+  }
+}
+
+std::uint8_t NearestColour::indexOf(Colour24 colour) {
+  Cell& cell = cells_[cellOf(colour)];
+  if (cell.empty()) fill(cell, lowestOf(colour));
+  std::uint8_t nearest = cell.front();
+  int least = std::numeric_limits<int>::max();
+  for (const std::uint8_t candidate : cell) {
+    const int found = distance(palette_[candidate], colour);
+    if (found < least) {
+      least = found;
+      nearest = candidate;
+    }
+  }
+  return nearest;
+}
+
 namespace {
 
 constexpr int kRefinements = 4;
