@@ -13,14 +13,15 @@
 #include "platform/MessageBox_win.h"
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
+#include "view/WindowMouse_win.h"
 
 namespace zyn {
 
 /// What the two views have in common: the lists, how they smooth lines, picking and mouse switches,
 /// the rendering context, and the members that both interfaces have. `Mouse` is the view's mouse
-/// logic.
-template <class Derived, class Interface, class Mouse>
-class ViewControl : public ControlClass<Derived, Dual<Interface>> {
+/// logic, `Host` what that needs.
+template <class Derived, class Interface, class Mouse, class Host>
+class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Host {
   using Base = ControlClass<Derived, Dual<Interface>>;
 
  public:
@@ -167,6 +168,16 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>> {
 
   /// Whether outline lines smooth the edges of glyphs.
   bool smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
+
+  // MouseHost
+  void captureMouse() noexcept final { SetCapture(Control::window()); }
+  void releaseMouse() noexcept final { releaseMouseOf(Control::window()); }
+  void trackMouseLeave() noexcept final {
+    boundary([this] { trackMouseLeaveOf(Control::window()); });
+  }
+  void repaint() noexcept final { Control::repaint(); }
+  bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
+  bool drawsCursor() const noexcept final { return drawCursor_; }
 
   CListTrace drawList_;
   CListTrace selection_;

@@ -152,14 +152,6 @@ bool CZYNVue2D::askNearest(const Point& at) noexcept {
   }));
 }
 
-void CZYNVue2D::captureMouse() noexcept { SetCapture(window()); }
-
-void CZYNVue2D::releaseMouse() noexcept { releaseMouseOf(window()); }
-
-void CZYNVue2D::trackMouseLeave() noexcept {
-  boundary([this] { trackMouseLeaveOf(window()); });
-}
-
 PickRecords CZYNVue2D::pickAt(PixelPoint at) noexcept {
   PickRecords records;
   boundary([&] { records = pick(PickRegion::around(at, pickSize_)); });

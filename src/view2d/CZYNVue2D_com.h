@@ -17,8 +17,8 @@
 #include "view/PickRegion.h"
 #include "view/ViewControl_com.h"
 #include "view2d/Graph.h"
-#include "view2d/GraphMouse.h"
 #include "view2d/GraphPass_gl.h"
+#include "view2d/Mouse2D.h"
 #include "view2d/ViewState2D.h"
 
 namespace zyn {
@@ -27,8 +27,7 @@ namespace zyn {
 /// and zoom, picks, and tells the nearest point of a trace. Published members in CZYNVue2D_com.cpp,
 /// window and drawing in CZYNVue2DWindow_com.cpp, graph frame in CZYNVue2DGraph_com.cpp, mouse and
 /// keys in CZYNVue2DMouse_com.cpp.
-class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
-                        private GraphMouseHost {
+class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, Mouse2D, MouseHost2D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue2D";
 
@@ -99,10 +98,10 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   StockPointer* stockPointer() noexcept override { return &pointer_; }
 
   // ViewControl
-  GraphMouse& mouse() noexcept override { return mouse_; }
+  Mouse2D& mouse() noexcept override { return mouse_; }
   void smoothingChanged() override;
 
-  // GraphMouseHost; its repaint() is the one of the control
+  // MouseHost2D
   void fireMouseDown(MouseButton button, const Point& at) noexcept override;
   void fireMouseUp(MouseButton button, const Point& at) noexcept override;
   void fireMouseMove(const Point& at) noexcept override;
@@ -115,12 +114,6 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   void fireWindowSelection(int key, const Rect2& rectangle,
                            const PickedNames& names) noexcept override;
   bool askNearest(const Point& at) noexcept override;
-  void captureMouse() noexcept override;
-  void releaseMouse() noexcept override;
-  void trackMouseLeave() noexcept override;
-  void repaint() noexcept override { Control::repaint(); }
-  bool hasSelectables() const noexcept override { return selection_.head() != nullptr; }
-  bool drawsCursor() const noexcept override { return drawCursor_; }
   PickRecords pickAt(PixelPoint at) noexcept override;
   PickRecords pickWithin(const RubberBand& band) noexcept override;
 
@@ -150,7 +143,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, GraphMouse>,
   ViewState2D view_;
   /// The visible rectangle as an object of the geometry library; null where that is missing.
   const Microsoft::WRL::ComPtr<IZYNRectangle> visible_ = tryMakeRectangle(0, 0, 0, 0);
-  GraphMouse mouse_{view_, *this};
+  Mouse2D mouse_{view_, *this};
 
   /// Kept for the next rendering context, in which its frame is compiled anew.
   std::variant<std::monostate, LinearGraph, LogLogGraph> graph_;

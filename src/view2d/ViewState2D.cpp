@@ -116,10 +116,8 @@ bool ViewState2D::turnWheel(PixelPoint mouse, int delta, const Wheel& wheel) {
   }
   const double x = plottingX(mouse.x);
   const double y = plottingY(mouse.y);
-  const double turn = wheel.inverse ? -static_cast<double>(delta) : delta;
-  const int amount = saturatedInteger(turn * wheel.acceleration);
   const double before = current_->halfHeight();
-  const double change = amount / (2.0 * client_.height) * before * 0.5;
+  const double change = wheel.turned(delta) / (2.0 * client_.height) * before * 0.5;
   const double halfHeight =
       change / before > kLeastZoom - 1 ? before + change : before * kLeastZoom;
 

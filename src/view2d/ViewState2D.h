@@ -7,6 +7,7 @@
 #include "core/Point.h"
 #include "core/ZYNList.h"
 #include "view/ClientSize.h"
+#include "view/MouseInput.h"
 #include "view/PixelPoint.h"
 #include "view/RubberBand.h"
 #include "view2d/CParamsVue2D.h"
@@ -24,12 +25,6 @@ namespace zyn {
 /// real size.
 class ViewState2D {
  public:
-  /// The wheel's zoom.
-  struct Wheel {
-    bool inverse = false;
-    double acceleration = 1.0;
-  };
-
   ViewState2D() = default;
   ViewState2D(const ViewState2D&) = delete;
   ViewState2D& operator=(const ViewState2D&) = delete;

@@ -35,40 +35,40 @@ std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM 
   switch (message) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-      navigation_.leftDown(pointOf(lParam), keys);
+      mouse_.leftDown(pointOf(lParam), keys);
       break;
     case WM_LBUTTONUP:
-      navigation_.leftUp(pointOf(lParam), keys);
+      mouse_.leftUp(pointOf(lParam), keys);
       break;
     case WM_MBUTTONDOWN:
     case WM_MBUTTONDBLCLK:
-      navigation_.middleDown(pointOf(lParam), keys);
+      mouse_.middleDown(pointOf(lParam), keys);
       break;
     case WM_MBUTTONUP:
-      navigation_.middleUp(pointOf(lParam));
+      mouse_.middleUp(pointOf(lParam));
       break;
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:
-      navigation_.rightDown(pointOf(lParam));
+      mouse_.rightDown(pointOf(lParam));
       break;
     case WM_RBUTTONUP:
-      navigation_.rightUp(pointOf(lParam));
+      mouse_.rightUp(pointOf(lParam));
       break;
     case WM_MOUSEMOVE:
-      navigation_.mouseMove(pointOf(lParam), keys);
+      mouse_.mouseMove(pointOf(lParam), keys);
       break;
     case WM_MOUSELEAVE:
-      navigation_.mouseLeave();
+      mouse_.mouseLeave();
       break;
     case WM_CAPTURECHANGED:
     case WM_CANCELMODE:
-      navigation_.captureLost();
+      mouse_.captureLost();
       break;
     case WM_TIMER:
       repaint();
       return 0;
     case WM_MOUSEWHEEL:
-      navigation_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), wheelPointOf(window(), lParam));
+      mouse_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), wheelPointOf(window(), lParam));
       return 0;
     default:
       break;
@@ -101,14 +101,6 @@ void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle
   OwnedVariant box;
   put(box, rectangle);
   fire(kWindowSelection, key, *box.get(), SelectionValue(names).get());
-}
-
-void CZYNVue3D::captureMouse() noexcept { SetCapture(window()); }
-
-void CZYNVue3D::releaseMouse() noexcept { releaseMouseOf(window()); }
-
-void CZYNVue3D::trackMouseLeave() noexcept {
-  boundary([this] { trackMouseLeaveOf(window()); });
 }
 
 PickRecords CZYNVue3D::pickAt(PixelPoint at) noexcept {

@@ -57,8 +57,8 @@ void CZYNVue3D::paint(HDC) {
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     ViewPass pass = currentPass();
-    pass.rubberBand = navigation_.rubberBand();
-    if (drawCursor_ && navigation_.isMouseInside() && resources) {
+    pass.rubberBand = mouse_.rubberBand();
+    if (drawCursor_ && mouse_.isMouseInside() && resources) {
       pass.cursor.emplace(ViewPass::Cursor{resources->cursorGlyph, cursor_});
     }
     drawView(

@@ -17,7 +17,7 @@ CZYNVue3D::CZYNVue3D()
                    .failures = kView3DFailures,
                    .smooth = false}),
       measureScene_([this] { return measureScene(drawList_, boundsOf); }),
-      navigation_(view_, *this) {
+      mouse_(view_, *this) {
   CZYNVueControles::instance().add(this);
 }
 
@@ -261,12 +261,11 @@ STDMETHODIMP CZYNVue3D::getPixelPlanIntersection(int x, int y, VARIANT Plan, VAR
 }
 
 STDMETHODIMP CZYNVue3D::get_MouseMode(short* pVal) noexcept {
-  return automation(*this,
-                    [&] { return give(pVal, static_cast<short>(navigation_.mode().value())); });
+  return automation(*this, [&] { return give(pVal, static_cast<short>(mouse_.mode().value())); });
 }
 
 STDMETHODIMP CZYNVue3D::put_MouseMode(short newVal) noexcept {
-  return automation(*this, [&] { navigation_.mode().set(newVal); });
+  return automation(*this, [&] { mouse_.mode().set(newVal); });
 }
 
 }  // namespace zyn

@@ -13,7 +13,7 @@
 #include "view/ViewControl_com.h"
 #include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
-#include "view3d/MouseNavigation.h"
+#include "view3d/Mouse3D.h"
 #include "view3d/ViewPass_gl.h"
 #include "view3d/ViewState3D.h"
 
@@ -22,8 +22,7 @@ namespace zyn {
 /// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
 /// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
 /// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp.
-class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation>,
-                        private NavigationHost {
+class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, Mouse3D, MouseHost3D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
 
@@ -90,10 +89,10 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
   std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   // ViewControl
-  MouseNavigation& mouse() noexcept override { return navigation_; }
+  Mouse3D& mouse() noexcept override { return mouse_; }
   void smoothingChanged() override;
 
-  // NavigationHost; its repaint() is the one of the control
+  // MouseHost3D
   void fireMouseDown(MouseButton button, PixelPoint at) noexcept override;
   void fireMouseUp(MouseButton button, PixelPoint at) noexcept override;
   void fireMouseMove(int key, PixelPoint at) noexcept override;
@@ -101,12 +100,6 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
   void fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept override;
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
                            const PickedNames& names) noexcept override;
-  void captureMouse() noexcept override;
-  void releaseMouse() noexcept override;
-  void trackMouseLeave() noexcept override;
-  void repaint() noexcept override { Control::repaint(); }
-  bool hasSelectables() const noexcept override { return selection_.head() != nullptr; }
-  bool drawsCursor() const noexcept override { return drawCursor_; }
   PickRecords pickAt(PixelPoint at) noexcept override;
   PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept override;
 
@@ -131,7 +124,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, MouseNavigation
 
   const ViewState3D::BoxSource measureScene_;
   ViewState3D view_;
-  MouseNavigation navigation_;
+  Mouse3D mouse_;
 
   bool gradientOn_ = false;
   Colour3 gradient_ = {1.0F, 1.0F, 1.0F};

@@ -1,4 +1,4 @@
-#include "view2d/MouseMode2D.h"
+#include "view2d/Mouse2D.h"
 
 #include <gtest/gtest.h>
 
@@ -38,21 +38,14 @@ TEST(MouseMode2DTest, AZoomGoesBackToTheModeBefore) {
   MouseMode2D mode;
   mode.set(-2);
   mode.set(4);
-  mode.endZoom(false);
+  mode.endRectangle();
   EXPECT_EQ(mode.value(), -2);
-}
-
-TEST(MouseMode2DTest, AZoomMayBeMaintained) {
-  MouseMode2D mode;
-  mode.set(4);
-  mode.endZoom(true);
-  EXPECT_EQ(mode.value(), 4);
 }
 
 TEST(MouseMode2DTest, OtherModesDoNotEndWithAZoom) {
   MouseMode2D mode;
   mode.set(5);
-  mode.endZoom(false);
+  mode.endRectangle();
   EXPECT_EQ(mode.value(), 5);
 }
 
@@ -62,7 +55,7 @@ TEST(MouseMode2DTest, PansForAWhile) {
   mode.beginPan();
   EXPECT_EQ(mode.value(), 1);
   EXPECT_TRUE(mode.isPanning());
-  mode.endPan();
+  mode.endStandIn();
   EXPECT_EQ(mode.value(), -1);
   EXPECT_FALSE(mode.isPanning());
 }
@@ -73,9 +66,9 @@ TEST(MouseMode2DTest, AfterAPanInTheZoomTheZoomComesBackAndStays) {
   mode.set(4);
   mode.beginPan();
   EXPECT_EQ(mode.previous(), 4);
-  mode.endPan();
+  mode.endStandIn();
   EXPECT_EQ(mode.value(), 4);
-  mode.endZoom(false);
+  mode.endRectangle();
   EXPECT_EQ(mode.value(), 4);
 }
 
@@ -83,10 +76,10 @@ TEST(MouseMode2DTest, APressWithoutReleaseLosesNothing) {
   MouseMode2D mode;
   mode.beginPan();
   mode.beginPan();
-  mode.endPan();
+  mode.endStandIn();
   EXPECT_EQ(mode.value(), 3);
   mode.set(5);
-  mode.endPan();
+  mode.endStandIn();
   EXPECT_EQ(mode.value(), 5);
 }
 
@@ -95,9 +88,9 @@ TEST(MouseMode2DTest, TheHostMaySetAModeDuringAPan) {
   mode.beginPan();
   mode.set(4);
   EXPECT_FALSE(mode.isPanning());
-  mode.endPan();
+  mode.endStandIn();
   EXPECT_EQ(mode.value(), 4);
-  mode.endZoom(false);
+  mode.endRectangle();
   EXPECT_EQ(mode.value(), 3);
 }
 

@@ -2,7 +2,12 @@
 
 #include <cstdint>
 
+#include "core/saturate.h"
+
 namespace zyn {
+
+/// Numbers of the buttons in events.
+enum class MouseButton { Left = 0, Right = 1, Middle = 2 };
 
 /// The keys and buttons held with a mouse message, as its first parameter carries them.
 class MouseKeys {
@@ -33,6 +38,17 @@ class MouseKeys {
   constexpr bool holds(std::uint32_t flags) const { return (flags_ & flags) != 0; }
 
   std::uint32_t flags_;
+};
+
+/// How the wheel is taken: the other way round, and multiplied by a gain.
+struct Wheel {
+  bool inverse = false;
+  double acceleration = 1.0;
+
+  /// The amount, 120 for one notch, without its fraction.
+  int turned(int delta) const {
+    return saturatedInteger((inverse ? -1.0 : 1.0) * delta * acceleration);
+  }
 };
 
 }  // namespace zyn

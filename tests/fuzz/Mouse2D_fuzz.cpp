@@ -1,4 +1,4 @@
-#include "view2d/GraphMouse.h"
+#include "view2d/Mouse2D.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -10,7 +10,7 @@ namespace {
 using namespace zyn;
 
 /// Reads messages off the input and lets more of them in during calls of the host.
-class Session : public GraphMouseHost {
+class Session : public MouseHost2D {
  public:
   explicit Session(std::span<const std::uint8_t> input) : input_(input) {
     view_.resize({64, 32});
@@ -144,7 +144,7 @@ class Session : public GraphMouseHost {
 
   std::span<const std::uint8_t> input_;
   ViewState2D view_;
-  GraphMouse mouse_{view_, *this};
+  Mouse2D mouse_{view_, *this};
   bool captured_ = false;
   bool leftHeld_ = false;  ///< as far as the messages tell
   bool middleHeld_ = false;

@@ -1,4 +1,4 @@
-#include "view/MouseKeys.h"
+#include "view/MouseInput.h"
 
 #include <gtest/gtest.h>
 

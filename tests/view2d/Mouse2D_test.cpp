@@ -1,4 +1,4 @@
-#include "view2d/GraphMouse.h"
+#include "view2d/Mouse2D.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/RecordingGraphMouseHost.h"
+#include "support/RecordingMouseHost2D.h"
 
 namespace zyn {
 namespace {
@@ -27,9 +27,9 @@ PickRecords twoHits() {
 }
 
 /// A view of 400 by 200 pixels on -10..10 by -5..5: 20 pixels a unit, the origin at (200, 100).
-class GraphMouseTest : public testing::Test {
+class Mouse2DTest : public testing::Test {
  protected:
-  GraphMouseTest() {
+  Mouse2DTest() {
     view_.resize({400, 200});
     view_.viewRect({-10, 10, -5, 5});
     view_.view(Rect2{-10, 10, -5, 5}, 0);
@@ -53,11 +53,11 @@ class GraphMouseTest : public testing::Test {
   void expectUnmoved() const { expectShown({-10, 10, -5, 5}); }
 
   ViewState2D view_;
-  test::RecordingGraphMouseHost host_;
-  GraphMouse mouse_{view_, host_};
+  test::RecordingMouseHost2D host_;
+  Mouse2D mouse_{view_, host_};
 };
 
-TEST_F(GraphMouseTest, Defaults) {
+TEST_F(Mouse2DTest, Defaults) {
   EXPECT_EQ(mouse_.mode().value(), 3);
   EXPECT_FALSE(mouse_.maintainWindowZoom());
   EXPECT_FALSE(mouse_.windowSelection());
@@ -69,7 +69,7 @@ TEST_F(GraphMouseTest, Defaults) {
 
 // Presses.
 
-TEST_F(GraphMouseTest, ButtonsFireInModelCoordinates) {
+TEST_F(Mouse2DTest, ButtonsFireInModelCoordinates) {
   mouse_.mode().set(0);
   press({300, 50});
   release({220, 120});
@@ -79,7 +79,7 @@ TEST_F(GraphMouseTest, ButtonsFireInModelCoordinates) {
                                  "MouseDown 1 0,0", "MouseUp 1 -10,-5"}));
 }
 
-TEST_F(GraphMouseTest, ModeThreeAsksTheActiveTrace) {
+TEST_F(Mouse2DTest, ModeThreeAsksTheActiveTrace) {
   host_.activeTrace = true;
   press({300, 50});
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 0 5,2.5", "nearest 5,2.5", "repaint"}));
@@ -88,12 +88,12 @@ TEST_F(GraphMouseTest, ModeThreeAsksTheActiveTrace) {
   EXPECT_EQ(historyLength(), 1U);
 }
 
-TEST_F(GraphMouseTest, WithoutAnActiveTraceNothingIsRepainted) {
+TEST_F(Mouse2DTest, WithoutAnActiveTraceNothingIsRepainted) {
   press({300, 50});
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 0 5,2.5", "nearest 5,2.5"}));
 }
 
-TEST_F(GraphMouseTest, OnlyModeThreeAsksTheTrace) {
+TEST_F(Mouse2DTest, OnlyModeThreeAsksTheTrace) {
   for (const std::int32_t mode : {-3, -2, -1, 0, 1, 2, 4, 5}) {
     mouse_.mode().set(mode);
     press({300, 50});
@@ -102,7 +102,7 @@ TEST_F(GraphMouseTest, OnlyModeThreeAsksTheTrace) {
   EXPECT_EQ(host_.count("nearest"), 0);
 }
 
-TEST_F(GraphMouseTest, TheRightModesKeepTheViewInTheHistory) {
+TEST_F(Mouse2DTest, TheRightModesKeepTheViewInTheHistory) {
   for (const std::int32_t mode : {-5, -3, -2, -1, 0, 3, 4}) {
     mouse_.mode().set(mode);
     press({300, 50});
@@ -118,7 +118,7 @@ TEST_F(GraphMouseTest, TheRightModesKeepTheViewInTheHistory) {
   }
 }
 
-TEST_F(GraphMouseTest, APressFiresBeforeAnythingElse) {
+TEST_F(Mouse2DTest, APressFiresBeforeAnythingElse) {
   mouse_.mode().set(1);
   host_.handlers["MouseDown"] = [&] {
     EXPECT_EQ(historyLength(), 1U);
@@ -130,7 +130,7 @@ TEST_F(GraphMouseTest, APressFiresBeforeAnythingElse) {
 
 // Drags.
 
-TEST_F(GraphMouseTest, ThePanFollowsThePointer) {
+TEST_F(Mouse2DTest, ThePanFollowsThePointer) {
   mouse_.mode().set(1);
   press({100, 100});
   const Point grabbed = view_.getPoint({100, 100});
@@ -147,7 +147,7 @@ TEST_F(GraphMouseTest, ThePanFollowsThePointer) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, EachStepOfAPanRepaintsOnceAndThenTellsThePoint) {
+TEST_F(Mouse2DTest, EachStepOfAPanRepaintsOnceAndThenTellsThePoint) {
   mouse_.mode().set(1);
   press({100, 100});
   host_.take();
@@ -156,7 +156,7 @@ TEST_F(GraphMouseTest, EachStepOfAPanRepaintsOnceAndThenTellsThePoint) {
   EXPECT_EQ(host_.take(), (Calls{"repaint", "MouseMove -5,0", "MouseMove -5,0"}));
 }
 
-TEST_F(GraphMouseTest, OtherModesDragNothing) {
+TEST_F(Mouse2DTest, OtherModesDragNothing) {
   for (const std::int32_t mode : {-3, -2, -1, 0, 2, 3, 4, 5, 99}) {
     mouse_.mode().set(mode);
     press({100, 100});
@@ -166,7 +166,7 @@ TEST_F(GraphMouseTest, OtherModesDragNothing) {
   }
 }
 
-TEST_F(GraphMouseTest, AHostMayStartAPanDuringADrag) {
+TEST_F(Mouse2DTest, AHostMayStartAPanDuringADrag) {
   mouse_.mode().set(0);
   press({100, 100});
   move({150, 100});
@@ -178,7 +178,7 @@ TEST_F(GraphMouseTest, AHostMayStartAPanDuringADrag) {
   expectShown({-11, 9, -5, 5});
 }
 
-TEST_F(GraphMouseTest, NothingMovesInAnEmptyClientArea) {
+TEST_F(Mouse2DTest, NothingMovesInAnEmptyClientArea) {
   mouse_.mode().set(1);
   press({100, 100});
   view_.resize({0, 0});
@@ -191,7 +191,7 @@ TEST_F(GraphMouseTest, NothingMovesInAnEmptyClientArea) {
 
 // The zoom to a rectangle.
 
-TEST_F(GraphMouseTest, ModeFourZoomsToTheRectangle) {
+TEST_F(Mouse2DTest, ModeFourZoomsToTheRectangle) {
   mouse_.mode().set(4);
   press({240, 80});
   EXPECT_FALSE(mouse_.rubberBand());
@@ -208,7 +208,7 @@ TEST_F(GraphMouseTest, ModeFourZoomsToTheRectangle) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, AClickZoomsNowhere) {
+TEST_F(Mouse2DTest, AClickZoomsNowhere) {
   for (const PixelPoint end : {PixelPoint{240, 80}, {240, 120}, {300, 80}}) {
     mouse_.mode().set(4);
     press({240, 80});
@@ -220,7 +220,7 @@ TEST_F(GraphMouseTest, AClickZoomsNowhere) {
   }
 }
 
-TEST_F(GraphMouseTest, MaintainedWindowZoomStays) {
+TEST_F(Mouse2DTest, MaintainedWindowZoomStays) {
   mouse_.setMaintainWindowZoom(true);
   mouse_.mode().set(1);
   mouse_.mode().set(4);
@@ -233,7 +233,7 @@ TEST_F(GraphMouseTest, MaintainedWindowZoomStays) {
   EXPECT_EQ(mouse_.mode().value(), 1);
 }
 
-TEST_F(GraphMouseTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
+TEST_F(Mouse2DTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
   mouse_.mode().set(4);
   press({100, 150});
   move({100, 150});
@@ -245,7 +245,7 @@ TEST_F(GraphMouseTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
 
 // Selection.
 
-TEST_F(GraphMouseTest, APressInASelectionModePicks) {
+TEST_F(Mouse2DTest, APressInASelectionModePicks) {
   host_.selectables = true;
   host_.hits = twoHits();
   for (const std::int32_t mode : {-1, -2}) {
@@ -260,7 +260,7 @@ TEST_F(GraphMouseTest, APressInASelectionModePicks) {
   }
 }
 
-TEST_F(GraphMouseTest, TheKeyOfASelectionIsThatOfThePress) {
+TEST_F(Mouse2DTest, TheKeyOfASelectionIsThatOfThePress) {
   host_.selectables = true;
   mouse_.mode().set(-1);
   const std::uint32_t both = MouseKeys::kControl | MouseKeys::kShift;
@@ -271,7 +271,7 @@ TEST_F(GraphMouseTest, TheKeyOfASelectionIsThatOfThePress) {
   }
 }
 
-TEST_F(GraphMouseTest, SuperposedSelectionReportsEveryHit) {
+TEST_F(Mouse2DTest, SuperposedSelectionReportsEveryHit) {
   host_.selectables = true;
   host_.hits = twoHits();
   mouse_.setSelectSuperpose(true);
@@ -284,7 +284,7 @@ TEST_F(GraphMouseTest, SuperposedSelectionReportsEveryHit) {
   EXPECT_EQ(host_.calls.back(), "MouseOn2 0 0.05,0 {8}");
 }
 
-TEST_F(GraphMouseTest, ADoubleClickPicksInAnyMode) {
+TEST_F(Mouse2DTest, ADoubleClickPicksInAnyMode) {
   host_.selectables = true;
   host_.hits = twoHits();
   for (const std::int32_t mode : {-1, 1, 3, 4}) {
@@ -298,7 +298,7 @@ TEST_F(GraphMouseTest, ADoubleClickPicksInAnyMode) {
   EXPECT_EQ(historyLength(), 1U);
 }
 
-TEST_F(GraphMouseTest, WithoutSelectablesNothingIsPicked) {
+TEST_F(Mouse2DTest, WithoutSelectablesNothingIsPicked) {
   mouse_.mode().set(-1);
   press({10, 20});
   release({10, 20});
@@ -307,7 +307,7 @@ TEST_F(GraphMouseTest, WithoutSelectablesNothingIsPicked) {
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 0 -9.5,4", "MouseUp 0 -9.5,4", "MouseMove -8.5,3.5"}));
 }
 
-TEST_F(GraphMouseTest, HoveringReportsTheNearestHitAfterTheMove) {
+TEST_F(Mouse2DTest, HoveringReportsTheNearestHitAfterTheMove) {
   host_.selectables = true;
   host_.hits = twoHits();
   mouse_.mouseMove({300, 50}, kNone);
@@ -319,7 +319,7 @@ TEST_F(GraphMouseTest, HoveringReportsTheNearestHitAfterTheMove) {
                                  "MouseOn2 2 5.05,2.5 nothing"}));
 }
 
-TEST_F(GraphMouseTest, NothingIsPickedTwiceForOnePosition) {
+TEST_F(Mouse2DTest, NothingIsPickedTwiceForOnePosition) {
   host_.selectables = true;
   mouse_.mouseMove({30, 40}, kNone);
   mouse_.mouseMove({30, 40}, kControl);
@@ -330,7 +330,7 @@ TEST_F(GraphMouseTest, NothingIsPickedTwiceForOnePosition) {
   EXPECT_EQ(host_.count("pick"), 2);
 }
 
-TEST_F(GraphMouseTest, NothingIsPickedWhileAButtonIsHeld) {
+TEST_F(Mouse2DTest, NothingIsPickedWhileAButtonIsHeld) {
   host_.selectables = true;
   for (const std::uint32_t button : {0x01U, 0x02U, 0x10U, 0x20U, 0x40U}) {
     mouse_.mouseMove({30, static_cast<int>(button)}, MouseKeys(button));
@@ -344,7 +344,7 @@ TEST_F(GraphMouseTest, NothingIsPickedWhileAButtonIsHeld) {
   EXPECT_EQ(host_.count("pick"), 1);
 }
 
-TEST_F(GraphMouseTest, ARubberBandSelects) {
+TEST_F(Mouse2DTest, ARubberBandSelects) {
   mouse_.mode().set(-1);
   mouse_.setWindowSelection(true);
   host_.selectables = true;
@@ -363,7 +363,7 @@ TEST_F(GraphMouseTest, ARubberBandSelects) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, ARubberBandWithoutSelectablesStillTellsItsRectangle) {
+TEST_F(Mouse2DTest, ARubberBandWithoutSelectablesStillTellsItsRectangle) {
   mouse_.mode().set(-2);
   mouse_.setWindowSelection(true);
   press({200, 100});
@@ -372,7 +372,7 @@ TEST_F(GraphMouseTest, ARubberBandWithoutSelectablesStillTellsItsRectangle) {
   EXPECT_EQ(host_.take()[3], "WindowSelection 0 0:2,0:1 nothing");
 }
 
-TEST_F(GraphMouseTest, ARectangleWithoutAPixelSelectsNothing) {
+TEST_F(Mouse2DTest, ARectangleWithoutAPixelSelectsNothing) {
   mouse_.mode().set(-1);
   mouse_.setWindowSelection(true);
   for (const PixelPoint end : {PixelPoint{100, 100}, {100, 150}, {150, 100}}) {
@@ -384,7 +384,7 @@ TEST_F(GraphMouseTest, ARectangleWithoutAPixelSelectsNothing) {
   EXPECT_EQ(host_.count("repaint"), 6);
 }
 
-TEST_F(GraphMouseTest, WindowSelectionNeedsASelectionMode) {
+TEST_F(Mouse2DTest, WindowSelectionNeedsASelectionMode) {
   mouse_.setWindowSelection(true);
   for (const std::int32_t mode : {0, 1, 2, 3, 5, -3}) {
     mouse_.mode().set(mode);
@@ -398,7 +398,7 @@ TEST_F(GraphMouseTest, WindowSelectionNeedsASelectionMode) {
 
 // The middle button and the wheel.
 
-TEST_F(GraphMouseTest, AnInactiveMiddleButtonDoesNothing) {
+TEST_F(Mouse2DTest, AnInactiveMiddleButtonDoesNothing) {
   mouse_.middleDown({100, 100}, kMiddle);
   EXPECT_EQ(mouse_.mode().value(), 3);
   mouse_.mouseMove({200, 100}, kMiddle);
@@ -408,7 +408,7 @@ TEST_F(GraphMouseTest, AnInactiveMiddleButtonDoesNothing) {
   EXPECT_EQ(host_.take(), Calls{"MouseMove 0,0"});
 }
 
-TEST_F(GraphMouseTest, TheMiddleButtonPansAndFiresNothing) {
+TEST_F(Mouse2DTest, TheMiddleButtonPansAndFiresNothing) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mode().set(-1);
   mouse_.middleDown({100, 100}, kMiddle);
@@ -421,7 +421,7 @@ TEST_F(GraphMouseTest, TheMiddleButtonPansAndFiresNothing) {
   EXPECT_EQ(historyLength(), 1U);
 }
 
-TEST_F(GraphMouseTest, ThePanReturnsToModeFour) {
+TEST_F(Mouse2DTest, ThePanReturnsToModeFour) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mode().set(0);
   mouse_.mode().set(4);
@@ -430,7 +430,7 @@ TEST_F(GraphMouseTest, ThePanReturnsToModeFour) {
   EXPECT_EQ(mouse_.mode().value(), 4);
 }
 
-TEST_F(GraphMouseTest, SwitchingTheMiddleButtonOffEndsItsPan) {
+TEST_F(Mouse2DTest, SwitchingTheMiddleButtonOffEndsItsPan) {
   mouse_.setMiddleButtonActive(true);
   mouse_.middleDown({100, 100}, kMiddle);
   mouse_.setMiddleButtonActive(false);
@@ -442,7 +442,7 @@ TEST_F(GraphMouseTest, SwitchingTheMiddleButtonOffEndsItsPan) {
   EXPECT_EQ(host_.count("release"), 1);
 }
 
-TEST_F(GraphMouseTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
+TEST_F(Mouse2DTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mode().set(0);
   press({100, 100});
@@ -454,7 +454,7 @@ TEST_F(GraphMouseTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   EXPECT_EQ(host_.count("release"), 1);
 }
 
-TEST_F(GraphMouseTest, ANotchZoomsAboutTheLastPosition) {
+TEST_F(Mouse2DTest, ANotchZoomsAboutTheLastPosition) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mouseMove({300, 50}, kNone);
   const Point before = view_.getPoint({300, 50});
@@ -467,7 +467,7 @@ TEST_F(GraphMouseTest, ANotchZoomsAboutTheLastPosition) {
   EXPECT_EQ(historyLength(), 1U);
 }
 
-TEST_F(GraphMouseTest, TheWheelTurnsBothWaysAndFaster) {
+TEST_F(Mouse2DTest, TheWheelTurnsBothWaysAndFaster) {
   mouse_.setMiddleButtonActive(true);
   mouse_.setMiddleButtonInverse(true);
   mouse_.setMiddleButtonAcceleration(0.5);
@@ -475,8 +475,8 @@ TEST_F(GraphMouseTest, TheWheelTurnsBothWaysAndFaster) {
   EXPECT_DOUBLE_EQ(view_.current().halfHeight(), 5 * (1 - 60.0 / 400 * 0.5));
 }
 
-TEST_F(GraphMouseTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
-  GraphMouse mouse(view_, host_);
+TEST_F(Mouse2DTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
+  Mouse2D mouse(view_, host_);
   mouse.setMiddleButtonActive(true);
   const Point before = view_.getPoint({300, 50});
   mouse.wheel(-120, {300, 50});
@@ -485,7 +485,7 @@ TEST_F(GraphMouseTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
 
 // Entering and leaving.
 
-TEST_F(GraphMouseTest, LeavingIsTrackedOnceAVisit) {
+TEST_F(Mouse2DTest, LeavingIsTrackedOnceAVisit) {
   EXPECT_TRUE(mouse_.isMouseInside());
   mouse_.mouseLeave();
   EXPECT_FALSE(mouse_.isMouseInside());
@@ -495,7 +495,7 @@ TEST_F(GraphMouseTest, LeavingIsTrackedOnceAVisit) {
   EXPECT_EQ(host_.take(), (Calls{"MouseLeave", "track", "MouseMove 0,0", "MouseMove 1,0"}));
 }
 
-TEST_F(GraphMouseTest, TheCursorGlyphComesAndGoes) {
+TEST_F(Mouse2DTest, TheCursorGlyphComesAndGoes) {
   host_.cursor = true;
   mouse_.mouseLeave();
   EXPECT_EQ(host_.take(), (Calls{"repaint", "MouseLeave"}));
@@ -505,7 +505,7 @@ TEST_F(GraphMouseTest, TheCursorGlyphComesAndGoes) {
 
 // Ends.
 
-TEST_F(GraphMouseTest, AReleaseWithoutAPressOnlyFires) {
+TEST_F(Mouse2DTest, AReleaseWithoutAPressOnlyFires) {
   mouse_.mode().set(4);
   release({200, 100});
   mouse_.middleUp();
@@ -513,7 +513,7 @@ TEST_F(GraphMouseTest, AReleaseWithoutAPressOnlyFires) {
   EXPECT_EQ(mouse_.mode().value(), 4);
 }
 
-TEST_F(GraphMouseTest, ALostCaptureEndsADragOnce) {
+TEST_F(Mouse2DTest, ALostCaptureEndsADragOnce) {
   mouse_.mode().set(4);
   press({100, 100});
   move({150, 150});
@@ -529,7 +529,7 @@ TEST_F(GraphMouseTest, ALostCaptureEndsADragOnce) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, ALostCaptureEndsThePan) {
+TEST_F(Mouse2DTest, ALostCaptureEndsThePan) {
   mouse_.setMiddleButtonActive(true);
   mouse_.middleDown({100, 100}, kMiddle);
   mouse_.captureLost();
@@ -538,7 +538,7 @@ TEST_F(GraphMouseTest, ALostCaptureEndsThePan) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, ReleasingTheCaptureReportsItAsLost) {
+TEST_F(Mouse2DTest, ReleasingTheCaptureReportsItAsLost) {
   host_.handlers["release"] = [&] { mouse_.captureLost(); };
   mouse_.mode().set(4);
   press({200, 100});
@@ -547,7 +547,7 @@ TEST_F(GraphMouseTest, ReleasingTheCaptureReportsItAsLost) {
   EXPECT_EQ(host_.count("repaint"), 1);
 }
 
-TEST_F(GraphMouseTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
+TEST_F(Mouse2DTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mode().set(4);
   press({100, 100});
@@ -561,7 +561,7 @@ TEST_F(GraphMouseTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, APressAfterAMissedReleaseStartsAnew) {
+TEST_F(Mouse2DTest, APressAfterAMissedReleaseStartsAnew) {
   mouse_.mode().set(4);
   press({10, 10});
   move({20, 20});
@@ -574,7 +574,7 @@ TEST_F(GraphMouseTest, APressAfterAMissedReleaseStartsAnew) {
 
 // What event handlers do.
 
-TEST_F(GraphMouseTest, AReleaseWithinThePressEventLeavesNoDrag) {
+TEST_F(Mouse2DTest, AReleaseWithinThePressEventLeavesNoDrag) {
   mouse_.mode().set(1);
   host_.handlers["MouseDown"] = [&] { release({100, 100}); };
   press({100, 100});
@@ -584,14 +584,14 @@ TEST_F(GraphMouseTest, AReleaseWithinThePressEventLeavesNoDrag) {
   EXPECT_EQ(host_.count("capture"), 0);
 }
 
-TEST_F(GraphMouseTest, TheModeIsReadAfterThePressEvent) {
+TEST_F(Mouse2DTest, TheModeIsReadAfterThePressEvent) {
   host_.handlers["MouseDown"] = [&] { mouse_.mode().set(1); };
   press({100, 100});
   move({140, 100});
   expectShown({-12, 8, -5, 5});
 }
 
-TEST_F(GraphMouseTest, MovesWithinTheReleaseEventDragNoMore) {
+TEST_F(Mouse2DTest, MovesWithinTheReleaseEventDragNoMore) {
   mouse_.mode().set(4);
   press({200, 100});
   host_.handlers["MouseUp"] = [&] {
@@ -602,7 +602,7 @@ TEST_F(GraphMouseTest, MovesWithinTheReleaseEventDragNoMore) {
   expectShown({0, 2, 0, 1});
 }
 
-TEST_F(GraphMouseTest, APressWithinTheReleaseEventIsNotEndedByIt) {
+TEST_F(Mouse2DTest, APressWithinTheReleaseEventIsNotEndedByIt) {
   mouse_.mode().set(4);
   press({10, 10});
   host_.handlers["MouseUp"] = [&] {
@@ -617,7 +617,7 @@ TEST_F(GraphMouseTest, APressWithinTheReleaseEventIsNotEndedByIt) {
   expectShown({0, 2, 0, 1});
 }
 
-TEST_F(GraphMouseTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
+TEST_F(Mouse2DTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
   mouse_.mode().set(0);
   host_.handlers["MouseUp"] = [&] { mouse_.mode().set(4); };
   press({10, 10});
@@ -626,7 +626,7 @@ TEST_F(GraphMouseTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
   expectUnmoved();
 }
 
-TEST_F(GraphMouseTest, WindowSelectionMayEndInTheSelectionEvent) {
+TEST_F(Mouse2DTest, WindowSelectionMayEndInTheSelectionEvent) {
   host_.selectables = true;
   mouse_.mode().set(-1);
   mouse_.setWindowSelection(true);
@@ -635,7 +635,7 @@ TEST_F(GraphMouseTest, WindowSelectionMayEndInTheSelectionEvent) {
   EXPECT_EQ(host_.count("capture"), 0);
 }
 
-TEST_F(GraphMouseTest, AMoveWithinAPickPicksNoPositionTwice) {
+TEST_F(Mouse2DTest, AMoveWithinAPickPicksNoPositionTwice) {
   host_.selectables = true;
   host_.handlers["pick"] = [&] { mouse_.mouseMove({30, 40}, kNone); };
   mouse_.mouseMove({30, 40}, kNone);
@@ -643,7 +643,7 @@ TEST_F(GraphMouseTest, AMoveWithinAPickPicksNoPositionTwice) {
 }
 
 /// Closes the view in one kind of call: no call comes after it.
-class ClosingGraphTest : public GraphMouseTest, public testing::WithParamInterface<const char*> {
+class ClosingGraphTest : public Mouse2DTest, public testing::WithParamInterface<const char*> {
  protected:
   template <class Message>
   void run(Message message) {

@@ -1,4 +1,4 @@
-#include "view3d/MouseNavigation.h"
+#include "view3d/Mouse3D.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 
 #include "support/CameraChecks.h"
 #include "support/GeometryChecks.h"
-#include "support/RecordingNavigationHost.h"
+#include "support/RecordingMouseHost3D.h"
 
 namespace zyn {
 namespace {
@@ -37,19 +37,19 @@ std::optional<Box3> cube() { return Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5}; }
 
 /// A view of 400 by 200 pixels on the cube of side 1 about the origin, seen from +Z: a view
 /// rectangle of 2 by 1, the eye at distance sqrt(3).
-class MouseNavigationTest : public testing::Test {
+class Mouse3DTest : public testing::Test {
  protected:
-  MouseNavigationTest() {
+  Mouse3DTest() {
     view_.setClientSize({400, 200});
     view_.initView(0, cube);
     view_.showAxis(AxisView::XYp, 0);
-    navigation_.mouseMove({1, 1}, kNone);
+    mouse_.mouseMove({1, 1}, kNone);
     host_.take();
   }
 
-  void press(PixelPoint at) { navigation_.leftDown(at, kLeft); }
-  void move(PixelPoint at) { navigation_.mouseMove(at, kLeft); }
-  void release(PixelPoint at) { navigation_.leftUp(at, kNone); }
+  void press(PixelPoint at) { mouse_.leftDown(at, kLeft); }
+  void move(PixelPoint at) { mouse_.mouseMove(at, kLeft); }
+  void release(PixelPoint at) { mouse_.leftUp(at, kNone); }
 
   /// How many earlier cameras there are.
   std::size_t historyLength() const { return view_.history().count(); }
@@ -57,20 +57,20 @@ class MouseNavigationTest : public testing::Test {
   const CParamsVue3D& camera() const { return *view_.camera(); }
 
   ViewState3D view_;
-  test::RecordingNavigationHost host_;
-  MouseNavigation navigation_{view_, host_};
+  test::RecordingMouseHost3D host_;
+  Mouse3D mouse_{view_, host_};
 };
 
-TEST_F(MouseNavigationTest, Defaults) {
-  EXPECT_EQ(navigation_.mode().value(), 2);
-  EXPECT_FALSE(navigation_.windowSelection());
-  EXPECT_FALSE(navigation_.selectSuperpose());
-  EXPECT_TRUE(navigation_.middleButtonActive());
-  EXPECT_FALSE(navigation_.middleButtonInverse());
-  EXPECT_EQ(navigation_.middleButtonAcceleration(), 1.0);
+TEST_F(Mouse3DTest, Defaults) {
+  EXPECT_EQ(mouse_.mode().value(), 2);
+  EXPECT_FALSE(mouse_.windowSelection());
+  EXPECT_FALSE(mouse_.selectSuperpose());
+  EXPECT_TRUE(mouse_.middleButtonActive());
+  EXPECT_FALSE(mouse_.middleButtonInverse());
+  EXPECT_EQ(mouse_.middleButtonAcceleration(), 1.0);
 }
 
-TEST_F(MouseNavigationTest, APressFiresBeforeAnythingElse) {
+TEST_F(Mouse3DTest, APressFiresBeforeAnythingElse) {
   const std::size_t before = historyLength();
   host_.handlers["MouseDown"] = [&] {
     EXPECT_EQ(historyLength(), before);
@@ -81,12 +81,12 @@ TEST_F(MouseNavigationTest, APressFiresBeforeAnythingElse) {
   EXPECT_EQ(historyLength(), before + 1);
 }
 
-TEST_F(MouseNavigationTest, EveryPressKeepsTheCameraInTheHistory) {
+TEST_F(Mouse3DTest, EveryPressKeepsTheCameraInTheHistory) {
   const CParamsVue3D before(camera());
-  navigation_.mode().set(0);
+  mouse_.mode().set(0);
   press({10, 20});
   release({10, 20});
-  navigation_.mode().set(MouseMode::kPan);
+  mouse_.mode().set(MouseMode3D::kPan);
   press({10, 20});
   move({50, 90});
   release({50, 90});
@@ -94,37 +94,37 @@ TEST_F(MouseNavigationTest, EveryPressKeepsTheCameraInTheHistory) {
   expectSameView(camera(), before);
 }
 
-TEST_F(MouseNavigationTest, AReleaseFiresThenReleasesTheCaptureThenRepaints) {
+TEST_F(Mouse3DTest, AReleaseFiresThenReleasesTheCaptureThenRepaints) {
   press({10, 20});
   host_.take();
   release({15, 20});
   EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 15,20", "release", "repaint"}));
 }
 
-TEST_F(MouseNavigationTest, RightAndMiddleFire) {
-  navigation_.rightDown({1, 2});
-  navigation_.rightUp({3, 4});
+TEST_F(Mouse3DTest, RightAndMiddleFire) {
+  mouse_.rightDown({1, 2});
+  mouse_.rightUp({3, 4});
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 1 1,2", "MouseUp 1 3,4"}));
-  navigation_.middleDown({5, 6}, kMiddle);
-  navigation_.middleUp({7, 8});
+  mouse_.middleDown({5, 6}, kMiddle);
+  mouse_.middleUp({7, 8});
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 2 5,6", "capture", "MouseUp 2 7,8", "release"}));
 }
 
-TEST_F(MouseNavigationTest, MovesFireWithTheirKey) {
-  navigation_.mouseMove({1, 2}, kNone);
-  navigation_.mouseMove({3, -4}, kControl);
-  navigation_.mouseMove({5, 6}, kShift);
-  navigation_.mouseMove({7, 8}, kLeft);
+TEST_F(Mouse3DTest, MovesFireWithTheirKey) {
+  mouse_.mouseMove({1, 2}, kNone);
+  mouse_.mouseMove({3, -4}, kControl);
+  mouse_.mouseMove({5, 6}, kShift);
+  mouse_.mouseMove({7, 8}, kLeft);
   EXPECT_EQ(host_.take(),
             (Calls{"MouseMove 0 1,2", "MouseMove 1 3,-4", "MouseMove 2 5,6", "MouseMove 3 7,8"}));
 }
 
-TEST_F(MouseNavigationTest, WithoutACameraOnlyEventsFire) {
+TEST_F(Mouse3DTest, WithoutACameraOnlyEventsFire) {
   ViewState3D empty;
   empty.setClientSize({400, 200});
-  MouseNavigation navigation(empty, host_);
+  Mouse3D navigation(empty, host_);
   host_.selectables = true;
-  navigation.mode().set(MouseMode::kSelect);
+  navigation.mode().set(MouseMode3D::kSelect);
   navigation.setWindowSelection(true);
   navigation.mouseMove({5, 5}, kNone);
   navigation.leftDown({10, 20}, kLeft);
@@ -137,10 +137,10 @@ TEST_F(MouseNavigationTest, WithoutACameraOnlyEventsFire) {
   EXPECT_FALSE(empty.history().head());
 }
 
-TEST_F(MouseNavigationTest, OneShotModeEndsWithoutACameraToo) {
+TEST_F(Mouse3DTest, OneShotModeEndsWithoutACameraToo) {
   ViewState3D empty;
-  MouseNavigation navigation(empty, host_);
-  navigation.mode().set(MouseMode::kSelectOnce);
+  Mouse3D navigation(empty, host_);
+  navigation.mode().set(MouseMode3D::kRectangle);
   navigation.leftDown({10, 20}, kLeft);
   navigation.leftUp({60, 70}, kNone);
   EXPECT_EQ(navigation.mode().value(), 2);
@@ -148,8 +148,8 @@ TEST_F(MouseNavigationTest, OneShotModeEndsWithoutACameraToo) {
 
 // Camera moves. 40 pixels are a tenth of the width, 20 pixels a tenth of the height.
 
-TEST_F(MouseNavigationTest, PanKeepsTheScenePointUnderThePointer) {
-  navigation_.mode().set(MouseMode::kPan);
+TEST_F(Mouse3DTest, PanKeepsTheScenePointUnderThePointer) {
+  mouse_.mode().set(MouseMode3D::kPan);
   press({100, 100});
   move({140, 80});
   // To the right by 0.1 x 2: the camera goes left; upwards by 0.1 x 1: it goes down.
@@ -159,8 +159,8 @@ TEST_F(MouseNavigationTest, PanKeepsTheScenePointUnderThePointer) {
   EXPECT_EQ(host_.count("repaint"), 1);
 }
 
-TEST_F(MouseNavigationTest, RatiosAreSinglePrecision) {
-  navigation_.mode().set(MouseMode::kPan);
+TEST_F(Mouse3DTest, RatiosAreSinglePrecision) {
+  mouse_.mode().set(MouseMode3D::kPan);
   press({100, 100});
   move({101, 100});
   EXPECT_EQ(camera().target().x, -static_cast<double>(1.0F / 400.0F) * 2.0);
@@ -172,7 +172,7 @@ TEST_F(MouseNavigationTest, RatiosAreSinglePrecision) {
   EXPECT_EQ(camera().target().x, before - static_cast<double>(1.0F / 300.0F) * 2.0);
 }
 
-TEST_F(MouseNavigationTest, AFullWidthTurnsAllTheWayRound) {
+TEST_F(Mouse3DTest, AFullWidthTurnsAllTheWayRound) {
   press({0, 100});
   move({400, 100});
   expectNear(camera().eye(), Point(0, 0, std::sqrt(3.0)), 1e-6);
@@ -181,20 +181,20 @@ TEST_F(MouseNavigationTest, AFullWidthTurnsAllTheWayRound) {
   expectNear(camera().up(), Vecteur(0, 1, 0), 1e-6);
 }
 
-TEST_F(MouseNavigationTest, RotationTurnsByMinusTheRatio) {
+TEST_F(Mouse3DTest, RotationTurnsByMinusTheRatio) {
   press({100, 100});
   move({200, 100});
   expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
 }
 
-TEST_F(MouseNavigationTest, RotationUpwardsLooksFromAbove) {
+TEST_F(Mouse3DTest, RotationUpwardsLooksFromAbove) {
   press({100, 100});
   move({100, 50});
   expectNear(camera().eye(), Point(0, std::sqrt(3.0), 0), 1e-6);
   expectNear(camera().up(), Vecteur(0, 0, -1), 1e-6);
 }
 
-TEST_F(MouseNavigationTest, RotationGoesSidewaysFirst) {
+TEST_F(Mouse3DTest, RotationGoesSidewaysFirst) {
   CParamsVue3D expected(camera());
   expected.rotateH(-36.0);
   expected.rotateV(36.0);
@@ -204,9 +204,9 @@ TEST_F(MouseNavigationTest, RotationGoesSidewaysFirst) {
   expectNear(camera().up(), expected.up(), 1e-6);
 }
 
-TEST_F(MouseNavigationTest, ZoomDividesByOneMinusThreeRatios) {
+TEST_F(Mouse3DTest, ZoomDividesByOneMinusThreeRatios) {
   const std::size_t before = historyLength();
-  navigation_.mode().set(MouseMode::kZoom);
+  mouse_.mode().set(MouseMode3D::kZoom);
   press({100, 100});
   move({100, 80});
   EXPECT_NEAR(camera().width(), 2 / 0.7, 1e-6);
@@ -216,9 +216,9 @@ TEST_F(MouseNavigationTest, ZoomDividesByOneMinusThreeRatios) {
   EXPECT_EQ(historyLength(), before + 3) << "the press and two steps";
 }
 
-TEST_F(MouseNavigationTest, AnyZoomCoefficientIsSurvived) {
+TEST_F(Mouse3DTest, AnyZoomCoefficientIsSurvived) {
   view_.setClientSize({300, 300});
-  navigation_.mode().set(MouseMode::kZoom);
+  mouse_.mode().set(MouseMode3D::kZoom);
   press({100, 200});
   move({100, 100});  // coefficient 0
   EXPECT_TRUE(std::isinf(camera().width()));
@@ -229,8 +229,8 @@ TEST_F(MouseNavigationTest, AnyZoomCoefficientIsSurvived) {
   EXPECT_NEAR(camera().width(), std::sqrt(3.0), 1e-12);
 }
 
-TEST_F(MouseNavigationTest, EachStepStartsWhereTheLastEnded) {
-  navigation_.mode().set(MouseMode::kPan);
+TEST_F(Mouse3DTest, EachStepStartsWhereTheLastEnded) {
+  mouse_.mode().set(MouseMode3D::kPan);
   press({100, 100});
   move({120, 100});
   move({140, 100});
@@ -240,10 +240,10 @@ TEST_F(MouseNavigationTest, EachStepStartsWhereTheLastEnded) {
   EXPECT_EQ(host_.count("MouseMove"), 3);
 }
 
-TEST_F(MouseNavigationTest, OtherModesOnlyFireEvents) {
+TEST_F(Mouse3DTest, OtherModesOnlyFireEvents) {
   const CParamsVue3D before(camera());
   for (const std::int32_t mode : {0, 5, -3, 32767, -32768, -1, -2, 4}) {
-    navigation_.mode().set(mode);
+    mouse_.mode().set(mode);
     press({100, 100});
     move({150, 150});
     expectSameView(camera(), before);
@@ -252,20 +252,20 @@ TEST_F(MouseNavigationTest, OtherModesOnlyFireEvents) {
   }
 }
 
-TEST_F(MouseNavigationTest, AHostMayChangeTheModeDuringADrag) {
-  navigation_.mode().set(MouseMode::kPan);
+TEST_F(Mouse3DTest, AHostMayChangeTheModeDuringADrag) {
+  mouse_.mode().set(MouseMode3D::kPan);
   press({100, 100});
   move({120, 100});
   const CParamsVue3D panned(camera());
-  navigation_.mode().set(0);
+  mouse_.mode().set(0);
   move({140, 100});
   expectSameView(camera(), panned);
-  navigation_.mode().set(MouseMode::kZoom);
+  mouse_.mode().set(MouseMode3D::kZoom);
   move({140, 80});  // counted from the last step that moved the camera
   EXPECT_NEAR(camera().height(), 1 / 0.7, 1e-6);
 }
 
-TEST_F(MouseNavigationTest, NothingMovesInAnEmptyClientArea) {
+TEST_F(Mouse3DTest, NothingMovesInAnEmptyClientArea) {
   press({100, 100});
   view_.setClientSize({0, 0});
   const CParamsVue3D before(camera());
@@ -275,73 +275,73 @@ TEST_F(MouseNavigationTest, NothingMovesInAnEmptyClientArea) {
 
 // The middle button.
 
-TEST_F(MouseNavigationTest, TheMiddleButtonPansUntilTheFirstMoveThenFollowsTheKeys) {
-  navigation_.middleDown({100, 100}, kMiddle);
-  EXPECT_EQ(navigation_.mode().value(), 1);
-  navigation_.mouseMove({100, 100}, kMiddle);
-  EXPECT_EQ(navigation_.mode().value(), 2);
-  navigation_.mouseMove({100, 100}, kMiddleShift);
-  EXPECT_EQ(navigation_.mode().value(), 3);
-  navigation_.mouseMove({100, 100}, kMiddleControl);
-  EXPECT_EQ(navigation_.mode().value(), 1);
-  navigation_.mouseMove({100, 100},
-                        MouseKeys(MouseKeys::kMiddle | MouseKeys::kControl | MouseKeys::kShift));
-  EXPECT_EQ(navigation_.mode().value(), 1);
+TEST_F(Mouse3DTest, TheMiddleButtonPansUntilTheFirstMoveThenFollowsTheKeys) {
+  mouse_.middleDown({100, 100}, kMiddle);
+  EXPECT_EQ(mouse_.mode().value(), 1);
+  mouse_.mouseMove({100, 100}, kMiddle);
+  EXPECT_EQ(mouse_.mode().value(), 2);
+  mouse_.mouseMove({100, 100}, kMiddleShift);
+  EXPECT_EQ(mouse_.mode().value(), 3);
+  mouse_.mouseMove({100, 100}, kMiddleControl);
+  EXPECT_EQ(mouse_.mode().value(), 1);
+  mouse_.mouseMove({100, 100},
+                   MouseKeys(MouseKeys::kMiddle | MouseKeys::kControl | MouseKeys::kShift));
+  EXPECT_EQ(mouse_.mode().value(), 1);
 }
 
-TEST_F(MouseNavigationTest, TheMiddleButtonRotatesPansAndZooms) {
-  navigation_.mode().set(-1);
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.mouseMove({200, 100}, kMiddle);
+TEST_F(Mouse3DTest, TheMiddleButtonRotatesPansAndZooms) {
+  mouse_.mode().set(-1);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.mouseMove({200, 100}, kMiddle);
   expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
-  navigation_.mouseMove({200, 80}, kMiddleShift);
+  mouse_.mouseMove({200, 80}, kMiddleShift);
   EXPECT_NEAR(camera().height(), 1 / 0.7, 1e-6);
   const double before = camera().target().y;
-  navigation_.mouseMove({200, 100}, kMiddleControl);
+  mouse_.mouseMove({200, 100}, kMiddleControl);
   EXPECT_NEAR(camera().target().y, before + 0.1 * camera().height(), 1e-6);
-  navigation_.middleUp({200, 100});
-  EXPECT_EQ(navigation_.mode().value(), -1);
+  mouse_.middleUp({200, 100});
+  EXPECT_EQ(mouse_.mode().value(), -1);
 }
 
-TEST_F(MouseNavigationTest, AMiddlePressRecordsNoHistory) {
+TEST_F(Mouse3DTest, AMiddlePressRecordsNoHistory) {
   const std::size_t before = historyLength();
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.mouseMove({200, 100}, kMiddle);
-  navigation_.middleUp({200, 100});
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.mouseMove({200, 100}, kMiddle);
+  mouse_.middleUp({200, 100});
   EXPECT_EQ(historyLength(), before);
 }
 
-TEST_F(MouseNavigationTest, AnInactiveMiddleButtonOnlyFires) {
-  navigation_.setMiddleButtonActive(false);
+TEST_F(Mouse3DTest, AnInactiveMiddleButtonOnlyFires) {
+  mouse_.setMiddleButtonActive(false);
   const CParamsVue3D before(camera());
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.mouseMove({200, 100}, kMiddleShift);
-  EXPECT_EQ(navigation_.mode().value(), 2);
-  navigation_.middleUp({200, 100});
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.mouseMove({200, 100}, kMiddleShift);
+  EXPECT_EQ(mouse_.mode().value(), 2);
+  mouse_.middleUp({200, 100});
+  EXPECT_EQ(mouse_.mode().value(), 2);
   expectSameView(camera(), before);
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 2 100,100", "capture", "MouseMove 2 200,100",
                                  "MouseUp 2 200,100", "release"}));
 }
 
-TEST_F(MouseNavigationTest, SwitchingTheMiddleButtonOffEndsItsMode) {
-  navigation_.mode().set(-1);
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.setMiddleButtonActive(false);
-  EXPECT_EQ(navigation_.mode().value(), -1);
+TEST_F(Mouse3DTest, SwitchingTheMiddleButtonOffEndsItsMode) {
+  mouse_.mode().set(-1);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.setMiddleButtonActive(false);
+  EXPECT_EQ(mouse_.mode().value(), -1);
   const CParamsVue3D before(camera());
-  navigation_.mouseMove({200, 100}, kMiddle);
+  mouse_.mouseMove({200, 100}, kMiddle);
   expectSameView(camera(), before);
-  navigation_.middleUp({200, 100});
-  EXPECT_EQ(navigation_.mode().value(), -1);
+  mouse_.middleUp({200, 100});
+  EXPECT_EQ(mouse_.mode().value(), -1);
 }
 
-TEST_F(MouseNavigationTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
+TEST_F(Mouse3DTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   press({100, 100});
   host_.take();
-  navigation_.middleDown({100, 100}, MouseKeys(MouseKeys::kLeft | MouseKeys::kMiddle));
+  mouse_.middleDown({100, 100}, MouseKeys(MouseKeys::kLeft | MouseKeys::kMiddle));
   EXPECT_EQ(host_.take(), Calls{"MouseDown 2 100,100"});
-  navigation_.middleUp({100, 100});
+  mouse_.middleUp({100, 100});
   EXPECT_EQ(host_.take(), Calls{"MouseUp 2 100,100"});
   move({200, 100});
   expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
@@ -350,24 +350,24 @@ TEST_F(MouseNavigationTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,100", "release", "repaint"}));
 }
 
-TEST_F(MouseNavigationTest, OneShotModeOutlivesTheMiddleButton) {
-  navigation_.mode().set(3);
-  navigation_.mode().set(4);
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.middleUp({100, 100});
-  EXPECT_EQ(navigation_.mode().value(), 4);
+TEST_F(Mouse3DTest, OneShotModeOutlivesTheMiddleButton) {
+  mouse_.mode().set(3);
+  mouse_.mode().set(4);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.middleUp({100, 100});
+  EXPECT_EQ(mouse_.mode().value(), 4);
   press({100, 100});
   release({150, 150});
-  EXPECT_EQ(navigation_.mode().value(), 3);
+  EXPECT_EQ(mouse_.mode().value(), 3);
 }
 
 // Picks.
 
-TEST_F(MouseNavigationTest, APressInASelectionModePicks) {
+TEST_F(Mouse3DTest, APressInASelectionModePicks) {
   host_.selectables = true;
   host_.hits = twoHits();
   for (const std::int32_t mode : {-1, -2}) {
-    navigation_.mode().set(mode);
+    mouse_.mode().set(mode);
     press({10, 20});
     EXPECT_EQ(host_.take(),
               (Calls{"MouseDown 0 10,20", "capture", "pick 10,20", "MouseSelection 0 10,20 {8}"}));
@@ -376,105 +376,105 @@ TEST_F(MouseNavigationTest, APressInASelectionModePicks) {
   }
 }
 
-TEST_F(MouseNavigationTest, TheKeyOfASelectionIsThatOfThePress) {
+TEST_F(Mouse3DTest, TheKeyOfASelectionIsThatOfThePress) {
   host_.selectables = true;
-  navigation_.mode().set(-1);
+  mouse_.mode().set(-1);
   for (const auto& [keys, key] : {std::pair(kLeftControl, "1"), std::pair(kLeftShift, "2")}) {
-    navigation_.leftDown({10, 20}, keys);
+    mouse_.leftDown({10, 20}, keys);
     EXPECT_EQ(host_.calls.back(), std::string("MouseSelection ") + key + " 10,20 nothing");
     release({10, 20});
   }
 }
 
-TEST_F(MouseNavigationTest, SuperposedSelectionReportsEveryHit) {
+TEST_F(Mouse3DTest, SuperposedSelectionReportsEveryHit) {
   host_.selectables = true;
   host_.hits = twoHits();
-  navigation_.mode().set(-1);
-  navigation_.setSelectSuperpose(true);
+  mouse_.mode().set(-1);
+  mouse_.setSelectSuperpose(true);
   press({10, 20});
   EXPECT_EQ(host_.calls.back(), "MouseSelection 0 10,20 {5,6,8}");
 }
 
-TEST_F(MouseNavigationTest, OnlySelectionModesPickAtAPress) {
+TEST_F(Mouse3DTest, OnlySelectionModesPickAtAPress) {
   host_.selectables = true;
   for (const std::int32_t mode : {1, 2, 3, 4, 0, 7, -3}) {
-    navigation_.mode().set(mode);
+    mouse_.mode().set(mode);
     press({10, 20});
     release({10, 20});
   }
   EXPECT_EQ(host_.count("pick"), 0);
 }
 
-TEST_F(MouseNavigationTest, WithoutSelectablesNothingIsPicked) {
-  navigation_.mode().set(-1);
+TEST_F(Mouse3DTest, WithoutSelectablesNothingIsPicked) {
+  mouse_.mode().set(-1);
   press({10, 20});
   release({10, 20});
-  navigation_.mouseMove({30, 30}, kNone);
+  mouse_.mouseMove({30, 30}, kNone);
   EXPECT_EQ(host_.count("pick"), 0);
   EXPECT_EQ(host_.count("MouseSelection"), 0);
   EXPECT_EQ(host_.count("MouseOn"), 0);
 }
 
-TEST_F(MouseNavigationTest, HoveringReportsTheNearestHitBeforeTheMove) {
+TEST_F(Mouse3DTest, HoveringReportsTheNearestHitBeforeTheMove) {
   host_.selectables = true;
   host_.hits = twoHits();
-  navigation_.setSelectSuperpose(true);
-  navigation_.mouseMove({30, 40}, kNone);
+  mouse_.setSelectSuperpose(true);
+  mouse_.mouseMove({30, 40}, kNone);
   EXPECT_EQ(host_.take(), (Calls{"pick 30,40", "MouseOn 0 30,40 {8}", "MouseMove 0 30,40"}));
   host_.hits = PickRecords();
-  navigation_.mouseMove({31, 40}, kShift);
+  mouse_.mouseMove({31, 40}, kShift);
   EXPECT_EQ(host_.take(), (Calls{"pick 31,40", "MouseOn 2 31,40 nothing", "MouseMove 2 31,40"}));
 }
 
-TEST_F(MouseNavigationTest, NothingIsPickedTwiceForOnePosition) {
+TEST_F(Mouse3DTest, NothingIsPickedTwiceForOnePosition) {
   host_.selectables = true;
-  navigation_.mouseMove({30, 40}, kNone);
-  navigation_.mouseMove({30, 40}, kControl);
+  mouse_.mouseMove({30, 40}, kNone);
+  mouse_.mouseMove({30, 40}, kControl);
   EXPECT_EQ(host_.take(), (Calls{"pick 30,40", "MouseOn 0 30,40 nothing", "MouseMove 0 30,40",
                                  "MouseMove 1 30,40"}));
-  navigation_.mouseLeave();
-  navigation_.mouseMove({30, 40}, kNone);
+  mouse_.mouseLeave();
+  mouse_.mouseMove({30, 40}, kNone);
   EXPECT_EQ(host_.count("pick"), 1);
 }
 
-TEST_F(MouseNavigationTest, NothingIsPickedWhileAButtonIsHeld) {
+TEST_F(Mouse3DTest, NothingIsPickedWhileAButtonIsHeld) {
   host_.selectables = true;
   for (const std::uint32_t button : {0x01U, 0x02U, 0x10U, 0x20U, 0x40U}) {
-    navigation_.mouseMove({30, static_cast<int>(button)}, MouseKeys(button));
+    mouse_.mouseMove({30, static_cast<int>(button)}, MouseKeys(button));
   }
-  navigation_.mode().set(0);
+  mouse_.mode().set(0);
   press({10, 10});
-  navigation_.mouseMove({31, 40}, kLeft);
+  mouse_.mouseMove({31, 40}, kLeft);
   release({31, 40});
   EXPECT_EQ(host_.count("pick"), 0);
-  navigation_.mouseMove({31, 40}, kNone);
+  mouse_.mouseMove({31, 40}, kNone);
   EXPECT_EQ(host_.count("pick"), 1);
 }
 
 // The rubber band.
 
-TEST_F(MouseNavigationTest, ARubberBandSelects) {
-  navigation_.mode().set(-1);
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, ARubberBandSelects) {
+  mouse_.mode().set(-1);
+  mouse_.setWindowSelection(true);
   host_.hits = twoHits();
   press({100, 150});
-  EXPECT_FALSE(navigation_.rubberBand());
+  EXPECT_FALSE(mouse_.rubberBand());
   move({200, 50});
-  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
+  EXPECT_EQ(mouse_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
   move({250, 25});
-  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
+  EXPECT_EQ(mouse_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
   EXPECT_EQ(host_.count("repaint"), 2);
   host_.take();
   release({250, 25});
   const std::string rectangle = "-0.25:0.125,-0.25:0.375,1,1";
   EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 250,25", "release", "pickWithin " + rectangle,
                                  "WindowSelection 0 " + rectangle + " {5,6,8}", "repaint"}));
-  EXPECT_FALSE(navigation_.rubberBand());
-  EXPECT_EQ(navigation_.mode().value(), -1);
+  EXPECT_FALSE(mouse_.rubberBand());
+  EXPECT_EQ(mouse_.mode().value(), -1);
 }
 
-TEST_F(MouseNavigationTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
+  mouse_.mode().set(4);
   press({100, 150});
   move({100, 150});
   EXPECT_EQ(host_.count("repaint"), 0);
@@ -483,20 +483,20 @@ TEST_F(MouseNavigationTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
   EXPECT_EQ(host_.count("repaint"), 1);
 }
 
-TEST_F(MouseNavigationTest, TheKeyOfAWindowSelectionIsThatOfTheRelease) {
-  navigation_.mode().set(-2);
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, TheKeyOfAWindowSelectionIsThatOfTheRelease) {
+  mouse_.mode().set(-2);
+  mouse_.setWindowSelection(true);
   for (const auto& [keys, key] : {std::pair(kControl, 1), std::pair(kShift, 2)}) {
-    navigation_.leftDown({250, 25}, kLeft);
-    navigation_.leftUp({100, 150}, keys);
+    mouse_.leftDown({250, 25}, kLeft);
+    mouse_.leftUp({100, 150}, keys);
     EXPECT_EQ(host_.calls[host_.calls.size() - 2],
               "WindowSelection " + std::to_string(key) + " -0.25:0.125,-0.25:0.375,-1,-1 nothing");
   }
 }
 
-TEST_F(MouseNavigationTest, ARectangleWithoutAPixelSelectsNothing) {
-  navigation_.mode().set(-1);
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, ARectangleWithoutAPixelSelectsNothing) {
+  mouse_.mode().set(-1);
+  mouse_.setWindowSelection(true);
   for (const PixelPoint end : {PixelPoint{100, 100}, {100, 150}, {150, 100}}) {
     press({100, 100});
     move({200, 200});
@@ -506,87 +506,87 @@ TEST_F(MouseNavigationTest, ARectangleWithoutAPixelSelectsNothing) {
   EXPECT_EQ(host_.count("repaint"), 6);
 }
 
-TEST_F(MouseNavigationTest, WithoutWindowSelectionThereIsNoRubberBand) {
-  navigation_.mode().set(-1);
+TEST_F(Mouse3DTest, WithoutWindowSelectionThereIsNoRubberBand) {
+  mouse_.mode().set(-1);
   press({100, 100});
   move({200, 150});
-  EXPECT_FALSE(navigation_.rubberBand());
+  EXPECT_FALSE(mouse_.rubberBand());
   release({200, 150});
   EXPECT_EQ(host_.count("WindowSelection"), 0);
 }
 
-TEST_F(MouseNavigationTest, WindowSelectionNeedsASelectionMode) {
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, WindowSelectionNeedsASelectionMode) {
+  mouse_.setWindowSelection(true);
   for (const std::int32_t mode : {0, 1, 2, 3, 5}) {
-    navigation_.mode().set(mode);
+    mouse_.mode().set(mode);
     press({100, 100});
     move({120, 130});
-    EXPECT_FALSE(navigation_.rubberBand());
+    EXPECT_FALSE(mouse_.rubberBand());
     release({120, 130});
   }
   EXPECT_EQ(host_.count("WindowSelection"), 0);
 }
 
-TEST_F(MouseNavigationTest, ModeFourSelectsOnce) {
+TEST_F(Mouse3DTest, ModeFourSelectsOnce) {
   host_.selectables = true;
-  navigation_.mode().set(3);
-  navigation_.mode().set(4);
+  mouse_.mode().set(3);
+  mouse_.mode().set(4);
   press({100, 150});
   move({250, 25});
-  EXPECT_TRUE(navigation_.rubberBand());
+  EXPECT_TRUE(mouse_.rubberBand());
   EXPECT_EQ(host_.count("MouseSelection"), 0);
-  host_.handlers["WindowSelection"] = [&] { EXPECT_EQ(navigation_.mode().value(), 4); };
+  host_.handlers["WindowSelection"] = [&] { EXPECT_EQ(mouse_.mode().value(), 4); };
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
-  EXPECT_EQ(navigation_.mode().value(), 3);
+  EXPECT_EQ(mouse_.mode().value(), 3);
   press({100, 150});
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
 }
 
-TEST_F(MouseNavigationTest, ModeFourEndsAfterAnEmptyRectangleToo) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, ModeFourEndsAfterAnEmptyRectangleToo) {
+  mouse_.mode().set(4);
   press({100, 150});
   release({100, 150});
   EXPECT_EQ(host_.count("WindowSelection"), 0);
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(mouse_.mode().value(), 2);
 }
 
 // Entering and leaving.
 
-TEST_F(MouseNavigationTest, LeavingIsTrackedOnceAVisit) {
-  EXPECT_TRUE(navigation_.isMouseInside());
-  navigation_.mouseMove({2, 2}, kNone);
+TEST_F(Mouse3DTest, LeavingIsTrackedOnceAVisit) {
+  EXPECT_TRUE(mouse_.isMouseInside());
+  mouse_.mouseMove({2, 2}, kNone);
   EXPECT_EQ(host_.count("track"), 0);
-  navigation_.mouseLeave();
-  EXPECT_FALSE(navigation_.isMouseInside());
-  navigation_.mouseMove({3, 3}, kNone);
-  navigation_.mouseMove({4, 4}, kNone);
-  EXPECT_TRUE(navigation_.isMouseInside());
+  mouse_.mouseLeave();
+  EXPECT_FALSE(mouse_.isMouseInside());
+  mouse_.mouseMove({3, 3}, kNone);
+  mouse_.mouseMove({4, 4}, kNone);
+  EXPECT_TRUE(mouse_.isMouseInside());
   EXPECT_EQ(host_.take(),
             (Calls{"MouseMove 0 2,2", "track", "MouseMove 0 3,3", "MouseMove 0 4,4"}));
 }
 
-TEST_F(MouseNavigationTest, TheCursorGlyphComesAndGoes) {
+TEST_F(Mouse3DTest, TheCursorGlyphComesAndGoes) {
   host_.cursor = true;
-  navigation_.mouseLeave();
+  mouse_.mouseLeave();
   EXPECT_EQ(host_.take(), Calls{"repaint"});
-  navigation_.mouseMove({3, 3}, kNone);
+  mouse_.mouseMove({3, 3}, kNone);
   EXPECT_EQ(host_.take(), (Calls{"repaint", "track", "MouseMove 0 3,3"}));
 }
 
 // The wheel.
 
-TEST_F(MouseNavigationTest, ANotchZoomsAboutTheLastPosition) {
+TEST_F(Mouse3DTest, ANotchZoomsAboutTheLastPosition) {
   view_.setClientSize({800, 600});
   view_.fitWindow();
   view_.rotateH(20);
   view_.rotateV(-35);
   CParamsVue3D before(camera());
   const std::size_t history = historyLength();
-  navigation_.mouseMove({30, 540}, kNone);
+  mouse_.mouseMove({30, 540}, kNone);
   host_.take();
-  navigation_.wheel(120, {500, 500});
+  mouse_.wheel(120, {500, 500});
   EXPECT_EQ(host_.take(), Calls{"repaint"});
   CParamsVue3D after(camera());
   expectNear(after.pixelToWorld(30, 540), before.pixelToWorld(30, 540), 1e-9);
@@ -597,8 +597,8 @@ TEST_F(MouseNavigationTest, ANotchZoomsAboutTheLastPosition) {
   EXPECT_EQ(view_.lastParams()->width(), after.width());
 }
 
-TEST_F(MouseNavigationTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
-  MouseNavigation navigation(view_, host_);
+TEST_F(Mouse3DTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
+  Mouse3D navigation(view_, host_);
   CParamsVue3D before(camera());
   navigation.wheel(100, {50, 60});
   expectNear(CParamsVue3D(camera()).pixelToWorld(50, 60), before.pixelToWorld(50, 60), 1e-9);
@@ -606,11 +606,11 @@ TEST_F(MouseNavigationTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
 }
 
 /// What turns of the wheel divide the view rectangle by, in a view 200 pixels high.
-class WheelTest : public MouseNavigationTest {
+class WheelTest : public Mouse3DTest {
  protected:
   double factorOf(int delta) {
     const double before = camera().height();
-    navigation_.wheel(delta, {});
+    mouse_.wheel(delta, {});
     return before / camera().height();
   }
 };
@@ -618,75 +618,75 @@ class WheelTest : public MouseNavigationTest {
 TEST_F(WheelTest, BothSenses) {
   EXPECT_DOUBLE_EQ(factorOf(120), 1.0F - 120.0F / 1000.0F);
   EXPECT_DOUBLE_EQ(factorOf(-120), 1.0F + 120.0F / 1000.0F);
-  navigation_.setMiddleButtonInverse(true);
+  mouse_.setMiddleButtonInverse(true);
   EXPECT_DOUBLE_EQ(factorOf(120), 1.0F + 120.0F / 1000.0F);
 }
 
 TEST_F(WheelTest, IsAccelerated) {
-  navigation_.setMiddleButtonAcceleration(2.5);
+  mouse_.setMiddleButtonAcceleration(2.5);
   EXPECT_DOUBLE_EQ(factorOf(100), 0.75);
-  navigation_.setMiddleButtonAcceleration(-2.5);
+  mouse_.setMiddleButtonAcceleration(-2.5);
   EXPECT_DOUBLE_EQ(factorOf(100), 1.25);
 }
 
 TEST_F(WheelTest, TurnsAreTruncatedTowardsZero) {
-  navigation_.setMiddleButtonAcceleration(0.0999);
+  mouse_.setMiddleButtonAcceleration(0.0999);
   EXPECT_DOUBLE_EQ(factorOf(100), 1.0F - 9.0F / 1000.0F);
   EXPECT_DOUBLE_EQ(factorOf(-100), 1.0F + 9.0F / 1000.0F);
-  navigation_.setMiddleButtonAcceleration(0.0099);
+  mouse_.setMiddleButtonAcceleration(0.0099);
   EXPECT_DOUBLE_EQ(factorOf(100), 1.0);
 }
 
 TEST_F(WheelTest, AnyAccelerationIsSurvived) {
   for (const double factor : {1e300, -1e300, std::numeric_limits<double>::infinity(),
                               std::numeric_limits<double>::quiet_NaN()}) {
-    navigation_.setMiddleButtonAcceleration(factor);
-    navigation_.wheel(120, {});
-    navigation_.wheel(0, {});
+    mouse_.setMiddleButtonAcceleration(factor);
+    mouse_.wheel(120, {});
+    mouse_.wheel(0, {});
   }
   EXPECT_EQ(host_.count("repaint"), 8);
   view_.initView(0, cube);
   EXPECT_NEAR(camera().height(), std::sqrt(3.0), 1e-12);
 }
 
-TEST_F(MouseNavigationTest, TheWheelDoesNothingInAnEmptyClientArea) {
+TEST_F(Mouse3DTest, TheWheelDoesNothingInAnEmptyClientArea) {
   view_.setClientSize({400, 0});
-  navigation_.wheel(120, {});
+  mouse_.wheel(120, {});
   EXPECT_EQ(host_.take(), Calls());
 }
 
 // Ends.
 
-TEST_F(MouseNavigationTest, AReleaseWithoutAPressOnlyFires) {
-  navigation_.mode().set(4);
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, AReleaseWithoutAPressOnlyFires) {
+  mouse_.mode().set(4);
+  mouse_.setWindowSelection(true);
   release({200, 150});
-  navigation_.middleUp({200, 150});
+  mouse_.middleUp({200, 150});
   EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,150", "MouseUp 2 200,150"}));
-  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(mouse_.mode().value(), 4);
 }
 
-TEST_F(MouseNavigationTest, TheSecondReleaseOfADoubleClickOnlyFires) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, TheSecondReleaseOfADoubleClickOnlyFires) {
+  mouse_.mode().set(4);
   press({100, 100});
   release({150, 150});
-  navigation_.mode().set(4);
+  mouse_.mode().set(4);
   host_.take();
   release({200, 200});
   EXPECT_EQ(host_.take(), Calls{"MouseUp 0 200,200"});
-  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(mouse_.mode().value(), 4);
 }
 
-TEST_F(MouseNavigationTest, ALostCaptureEndsADragOnce) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, ALostCaptureEndsADragOnce) {
+  mouse_.mode().set(4);
   press({100, 100});
   move({150, 150});
   host_.take();
-  navigation_.captureLost();
+  mouse_.captureLost();
   EXPECT_EQ(host_.take(), Calls{"repaint"});
-  EXPECT_EQ(navigation_.mode().value(), 2);
-  EXPECT_FALSE(navigation_.rubberBand());
-  navigation_.captureLost();
+  EXPECT_EQ(mouse_.mode().value(), 2);
+  EXPECT_FALSE(mouse_.rubberBand());
+  mouse_.captureLost();
   EXPECT_EQ(host_.take(), Calls());
   const CParamsVue3D before(camera());
   move({200, 200});
@@ -695,27 +695,27 @@ TEST_F(MouseNavigationTest, ALostCaptureEndsADragOnce) {
   EXPECT_EQ(host_.take(), (Calls{"MouseMove 3 200,200", "MouseUp 0 200,200"}));
 }
 
-TEST_F(MouseNavigationTest, ALostCaptureEndsMiddleNavigation) {
-  navigation_.mode().set(-1);
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.captureLost();
-  EXPECT_EQ(navigation_.mode().value(), -1);
+TEST_F(Mouse3DTest, ALostCaptureEndsMiddleNavigation) {
+  mouse_.mode().set(-1);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.captureLost();
+  EXPECT_EQ(mouse_.mode().value(), -1);
   const CParamsVue3D before(camera());
-  navigation_.mouseMove({200, 200}, kMiddle);
+  mouse_.mouseMove({200, 200}, kMiddle);
   expectSameView(camera(), before);
 }
 
-TEST_F(MouseNavigationTest, ALostCaptureWithoutADragLeavesModesAlone) {
-  navigation_.mode().set(4);
-  navigation_.captureLost();
-  EXPECT_EQ(navigation_.mode().value(), 4);
+TEST_F(Mouse3DTest, ALostCaptureWithoutADragLeavesModesAlone) {
+  mouse_.mode().set(4);
+  mouse_.captureLost();
+  EXPECT_EQ(mouse_.mode().value(), 4);
   EXPECT_EQ(host_.take(), Calls());
 }
 
-TEST_F(MouseNavigationTest, ReleasingTheCaptureReportsItAsLost) {
-  host_.handlers["release"] = [&] { navigation_.captureLost(); };
-  navigation_.mode().set(-1);
-  navigation_.setWindowSelection(true);
+TEST_F(Mouse3DTest, ReleasingTheCaptureReportsItAsLost) {
+  host_.handlers["release"] = [&] { mouse_.captureLost(); };
+  mouse_.mode().set(-1);
+  mouse_.setWindowSelection(true);
   press({100, 150});
   host_.take();
   release({250, 25});
@@ -723,104 +723,104 @@ TEST_F(MouseNavigationTest, ReleasingTheCaptureReportsItAsLost) {
   EXPECT_EQ(host_.count("repaint"), 1);
 }
 
-TEST_F(MouseNavigationTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
+  mouse_.mode().set(4);
   press({100, 100});
   move({150, 150});
   host_.take();
-  navigation_.mouseMove({200, 100}, kNone);
+  mouse_.mouseMove({200, 100}, kNone);
   EXPECT_EQ(host_.take(), (Calls{"repaint", "release", "MouseMove 0 200,100"}));
-  EXPECT_EQ(navigation_.mode().value(), 2);
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.mouseMove({100, 100}, kShift);
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(mouse_.mode().value(), 2);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.mouseMove({100, 100}, kShift);
+  EXPECT_EQ(mouse_.mode().value(), 2);
   host_.take();
   release({200, 100});
-  navigation_.middleUp({200, 100});
+  mouse_.middleUp({200, 100});
   EXPECT_EQ(host_.take(), (Calls{"MouseUp 0 200,100", "MouseUp 2 200,100"}));
 }
 
-TEST_F(MouseNavigationTest, APressThatDoesNotReportItsButtonIsBelieved) {
-  navigation_.leftDown({100, 100}, kNone);
-  navigation_.mouseMove({200, 100}, kNone);
+TEST_F(Mouse3DTest, APressThatDoesNotReportItsButtonIsBelieved) {
+  mouse_.leftDown({100, 100}, kNone);
+  mouse_.mouseMove({200, 100}, kNone);
   expectNear(camera().eye(), Point(-std::sqrt(3.0), 0, 0), 1e-6);
   host_.selectables = true;
-  navigation_.mouseMove({210, 100}, kNone);
+  mouse_.mouseMove({210, 100}, kNone);
   EXPECT_EQ(host_.count("pick"), 0);
-  navigation_.leftUp({200, 100}, kNone);
+  mouse_.leftUp({200, 100}, kNone);
   EXPECT_EQ(host_.calls.back(), "repaint");
 }
 
-TEST_F(MouseNavigationTest, APressAfterAMissedReleaseStartsAnew) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, APressAfterAMissedReleaseStartsAnew) {
+  mouse_.mode().set(4);
   press({10, 10});
   move({20, 20});
   press({100, 150});
-  EXPECT_FALSE(navigation_.rubberBand());
+  EXPECT_FALSE(mouse_.rubberBand());
   move({250, 25});
-  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
+  EXPECT_EQ(mouse_.rubberBand(), (RubberBand{{100, 150}, {250, 25}}));
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(mouse_.mode().value(), 2);
 }
 
-TEST_F(MouseNavigationTest, AMiddlePressAfterAMissedReleaseStartsAnew) {
-  navigation_.mode().set(-1);
-  navigation_.middleDown({100, 100}, kMiddle);
-  host_.handlers["MouseDown"] = [&] { EXPECT_EQ(navigation_.mode().value(), -1); };
-  navigation_.middleDown({100, 100}, kMiddle);
-  EXPECT_EQ(navigation_.mode().value(), 1);
-  navigation_.middleUp({100, 100});
-  EXPECT_EQ(navigation_.mode().value(), -1);
+TEST_F(Mouse3DTest, AMiddlePressAfterAMissedReleaseStartsAnew) {
+  mouse_.mode().set(-1);
+  mouse_.middleDown({100, 100}, kMiddle);
+  host_.handlers["MouseDown"] = [&] { EXPECT_EQ(mouse_.mode().value(), -1); };
+  mouse_.middleDown({100, 100}, kMiddle);
+  EXPECT_EQ(mouse_.mode().value(), 1);
+  mouse_.middleUp({100, 100});
+  EXPECT_EQ(mouse_.mode().value(), -1);
 }
 
 // What event handlers do.
 
-TEST_F(MouseNavigationTest, AReleaseWithinThePressEventLeavesNoDrag) {
+TEST_F(Mouse3DTest, AReleaseWithinThePressEventLeavesNoDrag) {
   const CParamsVue3D before(camera());
   const std::size_t history = historyLength();
   host_.handlers["MouseDown"] = [&] {
     release({100, 100});
-    navigation_.middleUp({100, 100});
+    mouse_.middleUp({100, 100});
   };
   press({100, 100});
-  navigation_.middleDown({100, 100}, kMiddle);
-  navigation_.mouseMove({200, 100}, kNone);
+  mouse_.middleDown({100, 100}, kMiddle);
+  mouse_.mouseMove({200, 100}, kNone);
   expectSameView(camera(), before);
   EXPECT_EQ(historyLength(), history);
   EXPECT_EQ(host_.count("capture"), 0);
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(mouse_.mode().value(), 2);
 }
 
-TEST_F(MouseNavigationTest, TheEndOfModesWithinThePressEventLeavesNoDrag) {
-  host_.handlers["MouseDown"] = [&] { navigation_.captureLost(); };
+TEST_F(Mouse3DTest, TheEndOfModesWithinThePressEventLeavesNoDrag) {
+  host_.handlers["MouseDown"] = [&] { mouse_.captureLost(); };
   press({100, 100});
-  navigation_.middleDown({100, 100}, kMiddle);
+  mouse_.middleDown({100, 100}, kMiddle);
   EXPECT_EQ(host_.count("capture"), 0);
 }
 
-TEST_F(MouseNavigationTest, TheModeIsReadAfterThePressEvent) {
-  host_.handlers["MouseDown"] = [&] { navigation_.mode().set(MouseMode::kPan); };
+TEST_F(Mouse3DTest, TheModeIsReadAfterThePressEvent) {
+  host_.handlers["MouseDown"] = [&] { mouse_.mode().set(MouseMode3D::kPan); };
   press({100, 100});
   move({140, 100});
   expectNear(camera().target(), Point(-0.2F, 0, 0), 1e-7);
 }
 
-TEST_F(MouseNavigationTest, MovesWithinTheReleaseEventDragNoMore) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, MovesWithinTheReleaseEventDragNoMore) {
+  mouse_.mode().set(4);
   const CParamsVue3D before(camera());
   press({100, 150});
   host_.handlers["MouseUp"] = [&] {
-    navigation_.mouseMove({300, 10}, kNone);
-    EXPECT_FALSE(navigation_.rubberBand());
+    mouse_.mouseMove({300, 10}, kNone);
+    EXPECT_FALSE(mouse_.rubberBand());
   };
   release({250, 25});
   expectSameView(camera(), before);
   EXPECT_EQ(host_.count("WindowSelection"), 1);
 }
 
-TEST_F(MouseNavigationTest, APressWithinTheReleaseEventIsNotEndedByIt) {
-  navigation_.mode().set(4);
+TEST_F(Mouse3DTest, APressWithinTheReleaseEventIsNotEndedByIt) {
+  mouse_.mode().set(4);
   press({10, 10});
   host_.handlers["MouseUp"] = [&] {
     host_.handlers.clear();
@@ -830,65 +830,64 @@ TEST_F(MouseNavigationTest, APressWithinTheReleaseEventIsNotEndedByIt) {
   release({50, 50});
   EXPECT_EQ(host_.count("WindowSelection"), 0);
   EXPECT_EQ(host_.count("release"), 0);
-  EXPECT_EQ(navigation_.mode().value(), 4);
-  EXPECT_EQ(navigation_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
+  EXPECT_EQ(mouse_.mode().value(), 4);
+  EXPECT_EQ(mouse_.rubberBand(), (RubberBand{{100, 150}, {200, 50}}));
   release({250, 25});
   EXPECT_EQ(host_.count("WindowSelection"), 1);
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  EXPECT_EQ(mouse_.mode().value(), 2);
 }
 
-TEST_F(MouseNavigationTest, AMiddlePressWithinTheReleaseEventIsNotEndedByIt) {
-  navigation_.middleDown({10, 10}, kMiddle);
-  host_.handlers["MouseUp"] = [&] { navigation_.middleDown({100, 100}, kMiddle); };
-  navigation_.middleUp({10, 10});
-  EXPECT_EQ(navigation_.mode().value(), 1);
+TEST_F(Mouse3DTest, AMiddlePressWithinTheReleaseEventIsNotEndedByIt) {
+  mouse_.middleDown({10, 10}, kMiddle);
+  host_.handlers["MouseUp"] = [&] { mouse_.middleDown({100, 100}, kMiddle); };
+  mouse_.middleUp({10, 10});
+  EXPECT_EQ(mouse_.mode().value(), 1);
   EXPECT_EQ(host_.count("release"), 0);
   host_.handlers.clear();
-  navigation_.middleUp({100, 100});
-  EXPECT_EQ(navigation_.mode().value(), 2);
+  mouse_.middleUp({100, 100});
+  EXPECT_EQ(mouse_.mode().value(), 2);
   EXPECT_EQ(host_.count("release"), 1);
 }
 
-TEST_F(MouseNavigationTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
-  host_.handlers["MouseUp"] = [&] { navigation_.mode().set(4); };
+TEST_F(Mouse3DTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
+  host_.handlers["MouseUp"] = [&] { mouse_.mode().set(4); };
   press({10, 10});
   release({50, 50});
-  EXPECT_EQ(navigation_.mode().value(), 4);
+  EXPECT_EQ(mouse_.mode().value(), 4);
   EXPECT_EQ(host_.count("WindowSelection"), 0);
 }
 
-TEST_F(MouseNavigationTest, AModeSetInTheSelectionEventStays) {
-  navigation_.mode().set(4);
-  host_.handlers["WindowSelection"] = [&] { navigation_.mode().set(MouseMode::kZoom); };
+TEST_F(Mouse3DTest, AModeSetInTheSelectionEventStays) {
+  mouse_.mode().set(4);
+  host_.handlers["WindowSelection"] = [&] { mouse_.mode().set(MouseMode3D::kZoom); };
   press({10, 10});
   release({50, 50});
-  EXPECT_EQ(navigation_.mode().value(), 3);
+  EXPECT_EQ(mouse_.mode().value(), 3);
 }
 
-TEST_F(MouseNavigationTest, TheCaptureMayBeLostWhileItIsTaken) {
-  host_.handlers["capture"] = [&] { navigation_.captureLost(); };
+TEST_F(Mouse3DTest, TheCaptureMayBeLostWhileItIsTaken) {
+  host_.handlers["capture"] = [&] { mouse_.captureLost(); };
   press({100, 100});
   const CParamsVue3D before(camera());
   move({200, 100});
   expectSameView(camera(), before);
 }
 
-TEST_F(MouseNavigationTest, AMoveWithinAPickPicksNoPositionTwice) {
+TEST_F(Mouse3DTest, AMoveWithinAPickPicksNoPositionTwice) {
   host_.selectables = true;
-  host_.handlers["pick"] = [&] { navigation_.mouseMove({30, 40}, kNone); };
-  navigation_.mouseMove({30, 40}, kNone);
+  host_.handlers["pick"] = [&] { mouse_.mouseMove({30, 40}, kNone); };
+  mouse_.mouseMove({30, 40}, kNone);
   EXPECT_EQ(host_.count("pick"), 1);
 }
 
 /// Closes the view in one kind of call: no call comes after it.
-class ClosingViewTest : public MouseNavigationTest,
-                        public testing::WithParamInterface<const char*> {
+class ClosingViewTest : public Mouse3DTest, public testing::WithParamInterface<const char*> {
  protected:
   void run(const std::function<void()>& message) {
     const std::size_t before = host_.calls.size();
     bool closed = false;
     host_.handlers[GetParam()] = [&] {
-      navigation_.close();
+      mouse_.close();
       closed = true;
       callsAtClose_ = host_.calls.size();
     };
@@ -907,25 +906,25 @@ class ClosingViewTest : public MouseNavigationTest,
 TEST_P(ClosingViewTest, NothingFollows) {
   host_.selectables = true;
   host_.cursor = true;
-  navigation_.setWindowSelection(true);
+  mouse_.setWindowSelection(true);
   for (const std::int32_t mode : {-1, 2, 4}) {
-    navigation_.mode().set(mode);
+    mouse_.mode().set(mode);
     run([&] { press({100, 100}); });
     run([&] { move({150, 150 + mode}); });
     run([&] { release({150, 150 + mode}); });
-    run([&] { navigation_.middleDown({10, 10}, kMiddle); });
-    run([&] { navigation_.mouseMove({20, 20}, kMiddle); });
-    run([&] { navigation_.middleUp({20, 20}); });
-    run([&] { navigation_.mouseMove({30, 30 + mode}, kNone); });
-    run([&] { navigation_.wheel(120, {}); });
-    run([&] { navigation_.mouseLeave(); });
+    run([&] { mouse_.middleDown({10, 10}, kMiddle); });
+    run([&] { mouse_.mouseMove({20, 20}, kMiddle); });
+    run([&] { mouse_.middleUp({20, 20}); });
+    run([&] { mouse_.mouseMove({30, 30 + mode}, kNone); });
+    run([&] { mouse_.wheel(120, {}); });
+    run([&] { mouse_.mouseLeave(); });
     run([&] { press({100, 100}); });
-    run([&] { navigation_.captureLost(); });
+    run([&] { mouse_.captureLost(); });
     run([&] { press({100, 100}); });
-    run([&] { navigation_.mouseMove({100, 100}, kNone); });
+    run([&] { mouse_.mouseMove({100, 100}, kNone); });
   }
   EXPECT_GT(closings_, 0);
-  EXPECT_FALSE(navigation_.rubberBand());
+  EXPECT_FALSE(mouse_.rubberBand());
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryCall, ClosingViewTest,

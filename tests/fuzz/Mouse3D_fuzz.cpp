@@ -1,4 +1,4 @@
-#include "view3d/MouseNavigation.h"
+#include "view3d/Mouse3D.h"
 
 #include <cstdlib>
 #include <span>
@@ -9,7 +9,7 @@ namespace {
 using namespace zyn;
 
 /// Reads messages off the input and lets more of them in during calls of the host.
-class Session : public NavigationHost {
+class Session : public MouseHost3D {
  public:
   explicit Session(std::span<const std::uint8_t> input) : input_(input) {
     view_.setClientSize({64, 32});
@@ -23,13 +23,13 @@ class Session : public NavigationHost {
         std::abort();
       }
     }
-    navigation_.leftUp({}, MouseKeys());
-    navigation_.middleUp({});
-    navigation_.mode().set(MouseMode::kRotate);
+    mouse_.leftUp({}, MouseKeys());
+    mouse_.middleUp({});
+    mouse_.mode().set(MouseMode3D::kRotate);
     const Point eye = view_.camera()->eye();
-    navigation_.mouseMove({7, 9}, MouseKeys());
+    mouse_.mouseMove({7, 9}, MouseKeys());
     const bool moved = !(view_.camera()->eye() == eye) && eye == eye;
-    if (captured_ || moved || navigation_.rubberBand()) {
+    if (captured_ || moved || mouse_.rubberBand()) {
       std::abort();
     }
   }
@@ -53,32 +53,32 @@ class Session : public NavigationHost {
     switch (kind % 12) {
       case 0:
         leftHeld_ = true;
-        return navigation_.leftDown(at, keys);
+        return mouse_.leftDown(at, keys);
       case 1:
         leftHeld_ = false;
-        return navigation_.leftUp(at, keys);
+        return mouse_.leftUp(at, keys);
       case 2:
         middleHeld_ = true;
-        return navigation_.middleDown(at, keys);
+        return mouse_.middleDown(at, keys);
       case 3:
         middleHeld_ = false;
-        return navigation_.middleUp(at);
+        return mouse_.middleUp(at);
       case 4:
-        return navigation_.mouseLeave();
+        return mouse_.mouseLeave();
       case 5:
-        return navigation_.wheel(at.x, at);
+        return mouse_.wheel(at.x, at);
       case 6:
         return loseCapture();
       case 7:
         captured_ = leftHeld_ = middleHeld_ = false;
-        return navigation_.close();
+        return mouse_.close();
       case 8:
-        return navigation_.mode().set(at.x % 8 - 2);
+        return mouse_.mode().set(at.x % 8 - 2);
       case 9:
-        navigation_.setMiddleButtonActive(at.x % 2 == 0);
-        return navigation_.setWindowSelection(at.y % 2 == 0);
+        mouse_.setMiddleButtonActive(at.x % 2 == 0);
+        return mouse_.setWindowSelection(at.y % 2 == 0);
       default:
-        return navigation_.mouseMove(at, keys);
+        return mouse_.mouseMove(at, keys);
     }
   }
 
@@ -94,7 +94,7 @@ class Session : public NavigationHost {
   /// The system takes the capture.
   void loseCapture() {
     captured_ = leftHeld_ = middleHeld_ = false;
-    navigation_.captureLost();
+    mouse_.captureLost();
   }
 
   void fireMouseDown(MouseButton, PixelPoint) noexcept override { callOut(); }
@@ -111,7 +111,7 @@ class Session : public NavigationHost {
   }
   void releaseMouse() noexcept override {
     if (std::exchange(captured_, false)) {
-      navigation_.captureLost();
+      mouse_.captureLost();
     }
     callOut();
   }
@@ -130,7 +130,7 @@ class Session : public NavigationHost {
 
   std::span<const std::uint8_t> input_;
   ViewState3D view_;
-  MouseNavigation navigation_{view_, *this};
+  Mouse3D mouse_{view_, *this};
   bool captured_ = false;
   bool leftHeld_ = false;  ///< as far as the messages tell
   bool middleHeld_ = false;

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "support/CallRecorder.h"
-#include "view3d/NavigationHost.h"
+#include "view3d/Mouse3D.h"
 
 namespace zyn::test {
 
 /// Records what a navigation asks for.
-class RecordingNavigationHost : public NavigationHost, public CallRecorder {
+class RecordingMouseHost3D : public MouseHost3D, public CallRecorder {
  public:
   bool selectables = false;
   bool cursor = false;

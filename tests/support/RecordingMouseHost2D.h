@@ -4,12 +4,12 @@
 #include <string>
 
 #include "support/CallRecorder.h"
-#include "view2d/GraphMouseHost.h"
+#include "view2d/Mouse2D.h"
 
 namespace zyn::test {
 
 /// Records what the mouse of a graph asks for.
-class RecordingGraphMouseHost : public GraphMouseHost, public CallRecorder {
+class RecordingMouseHost2D : public MouseHost2D, public CallRecorder {
  public:
   bool activeTrace = false;
   bool selectables = false;

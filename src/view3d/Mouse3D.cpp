@@ -1,0 +1,202 @@
+#include "view3d/Mouse3D.h"
+
+#include <utility>
+
+namespace zyn {
+
+namespace {
+
+/// Part of the client area's side that a distance in pixels makes.
+float ratio(int pixels, int side) { return static_cast<float>(pixels) / static_cast<float>(side); }
+
+/// What the wheel divides the view rectangle by.
+float wheelFactor(int turn, int height) {
+  return 1.0F - static_cast<float>(turn) / (5.0F * static_cast<float>(height));
+}
+
+}  // namespace
+
+void MouseMode3D::set(std::int32_t value) {
+  take(value);
+  if (standIn_) {
+    standIn_ = value;
+  }
+}
+
+void Mouse3D::leftDown(PixelPoint at, MouseKeys keys) {
+  const unsigned turn = ++leftTurns_;
+  const unsigned closings = closings_;
+  left_.reset();
+  host_.fireMouseDown(MouseButton::Left, at);
+  if (leftTurns_ != turn) {
+    return;
+  }
+  const bool drags = view_.camera() != nullptr;
+  view_.pushHistory();
+  left_ = Press{at, drags, keys.left()};
+  if (!drags) {
+    return;
+  }
+  beginDrag(at);
+  if (closings == closings_) {
+    pickPressed(at, keys);
+  }
+}
+
+void Mouse3D::leftUp(PixelPoint at, MouseKeys keys) {
+  ++leftTurns_;
+  const unsigned closings = closings_;
+  const bool selects = left_ && left_->drags && isBandMode();
+  const bool once = mode_.isRectangle();
+  const std::optional<Press> press = std::exchange(left_, std::nullopt);
+  host_.fireMouseUp(MouseButton::Left, at);
+  releaseIfIdle();
+  if (!press) {
+    return;
+  }
+  if (selects && closings == closings_ && !left_) {
+    selectWindow(press->at, at, keys);
+  }
+  if (closings != closings_ || left_) {
+    return;
+  }
+  if (once) {
+    mode_.endRectangle();
+  }
+  host_.repaint();
+}
+
+void Mouse3D::middleDown(PixelPoint at, MouseKeys keys) {
+  const unsigned turn = ++middleTurns_;
+  cancelMiddle();
+  host_.fireMouseDown(MouseButton::Middle, at);
+  if (middleTurns_ != turn) {
+    return;
+  }
+  middle_ = Press{at, true, keys.middle()};
+  if (middleButtonActive()) {
+    mode_.standIn(MouseMode::kPan);
+  }
+  beginDrag(at);
+}
+
+void Mouse3D::middleUp(PixelPoint at) {
+  ++middleTurns_;
+  middle_.reset();
+  host_.fireMouseUp(MouseButton::Middle, at);
+  releaseIfIdle();
+  if (!middle_) {
+    mode_.endStandIn();
+  }
+}
+
+void Mouse3D::rightDown(PixelPoint at) { host_.fireMouseDown(MouseButton::Right, at); }
+
+void Mouse3D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::Right, at); }
+
+void Mouse3D::mouseMove(PixelPoint at, MouseKeys keys) {
+  const unsigned closings = closings_;
+  endUnheld(keys);
+  if (closings != closings_) {
+    return;
+  }
+  followKeys(keys);
+  arrive(at);
+  dragCamera(at);
+  dragRubberBand(at);
+  if (closings == closings_) {
+    pickHovered(at, keys);
+  }
+  if (closings == closings_) {
+    host_.fireMouseMove(keys.moveKey(), at);
+  }
+}
+
+void Mouse3D::wheel(int delta, PixelPoint at) {
+  const ClientSize client = view_.clientSize();
+  if (!view_.camera() || client.isEmpty()) {
+    return;
+  }
+  const PixelPoint centre = lastAt_.value_or(at);
+  view_.zoomAbout(centre.x, centre.y, wheelFactor(wheel_.turned(delta), client.height));
+  host_.repaint();
+}
+
+void Mouse3D::followKeys(MouseKeys keys) {
+  if (!middle_ || !middleButtonActive()) {
+    return;
+  }
+  if (keys.control()) {
+    mode_.standIn(MouseMode::kPan);
+  } else {
+    mode_.standIn(keys.shift() ? MouseMode3D::kZoom : MouseMode3D::kRotate);
+  }
+}
+
+void Mouse3D::dragCamera(PixelPoint at) {
+  const ClientSize client = view_.clientSize();
+  if (!isNavigating() || !view_.camera() || client.isEmpty() || at == dragFrom_) {
+    return;
+  }
+  if (mode_.value() < MouseMode::kPan || mode_.value() > MouseMode3D::kZoom) {
+    return;
+  }
+  moveCamera(at.x - dragFrom_.x, dragFrom_.y - at.y, client);
+  dragFrom_ = at;
+  host_.repaint();
+}
+
+/// `dx` pixels to the right, `dy` upwards.
+void Mouse3D::moveCamera(int dx, int dy, ClientSize client) {
+  const float alongX = ratio(dx, client.width);
+  const float alongY = ratio(dy, client.height);
+  switch (mode_.value()) {
+    case MouseMode::kPan:
+      view_.translateH(-alongX * view_.camera()->width());
+      view_.translateV(-alongY * view_.camera()->height());
+      break;
+    case MouseMode3D::kRotate:
+      view_.rotateH(-alongX * 360.0F);
+      view_.rotateV(-alongY * 360.0F);
+      break;
+    default:
+      view_.zoom(1.0F - 3.0F * alongY);
+      break;
+  }
+}
+
+void Mouse3D::pickPressed(PixelPoint at, MouseKeys keys) {
+  const unsigned closings = closings_;
+  if (!mode_.isSelection() || !host_.hasSelectables()) {
+    return;
+  }
+  const PickRecords records = host_.pickAt(at);
+  if (closings == closings_) {
+    host_.fireMouseSelection(keys.key(), at, selectionOf(records));
+  }
+}
+
+void Mouse3D::selectWindow(PixelPoint press, PixelPoint release, MouseKeys keys) {
+  const unsigned closings = closings_;
+  const auto rectangle = SelectionRectangle::between(press, release, view_.clientSize());
+  if (!rectangle || !view_.camera()) {
+    return;
+  }
+  const PickRecords records = host_.pickWithin(*rectangle);
+  if (closings == closings_) {
+    host_.fireWindowSelection(keys.key(), *rectangle, records.allNames());
+  }
+}
+
+void Mouse3D::pickHovered(PixelPoint at, MouseKeys keys) {
+  const unsigned closings = closings_;
+  if (!view_.camera() || !beginHover(at, keys)) {
+    return;
+  }
+  const PickRecords records = host_.pickAt(at);
+  if (closings == closings_) {
+    host_.fireMouseOn(keys.moveKey(), at, records.nearestNames());
+  }
+}
+
+}  // namespace zyn
