@@ -1,10 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "trace/PixelGrid.h"
 #include "trace/PointSequence.h"
-#include "trace/RunBoxes.h"
 #include "trace/WindowMapping.h"
 
 namespace zyn {
@@ -15,7 +16,9 @@ struct TraceInWindow {
   const RunBoxes& boxes;
   const WindowMapping& mapping;
 
-  double at(const AffineForm& form, std::size_t i) const {
+  /// A form, or anything else that has a value `at` a place, at a point.
+  template <class Form>
+  double at(const Form& form, std::size_t i) const {
     return form.at(points.x(i), points.y(i), points.z(i));
   }
   double windowX(std::size_t i) const { return at(mapping.x, i); }
@@ -58,7 +61,38 @@ struct CellRun {
   bool isInRow = false;
 
   bool isOutside() const { return (isInColumn && column.isOutside) || (isInRow && row.isOutside); }
+  bool isOnEdge() const { return (isInColumn && column.isEdge) || (isInRow && row.isEdge); }
   bool isFlat(const PixelGrid& grid) const { return depth.size() <= grid.depthStep; }
+
+  /// The column that holds the run, or else the row.
+  const PixelCell& lane() const { return isInColumn ? column : row; }
+  const RunExtent& along() const { return isInColumn ? y : x; }
+  const AffineForm& along(const WindowMapping& mapping) const {
+    return isInColumn ? mapping.y : mapping.x;
+  }
+  const AffineForm& across(const WindowMapping& mapping) const {
+    return isInColumn ? mapping.x : mapping.y;
+  }
+};
+
+/// How far a point reaches along a column into the diamond in the middle of its pixel: OpenGL draws
+/// the pixels whose diamond a line leaves, so that the corners of a pixel do not count.
+struct DiamondReach {
+  AffineForm along;
+  AffineForm across;
+  double middle;    ///< of the column
+  bool isAtMiddle;  ///< the middles of pixels lie there, not at the column's edges
+
+  double at(double x, double y, double z) const {
+    const double away = std::fabs(across.at(x, y, z) - middle);
+    return isAtMiddle ? along.at(x, y, z) - away : along.at(x, y, z) + away;
+  }
+  double highest(const Box3& box) const {
+    const double low = across.lowest(box) - middle;
+    const double high = across.highest(box) - middle;
+    return isAtMiddle ? along.highest(box) - std::max({low, -high, 0.0})
+                      : along.highest(box) + std::max(-low, high);
+  }
 };
 
 }  // namespace zyn

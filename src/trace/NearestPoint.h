@@ -6,7 +6,6 @@
 #include "core/Point.h"
 #include "core/Vecteur.h"
 #include "trace/PointSequence.h"
-#include "trace/RunBoxes.h"
 
 namespace zyn {
 

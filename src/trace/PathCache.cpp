@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <utility>
 
 namespace zyn {
 
@@ -12,15 +11,15 @@ namespace {
 /// While a view is moved, what lies so many pixels around it is prepared too.
 constexpr double kReach = 256;
 
-/// How far from whole pixels a movement may be: together with the 1/256 to which vertices are
-/// rounded, less than what the reduction stays away from edges.
-constexpr double kRounding = 1.0 / 1024;
+/// How far from whole pixels a movement may be: together with the rounding of vertices less than
+/// what the reduction stays away from edges.
+constexpr double kWhole = kRounding / 8;
 
 bool isParallel(const AffineForm& a, const AffineForm& b) {
   return a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
-bool isWhole(double pixels) { return std::fabs(pixels - std::round(pixels)) <= kRounding; }
+bool isWhole(double pixels) { return std::fabs(pixels - std::round(pixels)) <= kWhole; }
 
 /// By how many whole pixels the view has moved, along the axis along which it did most. None where
 /// the path was not chosen for the like of it.
@@ -50,20 +49,17 @@ const PathCache::Entry& PathCache::reduced(const TraceInWindow& trace, const Pix
   bool isMoving = false;
   for (Entry& entry : entries_) {
     const std::optional<double> moved = movement(entry, trace.mapping, grid);
-    if (moved && *moved <= entry.reach + kRounding) {
+    if (moved && *moved <= entry.reach + kWhole) {
       entry.turn = turn_;
       latest_ = &entry.path;
       return entry;
     }
     isMoving = isMoving || moved;
   }
-  Entry& entry = longestUnused();
+  Entry& entry = *std::min_element(entries_.begin(), entries_.end(),
+                                   [](const auto& a, const auto& b) { return a.turn < b.turn; });
   entry.reach = -1;  // until the path is whole
-  reducePath(trace, widened(grid, isMoving ? kReach : 0), entry.path);
-  entry.places.clear();
-  for (const std::size_t i : entry.path.points) {
-    entry.places.push_back(trace.points.at(i));
-  }
+  entry.path = reducePath(trace, widened(grid, isMoving ? kReach : 0));
   entry.mapping = trace.mapping;
   entry.grid = grid;
   entry.reach = isMoving ? kReach : 0;
@@ -72,25 +68,9 @@ const PathCache::Entry& PathCache::reduced(const TraceInWindow& trace, const Pix
   return entry;
 }
 
-const ReducedPath& PathCache::whole(const PointSequence& points) {
-  if (!whole_) {
-    ReducedPath path;
-    wholePath(points, path);
-    whole_ = std::move(path);
-  }
-  latest_ = &*whole_;
-  return *whole_;
-}
-
 void PathCache::clear() {
   latest_ = nullptr;
   entries_ = {};
-  whole_.reset();
-}
-
-PathCache::Entry& PathCache::longestUnused() {
-  return *std::min_element(entries_.begin(), entries_.end(),
-                           [](const Entry& a, const Entry& b) { return a.turn < b.turn; });
 }
 
 }  // namespace zyn

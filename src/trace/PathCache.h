@@ -2,10 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
-#include <vector>
 
-#include "core/Point.h"
 #include "trace/PathReduction.h"
 
 namespace zyn {
@@ -18,7 +15,6 @@ class PathCache {
   /// A path, and the mapping for which it was chosen: that of its spans.
   struct Entry {
     ReducedPath path;
-    std::vector<Point> places;  ///< of the path's points: among all points, each is far from others
     WindowMapping mapping;
     PixelGrid grid;
     double reach = -1;  ///< by how many pixels the view may move; below 0 while there is no path
@@ -32,9 +28,6 @@ class PathCache {
   /// The reduced path of the trace, always of the same one until `clear`.
   const Entry& reduced(const TraceInWindow& trace, const PixelGrid& grid);
 
-  /// All points, likewise.
-  const ReducedPath& whole(const PointSequence& points);
-
   /// What was asked for last; null after `clear`.
   const ReducedPath* latest() const { return latest_; }
 
@@ -44,10 +37,7 @@ class PathCache {
   /// As many views, or places in them, are remembered.
   static constexpr std::size_t kEntries = 4;
 
-  Entry& longestUnused();
-
   std::array<Entry, kEntries> entries_;
-  std::optional<ReducedPath> whole_;
   const ReducedPath* latest_ = nullptr;
   std::uint64_t turn_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "trace/PathReduction.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "trace/PathWriter.h"
 
@@ -15,128 +16,108 @@ struct Extent {
   Range depth;
 };
 
-/// Where a trace lies in the window, whatever the mapping.
-class AnyPlace {
+/// Walks over the points of a trace, and over the boxes around them where these tell enough.
+class Walk {
  public:
-  explicit AnyPlace(const TraceInWindow& trace) : points_(trace.points), mapping_(trace.mapping) {}
+  Walk(const TraceInWindow& trace, const PixelGrid& grid)
+      : trace_(trace),
+        grid_(grid),
+        hasDepth_(grid.depthStep < std::numeric_limits<double>::infinity()) {}
 
-  Extent of(const Box3& box) const {
-    return {{mapping_.x.lowest(box), mapping_.x.highest(box)},
-            {mapping_.y.lowest(box), mapping_.y.highest(box)},
-            {mapping_.depth.lowest(box), mapping_.depth.highest(box)}};
+  /// `takePoint` gets each point that no box was taken for; `takeBox` a box, its first point and
+  /// the one behind its last that is not shared, and answers whether it took it.
+  template <class TakePoint, class TakeBox>
+  void run(const TakePoint& takePoint, const TakeBox& takeBox) const {
+    for (std::size_t i = 0; i < trace_.points.size();) {
+      const std::size_t end = endOfBoxes(i, takeBox);
+      if (end == i) {
+        takePoint(i);
+      }
+      i = std::max(end, i + 1);
+    }
   }
-  Extent of(std::size_t i) const {
-    const double x = points_.x(i);
-    const double y = points_.y(i);
-    const double z = points_.z(i);
-    return of(Box3{x, x, y, y, z, z});
+
+  Extent extentOf(const Box3& box) const {
+    const auto& [x, y, depth] = trace_.mapping;
+    return {{x.lowest(box), x.highest(box)},
+            {y.lowest(box), y.highest(box)},
+            hasDepth_ ? Range{depth.lowest(box), depth.highest(box)} : Range{}};
+  }
+  Extent extentOf(std::size_t i) const {
+    const double x = trace_.windowX(i);
+    const double y = trace_.windowY(i);
+    const double depth = hasDepth_ ? trace_.at(trace_.mapping.depth, i) : 0;
+    return {{x, x}, {y, y}, {depth, depth}};
+  }
+  bool isUnseen(const RunBox& box) const {
+    const Extent extent = extentOf(box.box);
+    return box.isEmpty() || grid_.isOutside(extent.x, extent.y);
   }
 
  private:
-  const PointSequence& points_;
-  const WindowMapping& mapping_;
+  /// Behind the largest box taken of those that begin with the point; the point where none was.
+  template <class TakeBox>
+  std::size_t endOfBoxes(std::size_t i, const TakeBox& takeBox) const {
+    for (std::size_t level = levelsAt(i); level-- > 0;) {
+      const std::size_t length = RunBoxes::length(level);
+      const std::size_t size = trace_.points.size();
+      const std::size_t end = i + length + 1 < size ? i + length : size;
+      if (takeBox(trace_.boxes.run(level, i / length), i, end)) {
+        return end;
+      }
+    }
+    return i;
+  }
+
+  /// On how many levels a box begins with this point.
+  std::size_t levelsAt(std::size_t i) const {
+    std::size_t level = 0;
+    std::size_t length = RunBoxes::kFan;
+    while (level < trace_.boxes.levels() && i % length == 0 &&
+           i / length < trace_.boxes.runs(level)) {
+      ++level;
+      length *= RunBoxes::kFan;
+    }
+    return level;
+  }
+
+  const TraceInWindow& trace_;
+  const PixelGrid& grid_;
+  bool hasDepth_;
 };
 
-/// The same where the axes are those of the window and depth does not matter.
-class PlanePlace {
- public:
-  explicit PlanePlace(const TraceInWindow& trace)
-      : points_(trace.points), x_(trace.mapping.x), y_(trace.mapping.y) {}
-
-  static bool serves(const WindowMapping& mapping, const PixelGrid& grid) {
-    return mapping.x.y == 0 && mapping.x.z == 0 && mapping.y.x == 0 && mapping.y.z == 0 &&
-           grid.depthStep == std::numeric_limits<double>::infinity();
-  }
-
-  Extent of(const Box3& box) const {
-    return {ordered(atX(box.xMin), atX(box.xMax)), ordered(atY(box.yMin), atY(box.yMax)), {}};
-  }
-  Extent of(std::size_t i) const {
-    const double x = atX(points_.x(i));
-    const double y = atY(points_.y(i));
-    return {{x, x}, {y, y}, {}};
-  }
-
- private:
-  static Range ordered(double a, double b) { return a <= b ? Range{a, b} : Range{b, a}; }
-
-  double atX(double x) const { return x_.x * x + x_.constant; }
-  double atY(double y) const { return y_.y * y + y_.constant; }
-
-  const PointSequence& points_;
-  const AffineForm& x_;
-  const AffineForm& y_;
-};
-
-/// On how many levels a box begins with this point.
-std::size_t levelsAt(const RunBoxes& boxes, std::size_t i) {
-  if (i % RunBoxes::kFan != 0) {
-    return 0;
-  }
-  std::size_t level = 0;
-  std::size_t length = RunBoxes::kFan;
-  while (level < boxes.levels() && i % length == 0 && i / length < boxes.runs(level)) {
-    ++level;
-    length *= RunBoxes::kFan;
-  }
-  return level;
-}
-
-/// The end of the box that begins with this point and holds all points up to it.
-std::size_t endOfBox(const PointSequence& points, std::size_t i, std::size_t level) {
-  const std::size_t length = RunBoxes::length(level);
-  return i + length + 1 < points.size() ? i + length : points.size();
-}
-
-template <class Place>
 class Reduction {
  public:
   Reduction(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
-      : points_(trace.points),
-        boxes_(trace.boxes),
-        place_(trace),
-        grid_(grid),
-        writer_(trace, grid, path) {}
+      : points_(trace.points), walk_(trace, grid), grid_(grid), writer_(trace, grid, path) {}
 
   void run() {
-    for (std::size_t i = 0; i < points_.size();) {
-      i = step(i);
-    }
+    walk_.run([this](std::size_t i) { takePoint(i); },
+              [this](const RunBox& box, std::size_t first, std::size_t end) {
+                return takeBox(box, first, end);
+              });
     endLine();
   }
 
  private:
-  /// Takes the point, or one of the boxes that begin with it. The point that comes next.
-  std::size_t step(std::size_t i) {
-    for (std::size_t level = levelsAt(boxes_, i); level-- > 0;) {
-      const std::size_t end = endOfBox(points_, i, level);
-      if (takeBox(boxes_.run(level, i / RunBoxes::length(level)), i, end)) {
-        return end;
-      }
-    }
+  void takePoint(std::size_t i) {
     if (points_.isGap(i)) {
       endLine();
     } else {
-      take(place_.of(i), {i, i});
+      take(walk_.extentOf(i), {i, i});
     }
-    return i + 1;
   }
 
   /// False for a box that has to be looked into.
   bool takeBox(const RunBox& box, std::size_t first, std::size_t end) {
-    if (box.isEmpty()) {
-      endLine();
-      return true;
+    if (box.whole && !box.isEmpty()) {
+      return take(walk_.extentOf(box.box), {first, end - 1});
     }
-    const Extent extent = place_.of(box.box);
-    if (box.whole) {
-      return take(extent, {first, end - 1});
-    }
-    if (!grid_.isOutside(extent.x, extent.y)) {
+    if (!walk_.isUnseen(box)) {
       return false;
     }
     if (lineIsOpen_ && !points_.isGap(first)) {
-      take(place_.of(first), {first, first});  // the line leads there
+      takePoint(first);  // the line leads there
     }
     endLine();
     return true;
@@ -166,7 +147,8 @@ class Reduction {
   bool join(const Extent& extent, const IndexRange& points) {
     const bool isInColumn = run_.isInColumn && run_.column.pixels.holds(extent.x);
     const bool isInRow = run_.isInRow && run_.row.pixels.holds(extent.y);
-    const Range depth = united(run_.depth, extent.depth);
+    const Range depth{std::min(run_.depth.low, extent.depth.low),
+                      std::max(run_.depth.high, extent.depth.high)};
     if (!isRun(run_, isInColumn, isInRow, depth)) {
       return false;
     }
@@ -201,10 +183,6 @@ class Reduction {
            ((isInColumn || isInRow) && depth.size() <= grid_.depthStep);
   }
 
-  static Range united(const Range& a, const Range& b) {
-    return {std::min(a.low, b.low), std::max(a.high, b.high)};
-  }
-
   void endLine() {
     if (lineIsOpen_) {
       writer_.endLine(run_);
@@ -213,8 +191,7 @@ class Reduction {
   }
 
   const PointSequence& points_;
-  const RunBoxes& boxes_;
-  const Place place_;
+  const Walk walk_;
   const PixelGrid& grid_;
   PathWriter writer_;
 
@@ -222,56 +199,49 @@ class Reduction {
   CellRun run_;  ///< that is being taken
 };
 
-/// Behind the largest box that begins with this point and cannot be seen; the point where there is
-/// none.
-std::size_t endOfUnseen(const TraceInWindow& trace, const AnyPlace& place, const PixelGrid& grid,
-                        std::size_t i) {
-  for (std::size_t level = levelsAt(trace.boxes, i); level-- > 0;) {
-    const RunBox& box = trace.boxes.run(level, i / RunBoxes::length(level));
-    const Extent extent = place.of(box.box);
-    if (box.isEmpty() || grid.isOutside(extent.x, extent.y)) {
-      return endOfBox(trace.points, i, level);
-    }
+/// Whether the line goes on from the point.
+bool writeUnlessGap(const PointSequence& points, std::size_t i, bool goesOn, ReducedPath& path) {
+  const bool isPoint = !points.isGap(i);
+  if (isPoint) {
+    path.write(i, goesOn);
   }
-  return i;
+  return isPoint;
 }
 
 }  // namespace
 
-void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path) {
-  path.clear();
-  if (PlanePlace::serves(trace.mapping, grid)) {
-    Reduction<PlanePlace>(trace, grid, path).run();
-  } else {
-    Reduction<AnyPlace>(trace, grid, path).run();
-  }
+ReducedPath reducePath(const TraceInWindow& trace, const PixelGrid& grid) {
+  ReducedPath path;
+  Reduction(trace, grid, path).run();
+  path.locate(trace.points);
+  return path;
 }
 
-void pathInSight(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path) {
-  path.clear();
-  const AnyPlace place(trace);
+ReducedPath pathInSight(const TraceInWindow& trace, const PixelGrid& grid) {
+  ReducedPath path;
   bool isOpen = false;
-  for (std::size_t i = 0; i < trace.points.size();) {
-    const std::size_t end = endOfUnseen(trace, place, grid, i);
-    if (!trace.points.isGap(i) && (isOpen || end == i)) {
-      path.write(i, isOpen);
-      isOpen = end == i;
-    } else {
-      isOpen = false;
+  const auto take = [&](std::size_t i) { isOpen = writeUnlessGap(trace.points, i, isOpen, path); };
+  const Walk walk(trace, grid);
+  walk.run(take, [&](const RunBox& box, std::size_t first, std::size_t) {
+    const bool isUnseen = walk.isUnseen(box);
+    if (isUnseen && isOpen) {
+      take(first);  // the line leads there
     }
-    i = std::max(end, i + 1);
-  }
+    isOpen = isOpen && !isUnseen;
+    return isUnseen;
+  });
+  path.locate(trace.points);
+  return path;
 }
 
-void wholePath(const PointSequence& points, ReducedPath& path) {
-  path.clear();
+ReducedPath wholePath(const PointSequence& points) {
+  ReducedPath path;
   bool isOpen = false;
   for (std::size_t i = 0; i < points.size(); ++i) {
-    if (!points.isGap(i)) {
-      path.write(i, isOpen);
-    }
-    isOpen = !points.isGap(i);
+    isOpen = writeUnlessGap(points, i, isOpen, path);
   }
+  path.locate(points);
+  return path;
 }
 
 }  // namespace zyn

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "core/Point.h"
 #include "trace/CellRun.h"
 
 namespace zyn {
@@ -19,6 +20,7 @@ struct PixelSpan {
 /// What has to be drawn of a trace.
 struct ReducedPath {
   std::vector<std::size_t> points;  ///< by their index, in order
+  std::vector<Point> places;        ///< of these points: among all, each is far from the others
   std::vector<std::size_t> starts;  ///< where in `points` each connected line, or point, begins
   std::vector<PixelSpan> spans;     ///< besides; only on grids that take them
 
@@ -29,25 +31,27 @@ struct ReducedPath {
     }
     points.push_back(point);
   }
-  void clear() {
-    points.clear();
-    starts.clear();
-    spans.clear();
+
+  /// Tells the places of all points that have been written.
+  void locate(const PointSequence& trace) {
+    places.reserve(points.size());
+    for (const std::size_t i : points) {
+      places.push_back(trace.at(i));
+    }
   }
 };
 
 /// Chooses from the points of a trace those whose lines give the same picture as the lines through
 /// all points, looking at cells of the grid rather than at points. Points that follow one another
-/// within one column of cells, or one row, are drawn by their outline, or of thin lines by the two
-/// ends of what they light; points that follow one another on one side of the grid by the first and
-/// the last. Where the depth of points matters, only those within one cell are. `path` receives the
-/// result; its memory is used again.
-void reducePath(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path);
+/// within one column of cells, or one row, are drawn by their outline, or of thin lines by a span;
+/// points that follow one another on one side of the grid by the first and the last. Where the
+/// depth of points matters, only those within one cell are.
+ReducedPath reducePath(const TraceInWindow& trace, const PixelGrid& grid);
 
 /// All points but those whose lines lie outside of the grid's bounds.
-void pathInSight(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path);
+ReducedPath pathInSight(const TraceInWindow& trace, const PixelGrid& grid);
 
 /// All points.
-void wholePath(const PointSequence& points, ReducedPath& path);
+ReducedPath wholePath(const PointSequence& points);
 
 }  // namespace zyn

@@ -2,69 +2,42 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "trace/PathReduction.h"
 #include "trace/RunOutline.h"
+#include "trace/RunSearch.h"
 
 namespace zyn {
 
 namespace {
 
-/// Around an edge between pixels, in pixels: what may be counted to either.
-constexpr double kNearEdge = 1.0 / 64;
-
 /// A run of no more points is drawn as it is.
 constexpr std::size_t kFew = 4;
 
-/// A passage of as many points is outlined instead of looked at point by point.
+/// As many points beyond a span are drawn with it: an outline has hardly more.
+constexpr std::size_t kMostBeyond = 8;
+
+/// So many points in or beyond the last pixel are looked at.
+constexpr std::size_t kMostLookedAt = 32;
+
+/// Between two spans so many points are looked at one by one.
 constexpr std::size_t kManyPoints = 64;
 
-Range common(const Range& a, const Range& b) {
-  return {std::max(a.low, b.low), std::min(a.high, b.high)};
+/// Whether a place in the pixel above this edge is sure to be in it.
+bool isClear(double place, double edge) {
+  return place >= edge + kRounding && place <= edge + 1 - kRounding;
 }
 
 }  // namespace
 
-void PathWriter::beginLine() { isOpen_ = false; }
-
 void PathWriter::add(const CellRun& run) {
   if (isPassage(run)) {
-    passage_ = run;
+    spanned_->passage = run;
     return;
   }
-  const std::optional<RunSpan> span = spanFor(run);
-  const bool isBeside = spanned_ && span && isNeighbour(run);
-  if (grid_.takesSpans) {
-    addMarked(run, span, isBeside);
-    return;
-  }
-  const std::optional<Link> link = isBeside ? linkTo(run, *span) : std::nullopt;
-  if (link) {
-    writeSpan(link->drawsLast);
-    passage_.reset();
-  } else if (isBeside && passage_) {
-    const Range lit = common(spanned_->span.lit, span->lit);
-    writeSpan(true);
-    writePassage(lit);
-  } else {
-    writeLeft();
-  }
-  if (span) {
-    spanned_ = {run, *span, !link || link->drawsFirst};
-  } else {
-    writeWhole(run);
-  }
-}
-
-void PathWriter::endLine(const CellRun& run) {
-  writeLeft();
-  writeWhole(run);
-}
-
-void PathWriter::addMarked(const CellRun& run, const std::optional<RunSpan>& span, bool isBeside) {
-  if (isBeside) {
-    writeBetween(common(spanned_->span.lit, span->lit), run.points.first);
+  const std::optional<Span> span = spanOf(run);
+  if (span && isBeside(run)) {
+    writeBetween(span->lit(), run.points.first);
   } else {
     writeLeft();
   }
@@ -74,27 +47,100 @@ void PathWriter::addMarked(const CellRun& run, const std::optional<RunSpan>& spa
   }
   if (isOpen_) {
     write(run.points.first);
-    isOpen_ = false;
   }
-  mark(run, *span);
+  path_.spans.push_back(
+      {run.isInColumn, run.lane().middle, span->low, span->high, run.points.first});
   writeBeyond(run, *span);
-  spanned_ = {run, *span};
+  spanned_ = {run, span->lit()};
 }
 
-/// What is seen of the span.
-void PathWriter::mark(const CellRun& run, const RunSpan& span) {
-  const Range seen =
-      run.isInColumn ? Range{grid_.bottom, grid_.top} : Range{grid_.left, grid_.right};
-  const double low = std::max(span.low, std::floor(seen.low));
-  const double high = std::min(span.high, std::ceil(seen.high));
-  if (low < high) {
-    path_.spans.push_back(
-        {run.isInColumn, laneOf(trace_, run).cell.middle, low, high, run.points.first});
+void PathWriter::endLine(const CellRun& run) {
+  writeLeft();
+  writeWhole(run);
+}
+
+/// None where the run lights nothing for sure, or many points lie beyond that.
+std::optional<PathWriter::Span> PathWriter::spanOf(const CellRun& run) const {
+  const PixelCell& lane = run.lane();
+  if (!grid_.takesSpans || run.points.last - run.points.first < kFew || run.isOutside() ||
+      lane.isEdge) {
+    return std::nullopt;
   }
+  const AffineForm& along = run.along(trace_.mapping);
+  const AffineForm& across = run.across(trace_.mapping);
+  const RunExtent& extent = run.along();
+  Span span;
+  const auto high = litEnd({along, across, lane.middle, true}, run, extent.highest,
+                           extent.pixels.high, span.beyond);
+  const auto low = high ? litEnd({-along, across, lane.middle, true}, run, extent.lowest,
+                                 -extent.pixels.low, span.beyond)
+                        : std::nullopt;
+  if (!low || !(-*low < *high)) {
+    return std::nullopt;
+  }
+  span.low = -*low;
+  span.high = *high;
+  std::sort(span.beyond.begin(), span.beyond.end());
+  return span;
+}
+
+/// The upper edge of the last pixel that is lit, upwards by `reach`: the highest into whose diamond
+/// a point of the run reaches for sure, where lines enter it and leave it; or else the highest that
+/// the run crosses. `among`: where the highest point is likely to be; `height` is its height.
+std::optional<double> PathWriter::litEnd(const DiamondReach& reach, const CellRun& run,
+                                         const IndexRange& among, double height,
+                                         std::vector<std::size_t>& beyond) const {
+  RunSearch search(trace_, reach.along);
+  const auto isInDiamond = [&](std::size_t i, double edge) {
+    return isClear(trace_.at(reach, i), edge) && !isInMiddle(trace_.at(reach.across, i)) &&
+           !isInMiddle(trace_.at(reach.along, i));
+  };
+  const double last = std::floor(height);
+  if (isClear(height, last) &&
+      isInDiamond(search.highest({among.first, std::min(among.last, run.points.last)}), last)) {
+    return last + 1;
+  }
+  const std::size_t furthest = RunSearch(trace_, reach).highest(run.points);
+  const double reached = std::floor(trace_.at(reach, furthest));
+  const bool isReached = isInDiamond(furthest, reached);
+  const auto isRight = [&](std::size_t i) { return trace_.at(reach.across, i) > reach.middle; };
+  // Beyond what is reached, lines that stay on one side of the middle keep to corners of pixels.
+  const auto staysInCorner = [&](std::size_t i) {
+    return isReached && (i == run.points.first || isRight(i - 1) == isRight(i)) &&
+           (i == run.points.last || isRight(i + 1) == isRight(i));
+  };
+  const double edge = isReached ? reached + 1 : last;
+  std::size_t count = 0;
+  const bool areFew = search.allAbove(edge - kRounding, run.points, [&](std::size_t i) {
+    if (!staysInCorner(i)) {
+      beyond.push_back(i);
+    }
+    return ++count <= kMostLookedAt && beyond.size() <= kMostBeyond;
+  });
+  return areFew ? std::optional(edge) : std::nullopt;
+}
+
+/// Whether the run lies on an edge of the last run's column.
+bool PathWriter::isPassage(const CellRun& run) const {
+  return spanned_ && !spanned_->passage && run.lane().isEdge &&
+         run.isInColumn == spanned_->run.isInColumn &&
+         std::fabs(run.lane().middle - spanned_->run.lane().middle) == 0.5;
+}
+
+/// Whether the run lies in the column next to the last run's, and what is between them on the edge
+/// that they share.
+bool PathWriter::isBeside(const CellRun& run) const {
+  const auto distanceFrom = [&run](const CellRun& other) {
+    return std::fabs(run.lane().middle - other.lane().middle);
+  };
+  return spanned_ && run.isInColumn == spanned_->run.isInColumn &&
+         distanceFrom(spanned_->run) == 1 &&
+         (!spanned_->passage || distanceFrom(*spanned_->passage) == 0.5);
 }
 
 /// Writes the lines within the run that light more than its span tells.
-void PathWriter::writeBeyond(const CellRun& run, const RunSpan& span) {
+void PathWriter::writeBeyond(const CellRun& run, const Span& span) {
+  isOpen_ = false;
   for (const std::size_t i : span.beyond) {
     const std::size_t before = std::max(i, run.points.first + 1) - 1;
     const std::size_t after = std::min(i + 1, run.points.last);
@@ -107,14 +153,16 @@ void PathWriter::writeBeyond(const CellRun& run, const RunSpan& span) {
 }
 
 /// Writes the lines from the last run through the passage to the next one's first point. Those
-/// between points that lie in what is lit on both sides make no difference.
-void PathWriter::writeBetween(const Range& lit, std::size_t first) {
+/// between points that lie in what is lit on both sides make no difference. `next`: what is lit
+/// there.
+void PathWriter::writeBetween(const Range& next, std::size_t first) {
   const std::size_t last = spanned_->run.points.last;
   if (first - last >= kManyPoints) {
     writeLeft();
     return;
   }
-  const AffineForm& along = laneOf(trace_, spanned_->run).along;
+  const AffineForm& along = spanned_->run.along(trace_.mapping);
+  const Range lit{std::max(spanned_->lit.low, next.low), std::min(spanned_->lit.high, next.high)};
   bool wasLit = lit.holds(trace_.at(along, last));
   for (std::size_t i = last + 1; i <= first; ++i) {
     const bool isLit = lit.holds(trace_.at(along, i));
@@ -128,149 +176,38 @@ void PathWriter::writeBetween(const Range& lit, std::size_t first) {
   }
   isOpen_ = false;
   spanned_.reset();
-  passage_.reset();
 }
 
-std::optional<RunSpan> PathWriter::spanFor(const CellRun& run) const {
-  const bool mayHaveSpan = grid_.isThin && run.points.last - run.points.first >= kFew &&
-                           run.isFlat(grid_) && !run.isOutside() &&
-                           !laneOf(trace_, run).cell.isEdge;
-  if (!mayHaveSpan) {
-    return std::nullopt;
-  }
-  std::optional<RunSpan> span = spanOf(trace_, run);
-  return span || !grid_.takesSpans ? span : innerSpanOf(trace_, run);
-}
-
-/// Whether the run lies on an edge of the last run's column.
-bool PathWriter::isPassage(const CellRun& run) const {
-  return spanned_ && !passage_ && run.isFlat(grid_) && laneOf(trace_, run).cell.isEdge &&
-         distanceTo(run) == 0.5;
-}
-
-/// Whether the run lies in the next column, and what is between them on the edge that they share.
-bool PathWriter::isNeighbour(const CellRun& run) const {
-  return distanceTo(run) == 1 &&
-         (!passage_ || std::fabs(laneOf(trace_, run).cell.middle -
-                                 laneOf(trace_, *passage_).cell.middle) == 0.5);
-}
-
-/// From the last run's column (or row), in pixels.
-double PathWriter::distanceTo(const CellRun& run) const {
-  constexpr double kFar = std::numeric_limits<double>::infinity();
-  return spanned_->run.isInColumn == run.isInColumn
-             ? std::fabs(laneOf(trace_, run).cell.middle -
-                         laneOf(trace_, spanned_->run).cell.middle)
-             : kFar;
-}
-
-/// How a single line leads from the last run to its neighbour. None where the trace, or that line,
-/// leaves what is lit on both sides.
-std::optional<PathWriter::Link> PathWriter::linkTo(const CellRun& run, const RunSpan& span) const {
-  const RunLane lane = laneOf(trace_, run);
-  const Range lit = common(spanned_->span.lit, span.lit);
-  const std::size_t last = spanned_->run.points.last;
-  const std::size_t first = run.points.first;
-  if (!lit.holds(trace_.at(lane.along, last)) || !lit.holds(trace_.at(lane.along, first)) ||
-      (passage_ && !lit.holds(laneOf(trace_, *passage_).extent.pixels))) {
-    return std::nullopt;
-  }
-  for (const Link link : {Link{false, false}, Link{true, false}, Link{false, true}}) {
-    if (isClear(
-            run, span,
-            {link.drawsLast ? last : spanned_->span.late, link.drawsFirst ? first : span.early})) {
-      return link;
+/// Leads out of the last run, through the passage.
+void PathWriter::writeLeft() {
+  if (spanned_) {
+    write(spanned_->run.points.last);
+    if (spanned_->passage) {
+      writeWhole(*spanned_->passage);
     }
-  }
-  return Link{true, true};
-}
-
-/// Whether the line from a point of the last run to one of its neighbour's lights nothing else than
-/// what their spans do.
-bool PathWriter::isClear(const CellRun& run, const RunSpan& span, const IndexRange& line) const {
-  const RunLane lane = laneOf(trace_, run);
-  const RunLane before = laneOf(trace_, spanned_->run);
-  const double edge = (lane.cell.middle + before.cell.middle) / 2;
-  const Range lit = common(spanned_->span.lit, span.lit);
-  const Chord chord(trace_, lane.along, lane.across, line.first, line.last);
-  return lit.holds(chord.at(edge - kNearEdge)) && lit.holds(chord.at(edge + kNearEdge)) &&
-         chord.crossesWithin(before.cell.middle, spanned_->span.lit) &&
-         chord.crossesWithin(lane.cell.middle, span.lit);
-}
-
-void PathWriter::writeSpan(bool drawsLast) {
-  if (grid_.takesSpans) {
-    isOpen_ = false;
-    write(spanned_->run.points.last);
     spanned_.reset();
-    return;
   }
-  if (spanned_->drawsFirst) {
-    write(spanned_->run.points.first);
-  }
-  write(spanned_->span.early);
-  write(spanned_->span.late);
-  if (drawsLast) {
-    write(spanned_->run.points.last);
-  }
-  spanned_.reset();
 }
 
 void PathWriter::writeWhole(const CellRun& run) {
   if (run.isOutside()) {
     write(run.points.first);
     write(run.points.last);
-  } else {
-    open();
-    outlineRun(trace_, grid_, run, path_.points);
-  }
-}
-
-void PathWriter::writeLeft() {
-  if (spanned_) {
-    writeSpan(true);
-  }
-  if (passage_) {
-    outlineRun(trace_, grid_, *passage_, path_.points);
-    passage_.reset();
-  }
-}
-
-/// Lines between two points of the passage that lie in what is lit on both sides make no
-/// difference.
-void PathWriter::writePassage(const Range& lit) {
-  const auto [first, last] = passage_->points;
-  if (last - first >= kManyPoints) {
-    writeLeft();
     return;
   }
-  const AffineForm& along = laneOf(trace_, *passage_).along;
-  bool wasLit = false;
-  for (std::size_t i = first; i <= last; ++i) {
-    const bool isLit = lit.holds(trace_.at(along, i));
-    if (i > first && isLit != wasLit) {
-      write(i - 1);
-    }
-    if (i == first || i == last || !isLit || !wasLit) {
-      write(i);
-    }
-    wasLit = isLit;
+  std::vector<std::size_t>& points = path_.points;
+  if (!isOpen_) {
+    path_.starts.push_back(points.size());
+    isOpen_ = true;
   }
-  passage_.reset();
+  outlineRun(trace_, grid_, run, points);
 }
 
 void PathWriter::write(std::size_t i) {
-  open();
-  if (path_.points.size() == path_.starts.back() || path_.points.back() != i) {
-    path_.points.push_back(i);
+  if (!isOpen_ || path_.points.back() != i) {
+    path_.write(i, isOpen_);
   }
-}
-
-void PathWriter::open() {
-  if (!isOpen_) {
-    path_.starts.push_back(path_.points.size());
-    isOpen_ = true;
-  }
+  isOpen_ = true;
 }
 
 }  // namespace zyn

@@ -2,67 +2,65 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 #include "trace/CellRun.h"
-#include "trace/RunSpan.h"
 
 namespace zyn {
 
 struct ReducedPath;
 
-/// Writes the points that have to be drawn of one run after another.
+/// Writes what has to be drawn of one run after another.
 ///
-/// Thin lines through the points of a column light all pixels between the ends of its span. As long
-/// as a trace goes from a column to the one beside it within what both light, the ends of the spans
-/// are all that has to be drawn, whatever it does in between. Where the grid takes spans, they are
-/// told as such, and of the points only those that lead out of them.
+/// Thin lines through the points of a column light all pixels between its ends, whatever they do in
+/// between. Where the grid takes spans they are told as such, and of the points only those that
+/// lead out of them, or whose lines may light something more; of all other runs the outline.
 class PathWriter {
  public:
   PathWriter(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
       : trace_(trace), grid_(grid), path_(path) {}
 
   /// Begins a connected line.
-  void beginLine();
+  void beginLine() { isOpen_ = false; }
   void add(const CellRun& run);
 
   /// The run ends the line: a line that ends within a pixel does not light it.
   void endLine(const CellRun& run);
 
  private:
+  /// What a run lights of its column (or row), however OpenGL rounds.
+  struct Span {
+    double low = 0.0;  ///< the edges of what is lit
+    double high = 0.0;
+    std::vector<std::size_t> beyond{};  ///< points whose lines may light something more
+
+    /// Lines of the run within this lie in lit pixels, well away from others.
+    Range lit() const { return {low + kRounding, high - kRounding}; }
+  };
+
+  /// A run with a span, and the run on the edge of its column that may follow.
   struct Spanned {
     CellRun run;
-    RunSpan span;
-    bool drawsFirst = true;  ///< its first point too, not the span alone
+    Range lit;
+    std::optional<CellRun> passage{};
   };
 
-  /// The points that are drawn between two spans.
-  struct Link {
-    bool drawsLast = false;   ///< of the run before
-    bool drawsFirst = false;  ///< of the run after
-  };
-
-  std::optional<RunSpan> spanFor(const CellRun& run) const;
+  std::optional<Span> spanOf(const CellRun& run) const;
+  std::optional<double> litEnd(const DiamondReach& reach, const CellRun& run,
+                               const IndexRange& among, double height,
+                               std::vector<std::size_t>& beyond) const;
   bool isPassage(const CellRun& run) const;
-  bool isNeighbour(const CellRun& run) const;
-  double distanceTo(const CellRun& run) const;
-  void addMarked(const CellRun& run, const std::optional<RunSpan>& span, bool isBeside);
-  void mark(const CellRun& run, const RunSpan& span);
-  void writeBeyond(const CellRun& run, const RunSpan& span);
-  void writeBetween(const Range& lit, std::size_t first);
-  std::optional<Link> linkTo(const CellRun& run, const RunSpan& span) const;
-  bool isClear(const CellRun& run, const RunSpan& span, const IndexRange& line) const;
-  void writeSpan(bool drawsLast);
-  void writeWhole(const CellRun& run);
-  void writePassage(const Range& lit);
+  bool isBeside(const CellRun& run) const;
+  void writeBeyond(const CellRun& run, const Span& span);
+  void writeBetween(const Range& next, std::size_t first);
   void writeLeft();
+  void writeWhole(const CellRun& run);
   void write(std::size_t i);
-  void open();
 
   const TraceInWindow& trace_;
   const PixelGrid& grid_;
   ReducedPath& path_;
   std::optional<Spanned> spanned_;  ///< the last run, waiting for what comes next
-  std::optional<CellRun> passage_;  ///< on the edge of its column, after it
   bool isOpen_ = false;             ///< the line goes on from the last point written
 };
 

@@ -4,16 +4,32 @@
 #include <cmath>
 #include <limits>
 
-#include "trace/Range.h"
-
 namespace zyn {
+
+/// What lies so close, in pixels, to an edge or to the middle of pixels may be on either side of
+/// it: more than the 1/256 to which OpenGL rounds vertices.
+constexpr double kRounding = 1.0 / 128;
+
+/// The numbers from `low` to `high`, ends included.
+struct Range {
+  double low = 0.0;
+  double high = 0.0;
+
+  double size() const { return high - low; }
+  bool holds(double value) const { return value >= low && value <= high; }
+  bool holds(const Range& other) const { return other.low >= low && other.high <= high; }
+};
+
+/// Whether a place may be in the middle between two edges of pixels.
+inline bool isInMiddle(double place) {
+  return std::fabs(place - std::floor(place) - 0.5) < kRounding;
+}
 
 /// A column or a row of a grid's cells, along the axis that tells it from its neighbours.
 struct PixelCell {
-  Range pixels;         ///< what it holds, in window coordinates
-  double middle = 0.0;  ///< between its edges
-  bool isEdge =
-      false;  ///< the narrow strip around an edge, which rounding may count to either side
+  Range pixels;            ///< what it holds, in window coordinates
+  double middle = 0.0;     ///< between its edges
+  bool isEdge = false;     ///< the strip around an edge, which rounding may count to either side
   bool isOutside = false;  ///< all that lies beyond one bound of the grid
 };
 
@@ -42,10 +58,6 @@ class PixelGrid {
   }
 
  private:
-  /// Half the width of the strip around an edge, in pixels: more than the 1/256 of a pixel to which
-  /// vertices are rounded.
-  static constexpr double kEdge = 1.0 / 128;
-
   double toPixels(double cells) const { return (cells - (isShifted ? 0.5 : 0.0)) / cellsPerPixel; }
 
   PixelCell cell(double pixel, const Range& bounds) const {
@@ -63,13 +75,13 @@ class PixelGrid {
     const auto within = [&bounds](double low, double high) {
       return Range{std::max(low, bounds.low), std::min(high, bounds.high)};
     };
-    if (pixel - lower <= kEdge) {
-      return {within(lower - kEdge, lower + kEdge), lower, true};
+    if (pixel - lower <= kRounding) {
+      return {within(lower - kRounding, lower + kRounding), lower, true};
     }
-    if (upper - pixel <= kEdge) {
-      return {within(upper - kEdge, upper + kEdge), upper, true};
+    if (upper - pixel <= kRounding) {
+      return {within(upper - kRounding, upper + kRounding), upper, true};
     }
-    return {within(lower + kEdge, upper - kEdge), (lower + upper) / 2};
+    return {within(lower + kRounding, upper - kRounding), (lower + upper) / 2};
   }
 };
 

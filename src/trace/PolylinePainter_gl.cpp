@@ -1,15 +1,15 @@
 #include "trace/PolylinePainter_gl.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <span>
 
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "glcontext/SurfaceState_gl.h"
-#include "trace/ClipBand.h"
-#include "trace/EyeSpace_gl.h"
 
 namespace zyn {
 
@@ -53,24 +53,6 @@ bool linesAddUp(double alpha) {
   return alpha < 1 || isEnabled(GL_LINE_SMOOTH) || hasSamples;
 }
 
-/// For lines of the current width.
-PixelGrid gridOf(const Viewport& viewport, double alpha) {
-  const double width = floatState(GL_LINE_WIDTH);
-  const double margin = width / 2 + 1;
-  const bool isFine = linesAddUp(alpha);
-  const bool isEven = std::fmod(std::round(width), 2) == 0;
-  PixelGrid grid;
-  grid.left = viewport.values[0] - margin;
-  grid.right = viewport.values[0] + viewport.values[2] + margin;
-  grid.bottom = viewport.values[1] - margin;
-  grid.top = viewport.values[1] + viewport.values[3] + margin;
-  grid.cellsPerPixel = isFine ? kFineCells : 1;
-  grid.isShifted = isEven && !isFine;  // the edges of such lines do
-  grid.isThin = !isFine && width == 1;
-  grid.depthStep = isEnabled(GL_DEPTH_TEST) ? 0x1p-24 : std::numeric_limits<double>::infinity();
-  return grid;
-}
-
 /// Whether what lies in the window tells where in the model's plane it is drawn, by each axis.
 bool isPlane(const WindowMapping& mapping) {
   const auto isAlone = [](double own, double other, double depth) {
@@ -80,57 +62,77 @@ bool isPlane(const WindowMapping& mapping) {
          isAlone(mapping.y.y, mapping.y.x, mapping.y.z);
 }
 
-/// Whether lines of the grid's kind show the same wherever they light the same pixels.
-bool takesSpans(const WindowMapping& mapping, const PixelGrid& grid) {
-  return grid.isThin && isPlane(mapping) &&
-         grid.depthStep == std::numeric_limits<double>::infinity() && !isEnabled(GL_LINE_STIPPLE);
+/// For lines of the current width.
+PixelGrid gridOf(const Viewport& viewport, const WindowMapping& mapping, double alpha) {
+  const double width = floatState(GL_LINE_WIDTH);
+  const double margin = width / 2 + 1;
+  const bool isFine = linesAddUp(alpha);
+  const bool hasDepth = isEnabled(GL_DEPTH_TEST);
+  const bool isEven = std::fmod(std::round(width), 2) == 0;
+  PixelGrid grid;
+  grid.left = viewport.values[0] - margin;
+  grid.right = viewport.values[0] + viewport.values[2] + margin;
+  grid.bottom = viewport.values[1] - margin;
+  grid.top = viewport.values[1] + viewport.values[3] + margin;
+  grid.cellsPerPixel = isFine ? kFineCells : 1;
+  grid.isShifted = isEven && !isFine;  // the edges of such lines do
+  grid.isThin = !isFine && width == 1;
+  grid.takesSpans = grid.isThin && !hasDepth && isPlane(mapping) && !isEnabled(GL_LINE_STIPPLE);
+  grid.depthStep = hasDepth ? 0x1p-24 : std::numeric_limits<double>::infinity();
+  return grid;
 }
 
-/// Some of a path's points, by their number within it.
-struct PathPart {
-  std::size_t first;
-  std::size_t end;
-
-  bool isSingle() const { return end - first == 1; }
-};
-
-/// Vertices as the current matrices take them.
-struct ModelSpace {
-  void vertex(double x, double y, double z) const { glVertex3d(x, y, z); }
-};
-
-/// Draws the points, or the line that connects them. `place` tells where a point of the path is.
-template <class Space, class Place>
-void drawPoints(const Space& space, const PathPart& part, const Place& place, bool isFlat) {
-  glBegin(part.isSingle() ? GL_POINTS : GL_LINE_STRIP);
-  for (std::size_t i = part.first; i < part.end; ++i) {
-    const Point& point = place(i);
-    space.vertex(point.x, point.y, isFlat ? 0 : point.z);
+/// Draws vertices by their place before the eye, calculated in double precision, for a scope: a
+/// trace far from the origin, in a view that looks there, keeps its shape. The current model-view
+/// matrix is given back at the end. A display list, which is called under other matrices, records
+/// them as they are.
+class EyeSpace {
+ public:
+  explicit EyeSpace(bool isFlat, bool isRecorded = false)
+      : mode_(enumState(GL_MATRIX_MODE)), isRecorded_(isRecorded) {
+    if (!isRecorded_) {
+      glGetDoublev(GL_MODELVIEW_MATRIX, saved_.data());
+      rows_ = saved_;
+      glMatrixMode(GL_MODELVIEW);
+      glLoadIdentity();
+      glMatrixMode(mode_);
+    }
+    if (isFlat) {
+      std::fill(rows_.begin() + 8, rows_.begin() + 12, 0.0);
+    }
   }
-  glEnd();
-}
-
-/// What can be seen of lines in the plane.
-struct Sight {
-  const WindowMapping& mapping;
-  const PixelGrid& grid;
-  ClipBand band;
-
-  Sight(const WindowMapping& where, const PixelGrid& pixels, const Viewport& viewport)
-      : mapping(where), grid(pixels), band(where, viewport.values) {}
-
-  std::optional<ClipBand::Segment> clip(const PlanePoint& from, const PlanePoint& to) const {
-    const auto [left, right] =
-        std::minmax({mapping.x.at(from.x, from.y, 0), mapping.x.at(to.x, to.y, 0)});
-    const auto [bottom, top] =
-        std::minmax({mapping.y.at(from.x, from.y, 0), mapping.y.at(to.x, to.y, 0)});
-    return grid.isOutside({left, right}, {bottom, top}) ? std::nullopt : band.clip(from, to);
+  ~EyeSpace() {
+    if (!isRecorded_) {
+      glMatrixMode(GL_MODELVIEW);
+      glLoadMatrixd(saved_.data());
+      glMatrixMode(mode_);
+    }
   }
+  EyeSpace(const EyeSpace&) = delete;
+  EyeSpace& operator=(const EyeSpace&) = delete;
+
+  /// Between glBegin and glEnd.
+  void vertex(double x, double y, double z) const {
+    glVertex4d(row(0, x, y, z), row(1, x, y, z), row(2, x, y, z), row(3, x, y, z));
+  }
+
+ private:
+  using Matrix = std::array<GLdouble, 16>;
+
+  double row(std::size_t i, double x, double y, double z) const {
+    return ((rows_[i] * x + rows_[4 + i] * y) + rows_[8 + i] * z) + rows_[12 + i];
+  }
+
+  GLenum mode_;
+  bool isRecorded_;
+  Matrix saved_{};
+  Matrix rows_{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 };
 
-/// Draws what can be seen of the line.
-template <class Space, class Place>
-void drawClipped(const Space& space, const PathPart& line, const Place& place, const Sight& sight) {
+using Places = std::span<const Point>;
+
+/// Draws what the band leaves of the line.
+void drawClipped(const EyeSpace& space, Places places, const ClipBand& band) {
   bool isOpen = false;
   const auto close = [&isOpen] {
     if (isOpen) {
@@ -138,116 +140,77 @@ void drawClipped(const Space& space, const PathPart& line, const Place& place, c
       isOpen = false;
     }
   };
-  const auto inPlane = [&place](std::size_t i) {
-    const Point& point = place(i);
-    return PlanePoint{point.x, point.y};
-  };
-  for (std::size_t i = line.first + 1; i < line.end; ++i) {
-    const std::optional<ClipBand::Segment> segment = sight.clip(inPlane(i - 1), inPlane(i));
+  for (std::size_t i = 1; i < places.size(); ++i) {
+    const auto segment = band.clip({places[i - 1].x, places[i - 1].y}, {places[i].x, places[i].y});
     if (!segment || segment->isFromCut) {
       close();
     }
-    if (!segment) {
-      continue;
-    }
-    if (!isOpen) {
+    if (segment && !isOpen) {
       glBegin(GL_LINE_STRIP);
       space.vertex(segment->from.x, segment->from.y, 0);
       isOpen = true;
     }
-    space.vertex(segment->to.x, segment->to.y, 0);
+    if (segment) {
+      space.vertex(segment->to.x, segment->to.y, 0);
+    }
   }
   close();
 }
 
-/// Draws the connected lines, or the points on their own.
-template <class Space, class Place>
-void drawPartsOf(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
-                 bool isFlat, bool singlePoints) {
-  const Space space;
+/// Draws the connected lines, and the points on their own. `band`: what can be seen of the plane.
+void drawPath(const EyeSpace& space, const ReducedPath& path, const ClipBand* band) {
+  const Places places = path.places;
   for (std::size_t i = 0; i < path.starts.size(); ++i) {
-    const PathPart part{path.starts[i],
-                        i + 1 < path.starts.size() ? path.starts[i + 1] : path.points.size()};
-    if (part.isSingle() != singlePoints) {
+    const std::size_t end = i + 1 < path.starts.size() ? path.starts[i + 1] : places.size();
+    const Places part = places.subspan(path.starts[i], end - path.starts[i]);
+    if (band && part.size() > 1) {
+      drawClipped(space, part, *band);
       continue;
     }
-    if (sight && !singlePoints) {
-      drawClipped(space, part, place, *sight);
-    } else {
-      drawPoints(space, part, place, isFlat);
+    glBegin(part.size() == 1 ? GL_POINTS : GL_LINE_STRIP);
+    for (const Point& place : part) {
+      space.vertex(place.x, place.y, place.z);
     }
+    glEnd();
   }
 }
 
-template <class Space, class Place>
-void drawParts(const ReducedPath& path, const Place& place, const std::optional<Sight>& sight,
-               bool isFlat) {
-  drawPartsOf<Space>(path, place, sight, isFlat, false);
-  drawPartsOf<Space>(path, place, sight, isFlat, true);
-}
-
-/// The spans where they lie in the window now, as far as they can be seen: OpenGL may lose the last
-/// pixel of lines that it clips.
-class SpansInSight {
- public:
-  SpansInSight(const PathCache::Entry& reduced, const WindowMapping& mapping, const PixelGrid& grid)
-      : columns_{std::floor(grid.left), std::ceil(grid.right)},
-        rows_{std::floor(grid.bottom), std::ceil(grid.top)},
-        moveX_(std::round(mapping.x.constant - reduced.mapping.x.constant)),
-        moveY_(std::round(mapping.y.constant - reduced.mapping.y.constant)) {}
-
-  std::optional<PixelSpan> part(PixelSpan span) const {
-    const double along = span.isInColumn ? moveY_ : moveX_;
-    const Range& seen = span.isInColumn ? rows_ : columns_;
-    span.middle += span.isInColumn ? moveX_ : moveY_;
-    span.low = std::max(span.low + along, seen.low);
-    span.high = std::min(span.high + along, seen.high);
-    const Range& seenAcross = span.isInColumn ? columns_ : rows_;
-    return span.low < span.high && seenAcross.holds(span.middle) ? std::optional(span)
-                                                                 : std::nullopt;
-  }
-
- private:
-  Range columns_;
-  Range rows_;
-  double moveX_;
-  double moveY_;
-};
-
-/// Lights the pixels of each span: from within the first one's diamond to within that of the pixel
-/// after the last one.
-void drawSpans(const PointSequence& points, const std::vector<PixelSpan>& spans,
-               const SpansInSight& sight, const WindowMapping& mapping, bool isFlat) {
+/// Lights the pixels of each span where they lie in the window now, as far as they can be seen:
+/// OpenGL may lose the last pixel of lines that it clips. From within the first one's diamond to
+/// within that of the pixel after the last one.
+void drawSpans(const EyeSpace& space, const PointSequence& points, const PathCache::Entry& reduced,
+               const WindowMapping& mapping, const PixelGrid& grid) {
   constexpr double kWithin = 0.25;
-  const EyeSpace space;
-  const auto vertex = [&](const PixelSpan& span, double along) {
-    const double x = span.isInColumn ? span.middle : along;
-    const double y = span.isInColumn ? along : span.middle;
-    space.vertex((x - mapping.x.constant) / mapping.x.x, (y - mapping.y.constant) / mapping.y.y,
-                 isFlat ? 0 : points.z(span.point));
-  };
+  const double moveX = std::round(mapping.x.constant - reduced.mapping.x.constant);
+  const double moveY = std::round(mapping.y.constant - reduced.mapping.y.constant);
+  const Range columns{std::floor(grid.left), std::ceil(grid.right)};
+  const Range rows{std::floor(grid.bottom), std::ceil(grid.top)};
   glBegin(GL_LINES);
-  for (const PixelSpan& span : spans) {
-    if (const std::optional<PixelSpan> part = sight.part(span)) {
-      vertex(*part, part->low + kWithin);
-      vertex(*part, part->high + kWithin);
+  for (const PixelSpan& span : reduced.path.spans) {
+    const double across = span.middle + (span.isInColumn ? moveX : moveY);
+    const double along = span.isInColumn ? moveY : moveX;
+    const Range& seen = span.isInColumn ? rows : columns;
+    const double low = std::max(span.low + along, seen.low);
+    const double high = std::min(span.high + along, seen.high);
+    if (!(low < high) || !(span.isInColumn ? columns : rows).holds(across)) {
+      continue;
+    }
+    for (const double place : {low + kWithin, high + kWithin}) {
+      const double x = span.isInColumn ? across : place;
+      const double y = span.isInColumn ? place : across;
+      space.vertex((x - mapping.x.constant) / mapping.x.x, (y - mapping.y.constant) / mapping.y.y,
+                   points.z(span.point));
     }
   }
   glEnd();
 }
 
-/// In pixels.
-double widthOf(const LineStyle& style) {
-  return (style.width > 0 ? style.width : 1) * style.pixelScale;
-}
-
 /// Into the display list that is being compiled: all points, in a state that does not depend on
 /// today's.
-void recordPolyline(const PointSequence& points, const LineStyle& style, bool isFlat,
-                    PathCache& cache) {
+void recordPolyline(const PointSequence& points, const LineStyle& style, double width,
+                    bool isFlat) {
   const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT |
                                     GL_COLOR_BUFFER_BIT);
-  const double width = widthOf(style);
   glDisable(GL_LIGHTING);
   glEnable(GL_BLEND);
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -257,22 +220,14 @@ void recordPolyline(const PointSequence& points, const LineStyle& style, bool is
   }
   glLineWidth(static_cast<GLfloat>(width));
   glPointSize(static_cast<GLfloat>(width));
-  const ReducedPath& whole = cache.whole(points);
-  drawParts<ModelSpace>(
-      whole, [&](std::size_t i) { return points.at(whole.points[i]); }, std::nullopt, isFlat);
-}
-
-/// What is drawn of a trace that is not for the eye, or under perspective: points as they are.
-void drawPlainly(const PointSequence& points, const ReducedPath& path,
-                 const std::optional<Sight>& sight, bool isFlat) {
-  drawParts<EyeSpace>(
-      path, [&](std::size_t i) { return points.at(path.points[i]); }, sight, isFlat);
+  drawPath(EyeSpace(isFlat, true), wholePath(points), nullptr);
 }
 
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                   bool isFlat, PathCache& cache) {
+  const double width = (style.width > 0 ? style.width : 1) * style.pixelScale;
   if (integerState(GL_LIST_INDEX) != 0) {
-    recordPolyline(points, style, isFlat, cache);
+    recordPolyline(points, style, width, isFlat);
     return;
   }
   const Viewport viewport;
@@ -280,35 +235,26 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     return;
   }
   const GLenum mode = enumState(GL_RENDER_MODE);
-  const double width = widthOf(style);
   const AutoGLLineWidth lineWidth(width);
   const AutoGLPointSize pointSize(width);
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
   const AutoGLLighting lighting(kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
+  const EyeSpace space(isFlat);
   if (!mapping || mode == GL_FEEDBACK) {
-    drawPlainly(points, cache.whole(points), std::nullopt, isFlat);
+    drawPath(space, wholePath(points), nullptr);
     return;
   }
-  PixelGrid grid = gridOf(viewport, style.alpha);
-  std::optional<Sight> sight;
-  if (isFlat) {
-    sight.emplace(*mapping, grid, viewport);
-  }
+  const PixelGrid grid = gridOf(viewport, *mapping, style.alpha);
+  const ClipBand plane(*mapping, viewport.values);
+  const ClipBand* const band = isFlat ? &plane : nullptr;
   if (mode == GL_SELECT) {
-    ReducedPath inSight;
-    pathInSight({points, boxes, *mapping}, grid, inSight);
-    drawPlainly(points, inSight, sight, isFlat);
+    drawPath(space, pathInSight({points, boxes, *mapping}, grid), band);
     return;
   }
-  grid.takesSpans = takesSpans(*mapping, grid);
   const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping}, grid);
-  drawParts<EyeSpace>(
-      reduced.path, [&](std::size_t i) -> const Point& { return reduced.places[i]; }, sight,
-      isFlat);
-  if (!reduced.path.spans.empty()) {
-    drawSpans(points, reduced.path.spans, {reduced, *mapping, grid}, *mapping, isFlat);
-  }
+  drawPath(space, reduced.path, band);
+  drawSpans(space, points, reduced, *mapping, grid);
 }
 
 }  // namespace

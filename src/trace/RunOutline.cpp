@@ -4,8 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "trace/DiamondReach.h"
-#include "trace/ExtremePoint.h"
+#include "trace/RunSearch.h"
 
 namespace zyn {
 
@@ -20,10 +19,6 @@ constexpr std::size_t kFewOnEdge = 4096;
 
 /// Lines shorter than this, in pixels, hardly ever light one.
 constexpr double kShort = 1.0 / 32;
-
-/// Half the width, in pixels, of what may be in the middle of a pixel: more than the 1/256 to which
-/// vertices are rounded.
-constexpr double kAxis = 1.0 / 128;
 
 class Outline {
  public:
@@ -40,7 +35,7 @@ class Outline {
       addEnds(trace_.mapping.x, trace_.mapping.y, run_.row.middle);
     }
     if (!run_.isFlat(grid_)) {
-      addWithLines(searchFor(-trace_.mapping.depth).among(run_.points.first, run_.points.last));
+      addWithLines(RunSearch(trace_, -trace_.mapping.depth).highest(run_.points));
     }
     add(run_.points.last);
     const auto end = keys_.begin() + static_cast<std::ptrdiff_t>(count_);
@@ -62,17 +57,17 @@ class Outline {
   template <class Form>
   void addEnd(const Form& form, const AffineForm& along) {
     const auto [first, last] = run_.points;
-    auto search = searchFor(form);
-    const std::size_t highest = search.among(first, last);
+    RunSearch search(trace_, form);
+    const std::size_t highest = search.highest(run_.points);
     addWithLines(highest);
-    if (highest < tail_ && !isOnAxis(along, highest)) {
+    if (highest < tail_ && !isInMiddle(trace_.at(along, highest))) {
       return;
     }
     if (const std::size_t end = std::min(highest, tail_); end > first) {
-      addWithLines(search.among(first, end - 1));
+      addWithLines(search.highest({first, end - 1}));
     }
     if (highest < last) {
-      addWithLines(search.among(highest + 1, last));
+      addWithLines(search.highest({highest + 1, last}));
     }
   }
 
@@ -92,17 +87,6 @@ class Outline {
       --tail;
     }
     return tail;
-  }
-
-  /// Whether the point lies half-way along its pixel, as OpenGL rounds.
-  bool isOnAxis(const AffineForm& along, std::size_t i) const {
-    const double place = trace_.at(along, i);
-    return std::fabs(place - std::floor(place) - 0.5) < kAxis;
-  }
-
-  template <class Form>
-  ExtremeSearch<Form> searchFor(const Form& form) const {
-    return {trace_.points, trace_.boxes, form};
   }
 
   void addWithLines(std::size_t i) {
@@ -197,10 +181,6 @@ class Outline {
   std::size_t count_ = 0;
 };
 
-bool isOnEdge(const CellRun& run) {
-  return (run.isInColumn && run.column.isEdge) || (run.isInRow && run.row.isEdge);
-}
-
 /// All points of the run but those that lie on a straight line along the edge.
 void followEdge(const TraceInWindow& trace, const CellRun& run, std::vector<std::size_t>& chosen) {
   const bool isUpright = run.isInColumn && run.column.isEdge;
@@ -225,7 +205,7 @@ void followEdge(const TraceInWindow& trace, const CellRun& run, std::vector<std:
 void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
                 std::vector<std::size_t>& chosen) {
   const auto [first, last] = run.points;
-  if (grid.isThin && isOnEdge(run) && last - first < kFewOnEdge) {
+  if (grid.isThin && run.isOnEdge() && last - first < kFewOnEdge) {
     followEdge(trace, run, chosen);
     return;
   }

@@ -1,4 +1,4 @@
-#include "trace/ClipBand.h"
+#include "trace/WindowMapping.h"
 
 #include <gtest/gtest.h>
 

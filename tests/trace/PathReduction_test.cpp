@@ -29,9 +29,7 @@ PixelGrid grid() {
 }
 
 ReducedPath reduced(const PointSequence& points, const PixelGrid& pixels = grid()) {
-  ReducedPath path;
-  reducePath({points, RunBoxes(points), kPixels}, pixels, path);
-  return path;
+  return reducePath({points, RunBoxes(points), kPixels}, pixels);
 }
 
 using Indices = std::vector<std::size_t>;
@@ -101,8 +99,12 @@ TEST(PathReductionTest, ManyPointsAreReducedToWhatTheColumnsShow) {
 
 PixelGrid thinGrid() {
   PixelGrid pixels = grid();
-  pixels.isThin = true;
+  pixels.isThin = pixels.takesSpans = true;
   return pixels;
+}
+
+std::size_t verticesOf(const ReducedPath& path) {
+  return path.points.size() + 2 * path.spans.size();
 }
 
 /// Of each column, away from its edges: the rows of what is lit, as far as points tell.
@@ -120,37 +122,42 @@ std::map<double, Extent> litRows(const PointSequence& points, const Indices& cho
   return rows;
 }
 
+/// The same of what is drawn of them: where the end of a span may be lit or not, lines are drawn
+/// besides.
+std::map<double, Extent> litRows(const PointSequence& points, const ReducedPath& path) {
+  std::map<double, Extent> rows = litRows(points, path.points);
+  for (const PixelSpan& span : path.spans) {
+    EXPECT_TRUE(span.isInColumn);
+    Extent& extent = rows[span.middle];
+    extent = {std::min(extent.low, span.low), std::max(extent.high, span.high - 1)};
+  }
+  return rows;
+}
+
 TEST(PathReductionTest, OfThinLinesAFewPointsAColumnAreDrawn) {
   for (const std::size_t count : {10000U, 200000U}) {
     const PointSequence points = noise(count, 20);
     const ReducedPath path = reduced(points, thinGrid());
-    EXPECT_LT(path.points.size(), 200U * 8);
-    EXPECT_EQ(path.starts, Indices{0});
+    EXPECT_LT(verticesOf(path), 200U * 8);
     EXPECT_EQ(path.points.front(), 0U);
     EXPECT_EQ(path.points.back(), count - 1);
-    EXPECT_TRUE(std::is_sorted(path.points.begin(), path.points.end(), std::less_equal<>()));
-    EXPECT_EQ(litRows(points, path.points), litRows(points, upTo(count)));
+    EXPECT_TRUE(std::is_sorted(path.points.begin(), path.points.end()));
+    EXPECT_EQ(litRows(points, path), litRows(points, upTo(count)));
   }
 }
 
 TEST(PathReductionTest, WhatAColumnShowsIsToldAsASpan) {
   const PointSequence points = noise(200000, 10);
-  PixelGrid pixels = thinGrid();
-  pixels.takesSpans = true;
-  const ReducedPath path = reduced(points, pixels);
+  const ReducedPath path = reduced(points, thinGrid());
   const std::map<double, Extent> columns = litRows(points, upTo(points.size()));
-  std::map<double, Extent> drawn = litRows(points, path.points);
   EXPECT_GT(path.spans.size(), 190U);
   EXPECT_LT(path.points.size(), 200U * 4);
   for (const PixelSpan& span : path.spans) {
-    EXPECT_TRUE(span.isInColumn);
     const Extent& column = columns.at(span.middle);
     EXPECT_GE(span.low, column.low) << span.middle;
     EXPECT_LE(span.high - 1, column.high) << span.middle;
-    Extent& rows = drawn[span.middle];  // where pixels may be lit or not, lines are drawn besides
-    rows = {std::min(rows.low, span.low), std::max(rows.high, span.high - 1)};
   }
-  EXPECT_EQ(drawn, columns);
+  EXPECT_EQ(litRows(points, path), columns);
 }
 
 TEST(PathReductionTest, OfThinLinesAFewPointsARowAreDrawn) {
@@ -161,7 +168,7 @@ TEST(PathReductionTest, OfThinLinesAFewPointsARowAreDrawn) {
     x.push_back(lying.y(i));
     y.push_back(lying.x(i) / 2);
   }
-  EXPECT_LT(reduced(PointSequence(x, y), thinGrid()).points.size(), 100U * 12);
+  EXPECT_LT(verticesOf(reduced(PointSequence(x, y), thinGrid())), 100U * 12);
 }
 
 TEST(PathReductionTest, AThinLineGoesWhereNeighbouringColumnsHaveNothingInCommon) {
@@ -173,7 +180,7 @@ TEST(PathReductionTest, AThinLineGoesWhereNeighbouringColumnsHaveNothingInCommon
     y.push_back(10 + 30 * (i / 1000) + 5 * std::sin(i));
   }
   const ReducedPath path = reduced(PointSequence(x, y), thinGrid());
-  EXPECT_LT(path.points.size(), 200U);
+  EXPECT_LT(verticesOf(path), 200U);
   for (const std::size_t turn : {999U, 1000U, 1999U, 2000U}) {
     EXPECT_TRUE(std::binary_search(path.points.begin(), path.points.end(), turn)) << turn;
   }
@@ -230,8 +237,7 @@ TEST(PathReductionTest, NoLineCrossesAGap) {
   }
   const PointSequence points(x, y);
   const ReducedPath path = reduced(points);
-  ReducedPath whole;
-  wholePath(points, whole);
+  const ReducedPath whole = wholePath(points);
   ASSERT_EQ(path.starts.size(), whole.starts.size());
   for (std::size_t part = 0; part < path.starts.size(); ++part) {
     EXPECT_EQ(path.points[path.starts[part]], whole.points[whole.starts[part]]);
@@ -290,15 +296,41 @@ TEST(PathReductionTest, CoordinatesBeyondEveryPictureDoNoHarm) {
   const PointSequence points({0, 1e308, -1e308, 5}, {0, -1e308, 1e308, 5});
   WindowMapping large = kPixels;
   large.x = {1e10, 1e10, 0, 0};
-  ReducedPath path;
-  reducePath({points, RunBoxes(points), large}, grid(), path);
+  const ReducedPath path = reducePath({points, RunBoxes(points), large}, grid());
   EXPECT_EQ(path.points.front(), 0U);
   EXPECT_EQ(path.points.back(), 3U);
 }
 
+TEST(PathReductionTest, OfWhatIsNotForTheEyeAllPointsInSightAreDrawn) {
+  PixelGrid window = grid();
+  window.left = 90;
+  window.right = 110;
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < 20000; ++i) {
+    x.push_back(i * 0.01);
+    y.push_back(i % 100 == 7 ? kNaN : 50);
+  }
+  const PointSequence points(x, y);
+  const RunBoxes boxes(points);
+  const ReducedPath path = pathInSight({points, boxes, kPixels}, window);
+  EXPECT_LT(path.points.size(), 2000U + 40);
+  std::size_t seen = 0;
+  for (std::size_t i = 9000; i <= 11000; ++i) {
+    const bool isIn = std::binary_search(path.points.begin(), path.points.end(), i);
+    EXPECT_EQ(isIn, !points.isGap(i)) << i;
+    seen += isIn ? 1 : 0;
+  }
+  EXPECT_EQ(seen, 1981U);
+  for (std::size_t i = 0; i + 1 < path.points.size(); ++i) {
+    const bool goesOn = !std::binary_search(path.starts.begin(), path.starts.end(), i + 1);
+    EXPECT_EQ(goesOn, path.points[i + 1] == path.points[i] + 1) << path.points[i];
+  }
+}
+
 TEST(PathReductionTest, AllPointsAreTheWholePath) {
-  ReducedPath path;
-  wholePath(PointSequence({0, 1, kNaN, 3, kNaN, kNaN, 6}, {0, 1, 2, 3, 4, 5, 6}), path);
+  const ReducedPath path =
+      wholePath(PointSequence({0, 1, kNaN, 3, kNaN, kNaN, 6}, {0, 1, 2, 3, 4, 5, 6}));
   EXPECT_EQ(path.points, (Indices{0, 1, 3, 6}));
   EXPECT_EQ(path.starts, (Indices{0, 2, 3}));
 }

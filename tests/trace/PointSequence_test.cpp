@@ -1,4 +1,4 @@
-#include "trace/RunBoxes.h"
+#include "trace/PointSequence.h"
 
 #include <gtest/gtest.h>
 
