@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/VectorMath.h"
+#include "glcontext/StateQuery_gl.h"
+
 namespace zyn {
 
 namespace {
@@ -10,15 +13,25 @@ namespace {
 /// Leaves room for products in single precision.
 constexpr double kLargest = 1e18;
 
-constexpr int kTranslation = 3;
+constexpr std::size_t kTranslation = 3;
+
+Vecteur column(const std::array<GLdouble, 16>& matrix, std::size_t number) {
+  return {matrix[4 * number], matrix[4 * number + 1], matrix[4 * number + 2]};
+}
 
 }  // namespace
 
-ModelView::ModelView() { glGetDoublev(GL_MODELVIEW_MATRIX, columns_.data()); }
+ModelView::ModelView() {
+  glGetDoublev(GL_MODELVIEW_MATRIX, columns_.data());
+  if (isRecording()) {
+    origin_ = columns_;
+  }
+}
 
 void ModelView::moveTo(const Point& point) {
   for (int row = 0; row < 4; ++row) {
-    at(kTranslation, row) += at(0, row) * point.x + at(1, row) * point.y + at(2, row) * point.z;
+    at(static_cast<int>(kTranslation), row) +=
+        at(0, row) * point.x + at(1, row) * point.y + at(2, row) * point.z;
   }
 }
 
@@ -45,9 +58,36 @@ double ModelView::normalize(int axis) {
   return length;
 }
 
+/// What turns `origin_`, which has no perspective, into this one; not finite where nothing does.
+ModelView::Columns ModelView::relative() const {
+  const Vecteur x = column(*origin_, 0);
+  const Vecteur y = column(*origin_, 1);
+  const Vecteur z = column(*origin_, 2);
+  const double volume = dot(x, cross(y, z));
+  Columns result{};
+  for (std::size_t i = 0; i < 4; ++i) {
+    const Vecteur v =
+        i == kTranslation ? column(columns_, i) + -column(*origin_, i) : column(columns_, i);
+    result[4 * i] = dot(cross(y, z), v) / volume;
+    result[4 * i + 1] = dot(cross(z, x), v) / volume;
+    result[4 * i + 2] = dot(cross(x, y), v) / volume;
+  }
+  result[15] = 1;
+  return result;
+}
+
 bool ModelView::isUsable() const {
-  return std::all_of(columns_.begin(), columns_.end(),
+  const Columns loaded = origin_ ? relative() : columns_;
+  return std::all_of(loaded.begin(), loaded.end(),
                      [](GLdouble value) { return std::abs(value) <= kLargest; });
+}
+
+void ModelView::load() const {
+  if (origin_) {
+    glMultMatrixd(relative().data());
+  } else {
+    glLoadMatrixd(columns_.data());
+  }
 }
 
 }  // namespace zyn

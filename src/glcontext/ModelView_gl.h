@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "core/Point.h"
 #include "glcontext/gl_api.h"
@@ -8,7 +9,8 @@
 namespace zyn {
 
 /// A model-view matrix, calculated with in double precision: what is moved to a point far from the
-/// model's origin, in a view that looks there, is exactly in its place.
+/// model's origin, in a view that looks there, is exactly in its place. In a display list it is
+/// relative to the matrix under which the list is called, in single precision.
 class ModelView {
  public:
   /// That of the current context.
@@ -29,13 +31,18 @@ class ModelView {
   /// Whether OpenGL, in its single precision, can calculate with it.
   bool isUsable() const;
 
-  /// Makes it that of the current context, whose matrix mode has to be GL_MODELVIEW.
-  void load() const { glLoadMatrixd(columns_.data()); }
+  /// Makes it that of the current context, whose matrix mode has to be GL_MODELVIEW, and whose
+  /// matrix is still the one that this was made from.
+  void load() const;
 
  private:
-  GLdouble& at(int column, int row) { return columns_[static_cast<std::size_t>(4 * column + row)]; }
+  using Columns = std::array<GLdouble, 16>;
 
-  std::array<GLdouble, 16> columns_{};
+  GLdouble& at(int column, int row) { return columns_[static_cast<std::size_t>(4 * column + row)]; }
+  Columns relative() const;
+
+  Columns columns_{};
+  std::optional<Columns> origin_;  ///< what it is relative to, while a display list is compiled
 };
 
 }  // namespace zyn

@@ -7,6 +7,7 @@
 #include <vector>
 #endif
 
+#include "core/saturate.h"
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
@@ -152,9 +153,29 @@ class PushedAttributes : CountedGuard {
   /// Where attributes have been pushed before, Mesa forgets to give back a colour that was set
   /// since and neither used nor read.
   static void applyColour() {
-    GLfloat colour[4];
-    glGetFloatv(GL_CURRENT_COLOR, colour);
+    if (isRecording()) {
+      glBegin(GL_POINTS);
+      glEnd();
+    } else {
+      GLfloat colour[4];
+      glGetFloatv(GL_CURRENT_COLOR, colour);
+    }
   }
+};
+
+/// One colour, lit by nothing and blended by its opacity, for a scope. Reads no state, so that it
+/// holds in a display list too.
+class UnlitColour {
+ public:
+  UnlitColour(double r, double g, double b, double alpha) {
+    glDisable(GL_LIGHTING);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(saturatedFloat(r), saturatedFloat(g), saturatedFloat(b), saturatedFloat(alpha));
+  }
+
+ private:
+  PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_ENABLE_BIT};
 };
 
 /// A matrix that may be changed within the scope and is given back at its end. `mode` becomes the

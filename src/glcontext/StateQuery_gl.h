@@ -33,6 +33,13 @@ inline GLint integerState(GLenum name) {
 
 inline GLenum enumState(GLenum name) { return static_cast<GLenum>(integerState(name)); }
 
+/// Whether what is drawn goes into a display list: state that is read now is not what the list will
+/// find when it is called.
+inline bool isRecording() { return integerState(GL_LIST_INDEX) != 0; }
+
+/// Not so in selection and feedback, where some platforms lock up in display lists.
+inline bool isRendering() { return enumState(GL_RENDER_MODE) == GL_RENDER; }
+
 inline GLfloat floatState(GLenum name) {
   GLfloat value = 0;
   glGetFloatv(name, &value);

@@ -92,5 +92,39 @@ TEST_F(ModelViewTest, TellsWhatOpenGlCannotCalculateWith) {
   EXPECT_TRUE(far.isUsable());
 }
 
+TEST_F(ModelViewTest, InADisplayListItIsRelativeToTheMatrixOfTheCall) {
+  glTranslated(1, 2, 3);
+  glRotated(30, 1, 2, 3);
+  glScaled(2, 3, 4);
+  const GLuint list = glGenLists(1);
+  glNewList(list, GL_COMPILE);
+  ModelView matrix;
+  matrix.moveTo({4, -5, 6});
+  matrix.scale(2);
+  EXPECT_TRUE(matrix.isUsable());
+  matrix.load();
+  glEndList();
+  glLoadIdentity();
+  glRotated(70, 3, 2, 1);
+  glPushMatrix();
+  glTranslated(4, -5, 6);
+  glScaled(2, 2, 2);
+  const Matrix expected = current();
+  glPopMatrix();
+  glCallList(list);
+  expectCurrent(expected);
+  glDeleteLists(list, 1);
+}
+
+TEST_F(ModelViewTest, InADisplayListAMatrixWithoutInverseIsNoUse) {
+  glScaled(1, 0, 1);
+  const GLuint list = glGenLists(1);
+  glNewList(list, GL_COMPILE);
+  EXPECT_FALSE(ModelView().isUsable());
+  glEndList();
+  EXPECT_TRUE(ModelView().isUsable());
+  glDeleteLists(list, 1);
+}
+
 }  // namespace
 }  // namespace zyn
