@@ -31,11 +31,15 @@ bool BorrowedState::isAvailable() {
   return roomOn(GL_ATTRIB_STACK_DEPTH, GL_MAX_ATTRIB_STACK_DEPTH) >= kAttributeRoom &&
          roomOn(GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MAX_CLIENT_ATTRIB_STACK_DEPTH) >=
              kClientAttributeRoom &&
-         hasNameRoom() && integerState(GL_LIST_INDEX) == 0;
+         hasNameRoom();
 }
 
 BorrowedState::BorrowedState() : matrices_{currentModelView()} {
   glMatrixMode(GL_MODELVIEW);
+  if (isRecorded_) {
+    glPushMatrix();
+    return;
+  }
   for (GLint room = roomOn(GL_MODELVIEW_STACK_DEPTH, GL_MAX_MODELVIEW_STACK_DEPTH);
        room < kMatrixRoom; ++room) {
     glPopMatrix();
@@ -46,6 +50,10 @@ BorrowedState::BorrowedState() : matrices_{currentModelView()} {
 
 BorrowedState::~BorrowedState() {
   glMatrixMode(GL_MODELVIEW);
+  if (isRecorded_) {
+    glPopMatrix();
+    return;
+  }
   glLoadMatrixd(matrices_.back().data());
   for (auto matrix = matrices_.rbegin() + 1; matrix != matrices_.rend(); ++matrix) {
     glPushMatrix();

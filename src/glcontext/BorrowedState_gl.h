@@ -12,11 +12,12 @@ namespace zyn {
 /// raster position, list base and matrix mode included; pending errors stay pending.
 ///
 /// Within the scope there is room on the stacks for the state and the matrix to be pushed once or
-/// twice more, however many matrices the owner has pushed.
+/// twice more, however many matrices the owner has pushed. In a display list there is as much room
+/// as the list finds when it is called.
 class BorrowedState {
  public:
   /// False where nothing can be drawn and given back: no context, a full stack of attributes or
-  /// selection names, a display list that is being compiled.
+  /// selection names.
   static bool isAvailable();
 
   BorrowedState();
@@ -25,6 +26,7 @@ class BorrowedState {
   BorrowedState& operator=(const BorrowedState&) = delete;
 
  private:
+  bool isRecorded_ = isRecording();
   std::vector<GlMatrix> matrices_;  ///< the owner's, from the top of the stack down
   PushedAttributes attributes_{GL_ALL_ATTRIB_BITS};
 };

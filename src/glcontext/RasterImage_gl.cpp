@@ -112,6 +112,12 @@ void setPlainTransfer() {
 }  // namespace
 
 bool moveRasterTo(double x, double y, double z, double offsetX, double offsetY) {
+  if (isRecording()) {  // where that is, is known only when the list is called
+    glRasterPos3d(x, y, z);
+    const GLubyte clear = 0;  // Mesa takes no bitmap without pixels into a list
+    glBitmap(1, 1, 0, 0, static_cast<GLfloat>(offsetX), static_cast<GLfloat>(offsetY), &clear);
+    return true;
+  }
   if (setRaster(x, y, z)) {
     return moveRasterBy(offsetX, offsetY);
   }

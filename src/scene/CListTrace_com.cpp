@@ -91,7 +91,7 @@ struct CListTrace::Drawing {
 /// Display lists are for rendering: in other modes some platforms lock up. What objects of other
 /// components leave behind may be a list of theirs that is being compiled.
 bool CListTrace::Drawing::canCallLists() const {
-  return pass.lists && enumState(GL_RENDER_MODE) == GL_RENDER && integerState(GL_LIST_INDEX) == 0;
+  return pass.lists && isRendering() && !isRecording();
 }
 
 void CListTrace::Drawing::callLists() {

@@ -489,13 +489,49 @@ class CoteSelectionTest : public CoteDrawingTest {
 
 TEST_F(CoteSelectionTest, TextAndPointsAnswerWithTheirNames) {
   EXPECT_EQ(pick(200, 185), (Hits{{10}}));
-  EXPECT_EQ(pick(80, 60), (Hits{{20}}));
-  EXPECT_EQ(pick(87, 160), (Hits{{20}}));
-  EXPECT_EQ(pick(320, 60), (Hits{{30}}));
-  EXPECT_EQ(pick(313, 160), (Hits{{30}}));
-  EXPECT_EQ(pick(200, 160), Hits());
+  EXPECT_EQ(pick(76, 60), (Hits{{20}}));
+  EXPECT_EQ(pick(87, 164), (Hits{{20}}));
+  EXPECT_EQ(pick(324, 60), (Hits{{30}}));
+  EXPECT_EQ(pick(313, 164), (Hits{{30}}));
   EXPECT_EQ(pick(200, 60), Hits());
   EXPECT_EQ(pick(20, 20), Hits());
+}
+
+TEST_F(CoteSelectionTest, LinesAnswerWithTheNameOfTheWhole) {
+  EXPECT_EQ(pick(200, 160), (Hits{{10}}));
+  EXPECT_EQ(pick(80, 110), (Hits{{10}}));
+  EXPECT_EQ(pick(320, 110), (Hits{{10}}));
+  EXPECT_EQ(pick(80, 164.5), (Hits{{20}, {10}}));  // past the dimension line
+  for (const double beside : {-3.0, 3.0}) {
+    EXPECT_EQ(pick(200, 160 + beside), Hits());
+    EXPECT_EQ(pick(80 + beside, 110), Hits());
+  }
+  // In the ends, which come first.
+  EXPECT_EQ(pick(80, 60), (Hits{{20}, {10}}));
+  EXPECT_EQ(pick(320, 60), (Hits{{30}, {10}}));
+}
+
+TEST_F(CoteSelectionTest, LinesAtAnAngleAnswerToo) {
+  cote_->put_TypeCotation(3);
+  cote_->setPointsCotation(120, 90, 0, 280, 210, 0);  // direction (0.8, 0.6)
+  cote_->put_DecalageCotation(50);
+  cote_->Draw();
+  EXPECT_EQ(pick(170, 190), (Hits{{10}}));
+  EXPECT_EQ(pick(105, 110), (Hits{{10}}));
+  EXPECT_EQ(pick(108, 113), Hits());
+}
+
+TEST_F(CoteSelectionTest, PointsWithoutANameAnswerWithThatOfTheWhole) {
+  cote_ = horizontal(80, 320, 60, 100, L"240");
+  cote_->put_NomSelection(10);
+  cote_->Draw();
+  for (const double x : {76.0, 324.0}) EXPECT_EQ(pick(x, 60), (Hits{{10}})) << x;
+  for (const double x : {87.0, 313.0}) EXPECT_EQ(pick(x, 164), (Hits{{10}})) << x;
+  cote_->put_NomSelectionPoint1(30);  // crossed: the second point's
+  EXPECT_EQ(pick(76, 60), (Hits{{10}}));
+  EXPECT_EQ(pick(324, 60), (Hits{{30}}));
+  cote_->put_NomSelectionPoint2(0);  // a name as any other
+  EXPECT_EQ(pick(76, 60), (Hits{{0}}));
 }
 
 TEST_F(CoteSelectionTest, TheTextAnswersExactlyWhereItIs) {
@@ -521,28 +557,41 @@ TEST_F(CoteSelectionTest, TheTextAnswersExactlyWhereItIs) {
 TEST_F(CoteSelectionTest, TheTypeComesFirstWhereItIsAskedFor) {
   cote_->put_PushTypeSelection(VARIANT_TRUE);
   EXPECT_EQ(pick(200, 185), (Hits{{40, 10}}));
-  EXPECT_EQ(pick(80, 60), (Hits{{40, 20}}));
-  EXPECT_EQ(pick(320, 60), (Hits{{40, 30}}));
+  EXPECT_EQ(pick(76, 60), (Hits{{40, 20}}));
+  EXPECT_EQ(pick(324, 60), (Hits{{40, 30}}));
+  EXPECT_EQ(pick(200, 160), (Hits{{40, 10}}));
 }
 
 TEST_F(CoteSelectionTest, NothingIsPushedForANegativeName) {
   cote_->put_PushTypeSelection(VARIANT_TRUE);
-  cote_->put_NomSelection(-1);
   cote_->put_NomSelectionPoint2(-5);
-  EXPECT_EQ(pick(200, 185), (Hits{{}}));
-  EXPECT_EQ(pick(80, 60), (Hits{{}}));
-  EXPECT_EQ(pick(320, 60), (Hits{{40, 30}}));
+  EXPECT_EQ(pick(76, 60), (Hits{{}}));
+  EXPECT_EQ(pick(324, 60), (Hits{{40, 30}}));
+  EXPECT_EQ(pick(200, 160), (Hits{{40, 10}}));
+  cote_->put_NomSelection(-1);  // counts for all of it
+  for (const Vec& point : {Vec{200, 185}, Vec{76, 60}, Vec{324, 60}, Vec{200, 160}}) {
+    EXPECT_EQ(pick(point.x, point.y), (Hits{{}})) << point.x;
+  }
 }
 
+/// What is drawn is hit, not what covers it.
 TEST_F(CoteSelectionTest, DrawIsPickedUnderTheHostsOwnName) {
+  cote_->put_Texte(_bstr_t(L"L"));
   const auto named = [&] {
     glPushName(99);
     EXPECT_EQ(cote_->Draw(), S_OK);
     glPopName();
   };
-  EXPECT_EQ(pick(named, 200, 185), (Hits{{99}}));
-  EXPECT_EQ(pick(named, 80, 60), (Hits{{99}}));
+  const PixelBox letter = inkBox(part(drawn(cote_.Get()), 100, 0, 300, kHeight - 166), kWhite);
+  EXPECT_EQ(pick(named, letter.left + 2, kHeight - letter.top - 4), (Hits{{99}}));
+  EXPECT_EQ(pick(named, letter.right - 1, kHeight - letter.top - 4), Hits());
+  EXPECT_EQ(pick(named, 200, 160), (Hits{{99}}));
+  EXPECT_EQ(pick(named, 80, 110), (Hits{{99}}));
+  EXPECT_EQ(pick(named, 92, 161.5), (Hits{{99}}));
+  EXPECT_EQ(pick(named, 92, 165), Hits());
   EXPECT_EQ(pick(named, 20, 20), Hits());
+  // And no smaller or larger than it was drawn last.
+  EXPECT_TRUE(drawn(cote_.Get()) == drawn(cote_.Get()));
 }
 
 TEST_F(CoteSelectionTest, APickAtAnyZoomHitsWhatIsSeen) {
@@ -708,17 +757,92 @@ TEST_F(CoteStateTest, AFullStackOfAttributesIsRespected) {
   EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
-TEST_F(CoteStateTest, NothingGoesIntoAListThatTheHostCompiles) {
+TEST_F(CoteStateTest, AListThatTheHostCompilesDrawsWhatDrawDraws) {
+  glMatrixMode(GL_MODELVIEW);
+  const Image expected = drawn(cote_.Get());
+  const GLuint list = glGenLists(1);
+  const GlState before = readGlState();
+  glNewList(list, GL_COMPILE);
+  EXPECT_EQ(cote_->Draw(), S_OK);
+  glEndList();
+  EXPECT_EQ(differences(before, readGlState()), kNone);
+  clear();
+  glCallList(list);
+  EXPECT_TRUE(canvas_.read() == expected);
+  EXPECT_EQ(differences(before, readGlState()), kNone);
+
+  // In a state that came later, under another matrix.
   glDisable(GL_LIGHTING);
+  glEnable(GL_FOG);
+  glLineWidth(5);
+  glTranslated(20, 30, 0);
+  const GlState later = readGlState();
+  const Image moved = drawn(cote_.Get());
+  clear();
+  glCallList(list);
+  EXPECT_TRUE(canvas_.read() == moved);
+  EXPECT_EQ(differences(later, readGlState()), kNone);
+  glDeleteLists(list, 1);
+}
+
+TEST_F(CoteStateTest, ARecordedDimensionTurnsWithTheCamera) {
+  glMatrixMode(GL_MODELVIEW);
+  cote_->putref_Picture(nullptr);
+  cote_->put_Texte(_bstr_t(L""));
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
   EXPECT_EQ(cote_->Draw(), S_OK);
+  glEndList();
+  glTranslated(200, 150, 0);
+  glRotated(90, 0, 0, 1);
+  glTranslated(-200, -150, 0);
+  clear();
+  glCallList(list);
+  const Image image = canvas_.read();
+  EXPECT_TRUE(isLineAlong(image, {{190, 30}, {190, 270}}));
+  EXPECT_TRUE(isLineAlong(image, {{185, 30}, {290, 30}}));
+  glDeleteLists(list, 1);
+}
+
+TEST_F(CoteSelectionTest, AListThatTheHostCompilesHoldsTheNames) {
+  const GLuint list = glGenLists(1);
+  glNewList(list, GL_COMPILE);
   EXPECT_EQ(cote_->DrawForGLSelection(), S_OK);
   glEndList();
   clear();
   glCallList(list);
-  EXPECT_EQ(inkOf(canvas_.read(), kWhite), 0);
+  EXPECT_GT(inkOf(canvas_.read(), kWhite), 500);  // the covers
   glDeleteLists(list, 1);
+}
+
+TEST_F(CoteDrawingTest, FeedbackTellsWhatIsDrawn) {
+  const auto cote = horizontal(80, 320, 60, 100, L"L");
+  const PixelBox ink = inkBox(drawn(cote.Get()), kWhite);
+  std::vector<GLfloat> buffer(20000);
+  glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_2D, buffer.data());
+  glRenderMode(GL_FEEDBACK);
+  EXPECT_EQ(cote->Draw(), S_OK);
+  const GLint count = glRenderMode(GL_RENDER);
+  ASSERT_GT(count, 0);
+  int polygons = 0;
+  int lines = 0;
+  const auto expectInside = [&](const GLfloat* vertex) {
+    EXPECT_GE(vertex[0], ink.left - 1);
+    EXPECT_LE(vertex[0], ink.right + 2);
+    EXPECT_GE(vertex[1], kHeight - ink.bottom - 2);
+    EXPECT_LE(vertex[1], kHeight - ink.top + 1);
+  };
+  for (const GLfloat* token = buffer.data(); token < buffer.data() + count;) {
+    const auto kind = static_cast<GLenum>(*token++);
+    const bool isPolygon = kind == GL_POLYGON_TOKEN;
+    ASSERT_TRUE(isPolygon || kind == GL_LINE_TOKEN || kind == GL_LINE_RESET_TOKEN) << kind;
+    const int corners = isPolygon ? static_cast<int>(*token++) : 2;
+    for (int i = 0; i < corners; ++i, token += 2) expectInside(token);
+    ++(isPolygon ? polygons : lines);
+  }
+  EXPECT_GE(polygons, 2 + 2);  // arrows and letter
+  EXPECT_GE(lines, 3 + 2 * 3 + 6);
+  EXPECT_LE(polygons, 2 + 20);
 }
 
 TEST_F(CoteStateTest, NoListsAreMade) {

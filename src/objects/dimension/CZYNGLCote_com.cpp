@@ -16,7 +16,6 @@
 #include "objects/text/NumberText.h"
 #include "objects/text/TextFont_win.h"
 #include "objects/text/TextGlyphs_win.h"
-#include "objects/text/TextPainter_gl.h"
 
 namespace zyn {
 
@@ -26,15 +25,22 @@ namespace {
 
 constexpr double kResolution = 72.0;  ///< dots per inch
 
-/// Nobody's: nothing is pushed under these.
-constexpr CoteNames kNoNames{-1, -1, -1, 0, false};
-
 /// How far a side may lie past a whole pixel by rounding.
 constexpr double kRounding = 1e-9;
 
 // The sum with 0 is never a negative zero.
 double downToPixel(double value) { return std::floor(value + kRounding) + 0.0; }
 double upToPixel(double value) { return std::ceil(value - kRounding) + 0.0; }
+
+/// Of a context that has none of ours: without display lists.
+std::shared_ptr<CGLFontContext> fontsOf(HGLRC context) {
+  auto fonts = FontRegister::instance().find(context);
+  if (!fonts) {
+    fonts = std::make_shared<CGLFontContext>();
+    fonts->setGlyphs(*textFontMetrics(), 0, 0, textGlyphs());
+  }
+  return fonts;
+}
 
 /// Around the text, in whole client pixels; without text, the point where it would be placed.
 ComPtr<IZYNRectangle> pixelRect(const CoteLayout& layout, const ViewScreen& screen) {
@@ -160,11 +166,11 @@ STDMETHODIMP CZYNGLCote::put_ToujoursLisible(VARIANT_BOOL newVal) noexcept {
 // --- selection names -----------------------------------------------------------------------------
 
 STDMETHODIMP CZYNGLCote::get_NomSelection(LONG* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, names_.text); });
+  return automation(*this, [&] { return give(pVal, names_.whole); });
 }
 
 STDMETHODIMP CZYNGLCote::put_NomSelection(LONG newVal) noexcept {
-  return automation(*this, [&] { names_.text = newVal; });
+  return automation(*this, [&] { names_.whole = newVal; });
 }
 
 STDMETHODIMP CZYNGLCote::get_TypeSelection(LONG* pVal) noexcept {
@@ -186,7 +192,7 @@ STDMETHODIMP CZYNGLCote::put_PushTypeSelection(VARIANT_BOOL newVal) noexcept {
 // The names of the points are crossed between put and get: hosts rely on it.
 
 STDMETHODIMP CZYNGLCote::get_NomSelectionPoint1(LONG* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, names_.first); });
+  return automation(*this, [&] { return give(pVal, names_.first.value_or(0)); });
 }
 
 STDMETHODIMP CZYNGLCote::put_NomSelectionPoint1(LONG newVal) noexcept {
@@ -194,7 +200,7 @@ STDMETHODIMP CZYNGLCote::put_NomSelectionPoint1(LONG newVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLCote::get_NomSelectionPoint2(LONG* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, names_.second); });
+  return automation(*this, [&] { return give(pVal, names_.second.value_or(0)); });
 }
 
 STDMETHODIMP CZYNGLCote::put_NomSelectionPoint2(LONG newVal) noexcept {
@@ -362,13 +368,8 @@ STDMETHODIMP CZYNGLCote::put_PictureTransparent(VARIANT_BOOL newVal) noexcept {
 
 STDMETHODIMP CZYNGLCote::Draw() noexcept {
   return automation(*this, [&] {
-    if (!wglGetCurrentContext() || !BorrowedState::isAvailable()) {
-      return;
-    }
-    if (enumState(GL_RENDER_MODE) == GL_RENDER) {
+    if (wglGetCurrentContext() && BorrowedState::isAvailable()) {
       drawNow();
-    } else {
-      drawCover(kNoNames);
     }
   });
 }
@@ -376,7 +377,7 @@ STDMETHODIMP CZYNGLCote::Draw() noexcept {
 STDMETHODIMP CZYNGLCote::DrawForGLSelection() noexcept {
   return automation(*this, [&] {
     if (wglGetCurrentContext() && BorrowedState::isAvailable()) {
-      drawCover(names_);
+      drawCover();
     }
   });
 }
@@ -414,7 +415,9 @@ std::optional<CoteLayout> CZYNGLCote::layOut(const std::string& text,
 }
 
 void CZYNGLCote::drawNow() {
-  lens_ = currentLens();
+  if (!lens_ || enumState(GL_RENDER_MODE) != GL_SELECT) {
+    lens_ = currentLens();
+  }
   const std::string text = shownText();
   const auto layout = layOut(text, ScreenMap(currentModelView(), *lens_));
   if (!layout) {
@@ -424,23 +427,16 @@ void CZYNGLCote::drawNow() {
     pixelHeight_ = layout->text->height;
   }
   const auto image = picture_.image();
-  const auto fonts = FontRegister::instance().find(wglGetCurrentContext());
-  const auto drawGlyphs = [&] {
-    if (fonts) {
-      drawText(*fonts, text, {});
-    } else {
-      drawShapes(*textGlyphs(), *textFontMetrics(), text);
-    }
-  };
+  const auto fonts = fontsOf(wglGetCurrentContext());
   const BorrowedState borrowed;
-  drawCote(*layout, colour_, drawGlyphs, image.get());
+  drawCote(*layout, colour_, *fonts, text, image.get());
 }
 
-void CZYNGLCote::drawCover(const CoteNames& names) const {
+void CZYNGLCote::drawCover() const {
   const ScreenMap screen(currentModelView(), lens_ ? *lens_ : currentLens());
   if (const auto layout = layOut(shownText(), screen)) {
     const BorrowedState borrowed;
-    drawCoteCover(*layout, colour_, names);
+    drawCoteCover(*layout, colour_, names_);
   }
 }
 

@@ -91,7 +91,7 @@ class CZYNGLCote final : public ComClass<CZYNGLCote, Dual<IZYNGLCote>> {
   std::string shownText() const;
   std::optional<CoteLayout> layOut(const std::string& text, const ScreenMap& screen) const;
   void drawNow();
-  void drawCover(const CoteNames& names) const;
+  void drawCover() const;
 
   Colour4 colour_{0, 0, 0, 1};
   std::optional<std::wstring> text_;

@@ -13,6 +13,7 @@ namespace {
 constexpr double kOvershootPX = 5.0;   ///< of extension lines past the dimension line
 constexpr double kPictureGapPX = 4.0;  ///< between picture and text
 constexpr double kGripPX = 10.0;       ///< side of the square around a measured point
+constexpr double kCoverPX = 1.0;       ///< to which lines are covered, to all sides
 
 /// How far a line may lean, in pixels, and still be drawn as a horizontal or vertical one.
 constexpr double kStraightPX = 0.5;
@@ -69,6 +70,7 @@ struct Foot {
 
 /// Where the dimension line runs.
 struct DimensionLine {
+  const ScreenMap& screen;
   CotePlane plane;
   Vecteur outward;  ///< across the line, away from the measured points; length 1
   Vecteur towards;  ///< along it, from the first to the second foot; length 1
@@ -108,7 +110,8 @@ std::optional<DimensionLine> measure(const CoteShape& shape, const ScreenMap& sc
     return std::nullopt;
   }
   const Point projected = shape.first + along * plane.along + across * plane.across;
-  return DimensionLine{plane,
+  return DimensionLine{screen,
+                       plane,
                        left ? plane.across : -plane.across,
                        towards,
                        length,
@@ -120,10 +123,28 @@ std::optional<DimensionLine> measure(const CoteShape& shape, const ScreenMap& sc
 
 // --- lines and arrows ----------------------------------------------------------------------------
 
-void addLine(CoteLayout& layout, const Point& from, const Point& to, const PixelFrame& frame) {
+/// Around a line that leads by `lean` over the screen, also where that is nowhere.
+Quad coverOf(const Point& from, const Point& to, const PlanePoint& lean, const ScreenMap& screen) {
+  const double length = lengthOf(lean);
+  const PlanePoint along = length > 0 ? kCoverPX / length * lean : PlanePoint{kCoverPX, 0};
+  const PlanePoint across{-along.y, along.x};
+  const auto start = screen.at(from);
+  const auto end = screen.at(to);
+  if (!start || !end) {
+    return {from, from, to, to};
+  }
+  const Axes first = screenAxes(*start);
+  const Axes last = screenAxes(*end);
+  return {from - first.step(along) - first.step(across), to + last.step(along) - last.step(across),
+          to + last.step(along) + last.step(across), from - first.step(along) + first.step(across)};
+}
+
+void addLine(CoteLayout& layout, const Point& from, const Point& to, const PixelFrame& frame,
+             const ScreenMap& screen) {
   const PlanePoint lean = frame.onScreen(to - from);
-  layout.lines.push_back(
-      {from, to, std::abs(lean.x) > kStraightPX && std::abs(lean.y) > kStraightPX});
+  layout.lines.push_back({from, to,
+                          std::abs(lean.x) > kStraightPX && std::abs(lean.y) > kStraightPX,
+                          coverOf(from, to, lean, screen)});
 }
 
 /// From the measured point into the plane, and in it past the dimension line.
@@ -131,10 +152,10 @@ void addExtension(CoteLayout& layout, const DimensionLine& line, const Foot& foo
   const Vecteur rise = foot.projected - foot.measured;
   const double largest = (line.feet[1].measured - line.feet[0].measured).norm();
   if (rise.norm() > kRounding * largest) {
-    addLine(layout, foot.measured, foot.projected, foot.frame);
+    addLine(layout, foot.measured, foot.projected, foot.frame, line.screen);
   }
   const Point end = foot.point + pixelsAlong(line.outward, kOvershootPX, foot.frame);
-  addLine(layout, foot.projected, end, foot.frame);
+  addLine(layout, foot.projected, end, foot.frame, line.screen);
 }
 
 /// A length in pixels, which hosts may set to anything.
@@ -157,7 +178,8 @@ void addDimensionLine(CoteLayout& layout, const CoteShape& shape, const Dimensio
   const double start = std::min(text, -tail(line.feet[0]));
   const double end = std::max(text, line.length + tail(line.feet[1]));
   const Point& origin = line.feet[0].point;
-  addLine(layout, origin + start * line.towards, origin + end * line.towards, line.anchorFrame);
+  addLine(layout, origin + start * line.towards, origin + end * line.towards, line.anchorFrame,
+          line.screen);
 }
 
 /// An arrow head with its tip on the foot and its base in the direction of `backwards`.
@@ -310,7 +332,7 @@ bool areDrawable(const Points& points) {
 
 bool isDrawable(const CoteLayout& layout) {
   const auto isLineDrawable = [](const CoteLine& line) {
-    return isDrawable(line.from) && isDrawable(line.to);
+    return isDrawable(line.from) && isDrawable(line.to) && areDrawable(line.cover);
   };
   const auto areGripsDrawable = [](const std::vector<Quad>& grips) {
     return std::all_of(grips.begin(), grips.end(), areDrawable<Quad>);

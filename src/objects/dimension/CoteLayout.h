@@ -14,17 +14,18 @@
 
 namespace zyn {
 
+/// Corners of a rectangle, counter-clockwise from its lower left one.
+using Quad = std::array<Point, 4>;
+
 struct CoteLine {
   Point from;
   Point to;
   bool isSlanted = false;  ///< neither horizontal nor vertical on the screen
+  Quad cover{};            ///< around it
 };
 
 /// Corners of a filled arrow head, its tip first.
 using CoteArrow = std::array<Point, 3>;
-
-/// Corners of a rectangle, counter-clockwise from its lower left one.
-using Quad = std::array<Point, 4>;
 
 /// What a dimension shows beside its lines.
 struct CoteContent {

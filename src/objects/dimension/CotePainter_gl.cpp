@@ -5,6 +5,7 @@
 #include "glcontext/RasterImage_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
+#include "objects/text/TextPainter_gl.h"
 
 namespace zyn {
 
@@ -59,11 +60,10 @@ GlMatrix matrixOf(const PlacedText& text) {
   return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, o.x, o.y, o.z, 1};
 }
 
-void drawPlacedText(const PlacedText& placed, const std::function<void()>& drawText) {
-  const GlMatrix modelview = currentModelView();
+void drawPlacedText(const PlacedText& placed, const CGLFontContext& fonts, std::string_view text) {
+  const PushedMatrix modelview(GL_MODELVIEW);
   glMultMatrixd(matrixOf(placed).data());
-  drawText();
-  glLoadMatrixd(modelview.data());
+  drawGlyphs(fonts, text);
 }
 
 void drawPlacedPicture(const PlacedPicture& placed, const PixelImage& picture) {
@@ -84,18 +84,19 @@ void drawLines(const CoteLayout& layout) {
   }
 }
 
-void drawEnd(const std::vector<Quad>& grips, std::int32_t name, const CoteNames& names) {
-  if (grips.empty()) {
-    return;
-  }
-  const SelectionNames pushed(names.type, name, names.pushType);
+/// Names what is drawn within the scope, a part of the dimension with this name of its own.
+SelectionNames namesOf(const CoteNames& names, std::optional<std::int32_t> own = std::nullopt) {
+  const std::int32_t name = names.whole < 0 ? names.whole : own.value_or(names.whole);
+  return {names.type, name, names.pushType};
+}
+
+void drawEnd(const std::vector<Quad>& grips, const SelectionNames&) {
   for (const Quad& grip : grips) {
     draw(GL_POLYGON, grip);
   }
 }
 
-void drawContentCover(const CoteLayout& layout, const CoteNames& names) {
-  const SelectionNames pushed(names.type, names.text, names.pushType);
+void drawContentCover(const CoteLayout& layout, const SelectionNames&) {
   if (layout.text) {
     draw(GL_POLYGON, layout.text->corners);
   }
@@ -104,14 +105,20 @@ void drawContentCover(const CoteLayout& layout, const CoteNames& names) {
   }
 }
 
+void drawLineCovers(const CoteLayout& layout, const SelectionNames&) {
+  for (const CoteLine& line : layout.lines) {
+    draw(GL_POLYGON, line.cover);
+  }
+}
+
 }  // namespace
 
-void drawCote(const CoteLayout& layout, const Colour4& colour,
-              const std::function<void()>& drawText, const PixelImage* picture) {
+void drawCote(const CoteLayout& layout, const Colour4& colour, const CGLFontContext& fonts,
+              std::string_view text, const PixelImage* picture) {
   setPlainState(colour);
   drawLines(layout);
   if (layout.text) {
-    drawPlacedText(*layout.text, drawText);
+    drawPlacedText(*layout.text, fonts, text);
   }
   if (layout.picture && picture) {
     drawPlacedPicture(*layout.picture, *picture);
@@ -120,9 +127,10 @@ void drawCote(const CoteLayout& layout, const Colour4& colour,
 
 void drawCoteCover(const CoteLayout& layout, const Colour4& colour, const CoteNames& names) {
   setPlainState(colour);
-  drawContentCover(layout, names);
-  drawEnd(layout.grips[0], names.first, names);
-  drawEnd(layout.grips[1], names.second, names);
+  drawContentCover(layout, namesOf(names));
+  drawEnd(layout.grips[0], namesOf(names, names.first));
+  drawEnd(layout.grips[1], namesOf(names, names.second));
+  drawLineCovers(layout, namesOf(names));
 }
 
 }  // namespace zyn

@@ -1,6 +1,7 @@
 #include "objects/text/CGLFontContext_gl.h"
 
 #include <atomic>
+#include <utility>
 
 #include "glcontext/StateGuards_gl.h"
 
@@ -16,13 +17,6 @@ constexpr char kLastCharacter = '~';
 constexpr GLsizei kDigitLists = kLastCharacter - kFirstCharacter + 1;
 constexpr GLuint kListsBeforeZero = '0' - kFirstCharacter;
 
-void compile(const DigitGlyph& glyph, int size, GLuint list) {
-  glNewList(list, GL_COMPILE);
-  glBitmap(glyph.width, digitHeight(size), 0, 0, static_cast<GLfloat>(glyph.advance), 0,
-           glyph.rows.data());
-  glEndList();
-}
-
 /// The list of "0" among those of a font of this size; 0 without lists.
 GLuint compileDigits(int size) {
   const GLuint first = glGenLists(kDigitLists);
@@ -30,8 +24,9 @@ GLuint compileDigits(int size) {
     return 0;
   }
   for (char character = kFirstCharacter; character <= kLastCharacter; ++character) {
-    compile(digitGlyph(character, size), size,
-            first + static_cast<GLuint>(character - kFirstCharacter));
+    glNewList(first + static_cast<GLuint>(character - kFirstCharacter), GL_COMPILE);
+    drawDigit(digitGlyph(character, size), size);
+    glEndList();
   }
   return first + kListsBeforeZero;
 }
@@ -45,10 +40,11 @@ void replaceGlyphs(GLuint& lists, GLuint other) {
 
 }  // namespace
 
-void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists,
-                               GLuint outlineLists) {
+void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists,
+                               std::shared_ptr<const GlyphShapes> shapes) {
   static std::atomic<std::uint64_t> lastNumber = 0;
   metrics_ = metrics;
+  shapes_ = std::move(shapes);
   glyphsNumber_ = ++lastNumber;
   replaceGlyphs(filledLists_, filledLists);
   replaceGlyphs(outlineLists_, outlineLists);

@@ -2,12 +2,20 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 
 #include "glcontext/gl_api.h"
 #include "objects/text/DigitFont.h"
 #include "objects/text/FontMetrics.h"
+#include "objects/text/GlyphShapes_gl.h"
 
 namespace zyn {
+
+/// Draws a glyph at the raster position and moves that on. Rows of bitmaps end with a byte.
+inline void drawDigit(const DigitGlyph& glyph, int size) {
+  glBitmap(glyph.width, digitHeight(size), 0, 0, static_cast<GLfloat>(glyph.advance), 0,
+           glyph.rows.data());
+}
 
 /// The fonts of one rendering context: display lists of scalable glyphs made from the outlines of a
 /// font, one em high, and eight small bitmap fonts of the digits.
@@ -34,8 +42,12 @@ class CGLFontContext {
   /// exponent and "." have their lists too, the rest leaves gaps (digitGlyph, digitTextWidth).
   GLuint digitLists(int size) const { return digitLists_[static_cast<std::size_t>(size - 1)]; }
 
+  /// What the lists draw, for where none may be called; null: not known.
+  const GlyphShapes* shapes() const { return shapes_.get(); }
+
   /// Takes over lists of the current context, in place of those there were.
-  void setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists);
+  void setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists,
+                 std::shared_ptr<const GlyphShapes> shapes = nullptr);
 
   /// Compiles the digit fonts in the current context, unless they are there.
   void buildDigits();
@@ -45,6 +57,7 @@ class CGLFontContext {
 
  private:
   FontMetrics metrics_;
+  std::shared_ptr<const GlyphShapes> shapes_;
   std::uint64_t glyphsNumber_ = 0;
   GLuint filledLists_ = 0;
   GLuint outlineLists_ = 0;

@@ -5,6 +5,7 @@
 #include "com/automation_com.h"
 #include "com/properties_com.h"
 #include "contract/CompanionObjects_com.h"
+#include "glcontext/StateQuery_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/FontRegister_win.h"
 #include "objects/text/NarrowText_win.h"
@@ -286,7 +287,7 @@ std::shared_ptr<CGLFontContext> CZYNGLTexte::currentFonts() {
 }
 
 LabelView CZYNGLTexte::viewOf(int mode) {
-  if (mode >= 0) {
+  if (mode >= 0 && enumState(GL_RENDER_MODE) != GL_SELECT) {
     drawnHeight_ = shownHeight();
     return {drawnHeight_, view_.pixelScale};
   }

@@ -21,7 +21,7 @@ void buildOutlineFonts(CGLFontContext& fonts, bool outlineLines) {
   if (outlineLines && outlines == 0) {
     outlines = compileGlyphOutlines(*textGlyphs(), *metrics);
   }
-  fonts.setGlyphs(*metrics, filled, outlines);
+  fonts.setGlyphs(*metrics, filled, outlines, textGlyphs());
 }
 
 ContextFonts::ContextFonts(FontOwner owner, bool outlineLines)

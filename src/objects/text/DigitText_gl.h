@@ -6,9 +6,9 @@
 
 namespace zyn {
 
-/// Draws a number with the digit font of a size (1 to 8; nothing where it is not compiled) in the
-/// raster colour, its lower left corner at the raster position, which moves on behind it.
-/// Characters as digitGlyph gives them, printable ones. May be compiled into a display list.
+/// Draws a number with the digit font of a size (1 to 8) in the raster colour, its lower left
+/// corner at the raster position, which moves on behind it. Characters as digitGlyph gives them,
+/// printable ones.
 void drawDigitText(const CGLFontContext& fonts, int size, std::string_view text);
 
 }  // namespace zyn

@@ -7,7 +7,6 @@ namespace zyn {
 namespace {
 
 constexpr GLsizei kLists = 256;
-constexpr GLfloat kOutlineWidth = 0.1F;
 
 void draw(GLenum mode, const std::vector<PlanePoint>& points, double left) {
   glBegin(mode);
@@ -62,10 +61,13 @@ GLuint compileGlyphOutlines(const GlyphShapes& shapes, const FontMetrics& metric
   return compile(shapes, metrics, drawOutline);
 }
 
-void drawShapes(const GlyphShapes& shapes, const FontMetrics& metrics, std::string_view text) {
+void drawFilledGlyphs(const GlyphShapes& shapes, const FontMetrics& metrics,
+                      std::string_view text) {
   drawText(shapes, metrics, text, drawFilled);
-  glEnable(GL_LINE_SMOOTH);
-  glLineWidth(kOutlineWidth);
+}
+
+void drawGlyphOutlines(const GlyphShapes& shapes, const FontMetrics& metrics,
+                       std::string_view text) {
   drawText(shapes, metrics, text, drawOutline);
 }
 

@@ -26,9 +26,11 @@ GLuint compileFilledGlyphs(const GlyphShapes& shapes, const FontMetrics& metrics
 /// The same with the glyphs' outlines as lines.
 GLuint compileGlyphOutlines(const GlyphShapes& shapes, const FontMetrics& metrics);
 
-/// Draws a text from the origin along x, an em a unit, in the current colour, without display
-/// lists: for rendering contexts that have no fonts of ours. Filled glyphs, and over them their
-/// outlines as fine smooth lines, which stay set.
-void drawShapes(const GlyphShapes& shapes, const FontMetrics& metrics, std::string_view text);
+/// Draws the filled glyphs of a text from the origin along x, an em a unit, without display lists.
+void drawFilledGlyphs(const GlyphShapes& shapes, const FontMetrics& metrics, std::string_view text);
+
+/// The same with the glyphs' outlines as lines.
+void drawGlyphOutlines(const GlyphShapes& shapes, const FontMetrics& metrics,
+                       std::string_view text);
 
 }  // namespace zyn

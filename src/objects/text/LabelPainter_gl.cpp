@@ -6,7 +6,6 @@
 #include "glcontext/ModelView_gl.h"
 #include "glcontext/RasterImage_gl.h"
 #include "glcontext/StateGuards_gl.h"
-#include "glcontext/SurfaceState_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/DigitText_gl.h"
 #include "objects/text/TextPainter_gl.h"
@@ -15,22 +14,27 @@ namespace zyn {
 
 namespace {
 
-constexpr int kBothFaces = 3;
-
 constexpr double kGlyphLineWidth = 0.1;
 constexpr double kDimensionLineWidth = 1.0;
 constexpr double kFineLineWidth = 0.5;
 
-/// The label's colour for a scope, lit by nothing.
-class LabelColour {
- public:
-  explicit LabelColour(const TextLabel& label)
-      : colour_(label.r, label.g, label.b, label.alpha, kBothFaces) {}
-
- private:
-  AutoGLLighting unlit_{-1};
-  AutoGLColor colour_;
+/// Where a label's text is drawn.
+struct TextPlace {
+  ModelView space;
+  Point position;
+  double pixel;  ///< units of the space
 };
+
+UnlitColour colourOf(const TextLabel& label) {
+  return UnlitColour(label.r, label.g, label.b, label.alpha);
+}
+
+/// In the scope of the label's colour.
+void setDepthTest(const TextLabel& label) {
+  if (label.alwaysReadable) {
+    glDisable(GL_DEPTH_TEST);
+  }
+}
 
 /// A plane of unit axes, and how much longer they were in the model-view matrix.
 struct UnscaledPlane {
@@ -39,47 +43,48 @@ struct UnscaledPlane {
 };
 
 /// Makes a point the origin of the current model-view matrix, where OpenGL can calculate with that.
-bool startAt(const Point& origin) {
-  ModelView matrix;
-  matrix.moveTo(origin);
-  if (matrix.isUsable()) {
-    matrix.load();
+bool startAt(const Point& origin, ModelView space) {
+  space.moveTo(origin);
+  const bool isUsable = space.isUsable();
+  if (isUsable) {
+    space.load();
   }
-  return matrix.isUsable();
+  return isUsable;
 }
 
-void drawBoxForSelection(const TextLabel& label, const TextBox& box,
-                         const TextPlacement& placement) {
+void drawBoxForSelection(const TextLabel& label, const TextBox& box, const TextPlacement& placement,
+                         const ModelView& space) {
   const SelectionNames names(label.typeSelection, label.nomSelection, label.pushTypeSelection);
-  drawTextBox(box, placement);
+  drawTextBox(box, placement, space);
 }
 
-/// `pixel`: model units of a pixel of the label's measures.
-void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const Point& position,
-                     double pixel, double pixelScale, int mode) {
+void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const TextPlace& place,
+                     double pixelScale, int mode) {
   const std::string text = label.shownText();
   const TextBox box = measureText(fonts.metrics(), text, label.line(fonts.metrics()));
-  const TextPlacement placement{position, anchorOf(box, label.reference),
-                                pixel * label.emHeight(box), label.alwaysReadable};
+  const TextPlacement placement{place.position, anchorOf(box, label.reference),
+                                place.pixel * label.emHeight(box), label.alwaysReadable};
   if (mode < 0) {
-    drawBoxForSelection(label, box, placement);
+    drawBoxForSelection(label, box, placement, place.space);
   } else {
-    drawText(fonts, text, placement, kGlyphLineWidth * pixelScale);
+    drawText(fonts, text, placement, kGlyphLineWidth * pixelScale, place.space);
   }
 }
 
-void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const Point& position,
-                double screenPixel, int mode) {
+void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const TextPlace& place,
+                int mode) {
   const TextBox box = label.digitBox(size);
   const PlanePoint anchor = anchorOf(box, label.reference);
   if (mode < 0) {
-    drawBoxForSelection(label, box, {position, anchor, screenPixel, true});
+    drawBoxForSelection(label, box, {place.position, anchor, place.pixel, true}, place.space);
     return;
   }
-  fonts.buildDigits();
+  if (!isRecording()) {
+    fonts.buildDigits();
+  }
   const PushedAttributes rasterPosition(GL_CURRENT_BIT);
   const PushedMatrix matrix(GL_MODELVIEW);
-  if (startAt(position) && moveRasterTo(0, 0, 0, -anchor.x, -anchor.y)) {
+  if (startAt(place.position, place.space) && moveRasterTo(0, 0, 0, -anchor.x, -anchor.y)) {
     drawDigitText(fonts, size, label.shownText());
   }
 }
@@ -95,8 +100,8 @@ void setLines(bool smooth, double width) {
 /// Draws points of a dimension about one of them, near which single precision is enough.
 class DimensionPoints {
  public:
-  explicit DimensionPoints(const DimensionShape& shape)
-      : origin_(shape.lines.back().from), visible_(startAt({origin_.x, origin_.y, 0})) {}
+  DimensionPoints(const DimensionShape& shape, const ModelView& space)
+      : origin_(shape.lines.back().from), visible_(startAt({origin_.x, origin_.y, 0}, space)) {}
 
   bool areVisible() const { return visible_; }
   void draw(const PlanePoint& point) const { glVertex2d(point.x - origin_.x, point.y - origin_.y); }
@@ -127,8 +132,9 @@ void drawLines(const DimensionPoints& points, const DimensionShape& shape) {
 }
 
 /// Smooth where the glyphs are, but for the straight lines of a dimension along an axis.
-void drawDimension(const DimensionShape& shape, bool smooth, double pixelScale) {
-  const DimensionPoints points(shape);
+void drawDimension(const DimensionShape& shape, const ModelView& space, bool smooth,
+                   double pixelScale) {
+  const DimensionPoints points(shape, space);
   if (!points.areVisible()) {
     return;
   }
@@ -165,26 +171,24 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
     return false;
   }
   const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
-  const PushedMatrix matrix(GL_MODELVIEW);
-  plane.matrix.load();
-  const LabelColour colour(label);
+  const UnlitColour colour = colourOf(label);
   const double screenPixel = pixelLength(view.height);
   const double pixel = screenPixel * view.pixelScale;
   bool moved = false;
   if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale)) {
     moved = moveLabel(label, *dimension, plane.scale);
     if (mode >= 0) {
-      drawDimension(*dimension, fonts.outlineLists() != 0, view.pixelScale);
+      drawDimension(*dimension, plane.matrix, fonts.outlineLists() != 0, view.pixelScale);
     }
   }
-  const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
+  setDepthTest(label);
   Point position;
   position.x = label.position.x * plane.scale.x;
   position.y = label.position.y * plane.scale.y;
   if (const int size = label.digitSize(view.pixelScale)) {
-    drawDigits(label, fonts, size, position, screenPixel, mode);
+    drawDigits(label, fonts, size, {plane.matrix, position, screenPixel}, mode);
   } else {
-    drawOutlineText(label, fonts, position, pixel, view.pixelScale, mode);
+    drawOutlineText(label, fonts, {plane.matrix, position, pixel}, view.pixelScale, mode);
   }
   return moved;
 }
@@ -194,10 +198,10 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
 void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
                  int mode) {
   {
-    const LabelColour colour(label);
-    const AutoGLDepthTest depthTest(label.alwaysReadable ? -1 : 0);
-    drawOutlineText(label, fonts, label.position, pixelLength(view.height) * view.pixelScale,
-                    view.pixelScale, mode);
+    const UnlitColour colour = colourOf(label);
+    setDepthTest(label);
+    const double pixel = pixelLength(view.height) * view.pixelScale;
+    drawOutlineText(label, fonts, {ModelView(), label.position, pixel}, view.pixelScale, mode);
   }
   glEnable(GL_DEPTH_TEST);
 }

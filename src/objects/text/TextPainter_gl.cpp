@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "glcontext/ModelView_gl.h"
 #include "glcontext/StateGuards_gl.h"
 
 namespace zyn {
@@ -15,8 +14,7 @@ constexpr GLbitfield kTouchedState = GL_CURRENT_BIT | GL_ENABLE_BIT | GL_HINT_BI
 
 /// The matrix of a text's plane, where the origin is the start of its baseline and the unit an em
 /// height; none where nothing of it could be seen.
-std::optional<ModelView> planeOf(const TextPlacement& placement) {
-  ModelView plane;
+std::optional<ModelView> planeOf(const TextPlacement& placement, ModelView plane) {
   plane.moveTo(placement.position);
   if (placement.facesViewer) {
     plane.faceViewer();
@@ -36,20 +34,30 @@ void callLists(GLuint base, std::string_view text) {
 
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
   const PushedAttributes attributes(kTouchedState);
-  if (glIsList(fonts.filledLists()) != GL_FALSE) {
+  const bool isFilled = glIsList(fonts.filledLists()) != GL_FALSE;
+  const bool isOutlined = glIsList(fonts.outlineLists()) != GL_FALSE;
+  const GlyphShapes* const shapes = isRendering() && isFilled ? nullptr : fonts.shapes();
+  if (shapes) {
+    drawFilledGlyphs(*shapes, fonts.metrics(), text);
+  } else if (isFilled) {
     callLists(fonts.filledLists(), text);
   }
-  if (glIsList(fonts.outlineLists()) != GL_FALSE) {
-    glEnable(GL_LINE_SMOOTH);
-    glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
-    glLineWidth(static_cast<GLfloat>(lineWidth));
+  if (!isOutlined && (isFilled || !shapes)) {
+    return;
+  }
+  glEnable(GL_LINE_SMOOTH);
+  glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+  glLineWidth(static_cast<GLfloat>(lineWidth));
+  if (shapes) {
+    drawGlyphOutlines(*shapes, fonts.metrics(), text);
+  } else {
     callLists(fonts.outlineLists(), text);
   }
 }
 
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
-              double lineWidth) {
-  const auto plane = planeOf(placement);
+              double lineWidth, const ModelView& space) {
+  const auto plane = planeOf(placement, space);
   if (text.empty() || !plane) {
     return;
   }
@@ -59,8 +67,8 @@ void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlac
   drawGlyphs(fonts, text, lineWidth);
 }
 
-void drawTextBox(const TextBox& box, const TextPlacement& placement) {
-  const auto plane = planeOf(placement);
+void drawTextBox(const TextBox& box, const TextPlacement& placement, const ModelView& space) {
+  const auto plane = planeOf(placement, space);
   if (!plane) {
     return;
   }

@@ -4,12 +4,13 @@
 
 #include "core/PlanePoint.h"
 #include "core/Point.h"
+#include "glcontext/ModelView_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/TextBox.h"
 
 namespace zyn {
 
-/// Where a run of text is drawn, under the current model-view matrix.
+/// Where a run of text is drawn.
 struct TextPlacement {
   Point position;      ///< model units
   PlanePoint anchor;   ///< what of the text lies there, em heights from the baseline's start
@@ -19,17 +20,17 @@ struct TextPlacement {
 };
 
 /// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their
-/// outlines where the fonts have them, as smooth lines `lineWidth` pixels wide. Its baseline starts
-/// at the origin of the model-view matrix, whose unit is an em height. Lighting and depth test are
-/// the caller's; the state is left as it was. May be compiled into a display list.
+/// outlines where the fonts have these or no lists at all, as smooth lines `lineWidth` pixels wide.
+/// Its baseline starts at the origin of the model-view matrix, whose unit is an em height. Lighting
+/// and depth test are the caller's; the state is left as it was.
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth = 0.1);
 
-/// Draws a text as drawGlyphs does, but in its place; not into a display list. Nothing is drawn for
-/// a placement that is not finite.
+/// Draws a text as drawGlyphs does, but in its place in `space`, which comes from the current
+/// matrix. Nothing is drawn for a placement that is not finite.
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
-              double lineWidth = 0.1);
+              double lineWidth = 0.1, const ModelView& space = {});
 
 /// Draws the box of a text (em heights) as one polygon, for selection passes.
-void drawTextBox(const TextBox& box, const TextPlacement& placement);
+void drawTextBox(const TextBox& box, const TextPlacement& placement, const ModelView& space = {});
 
 }  // namespace zyn

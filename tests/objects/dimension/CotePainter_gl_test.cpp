@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "glcontext/BorrowedState_gl.h"
-#include "objects/text/TextPainter_gl.h"
 #include "support/BlockFont_gl.h"
 #include "support/EglContext_gl.h"
 #include "support/GlTest_gl.h"
@@ -70,8 +69,7 @@ class CotePainterTest : public testing::Test {
     const auto layout = layOut();
     ASSERT_TRUE(layout);
     const BorrowedState borrowed;
-    drawCote(
-        *layout, colour_, [&] { drawText(fonts_, text_, {}); }, picture);
+    drawCote(*layout, colour_, fonts_, text_, picture);
   }
 
   /// Hit records of all the cover, or of what of it lies within a square of the picture, from the
@@ -294,14 +292,29 @@ TEST_F(CotePainterTest, ExtremesDoNoHarm) {
 using Hits = std::vector<std::vector<GLuint>>;
 
 TEST_F(CotePainterTest, TextAndEndsHaveTheirNames) {
-  EXPECT_EQ(pick(), (Hits{{10}, {20}, {30}}));
   EXPECT_EQ(pick(90, 85), (Hits{{10}}));
-  EXPECT_EQ(pick(30, 20), (Hits{{20}}));
-  EXPECT_EQ(pick(40, 60), (Hits{{20}}));
-  EXPECT_EQ(pick(170, 20), (Hits{{30}}));
-  EXPECT_EQ(pick(160, 60), (Hits{{30}}));
-  EXPECT_EQ(pick(100, 60), Hits());
+  EXPECT_EQ(pick(26, 20), (Hits{{20}}));
+  EXPECT_EQ(pick(40, 63), (Hits{{20}}));
+  EXPECT_EQ(pick(174, 20), (Hits{{30}}));
+  EXPECT_EQ(pick(160, 63), (Hits{{30}}));
   EXPECT_EQ(pick(100, 20), Hits());
+}
+
+TEST_F(CotePainterTest, LinesAreHitAfterTheEndsThatTheyRunThrough) {
+  EXPECT_EQ(pick(), (Hits{{10}, {20}, {30}, {10}}));
+  EXPECT_EQ(pick(100, 60), (Hits{{10}}));
+  EXPECT_EQ(pick(100, 62.5), Hits());
+  EXPECT_EQ(pick(30, 40), (Hits{{10}}));
+  EXPECT_EQ(pick(33, 40), Hits());
+  EXPECT_EQ(pick(170, 65), (Hits{{10}}));
+  EXPECT_EQ(pick(30, 20), (Hits{{20}, {10}}));
+}
+
+TEST_F(CotePainterTest, EndsWithoutANameHaveThatOfTheWhole) {
+  names_.first.reset();
+  EXPECT_EQ(pick(26, 20), (Hits{{10}}));
+  EXPECT_EQ(pick(40, 63), (Hits{{10}}));
+  EXPECT_EQ(pick(174, 20), (Hits{{30}}));
 }
 
 TEST_F(CotePainterTest, TheTextIsHitWithinItsBoxExactly) {
@@ -318,15 +331,15 @@ TEST_F(CotePainterTest, TheTextIsHitWithinItsBoxExactly) {
 
 TEST_F(CotePainterTest, TheTypeComesBeforeEachName) {
   names_.pushType = true;
-  EXPECT_EQ(pick(), (Hits{{40, 10}, {40, 20}, {40, 30}}));
+  EXPECT_EQ(pick(), (Hits{{40, 10}, {40, 20}, {40, 30}, {40, 10}}));
 }
 
 TEST_F(CotePainterTest, NegativeNamesAreNotPushed) {
   names_.pushType = true;
-  names_.text = -1;
-  EXPECT_EQ(pick(), (Hits{{}, {40, 20}, {40, 30}}));
+  names_.whole = -1;
+  EXPECT_EQ(pick(), (Hits{{}}));
   names_ = {10, -20, -30, 40, true};
-  EXPECT_EQ(pick(), (Hits{{40, 10}, {}}));
+  EXPECT_EQ(pick(), (Hits{{40, 10}, {}, {40, 10}}));
 }
 
 TEST_F(CotePainterTest, CulledSidesAreHitToo) {
@@ -337,7 +350,7 @@ TEST_F(CotePainterTest, CulledSidesAreHitToo) {
 
 TEST_F(CotePainterTest, AnEmptyTextIsNotHit) {
   content_.text.right = content_.text.left;
-  EXPECT_EQ(pick(), (Hits{{20}, {30}}));
+  EXPECT_EQ(pick(), (Hits{{20}, {30}, {10}}));
 }
 
 TEST_F(CotePainterTest, ThePictureIsHitUnderTheNameOfTheText) {

@@ -75,15 +75,12 @@ TEST_F(DigitTextTest, OnlyTheRasterPositionMoves) {
   EXPECT_EQ(differences(before, after), kNone);
 }
 
-TEST_F(DigitTextTest, NothingIsDrawnWithoutTheLists) {
-  const GLuint other = glGenLists(1);
-  glNewList(other, GL_COMPILE);
-  glRectf(0, 0, 9, 9);
-  glEndList();
-  fonts.release();
-  const Image before = context.read();
-  drawDigitText(fonts, 1, "12345.6789");
-  EXPECT_EQ(context.read(), before);
+TEST_F(DigitTextTest, WithoutTheListsTheSameIsDrawn) {
+  drawDigitText(fonts, 3, "-12.5");
+  const Image expected = context.read();
+  start();
+  drawDigitText(CGLFontContext(), 3, "-12.5");
+  EXPECT_EQ(context.read(), expected);
 }
 
 }  // namespace
