@@ -3,11 +3,15 @@ add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WIN
 # Without the time of linking, the same source makes the same files.
 add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp
   -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
+include(Contract)
 include(Idl)
 include(Version)
 
+set(ZYN_CONTRACT_DIR ${CMAKE_BINARY_DIR}/private)
+zyn_contract(${ZYN_CONTRACT_DIR} ${CMAKE_SOURCE_DIR}/src)
+
 add_library(zyn_common INTERFACE)
-target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_include_directories(zyn_common INTERFACE ${CMAKE_SOURCE_DIR}/src ${ZYN_CONTRACT_DIR})
 target_include_directories(zyn_common SYSTEM INTERFACE ${ZYN_IDL_DIR} ${ZYN_STB_DIR})
 target_link_libraries(zyn_common INTERFACE zyn_warnings ole32 oleaut32 uuid gdi32 user32 advapi32 opengl32 glu32)
 
@@ -104,6 +108,22 @@ endif()
 
 include(Bench)
 
+# The companion library of another build, where one more member lies before those that ZYNVue.dll calls.
+set(contract ${CMAKE_SOURCE_DIR}/src/contract/ISceneObject_com.h)
+set(other ${CMAKE_BINARY_DIR}/other_contract)
+file(READ ${contract} text)
+string(REGEX REPLACE "(struct ISceneObject[^{]*{\n)" "\\1  virtual int STDMETHODCALLTYPE other() noexcept { return 0; }\n" other_text "${text}")
+if(other_text STREQUAL text)
+  message(FATAL_ERROR "${contract} declares no ISceneObject")
+endif()
+file(CONFIGURE OUTPUT ${other}/contract/ISceneObject_com.h CONTENT "${other_text}" @ONLY)
+zyn_contract(${other} ${other} ${CMAKE_SOURCE_DIR}/src)
+add_library(other_companion SHARED ${ZYN_IDL_GUIDS} src/geometry/ZYNModeleGeom.rc src/geometry/ZYNModeleGeom.def)
+zyn_folder_sources(other_companion geometry)
+target_include_directories(other_companion BEFORE PRIVATE ${other})
+target_include_directories(other_companion PRIVATE ${ZYN_IDL_DIR} src/geometry)
+set_target_properties(other_companion PROPERTIES PREFIX "")
+
 # Tests that drive the library as its hosts do: one program a file, run with both DLLs registered. They are compiled
 # quickly rather than well.
 add_compile_options(-O0)
@@ -164,6 +184,8 @@ add_library(late_releaser SHARED tests/support/ending_host/late_releaser.cpp)
 target_link_libraries(late_releaser PRIVATE zyn_warnings uuid)
 set_target_properties(late_releaser PROPERTIES PREFIX "")
 add_dependencies(ProcessEnd_test ending_host late_releaser)
+
+add_dependencies(MixedBuilds_test other_companion)
 
 # Tests of the Windows layer from inside.
 file(GLOB_RECURSE win_tests CONFIGURE_DEPENDS tests/*_win_test.cpp)

@@ -6,16 +6,24 @@
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
-#include "contract/ITextView_com.h"
 #include "contract/PickQuery.h"
+#include "contract/SceneContract.h"
 #include "contract/SceneWatch.h"
+#include "contract/TextView_win.h"
 #include "contract/TriangleShape.h"
 #include "core/Box3.h"
 
 namespace zyn {
 
+/// Private interface of our objects that size something in pixels: a view hands them its fonts and
+/// measures before each draw, a bitmap context also when they are added.
+struct ITextView : public IUnknown {
+  virtual void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept = 0;
+};
+
 /// Private interface of our own scene objects, in both modules: what a list need not ask through
-/// the published interfaces again and again. Nothing here calls foreign code.
+/// the published interfaces again and again. Nothing here calls foreign code. It crosses from DLL
+/// to DLL as C++ lays it out: builds that do so differently know it by another identifier.
 struct ISceneObject : public IUnknown {
   /// The interface by which hosts know the object; null for a part of an aggregate, whose outer
   /// object may answer otherwise for everything here.
@@ -49,7 +57,18 @@ struct ISceneObject : public IUnknown {
   }
 };
 
+/// Of the types that these hand over: a part of their identifiers, beside the text that declares
+/// them (SceneContract.h, which CMake writes).
+template <class... Types>
+constexpr unsigned short layoutOf() {
+  std::uint32_t mixed = 0;
+  ((mixed = 31 * mixed + static_cast<std::uint32_t>(sizeof(Types) << 4 | alignof(Types))), ...);
+  return static_cast<unsigned short>(mixed);
+}
+constexpr unsigned short kLayout =
+    layoutOf<std::optional<Box3>, SceneWatch, WatchLink, SceneWatcher, PickQuery, TextView,
+             TriangleShape, std::optional<std::int32_t>>();
+
 }  // namespace zyn
 
-__CRT_UUID_DECL(zyn::ISceneObject, 0x6e3f1a97, 0x08d4, 0x4b52, 0xa7, 0x3c, 0x1f, 0x95, 0xd0, 0x4e,
-                0x82, 0xb7)
+ZYN_CONTRACT_IDENTIFIERS

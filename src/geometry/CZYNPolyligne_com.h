@@ -7,7 +7,6 @@
 #include "ZYNMODELEGEOM.h"
 #include "com/ComClass_com.h"
 #include "contract/ISceneObject_com.h"
-#include "contract/ITextView_com.h"
 #include "geometry/CZYNAttribut_com.h"
 #include "trace/NearestPoint.h"
 #include "trace/PolylinePainter_gl.h"

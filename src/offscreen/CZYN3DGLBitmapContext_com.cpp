@@ -8,7 +8,7 @@
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
-#include "contract/ITextView_com.h"
+#include "contract/ISceneObject_com.h"
 #include "contract/ModelBounds_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"

@@ -7,7 +7,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "contract/ITextView_com.h"
+#include "contract/ISceneObject_com.h"
 #include "offscreen/BitmapContext_com.h"
 #include "view3d/CParamsVue3D.h"
 #include "view3d/GradientColour.h"

@@ -14,7 +14,7 @@
 #include "support/Texts_win.h"
 #include "support/View3DHost_win.h"
 // After windows.h:
-#include "contract/ITextView_com.h"
+#include "contract/ISceneObject_com.h"
 
 namespace zyn::test {
 namespace {

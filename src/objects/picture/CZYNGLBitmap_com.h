@@ -4,7 +4,6 @@
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
 #include "contract/ISceneObject_com.h"
-#include "contract/ITextView_com.h"
 #include "objects/picture/ShownPicture_com.h"
 #include "objects/picture/SpriteShape.h"
 

@@ -1,0 +1,35 @@
+# zyn_contract(OUT FOLDERS...): writes contract/SceneContract.h below OUT, with the identifiers of the interfaces by which
+# views and scene objects of ours know each other, over the two DLLs. They are made of the text, comments apart, of all
+# headers that lay out what crosses, sought in FOLDERS, and of the compiler: where two builds differ in any of it, their
+# objects do not know each other and use the published interfaces.
+function(zyn_contract out)
+  set(headers contract/ISceneObject_com.h
+    objects/text/CGLFontContext_gl.h)  # goes through as a pointer
+  set(text "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}")
+  set(read)
+  while(headers)
+    list(POP_FRONT headers header)
+    list(APPEND read ${header})
+    find_file(found ${header} PATHS ${ARGN} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH NO_CACHE)
+    if(found)
+      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${found})
+      file(READ ${found} content)
+      string(REGEX REPLACE "//[^\n]*" "" content "${content}")
+      string(APPEND text "${content}")
+      string(REGEX MATCHALL "#include \"[^\"]+" includes "${content}")
+      list(TRANSFORM includes REPLACE "#include \"" "")
+      list(APPEND headers ${includes})
+      list(REMOVE_DUPLICATES headers)
+      list(REMOVE_ITEM headers ${read})
+    endif()
+    unset(found)
+  endwhile()
+  foreach(interface ISceneObject ITextView)
+    string(SHA256 digest "${interface} ${text}")
+    string(REGEX REPLACE "^(........)(....)(....).*" "0x\\1, 0x\\2 ^ zyn::kLayout, 0x\\3" id "${digest}")
+    string(SUBSTRING ${digest} 16 16 bytes)
+    string(REGEX REPLACE "(..)" ", 0x\\1" bytes "${bytes}")
+    string(APPEND identifiers " \\\n  __CRT_UUID_DECL(zyn::${interface}, ${id}${bytes})")
+  endforeach()
+  file(CONFIGURE OUTPUT ${out}/contract/SceneContract.h CONTENT "#pragma once\n\n#define ZYN_CONTRACT_IDENTIFIERS${identifiers}\n")
+endfunction()
