@@ -277,6 +277,20 @@ TEST_P(FailingExportTest, WithoutASurfaceThereIsAReasonToo) {
   }
 }
 
+TEST_P(FailingExportTest, APictureObjectThatCannotBeMadeSaysWhy) {
+  ComPtr<IPictureDisp> picture;
+  {
+    const FailingImport failing(library_, "OleCreatePictureIndirect",
+                                {static_cast<std::uint32_t>(E_OUTOFMEMORY), 0});
+    EXPECT_EQ(scene_->GetPictureDisp(&picture), S_OK);
+    EXPECT_FALSE(picture);
+    EXPECT_NE(reason(), L"");
+  }
+  EXPECT_EQ(scene_->GetPictureDisp(&picture), S_OK);
+  EXPECT_TRUE(picture);
+  EXPECT_EQ(reason(), L"");
+}
+
 // A caller by name is answered alike.
 TEST_P(FailingExportTest, TheReasonIsThereForCallsByName) {
   SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
