@@ -108,13 +108,14 @@ endif()
 
 include(Bench)
 
-# The companion library of another build, where one more member lies before those that ZYNVue.dll calls.
+# The companion library of another build, where one more member lies before most that ZYNVue.dll calls.
 set(contract ${CMAKE_SOURCE_DIR}/src/contract/ISceneObject_com.h)
 set(other ${CMAKE_BINARY_DIR}/other_contract)
 file(READ ${contract} text)
-string(REGEX REPLACE "(struct ISceneObject[^{]*{\n)" "\\1  virtual int STDMETHODCALLTYPE other() noexcept { return 0; }\n" other_text "${text}")
+string(REPLACE "hostInterface() noexcept = 0;" "hostInterface() noexcept = 0;\n  virtual int STDMETHODCALLTYPE other() noexcept { return 0; }"
+  other_text "${text}")
 if(other_text STREQUAL text)
-  message(FATAL_ERROR "${contract} declares no ISceneObject")
+  message(FATAL_ERROR "${contract} declares no hostInterface()")
 endif()
 file(CONFIGURE OUTPUT ${other}/contract/ISceneObject_com.h CONTENT "${other_text}" @ONLY)
 zyn_contract(${other} ${other} ${CMAKE_SOURCE_DIR}/src)
