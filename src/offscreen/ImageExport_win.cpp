@@ -81,6 +81,17 @@ class PassingFile {
   bool isTarget_;
 };
 
+/// The same while the temporary file is there.
+template <class Encode>
+void exportVia(const OffscreenSurface& surface, const wchar_t* temporary, const wchar_t* fileName,
+               const Encode& encode) {
+  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+    const PassingFile passing(temporary, file);
+    passing.write(picture);
+    encode(picture, file);
+  });
+}
+
 }  // namespace
 
 void writeBitmapFile(const OffscreenSurface& surface, const wchar_t* fileName) {
@@ -104,20 +115,12 @@ void writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int
 
 void writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
                      const wchar_t* fileName) {
-  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
-    const PassingFile passing(temporary, file);
-    passing.write(picture);
-    encodeGif(picture, file);
-  });
+  exportVia(surface, temporary, fileName, encodeGif);
 }
 
 void writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
                      const wchar_t* fileName) {
-  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
-    const PassingFile passing(temporary, file);
-    passing.write(picture);
-    encodePng(picture, file);
-  });
+  exportVia(surface, temporary, fileName, encodePng);
 }
 
 void writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
