@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "com/control/PictureSize_win.h"
+#include "com/control/Snapshot_win.h"
 #include "glcontext/SharedBitmap_win.h"
 
 namespace zyn {

@@ -28,7 +28,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   STDMETHODIMP RemoveAll() noexcept final {
     return automation(derived(), [&] {
       drawList_.removeAll();
-      Control::repaint();
+      this->repaint();
     });
   }
 
@@ -37,7 +37,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   }
 
   STDMETHODIMP Repaint() noexcept final {
-    return automation(derived(), [&] { Control::repaint(); });
+    return automation(derived(), [&] { this->repaint(); });
   }
 
   STDMETHODIMP setBackground(float r, float g, float b) noexcept final {
@@ -78,7 +78,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   STDMETHODIMP put_DrawCursor(VARIANT_BOOL newVal) noexcept final {
     return automation(derived(), [&] {
       drawCursor_ = isExactlyTrue(newVal);
-      Control::repaint();
+      this->repaint();
     });
   }
 
@@ -144,7 +144,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
 
   STDMETHODIMP get_hWnd(LONG* pVal) noexcept final {
     // Window handles have 32 significant bits; hosts extend them with their sign.
-    return automation(derived(), [&] { return give(pVal, HandleToLong(Control::window())); });
+    return automation(derived(), [&] { return give(pVal, HandleToLong(this->window())); });
   }
 
  protected:
@@ -170,12 +170,12 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   bool smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
 
   // MouseHost
-  void captureMouse() noexcept final { SetCapture(Control::window()); }
-  void releaseMouse() noexcept final { releaseMouseOf(Control::window()); }
+  void captureMouse() noexcept final { SetCapture(this->window()); }
+  void releaseMouse() noexcept final { releaseMouseOf(this->window()); }
   void trackMouseLeave() noexcept final {
-    boundary([this] { trackMouseLeaveOf(Control::window()); });
+    boundary([this] { trackMouseLeaveOf(this->window()); });
   }
-  void repaint() noexcept final { Control::repaint(); }
+  void repaint() noexcept final { Base::repaint(); }
   bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 
@@ -211,7 +211,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
       if (flag != isExactlyTrue(value)) {
         flag = !flag;
         smoothingChanged();
-        Control::repaint();
+        this->repaint();
       }
     });
   }

@@ -4,11 +4,14 @@
 // After windows.h:
 #include <comdef.h>
 #include <ocidl.h>
+#include <oleidl.h>
 #include <wrl/client.h>
 
 #include <optional>
+#include <utility>
 
 #include "com/askFor_com.h"
+#include "com/automation_com.h"
 
 namespace zyn {
 
@@ -37,6 +40,27 @@ class ClientSite {
 
  private:
   Microsoft::WRL::ComPtr<IOleClientSite> site_;
+};
+
+/// Keeps the modeless windows of the container disabled while a dialog of the control is open.
+class ModalScope {
+ public:
+  /// `frame` may be null.
+  explicit ModalScope(Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame) : frame_(std::move(frame)) {
+    enable(FALSE);
+  }
+  ModalScope(const ModalScope&) = delete;
+  ModalScope& operator=(const ModalScope&) = delete;
+  ~ModalScope() { enable(TRUE); }
+
+ private:
+  void enable(BOOL on) const noexcept {
+    if (frame_) {
+      boundary([&] { frame_->EnableModeless(on); });
+    }
+  }
+
+  Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame_;
 };
 
 }  // namespace zyn

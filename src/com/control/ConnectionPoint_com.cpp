@@ -2,12 +2,50 @@
 
 #include <olectl.h>
 
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
 #include "com/control/Control_com.h"
 #include "com/control/Enumerator_com.h"
 
 namespace zyn {
 
 using Microsoft::WRL::ComPtr;
+
+DWORD SinkList::add(ComPtr<IUnknown> sink) {
+  const std::lock_guard lock(mutex_);
+  entries_.push_back({++lastCookie_, std::move(sink)});
+  return lastCookie_;
+}
+
+bool SinkList::remove(DWORD cookie) {
+  ComPtr<IUnknown> released;
+  const std::lock_guard lock(mutex_);
+  const auto found = std::ranges::find(entries_, cookie, &Entry::cookie);
+  if (found == entries_.end()) {
+    return false;
+  }
+  released = std::move(found->sink);
+  entries_.erase(found);
+  return true;
+}
+
+void SinkList::clear() noexcept {
+  std::vector<Entry> released;
+  const std::lock_guard lock(mutex_);
+  released.swap(entries_);
+}
+
+std::vector<SinkList::Entry> SinkList::snapshot() const {
+  const std::lock_guard lock(mutex_);
+  return entries_;
+}
+
+bool SinkList::holds(DWORD cookie) const {
+  const std::lock_guard lock(mutex_);
+  return std::ranges::find(entries_, cookie, &Entry::cookie) != entries_.end();
+}
 
 namespace {
 
@@ -95,6 +133,49 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) no
   }
   *connections = nullptr;
   return boundary([&] { giveEnumerator<ConnectionPolicy>(sinks_.snapshot(), connections); });
+}
+
+namespace {
+
+struct PointPolicy {
+  using Interface = IEnumConnectionPoints;
+  using Item = IConnectionPoint*;
+  using Stored = ComPtr<IConnectionPoint>;
+
+  static void hand(const Stored& point, Item& item) {
+    item = point.Get();
+    item->AddRef();
+  }
+  static void takeBack(Item& item) noexcept { item->Release(); }
+};
+
+}  // namespace
+
+STDMETHODIMP ConnectionPointsFacet::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
+  if (!points) {
+    return E_POINTER;
+  }
+  *points = nullptr;
+  return entry([&] {
+    giveEnumerator<PointPolicy>({&control().events(), &control().propertyNotifications()}, points);
+  });
+}
+
+STDMETHODIMP ConnectionPointsFacet::FindConnectionPoint(REFIID iid,
+                                                        IConnectionPoint** point) noexcept {
+  if (!point) {
+    return E_POINTER;
+  }
+  *point = nullptr;
+  for (ConnectionPoint* const candidate :
+       {&control().events(), &control().propertyNotifications()}) {
+    if (candidate->iid() == iid) {
+      *point = candidate;
+      candidate->AddRef();
+      return S_OK;
+    }
+  }
+  return CONNECT_E_NOCONNECTION;
 }
 
 }  // namespace zyn

@@ -3,10 +3,50 @@
 #include <windows.h>
 // After windows.h:
 #include <ocidl.h>
+#include <wrl/client.h>
 
-#include "com/control/SinkList_com.h"
+#include <vector>
+
+#include "com/control/Facet_com.h"
+#include "platform/Mutex_win.h"
 
 namespace zyn {
+
+/// The sinks of one connection point, under their own critical section. No lock is held while a
+/// sink is called or released.
+class SinkList {
+ public:
+  struct Entry {
+    DWORD cookie;  ///< never 0
+    Microsoft::WRL::ComPtr<IUnknown> sink;
+  };
+
+  /// Gives the cookie under which the sink can be removed.
+  DWORD add(Microsoft::WRL::ComPtr<IUnknown> sink);
+
+  /// False when no sink has the cookie.
+  bool remove(DWORD cookie);
+
+  void clear() noexcept;
+
+  std::vector<Entry> snapshot() const;
+  bool holds(DWORD cookie) const;
+
+  /// Calls `visit(IUnknown*)` for every sink there is now, unless it is removed in the meantime.
+  template <class Visit>
+  void forEach(Visit visit) const {
+    for (const Entry& entry : snapshot()) {
+      if (holds(entry.cookie)) {
+        visit(entry.sink.Get());
+      }
+    }
+  }
+
+ private:
+  mutable Mutex mutex_;
+  std::vector<Entry> entries_;
+  DWORD lastCookie_ = 0;
+};
 
 class Control;
 
@@ -37,6 +77,15 @@ class ConnectionPoint final : public IConnectionPoint {
   const IID& iid_;
   Kind kind_;
   SinkList sinks_;
+};
+
+/// IConnectionPointContainer: the control's events and its property notifications.
+class ConnectionPointsFacet final : public Facet<IConnectionPointContainer> {
+ public:
+  using Facet::Facet;
+
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) noexcept override;
+  STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) noexcept override;
 };
 
 }  // namespace zyn

@@ -29,10 +29,22 @@ namespace zyn {
 /// - A control always activates with a window of its own, whatever its container offers: OpenGL
 ///   needs a device context whose pixel format is the control's.
 /// - dialogOwner() is the window for dialogs to belong to; hold a modalScope() while one is open.
+/// - Of the Control it gets what is named below; the rest is for the interfaces of the container.
 /// - On WM_CAPTURECHANGED and WM_CANCELMODE end a drag; the base does not know of drags.
 template <class Derived, class... Interfaces>
-class ControlClass : public ComClass<Derived, Interfaces...>, protected Control {
+class ControlClass : public ComClass<Derived, Interfaces...>, private Control {
  protected:
+  using Control::ambient;
+  using Control::clientSize;
+  using Control::dialogOwner;
+  using Control::fire;
+  using Control::modalScope;
+  using Control::pausePainting;
+  using Control::propertyChanged;
+  using Control::repaint;
+  using Control::shutDown;
+  using Control::window;
+
   explicit ControlClass(const ControlDescription& description)
       : Control(static_cast<ComIdentity&>(*this), description) {}
   ~ControlClass() override = default;

@@ -4,7 +4,7 @@
 #include <type_traits>
 
 #include "com/control/ControlHooks_com.h"
-#include "com/control/PictureSize_win.h"
+#include "com/control/Snapshot_win.h"
 
 namespace zyn {
 

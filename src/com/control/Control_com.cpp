@@ -25,6 +25,12 @@ SIZE screenResolution() noexcept {
 
 }  // namespace
 
+IUnknown* identityOf(Control& control) noexcept { return control.identity().controllingUnknown(); }
+
+void checkThreadOf(Control& control) noexcept {
+  checkThread(control.identity(), control.description().progId);
+}
+
 Control::Control(ComIdentity& identity, const ControlDescription& description)
     : identity_(identity),
       description_(description),

@@ -3,6 +3,7 @@
 #include <windows.h>
 // After windows.h:
 #include <ocidl.h>
+#include <oleidl.h>
 #include <wrl/client.h>
 
 #include <initializer_list>
@@ -13,64 +14,69 @@
 #include "com/control/ActiveWindow_com.h"
 #include "com/control/ClientSite_com.h"
 #include "com/control/ConnectionPoint_com.h"
-#include "com/control/ConnectionPointsFacet_com.h"
-#include "com/control/ControlDescription_com.h"
+#include "com/control/ControlFacets_com.h"
 #include "com/control/ControlHooks_com.h"
 #include "com/control/ControlState_com.h"
 #include "com/control/DataObjectFacet_com.h"
-#include "com/control/EventArgument_com.h"
-#include "com/control/InPlaceActiveObjectFacet_com.h"
-#include "com/control/InPlaceObjectFacet_com.h"
-#include "com/control/ModalScope_com.h"
-#include "com/control/OleControlFacet_com.h"
+#include "com/control/InPlaceFacets_com.h"
 #include "com/control/OleObjectFacet_com.h"
 #include "com/control/PaintPause_com.h"
-#include "com/control/PersistPropertyBagFacet_com.h"
-#include "com/control/PersistStorageFacet_com.h"
-#include "com/control/PersistStreamFacet_com.h"
-#include "com/control/ProvideClassInfoFacet_com.h"
-#include "com/control/QuickActivateFacet_com.h"
-#include "com/control/ViewAdvice_com.h"
+#include "com/control/PersistFacets_com.h"
 #include "com/control/ViewObjectFacet_com.h"
 
 namespace zyn {
 
+/// What is fixed for a class of controls. The references are to constants of the module.
+struct ControlDescription {
+  const CLSID& id;
+  const IID& events;  ///< the default outgoing dispinterface
+  const wchar_t* progId;
+  Extent initialExtent;
+};
+
+/// The status that the controls are registered with: recompose on resize, cannot be linked from
+/// inside, inside-out, active when visible, wants its site first.
+inline constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
+                                     OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
+                                     OLEMISC_SETCLIENTSITEFIRST;
+static_assert(kMiscStatus == 131473);
+
+/// One argument of an event. Borrows what it refers to.
+class EventArgument {
+ public:
+  // NOLINTBEGIN(google-explicit-constructor)
+  EventArgument(int number) noexcept : EventArgument(long{number}) {}
+  EventArgument(long number) noexcept {
+    V_VT(&value_) = VT_I4;
+    V_I4(&value_) = number;
+  }
+  EventArgument(double number) noexcept {
+    V_VT(&value_) = VT_R8;
+    V_R8(&value_) = number;
+  }
+  EventArgument(bool yes) noexcept {
+    V_VT(&value_) = VT_BOOL;
+    V_BOOL(&value_) = yes ? VARIANT_TRUE : VARIANT_FALSE;
+  }
+  EventArgument(IDispatch* object) noexcept {
+    V_VT(&value_) = VT_DISPATCH;
+    V_DISPATCH(&value_) = object;
+  }
+  EventArgument(const VARIANT& value) noexcept : value_(value) {}
+  // NOLINTEND(google-explicit-constructor)
+
+  const VARIANT& value() const noexcept { return value_; }
+
+ private:
+  VARIANT value_ = {};
+};
+
 /// An ActiveX control towards its container, whatever it shows: site, activation, window, advise
 /// sinks, persistent state, and the interfaces for all that. What it shows is up to the class that
-/// derives from it through ControlClass, which is where its use is described.
+/// derives from it through ControlClass, which is where its use is described. What is public here
+/// is for the parts of the control among themselves.
 class Control : public ControlHooks {
  public:
-  // For the classes that derive.
-
-  HWND window() const noexcept { return window_.handle(); }
-
-  /// Client area of the window in pixels; empty without a window.
-  SIZE clientSize() const noexcept { return window_.clientSize(); }
-
-  void repaint() noexcept;
-
-  /// To be held while the view's rendering context is used for anything else than its picture.
-  PaintPause pausePainting() noexcept { return PaintPause(window_); }
-
-  template <class... Arguments>
-  void fire(DISPID event, const Arguments&... arguments) noexcept {
-    fireEvent(event, {EventArgument(arguments)...});
-  }
-
-  /// The container's window, as an owner for dialogs; null when it does not tell.
-  HWND dialogOwner() const;
-
-  /// To be held while a dialog of the control is open.
-  ModalScope modalScope() const { return ModalScope(activation_.frame()); }
-
-  /// A property of the surroundings, if the container tells it.
-  std::optional<_variant_t> ambient(DISPID property) const { return site_.ambient(property); }
-
-  /// A property of the control changed: what is saved differs, and property sinks hear of it.
-  void propertyChanged(DISPID property) noexcept;
-
-  // For the parts of the control.
-
   ComIdentity& identity() noexcept { return identity_; }
   const ControlDescription& description() const noexcept { return description_; }
   ClientSite& site() noexcept { return site_; }
@@ -85,6 +91,13 @@ class Control : public ControlHooks {
   IDataObject* dataObject() noexcept { return &dataObject_; }
   IOleInPlaceActiveObject* activeObject() noexcept { return &activeObject_; }
   IConnectionPointContainer* connectionPoints() noexcept { return &connectionPoints_; }
+
+  HWND window() const noexcept { return window_.handle(); }
+
+  /// Client area of the window in pixels; empty without a window.
+  SIZE clientSize() const noexcept { return window_.clientSize(); }
+
+  void repaint() noexcept;
 
   void setSite(IOleClientSite* site);
 
@@ -120,6 +133,26 @@ class Control : public ControlHooks {
  protected:
   Control(ComIdentity& identity, const ControlDescription& description);
   ~Control() override = default;
+
+  /// To be held while the view's rendering context is used for anything else than its picture.
+  PaintPause pausePainting() noexcept { return PaintPause(window_); }
+
+  template <class... Arguments>
+  void fire(DISPID event, const Arguments&... arguments) noexcept {
+    fireEvent(event, {EventArgument(arguments)...});
+  }
+
+  /// The container's window, as an owner for dialogs; null when it does not tell.
+  HWND dialogOwner() const;
+
+  /// To be held while a dialog of the control is open.
+  ModalScope modalScope() const { return ModalScope(activation_.frame()); }
+
+  /// A property of the surroundings, if the container tells it.
+  std::optional<_variant_t> ambient(DISPID property) const { return site_.ambient(property); }
+
+  /// A property of the control changed: what is saved differs, and property sinks hear of it.
+  void propertyChanged(DISPID property) noexcept;
 
   /// Takes the window down and lets go of everything outside, without telling anybody.
   void shutDown() noexcept;

@@ -1,14 +1,43 @@
 #pragma once
 
-#include "com/control/Facet_com.h"
-
+#include <windows.h>
+// After windows.h:
 #include <ocidl.h>
+#include <oleidl.h>
+#include <wrl/client.h>
 
 #include <memory>
 
+#include "com/control/Facet_com.h"
 #include "com/control/Snapshot_win.h"
 
 namespace zyn {
+
+/// The one sink of a control's picture (IViewObject::SetAdvise), and what it is told.
+class ViewAdvice {
+ public:
+  void set(DWORD aspects, DWORD flags, IAdviseSink* sink);
+  Microsoft::WRL::ComPtr<IAdviseSink> get(DWORD* aspects, DWORD* flags) const;
+  void clear() noexcept;
+
+  /// The picture changed; kept back while it is frozen.
+  void changed();
+
+  /// Freezing nests. True when it was not frozen before, or is not any more.
+  bool freeze() noexcept { return ++freezes_ == 1; }
+  bool unfreeze() noexcept { return --freezes_ == 0; }
+  bool isFrozen() const noexcept { return freezes_ > 0; }
+
+  /// Tells what was kept back.
+  void catchUp();
+
+ private:
+  Microsoft::WRL::ComPtr<IAdviseSink> sink_;
+  DWORD aspects_ = 0;
+  DWORD flags_ = 0;
+  int freezes_ = 0;
+  bool keptBack_ = false;
+};
 
 /// IViewObjectEx: pictures of the control for its container. They are the same whatever index goes
 /// with the aspect: it has a meaning for other aspects only, and containers pass any.

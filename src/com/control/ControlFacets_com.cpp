@@ -1,8 +1,29 @@
-#include "com/control/QuickActivateFacet_com.h"
+#include "com/control/ControlFacets_com.h"
 
+#include "com/ModuleState_com.h"
 #include "com/control/Control_com.h"
 
 namespace zyn {
+
+STDMETHODIMP OleControlFacet::GetControlInfo(CONTROLINFO* info) noexcept {
+  if (!info) {
+    return E_POINTER;
+  }
+  *info = {};
+  info->cb = sizeof *info;
+  return S_OK;
+}
+
+STDMETHODIMP OleControlFacet::OnMnemonic(MSG*) noexcept { return S_OK; }
+
+STDMETHODIMP OleControlFacet::OnAmbientPropertyChange(DISPID property) noexcept {
+  return entry([&] { control().surroundingsChanged(property); });
+}
+
+STDMETHODIMP OleControlFacet::FreezeEvents(BOOL freeze) noexcept {
+  control().freezeEvents(freeze != FALSE);
+  return S_OK;
+}
 
 STDMETHODIMP QuickActivateFacet::QuickActivate(QACONTAINER* container, QACONTROL* answer) noexcept {
   if (!container || !answer) {
@@ -39,6 +60,29 @@ STDMETHODIMP QuickActivateFacet::SetContentExtent(LPSIZEL extent) noexcept {
 
 STDMETHODIMP QuickActivateFacet::GetContentExtent(LPSIZEL extent) noexcept {
   return control().oleObject().GetExtent(DVASPECT_CONTENT, extent);
+}
+
+STDMETHODIMP ProvideClassInfoFacet::GetClassInfo(ITypeInfo** info) noexcept {
+  if (!info) {
+    return E_POINTER;
+  }
+  *info = nullptr;
+  return entry([&] {
+    return ModuleState::instance().typeLibrary()->GetTypeInfoOfGuid(control().description().id,
+                                                                    info);
+  });
+}
+
+STDMETHODIMP ProvideClassInfoFacet::GetGUID(DWORD kind, GUID* guid) noexcept {
+  if (!guid) {
+    return E_POINTER;
+  }
+  *guid = GUID_NULL;
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) {
+    return E_INVALIDARG;
+  }
+  *guid = control().description().events;
+  return S_OK;
 }
 
 }  // namespace zyn
