@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 #include "trace/PixelGrid.h"
 #include "trace/PointSequence.h"
@@ -74,6 +75,11 @@ struct CellRun {
     return isInColumn ? mapping.x : mapping.y;
   }
 };
+
+/// Appends to `chosen`, in order, the points of the run whose lines light the same pixels as the
+/// lines through all of its points.
+void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
+                std::vector<std::size_t>& chosen);
 
 /// How far a point reaches along a column into the diamond in the middle of its pixel: OpenGL draws
 /// the pixels whose diamond a line leaves, so that the corners of a pixel do not count.

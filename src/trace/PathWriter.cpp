@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "trace/PathReduction.h"
-#include "trace/RunOutline.h"
 #include "trace/RunSearch.h"
 
 namespace zyn {

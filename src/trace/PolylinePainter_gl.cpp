@@ -246,7 +246,7 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     return;
   }
   const PixelGrid grid = gridOf(viewport, *mapping, style.alpha);
-  const ClipBand plane(*mapping, viewport.values);
+  const ClipBand plane(*mapping, viewport.values, viewport.values[0] - grid.left);
   const ClipBand* const band = isFlat ? &plane : nullptr;
   if (mode == GL_SELECT) {
     drawPath(space, pathInSight({points, boxes, *mapping}, grid), band);

@@ -38,9 +38,6 @@ AffineForm toRange(const Matrix& clip, std::size_t row, double start, double siz
           clip[12 + row] * factor + size / 2 + start};
 }
 
-/// The width of the band in pixels: far more than that of any line.
-constexpr double kBand = 4096;
-
 /// Where the form is not less than a value.
 AffineForm atLeast(double low, AffineForm form) {
   form.constant -= low;
@@ -83,26 +80,27 @@ std::optional<WindowMapping> windowMapping(std::span<const double, 16> modelView
                        toRange(clip, 1, viewport[1], viewport[3]), toRange(clip, 2, 0, 1)};
 }
 
-ClipBand::ClipBand(const WindowMapping& mapping, std::span<const int, 4> viewport)
-    : sides_{atLeast(viewport[0] - kBand, mapping.x),
-             atLeast(-(viewport[0] + viewport[2] + kBand), -mapping.x),
-             atLeast(viewport[1] - kBand, mapping.y),
-             atLeast(-(viewport[1] + viewport[3] + kBand), -mapping.y)} {}
+ClipBand::ClipBand(const WindowMapping& mapping, std::span<const int, 4> viewport, double margin)
+    : sides_{atLeast(viewport[0] - kWidth, mapping.x),
+             atLeast(-(viewport[0] + viewport[2] + kWidth), -mapping.x),
+             atLeast(viewport[1] - kWidth, mapping.y),
+             atLeast(-(viewport[1] + viewport[3] + kWidth), -mapping.y)},
+      seen_(std::max(kWidth - margin, 0.0)) {}
 
 std::optional<ClipBand::Segment> ClipBand::clip(const PlanePoint& from,
                                                 const PlanePoint& to) const {
   Segment left{from, to};
   for (const AffineForm& side : sides_) {
-    const bool isFromWithin = side.at(left.from.x, left.from.y, 0) >= 0;
-    const bool isToWithin = side.at(left.to.x, left.to.y, 0) >= 0;
-    if (!isFromWithin && !isToWithin) {
+    const double fromWithin = side.at(left.from.x, left.from.y, 0);
+    const double toWithin = side.at(left.to.x, left.to.y, 0);
+    if (!(fromWithin >= seen_) && !(toWithin >= seen_)) {
       return std::nullopt;
     }
-    if (!isFromWithin) {
+    if (!(fromWithin >= 0)) {
       left.from = crossing(lineThrough(from, to), side);
       left.isFromCut = true;
     }
-    if (!isToWithin) {
+    if (!(toWithin >= 0)) {
       left.to = crossing(lineThrough(from, to), side);
     }
   }

@@ -61,14 +61,20 @@ class ClipBand {
     bool isFromCut = false;  ///< it enters at `from`
   };
 
-  /// Around a viewport (left, bottom, width, height).
-  ClipBand(const WindowMapping& mapping, std::span<const int, 4> viewport);
+  /// The width of the band in pixels: far more than that of any line.
+  static constexpr double kWidth = 4096;
 
-  /// None where nothing is left. Ends within the band stay exactly as they are.
+  /// Around a viewport (left, bottom, width, height). `margin`: what so many pixels outside of it
+  /// may be seen of a line.
+  ClipBand(const WindowMapping& mapping, std::span<const int, 4> viewport, double margin = kWidth);
+
+  /// None where nothing is left, or nothing of it can be seen. Ends within the band stay exactly as
+  /// they are.
   std::optional<Segment> clip(const PlanePoint& from, const PlanePoint& to) const;
 
  private:
   std::array<AffineForm, 4> sides_;  ///< not negative within
+  double seen_;                      ///< their value where something can be seen
 };
 
 }  // namespace zyn

@@ -96,5 +96,15 @@ TEST(ClipBandTest, TheLargestNumbersLeaveNothingInfinite) {
   }
 }
 
+TEST(ClipBandTest, WhatCannotBeSeenIsLeftOut) {
+  const ClipBand band(kPixels, kViewport, 3);
+  EXPECT_FALSE(band.clip({-50, -4}, {250, -4}));
+  EXPECT_FALSE(band.clip({204, 50}, {300, 60}));
+  for (const double y : {-2.0, 50.0, 102.0}) {
+    expectSegment(band.clip({-50, y}, {250, y}), {-50, y}, {250, y}, false);
+  }
+  expectSegment(band.clip({-20, 50}, {20, -300}), {-20, 50}, {20, -300}, false);
+}
+
 }  // namespace
 }  // namespace zyn

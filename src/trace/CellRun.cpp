@@ -1,4 +1,4 @@
-#include "trace/RunOutline.h"
+#include "trace/CellRun.h"
 
 #include <algorithm>
 #include <array>
