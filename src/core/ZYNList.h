@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <type_traits>
+#include <utility>
 
 namespace zyn {
 
@@ -29,8 +31,8 @@ class ZYNList {
   ZYNList& operator=(const ZYNList&) = delete;
   virtual ~ZYNList() {
     ZYNList::clear();
-    for (Walk* walk = walks_; walk; walk = walk->otherWalk_) {
-      walk->list_ = nullptr;
+    for (Stand* walk = walks_; walk; walk = walk->other) {
+      walk->list = nullptr;
     }
   }
 
@@ -63,8 +65,9 @@ class ZYNList {
 
   /// Unlinks and frees all nodes, and ends every walk.
   virtual void clear() {
-    for (Walk* walk = walks_; walk; walk = walk->otherWalk_) {
-      walk->end();
+    for (Stand* walk = walks_; walk; walk = walk->other) {
+      walk->node = nullptr;
+      walk->link = nullptr;
     }
     while (head_) {
       takeFirst();
@@ -111,6 +114,15 @@ class ZYNList {
   virtual void freeNode(Node* node) { delete node; }
 
  private:
+  /// Where a walk stands. Not on the stack: foreign code may leave a walk without its destructor
+  /// being called, by longjmp or by a structured exception.
+  struct Stand {
+    ZYNList* list = nullptr;
+    Node** link = nullptr;  ///< to the next value; null once the walk has been ended
+    Node* node = nullptr;
+    Stand* other = nullptr;
+  };
+
   /// The node whose `next` is at this address; null for none.
   static Node* holderOf(Node** link) {
     static_assert(std::is_standard_layout_v<Node> && offsetof(Node, next) == 0);
@@ -124,8 +136,10 @@ class ZYNList {
       node.next->prevLink = node.prevLink;
     }
     moveLinks(&node.next, link);
-    for (Walk* walk = walks_; walk; walk = walk->otherWalk_) {
-      walk->forget(node);
+    for (Stand* walk = walks_; walk; walk = walk->other) {
+      if (walk->node == &node) {
+        walk->node = nullptr;
+      }
     }
     if (cursor_ == &node) {
       cursor_ = nullptr;
@@ -138,8 +152,10 @@ class ZYNList {
     if (tailLink_ == from) {
       tailLink_ = to;
     }
-    for (Walk* walk = walks_; walk; walk = walk->otherWalk_) {
-      walk->moveLink(from, to);
+    for (Stand* walk = walks_; walk; walk = walk->other) {
+      if (walk->link == from) {
+        walk->link = to;
+      }
     }
   }
 
@@ -147,7 +163,9 @@ class ZYNList {
   Node** tailLink_ = &head_;  ///< the link that the next appended node hangs on
   const Node* cursor_ = nullptr;
   std::size_t count_ = 0;
-  Walk* walks_ = nullptr;  ///< the walks under way, through `otherWalk_`
+  Stand* walks_ = nullptr;  ///< the walks under way, through `other`
+  /// For the next walk, which is not to fail for want of memory.
+  std::unique_ptr<Stand> spare_ = std::make_unique<Stand>();
 };
 
 /// Goes through a list while the list may change: values appended on the way are reached, removed
@@ -159,68 +177,49 @@ template <class T>
 class ZYNList<T>::Walk {
  public:
   /// Stands on the first value.
-  explicit Walk(ZYNList& list) : list_(&list), link_(&list.head_), otherWalk_(list.walks_) {
-    list.walks_ = this;
+  explicit Walk(ZYNList& list)
+      : stand_(list.spare_ ? std::move(list.spare_) : std::make_unique<Stand>()) {
+    *stand_ = {&list, &list.head_, nullptr, list.walks_};
+    list.walks_ = stand_.get();
     advance();
   }
   Walk(const Walk&) = delete;
   Walk& operator=(const Walk&) = delete;
-  /// Not inlined: GCC 12 then takes the list, while it is walked, for one that keeps a dead walk.
-  [[gnu::noinline]] ~Walk() {
-    if (!list_) {
+  ~Walk() {
+    ZYNList* const list = stand_->list;
+    if (!list) {
       return;
     }
-    Walk** entry = &list_->walks_;
-    while (*entry != this) {
-      entry = &(*entry)->otherWalk_;
+    Stand** entry = &list->walks_;
+    while (*entry != stand_.get()) {
+      entry = &(*entry)->other;
     }
-    *entry = otherWalk_;
+    *entry = stand_->other;
+    list->spare_ = std::move(stand_);
   }
 
   /// Whether it stands on a value: not at the end, and the value has not been removed since.
-  explicit operator bool() const { return node_ != nullptr; }
+  explicit operator bool() const { return stand_->node != nullptr; }
 
   /// The value it stands on, or null.
-  T operator*() const { return node_ ? node_->value : nullptr; }
+  T operator*() const { return stand_->node ? stand_->node->value : nullptr; }
 
   void advance() {
-    if (Node* const next = link_ ? *link_ : nullptr) {
+    if (Node* const next = stand_->link ? *stand_->link : nullptr) {
       stand(*next);
     } else {
-      node_ = nullptr;
+      stand_->node = nullptr;
     }
   }
 
   /// Moves on to a node of the list, without visiting those before it.
   void stand(Node& node) {
-    node_ = &node;
-    link_ = &node.next;
+    stand_->node = &node;
+    stand_->link = &node.next;
   }
 
  private:
-  friend class ZYNList;
-
-  void moveLink(Node** from, Node** to) {
-    if (link_ == from) {
-      link_ = to;
-    }
-  }
-
-  void forget(const Node& node) {
-    if (node_ == &node) {
-      node_ = nullptr;
-    }
-  }
-
-  void end() {
-    node_ = nullptr;
-    link_ = nullptr;
-  }
-
-  ZYNList* list_;
-  Node** link_;  ///< the link to the next value; null once the walk has been ended
-  Node* node_ = nullptr;
-  Walk* otherWalk_;
+  std::unique_ptr<Stand> stand_;
 };
 
 }  // namespace zyn

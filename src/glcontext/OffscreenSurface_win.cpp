@@ -1,16 +1,21 @@
 #include "glcontext/OffscreenSurface_win.h"
 
 #include <algorithm>
+#include <iterator>
+#include <mutex>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "core/Dib.h"
-#include "core/ScopedFlag.h"
 #include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/RenderingContext_win.h"
 #include "glcontext/gl_api.h"
+#include "platform/ModuleStatic.h"
+#include "platform/Mutex_win.h"
+#include "platform/RunningScope_win.h"
 
 namespace zyn {
 namespace {
@@ -46,10 +51,62 @@ struct OffscreenSurface::Target {
   std::optional<SharedBitmap> picture;
   /// What OpenGL draws on: at most one tile large.
   std::optional<MemorySurface> canvas;
-  RenderingContext context;
-  bool isDrawing = false;
+  std::optional<RenderingContext> context{std::in_place};
+  RunningScope pass;
 
+  ~Target() { close(); }
+  bool hasContext() const { return context && *context; }
   void keep(const Tile& tile);
+  /// The context goes first: it draws on the canvas.
+  void close() {
+    context.reset();
+    canvas.reset();
+    picture.reset();
+  }
+};
+
+/// The targets that are being drawn on. Where foreign code leaves a pass without its end, nobody
+/// else may know of what it has drawn on.
+class OffscreenSurface::Passes {
+ public:
+  static Passes& instance() {
+    static const ModuleStatic<Passes> thePasses;
+    return *thePasses;
+  }
+
+  /// A target's entry for as long as it is drawn on.
+  class Entry {
+   public:
+    explicit Entry(const std::shared_ptr<Target>& target) : target_(target) {
+      const std::lock_guard lock(instance().mutex_);
+      instance().targets_.push_back(target);
+    }
+    ~Entry() {
+      const std::lock_guard lock(instance().mutex_);
+      std::erase(instance().targets_, target_);
+    }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+
+   private:
+    const std::shared_ptr<Target>& target_;
+  };
+
+  /// Frees what lost passes of this thread hold.
+  void closeLost() {
+    std::vector<std::shared_ptr<Target>> lost;
+    {
+      const std::lock_guard lock(mutex_);
+      const auto isLost = [](const auto& target) { return !target->pass.isRunning(); };
+      std::ranges::copy_if(targets_, std::back_inserter(lost), isLost);
+      std::erase_if(targets_, isLost);
+    }
+    for (const auto& target : lost) target->close();
+  }
+
+ private:
+  Mutex mutex_;
+  std::vector<std::shared_ptr<Target>> targets_;
 };
 
 /// Copies a drawn tile from the canvas to its place in the picture.
@@ -71,6 +128,7 @@ OffscreenSurface::OffscreenSurface(ShowMessage showMessage)
 OffscreenSurface::~OffscreenSurface() = default;
 
 void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Prepare& prepare) {
+  Passes::instance().closeLost();
   target_.reset();
   width_ = width;
   height_ = height;
@@ -96,10 +154,10 @@ std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& 
   if (!setCanvasFormat(target->canvas->dc())) {
     throw systemFailure(GetLastError(), L"OpenGL has no pixel format for bitmaps");
   }
-  if (!target->context.create(target->canvas->dc())) failAloud(L"wglCreateContext");
-  const CurrentContext current(target->canvas->dc(), target->context.get());
+  if (!target->context->create(target->canvas->dc())) failAloud(L"wglCreateContext");
+  const CurrentContext current(target->canvas->dc(), target->context->get());
   if (!current) failAloud(L"wglMakeCurrent");
-  target->context.keep(prepare());
+  target->context->keep(prepare());
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   return target;
 }
@@ -113,29 +171,32 @@ void OffscreenSurface::failAloud(const std::wstring& function) const {
 
 void OffscreenSurface::equip(const Prepare& prepare) {
   const auto target = target_;
-  if (!target) return;
-  const CurrentContext current(target->canvas->dc(), target->context.get());
-  if (current) target->context.keep(prepare());
+  if (!target || !target->hasContext()) return;
+  const CurrentContext current(target->canvas->dc(), target->context->get());
+  if (current) target->context->keep(prepare());
 }
 
-bool OffscreenSurface::hasContext() const { return target_ != nullptr; }
+bool OffscreenSurface::hasContext() const { return target_ && target_->hasContext(); }
 
 const SharedBitmap* OffscreenSurface::picture() const {
-  return target_ ? &*target_->picture : nullptr;
+  return hasContext() ? &*target_->picture : nullptr;
 }
 
 UniqueBitmap OffscreenSurface::handOverBitmap() {
-  return target_ ? target_->picture->giveBitmap() : nullptr;
+  return hasContext() ? target_->picture->giveBitmap() : nullptr;
 }
 
 void OffscreenSurface::render(const Draw& draw) {
+  Passes::instance().closeLost();
   const auto target = target_;
-  if (!target || target->isDrawing) return;
-  const ScopedFlag drawing(target->isDrawing);
+  if (!target || !target->hasContext()) return;
+  const RunningScope::Guard pass(target->pass);
+  if (pass.isNested()) return;
+  const Passes::Entry entry(target);
   for (const Tile& tile :
        tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
     // Made current for each tile: what draws may leave another context behind, or none.
-    const CurrentContext current(target->canvas->dc(), target->context.get());
+    const CurrentContext current(target->canvas->dc(), target->context->get());
     if (!current) return;
     glViewport(0, 0, tile.drawn.width, tile.drawn.height);
     draw(tile);

@@ -19,7 +19,8 @@ namespace zyn {
 /// rendering context of its own.
 ///
 /// The picture can be handed over to another owner; both then share one memory, and the surface
-/// stays usable whatever the other owner does. One thread at a time.
+/// stays usable whatever the other owner does. Where foreign code leaves a pass without its end
+/// (RunningScope), the surface is empty afterwards. One thread at a time.
 class OffscreenSurface {
  public:
   /// Shows a text to the user.
@@ -71,6 +72,8 @@ class OffscreenSurface {
 
  private:
   struct Target;
+  class Passes;
+
   std::shared_ptr<Target> make(const Prepare& prepare) const;
   [[noreturn]] void failAloud(const std::wstring& function) const;
 

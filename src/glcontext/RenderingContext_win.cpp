@@ -7,6 +7,9 @@
 namespace zyn {
 
 RenderingContext::~RenderingContext() {
+  if (context_ && wglGetCurrentContext() == context_.get()) {
+    wglMakeCurrent(nullptr, nullptr);
+  }
   if (belongings_.empty()) {
     return;
   }

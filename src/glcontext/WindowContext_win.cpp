@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cwchar>
+#include <optional>
 #include <utility>
 
 #include "glcontext/ChildPresentation_win.h"
@@ -33,11 +34,21 @@ void tell(const WindowContext::ShowMessage& show, const wchar_t* failure) {
 }  // namespace
 
 struct WindowContext::Target {
-  explicit Target(HWND window) : frames(window) {}
+  explicit Target(HWND window) : frames(std::in_place, window), context(std::in_place) {}
+  ~Target() { close(); }
+  Target(const Target&) = delete;
+  Target& operator=(const Target&) = delete;
 
-  // The context goes first: it draws on the device context.
-  ChildPresentation frames;
-  RenderingContext context;
+  bool hasContext() const { return context && *context; }
+
+  /// The context goes first: it draws on the device context.
+  void close() {
+    context.reset();
+    frames.reset();
+  }
+
+  std::optional<ChildPresentation> frames;
+  std::optional<RenderingContext> context;
 };
 
 WindowContext::WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage)
@@ -45,18 +56,25 @@ WindowContext::WindowContext(const ContextFailureTexts& failures, ShowMessage sh
 
 WindowContext::~WindowContext() = default;
 
-bool WindowContext::create(HWND window, const Prepare& prepare) {
+bool WindowContext::create(HWND window, Prepare prepare) {
   destroy();
+  window_ = window;
+  prepare_ = std::move(prepare);
+  return create();
+}
+
+bool WindowContext::create() {
+  const HWND window = window_;
   const auto target = std::make_shared<Target>(window);
-  const HDC dc = target->frames.dc();
+  const HDC dc = target->frames->dc();
   if (!setWindowFormat(dc)) {
     tell(showMessage_, failures_.pixelFormat);
     return false;
   }
-  if (target->context.create(dc)) {
-    const CurrentContext current(dc, target->context.get());
+  if (target->context->create(dc)) {
+    const CurrentContext current(dc, target->context->get());
     if (current) {
-      target->context.keep(prepare());
+      target->context->keep(prepare_());
     } else {
       tell(showMessage_, failures_.makingCurrent);
     }
@@ -70,37 +88,46 @@ bool WindowContext::create(HWND window, const Prepare& prepare) {
   return true;
 }
 
-void WindowContext::destroy() { target_.reset(); }
-
-bool WindowContext::isValid() const { return target_ && target_->context; }
-
-HDC WindowContext::dc() const { return target_ ? target_->frames.dc() : nullptr; }
-
-double WindowContext::resolution() const {
-  return target_ ? resolutionOf(target_->frames.dc()) : 0;
+void WindowContext::destroy() {
+  // Drawing that was left without its end keeps its share for ever.
+  if (target_ && !use_.isRunning()) {
+    target_->close();
+  }
+  target_.reset();
 }
 
-bool WindowContext::withContext(const std::function<void()>& work) const {
+double WindowContext::resolution() const {
+  return target_ ? resolutionOf(target_->frames->dc()) : 0;
+}
+
+bool WindowContext::withContext(const std::function<void()>& work) {
+  const RunningScope::Guard use(use_);
+  if (use.followsLost() && target_) {
+    // What drawing left behind in the context when it was left without its end is anybody's guess.
+    target_->close();
+    target_.reset();
+    create();
+  }
   const auto target = target_;
-  if (!target || !target->context) {
+  if (!target || !target->hasContext()) {
     return false;
   }
-  if (wglGetCurrentContext() == target->context.get()) {
+  if (wglGetCurrentContext() == target->context->get()) {
     work();
     return true;
   }
-  const CurrentContext current(target->frames.dc(), target->context.get());
+  const CurrentContext current(target->frames->dc(), target->context->get());
   if (!current) {
     return false;
   }
-  target->frames.follow();
+  target->frames->follow();
   work();
   return true;
 }
 
 void WindowContext::present() const {
   if (target_) {
-    target_->frames.present();
+    target_->frames->present();
   }
 }
 

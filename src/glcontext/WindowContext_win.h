@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/RunningScope_win.h"
+
 namespace zyn {
 
 /// What the user is told when a window's rendering context cannot be set up; nothing where null.
@@ -25,7 +27,8 @@ inline constexpr ContextFailureTexts kView2DFailures = {
 /// The OpenGL rendering context of a view's window, never left current between calls.
 ///
 /// It may be destroyed while it draws (the window is closed by what is drawn): drawing then runs to
-/// its end, shows nothing, and the context is freed. One thread, the window's.
+/// its end, shows nothing, and the context is freed. Where foreign code leaves drawing without its
+/// end (RunningScope), the next use makes the context anew. One thread, the window's.
 class WindowContext {
  public:
   /// Shows a text to the user, and may wait for him.
@@ -42,19 +45,12 @@ class WindowContext {
 
   /// Gives the window a pixel format and a rendering context, in place of the context there was.
   /// False if the window can take no pixel format: nothing more is to be set up then. True also
-  /// where the context cannot be made, which leaves `isValid` false and `prepare` uncalled. What
-  /// `prepare` throws is passed on; there is no context then.
-  bool create(HWND window, const Prepare& prepare);
+  /// where the context cannot be made, which leaves `prepare` uncalled. What `prepare` throws is
+  /// passed on; there is no context then. `prepare` is kept.
+  bool create(HWND window, Prepare prepare);
 
   /// Frees the context and the device context; also when the window is already gone.
   void destroy();
-
-  /// Whether there is a rendering context to draw with.
-  bool isValid() const;
-
-  /// The device context that the rendering context draws on, kept from `create` to `destroy`; null
-  /// outside.
-  HDC dc() const;
 
   /// Dots per inch of the window's device; 0 without one.
   double resolution() const;
@@ -62,7 +58,7 @@ class WindowContext {
   /// Calls `work` with the context current, and makes current again what was current before; in
   /// place where the context is current already. False, without a call, if it cannot be made
   /// current. What `work` throws is passed on.
-  bool withContext(const std::function<void()>& work) const;
+  bool withContext(const std::function<void()>& work);
 
   /// Shows what is drawn. To be called within `withContext`.
   void present() const;
@@ -70,8 +66,13 @@ class WindowContext {
  private:
   struct Target;
 
+  bool create();
+
   ContextFailureTexts failures_;
   ShowMessage showMessage_;
+  HWND window_ = nullptr;
+  Prepare prepare_;
+  RunningScope use_;
   /// Shared with the drawing under way, which survives `destroy`.
   std::shared_ptr<Target> target_;
 };

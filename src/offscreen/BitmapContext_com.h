@@ -15,13 +15,13 @@
 #include "com/NumericArrayVariant_com.h"
 #include "com/errors_com.h"
 #include "com/properties_com.h"
-#include "core/ScopedFlag.h"
 #include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "objects/text/ContextFonts_win.h"
 #include "offscreen/ImageExport_win.h"
 #include "platform/Failure_win.h"
 #include "platform/MessageBox_win.h"
+#include "platform/RunningScope_win.h"
 #include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
 
@@ -92,11 +92,12 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
         return E_POINTER;
       }
       *ret = 1;
-      const auto surface = std::make_shared<OffscreenSurface>(
-          [](const std::wstring& text) { showMessage(text.c_str()); });
-      surface_ = surface;
-      surface->create(width, height, [this] { return prepareContext(); });
-      tellFailure([&] { requireContext(surface.get()); });
+      if (!rendering_.isRunningHere()) {
+        rendering_.forget();
+      }
+      isLost_ = false;
+      makeSurface(width, height);
+      tellFailure([&] { requireContext(surface_.get()); });
       return S_OK;
     });
   }
@@ -105,15 +106,20 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   template <class Write>
   HRESULT exportWith(Write write) noexcept {
     return automation(derived(), [&] {
+      const RunningScope::Guard rendering(rendering_);
+      if (!rendering.isNested()) {
+        isLost_ = isLost_ || rendering.followsLost();
+        replaceLostSurface();
+      }
       // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
       // picture: there is none yet.
       const std::shared_ptr<OffscreenSurface> surface = surface_;
-      if (!rendering_ && surface && surface->hasContext()) {
-        render(*surface);
+      if (!rendering.isNested() && surface && surface->hasContext()) {
+        drawOn(*surface);
       }
       tellFailure([&] {
         requireContext(surface.get());
-        if (rendering_) {
+        if (rendering.isNested()) {
           throw Failure(E_UNEXPECTED, L"The picture is being drawn");
         }
         write(*surface);
@@ -190,9 +196,26 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     return fonts;
   }
 
-  void render(OffscreenSurface& surface) {
-    const ScopedFlag rendering(rendering_);
-    drawOn(surface);
+  void makeSurface(std::int64_t width, std::int64_t height) {
+    const auto surface = std::make_shared<OffscreenSurface>(
+        [](const std::wstring& text) { showMessage(text.c_str()); });
+    surface_ = surface;
+    surface->create(width, height, [this] { return prepareContext(); });
+  }
+
+  /// What is drawn has left a pass without its end.
+  void replaceLostSurface() {
+    if (isLost_ && surface_) {
+      makeSurface(surface_->width(), surface_->height());
+      if (!surface_->hasContext()) {
+        const std::optional<Failure>& why = surface_->whyEmpty();
+        throw Failure(E_FAIL,
+                      L"An object has broken its drawing off, and the rendering context "
+                      L"cannot be made again: " +
+                          (why ? why->text() : std::wstring()));
+      }
+    }
+    isLost_ = false;
   }
 
   CListTrace drawList_;
@@ -204,7 +227,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   HGLRC renderingContext_ = nullptr;  ///< of the surface
   std::weak_ptr<DisplayLists> lists_;
   std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
-  bool rendering_ = false;
+  RunningScope rendering_;
+  bool isLost_ = false;
 };
 
 }  // namespace zyn

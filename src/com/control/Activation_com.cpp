@@ -4,7 +4,6 @@
 
 #include "com/askFor_com.h"
 #include "com/control/Control_com.h"
-#include "core/ScopedFlag.h"
 
 namespace zyn {
 
@@ -29,10 +28,10 @@ HRESULT announce(IOleInPlaceSite* site) {
 }  // namespace
 
 HRESULT Activation::activate(const Wish& wish) {
-  if (activating_) {
+  const RunningScope::Guard activating(activating_);
+  if (activating.isNested()) {
     return S_OK;
   }
-  const ScopedFlag activating(activating_);
   if (!isActive()) {
     const HRESULT entered = enter(wish);
     if (entered != S_OK) {

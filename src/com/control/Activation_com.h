@@ -5,6 +5,8 @@
 #include <oleidl.h>
 #include <wrl/client.h>
 
+#include "platform/RunningScope_win.h"
+
 namespace zyn {
 
 class Control;
@@ -55,7 +57,7 @@ class Activation {
 
   Control& control_;
   State state_ = State::loaded;
-  bool activating_ = false;
+  RunningScope activating_;
   Site site_;  ///< held while active, whatever the client site has become
   Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame_;
   Microsoft::WRL::ComPtr<IOleInPlaceUIWindow> document_;

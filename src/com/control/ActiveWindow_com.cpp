@@ -179,13 +179,13 @@ void ActiveWindow::resized(HWND window) {
 }
 
 void ActiveWindow::paint(HWND window) {
-  if (paintPauses_ > 0) {
+  const PaintPause pause(*this);
+  if (pause.isNested()) {
     ValidateRect(window, nullptr);
     paintAgain_ = true;
     return;
   }
   boundary([&] {
-    const PaintPause notNested(*this);
     const PaintScope scope(window);
     if (scope.dc() && window == announced_) {
       control_.paint(scope.dc());
@@ -194,7 +194,7 @@ void ActiveWindow::paint(HWND window) {
 }
 
 void ActiveWindow::resumePainting() noexcept {
-  if (--paintPauses_ == 0 && std::exchange(paintAgain_, false)) {
+  if (std::exchange(paintAgain_, false)) {
     control_.repaint();
   }
 }

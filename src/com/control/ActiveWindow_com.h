@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "com/control/ControlWindow_win.h"
+#include "platform/RunningScope_win.h"
 
 namespace zyn {
 
@@ -28,8 +29,8 @@ class ActiveWindow final : public WindowClient {
   /// Gives the window the keyboard unless it, or a child of it, has it.
   void takeFocus() noexcept;
 
-  /// For each pause an end; see PaintPause.
-  void pausePainting() noexcept { ++paintPauses_; }
+  /// See PaintPause.
+  RunningScope& paintPause() noexcept { return paintPause_; }
   void resumePainting() noexcept;
 
   std::optional<LRESULT> windowMessage(HWND window, UINT message, WPARAM wParam,
@@ -49,7 +50,7 @@ class ActiveWindow final : public WindowClient {
   ControlWindow window_{*this};
   HWND announced_ = nullptr;  ///< the window that the control was told of and that has not ended
   SIZE client_ = {};
-  int paintPauses_ = 0;
+  RunningScope paintPause_;
   bool paintAgain_ = false;
 };
 

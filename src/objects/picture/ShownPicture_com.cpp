@@ -3,7 +3,6 @@
 #include <optional>
 #include <utility>
 
-#include "core/ScopedFlag.h"
 #include "objects/picture/PictureImage_com.h"
 
 namespace zyn {
@@ -47,10 +46,10 @@ void ShownPicture::setTransparent(bool transparent) {
 void ShownPicture::convert() {
   ++changes_;
   image_.reset();
-  if (converting_) {
+  const RunningScope::Guard converting(converting_);
+  if (converting.isNested()) {
     return;
   }
-  const ScopedFlag converting(converting_);
   for (int i = 0; i < kMostConversions; ++i) {
     const unsigned change = changes_;
     const ComPtr<IDispatch> source = source_;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "core/PixelImage.h"
+#include "platform/RunningScope_win.h"
 
 namespace zyn {
 
@@ -40,7 +41,7 @@ class ShownPicture {
   std::shared_ptr<const PixelImage> image_;
 
   unsigned changes_ = 0;  ///< of what the conversion depends on
-  bool converting_ = false;
+  RunningScope converting_;
 };
 
 }  // namespace zyn
