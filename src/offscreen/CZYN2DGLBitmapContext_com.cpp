@@ -34,7 +34,7 @@ STDMETHODIMP CZYN2DGLBitmapContext::Add(IDispatch* newTrace, int Mode) noexcept 
     if (element && element->mayDrawText()) {
       needFonts();
     }
-    drawList().append(std::move(element));
+    drawList().add(std::move(element));
   });
 }
 

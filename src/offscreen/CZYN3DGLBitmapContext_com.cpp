@@ -89,7 +89,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
     hand(collected.itemTexts, view);
     itemTexts_.insert(itemTexts_.end(), collected.itemTexts.begin(), collected.itemTexts.end());
     for (auto& element : collected.elements) {
-      drawList().append(std::move(element));
+      drawList().add(std::move(element));
     }
   });
 }

@@ -151,7 +151,7 @@ bool CListTrace::Drawing::misses(ISceneObject& object, int mode) {
 
 CListTrace::~CListTrace() { removeAll(); }
 
-void CListTrace::add(IDispatch* object, std::uint32_t mode) { append(makeElement(object, mode)); }
+void CListTrace::add(IDispatch* object, std::uint32_t mode) { add(makeElement(object, mode)); }
 
 std::unique_ptr<DrawElem> CListTrace::makeElement(IDispatch* object, std::uint32_t mode) {
   if (!object) {
@@ -170,10 +170,10 @@ std::unique_ptr<DrawElem> CListTrace::makeElement(IDispatch* object, std::uint32
   return element;
 }
 
-void CListTrace::append(std::unique_ptr<DrawElem> element) {
+void CListTrace::add(std::unique_ptr<DrawElem> element) {
   if (element) {
     enter(*element);
-    ZYNList::append(element.release());
+    append(element.release());
   }
 }
 
@@ -240,7 +240,7 @@ std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
   return std::unique_ptr<DrawElem>(take(element.node));
 }
 
-bool CListTrace::remove(IDispatch* object) {
+bool CListTrace::removeFirst(IDispatch* object) {
   DrawElem* const element = find(object);
   return element && release(*element);
 }
@@ -248,7 +248,7 @@ bool CListTrace::remove(IDispatch* object) {
 void CListTrace::removeEvery(IDispatch* object) {
   const ComPtr<IDispatch> held = object;  // the list's references may be the only ones
   // Releasing an object may run foreign code that adds it again: no more than there are.
-  for (std::size_t left = count(); left > 0 && remove(object); --left) {
+  for (std::size_t left = count(); left > 0 && removeFirst(object); --left) {
   }
 }
 

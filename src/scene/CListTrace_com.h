@@ -49,10 +49,10 @@ class CListTrace : private ZYNList<DrawElem*> {
   /// What `add` appends, for a caller that appends several or none; null for a null object.
   static std::unique_ptr<DrawElem> makeElement(IDispatch* object, std::uint32_t mode);
 
-  void append(std::unique_ptr<DrawElem> element);
+  void add(std::unique_ptr<DrawElem> element);
 
   /// Removes the first element of `object`. Whether there was one.
-  bool remove(IDispatch* object);
+  bool removeFirst(IDispatch* object);
 
   /// Removes every element of `object`.
   void removeEvery(IDispatch* object);

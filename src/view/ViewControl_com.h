@@ -87,7 +87,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   }
 
   STDMETHODIMP RemoveSelection(IDispatch* Item) noexcept final {
-    return automation(derived(), [&] { selection_.remove(Item); });
+    return automation(derived(), [&] { selection_.removeFirst(Item); });
   }
 
   STDMETHODIMP RemoveAllSelection() noexcept final {

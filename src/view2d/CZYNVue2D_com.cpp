@@ -29,7 +29,7 @@ STDMETHODIMP CZYNVue2D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
     if (!element) {
       return;
     }
-    drawList_.append(std::move(element));
+    drawList_.add(std::move(element));
     refitHome();
     if (drawList_.count() == 1) {
       view_.initView();

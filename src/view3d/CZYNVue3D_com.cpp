@@ -139,13 +139,13 @@ STDMETHODIMP CZYNVue3D::put_ProfondeurDessin(double newVal) noexcept {
 
 STDMETHODIMP CZYNVue3D::Add(IDispatch* newTrace, LONG drawing_mode) noexcept {
   return automation(*this, [&] {
-    drawList_.append(CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode)));
+    drawList_.add(CListTrace::makeElement(newTrace, static_cast<std::uint32_t>(drawing_mode)));
     view_.setSceneBox(measureScene_());
   });
 }
 
 STDMETHODIMP CZYNVue3D::Remove(IDispatch* Item) noexcept {
-  return automation(*this, [&] { drawList_.remove(Item); });
+  return automation(*this, [&] { drawList_.removeFirst(Item); });
 }
 
 STDMETHODIMP CZYNVue3D::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
