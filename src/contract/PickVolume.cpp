@@ -27,12 +27,13 @@ double reach(double low, double high) { return std::abs(low) + std::abs(high); }
 
 }  // namespace
 
-PickVolume::PickVolume(const Matrix& projection, const Matrix& modelView)
+PickVolume::PickVolume(const GlMatrix& projection, const GlMatrix& modelView)
     : modelView_(modelView), sides_{sideOf(projection, 0, 1), sideOf(projection, 0, -1),
                                     sideOf(projection, 1, 1), sideOf(projection, 1, -1),
                                     sideOf(projection, 2, 1), sideOf(projection, 2, -1)} {}
 
-PickVolume::Side PickVolume::sideOf(const Matrix& projection, std::size_t axis, double sign) const {
+PickVolume::Side PickVolume::sideOf(const GlMatrix& projection, std::size_t axis,
+                                    double sign) const {
   Side side{};
   for (std::size_t i = 0; i < 4; ++i) {
     const double depth = (1 + kMargin) * projection[4 * i + 3];

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/Box3.h"
+#include "core/GlMatrix.h"
 #include "core/Point.h"
 
 namespace zyn {
@@ -20,8 +21,7 @@ struct ScreenRectangle {
 class PickVolume {
  public:
   /// OpenGL's matrices, column by column; their product maps model points to clip space.
-  using Matrix = std::array<double, 16>;
-  PickVolume(const Matrix& projection, const Matrix& modelView);
+  PickVolume(const GlMatrix& projection, const GlMatrix& modelView);
 
   /// False when nothing within the box can be hit. True where numbers are not finite.
   bool mayMeet(const Box3& box) const;
@@ -43,9 +43,9 @@ class PickVolume {
     std::array<double, 2> eyeMagnitude;
   };
 
-  Side sideOf(const Matrix& projection, std::size_t axis, double sign) const;
+  Side sideOf(const GlMatrix& projection, std::size_t axis, double sign) const;
 
-  Matrix modelView_;
+  GlMatrix modelView_;
   std::array<Side, 6> sides_;
 };
 

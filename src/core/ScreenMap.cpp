@@ -13,18 +13,6 @@ double element(const GlMatrix& matrix, std::size_t row, std::size_t column) {
   return matrix[4 * column + row];
 }
 
-GlMatrix product(const GlMatrix& a, const GlMatrix& b) {
-  GlMatrix result{};
-  for (std::size_t column = 0; column < 4; ++column) {
-    for (std::size_t row = 0; row < 4; ++row) {
-      for (std::size_t k = 0; k < 4; ++k) {
-        result[4 * column + row] += element(a, row, k) * element(b, k, column);
-      }
-    }
-  }
-  return result;
-}
-
 bool isFinite(const Vecteur& v) {
   return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }

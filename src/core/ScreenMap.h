@@ -3,14 +3,12 @@
 #include <array>
 #include <optional>
 
+#include "core/GlMatrix.h"
 #include "core/PlanePoint.h"
 #include "core/Point.h"
 #include "core/Vecteur.h"
 
 namespace zyn {
-
-/// A matrix as OpenGL holds it, column after column.
-using GlMatrix = std::array<double, 16>;
 
 /// What lies between the eye and the pixels: projection, and viewport (x, y, width, height).
 struct Lens {

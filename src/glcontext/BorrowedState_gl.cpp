@@ -18,12 +18,6 @@ bool hasNameRoom() {
          roomOn(GL_NAME_STACK_DEPTH, GL_MAX_NAME_STACK_DEPTH) >= kNameRoom;
 }
 
-GlMatrix matrixState(GLenum name) {
-  GlMatrix matrix{};
-  glGetDoublev(name, matrix.data());
-  return matrix;
-}
-
 }  // namespace
 
 bool BorrowedState::isAvailable() {

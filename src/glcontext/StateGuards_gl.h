@@ -70,6 +70,8 @@ class AutoGLDepthTest : public AutoGLCapability {
 /// Switches lighting for a scope: mode 1 on, -1 off, any other leaves it.
 class AutoGLLighting : public AutoGLCapability {
  public:
+  static constexpr int kOff = -1;
+
   explicit AutoGLLighting(int mode) : AutoGLCapability(GL_LIGHTING, mode) {}
 };
 

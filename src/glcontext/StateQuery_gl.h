@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/GlMatrix.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {
@@ -44,6 +45,12 @@ inline GLfloat floatState(GLenum name) {
   GLfloat value = 0;
   glGetFloatv(name, &value);
   return value;
+}
+
+inline GlMatrix matrixState(GLenum name) {
+  GlMatrix matrix{};
+  glGetDoublev(name, matrix.data());
+  return matrix;
 }
 
 }  // namespace zyn

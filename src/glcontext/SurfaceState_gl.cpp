@@ -109,10 +109,6 @@ SurfaceState::~SurfaceState() {
 
 namespace {
 
-constexpr int kFrontFaces = 1;
-constexpr int kBackFaces = 2;
-constexpr int kBothFaces = 3;
-
 /// What is behind a transparent surface, its own back included, must stay visible.
 void setTransparency(double alpha) {
   if (alpha < 1.0) {

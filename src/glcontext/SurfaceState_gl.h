@@ -70,12 +70,17 @@ class SurfaceState {
   Float4 colour_{};
 };
 
+/// Which faces a colour is for.
+inline constexpr int kFrontFaces = 1;
+inline constexpr int kBackFaces = 2;
+inline constexpr int kBothFaces = 3;
+
 /// Colours what is drawn during its lifetime, through the material where lighting is on and colour
 /// material off, else through the current colour; blends with source alpha. Gives back on
 /// destruction what it found, except that a material shininess of 0 is not restored.
 class AutoGLColor : CountedGuard {
  public:
-  /// A colour with a standard material. `faces`: 1 = front, 2 = back, 3 = both.
+  /// A colour with a standard material. `faces`: one of the above.
   AutoGLColor(double r, double g, double b, double alpha, int faces);
 
   /// A material: factors of the colour, and shininess, from 0 to 1.

@@ -9,7 +9,7 @@
 #include "glcontext/InitialState_gl.h"
 #include "offscreen/TracePicture_gl.h"
 #include "view/CZYNVueControles_com.h"
-#include "view/ClientSize.h"
+#include "view/Pixels.h"
 #include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 

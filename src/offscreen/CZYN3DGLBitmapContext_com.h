@@ -9,8 +9,8 @@
 #include "ZYNVUE.h"
 #include "contract/ISceneObject_com.h"
 #include "offscreen/BitmapContext_com.h"
+#include "view/Colour3.h"
 #include "view3d/CParamsVue3D.h"
-#include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
 
 namespace zyn {

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "glcontext/Tile.h"
-#include "view2d/ScaledView.h"
+#include "view2d/CParamsVue2D.h"
 
 namespace zyn {
 

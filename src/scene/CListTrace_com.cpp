@@ -120,13 +120,9 @@ std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
   if (enumState(GL_RENDER_MODE) != GL_SELECT || !leavesNothing) {
     return std::nullopt;
   }
-  PickVolume::Matrix projection{};
-  PickVolume::Matrix modelView{};
   std::array<GLdouble, 4> viewport{};
-  glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
-  glGetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
   glGetDoublev(GL_VIEWPORT, viewport.data());
-  return PickQuery{.volume = {projection, modelView},
+  return PickQuery{.volume = {matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX)},
                    .viewportHeight = viewport[3],
                    .fonts = currentFonts(),
                    .isFlat = isFlat};

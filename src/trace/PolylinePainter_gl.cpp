@@ -15,9 +15,6 @@ namespace zyn {
 
 namespace {
 
-constexpr int kOff = -1;
-constexpr int kBothFaces = 3;
-
 /// Of GL_ARB_multisample, which OpenGL 1.1 headers lack. Where the context does not know it, asking
 /// leaves an error, which the colour's guard clears with any other.
 constexpr GLenum kMultisample = 0x809D;
@@ -34,11 +31,8 @@ struct Viewport {
 };
 
 std::optional<WindowMapping> currentMapping(const Viewport& viewport, bool isFlat) {
-  double modelView[16] = {};
-  double projection[16] = {};
-  glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
-  glGetDoublev(GL_PROJECTION_MATRIX, projection);
-  std::optional<WindowMapping> mapping = windowMapping(modelView, projection, viewport.values);
+  std::optional<WindowMapping> mapping = windowMapping(
+      matrixState(GL_MODELVIEW_MATRIX), matrixState(GL_PROJECTION_MATRIX), viewport.values);
   if (mapping && isFlat) {
     mapping->x.z = 0;
     mapping->y.z = 0;
@@ -238,7 +232,7 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   const AutoGLLineWidth lineWidth(width);
   const AutoGLPointSize pointSize(width);
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
-  const AutoGLLighting lighting(kOff);
+  const AutoGLLighting lighting(AutoGLLighting::kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
   const EyeSpace space(isFlat);
   if (!mapping || mode == GL_FEEDBACK) {

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "core/Box3.h"
+#include "core/GlMatrix.h"
 #include "core/PlanePoint.h"
 
 namespace zyn {
@@ -43,11 +44,10 @@ struct WindowMapping {
   AffineForm depth;  ///< 0 near to 1 far
 };
 
-/// The mapping of these matrices (16 values each, in OpenGL's order) and of this viewport (left,
+/// The mapping of these matrices and of this viewport (left,
 /// bottom, width, height). None where it is not affine: with perspective, or values that are not
 /// finite.
-std::optional<WindowMapping> windowMapping(std::span<const double, 16> modelView,
-                                           std::span<const double, 16> projection,
+std::optional<WindowMapping> windowMapping(const GlMatrix& modelView, const GlMatrix& projection,
                                            std::span<const int, 4> viewport);
 
 /// What is seen of the plane z = 0, with a generous band around it. Segments are cut off at its

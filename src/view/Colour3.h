@@ -1,7 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <optional>
 
 namespace zyn {
 
@@ -9,9 +9,11 @@ namespace zyn {
 using Colour3 = std::array<float, 3>;
 
 /// Whether every component lies in 0..1.
-inline bool isColour(const Colour3& colour) {
-  return std::all_of(colour.begin(), colour.end(),
-                     [](float component) { return component >= 0.0F && component <= 1.0F; });
-}
+bool isColour(const Colour3& colour);
+
+/// Colour of the background gradient as hosts give it: all components in 0..1, or all in 0..255 as
+/// soon as one exceeds 1. None for a negative component, one above 255, or one that is not a
+/// number.
+std::optional<Colour3> gradientColour(float r, float g, float b);
 
 }  // namespace zyn

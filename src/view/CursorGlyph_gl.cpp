@@ -8,7 +8,6 @@ namespace {
 
 constexpr GLsizei kSide = 13;
 constexpr GLfloat kCentre = 6.0F;
-constexpr int kOff = -1;
 
 /// From the bottom, two bytes a row, the leftmost pixel being the highest bit.
 constexpr GLubyte kRows[kSide * 2] = {
@@ -40,7 +39,7 @@ CursorGlyph::~CursorGlyph() { glDeleteLists(list_, 1); }
 
 void CursorGlyph::draw(float x, float y, float z) const {
   const PushedAttributes colourAndRasterPosition(GL_CURRENT_BIT);
-  const AutoGLLighting lighting(kOff);
+  const AutoGLLighting lighting(AutoGLLighting::kOff);
   glColor3f(0, 0, 0);  // before the raster position, which takes it
   glRasterPos3f(x, y, z);
   glCallList(list_);

@@ -15,7 +15,6 @@ namespace {
 
 static_assert(std::is_same_v<GLuint, std::uint32_t>);
 
-constexpr int kOff = -1;
 constexpr int kUnchanged = 0;
 
 /// Sides of regions in pixels, between which single precision tells their edges apart.
@@ -78,7 +77,7 @@ PickRecords runPickPass(const PickPass& pass, const std::function<void(const Pic
     return {};
   }
   const PicturePart part = partOf(pass.region, viewport[2], viewport[3]);
-  const AutoGLLighting lighting(pass.unlit ? kOff : kUnchanged);
+  const AutoGLLighting lighting(pass.unlit ? AutoGLLighting::kOff : kUnchanged);
   std::vector<GLuint> buffer(PickPass::kFirstBuffer);
   GLint hits = fill(buffer, part, draw);
   while (hits < 0 && buffer.size() < pass.largestBuffer) {

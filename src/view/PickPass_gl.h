@@ -5,7 +5,7 @@
 
 #include "glcontext/Tile.h"
 #include "view/PickRecords.h"
-#include "view/PickRegion.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 

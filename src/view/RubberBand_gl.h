@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/RubberBand.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 

@@ -5,8 +5,7 @@
 
 #include "view/MouseInput.h"
 #include "view/PickRecords.h"
-#include "view/PixelPoint.h"
-#include "view/RubberBand.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "view/PixelPoint.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 

@@ -1,9 +1,28 @@
 #pragma once
 
-#include "view/ClientSize.h"
-#include "view2d/Rect2.h"
+#include <algorithm>
+
+#include "view/Pixels.h"
 
 namespace zyn {
+
+/// A rectangle in the plane, given by its bounds. Nothing keeps a lower bound below the upper one.
+struct Rect2 {
+  double xMin = 0.0;
+  double xMax = 0.0;
+  double yMin = 0.0;
+  double yMax = 0.0;
+
+  bool operator==(const Rect2& other) const = default;
+
+  double width() const { return xMax - xMin; }
+  double height() const { return yMax - yMin; }
+
+  /// The same rectangle with its bounds in order.
+  Rect2 ordered() const {
+    return {std::min(xMin, xMax), std::max(xMin, xMax), std::min(yMin, yMax), std::max(yMin, yMax)};
+  }
+};
 
 /// What of the plane a 2D view shows. Lengths are in plotting units: model units times the view's
 /// scales. New, it shows nothing: all is 0.
@@ -56,6 +75,13 @@ class CParamsVue2D {
   double halfHeight_ = 0.0;
   double width_ = 0.0;
   double height_ = 0.0;
+};
+
+/// A view of the plane and the scales from model units to its units.
+struct ScaledView {
+  CParamsVue2D view;
+  double xScale = 1.0;
+  double yScale = 1.0;
 };
 
 }  // namespace zyn

@@ -1,10 +1,8 @@
 #include <cstdlib>
 
-#include "view/PickPass_gl.h"
 #include "view/SelectionValue_com.h"
 #include "view/WindowMouse_win.h"
 #include "view2d/CZYNVue2D_com.h"
-#include "view2d/ViewMatrices_gl.h"
 
 // The mouse and the keys of the 2D view: window messages to the mouse logic, its picks and events
 // back.
@@ -172,11 +170,7 @@ PickRecords CZYNVue2D::pick(const PickRegion& region) {
     if (!resources) {
       return;
     }
-    const ScaledView shown = currentView();
-    records = runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
-      loadView(shown, part);
-      selection_.draw2D(listPass(resources));
-    });
+    records = pickView2D(currentView(), region, [&] { selection_.draw2D(listPass(resources)); });
   });
   return records;
 }

@@ -56,8 +56,8 @@ ListPass CZYNVue2D::listPass(const std::shared_ptr<ContextResources>& resources)
   return {.texts = textView(*resources), .lists = {resources, &resources->lists}};
 }
 
-GraphPass CZYNVue2D::currentPass() const {
-  GraphPass pass;
+ViewPass2D CZYNVue2D::currentPass() const {
+  ViewPass2D pass;
   pass.shown = currentView();
   if (gridVisible_) {
     pass.grid = grid_;
@@ -71,13 +71,13 @@ void CZYNVue2D::paint(HDC) {
     if (!resources) {
       return;
     }
-    GraphPass pass = currentPass();
+    ViewPass2D pass = currentPass();
     pass.frame = resources->frame;
     pass.rubberBand = mouse_.rubberBand();
     if (drawCursor_ && mouse_.isMouseInside()) {
-      pass.cursor.emplace(GraphPass::Cursor{resources->cursorGlyph, cursor_});
+      pass.cursor.emplace(ViewPass2D::Cursor{resources->cursorGlyph, cursor_});
     }
-    drawGraph(
+    drawView2D(
         pass, [&] { drawList_.draw2D(listPass(resources)); }, [this] { context_.present(); });
   });
 }
@@ -100,7 +100,7 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     resources = made;
     return made;
   });
-  GraphPass pass = currentPass();
+  ViewPass2D pass = currentPass();
   CParamsVue2D& shown = pass.shown.view;
   if (shown.showsAnything()) {
     shown.fit(shown.bounds(), clientSizeOf(size), 0.0F);
@@ -109,7 +109,7 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     const auto kept = resources.lock();
     pass.frame = kept ? kept->frame : nullptr;
     const TextView texts = kept ? textView(*kept) : TextView();
-    drawGraph(
+    drawView2D(
         pass, [&] { drawList_.draw2D({.texts = texts}); }, [] {});
     pass.frame.reset();
   });

@@ -14,11 +14,11 @@
 #include "core/Box3.h"
 #include "objects/text/ContextFonts_win.h"
 #include "view/CursorGlyph_gl.h"
-#include "view/PickRegion.h"
+#include "view/Pixels.h"
 #include "view/ViewControl_com.h"
 #include "view2d/Graph.h"
-#include "view2d/GraphPass_gl.h"
 #include "view2d/Mouse2D.h"
+#include "view2d/ViewPass2D_gl.h"
 #include "view2d/ViewState2D.h"
 
 namespace zyn {
@@ -134,7 +134,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, Mouse2D, MouseH
   ScaledView currentView() const;
   TextView textView(const ContextResources& resources) const;
   ListPass listPass(const std::shared_ptr<ContextResources>& resources) const;
-  GraphPass currentPass() const;
+  ViewPass2D currentPass() const;
   PickRecords pick(const PickRegion& region);
   void fireKey(DISPID event, WPARAM key) noexcept;
 

@@ -10,7 +10,6 @@
 #include "view2d/FrameLabels.h"
 #include "view2d/FrameTitles.h"
 #include "view2d/Graph.h"
-#include "view2d/GraphPlacement.h"
 
 namespace zyn {
 

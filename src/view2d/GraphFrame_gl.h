@@ -6,7 +6,6 @@
 #include "glcontext/gl_api.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "view2d/Graph.h"
-#include "view2d/GraphPlacement.h"
 
 namespace zyn {
 

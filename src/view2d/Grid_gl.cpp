@@ -12,8 +12,6 @@ namespace zyn {
 
 namespace {
 
-constexpr int kOff = -1;
-
 /// Lines go on beyond the viewport by a tenth of its half.
 constexpr double kOverhang = 1.1;
 
@@ -55,7 +53,7 @@ void drawGrid(const Grid& grid, const ScaledView& scaled) {
   loadViewAt({x.middle, y.middle, 0}, scaled);
 
   const PushedAttributes colour(GL_CURRENT_BIT);
-  const AutoGLLighting unlit(kOff);
+  const AutoGLLighting unlit(AutoGLLighting::kOff);
   const AutoGLLineWidth width(1.0);
   glColor3fv(grid.colour.data());
   const double top = kOverhang * y.half;

@@ -4,7 +4,7 @@
 
 #include "core/Point.h"
 #include "view/ViewMouse.h"
-#include "view2d/Rect2.h"
+#include "view2d/CParamsVue2D.h"
 #include "view2d/ViewState2D.h"
 
 namespace zyn {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "glcontext/gl_api.h"
+#include "glcontext/Projection_gl.h"
 
 namespace zyn {
 
@@ -38,11 +38,8 @@ bool canProject(const ScaledView& scaled) {
          areCoordinates({scaled.xScale / view.width(), scaled.yScale / view.height()});
 }
 
-/// Maps every point to (2, 2, 2), outside the view volume.
-void loadProjectionOfNothing() {
-  constexpr GLfloat kNothing[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 1};
-  glMatrixMode(GL_PROJECTION);
-  glLoadMatrixf(kNothing);
+void showNothing() {
+  loadProjectionOfNothing();
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
 }
@@ -52,12 +49,9 @@ void loadProjectionOfNothing() {
 void loadMatrices(const ScaledView& scaled, const PicturePart& part, double translationX,
                   double translationY, double x, double y) {
   const CParamsVue2D& view = scaled.view;
-  const double left = x - view.width() / 2;
-  const double bottom = y - view.height() / 2;
-  glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
-  glOrtho(left + part.left * view.width(), left + part.right * view.width(),
-          bottom + part.bottom * view.height(), bottom + part.top * view.height(), kNear, kFar);
+  loadOrthographic(
+      {x - view.width() / 2, y - view.height() / 2, view.width(), view.height(), kNear, kFar},
+      part);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glTranslated(translationX, translationY, -kPlane);
@@ -76,7 +70,7 @@ double underRoundedScale(double centre, double scale) {
 
 void loadView(const ScaledView& scaled, const PicturePart& part) {
   if (!canProject(scaled)) {
-    loadProjectionOfNothing();
+    showNothing();
     return;
   }
   const double centreX = underRoundedScale(scaled.view.centreX(), scaled.xScale);
@@ -90,7 +84,7 @@ void loadViewAt(const Point& origin, const ScaledView& scaled, const PicturePart
   const double x = origin.x * scaled.xScale - scaled.view.centreX();
   const double y = origin.y * scaled.yScale - scaled.view.centreY();
   if (!canProject(scaled) || !areCoordinates({x, y})) {
-    loadProjectionOfNothing();
+    showNothing();
     return;
   }
   loadMatrices(scaled, part, x, y, 0, 0);

@@ -2,7 +2,7 @@
 
 #include "core/Point.h"
 #include "glcontext/Tile.h"
-#include "view2d/ScaledView.h"
+#include "view2d/CParamsVue2D.h"
 
 namespace zyn {
 

@@ -6,13 +6,10 @@
 
 #include "core/Point.h"
 #include "core/ZYNList.h"
-#include "view/ClientSize.h"
 #include "view/MouseInput.h"
-#include "view/PixelPoint.h"
-#include "view/RubberBand.h"
+#include "view/Pixels.h"
 #include "view2d/CParamsVue2D.h"
-#include "view2d/GraphPlacement.h"
-#include "view2d/Rect2.h"
+#include "view2d/Graph.h"
 
 namespace zyn {
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "core/Box3.h"
-#include "view/ClientSize.h"
+#include "view/Pixels.h"
 #include "view3d/CParamsVue3D.h"
 
 namespace zyn {

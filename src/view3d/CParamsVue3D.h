@@ -7,7 +7,7 @@
 #include "core/Box3.h"
 #include "core/Point.h"
 #include "core/Vecteur.h"
-#include "view/ClientSize.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 

@@ -3,7 +3,7 @@
 #include "view/SelectionValue_com.h"
 #include "view/WindowMouse_win.h"
 #include "view3d/CZYNVue3D_com.h"
-#include "view3d/SelectionPass_gl.h"
+#include "view3d/ViewPass3D_gl.h"
 
 // The mouse of the 3D view: window messages to the navigation, its picks and events back.
 
@@ -129,8 +129,8 @@ PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region
   PickRecords records;
   const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
   context_.withContext([&] {
-    records = runSelectionPass(camera, {.region = region, .unlit = unlit},
-                               [&] { selection_.draw3D(listPass(mode)); });
+    records = pickView3D(camera, {.region = region, .unlit = unlit},
+                         [&] { selection_.draw3D(listPass(mode)); });
   });
   return records;
 }

@@ -41,8 +41,8 @@ void CZYNVue3D::windowResized(SIZE client) {
   repaint();
 }
 
-ViewPass CZYNVue3D::currentPass() const {
-  ViewPass pass;
+ViewPass3D CZYNVue3D::currentPass() const {
+  ViewPass3D pass;
   pass.camera = view_.camera();
   pass.lights = lights_;
   if (gradientOn_) {
@@ -56,12 +56,12 @@ ViewPass CZYNVue3D::currentPass() const {
 void CZYNVue3D::paint(HDC) {
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
-    ViewPass pass = currentPass();
+    ViewPass3D pass = currentPass();
     pass.rubberBand = mouse_.rubberBand();
     if (drawCursor_ && mouse_.isMouseInside() && resources) {
-      pass.cursor.emplace(ViewPass::Cursor{resources->cursorGlyph, cursor_});
+      pass.cursor.emplace(ViewPass3D::Cursor{resources->cursorGlyph, cursor_});
     }
-    drawView(
+    drawView3D(
         pass, [this] { drawList_.draw3D(listPass()); }, [this] { context_.present(); });
   });
 }
@@ -81,7 +81,7 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     fonts = made;
     return made;
   });
-  ViewPass pass = currentPass();
+  ViewPass3D pass = currentPass();
   std::optional<CParamsVue3D> camera;
   if (view_.camera()) {
     camera.emplace(*view_.camera());
@@ -91,7 +91,7 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
   surface.render([&](const Tile&) {
     const auto kept = fonts.lock();
     const TextView texts = kept && camera ? kept->view(camera->height()) : TextView();
-    drawView(
+    drawView3D(
         pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
   });
   if (const SharedBitmap* picture = surface.picture()) {

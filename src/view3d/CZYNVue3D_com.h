@@ -9,12 +9,12 @@
 #include "ZYNVUE.h"
 #include "contract/ModelBounds_com.h"
 #include "objects/text/ContextFonts_win.h"
+#include "view/Colour3.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/ViewControl_com.h"
-#include "view3d/GradientColour.h"
 #include "view3d/LightBlock.h"
 #include "view3d/Mouse3D.h"
-#include "view3d/ViewPass_gl.h"
+#include "view3d/ViewPass3D_gl.h"
 #include "view3d/ViewState3D.h"
 
 namespace zyn {
@@ -118,7 +118,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, Mouse3D, MouseH
 
   std::shared_ptr<void> prepareContext();
   ListPass listPass(std::uint32_t overrideMode = 0) const;
-  ViewPass currentPass() const;
+  ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
 

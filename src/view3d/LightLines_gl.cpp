@@ -9,9 +9,6 @@ namespace zyn {
 
 namespace {
 
-constexpr int kOff = -1;
-constexpr int kBothFaces = 3;
-
 struct Colour {
   double r;
   double g;
@@ -45,7 +42,7 @@ void drawLightLines(const CParamsVue3D& camera, const LightBlock& lights) {
   }
   const PushedMatrix modelview(GL_MODELVIEW);
   glLoadIdentity();
-  const AutoGLLighting lighting(kOff);
+  const AutoGLLighting lighting(AutoGLLighting::kOff);
   for (const auto light : {LightBlock::Light::One, LightBlock::Light::Two}) {
     if (lights.isDrawn(light)) {
       const Colour colour = lineColour(lights, light);

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "glcontext/Projection_gl.h"
 #include "glcontext/StateGuards_gl.h"
-#include "glcontext/gl_api.h"
 #include "view/PixelScale_gl.h"
 #include "view3d/Lights_gl.h"
 
@@ -36,20 +36,6 @@ bool canProject(const CParamsVue3D& camera) {
          isExtent(camera.zFar() - camera.zNear());
 }
 
-/// Maps every point to (2, 2, 2), outside the view volume.
-void loadProjectionOfNothing() {
-  constexpr GLfloat kNothing[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 1};
-  glLoadMatrixf(kNothing);
-}
-
-void multiplyProjection(const CParamsVue3D& camera, const PicturePart& part) {
-  const double left = -camera.width() / 2;
-  const double bottom = -camera.height() / 2;
-  glOrtho(left + part.left * camera.width(), left + part.right * camera.width(),
-          bottom + part.bottom * camera.height(), bottom + part.top * camera.height(),
-          camera.zNear(), camera.zFar());
-}
-
 void loadEyeSpace() {
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
@@ -58,13 +44,13 @@ void loadEyeSpace() {
 }  // namespace
 
 void loadProjection(const CParamsVue3D* camera, const PicturePart& part) {
-  glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
   if (!camera) {
-    return;
-  }
-  if (canProject(*camera)) {
-    multiplyProjection(*camera, part);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+  } else if (canProject(*camera)) {
+    loadOrthographic({-camera->width() / 2, -camera->height() / 2, camera->width(),
+                      camera->height(), camera->zNear(), camera->zFar()},
+                     part);
   } else {
     loadProjectionOfNothing();
   }

@@ -2,9 +2,7 @@
 
 #include <optional>
 
-#include "view/ClientSize.h"
-#include "view/PickRegion.h"
-#include "view/PixelPoint.h"
+#include "view/Pixels.h"
 #include "view3d/CParamsVue3D.h"
 
 namespace zyn {

@@ -8,7 +8,7 @@
 
 #include "core/Box3.h"
 #include "core/ZYNList.h"
-#include "view/ClientSize.h"
+#include "view/Pixels.h"
 #include "view3d/CParamsVue3D.h"
 
 namespace zyn {

@@ -108,8 +108,8 @@ class PickQueryTest : public test::GlTest {
   }
 
   PickQuery query() const {
-    PickVolume::Matrix projection{};
-    PickVolume::Matrix modelView{};
+    GlMatrix projection{};
+    GlMatrix modelView{};
     glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
     glGetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
     return {.volume = {projection, modelView},

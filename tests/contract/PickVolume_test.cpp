@@ -9,7 +9,7 @@
 namespace zyn {
 namespace {
 
-using Matrix = PickVolume::Matrix;
+using Matrix = GlMatrix;
 
 constexpr Matrix kIdentity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 

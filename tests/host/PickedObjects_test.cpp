@@ -46,16 +46,16 @@ class Veil final : public ForeignBase<Veil, IZYNObjet, IGLDraw> {
 };
 
 /// Mostly near the origin, now and then far away or nowhere.
-double coordinate(Rng& rng) {
+double coordinate(Random& rng) {
   static constexpr std::array kOdd = {0.0,    10.0,
                                       -10.0,  1e4,
                                       -1e9,   1e30,
                                       1e300,  std::numeric_limits<double>::infinity(),
                                       -1e300, std::numeric_limits<double>::quiet_NaN()};
-  return rng.onceIn(60) ? rng.oneOf(kOdd) : rng.between(-10, 10);
+  return rng.oneIn(60) ? rng.pick(kOdd) : rng.between(-10, 10);
 }
 
-std::array<double, 3> anyPoint(Rng& rng) {
+std::array<double, 3> anyPoint(Random& rng) {
   const double x = coordinate(rng);
   const double y = coordinate(rng);
   return {x, y, coordinate(rng)};
@@ -74,7 +74,7 @@ ComPtr<ForeignObject> makeNaming(GLuint name) {
 }
 
 /// Moves what comes next.
-ComPtr<ForeignObject> makeMoving(Rng& rng) {
+ComPtr<ForeignObject> makeMoving(Random& rng) {
   auto object = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
   object->onDraw3D = [x = rng.between(-2, 2), scale = rng.between(0.5, 1.5)](int) {
     glTranslated(x, -x, x / 2);
@@ -92,7 +92,7 @@ class Scene {
     view_.camera();
   }
 
-  void start(Rng rng, std::size_t objects) {
+  void start(Random rng, std::size_t objects) {
     require(view_->RemoveAllSelection(), "RemoveAllSelection");
     corners_.clear();
     triangles_.clear();
@@ -100,7 +100,7 @@ class Scene {
     for (std::size_t i = 0; i < objects; ++i) make(rng, static_cast<GLuint>(i + 2));
   }
 
-  void look(Rng rng) {
+  void look(Random rng) {
     switch (rng.below(6)) {
       case 0:
         view_->setViewBox(box_.Get());
@@ -111,7 +111,7 @@ class Scene {
         view_->VueYZm(0);
         break;
       case 2:
-        view_->Zoom(rng.onceIn(3) ? rng.between(5, 50) : rng.between(0.3, 3));
+        view_->Zoom(rng.oneIn(3) ? rng.between(5, 50) : rng.between(0.3, 3));
         break;
       case 3:
         view_->TranslateP(rng.between(-15, 15));
@@ -120,21 +120,21 @@ class Scene {
         view_->RotateH(rng.between(-90, 90));
         view_->RotateV(rng.between(-90, 90));
     }
-    view_->put_PickSize(rng.oneOf(std::array{1.0, 1.0, 0.3, 3.0, 8.0, 50.0, 1000.0}));
+    view_->put_PickSize(rng.pick(std::array{1.0, 1.0, 0.3, 3.0, 8.0, 50.0, 1000.0}));
     camera_ = view_.camera();
   }
 
-  void change(Rng rng) {
+  void change(Random rng) {
     if (triangles_.empty()) return;
     const auto& triangle = triangles_[rng.below(triangles_.size())];
     reshape(triangle.Get(), rng);
   }
 
   /// At a random pixel, or at a corner of a triangle.
-  std::vector<long> pick(Rng rng) {
+  std::vector<long> pick(Random rng) {
     int x = static_cast<int>(rng.below(kSize.cx + 20)) - 10;
     int y = static_cast<int>(rng.below(kSize.cy + 20)) - 10;
-    if (!corners_.empty() && rng.onceIn(2)) {
+    if (!corners_.empty() && rng.oneIn(2)) {
       const auto pixel = camera_.pixelOf(corners_[rng.below(corners_.size())]);
       if (std::abs(pixel[0]) < 500 && std::abs(pixel[1]) < 500) {
         x = static_cast<int>(std::floor(pixel[0]));
@@ -152,12 +152,12 @@ class Scene {
     const auto seen = isVeiled_ ? makeForeign<Veil>(object) : ComPtr<Veil>();
     require(view_->AddSelection(seen ? seen->dispatch() : object), "AddSelection");
   }
-  void make(Rng& rng, GLuint name) {
+  void make(Random& rng, GLuint name) {
     switch (rng.below(12)) {
       case 0:
         return add(makeNaming(name)->dispatch());
       case 1:
-        return rng.onceIn(4) ? add(makeMoving(rng).Get()->dispatch()) : addPlate(rng, name);
+        return rng.oneIn(4) ? add(makeMoving(rng).Get()->dispatch()) : addPlate(rng, name);
       case 2:
       case 3:
       case 4:
@@ -168,14 +168,14 @@ class Scene {
         return addTriangle(rng);
     }
   }
-  void addTriangle(Rng& rng) {
+  void addTriangle(Random& rng) {
     const auto triangle = maker_.makeRandom(rng);
-    if (rng.onceIn(8)) {
+    if (rng.oneIn(8)) {
       // Degenerate: a line or a point.
       const auto at = anyPoint(rng);
       triangle->setPoint(1, at[0], at[1], at[2]);
       triangle->setPoint(2, at[0], at[1], at[2]);
-      if (rng.onceIn(2)) triangle->setPoint(0, at[0], at[1], at[2]);
+      if (rng.oneIn(2)) triangle->setPoint(0, at[0], at[1], at[2]);
     }
     Vec corner;
     triangle->getPoint(static_cast<LONG>(rng.below(3)), &corner.x, &corner.y, &corner.z);
@@ -183,26 +183,26 @@ class Scene {
     triangles_.push_back(triangle);
     add(triangle.Get());
   }
-  void addPlate(Rng& rng, GLuint name) {
+  void addPlate(Random& rng, GLuint name) {
     const auto at = anyPoint(rng);
     add(makePickable({name, name + 1}, {at[0], at[0] + 2, at[1], at[1] + 1, at[2]})->dispatch());
   }
-  void addLabel(Rng& rng, GLuint name) {
+  void addLabel(Random& rng, GLuint name) {
     const auto label =
-        makeText(rng.onceIn(4) ? L"" : L"Label 42", 6 + static_cast<long>(rng.below(20)));
+        makeText(rng.oneIn(4) ? L"" : L"Label 42", 6 + static_cast<long>(rng.below(20)));
     const auto at = anyPoint(rng);
     label->setPosition(at[0], at[1], at[2], static_cast<long>(rng.below(11)));
-    label->put_ToujoursLisible(rng.onceIn(2) ? VARIANT_TRUE : VARIANT_FALSE);
-    label->put_NomSelection(rng.onceIn(8) ? -1 : static_cast<long>(name));
+    label->put_ToujoursLisible(rng.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE);
+    label->put_NomSelection(rng.oneIn(8) ? -1 : static_cast<long>(name));
     label->put_TypeSelection(7);
-    label->put_PushTypeSelection(rng.onceIn(3) ? VARIANT_TRUE : VARIANT_FALSE);
-    if (rng.onceIn(6)) {
+    label->put_PushTypeSelection(rng.oneIn(3) ? VARIANT_TRUE : VARIANT_FALSE);
+    if (rng.oneIn(6)) {
       label->put_TypeCotation(static_cast<long>(rng.below(4)));
       label->setPointsCotation(rng.between(-5, 5), 1, 2, rng.between(-5, 5), 4, 5);
     }
     add(label.Get());
   }
-  void addSprite(Rng& rng) {
+  void addSprite(Random& rng) {
     const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
     sprite->putref_Picture(picture_.Get());
     const auto at = anyPoint(rng);
@@ -236,20 +236,20 @@ class PickedObjects : public HostTest {
   /// Both scenes do the same and answer the same.
   void play(std::uint64_t seed, std::size_t objects, int picks) {
     SCOPED_TRACE("ZYN_SEED=" + std::to_string(seed));
-    Rng rng(seed);
-    both(rng.fork(), [&](Scene& scene, Rng same) { scene.start(same, objects); });
-    both(rng.fork(), [](Scene& scene, Rng same) { scene.look(same); });
+    Random rng(seed);
+    both(rng.fork(), [&](Scene& scene, Random same) { scene.start(same, objects); });
+    both(rng.fork(), [](Scene& scene, Random same) { scene.look(same); });
     for (int i = 0; i < picks && !HasFailure(); ++i) {
-      if (rng.onceIn(4)) both(rng.fork(), [](Scene& scene, Rng same) { scene.look(same); });
-      if (rng.onceIn(4)) both(rng.fork(), [](Scene& scene, Rng same) { scene.change(same); });
-      const Rng numbers = rng.fork();
+      if (rng.oneIn(4)) both(rng.fork(), [](Scene& scene, Random same) { scene.look(same); });
+      if (rng.oneIn(4)) both(rng.fork(), [](Scene& scene, Random same) { scene.change(same); });
+      const Random numbers = rng.fork();
       const auto expected = veiled_.pick(numbers);
       EXPECT_EQ(plain_.pick(numbers), expected) << "pick " << i;
       hits_ += expected == std::vector<long>{-1} ? 0 : 1;
     }
   }
   template <class Action>
-  void both(Rng same, const Action& action) {
+  void both(Random same, const Action& action) {
     action(plain_, same);
     action(veiled_, same);
   }

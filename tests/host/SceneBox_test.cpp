@@ -30,7 +30,7 @@ void unite(Box& all, const Box& one) {
   all->zMax = std::max(all->zMax, one->zMax);
 }
 
-Bounds anyBounds(Rng& rng) {
+Bounds anyBounds(Random& rng) {
   const double x = rng.between(-20, 20);
   const double y = rng.between(-20, 20);
   const double z = rng.between(-20, 20);
@@ -67,7 +67,7 @@ class SceneBox : public HostTest {
 
   using Measurable = std::unique_ptr<Measured>;
 
-  void place(Measured& measured, Rng& rng) const {
+  void place(Measured& measured, Random& rng) const {
     const Bounds b = anyBounds(rng);
     measured.box = b;
     if (measured.triangle) {
@@ -81,14 +81,14 @@ class SceneBox : public HostTest {
           "setPoints3D");
     }
   }
-  Measurable makeTriangle(Rng& rng) const {
+  Measurable makeTriangle(Random& rng) const {
     auto made = std::make_unique<Measured>();
     made->triangle = maker_.makeRandom(rng);
     made->object = made->triangle;
     place(*made, rng);
     return made;
   }
-  Measurable makePart(Rng& rng) const {
+  Measurable makePart(Random& rng) const {
     auto made = std::make_unique<Measured>();
     const auto outer = makeForeign<Outer>();
     outer->inner = maker_.makePartOf(outer->dispatch());
@@ -97,25 +97,25 @@ class SceneBox : public HostTest {
     place(*made, rng);
     return made;
   }
-  Measurable makeTrace(Rng& rng) const {
+  Measurable makeTrace(Random& rng) const {
     auto made = std::make_unique<Measured>();
     made->trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
     made->object = made->trace;
-    if (!rng.onceIn(3)) place(*made, rng);  // else empty
+    if (!rng.oneIn(3)) place(*made, rng);  // else empty
     return made;
   }
-  Measurable makeOther(Rng& rng) const {
+  Measurable makeOther(Random& rng) const {
     auto made = std::make_unique<Measured>();
     made->outside = makeForeign<ForeignObject>();
     made->object = made->outside->dispatch();
-    if (!rng.onceIn(3)) place(*made, rng);
+    if (!rng.oneIn(3)) place(*made, rng);
     made->outside->onGetBox3D = [known = made.get()](IDispatch** box) {
       ++known->asked;
       return known->box ? handOut(boxObject(*known->box), box) : S_OK;
     };
     return made;
   }
-  Measurable make(Rng& rng) const {
+  Measurable make(Random& rng) const {
     switch (rng.below(isWithOthers_ ? 7 : 4)) {
       case 0:
         return makeTrace(rng);
@@ -155,7 +155,7 @@ class SceneBox : public HostTest {
     if (found != list_.end()) list_.erase(found);
     expectAsked(0, [&] { require(host_->Remove(measured.object.Get()), "Remove"); });
   }
-  void change(Rng& rng) {
+  void change(Random& rng) {
     switch (rng.below(10)) {
       case 0:
       case 1:
@@ -168,7 +168,7 @@ class SceneBox : public HostTest {
       case 5:
         return remove(*pool_[rng.below(pool_.size())]);
       case 6:
-        if (rng.onceIn(4)) {
+        if (rng.oneIn(4)) {
           expectAsked(0, [&] { require(host_->RemoveAll(), "RemoveAll"); });
           list_.clear();
           require(host_->Add(probe_->dispatch(), 0), "Add");
@@ -215,15 +215,15 @@ class SceneBox : public HostTest {
   }
 
   void play(std::uint64_t seed) {
-    Rng rng(seed);
+    Random rng(seed);
     pool_.clear();
     list_.clear();
-    isWithOthers_ = rng.onceIn(2);
+    isWithOthers_ = rng.oneIn(2);
     pool_.push_back(make(rng));
     startOver(*pool_.back());
     for (std::size_t changes = 4 + rng.below(40); changes > 0; --changes) {
       change(rng);
-      if (rng.onceIn(4)) compare();
+      if (rng.oneIn(4)) compare();
     }
     compare();
   }

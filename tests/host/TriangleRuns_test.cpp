@@ -19,22 +19,22 @@ namespace {
 
 constexpr SIZE kSize = {96, 72};
 
-SIZE anySize(Rng& rng) {
+SIZE anySize(Random& rng) {
   return {static_cast<LONG>(64 + 16 * rng.below(4)), static_cast<LONG>(48 + 16 * rng.below(3))};
 }
 
-float unit(Rng& rng) { return static_cast<float>(rng.between(0, 1)); }
+float unit(Random& rng) { return static_cast<float>(rng.between(0, 1)); }
 
-_variant_t anyAmbient(Rng& rng) {
+_variant_t anyAmbient(Random& rng) {
   return doubleArray({double(rng.below(2)), unit(rng), unit(rng), unit(rng), 1});
 }
 
-_variant_t anyLight(Rng& rng) {
+_variant_t anyLight(Random& rng) {
   return doubleArray({double(rng.below(2)), unit(rng), unit(rng), unit(rng), unit(rng), unit(rng),
                       unit(rng), rng.between(0, 6), rng.between(-1, 1)});
 }
 
-VARIANT_BOOL anyFlag(Rng& rng) { return rng.onceIn(2) ? VARIANT_TRUE : VARIANT_FALSE; }
+VARIANT_BOOL anyFlag(Random& rng) { return rng.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE; }
 
 /// Around the triangles, whatever they do to the scene's own box.
 ComPtr<IZYNBox3D> wholeBox() {
@@ -76,7 +76,7 @@ class Stage3D final : public ViewStage<View3DHost> {
     require(host_->initView(0), "initView");
   }
 
-  void vary(Rng& rng) override {
+  void vary(Random& rng) override {
     switch (rng.below(15)) {
       case 0:
       case 1:
@@ -106,19 +106,19 @@ class Stage3D final : public ViewStage<View3DHost> {
       case 13:
         return void(host_->LastView());
       default:
-        if (rng.onceIn(4)) renewWindow();
+        if (rng.oneIn(4)) renewWindow();
     }
   }
 
  private:
-  void turn(Rng& rng) {
+  void turn(Random& rng) {
     host_->RotateH(rng.between(-90, 90));
     host_->RotateV(rng.between(-90, 90));
     host_->RotateA(rng.between(-90, 90));
   }
-  void lookAlongAxis(Rng& rng) {
+  void lookAlongAxis(Random& rng) {
     require(host_->setViewBox(wholeBox_.Get()), "setViewBox");
-    rng.onceIn(2) ? host_->VueXYp(0) : host_->VueYZm(0.2);
+    rng.oneIn(2) ? host_->VueXYp(0) : host_->VueYZm(0.2);
   }
 
   ComPtr<IZYNBox3D> wholeBox_ = wholeBox();
@@ -135,7 +135,7 @@ class Stage2D final : public ViewStage<View2DHost> {
     require(host_->Count(&count), "Count");
     if (count == 1) lookAt(0, 0, 1.25 * kRandomReach);  // away from its home view
   }
-  void vary(Rng& rng) override {
+  void vary(Random& rng) override {
     switch (rng.below(6)) {
       case 0:
       case 1: {
@@ -149,7 +149,7 @@ class Stage2D final : public ViewStage<View2DHost> {
       case 4:
         return host_.resize(anySize(rng));
       default:
-        if (rng.onceIn(4)) renewWindow();
+        if (rng.oneIn(4)) renewWindow();
     }
   }
 
@@ -170,7 +170,7 @@ class BitmapStage : public Stage {
   }
 
  protected:
-  void resize(Rng& rng) {
+  void resize(Random& rng) {
     const SIZE size = anySize(rng);
     context_.resize(size.cx, size.cy);
   }
@@ -183,7 +183,7 @@ class BitmapStage3D final : public BitmapStage<OffscreenScene> {
   BitmapStage3D() { context_.look({{0, 0, -1}, {0, 1, 0}}, 0.1, wholeBox_.Get()); }
 
   void removeAll() override { require(context_->RemoveAll(), "RemoveAll"); }
-  void vary(Rng& rng) override {
+  void vary(Random& rng) override {
     switch (rng.below(8)) {
       case 0:
       case 1: {
@@ -243,18 +243,18 @@ class Twins {
 
   /// A scene of its own for the seed, with some edits between some frames.
   bool play(std::uint64_t seed) {
-    Rng rng(seed);
-    const Rng beginning = rng.fork();
-    const std::size_t objects = 2 + rng.below(rng.onceIn(4) ? 59 : 15);
+    Random rng(seed);
+    const Random beginning = rng.fork();
+    const std::size_t objects = 2 + rng.below(rng.oneIn(4) ? 59 : 15);
     both([&](RandomScene& scene) { scene.start(beginning, objects); });
     for (std::size_t frame = 0; frame < 4; ++frame) {
       for (std::size_t edits = rng.below(4); edits > 0; --edits) {
-        const Rng numbers = rng.fork();
+        const Random numbers = rng.fork();
         both([&](RandomScene& scene) { scene.edit(numbers); });
       }
       const std::size_t stage = rng.below(together_.stageCount());
-      const bool isVaried = rng.onceIn(3);
-      const Rng numbers = rng.fork();
+      const bool isVaried = rng.oneIn(3);
+      const Random numbers = rng.fork();
       if (isVaried) both([&](RandomScene& scene) { scene.vary(numbers, stage); });
       if (!drawAlike(stage)) return false;
     }
@@ -298,8 +298,8 @@ TEST_F(TriangleRuns, LookLikeSingleTrianglesInAViewAndABitmapContext) {
 TEST_F(TriangleRuns, LookLikeSingleTrianglesInLongLists) {
   constexpr std::size_t kCount = 5500;
   Twins twins([] { return stagesOf(std::make_unique<Stage3D>()); });
-  Rng rng(20);
-  const Rng beginning = rng.fork();
+  Random rng(20);
+  const Random beginning = rng.fork();
   twins.both([&](RandomScene& scene) {
     scene.start(beginning, 1);
     scene.addTriangles(beginning, kCount);
@@ -309,7 +309,7 @@ TEST_F(TriangleRuns, LookLikeSingleTrianglesInLongLists) {
                                   2047, 2048, 4095, 4096, 4999, 5000, 5498, 5499, 5500, 3000}) {
     SCOPED_TRACE(place);
     for (std::size_t edits = 1 + rng.below(4); edits > 0; --edits) {
-      const Rng numbers = rng.fork();
+      const Random numbers = rng.fork();
       twins.both([&](RandomScene& scene) { scene.editAt(numbers, place); });
     }
     ASSERT_TRUE(twins.drawAlike(0));

@@ -44,7 +44,7 @@ class TriangleRunCalls : public HostTest {
   }
 
   GlCalls calls_;
-  Rng rng_{1};
+  Random rng_{1};
   TriangleMaker maker_;
 };
 

@@ -8,7 +8,7 @@
 
 #include "core/Point.h"
 #include "view/PickRecords.h"
-#include "view/PixelPoint.h"
+#include "view/Pixels.h"
 
 namespace zyn::test {
 

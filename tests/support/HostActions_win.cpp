@@ -119,7 +119,7 @@ void printClient(HostWorld& world, const Life& life) {
   DeleteDC(dc);
 }
 
-void drawView(HostWorld& world, const Life& life) {
+void drawView3D(HostWorld& world, const Life& life) {
   const auto picture = queryFor<IViewObject>(life->object.Get());
   const HDC dc = CreateCompatibleDC(nullptr);
   const RECTL bounds = {0, 0, 16, 16};
@@ -393,7 +393,7 @@ const std::vector<HostAction>& hostActions() {
       {"paint", 100, true, onView<paint>},
       {"ask for a repaint", 40, true, onView<repaint>},
       {"print the window", 1, true, onView<printClient>},
-      {"draw a picture of the view", 1, true, onView<drawView>},
+      {"draw a picture of the view", 1, true, onView<drawView3D>},
       {"get the view's data", 1, true, onView<getData>},
       {"export", 30, true, onContext<exportPicture>},
       {"create a surface", 4, true, onContext<createSurface>},

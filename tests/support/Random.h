@@ -1,11 +1,15 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <type_traits>
 
 namespace zyn::test {
 
-/// Numbers that look random and are the same for the same seed on every system (splitmix64).
+/// Numbers that look random and are the same for the same seed on every system (splitmix64), cheap
+/// to copy where two parties are to draw the same numbers.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : state_(seed) {}
@@ -19,16 +23,29 @@ class Random {
   }
 
   /// 0 to count - 1.
-  int below(int count) { return static_cast<int>(next() % static_cast<std::uint64_t>(count)); }
-  bool oneIn(int count) { return below(count) == 0; }
+  template <std::integral Count>
+  Count below(Count count) {
+    return static_cast<Count>(next() % static_cast<std::uint64_t>(count));
+  }
+  /// True once in `times` times.
+  bool oneIn(std::size_t times) { return below(times) == 0; }
   double between(double low, double high) {
     return low + (high - low) * (static_cast<double>(next() >> 11U) * 0x1p-53);
   }
 
+  /// One of the values: in its place, or a copy of what is in a list for once.
   template <class List>
-  auto& pick(List& list) {
-    return list[static_cast<std::size_t>(below(static_cast<int>(std::size(list))))];
+  decltype(auto) pick(List&& list) {
+    auto& value = list[below(std::size(list))];
+    if constexpr (std::is_lvalue_reference_v<List>) {
+      return (value);
+    } else {
+      return std::remove_cvref_t<decltype(value)>(value);
+    }
   }
+
+  /// A generator of its own.
+  Random fork() { return Random(next()); }
 
  private:
   std::uint64_t state_;

@@ -53,7 +53,7 @@ ComPtr<IDispatch> makeSprite(double place) {
   return queryFor<IDispatch>(sprite.Get());
 }
 
-int anyMode(Rng& rng) { return rng.oneOf(std::array{0, 0, 0, 0, 0, 0, 2, 1, 1, -1, 7}); }
+int anyMode(Random& rng) { return rng.pick(std::array{0, 0, 0, 0, 0, 0, 2, 1, 1, -1, 7}); }
 
 void readBuffers(Frame& frame) {
   GLint viewport[4] = {};
@@ -135,22 +135,22 @@ RandomScene::~RandomScene() {
   for (const auto& stage : stages_) stage->removeAll();
 }
 
-void RandomScene::start(Rng rng, std::size_t objects) {
+void RandomScene::start(Random rng, std::size_t objects) {
   for (std::size_t i = 0; i < stages_.size(); ++i) removeAll(i);
   items_.clear();
   takeLog();
-  hasMeddlers_ = rng.onceIn(6);
+  hasMeddlers_ = rng.oneIn(6);
   for (std::size_t i = 0; i < objects; ++i) {
     items_.push_back(makeItem(rng));
     add(0, items_.back().object.Get(), anyMode(rng));
-    if (stages_.size() > 1 && rng.onceIn(2)) add(1, anyItem(rng).object.Get(), anyMode(rng));
+    if (stages_.size() > 1 && rng.oneIn(2)) add(1, anyItem(rng).object.Get(), anyMode(rng));
   }
 }
 
-void RandomScene::addTriangles(Rng rng, std::size_t count) {
+void RandomScene::addTriangles(Random rng, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) {
     items_.push_back(makeTriangle(rng));
-    add(0, items_.back().object.Get(), rng.onceIn(1000) ? 1 : 0);
+    add(0, items_.back().object.Get(), rng.oneIn(1000) ? 1 : 0);
   }
 }
 
@@ -160,12 +160,12 @@ RandomScene::Item RandomScene::outsideOf(ComPtr<IZYNGLTriangle> triangle,
   return {std::move(object), std::move(triangle)};
 }
 
-RandomScene::Item RandomScene::makeTriangle(Rng& rng) const {
+RandomScene::Item RandomScene::makeTriangle(Random& rng) const {
   auto triangle = maker_.makeRandom(rng);
   return outsideOf(triangle, triangle);
 }
 
-RandomScene::Item RandomScene::makeAggregated(Rng& rng) const {
+RandomScene::Item RandomScene::makeAggregated(Random& rng) const {
   const auto outer = makeForeign<Outer>();
   outer->inner = maker_.makePartOf(outer->dispatch());
   const auto triangle = queryFor<IZYNGLTriangle>(outer->dispatch());
@@ -173,7 +173,7 @@ RandomScene::Item RandomScene::makeAggregated(Rng& rng) const {
   return outsideOf(triangle, outer->dispatch());
 }
 
-RandomScene::Item RandomScene::makeImpostor(Rng& rng) const {
+RandomScene::Item RandomScene::makeImpostor(Random& rng) const {
   const auto impostor = makeForeign<Impostor>();
   impostor->inner = maker_.makePartOf(impostor->dispatch());
   const auto drawn = maker_.makeRandom(rng);
@@ -181,17 +181,17 @@ RandomScene::Item RandomScene::makeImpostor(Rng& rng) const {
   return outsideOf(drawn, impostor->dispatch());
 }
 
-RandomScene::Item RandomScene::makeMeddler(Rng& rng) const {
+RandomScene::Item RandomScene::makeMeddler(Random& rng) const {
   const auto meddler = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
   meddler->onDraw3D = meddler->onDraw2D = [numbers = rng.fork()](int) {
-    Rng same = numbers;
+    Random same = numbers;
     meddle(same);
     return S_OK;
   };
   return {meddler->dispatch(), nullptr};
 }
 
-RandomScene::Item RandomScene::makeActor(Rng& rng) {
+RandomScene::Item RandomScene::makeActor(Random& rng) {
   const auto actor = makeForeign<ForeignObject>(ForeignObject::Kind::kSingleObject);
   actor->onDraw3D = actor->onDraw2D = [this, numbers = rng.fork()](int) mutable {
     act(numbers);
@@ -200,7 +200,7 @@ RandomScene::Item RandomScene::makeActor(Rng& rng) {
   return {actor->dispatch(), nullptr};
 }
 
-RandomScene::Item RandomScene::makeItem(Rng& rng) {
+RandomScene::Item RandomScene::makeItem(Random& rng) {
   switch (rng.below(16)) {
     case 0:
       return makeAggregated(rng);
@@ -211,13 +211,13 @@ RandomScene::Item RandomScene::makeItem(Rng& rng) {
     case 3:
       return makeActor(rng);
     case 4:
-      return {rng.oneOf(scenery_), nullptr};
+      return {rng.pick(scenery_), nullptr};
     default:
       return makeTriangle(rng);
   }
 }
 
-void RandomScene::change(IZYNGLTriangle* triangle, Rng& rng) {
+void RandomScene::change(IZYNGLTriangle* triangle, Random& rng) {
   switch (rng.below(3)) {
     case 0:
       return reshape(triangle, rng);
@@ -228,7 +228,7 @@ void RandomScene::change(IZYNGLTriangle* triangle, Rng& rng) {
   }
 }
 
-void RandomScene::act(Rng& rng) {
+void RandomScene::act(Random& rng) {
   if (isNested_) return;
   switch (rng.below(8)) {
     case 0:
@@ -237,11 +237,11 @@ void RandomScene::act(Rng& rng) {
     case 1:
       if (!lists_[drawn_].empty()) {
         log("remove while drawing");
-        remove(drawn_, rng.oneOf(lists_[drawn_]));
+        remove(drawn_, rng.pick(lists_[drawn_]));
       }
       return;
     case 2:
-      if (stages_.size() > 1 && rng.onceIn(4)) {
+      if (stages_.size() > 1 && rng.oneIn(4)) {
         drawOther();
       }
       return;
@@ -293,7 +293,7 @@ void RandomScene::removeAll(std::size_t stage) {
   isLastProbeLast_[stage] = false;
 }
 
-void RandomScene::edit(Rng rng) {
+void RandomScene::edit(Random rng) {
   const std::size_t stage = rng.below(stages_.size());
   switch (rng.below(20)) {
     case 0:
@@ -311,14 +311,14 @@ void RandomScene::edit(Rng rng) {
     case 7:
       if (!lists_[stage].empty()) {
         log("remove");
-        remove(stage, rng.oneOf(lists_[stage]));
+        remove(stage, rng.pick(lists_[stage]));
       }
       return;
     case 8:
       log("vary");
       return stages_[stage]->vary(rng);
     case 9:
-      if (rng.onceIn(5)) {
+      if (rng.oneIn(5)) {
         log("remove all");
         removeAll(stage);
       }
@@ -340,7 +340,7 @@ void RandomScene::edit(Rng rng) {
   }
 }
 
-void RandomScene::editAt(Rng rng, std::size_t n) {
+void RandomScene::editAt(Random rng, std::size_t n) {
   n = std::min(n, items_.size() - 1);
   switch (rng.below(4)) {
     case 0:

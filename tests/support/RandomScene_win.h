@@ -7,8 +7,8 @@
 #include "support/ForeignObject_win.h"
 #include "support/GlMeddling_win.h"
 #include "support/GlState_gl.h"
+#include "support/Random.h"
 #include "support/RandomTriangles_win.h"
-#include "support/Rng.h"
 
 namespace zyn::test {
 
@@ -24,7 +24,7 @@ class Stage {
   virtual void removeAll() = 0;
   virtual void draw() = 0;
   /// Changes how the scene is looked at, lit or smoothed.
-  virtual void vary(Rng& rng) = 0;
+  virtual void vary(Random& rng) = 0;
 };
 
 /// What was seen of a scene while it was drawn.
@@ -55,14 +55,14 @@ class RandomScene {
   std::size_t stageCount() const { return stages_.size(); }
 
   /// Forgets everything and starts over with about this many objects.
-  void start(Rng rng, std::size_t objects);
+  void start(Random rng, std::size_t objects);
   /// Adds triangles to the first stage, in two modes.
-  void addTriangles(Rng rng, std::size_t count);
-  void edit(Rng rng);
+  void addTriangles(Random rng, std::size_t count);
+  void edit(Random rng);
   /// Changes, removes or adds a triangle near the n-th place of the first stage's list.
-  void editAt(Rng rng, std::size_t n);
+  void editAt(Random rng, std::size_t n);
   /// Changes how a stage is looked at.
-  void vary(Rng rng, std::size_t stage) { stages_[stage]->vary(rng); }
+  void vary(Random rng, std::size_t stage) { stages_[stage]->vary(rng); }
   Frame draw(std::size_t stage);
 
   /// What has been done since the last call, for messages.
@@ -75,21 +75,21 @@ class RandomScene {
   };
   struct Probes;
 
-  Item makeItem(Rng& rng);
+  Item makeItem(Random& rng);
   Item outsideOf(ComPtr<IZYNGLTriangle> triangle, ComPtr<IDispatch> object) const;
-  Item makeTriangle(Rng& rng) const;
-  Item makeAggregated(Rng& rng) const;
-  Item makeImpostor(Rng& rng) const;
-  Item makeMeddler(Rng& rng) const;
-  Item makeActor(Rng& rng);
-  void act(Rng& rng);
+  Item makeTriangle(Random& rng) const;
+  Item makeAggregated(Random& rng) const;
+  Item makeImpostor(Random& rng) const;
+  Item makeMeddler(Random& rng) const;
+  Item makeActor(Random& rng);
+  void act(Random& rng);
   void drawOther();
 
-  Item& anyItem(Rng& rng) { return items_[rng.below(items_.size())]; }
+  Item& anyItem(Random& rng) { return items_[rng.below(items_.size())]; }
   void add(std::size_t stage, IDispatch* object, int mode);
   void remove(std::size_t stage, IDispatch* object);
   void removeAll(std::size_t stage);
-  static void change(IZYNGLTriangle* triangle, Rng& rng);
+  static void change(IZYNGLTriangle* triangle, Random& rng);
   void log(const char* what) { log_ += std::string(log_.empty() ? "" : ", ") + what; }
 
   bool isOutside_;

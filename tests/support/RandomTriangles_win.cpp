@@ -10,38 +10,38 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-double component(Rng& rng) {
+double component(Random& rng) {
   static constexpr std::array kOdd = {0.0, 1.0, -0.5, 1.5, 1e30, kInfinity, 255.0, kNaN};
-  return rng.onceIn(12) ? rng.oneOf(kOdd) : rng.between(0, 1);
+  return rng.oneIn(12) ? rng.pick(kOdd) : rng.between(0, 1);
 }
 
-double opacity(Rng& rng) {
+double opacity(Random& rng) {
   static constexpr std::array kValues = {1.0, 1.0, 1.0, 1.0, 0.5, 0.25, 0.999999, 0.0};
   static constexpr std::array kOdd = {1.2, -0.3, kInfinity, -kInfinity, kNaN};
-  return rng.onceIn(20) ? rng.oneOf(kOdd) : rng.oneOf(kValues);
+  return rng.oneIn(20) ? rng.pick(kOdd) : rng.pick(kValues);
 }
 
-double coordinate(Rng& rng, double centre, double size) {
+double coordinate(Random& rng, double centre, double size) {
   static constexpr std::array kOdd = {0.0, 1e9, -1e20, 1e300, kNaN, kInfinity, -kInfinity};
-  return rng.onceIn(300) ? rng.oneOf(kOdd) : centre + rng.between(-size, size);
+  return rng.oneIn(300) ? rng.pick(kOdd) : centre + rng.between(-size, size);
 }
 
-double direction(Rng& rng) {
+double direction(Random& rng) {
   static constexpr std::array kOdd = {0.0, 1e-30, 1e30, kNaN, kInfinity};
-  return rng.onceIn(60) ? rng.oneOf(kOdd) : rng.between(-1.5, 1.5);
+  return rng.oneIn(60) ? rng.pick(kOdd) : rng.between(-1.5, 1.5);
 }
 
-double factor(Rng& rng) { return rng.onceIn(30) ? kNaN : component(rng); }
+double factor(Random& rng) { return rng.oneIn(30) ? kNaN : component(rng); }
 
 /// OpenGL takes 0 to 1 only.
-double shininess(Rng& rng) {
+double shininess(Random& rng) {
   static constexpr std::array kOdd = {0.0, 1.0, 1.5, -0.1, kNaN};
-  return rng.onceIn(3) ? rng.oneOf(kOdd) : rng.between(0, 1);
+  return rng.oneIn(3) ? rng.pick(kOdd) : rng.between(0, 1);
 }
 
 }  // namespace
 
-void reshape(IZYNGLTriangle* triangle, Rng& rng) {
+void reshape(IZYNGLTriangle* triangle, Random& rng) {
   const double size = rng.between(0.5, 6);
   const double x = rng.between(-kRandomReach, kRandomReach);
   const double y = rng.between(-kRandomReach, kRandomReach);
@@ -53,12 +53,12 @@ void reshape(IZYNGLTriangle* triangle, Rng& rng) {
   }
 }
 
-void recolour(IZYNGLTriangle* triangle, Rng& rng) {
+void recolour(IZYNGLTriangle* triangle, Random& rng) {
   const double r = component(rng);
   const double g = component(rng);
   const double b = component(rng);
   const double alpha = opacity(rng);
-  if (rng.onceIn(2)) {
+  if (rng.oneIn(2)) {
     require(triangle->setColor(r, g, b, alpha), "setColor");
     return;
   }
@@ -70,7 +70,7 @@ void recolour(IZYNGLTriangle* triangle, Rng& rng) {
           "setMaterial");
 }
 
-void turnNormal(IZYNGLTriangle* triangle, Rng& rng) {
+void turnNormal(IZYNGLTriangle* triangle, Random& rng) {
   const auto index = static_cast<LONG>(rng.below(3));
   const double x = direction(rng);
   const double y = direction(rng);
@@ -83,7 +83,7 @@ TriangleMaker::TriangleMaker() {
           "CoGetClassObject");
 }
 
-ComPtr<IZYNGLTriangle> TriangleMaker::makeRandom(Rng& rng) const {
+ComPtr<IZYNGLTriangle> TriangleMaker::makeRandom(Random& rng) const {
   ComPtr<IZYNGLTriangle> triangle;
   require(factory_->CreateInstance(nullptr, IID_PPV_ARGS(triangle.GetAddressOf())),
           "CreateInstance");

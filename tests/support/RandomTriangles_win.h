@@ -1,7 +1,7 @@
 #pragma once
 
 #include "support/ForeignObject_win.h"
-#include "support/Rng.h"
+#include "support/Random.h"
 
 namespace zyn::test {
 
@@ -10,15 +10,15 @@ inline constexpr double kRandomReach = 10;
 
 /// Each changes one thing; now and then to a value that no sensible host would give: not a number,
 /// infinite, huge, out of range.
-void reshape(IZYNGLTriangle* triangle, Rng& rng);
-void recolour(IZYNGLTriangle* triangle, Rng& rng);
-void turnNormal(IZYNGLTriangle* triangle, Rng& rng);
+void reshape(IZYNGLTriangle* triangle, Random& rng);
+void recolour(IZYNGLTriangle* triangle, Random& rng);
+void turnNormal(IZYNGLTriangle* triangle, Random& rng);
 
 /// Makes many triangles quickly, as a host does that keeps the class object.
 class TriangleMaker {
  public:
   TriangleMaker();
-  ComPtr<IZYNGLTriangle> makeRandom(Rng& rng) const;
+  ComPtr<IZYNGLTriangle> makeRandom(Random& rng) const;
   /// A triangle as part of this object; its own IUnknown.
   ComPtr<IUnknown> makePartOf(IUnknown* outer) const;
 

@@ -24,10 +24,6 @@ constexpr double kRounding = 1e-9;
 /// Beyond it OpenGL, which computes in single precision, has no room for a matrix product.
 constexpr double kLargest = 1e18;
 
-PlanePoint operator*(double factor, const PlanePoint& p) { return {factor * p.x, factor * p.y}; }
-PlanePoint operator-(const PlanePoint& a, const PlanePoint& b) { return {a.x - b.x, a.y - b.y}; }
-double lengthOf(const PlanePoint& p) { return std::hypot(p.x, p.y); }
-
 TextBox operator*(double factor, const TextBox& box) {
   return {factor * box.left, factor * box.right, factor * box.bottom, factor * box.top};
 }

@@ -15,12 +15,6 @@ constexpr std::int32_t kAligned = 3;
 /// Half the angle of an arrow head: 15 degrees, with the value of pi that drawings have had.
 constexpr double kArrowHalfAngle = 3.1415 / 12;
 
-PlanePoint operator+(const PlanePoint& a, const PlanePoint& b) { return {a.x + b.x, a.y + b.y}; }
-PlanePoint operator-(const PlanePoint& a, const PlanePoint& b) { return {a.x - b.x, a.y - b.y}; }
-PlanePoint operator*(double factor, const PlanePoint& a) { return {factor * a.x, factor * a.y}; }
-
-double length(const PlanePoint& a) { return std::hypot(a.x, a.y); }
-
 PlanePoint stretch(const PlanePoint& point, PlaneScale scale) {
   return {point.x * scale.x, point.y * scale.y};
 }
@@ -104,7 +98,7 @@ std::int32_t referenceTowards(const PlanePoint& away) {
 
 DimensionShape layOutAligned(const PlanePoint& first, const PlanePoint& second, double offset,
                              const PixelLengths& lengths) {
-  const PlanePoint along = (1 / length(second - first)) * (second - first);
+  const PlanePoint along = (1 / lengthOf(second - first)) * (second - first);
   const double side = offset < 0 ? -1 : 1;
   const PlanePoint away{-side * along.y, side * along.x};
   const PlanePoint lineStart = first + std::abs(offset) * away;
@@ -124,7 +118,7 @@ DimensionShape layOutAligned(const PlanePoint& first, const PlanePoint& second, 
 
 /// The distance between two parallels in the scaled plane that are 1 apart in model units.
 double parallelStretch(const PlanePoint& along, PlaneScale scale) {
-  return std::abs(scale.x * scale.y) * length(along) / length(stretch(along, scale));
+  return std::abs(scale.x * scale.y) * lengthOf(along) / lengthOf(stretch(along, scale));
 }
 
 std::optional<DimensionShape> layOut(const DimensionSettings& settings, double pixel,

@@ -7,7 +7,6 @@ namespace zyn {
 namespace {
 
 constexpr int kOutline = 1;
-constexpr int kBothFaces = 3;
 
 /// Gives the current normal back at the end of its scope.
 class CurrentNormal {

@@ -1,4 +1,4 @@
-#include "view3d/SelectionPass_gl.h"
+#include "view3d/ViewPass3D_gl.h"
 
 #include <cmath>
 #include <limits>
@@ -55,12 +55,12 @@ class Window {
   int height_;
 };
 
-class SelectionPassTest : public GlTest {
+class ViewPick3DTest : public GlTest {
  protected:
-  SelectionPassTest() { glEnable(GL_LIGHTING); }
+  ViewPick3DTest() { glEnable(GL_LIGHTING); }
 
   PickRecords pick(PixelPoint at, double size, const std::function<void()>& draw) const {
-    return runSelectionPass(camera, {.region = PickRegion::around(at, size)}, draw);
+    return pickView3D(camera, {.region = PickRegion::around(at, size)}, draw);
   }
 
   /// Draws points with these many names from 0.
@@ -78,7 +78,7 @@ class SelectionPassTest : public GlTest {
   Window window{kSide, kSide};
 };
 
-TEST_F(SelectionPassTest, FindsWhatTheRegionTouches) {
+TEST_F(ViewPick3DTest, FindsWhatTheRegionTouches) {
   const auto draw = [&] { window.draw({7}, 10, 30, 20, 40); };
   // A region of one pixel reaches half a pixel to each side of the pixel's coordinates.
   for (int i = 0; i < kSide; ++i) {
@@ -91,7 +91,7 @@ TEST_F(SelectionPassTest, FindsWhatTheRegionTouches) {
   }
 }
 
-TEST_F(SelectionPassTest, ALargerRegionReachesFurther) {
+TEST_F(ViewPick3DTest, ALargerRegionReachesFurther) {
   const auto draw = [&] {
     glPushName(7);
     glBegin(GL_LINES);
@@ -108,7 +108,7 @@ TEST_F(SelectionPassTest, ALargerRegionReachesFurther) {
   EXPECT_EQ(pick({30, 32}, 1, draw).nearestNames(), Names{7});
 }
 
-TEST_F(SelectionPassTest, TakesRectangles) {
+TEST_F(ViewPick3DTest, TakesRectangles) {
   const auto draw = [&] {
     window.draw({1}, 5, 5, 6, 6);
     window.draw({2}, 38, 11, 39, 12);
@@ -117,10 +117,10 @@ TEST_F(SelectionPassTest, TakesRectangles) {
     window.draw({5}, 30, 30, 31, 31);
   };
   const PickRegion region{.centreX = 30, .centreY = 16, .width = 40, .height = 20};
-  EXPECT_EQ(runSelectionPass(camera, {.region = region}, draw).allNames(), (Names{2, 3}));
+  EXPECT_EQ(pickView3D(camera, {.region = region}, draw).allNames(), (Names{2, 3}));
 }
 
-TEST_F(SelectionPassTest, TheNearestIsTheOneInFront) {
+TEST_F(ViewPick3DTest, TheNearestIsTheOneInFront) {
   const auto draw = [&] {
     window.draw({1}, 0, 0, 50, 50, -5);
     window.draw({2, 3}, 0, 0, 50, 50, 5);
@@ -131,7 +131,7 @@ TEST_F(SelectionPassTest, TheNearestIsTheOneInFront) {
   EXPECT_EQ(records.allNames(), (Names{1, 2, 3, 4}));
 }
 
-TEST_F(SelectionPassTest, DepthsRunFromTheNearToTheFarPlane) {
+TEST_F(ViewPick3DTest, DepthsRunFromTheNearToTheFarPlane) {
   // The clip range reaches 0.55 times the eye's distance to each side of the target.
   const double distance = 2 * std::sqrt(2 * kSide * kSide / 4.0 + 100);
   const auto draw = [&] { window.draw({1}, 0, 0, 50, 50, 0.55 * distance / 2); };
@@ -141,7 +141,7 @@ TEST_F(SelectionPassTest, DepthsRunFromTheNearToTheFarPlane) {
   EXPECT_NEAR(records.all()[0].maximumDepth, 0.5, 1e-5);
 }
 
-TEST_F(SelectionPassTest, TheFirstDrawnWinsAtEqualDepth) {
+TEST_F(ViewPick3DTest, TheFirstDrawnWinsAtEqualDepth) {
   const auto draw = [&] {
     window.draw({9}, 0, 0, 50, 50);
     window.draw({1}, 0, 0, 50, 50);
@@ -149,12 +149,12 @@ TEST_F(SelectionPassTest, TheFirstDrawnWinsAtEqualDepth) {
   EXPECT_EQ(pick({20, 20}, 1, draw).nearestNames(), Names{9});
 }
 
-TEST_F(SelectionPassTest, NegativeNamesComeBack) {
+TEST_F(ViewPick3DTest, NegativeNamesComeBack) {
   const auto draw = [&] { window.draw({-5, std::numeric_limits<int>::min()}, 0, 0, 50, 50); };
   EXPECT_EQ(pick({20, 20}, 1, draw).nearestNames(), (Names{-5, std::numeric_limits<int>::min()}));
 }
 
-TEST_F(SelectionPassTest, TheRegionFollowsTheViewport) {
+TEST_F(ViewPick3DTest, TheRegionFollowsTheViewport) {
   for (const auto& [width, height] : {std::pair(40, 27), std::pair(41, 26), std::pair(33, 33)}) {
     glViewport(0, 0, width, height);
     camera.fitAxis(AxisView::XYp,
@@ -176,7 +176,7 @@ TEST_F(SelectionPassTest, TheRegionFollowsTheViewport) {
   }
 }
 
-TEST_F(SelectionPassTest, FindsPointsWhereTheyAreSeen) {
+TEST_F(ViewPick3DTest, FindsPointsWhereTheyAreSeen) {
   const Point points[] = {{5, 3, 9}, {-12, 7, -8}, {0, 0, 10}, {14, -11, 2}, {-3, -15, 6}};
   const auto draw = [&] {
     for (int i = 0; i < 5; ++i) {
@@ -207,7 +207,7 @@ TEST_F(SelectionPassTest, FindsPointsWhereTheyAreSeen) {
   }
 }
 
-TEST_F(SelectionPassTest, LeavesTheStateAsItWas) {
+TEST_F(ViewPick3DTest, LeavesTheStateAsItWas) {
   glMatrixMode(GL_TEXTURE);
   const GlState before = readGlState();
   const PickRecords records = pick({20, 20}, 1, [&] { window.draw({1}, 0, 0, 50, 50); });
@@ -215,7 +215,7 @@ TEST_F(SelectionPassTest, LeavesTheStateAsItWas) {
   EXPECT_EQ(records.all().size(), 1U);
 }
 
-TEST_F(SelectionPassTest, LeavesTheStateAsItWasAfterAFailure) {
+TEST_F(ViewPick3DTest, LeavesTheStateAsItWasAfterAFailure) {
   const GlState before = readGlState();
   const auto draw = [&] {
     glPushName(1);
@@ -225,20 +225,20 @@ TEST_F(SelectionPassTest, LeavesTheStateAsItWasAfterAFailure) {
     glLoadIdentity();
     throw std::runtime_error("an object failed");
   };
-  EXPECT_THROW(runSelectionPass(camera, {.region = {}, .unlit = true}, draw), std::runtime_error);
+  EXPECT_THROW(pickView3D(camera, {.region = {}, .unlit = true}, draw), std::runtime_error);
   EXPECT_EQ(differences(before, readGlState()), kNone);
   const PickRecords records = pick({20, 20}, 1, [&] { window.draw({1}, 0, 0, 50, 50); });
   EXPECT_EQ(records.allNames(), Names{1});
 }
 
-TEST_F(SelectionPassTest, NothingIsSeen) {
+TEST_F(ViewPick3DTest, NothingIsSeen) {
   glClearColor(0, 0, 0, 1);
   glClear(GL_COLOR_BUFFER_BIT);
   pick({20, 20}, 100, [&] { window.draw({1}, 0, 0, 50, 50); });
   EXPECT_EQ(context.read().count({0, 0, 0}), kSide * kSide);
 }
 
-TEST_F(SelectionPassTest, DrawsWithTheCamerasViewAndAnEmptyNameStack) {
+TEST_F(ViewPick3DTest, DrawsWithTheCamerasViewAndAnEmptyNameStack) {
   pick({20, 20}, 1, [] {
     EXPECT_EQ(integerState(GL_RENDER_MODE), GL_SELECT);
     EXPECT_EQ(integerState(GL_NAME_STACK_DEPTH), 0);
@@ -250,20 +250,20 @@ TEST_F(SelectionPassTest, DrawsWithTheCamerasViewAndAnEmptyNameStack) {
   });
 }
 
-TEST_F(SelectionPassTest, SwitchesLightingOffWhereAsked) {
+TEST_F(ViewPick3DTest, SwitchesLightingOffWhereAsked) {
   for (const bool unlit : {false, true}) {
     bool lit = unlit;
-    runSelectionPass(camera, {.region = {}, .unlit = unlit}, [&] { lit = isEnabled(GL_LIGHTING); });
+    pickView3D(camera, {.region = {}, .unlit = unlit}, [&] { lit = isEnabled(GL_LIGHTING); });
     EXPECT_EQ(lit, !unlit);
     EXPECT_TRUE(isEnabled(GL_LIGHTING));
   }
   glDisable(GL_LIGHTING);
-  runSelectionPass(camera, {.region = {}, .unlit = true}, [] {});
+  pickView3D(camera, {.region = {}, .unlit = true}, [] {});
   EXPECT_FALSE(isEnabled(GL_LIGHTING));
 }
 
 /// A record with one name takes 4 entries.
-TEST_F(SelectionPassTest, FiveHundredAndTwelveEntriesAreTheFirstTry) {
+TEST_F(ViewPick3DTest, FiveHundredAndTwelveEntriesAreTheFirstTry) {
   int passes = 0;
   const PickRecords records = pick({32, 32}, 1, [&] {
     ++passes;
@@ -273,7 +273,7 @@ TEST_F(SelectionPassTest, FiveHundredAndTwelveEntriesAreTheFirstTry) {
   EXPECT_EQ(records.all().size(), 128U);
 }
 
-TEST_F(SelectionPassTest, NothingIsLostWhenTheBufferOverflows) {
+TEST_F(ViewPick3DTest, NothingIsLostWhenTheBufferOverflows) {
   for (const auto& [points, expectedPasses] : {std::pair(129, 2), std::pair(1000, 4)}) {
     int passes = 0;
     const PickRecords records = pick({32, 32}, 1, [&, count = points] {
@@ -289,16 +289,16 @@ TEST_F(SelectionPassTest, NothingIsLostWhenTheBufferOverflows) {
   }
 }
 
-TEST_F(SelectionPassTest, BeyondTheLargestBufferWhatItHoldsCounts) {
+TEST_F(ViewPick3DTest, BeyondTheLargestBufferWhatItHoldsCounts) {
   const auto draw = [] { drawPoints(1000); };
   const PickPass pass{
       .region = PickRegion::around({32, 32}, 1), .unlit = false, .largestBuffer = 1026};
-  const Names names = runSelectionPass(camera, pass, draw).allNames().value();
+  const Names names = pickView3D(camera, pass, draw).allNames().value();
   ASSERT_EQ(names.size(), 256U);
   EXPECT_EQ(names.back(), 255);
 }
 
-TEST_F(SelectionPassTest, EachTryLooksThroughTheSameCamera) {
+TEST_F(ViewPick3DTest, EachTryLooksThroughTheSameCamera) {
   const PickRecords records = pick({32, 32}, 1, [&] {
     drawPoints(1000);
     camera.translateH(kSide);
@@ -306,7 +306,7 @@ TEST_F(SelectionPassTest, EachTryLooksThroughTheSameCamera) {
   EXPECT_EQ(records.all().size(), 1000U);
 }
 
-TEST_F(SelectionPassTest, APickWithinAPickFindsNothingAndHarmsNothing) {
+TEST_F(ViewPick3DTest, APickWithinAPickFindsNothingAndHarmsNothing) {
   std::size_t inner = 1;
   const PickRecords records = pick({20, 20}, 1, [&] {
     window.draw({1}, 0, 0, 50, 50);
@@ -317,16 +317,16 @@ TEST_F(SelectionPassTest, APickWithinAPickFindsNothingAndHarmsNothing) {
   EXPECT_EQ(records.allNames(), (Names{1, 3}));
 }
 
-TEST_F(SelectionPassTest, ARegionWithoutAreaFindsNothing) {
+TEST_F(ViewPick3DTest, ARegionWithoutAreaFindsNothing) {
   const auto draw = [&] { window.draw({1}, -1000, -1000, 1000, 1000); };
   for (const double size : {0.0, -1.0, -kInfinity, kNaN}) {
     EXPECT_TRUE(pick({20, 20}, size, draw).all().empty()) << size;
   }
-  EXPECT_TRUE(runSelectionPass(camera, {.region = {20, 20, 5, 0}}, draw).all().empty());
+  EXPECT_TRUE(pickView3D(camera, {.region = {20, 20, 5, 0}}, draw).all().empty());
   EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
-TEST_F(SelectionPassTest, AnyOtherSizeWorks) {
+TEST_F(ViewPick3DTest, AnyOtherSizeWorks) {
   const auto draw = [&] {
     window.draw({1}, 10, 10, 30, 30);
     window.draw({2}, 40, 40, 50, 50);
@@ -341,15 +341,15 @@ TEST_F(SelectionPassTest, AnyOtherSizeWorks) {
   EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
-TEST_F(SelectionPassTest, ACameraThatShowsNothingFindsNothing) {
+TEST_F(ViewPick3DTest, ACameraThatShowsNothingFindsNothing) {
   const auto draw = [&] { window.draw({1}, -1000, -1000, 1000, 1000); };
   camera.zoom(0);
   EXPECT_TRUE(pick({20, 20}, 1, draw).all().empty());
   const CParamsVue3D unfitted;
-  EXPECT_TRUE(runSelectionPass(unfitted, {.region = {}}, draw).all().empty());
+  EXPECT_TRUE(pickView3D(unfitted, {.region = {}}, draw).all().empty());
 }
 
-TEST_F(SelectionPassTest, NothingInAnEmptyViewport) {
+TEST_F(ViewPick3DTest, NothingInAnEmptyViewport) {
   glViewport(0, 0, 0, 10);
   EXPECT_TRUE(pick({0, 0}, 1, [&] { window.draw({1}, -100, -100, 100, 100); }).all().empty());
 }

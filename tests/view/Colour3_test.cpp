@@ -1,4 +1,4 @@
-#include "view3d/GradientColour.h"
+#include "view/Colour3.h"
 
 #include <gtest/gtest.h>
 

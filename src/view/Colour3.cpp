@@ -1,8 +1,13 @@
-#include "view3d/GradientColour.h"
+#include "view/Colour3.h"
 
 #include <algorithm>
 
 namespace zyn {
+
+bool isColour(const Colour3& colour) {
+  return std::all_of(colour.begin(), colour.end(),
+                     [](float component) { return component >= 0.0F && component <= 1.0F; });
+}
 
 std::optional<Colour3> gradientColour(float r, float g, float b) {
   const Colour3 colour = {r, g, b};

@@ -1,4 +1,4 @@
-#include "view3d/ViewPass_gl.h"
+#include "view3d/ViewPass3D_gl.h"
 
 #include "view/RubberBand_gl.h"
 #include "view3d/LightLines_gl.h"
@@ -10,7 +10,7 @@ namespace zyn {
 namespace {
 
 /// Drawn over the scene, with the camera's matrices.
-void drawOverlays(const ViewPass& pass, const CParamsVue3D& camera) {
+void drawOverlays(const ViewPass3D& pass, const CParamsVue3D& camera) {
   if (pass.drawCoordSys) {
     drawTrihedron(camera);
   }
@@ -28,8 +28,8 @@ void drawOverlays(const ViewPass& pass, const CParamsVue3D& camera) {
 
 }  // namespace
 
-void drawView(const ViewPass& pass, const std::function<void()>& drawList,
-              const std::function<void()>& present) {
+void drawView3D(const ViewPass3D& pass, const std::function<void()>& drawList,
+                const std::function<void()>& present) {
   std::optional<CParamsVue3D> camera;  // drawn objects may move the view's
   if (pass.camera) {
     camera.emplace(*pass.camera);
@@ -45,6 +45,18 @@ void drawView(const ViewPass& pass, const std::function<void()>& drawList,
   }
   glFinish();
   present();
+}
+
+PickRecords pickView3D(const CParamsVue3D& camera, const PickPass& pass,
+                       const std::function<void()>& drawList) {
+  const CParamsVue3D fixed(camera);  // drawn objects may move the view's
+  return runPickPass(pass, [&](const PicturePart& part) {
+    loadProjection(&fixed, part);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    lookAlong(fixed);
+    drawList();
+  });
 }
 
 }  // namespace zyn

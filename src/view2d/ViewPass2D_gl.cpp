@@ -1,4 +1,4 @@
-#include "view2d/GraphPass_gl.h"
+#include "view2d/ViewPass2D_gl.h"
 
 #include "glcontext/StateGuards_gl.h"
 #include "view/RubberBand_gl.h"
@@ -9,12 +9,12 @@ namespace zyn {
 
 namespace {
 
-void drawCursor(const GraphPass::Cursor& cursor, const ScaledView& shown) {
+void drawCursor(const ViewPass2D::Cursor& cursor, const ScaledView& shown) {
   loadViewAt({cursor.position[0], cursor.position[1], 0}, shown);
   cursor.glyph.draw(0, 0, 0);
 }
 
-void drawOverlays(const GraphPass& pass) {
+void drawOverlays(const ViewPass2D& pass) {
   const PushedMatrix projection(GL_PROJECTION);
   const PushedMatrix modelview(GL_MODELVIEW);
   if (pass.rubberBand) {
@@ -31,8 +31,8 @@ void drawOverlays(const GraphPass& pass) {
 
 }  // namespace
 
-void drawGraph(const GraphPass& pass, const std::function<void()>& drawTraces,
-               const std::function<void()>& present) {
+void drawView2D(const ViewPass2D& pass, const std::function<void()>& drawTraces,
+                const std::function<void()>& present) {
   const PushedMatrix modelview(GL_MODELVIEW);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   if (pass.grid) {
@@ -46,6 +46,14 @@ void drawGraph(const GraphPass& pass, const std::function<void()>& drawTraces,
   drawOverlays(pass);
   glFinish();
   present();
+}
+
+PickRecords pickView2D(const ScaledView& shown, const PickRegion& region,
+                       const std::function<void()>& drawList) {
+  return runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
+    loadView(shown, part);
+    drawList();
+  });
 }
 
 }  // namespace zyn

@@ -1,4 +1,4 @@
-#include "view2d/GraphPass_gl.h"
+#include "view2d/ViewPass2D_gl.h"
 
 #include <stdexcept>
 
@@ -18,9 +18,9 @@ constexpr int kWidth = 280;
 constexpr int kHeight = 210;
 
 /// A graph of 200 by 150 pixels, 20 a unit, whose origin is in column 40 and on row 180.
-class GraphPassTest : public testing::Test {
+class ViewPass2DTest : public testing::Test {
  protected:
-  GraphPassTest() {
+  ViewPass2DTest() {
     setInitialState2D({1, 1, 1, 0}, antialiasing);
     state.resize({kWidth, kHeight});
     state.showGraph({0, 10, 0, 7.5}, 1, 1);
@@ -37,7 +37,7 @@ class GraphPassTest : public testing::Test {
   /// What the window shows.
   Image show(const std::function<void()>& drawTraces = [] {}) const {
     Image shown;
-    drawGraph(pass, drawTraces, [&] { shown = context.read(); });
+    drawView2D(pass, drawTraces, [&] { shown = context.read(); });
     return shown;
   }
 
@@ -53,10 +53,10 @@ class GraphPassTest : public testing::Test {
   CursorGlyph glyph;
   ViewState2D state;
   LinearGraph graph;
-  GraphPass pass;
+  ViewPass2D pass;
 };
 
-TEST_F(GraphPassTest, ShowsTheTracesThroughTheView) {
+TEST_F(ViewPass2DTest, ShowsTheTracesThroughTheView) {
   const Image image = show(drawRed);
   const PixelBox box = boxOf(image, kRed);
   EXPECT_EQ(box.left, 40);
@@ -66,7 +66,7 @@ TEST_F(GraphPassTest, ShowsTheTracesThroughTheView) {
   EXPECT_EQ(image.count(kRed) + image.count(kWhite), kWidth * kHeight);
 }
 
-TEST_F(GraphPassTest, ScalesTheTraces) {
+TEST_F(ViewPass2DTest, ScalesTheTraces) {
   state.showGraph({0, 100, 0, 0.75}, 0.1, 10);
   pass.shown = {state.current(), 0.1, 10};
   const PixelBox box = boxOf(show([] {
@@ -79,7 +79,7 @@ TEST_F(GraphPassTest, ScalesTheTraces) {
   EXPECT_EQ(box.bottom, 179);
 }
 
-TEST_F(GraphPassTest, AgreesWithTheMappingAtTheCorners) {
+TEST_F(ViewPass2DTest, AgreesWithTheMappingAtTheCorners) {
   for (int step = 0; step < 4; ++step) {
     pass.shown = {state.current(), state.xScale(), state.yScale()};
     for (const PixelPoint corner :
@@ -100,7 +100,7 @@ TEST_F(GraphPassTest, AgreesWithTheMappingAtTheCorners) {
   }
 }
 
-TEST_F(GraphPassTest, TheGridLiesBelowTheTraces) {
+TEST_F(ViewPass2DTest, TheGridLiesBelowTheTraces) {
   pass.grid = Grid{{1, 0, 1}, 2.5, 2.5};
   EXPECT_GT(show().count(kMagenta), kWidth * 4);
   const Image image = show(drawRed);
@@ -110,7 +110,7 @@ TEST_F(GraphPassTest, TheGridLiesBelowTheTraces) {
   EXPECT_EQ(image.at(20, 80) == kMagenta || image.at(20, 79) == kMagenta, true);
 }
 
-TEST_F(GraphPassTest, TheFrameLiesOverTraces) {
+TEST_F(ViewPass2DTest, TheFrameLiesOverTraces) {
   pass.frame = frame();
   const Image image = show(drawRed);
   EXPECT_EQ(image.at(140, 179), kBlue);
@@ -118,7 +118,7 @@ TEST_F(GraphPassTest, TheFrameLiesOverTraces) {
   EXPECT_EQ(image.at(140, 150), kRed);
 }
 
-TEST_F(GraphPassTest, TheFrameLiesOverTheRubberBand) {
+TEST_F(ViewPass2DTest, TheFrameLiesOverTheRubberBand) {
   pass.frame = frame();
   pass.rubberBand = RubberBand{{100, 100}, {150, 179}};
   const Image image = show(drawRed);
@@ -126,7 +126,7 @@ TEST_F(GraphPassTest, TheFrameLiesOverTheRubberBand) {
   EXPECT_EQ(image.at(120, 179), kBlue);
 }
 
-TEST_F(GraphPassTest, TheRubberBandShowsOnAnyBackground) {
+TEST_F(ViewPass2DTest, TheRubberBandShowsOnAnyBackground) {
   pass.rubberBand = RubberBand{{100, 100}, {150, 150}};
   for (const auto& traces : {std::function<void()>([] {}), std::function<void()>(drawRed)}) {
     const Image image = show(traces);
@@ -142,8 +142,8 @@ TEST_F(GraphPassTest, TheRubberBandShowsOnAnyBackground) {
   }
 }
 
-TEST_F(GraphPassTest, TheCursorStandsOnTop) {
-  pass.cursor.emplace(GraphPass::Cursor{glyph, {5.025F, 0.025F}});  // in column 140, on row 179
+TEST_F(ViewPass2DTest, TheCursorStandsOnTop) {
+  pass.cursor.emplace(ViewPass2D::Cursor{glyph, {5.025F, 0.025F}});  // in column 140, on row 179
   pass.frame = frame();
   const Image image = show(drawRed);
   EXPECT_EQ(image.at(140, 179 - 6), kBlack);
@@ -152,20 +152,20 @@ TEST_F(GraphPassTest, TheCursorStandsOnTop) {
   EXPECT_EQ(image.at(140, 179), kBlue);  // it has a hole in the middle
 }
 
-TEST_F(GraphPassTest, TheCursorIsScaledToo) {
+TEST_F(ViewPass2DTest, TheCursorIsScaledToo) {
   state.showGraph({0, 100, 0, 0.75}, 0.1, 10);
   pass.shown = {state.current(), 0.1, 10};
-  pass.cursor.emplace(GraphPass::Cursor{glyph, {50.25F, 0.40025F}});
+  pass.cursor.emplace(ViewPass2D::Cursor{glyph, {50.25F, 0.40025F}});
   const PixelBox box = boxOf(show(), kBlack);
   EXPECT_EQ(box.left, 140 - 6);
   EXPECT_EQ(box.right, 140 + 6);
   EXPECT_EQ((box.top + box.bottom) / 2, 180 - 81);
 }
 
-TEST_F(GraphPassTest, IsPresentedOnceAfterEverything) {
+TEST_F(ViewPass2DTest, IsPresentedOnceAfterEverything) {
   int drawn = 0;
   int presented = 0;
-  drawGraph(
+  drawView2D(
       pass, [&] { ++drawn; },
       [&] {
         EXPECT_EQ(drawn, 1);
@@ -174,10 +174,10 @@ TEST_F(GraphPassTest, IsPresentedOnceAfterEverything) {
   EXPECT_EQ(presented, 1);
 }
 
-TEST_F(GraphPassTest, AFailingTraceEndsThePass) {
+TEST_F(ViewPass2DTest, AFailingTraceEndsThePass) {
   const GlState before = readGlState();
   bool presented = false;
-  EXPECT_THROW(drawGraph(
+  EXPECT_THROW(drawView2D(
                    pass,
                    [] {
                      glPushMatrix();
@@ -194,25 +194,25 @@ TEST_F(GraphPassTest, AFailingTraceEndsThePass) {
   }
 }
 
-TEST_F(GraphPassTest, LeavesTheStateAsItWas) {
+TEST_F(ViewPass2DTest, LeavesTheStateAsItWas) {
   pass.grid = Grid{{1, 0, 1}, 2.5, 2.5};
   pass.frame = frame();
   pass.rubberBand = RubberBand{{100, 100}, {150, 150}};
-  pass.cursor.emplace(GraphPass::Cursor{glyph, {5, 5}});
+  pass.cursor.emplace(ViewPass2D::Cursor{glyph, {5, 5}});
   show();  // the projection stays the view's
   const GlState before = readGlState();
   show();
   EXPECT_EQ(differences(before, readGlState()), kNone);
 }
 
-TEST_F(GraphPassTest, ATraceMayReplaceTheFrame) {
+TEST_F(ViewPass2DTest, ATraceMayReplaceTheFrame) {
   pass.frame = frame();
   std::shared_ptr<const GraphFrame> views = pass.frame;
   const Image image = show([&] { views = frame(); });
   EXPECT_EQ(image.at(140, 179), kBlue);
 }
 
-TEST_F(GraphPassTest, AViewThatShowsNothingIsEmpty) {
+TEST_F(ViewPass2DTest, AViewThatShowsNothingIsEmpty) {
   pass.shown = {};
   pass.grid = Grid{{1, 0, 1}, 2.5, 2.5};
   pass.frame = frame();

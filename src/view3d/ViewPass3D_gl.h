@@ -5,14 +5,15 @@
 #include <optional>
 
 #include "view/CursorGlyph_gl.h"
-#include "view/RubberBand.h"
+#include "view/PickPass_gl.h"
+#include "view/Pixels.h"
 #include "view3d/CParamsVue3D.h"
 #include "view3d/LightBlock.h"
 
 namespace zyn {
 
 /// What a 3D view shows in its window.
-struct ViewPass {
+struct ViewPass3D {
   /// Where the cursor glyph stands in the scene.
   struct Cursor {
     const CursorGlyph& glyph;
@@ -31,7 +32,12 @@ struct ViewPass {
 /// Draws the view into the current context, which `drawList` must leave current: the scene, the
 /// coordinate axes, the rubber band, the cursor, the lights. Once all is drawn, calls `present`,
 /// which shows it. What either throws is passed on; the stacks are balanced on every path.
-void drawView(const ViewPass& pass, const std::function<void()>& drawList,
-              const std::function<void()>& present);
+void drawView3D(const ViewPass3D& pass, const std::function<void()>& drawList,
+                const std::function<void()>& present);
+
+/// Picks among what `drawList` draws of the scene; it is called with the camera set. Otherwise as
+/// runPickPass.
+PickRecords pickView3D(const CParamsVue3D& camera, const PickPass& pass,
+                       const std::function<void()>& drawList);
 
 }  // namespace zyn

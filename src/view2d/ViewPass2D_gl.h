@@ -6,15 +6,16 @@
 #include <optional>
 
 #include "view/CursorGlyph_gl.h"
-#include "view/RubberBand.h"
+#include "view/PickPass_gl.h"
+#include "view/Pixels.h"
+#include "view2d/CParamsVue2D.h"
 #include "view2d/GraphFrame_gl.h"
-#include "view2d/Grid.h"
-#include "view2d/ScaledView.h"
+#include "view2d/Grid_gl.h"
 
 namespace zyn {
 
 /// What a 2D view shows in its window.
-struct GraphPass {
+struct ViewPass2D {
   /// Where the cursor glyph stands, in model units.
   struct Cursor {
     const CursorGlyph& glyph;
@@ -32,7 +33,12 @@ struct GraphPass {
 /// the grid, the traces, the rubber band, the frame, the cursor. Once all is drawn, calls
 /// `present`, which shows it. What either throws is passed on; the stacks are balanced on every
 /// path. The projection stays the view's.
-void drawGraph(const GraphPass& pass, const std::function<void()>& drawTraces,
-               const std::function<void()>& present);
+void drawView2D(const ViewPass2D& pass, const std::function<void()>& drawTraces,
+                const std::function<void()>& present);
+
+/// Picks among what `drawList` draws of the plane; it is called with the view set. Otherwise as
+/// runPickPass, without lighting.
+PickRecords pickView2D(const ScaledView& shown, const PickRegion& region,
+                       const std::function<void()>& drawList);
 
 }  // namespace zyn

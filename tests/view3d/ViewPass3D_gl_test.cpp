@@ -1,4 +1,4 @@
-#include "view3d/ViewPass_gl.h"
+#include "view3d/ViewPass3D_gl.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,9 +15,9 @@ constexpr int kWidth = 240;
 constexpr int kHeight = 180;
 
 /// A view of 240 by 180 pixels from +Z, a pixel being a scene unit.
-class ViewPassTest : public testing::Test {
+class ViewPass3DTest : public testing::Test {
  protected:
-  ViewPassTest() {
+  ViewPass3DTest() {
     camera.fitAxis(AxisView::XYp, Box3{-120, 120, -90, 90, -10, 10}, {kWidth, kHeight}, 0, 0);
     setInitialState3D({1, 1, 1, 0}, antialiasing);
     pass.camera = &camera;
@@ -27,7 +27,7 @@ class ViewPassTest : public testing::Test {
   /// What the window shows.
   Image show(const std::function<void()>& drawList = [] {}) const {
     Image shown;
-    drawView(pass, drawList, [&] { shown = context.read(); });
+    drawView3D(pass, drawList, [&] { shown = context.read(); });
     return shown;
   }
 
@@ -43,10 +43,10 @@ class ViewPassTest : public testing::Test {
   Antialiasing antialiasing;
   CursorGlyph glyph;
   CParamsVue3D camera;
-  ViewPass pass;
+  ViewPass3D pass;
 };
 
-TEST_F(ViewPassTest, ShowsTheSceneThroughTheCamera) {
+TEST_F(ViewPass3DTest, ShowsTheSceneThroughTheCamera) {
   const Image image = show(drawSquare);
   const PixelBox box = boxOf(image, {0, 255, 0});
   EXPECT_EQ(box.left, 110);
@@ -56,7 +56,7 @@ TEST_F(ViewPassTest, ShowsTheSceneThroughTheCamera) {
   EXPECT_EQ(image.count({0, 255, 0}) + image.count(kWhite), kWidth * kHeight);
 }
 
-TEST_F(ViewPassTest, LightsTheScene) {
+TEST_F(ViewPass3DTest, LightsTheScene) {
   pass.lights.put(LightBlock::Section::Ambient, std::vector<double>{1, 1, 0, 0, 1});
   pass.lights.put(LightBlock::Section::Light1, std::vector<double>{0, 1, 1, 1, 0, 0, 0, 0, 0});
   const GLfloat material[4] = {1, 1, 1, 1};
@@ -65,20 +65,20 @@ TEST_F(ViewPassTest, LightsTheScene) {
   EXPECT_EQ(image.at(120, 90), (Rgb{255, 0, 0}));
 }
 
-TEST_F(ViewPassTest, WithoutACameraOnlyTheBackgroundIsShown) {
+TEST_F(ViewPass3DTest, WithoutACameraOnlyTheBackgroundIsShown) {
   pass.camera = nullptr;
   pass.drawCoordSys = true;
   pass.drawLights = true;
   pass.lights.put(LightBlock::Section::Light1, std::vector<double>{1, 1, 0, 0, 0, 0, 0, 1.5, 0});
   pass.rubberBand = RubberBand{{10, 10}, {50, 50}};
-  pass.cursor.emplace(ViewPass::Cursor{glyph, {0, 0, 0}});
+  pass.cursor.emplace(ViewPass3D::Cursor{glyph, {0, 0, 0}});
   bool drawn = false;
   const Image image = show([&] { drawn = true; });
   EXPECT_FALSE(drawn);
   EXPECT_EQ(image.count(kWhite), kWidth * kHeight);
 }
 
-TEST_F(ViewPassTest, TheGradientRunsFromTheBackgroundUpwards) {
+TEST_F(ViewPass3DTest, TheGradientRunsFromTheBackgroundUpwards) {
   pass.gradient = {0, 0, 1};
   const CParamsVue3D* const none = nullptr;
   for (const CParamsVue3D* const shown : {none, pass.camera}) {
@@ -90,7 +90,7 @@ TEST_F(ViewPassTest, TheGradientRunsFromTheBackgroundUpwards) {
   }
 }
 
-TEST_F(ViewPassTest, TheTrihedronIsDrawnWhereAsked) {
+TEST_F(ViewPass3DTest, TheTrihedronIsDrawnWhereAsked) {
   pass.drawCoordSys = true;
   const Image image = show();
   // 15 pixels from the corner, 15 pixels long.
@@ -100,8 +100,8 @@ TEST_F(ViewPassTest, TheTrihedronIsDrawnWhereAsked) {
   EXPECT_EQ(show().count(kWhite), kWidth * kHeight);
 }
 
-TEST_F(ViewPassTest, TheCursorStandsAtItsPlaceInTheScene) {
-  pass.cursor.emplace(ViewPass::Cursor{glyph, {40.5F, 20.5F, 3}});
+TEST_F(ViewPass3DTest, TheCursorStandsAtItsPlaceInTheScene) {
+  pass.cursor.emplace(ViewPass3D::Cursor{glyph, {40.5F, 20.5F, 3}});
   const Image alone = show();
   const PixelBox box = boxOf(alone, kBlack);
   EXPECT_EQ(box.left, 160 - 6);
@@ -118,7 +118,7 @@ TEST_F(ViewPassTest, TheCursorStandsAtItsPlaceInTheScene) {
   EXPECT_EQ(boxOf(both, kBlack).left, 10);
 }
 
-TEST_F(ViewPassTest, TheRubberBandLiesOverTheScene) {
+TEST_F(ViewPass3DTest, TheRubberBandLiesOverTheScene) {
   pass.rubberBand = RubberBand{{115, 85}, {200, 150}};
   const Image image = show(drawSquare);
   for (int x = 115; x <= 129; ++x) {
@@ -127,7 +127,7 @@ TEST_F(ViewPassTest, TheRubberBandLiesOverTheScene) {
   EXPECT_EQ(image.at(120, 90), (Rgb{0, 255, 0}));
 }
 
-TEST_F(ViewPassTest, LightLinesEndInTheMiddleOfTheView) {
+TEST_F(ViewPass3DTest, LightLinesEndInTheMiddleOfTheView) {
   pass.drawLights = true;
   pass.lights.put(LightBlock::Section::Light1,
                   std::vector<double>{1, 1, 0, 0, 0, 0, 0, 1.5707963267948966, 0});
@@ -140,10 +140,10 @@ TEST_F(ViewPassTest, LightLinesEndInTheMiddleOfTheView) {
   EXPECT_TRUE(boxOf(show(), {255, 0, 0}).empty());
 }
 
-TEST_F(ViewPassTest, IsPresentedOnceAfterEverything) {
+TEST_F(ViewPass3DTest, IsPresentedOnceAfterEverything) {
   int drawn = 0;
   int presented = 0;
-  drawView(
+  drawView3D(
       pass, [&] { ++drawn; },
       [&] {
         EXPECT_EQ(drawn, 1);
@@ -152,7 +152,7 @@ TEST_F(ViewPassTest, IsPresentedOnceAfterEverything) {
   EXPECT_EQ(presented, 1);
 }
 
-TEST_F(ViewPassTest, AFailingObjectEndsThePass) {
+TEST_F(ViewPass3DTest, AFailingObjectEndsThePass) {
   pass.drawCoordSys = true;
   const GlState before = readGlState();
   const auto fail = [] {
@@ -161,7 +161,7 @@ TEST_F(ViewPassTest, AFailingObjectEndsThePass) {
     throw std::runtime_error("an object failed");
   };
   bool presented = false;
-  EXPECT_THROW(drawView(pass, fail, [&] { presented = true; }), std::runtime_error);
+  EXPECT_THROW(drawView3D(pass, fail, [&] { presented = true; }), std::runtime_error);
   EXPECT_FALSE(presented);
   GlState after = readGlState();
   for (const char* const stack :
@@ -170,18 +170,18 @@ TEST_F(ViewPassTest, AFailingObjectEndsThePass) {
   }
 }
 
-TEST_F(ViewPassTest, OverlaysLeaveTheStateAsTheSceneDid) {
+TEST_F(ViewPass3DTest, OverlaysLeaveTheStateAsTheSceneDid) {
   show(drawSquare);
   const GlState before = readGlState();
   pass.drawCoordSys = true;
   pass.drawLights = true;
   pass.rubberBand = RubberBand{{10, 10}, {50, 50}};
-  pass.cursor.emplace(ViewPass::Cursor{glyph, {0, 0, 0}});
+  pass.cursor.emplace(ViewPass3D::Cursor{glyph, {0, 0, 0}});
   show(drawSquare);
   EXPECT_EQ(differences(before, readGlState()), kNone);
 }
 
-TEST_F(ViewPassTest, ADrawnObjectMayMoveTheCamera) {
+TEST_F(ViewPass3DTest, ADrawnObjectMayMoveTheCamera) {
   pass.drawCoordSys = true;
   const Image still = show();
   const Image moved = show([&] { camera.zoom(0); });
