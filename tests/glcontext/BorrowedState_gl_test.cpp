@@ -134,12 +134,25 @@ TEST_F(BorrowedStateTest, IsNotAvailableOnAFullStackOfNames) {
   EXPECT_TRUE(BorrowedState::isAvailable());
 }
 
-TEST_F(BorrowedStateTest, IsNotAvailableWhileAListIsCompiled) {
+TEST_F(BorrowedStateTest, AListGivesBackWhatItFindsWhenItIsCalled) {
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
-  EXPECT_FALSE(BorrowedState::isAvailable());
-  glEndList();
   EXPECT_TRUE(BorrowedState::isAvailable());
+  {
+    const BorrowedState borrowed;
+    glTranslated(1, 2, 3);
+    glEnable(GL_FOG);
+    glLineWidth(5);
+  }
+  glEndList();
+  glLineWidth(3);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadMatrixd(numbered(7).data());
+  glMatrixMode(GL_PROJECTION);
+  const GlState before = readGlState();
+  glCallList(list);
+  EXPECT_EQ(differences(before, readGlState()), kNone);
+  glDeleteLists(list, 1);
 }
 
 TEST_F(BorrowedStateTest, TellsHowTheOwnerLooksAtTheModel) {

@@ -306,7 +306,7 @@ TEST_F(CotePainterTest, LinesAreHitAfterTheEndsThatTheyRunThrough) {
   EXPECT_EQ(pick(100, 62.5), Hits());
   EXPECT_EQ(pick(30, 40), (Hits{{10}}));
   EXPECT_EQ(pick(33, 40), Hits());
-  EXPECT_EQ(pick(170, 65), (Hits{{10}}));
+  EXPECT_EQ(pick(170, 65), (Hits{{30}, {10}}));
   EXPECT_EQ(pick(30, 20), (Hits{{20}, {10}}));
 }
 
