@@ -13,7 +13,7 @@
 
 #include "com/ComIdentity_com.h"
 #include "com/Dual_com.h"
-#include "com/adopt_com.h"
+#include "com/askFor_com.h"
 #include "com/automation_com.h"
 
 namespace zyn {

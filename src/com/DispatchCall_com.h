@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "com/ArgumentSlot_com.h"
-#include "com/LateCall_com.h"
 #include "com/Member_com.h"
 
 namespace zyn {

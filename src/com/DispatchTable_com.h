@@ -7,7 +7,6 @@
 
 #include <vector>
 
-#include "com/LateCall_com.h"
 #include "com/Member_com.h"
 
 namespace zyn {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "com/ClassTable_com.h"
+#include "com/ClassFactory_com.h"
 
 namespace zyn {
 

@@ -6,9 +6,25 @@
 
 #include <vector>
 
-#include "com/ParameterType_com.h"
-
 namespace zyn {
+
+/// One call of IDispatch::Invoke as the caller made it. All pointers may be null.
+struct LateCall {
+  DISPID member;
+  LCID locale;
+  WORD flags;
+  DISPPARAMS* arguments;
+  VARIANT* result;
+  EXCEPINFO* exception;
+  UINT* wrongArgument;
+};
+
+/// How a member of a dual interface takes one parameter.
+struct ParameterType {
+  VARTYPE type;      ///< VT_I4 for enumerations; VT_DISPATCH or VT_UNKNOWN for interfaces
+  bool byReference;  ///< the member gets the address of the value
+  IID interfaceId;   ///< what an object must offer
+};
 
 struct Parameter : ParameterType {
   bool isInput;   ///< the caller's value goes in

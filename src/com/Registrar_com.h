@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "com/ClassesRoot_com.h"
 #include "com/RegistrationScript.h"
+#include "com/RegistryKey_com.h"
 
 namespace zyn {
 

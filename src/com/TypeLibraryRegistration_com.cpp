@@ -6,11 +6,10 @@
 
 #include <array>
 #include <cwchar>
+#include <iterator>
 #include <string>
 
 #include "com/ModuleState_com.h"
-#include "com/TypeLibraryAttributes_com.h"
-#include "com/guidText_com.h"
 #include "platform/ModuleHandle_win.h"
 
 // Exported by oleaut32 since Windows Vista; MinGW's headers do not declare them.
@@ -50,6 +49,12 @@ bool isRegisteredHere(const TypeLibraryAttributes& id, RegistrationScope scope) 
 }
 
 }  // namespace
+
+std::wstring guidText(REFGUID id) {
+  wchar_t text[40] = {};
+  StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+  return text;
+}
 
 void registerTypeLibrary(RegistrationScope scope) {
   const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();

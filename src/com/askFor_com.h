@@ -5,7 +5,18 @@
 #include <unknwn.h>
 #include <wrl/client.h>
 
+#include "com/errors_com.h"
+
 namespace zyn {
+
+/// A pointer that takes over the caller's reference on `owned`. MinGW's ComPtr::Attach counts one
+/// more reference instead of taking the given one over, unlike the original.
+template <class Interface>
+Microsoft::WRL::ComPtr<Interface> adopt(Interface* owned) {
+  Microsoft::WRL::ComPtr<Interface> pointer;
+  *pointer.GetAddressOf() = owned;
+  return pointer;
+}
 
 /// Whether an object says that it has every interface there is, as carelessly written ones do: its
 /// answers cannot be relied on.
@@ -30,6 +41,20 @@ Microsoft::WRL::ComPtr<Interface> askFor(IUnknown* object) {
     return nullptr;
   }
   return found;
+}
+
+/// The interface `iid` of an outside object, or null when it does not have it or claims to have
+/// everything; any other answer is a failure of the object and thrown.
+template <class Interface>
+Microsoft::WRL::ComPtr<Interface> queryOptional(IUnknown* object,
+                                                REFIID iid = __uuidof(Interface)) {
+  Microsoft::WRL::ComPtr<Interface> found;
+  const HRESULT answer =
+      object->QueryInterface(iid, reinterpret_cast<void**>(found.GetAddressOf()));
+  if (answer != E_NOINTERFACE) {
+    throwIfFailed(answer, object, iid);
+  }
+  return found && claimsEverything(object) ? nullptr : found;
 }
 
 }  // namespace zyn

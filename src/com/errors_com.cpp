@@ -11,7 +11,6 @@
 #include <system_error>
 #include <utility>
 
-#include "com/adopt_com.h"
 #include "com/askFor_com.h"
 #include "platform/Failure_win.h"
 

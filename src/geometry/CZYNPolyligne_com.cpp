@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "com/NumericArrayVariant_com.h"
+#include "com/askFor_com.h"
 #include "com/properties_com.h"
-#include "com/queryOptional_com.h"
 #include "geometry/ValueObjects_com.h"
 #include "glcontext/StateGuards_gl.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "com/ClassTable_com.h"
+#include "com/ClassFactory_com.h"
 
 namespace zyn {
 

@@ -8,7 +8,6 @@
 #include "ZYNVUE.h"
 #include "com/askFor_com.h"
 #include "com/errors_com.h"
-#include "com/queryOptional_com.h"
 #include "contract/ISceneObject_com.h"
 #include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"

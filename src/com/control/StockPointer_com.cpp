@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-#include "com/queryOptional_com.h"
+#include "com/askFor_com.h"
 
 namespace zyn {
 

@@ -1,4 +1,4 @@
-#include "com/dispatch_com.h"
+#include "com/Dual_com.h"
 
 #include "com/ModuleState_com.h"
 #include "com/automation_com.h"
