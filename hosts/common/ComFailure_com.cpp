@@ -1,5 +1,8 @@
 #include "common/ComFailure_com.h"
 
+#include <comutil.h>
+#include <wrl/client.h>
+
 #include <cstdio>
 #include <string>
 
@@ -14,6 +17,16 @@ void check(HRESULT result, const wchar_t* subject, const char* problem) {
   char code[16] = {};
   std::snprintf(code, sizeof code, " (0x%08lX)", static_cast<unsigned long>(result));
   throw ComFailure(toUtf8(subject) + ' ' + problem + code);
+}
+
+void checkPicture(HRESULT result, const wchar_t* member) {
+  check(result, member);
+  Microsoft::WRL::ComPtr<IErrorInfo> told;
+  if (GetErrorInfo(0, &told) == S_OK) {
+    _bstr_t cause;
+    told->GetDescription(cause.GetAddress());
+    throw ComFailure(toUtf8({cause, cause.length()}));
+  }
 }
 
 }  // namespace zyn::host

@@ -94,7 +94,7 @@ internal static class Program {
     Call(context, "Add", text, Shaded);
     File.Delete(file);
     Call(context, "CreatePNG", "", file);
-    // The component reports nothing of a failure: only the file itself tells.
+    // The member answers no error: the file tells.
     if (!File.Exists(file)) throw new IOException(file + " could not be written");
     double[] background = (double[])Get(context, "BackColor");
     Console.WriteLine("late bound: " + file + ", " + background.Length + " components of the background");

@@ -121,7 +121,7 @@ function draw(file) {
   fs.rmSync(file, { force: true });
   withString(file, (string) => context.CreatePNG(null, string));
   context.release();
-  // The component reports nothing of a failure: only the file itself tells.
+  // The member answers no error: the file tells.
   if (!fs.existsSync(file)) {
     throw new Error(`${file} could not be written`);
   }

@@ -57,6 +57,18 @@ begin
   end;
 end;
 
+{ Members for pictures answer no error: the thread's error information tells why there is no file. }
+procedure CheckPicture;
+var
+  Told: IErrorInfo;
+  Cause: WideString;
+begin
+  if GetErrorInfo(0, Told) <> S_OK then
+    Exit;
+  Told.GetDescription(Cause);
+  raise Exception.Create(Cause);
+end;
+
 procedure Draw(const FileName: WideString);
 var
   Context, Text: OleVariant;
@@ -78,12 +90,8 @@ begin
   Text.HauteurPixels := 40;
   Text.setPosition(7.5, 4.0, 1.0, 9);
   Context.Add(Text, Shaded);
-  if FileExists(FileName) then
-    DeleteFile(FileName);
   Context.CreatePNG('', FileName);
-  { The component reports nothing of a failure: only the file itself tells. }
-  if not FileExists(FileName) then
-    raise Exception.Create(FileName + ': the picture could not be written');
+  CheckPicture;
   WriteLn('late bound: ', FileName);
 end;
 

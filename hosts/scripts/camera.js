@@ -55,7 +55,7 @@ function main() {
   }
   var file = files.BuildPath(folder, "camera.png");
   context.CreatePNG("", file);
-  // The component reports nothing of a failure: only the file itself tells.
+  // Nothing tells a script of a failure but the file itself.
   if (!files.FileExists(file)) {
     throw new Error(file + ": the picture could not be written");
   }

@@ -85,7 +85,7 @@ function plot(table, file) {
     files.DeleteFile(file);
   }
   context.CreatePNG(file + ".tmp", file);
-  // The component reports nothing of a failure: only the file itself tells.
+  // Nothing tells a script of a failure but the file itself.
   if (!files.FileExists(file)) {
     WScript.Echo(file + ": the picture could not be written");
     WScript.Quit(1);

@@ -353,7 +353,7 @@ Sub TakePicture(box, direction, up, name)
     Case "bmp"
       context.CreateBitmap file
   End Select
-  ' The component reports nothing of a failure: only the file itself tells.
+  ' Nothing tells a script of a failure but the file itself.
   If Not files.FileExists(file) Then Fail file & ": the picture could not be written"
   WScript.Echo file & ": " & files.GetFile(file).Size & " bytes"
   pictures = pictures + 1

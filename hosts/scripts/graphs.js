@@ -237,7 +237,7 @@ function write(scene, fineness, file) {
     files.DeleteFile(file);
   }
   context.CreatePNG(file + ".bmp", file);
-  // The component reports nothing of a failure: only the file itself tells.
+  // Nothing tells a script of a failure but the file itself.
   if (!files.FileExists(file)) {
     throw new Error(file + ": the picture could not be written");
   }

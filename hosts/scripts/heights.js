@@ -137,7 +137,7 @@ function write(file, writer) {
     files.DeleteFile(file);
   }
   writer(file);
-  // The component reports nothing of a failure: only the file itself tells.
+  // Nothing tells a script of a failure but the file itself.
   if (!files.FileExists(file)) {
     throw new Error(file + ": the picture could not be written");
   }

@@ -73,7 +73,7 @@ Sub TakePicture(name, direction, up)
   If files.FileExists(file) Then files.DeleteFile file
   context.ViewParams Nothing, 0.1, ViewFrame(direction, up)
   context.CreatePNG "", file
-  ' The component reports nothing of a failure: only the file itself tells.
+  ' Nothing tells a script of a failure but the file itself.
   If Not files.FileExists(file) Then
     WScript.Echo file & ": the picture could not be written"
     WScript.Quit 1

@@ -34,7 +34,7 @@ void makeSurface(IZYNVue3D& view, IZYN3DGLBitmapContext& context, SIZE size) {
        L"MultiSampleAntialiasing");
   check(context.put_BackColor(host::numberArray(std::array{1.0, 1.0, 1.0, 1.0})), L"BackColor");
   LONG created = 0;
-  check(context.CreateContext(size.cx, size.cy, &created), L"CreateContext");
+  host::checkPicture(context.CreateContext(size.cx, size.cy, &created), L"CreateContext");
 }
 
 void copyLook(IZYNVue3D& view, IZYN3DGLBitmapContext& context) {
@@ -56,8 +56,7 @@ void copyLook(IZYNVue3D& view, IZYN3DGLBitmapContext& context) {
 
 void exportPicture(IZYNVue3D& view, const Model& model, bool outline, SIZE size,
                    const std::filesystem::path& file, PictureFormat format) {
-  const host::OutputFile output(file);
-  output.probe();
+  host::probeOutputFile(file);
   const auto context =
       host::ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext>();
   makeSurface(view, *context.Get(), size);
@@ -66,8 +65,7 @@ void exportPicture(IZYNVue3D& view, const Model& model, bool outline, SIZE size,
   check(view.XFormView(&frame), L"XFormView");
   check(context->ViewParams(host::makeBox(model.bounds()).Get(), kMargin, &frame), L"ViewParams");
   model.addTo(*context.Get(), outline);
-  writePicture(*context.Get(), output.partial(), format);
-  output.finish();
+  writePicture(*context.Get(), file, format);
 }
 
 }  // namespace zyn::viewer

@@ -28,13 +28,12 @@ void addFrame(IZYN2DGLBitmapContext& context, const GraphObjects& objects, const
 
 void exportGraph(IZYNVue2D& view, const Plot& plot, const PlotScale& scale, SIZE size,
                  const std::filesystem::path& file, PictureFormat format) {
-  const host::OutputFile output(file);
-  output.probe();
+  host::probeOutputFile(file);
   const auto context =
       host::ClassObject(L"ZYNVue.ZYN2dGLBitmapContext").create<IZYN2DGLBitmapContext>();
   check(context->put_BackColor(host::numberArray(std::array{1.0, 1.0, 1.0, 1.0})), L"BackColor");
   LONG created = 0;
-  check(context->CreateContexte(size.cx, size.cy, &created), L"CreateContexte");
+  host::checkPicture(context->CreateContexte(size.cx, size.cy, &created), L"CreateContexte");
   const GraphWindow shown = windowOf(view);
   check(context->ViewRect(shown.rectangle().Get(), 0), L"ViewRect");
 
@@ -51,8 +50,7 @@ void exportGraph(IZYNVue2D& view, const Plot& plot, const PlotScale& scale, SIZE
   for (const auto& object : objects.legend(plot, scale)) {
     check(context->Add(object.Get(), kFilled), L"Add");
   }
-  writePicture(*context.Get(), output.partial(), format);
-  output.finish();
+  writePicture(*context.Get(), file, format);
 }
 
 }  // namespace zyn::viewer

@@ -9,25 +9,24 @@
 
 namespace zyn::viewer {
 
-/// Draws the scene of a bitmap context and writes it, if need be by way of a bitmap file beside it.
-/// Nothing tells of a failure but the file.
+/// Draws the scene of a bitmap context and writes it. The bitmap file on the way, of which 2D
+/// contexts are told a name, may be the picture itself.
 template <typename Context>
 void writePicture(Context& context, const std::filesystem::path& file, PictureFormat format) {
   constexpr int kJpegQuality = 90;
   const _bstr_t name(file.c_str());
-  const _bstr_t bitmap((file.wstring() + L".bmp").c_str());
   switch (format) {
     case PictureFormat::kPng:
-      host::check(context.CreatePNG(bitmap, name), L"CreatePNG");
+      host::checkPicture(context.CreatePNG(name, name), L"CreatePNG");
       break;
     case PictureFormat::kJpeg:
-      host::check(context.CreateJPG(bitmap, name, kJpegQuality), L"CreateJPG");
+      host::checkPicture(context.CreateJPG(name, name, kJpegQuality), L"CreateJPG");
       break;
     case PictureFormat::kGif:
-      host::check(context.CreateGIF(bitmap, name), L"CreateGIF");
+      host::checkPicture(context.CreateGIF(name, name), L"CreateGIF");
       break;
     case PictureFormat::kBmp:
-      host::check(context.CreateBitmap(name), L"CreateBitmap");
+      host::checkPicture(context.CreateBitmap(name), L"CreateBitmap");
       break;
   }
 }

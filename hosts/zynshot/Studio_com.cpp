@@ -5,16 +5,15 @@
 #include "common/ClassObject_com.h"
 #include "common/MeshObjects_com.h"
 #include "common/NumberArray_com.h"
-#include "common/OutputFile.h"
 #include "zynshot/AnnotationObjects_com.h"
 #include "zynshot/Dimensions.h"
 
 namespace zyn::shot {
 
 using host::check;
+using host::checkPicture;
 using host::ClassObject;
 using host::numberArray;
-using host::OutputFile;
 
 Studio::Studio(Scene& scene)
     : scene_(scene),
@@ -43,7 +42,7 @@ void Studio::prepare(const Surface& surface) {
   check(context_->put_LineAntialiasing(VARIANT_TRUE), L"LineAntialiasing");
   check(context_->put_MultiSampleAntialiasing(VARIANT_TRUE), L"MultiSampleAntialiasing");
   LONG created = 0;
-  check(context_->CreateContext(surface.width, surface.height, &created), L"CreateContext");
+  checkPicture(context_->CreateContext(surface.width, surface.height, &created), L"CreateContext");
   prepared_ = surface;
 }
 
@@ -91,24 +90,21 @@ double Studio::surplusOf(const PictureOptions& picture) const {
 }
 
 void Studio::write(const PictureOptions& picture) {
-  const OutputFile output(picture.file);
-  const _bstr_t file(output.partial().c_str());
+  const _bstr_t file(picture.file.c_str());
   switch (picture.format) {
     case PictureFormat::kBmp:
-      check(context_->CreateBitmap(file), L"CreateBitmap");
+      checkPicture(context_->CreateBitmap(file), L"CreateBitmap");
       break;
     case PictureFormat::kJpeg:
-      check(context_->CreateJPG(nullptr, file, picture.quality), L"CreateJPG");
+      checkPicture(context_->CreateJPG(nullptr, file, picture.quality), L"CreateJPG");
       break;
     case PictureFormat::kGif:
-      check(context_->CreateGIF(nullptr, file), L"CreateGIF");
+      checkPicture(context_->CreateGIF(nullptr, file), L"CreateGIF");
       break;
     case PictureFormat::kPng:
-      check(context_->CreatePNG(nullptr, file), L"CreatePNG");
+      checkPicture(context_->CreatePNG(nullptr, file), L"CreatePNG");
       break;
   }
-  // The component reports nothing of a failure: only the file itself tells.
-  output.finish();
 }
 
 }  // namespace zyn::shot

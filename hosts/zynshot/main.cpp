@@ -50,7 +50,7 @@ ProgressLine::Style progressStyle(const Request& request) {
 
 void render(const Request& request) {
   for (const PictureOptions& picture : request.pictures) {
-    host::OutputFile(picture.file).probe();
+    host::probeOutputFile(picture.file);
   }
   ProgressLine line(progressStyle(request), writeError);
   const auto showing = [&line](const char* what) {

@@ -1,5 +1,7 @@
 #include "geometry/CZYNPolyligne_com.h"
 
+#include <cstdint>
+#include <initializer_list>
 #include <utility>
 
 #include "com/NumericArrayVariant_com.h"
@@ -7,6 +9,7 @@
 #include "com/properties_com.h"
 #include "geometry/ValueObjects_com.h"
 #include "glcontext/StateGuards_gl.h"
+#include "platform/Failure_win.h"
 
 namespace zyn {
 
@@ -30,6 +33,15 @@ Point coordinatesOf(IZYNPoint& point) {
   return read;
 }
 
+void requireAlike(std::initializer_list<const NumericArray*> coordinates) {
+  const std::int32_t count = (*coordinates.begin())->count;
+  for (const NumericArray* array : coordinates) {
+    if (!array->isReadable || array->count != count) {
+      throw Failure(E_INVALIDARG, L"Coordinates are arrays of numbers, one as long as the other");
+    }
+  }
+}
+
 template <class Box>
 void putPlaneBounds(Box& box, const Box3& bounds) {
   box.put_XMin(bounds.xMin);
@@ -50,11 +62,8 @@ STDMETHODIMP CZYNPolyligne::setPoints(VARIANT x, VARIANT y) noexcept {
   return automation(*this, [&] {
     NumericArray xs = readNumericArray(x);
     NumericArray ys = readNumericArray(y);
-    if (!xs.isReadable || !ys.isReadable || xs.count != ys.count) {
-      return E_INVALIDARG;
-    }
+    requireAlike({&xs, &ys});
     take({std::move(xs.values), std::move(ys.values)});
-    return S_OK;
   });
 }
 
@@ -63,12 +72,8 @@ STDMETHODIMP CZYNPolyligne::setPoints3D(VARIANT x, VARIANT y, VARIANT z) noexcep
     NumericArray xs = readNumericArray(x);
     NumericArray ys = readNumericArray(y);
     NumericArray zs = readNumericArray(z);
-    if (!xs.isReadable || !ys.isReadable || !zs.isReadable || xs.count != ys.count ||
-        xs.count != zs.count) {
-      return E_INVALIDARG;
-    }
+    requireAlike({&xs, &ys, &zs});
     take({std::move(xs.values), std::move(ys.values), std::move(zs.values)});
-    return S_OK;
   });
 }
 

@@ -193,6 +193,7 @@ TEST_F(PolyligneTest, CanBeFilledByName) {
       callMethod(trace.Get(), L"setPoints", {doubleArray({0, 1}), doubleArray({2})});
   EXPECT_EQ(failed.code(), E_INVALIDARG);
   EXPECT_EQ(failed.source, L"ZYNModeleGeom.Polyligne");
+  EXPECT_EQ(failed.description, L"Coordinates are arrays of numbers, one as long as the other");
 }
 
 TEST_F(PolyligneTest, TheAttributeIsItsNumber) {

@@ -202,6 +202,14 @@ TEST_F(ZynshotTest, refusesPicturesItCannotWrite) {
                 1);
 }
 
+TEST_F(ZynshotTest, tellsTheCauseThatTheContextGives) {
+  writeFile(folder_.file(L"kept.png"), "older");
+  SetFileAttributesW(folder_.file(L"kept.png").c_str(), FILE_ATTRIBUTE_READONLY);
+  expectRefused(L"{corner.stl} -o {kept.png}", "kept.png\" was not written: ", 1);
+  SetFileAttributesW(folder_.file(L"kept.png").c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_EQ(std::filesystem::file_size(folder_.file(L"kept.png")), 5u);
+}
+
 TEST_F(ZynshotTest, refusesCommandLinesThatMakeNoSense) {
   expectRefused(L"", "no model given", 2);
   expectRefused(L"{corner.stl} --colour red -o {a.png}", "unknown option --colour", 2);

@@ -6,6 +6,7 @@
 #include "com/automation_com.h"
 #include "contract/CompanionObjects_com.h"
 #include "objects/triangle/TrianglePainter_gl.h"
+#include "platform/Failure_win.h"
 
 namespace zyn {
 
@@ -13,9 +14,12 @@ namespace {
 
 constexpr LONG kHighestPriority = 19;
 
-bool isVertexIndex(LONG index) { return index >= 0 && index <= 2; }
-
-std::size_t placeOf(LONG vertexIndex) { return static_cast<std::size_t>(vertexIndex); }
+std::size_t placeOf(LONG vertexIndex) {
+  if (vertexIndex < 0 || vertexIndex > 2) {
+    throw Failure(E_FAIL, L"A triangle has the corners 0, 1 and 2");
+  }
+  return static_cast<std::size_t>(vertexIndex);
+}
 
 template <class Coordinates>
 void store(Coordinates& target, double x, double y, double z) {
@@ -48,12 +52,8 @@ CZYNGLTriangle::CZYNGLTriangle() {
 
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    if (!isVertexIndex(index)) {
-      return E_FAIL;
-    }
     store(vertices_[placeOf(index)], x, y, Z);
     watch_.tell(SceneChange::Shape);
-    return S_OK;
   });
 }
 
@@ -67,25 +67,17 @@ STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha
 
 STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    if (!isVertexIndex(index)) {
-      return E_FAIL;
-    }
     store(normals_[placeOf(index)], x, y, Z);
     watch_.tell(SceneChange::Look);
-    return S_OK;
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] {
-    return isVertexIndex(index) ? read(vertices_[placeOf(index)], x, y, Z) : E_FAIL;
-  });
+  return automation(*this, [&] { return read(vertices_[placeOf(index)], x, y, Z); });
 }
 
 STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] {
-    return isVertexIndex(index) ? read(normals_[placeOf(index)], x, y, Z) : E_FAIL;
-  });
+  return automation(*this, [&] { return read(normals_[placeOf(index)], x, y, Z); });
 }
 
 STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
