@@ -38,64 +38,42 @@ ComPtr<IZYNRectangle> makeArea(const Area& area) {
   return rectangle;
 }
 
-View2DHost::View2DHost(SIZE size)
-    : ViewHost(L"ZYNVue.ZYNVue2D", DIID__IZYNVue2DEvents, size),
-      view_(queryFor<IZYNVue2D>(control().Get())) {}
-
-View2DHost::~View2DHost() { View2DHost::release(); }
-
-void View2DHost::release() {
-  view_.Reset();
-  ViewHost::release();
-}
+View2DHost::View2DHost(SIZE size) : ViewHostOf(L"ZYNVue.ZYNVue2D", DIID__IZYNVue2DEvents, size) {}
 
 VueParams View2DHost::params() const {
   _variant_t value;
-  require(view_->getVueParams(&value), "getVueParams");
+  require(get()->getVueParams(&value), "getVueParams");
   const auto p = doublesIn(value);
   if (p.size() != 7) throw std::runtime_error("getVueParams gave another number of values");
   return {p[0], p[1], p[2], p[3], p[4], p[5], p[6]};
 }
 
 void View2DHost::look(const Area& area) const {
-  require(view_->View(makeArea(area).Get(), 0), "View");
+  require(get()->View(makeArea(area).Get(), 0), "View");
 }
 
 std::array<double, 2> View2DHost::pointOf(int left, int top) const {
   std::array<double, 2> point = {};
-  require(view_->getPoint(top, left, &point[0], &point[1]), "getPoint");
+  require(get()->getPoint(top, left, &point[0], &point[1]), "getPoint");
   return point;
 }
 
 std::array<int, 2> View2DHost::pixelOf(double x, double y) const {
   std::array<int, 2> pixel = {};
-  require(view_->getPixelPoint(x, y, &pixel[1], &pixel[0]), "getPixelPoint");
+  require(get()->getPixelPoint(x, y, &pixel[1], &pixel[0]), "getPixelPoint");
   return pixel;
 }
 
 long View2DHost::mode() const {
   long mode = 0;
-  require(view_->get_Mode(&mode), "Mode");
+  require(get()->get_Mode(&mode), "Mode");
   return mode;
-}
-
-Image View2DHost::scene() const {
-  Image image;
-  const auto reader = makeForeign<ForeignObject>();
-  reader->onDraw2D = [&](int) {
-    image = readViewport();
-    return S_OK;
-  };
-  require(view_->Add(reader->dispatch(), 0), "Add");
-  paint();
-  require(view_->Remove(reader->dispatch()), "Remove");
-  return image;
 }
 
 ComPtr<ForeignObject> View2DHost::addBox(const Area& area) const {
   auto object = makeForeign<ForeignObject>();
   object->onGetBox2D = [area](IDispatch** out) { return handOut(makeBox(area), out); };
-  require(view_->Add(object->dispatch(), 0), "Add");
+  require(get()->Add(object->dispatch(), 0), "Add");
   return object;
 }
 

@@ -40,14 +40,9 @@ struct Area {
 ComPtr<IZYNRectangle> makeArea(const Area& area);
 
 /// A 2D view in the system's own container.
-class View2DHost : public ViewHost {
+class View2DHost : public ViewHostOf<IZYNVue2D> {
  public:
   explicit View2DHost(SIZE size = {400, 200});
-  ~View2DHost() override;
-
-  IZYNVue2D* operator->() const { return view_.Get(); }
-  IZYNVue2D* get() const { return view_.Get(); }
-  void release() override;
 
   VueParams params() const;
   /// Shows exactly this area, if it is shaped as the window, by View.
@@ -57,15 +52,8 @@ class View2DHost : public ViewHost {
   std::array<int, 2> pixelOf(double x, double y) const;
   long mode() const;
 
-  /// Draws now, and reads the view as its traces left it, before frame and cursor. The object that
-  /// reads is in the scene only meanwhile.
-  Image scene() const;
-
   /// A scene object without a picture that occupies this area.
   ComPtr<ForeignObject> addBox(const Area& area) const;
-
- private:
-  ComPtr<IZYNVue2D> view_;
 };
 
 /// An object that draws the area filled in one colour, under these names when it is picked.

@@ -36,26 +36,19 @@ DrawnCamera currentCamera() {
   return camera;
 }
 
-View3DHost::View3DHost(SIZE size)
-    : ViewHost(L"ZYNVue.ZYNVue3D", DIID__IZYNVue3DEvents, size),
-      view_(queryFor<IZYNVue3D>(control().Get())) {}
-
-View3DHost::~View3DHost() { View3DHost::release(); }
+View3DHost::View3DHost(SIZE size) : ViewHostOf(L"ZYNVue.ZYNVue3D", DIID__IZYNVue3DEvents, size) {}
 
 void View3DHost::release() {
   probe_.Reset();
-  view_.Reset();
-  ViewHost::release();
+  ViewHostOf::release();
 }
 
 DrawnCamera View3DHost::camera() {
   if (!probe_) {
-    probe_ = makeForeign<ForeignObject>();
-    probe_->onDraw3D = [this](int) {
+    probe_ = add([this](int) {
       camera_ = currentCamera();
       return S_OK;
-    };
-    require(view_->Add(probe_->dispatch(), 0), "Add");
+    });
   }
   const size_t before = probe_->modes.size();
   paint();
@@ -63,25 +56,12 @@ DrawnCamera View3DHost::camera() {
   return camera_;
 }
 
-Image View3DHost::scene() const {
-  Image image;
-  const auto reader = makeForeign<ForeignObject>();
-  reader->onDraw3D = [&](int) {
-    image = readViewport();
-    return S_OK;
-  };
-  require(view_->Add(reader->dispatch(), 0), "Add");
-  paint();
-  require(view_->Remove(reader->dispatch()), "Remove");
-  return image;
-}
-
 ComPtr<ForeignObject> View3DHost::addBox(const Bounds& b) const {
   auto object = makeForeign<ForeignObject>();
   object->onGetBox3D = [b](IDispatch** out) {
     return handOut(makeForeign<ForeignBox>(b.xMin, b.xMax, b.yMin, b.yMax, b.zMin, b.zMax), out);
   };
-  require(view_->Add(object->dispatch(), 0), "Add");
+  require(get()->Add(object->dispatch(), 0), "Add");
   return object;
 }
 

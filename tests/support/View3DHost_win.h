@@ -36,27 +36,20 @@ enum ViewEvent : DISPID {
 };
 
 /// A 3D view in the system's own container.
-class View3DHost : public ViewHost {
+class View3DHost : public ViewHostOf<IZYNVue3D> {
  public:
   explicit View3DHost(SIZE size = {400, 200});
-  ~View3DHost() override;
 
-  IZYNVue3D* operator->() const { return view_.Get(); }
-  IZYNVue3D* get() const { return view_.Get(); }
   void release() override;
 
   /// Draws now, and tells how the scene was looked at. The object that finds out is added to the
   /// scene by the first call and stays.
   DrawnCamera camera();
-  /// Draws now, and reads the view as its objects left it. The object that reads is in the scene
-  /// only meanwhile.
-  Image scene() const;
 
   /// A scene object without a picture that occupies this box.
   ComPtr<ForeignObject> addBox(const Bounds& bounds) const;
 
  private:
-  ComPtr<IZYNVue3D> view_;
   ComPtr<ForeignObject> probe_;
   DrawnCamera camera_;
 };

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <functional>
+#include <type_traits>
 #include <vector>
 
+#include "support/ForeignObject_win.h"
 #include "support/Image.h"
 #include "support/ScriptedContainer_win.h"
 
@@ -72,6 +74,61 @@ class ViewHost {
   ComPtr<IUnknown> control_;
   ComPtr<IConnectionPoint> source_;
   DWORD cookie_ = 0;
+};
+
+/// The same with what the interface of one view offers.
+template <class View>
+class ViewHostOf : public ViewHost {
+ public:
+  using Interface = View;
+
+  View* operator->() const { return view_.Get(); }
+  View* get() const { return view_.Get(); }
+  void release() override {
+    view_.Reset();
+    ViewHost::release();
+  }
+
+  /// Adds an object that draws so, in the way of this view.
+  ComPtr<ForeignObject> add(std::function<HRESULT(int)> draw = {}, int mode = 0) const {
+    auto object = makeForeign<ForeignObject>();
+    drawing(*object.Get()) = std::move(draw);
+    require(view_->Add(object->dispatch(), mode), "Add");
+    return object;
+  }
+  /// What an object does when this view draws it, and the modes in which such views drew it.
+  static auto& drawing(ForeignObject& object) {
+    if constexpr (kIsPlane) {
+      return object.onDraw2D;
+    } else {
+      return object.onDraw3D;
+    }
+  }
+  static const std::vector<int>& modes(const ComPtr<ForeignObject>& object) {
+    return kIsPlane ? object->modes2D : object->modes;
+  }
+
+  /// Draws now, and reads the view as its objects left it, before what the view draws over them.
+  /// The object that reads is in the scene only meanwhile.
+  Image scene() const {
+    Image image;
+    const auto reader = add([&](int) {
+      image = readViewport();
+      return S_OK;
+    });
+    paint();
+    require(view_->Remove(reader->dispatch()), "Remove");
+    return image;
+  }
+
+ protected:
+  ViewHostOf(const wchar_t* progId, REFIID events, SIZE size)
+      : ViewHost(progId, events, size), view_(queryFor<View>(control().Get())) {}
+  ~ViewHostOf() override { ViewHostOf::release(); }
+
+ private:
+  static constexpr bool kIsPlane = std::is_same_v<View, IZYNVue2D>;
+  ComPtr<View> view_;
 };
 
 }  // namespace zyn::test
