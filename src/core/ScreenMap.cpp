@@ -38,7 +38,7 @@ double PixelFrame::pixelsOf(const Vecteur& step) const {
 }
 
 ScreenMap::ScreenMap() : rows_{} {
-  for (const Row row : {X, Y, Depth, W}) {
+  for (const Row row : {kX, kY, kDepth, kW}) {
     rows_[row][row] = 1;
   }
 }
@@ -48,11 +48,12 @@ ScreenMap::ScreenMap(const GlMatrix& modelview, const Lens& lens) : rows_{} {
   const double halfWidth = lens.viewport[2] / 2;
   const double halfHeight = lens.viewport[3] / 2;
   for (std::size_t column = 0; column < 4; ++column) {
-    const double w = element(clip, W, column);
-    rows_[X][column] = halfWidth * element(clip, X, column) + (lens.viewport[0] + halfWidth) * w;
-    rows_[Y][column] = halfHeight * element(clip, Y, column) + (lens.viewport[1] + halfHeight) * w;
-    rows_[Depth][column] = element(clip, Depth, column);
-    rows_[W][column] = w;
+    const double w = element(clip, kW, column);
+    rows_[kX][column] = halfWidth * element(clip, kX, column) + (lens.viewport[0] + halfWidth) * w;
+    rows_[kY][column] =
+        halfHeight * element(clip, kY, column) + (lens.viewport[1] + halfHeight) * w;
+    rows_[kDepth][column] = element(clip, kDepth, column);
+    rows_[kW][column] = w;
   }
 }
 
@@ -62,17 +63,17 @@ ScreenMap ScreenMap::orthographic(const Point& origin, const Vecteur& right, con
     const Vecteur v = 1 / dot(step, step) * step;
     map.rows_[row] = {v.x, v.y, v.z, -dot(v, origin - Point())};
   };
-  setRow(X, right);
-  setRow(Y, up);
-  setRow(Depth, cross(right, up));
+  setRow(kX, right);
+  setRow(kY, up);
+  setRow(kDepth, cross(right, up));
   return map;
 }
 
 std::optional<PixelFrame> ScreenMap::at(const Point& point) const {
   const Homogeneous image = transform(point);
-  const Vecteur x = gradient(X, image);
-  const Vecteur y = gradient(Y, image);
-  const Vecteur depth = gradient(Depth, image);
+  const Vecteur x = gradient(kX, image);
+  const Vecteur y = gradient(kY, image);
+  const Vecteur depth = gradient(kDepth, image);
   const double volume = dot(x, cross(y, depth));
   const Vecteur right = 1 / volume * cross(y, depth);
   const Vecteur up = 1 / volume * cross(depth, x);
@@ -85,12 +86,12 @@ std::optional<PixelFrame> ScreenMap::at(const Point& point) const {
 
 PlanePoint ScreenMap::pixelOf(const Point& point) const {
   const Homogeneous image = transform(point);
-  return {image[X] / image[W], image[Y] / image[W]};
+  return {image[kX] / image[kW], image[kY] / image[kW]};
 }
 
 ScreenMap::Homogeneous ScreenMap::transform(const Point& point) const {
   Homogeneous image{};
-  for (const Row row : {X, Y, Depth, W}) {
+  for (const Row row : {kX, kY, kDepth, kW}) {
     const Homogeneous& r = rows_[row];
     image[row] = r[0] * point.x + r[1] * point.y + r[2] * point.z + r[3];
   }
@@ -98,9 +99,9 @@ ScreenMap::Homogeneous ScreenMap::transform(const Point& point) const {
 }
 
 Vecteur ScreenMap::gradient(Row row, const Homogeneous& image) const {
-  const double w = image[W];
+  const double w = image[kW];
   const auto along = [&](std::size_t axis) {
-    return (rows_[row][axis] * w - image[row] * rows_[W][axis]) / (w * w);
+    return (rows_[row][axis] * w - image[row] * rows_[kW][axis]) / (w * w);
   };
   return {along(0), along(1), along(2)};
 }

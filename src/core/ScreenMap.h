@@ -58,11 +58,11 @@ class ScreenMap {
   PlanePoint pixelOf(const Point& point) const;
 
  private:
-  enum Row { X, Y, Depth, W };
+  enum Row { kX, kY, kDepth, kW };
   using Homogeneous = std::array<double, 4>;
 
   Homogeneous transform(const Point& point) const;
-  /// How a row's value changes, after the division by `image[W]`, along x, y and z.
+  /// How a row's value changes, after the division by `image[kW]`, along x, y and z.
   Vecteur gradient(Row row, const Homogeneous& image) const;
 
   std::array<Homogeneous, 4> rows_;

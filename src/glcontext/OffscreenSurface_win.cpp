@@ -101,7 +101,9 @@ class OffscreenSurface::Passes {
       std::ranges::copy_if(targets_, std::back_inserter(lost), isLost);
       std::erase_if(targets_, isLost);
     }
-    for (const auto& target : lost) target->close();
+    for (const auto& target : lost) {
+      target->close();
+    }
   }
 
  private:
@@ -150,13 +152,19 @@ std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& 
   target->canvas =
       MemorySurface::make(std::min(target->picture->width(), kLargestTile),
                           std::min(target->picture->height(), kLargestTile), kCanvasBits);
-  if (!target->canvas) throw Failure(E_OUTOFMEMORY, L"There is no memory to draw the picture in");
+  if (!target->canvas) {
+    throw Failure(E_OUTOFMEMORY, L"There is no memory to draw the picture in");
+  }
   if (!setCanvasFormat(target->canvas->dc())) {
     throw systemFailure(GetLastError(), L"OpenGL has no pixel format for bitmaps");
   }
-  if (!target->context->create(target->canvas->dc())) failAloud(L"wglCreateContext");
+  if (!target->context->create(target->canvas->dc())) {
+    failAloud(L"wglCreateContext");
+  }
   const CurrentContext current(target->canvas->dc(), target->context->get());
-  if (!current) failAloud(L"wglMakeCurrent");
+  if (!current) {
+    failAloud(L"wglMakeCurrent");
+  }
   target->context->keep(prepare());
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   return target;
@@ -171,9 +179,13 @@ void OffscreenSurface::failAloud(const std::wstring& function) const {
 
 void OffscreenSurface::equip(const Prepare& prepare) {
   const auto target = target_;
-  if (!target || !target->hasContext()) return;
+  if (!target || !target->hasContext()) {
+    return;
+  }
   const CurrentContext current(target->canvas->dc(), target->context->get());
-  if (current) target->context->keep(prepare());
+  if (current) {
+    target->context->keep(prepare());
+  }
 }
 
 bool OffscreenSurface::hasContext() const { return target_ && target_->hasContext(); }
@@ -189,15 +201,21 @@ UniqueBitmap OffscreenSurface::handOverBitmap() {
 void OffscreenSurface::render(const Draw& draw) {
   Passes::instance().closeLost();
   const auto target = target_;
-  if (!target || !target->hasContext()) return;
+  if (!target || !target->hasContext()) {
+    return;
+  }
   const RunningScope::Guard pass(target->pass);
-  if (pass.isNested()) return;
+  if (pass.isNested()) {
+    return;
+  }
   const Passes::Entry entry(target);
   for (const Tile& tile :
        tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
     // Made current for each tile: what draws may leave another context behind, or none.
     const CurrentContext current(target->canvas->dc(), target->context->get());
-    if (!current) return;
+    if (!current) {
+      return;
+    }
     glViewport(0, 0, tile.drawn.width, tile.drawn.height);
     draw(tile);
     glFinish();

@@ -96,27 +96,37 @@ class FileStream final : public IStream {
     const bool isKnown =
         iid == __uuidof(IUnknown) || iid == __uuidof(ISequentialStream) || iid == __uuidof(IStream);
     *object = isKnown ? this : nullptr;
-    if (isKnown) AddRef();
+    if (isKnown) {
+      AddRef();
+    }
     return isKnown ? S_OK : E_NOINTERFACE;
   }
   STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() noexcept override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      delete this;
+    }
     return left;
   }
 
   STDMETHODIMP Write(const void* bytes, ULONG count, ULONG* written) noexcept override {
-    if (written != nullptr) *written = 0;
+    if (written != nullptr) {
+      *written = 0;
+    }
     return withFile([&](OutputFile& file) {
       file.write({static_cast<const std::uint8_t*>(bytes), count});
-      if (written != nullptr) *written = count;
+      if (written != nullptr) {
+        *written = count;
+      }
     });
   }
   STDMETHODIMP Seek(LARGE_INTEGER distance, DWORD from, ULARGE_INTEGER* place) noexcept override {
     return withFile([&](OutputFile& file) {
       const std::int64_t reached = file.seek(distance.QuadPart, from);
-      if (place != nullptr) place->QuadPart = static_cast<std::uint64_t>(reached);
+      if (place != nullptr) {
+        place->QuadPart = static_cast<std::uint64_t>(reached);
+      }
     });
   }
   STDMETHODIMP Stat(STATSTG* state, DWORD flags) noexcept override {
@@ -127,7 +137,9 @@ class FileStream final : public IStream {
       const std::int64_t place = file.seek(0, FILE_CURRENT);
       state->cbSize.QuadPart = static_cast<std::uint64_t>(file.seek(0, FILE_END));
       file.seek(place, FILE_BEGIN);
-      if (flags != STATFLAG_NONAME) state->pwcsName = copyForCaller(file.name());
+      if (flags != STATFLAG_NONAME) {
+        state->pwcsName = copyForCaller(file.name());
+      }
     });
   }
   STDMETHODIMP Commit(DWORD) noexcept override { return S_OK; }
@@ -154,13 +166,17 @@ class FileStream final : public IStream {
   static LPOLESTR copyForCaller(const std::wstring& text) {
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
     auto* const copy = static_cast<LPOLESTR>(CoTaskMemAlloc(bytes));
-    if (copy != nullptr) std::memcpy(copy, text.c_str(), bytes);
+    if (copy != nullptr) {
+      std::memcpy(copy, text.c_str(), bytes);
+    }
     return copy;
   }
 
   template <class Work>
   HRESULT withFile(const Work& work) noexcept {
-    if (file_ == nullptr) return STG_E_REVERTED;
+    if (file_ == nullptr) {
+      return STG_E_REVERTED;
+    }
     try {
       work(*file_);
       return S_OK;
@@ -215,7 +231,9 @@ std::shared_ptr<const GdiPlus::Functions> GdiPlus::loadedFunctions() {
     Functions found{};
     UniqueModule module(loadSystemLibrary(L"gdiplus.dll"));
     areFound = isWhole = found.findAll(module.get());
-    if (areFound) static_cast<void>(module.release());  // it stays loaded
+    if (areFound) {
+      static_cast<void>(module.release());  // it stays loaded
+    }
     return found;
   });
   return areFound ? functions : nullptr;
@@ -229,18 +247,26 @@ GdiPlus::GdiPlus() : functions_(loadedFunctions()) {
 }
 
 GdiPlus::~GdiPlus() {
-  if (functions_ != nullptr) functions_->shutdown(token_);
+  if (functions_ != nullptr) {
+    functions_->shutdown(token_);
+  }
 }
 
 std::optional<CLSID> GdiPlus::findEncoder(const wchar_t* mimeType) const {
   UINT count = 0;
   UINT bytes = 0;
-  if (functions_->encodersSize(&count, &bytes) != Gdiplus::Ok || bytes == 0) return std::nullopt;
+  if (functions_->encodersSize(&count, &bytes) != Gdiplus::Ok || bytes == 0) {
+    return std::nullopt;
+  }
   std::vector<std::byte> buffer(bytes);
   auto* const encoders = reinterpret_cast<Gdiplus::ImageCodecInfo*>(buffer.data());
-  if (functions_->encoders(count, bytes, encoders) != Gdiplus::Ok) return std::nullopt;
+  if (functions_->encoders(count, bytes, encoders) != Gdiplus::Ok) {
+    return std::nullopt;
+  }
   for (UINT i = 0; i < count; ++i) {
-    if (std::wcscmp(encoders[i].MimeType, mimeType) == 0) return encoders[i].Clsid;
+    if (std::wcscmp(encoders[i].MimeType, mimeType) == 0) {
+      return encoders[i].Clsid;
+    }
   }
   return std::nullopt;
 }
@@ -252,7 +278,9 @@ void GdiPlus::Disposer::operator()(Gdiplus::GpImage* image) const {
 template <class Create>
 GdiPlus::Image GdiPlus::make(const Create& create) const {
   Image image(nullptr, Disposer{this});
-  if (functions_ != nullptr) image.reset(create());
+  if (functions_ != nullptr) {
+    image.reset(create());
+  }
   return image;
 }
 
@@ -276,7 +304,9 @@ GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
                              const_cast<BYTE*>(picture.row(picture.height() - 1)), &made);
     return made;
   });
-  if (image && functions_->setPalette(image.get(), palette.entries()) != Gdiplus::Ok) image.reset();
+  if (image && functions_->setPalette(image.get(), palette.entries()) != Gdiplus::Ok) {
+    image.reset();
+  }
   return image;
 }
 
@@ -298,7 +328,9 @@ void GdiPlus::saveJpeg(const Image& image, OutputFile& file, int quality) const 
 
 void GdiPlus::save(const Image& image, const wchar_t* mimeType, OutputFile& file,
                    const Gdiplus::EncoderParameters* parameters) const {
-  if (!image) file.fail(E_FAIL, L"GDI+ could not take the picture");
+  if (!image) {
+    file.fail(E_FAIL, L"GDI+ could not take the picture");
+  }
   const auto stream = FileStream::make(file);
   const Gdiplus::Status answer = encode(image, mimeType, stream.get(), parameters);
   stream->leaveFile();
@@ -311,10 +343,16 @@ void GdiPlus::save(const Image& image, const wchar_t* mimeType, OutputFile& file
 
 Gdiplus::Status GdiPlus::encode(const Image& image, const wchar_t* mimeType, IStream* stream,
                                 const Gdiplus::EncoderParameters* parameters) const {
-  if (functions_ == nullptr) return Gdiplus::GdiplusNotInitialized;
-  if (!image) return Gdiplus::OutOfMemory;
+  if (functions_ == nullptr) {
+    return Gdiplus::GdiplusNotInitialized;
+  }
+  if (!image) {
+    return Gdiplus::OutOfMemory;
+  }
   const std::optional<CLSID> encoder = findEncoder(mimeType);
-  if (!encoder) return Gdiplus::UnknownImageFormat;
+  if (!encoder) {
+    return Gdiplus::UnknownImageFormat;
+  }
   return functions_->saveImage(image.get(), stream, &*encoder, parameters);
 }
 
@@ -336,7 +374,9 @@ bool GdiPlus::givesOneSize(bool& isFound) const {
 /// Bytes of the picture as a JPEG file, made in memory; 0 if it cannot be made.
 std::uint64_t GdiPlus::jpegSize(const PixelView& picture, int quality) const {
   IStream* made = nullptr;
-  if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &made))) return 0;
+  if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &made))) {
+    return 0;
+  }
   const std::unique_ptr<IStream, ReleaseStream> stream(made);
   STATSTG state{};
   const bool isMade = encode(imageOf(picture), kJpeg, stream.get(),

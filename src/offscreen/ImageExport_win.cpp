@@ -64,13 +64,17 @@ class PassingFile {
   PassingFile(const wchar_t* name, const OutputFile& target)
       : name_(name), isTarget_(isSameFile(name, target.name().c_str())) {}
   ~PassingFile() {
-    if (name_ != nullptr && !isTarget_) DeleteFileW(name_);
+    if (name_ != nullptr && !isTarget_) {
+      DeleteFileW(name_);
+    }
   }
   PassingFile(const PassingFile&) = delete;
   PassingFile& operator=(const PassingFile&) = delete;
 
   void write(const PixelView& picture) const {
-    if (isTarget_) return;
+    if (isTarget_) {
+      return;
+    }
     OutputFile file(name_);
     encodeBmp(picture, file);
     file.finish();
@@ -133,7 +137,9 @@ void writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
       passing.write(picture);
     } catch (const Failure&) {
       image = gdiPlus.imageFromFile(temporary);
-      if (!image) throw;
+      if (!image) {
+        throw;
+      }
     }
     encodeJpeg(gdiPlus, image, picture, file, quality);
   });

@@ -22,7 +22,9 @@ class ErrorRow {
   void clear() { std::fill(errors_.begin(), errors_.end(), Components{}); }
 
   void add(int x, const Components& error, int sixteenths) {
-    for (std::size_t c = 0; c < 3; ++c) at(x)[c] += error[c] * sixteenths;
+    for (std::size_t c = 0; c < 3; ++c) {
+      at(x)[c] += error[c] * sixteenths;
+    }
   }
 
   /// The colour of pixel x with the error that has come to it.
@@ -55,7 +57,9 @@ IndexedPicture::IndexedPicture(const PixelView& picture)
       rowBytes_((std::int64_t{width_} + 3) / 4 * 4) {
   const ColourHistogram histogram(picture);
   palette_ = paletteOf(histogram, kMostColours);
-  if (palette_.empty()) return;
+  if (palette_.empty()) {
+    return;
+  }
   indices_.resize(static_cast<std::size_t>(rowBytes_ * height_));
   if (histogram.isExact() && histogram.groups().size() <= kMostColours) {
     mapExactly(picture);

@@ -64,8 +64,9 @@ void put16(std::uint8_t* at, int value) {
 /// Where a segment of a JPEG file begins: a marker, then its length.
 std::size_t placeOf(Marker marker, const Bytes& file) {
   std::size_t place = 2;
-  while (file[place + 1] != marker)
+  while (file[place + 1] != marker) {
     place += 2 + static_cast<std::size_t>(number16(&file[place + 2]));
+  }
   return place;
 }
 

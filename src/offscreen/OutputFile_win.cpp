@@ -38,7 +38,9 @@ UniqueKernelHandle opened(HANDLE file) {
 /// file and as far as this user may do so.
 void copyLook(const wchar_t* from, const wchar_t* to) {
   const DWORD attributes = GetFileAttributesW(from);
-  if (attributes == INVALID_FILE_ATTRIBUTES) return;
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return;
+  }
   DWORD bytes = 0;
   GetFileSecurityW(from, DACL_SECURITY_INFORMATION, nullptr, 0, &bytes);
   std::vector<std::byte> access(bytes);
@@ -53,10 +55,16 @@ void copyLook(const wchar_t* from, const wchar_t* to) {
 DWORD rename(const wchar_t* from, const wchar_t* to) {
   DWORD error = ERROR_SUCCESS;
   for (int i = 0; i < kRenamings; ++i) {
-    if (i > 0) Sleep(kBetweenRenamings);
-    if (MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING)) return ERROR_SUCCESS;
+    if (i > 0) {
+      Sleep(kBetweenRenamings);
+    }
+    if (MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING)) {
+      return ERROR_SUCCESS;
+    }
     error = GetLastError();
-    if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED) break;
+    if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED) {
+      break;
+    }
   }
   return error;
 }
@@ -80,28 +88,42 @@ std::wstring notWritten(const std::wstring& name) { return L"\"" + name + L"\" w
 }  // namespace
 
 OutputFile::OutputFile(const wchar_t* name) : name_(name ? name : L"") {
-  if (name_.empty()) failAs(ERROR_INVALID_NAME);
-  if (isInTheWay(name)) failAs(ERROR_ACCESS_DENIED);
+  if (name_.empty()) {
+    failAs(ERROR_INVALID_NAME);
+  }
+  if (isInTheWay(name)) {
+    failAs(ERROR_ACCESS_DENIED);
+  }
   for (int i = 0; i < kMostNames && !file_; ++i) {
     partial_ = nameBeside(name_);
     file_ = opened(CreateFileW(partial_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file_ && GetLastError() != ERROR_FILE_EXISTS) break;
+    if (!file_ && GetLastError() != ERROR_FILE_EXISTS) {
+      break;
+    }
   }
-  if (!file_) failAs(GetLastError());
+  if (!file_) {
+    failAs(GetLastError());
+  }
 }
 
 OutputFile::~OutputFile() {
   file_.reset();
-  if (!partial_.empty()) DeleteFileW(partial_.c_str());
+  if (!partial_.empty()) {
+    DeleteFileW(partial_.c_str());
+  }
 }
 
 void OutputFile::write(std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     const auto asked = static_cast<DWORD>(std::min(bytes.size(), kLargestWrite));
     DWORD written = 0;
-    if (!WriteFile(file_.get(), bytes.data(), asked, &written, nullptr)) failAs(GetLastError());
-    if (written != asked) failAs(ERROR_DISK_FULL);
+    if (!WriteFile(file_.get(), bytes.data(), asked, &written, nullptr)) {
+      failAs(GetLastError());
+    }
+    if (written != asked) {
+      failAs(ERROR_DISK_FULL);
+    }
     bytes = bytes.subspan(written);
   }
 }
@@ -110,25 +132,35 @@ std::int64_t OutputFile::seek(std::int64_t distance, DWORD from) {
   LARGE_INTEGER wanted{};
   LARGE_INTEGER reached{};
   wanted.QuadPart = distance;
-  if (!SetFilePointerEx(file_.get(), wanted, &reached, from)) failAs(GetLastError());
+  if (!SetFilePointerEx(file_.get(), wanted, &reached, from)) {
+    failAs(GetLastError());
+  }
   return reached.QuadPart;
 }
 
 void OutputFile::clear() {
   seek(0, FILE_BEGIN);
-  if (!SetEndOfFile(file_.get())) failAs(GetLastError());
+  if (!SetEndOfFile(file_.get())) {
+    failAs(GetLastError());
+  }
 }
 
 void OutputFile::requireWhole() const {
-  if (error_ != ERROR_SUCCESS) throw systemFailure(error_, notWritten(name_));
+  if (error_ != ERROR_SUCCESS) {
+    throw systemFailure(error_, notWritten(name_));
+  }
 }
 
 void OutputFile::finish() {
   requireWhole();
-  if (!CloseHandle(file_.release())) failAs(GetLastError());
+  if (!CloseHandle(file_.release())) {
+    failAs(GetLastError());
+  }
   copyLook(name_.c_str(), partial_.c_str());
   const DWORD error = rename(partial_.c_str(), name_.c_str());
-  if (error != ERROR_SUCCESS) failAs(error);
+  if (error != ERROR_SUCCESS) {
+    failAs(error);
+  }
   partial_.clear();
 }
 

@@ -66,7 +66,9 @@ void ColourHistogram::dropLowestBit() {
   const std::vector<Group> groups = std::exchange(groups_, {});
   const std::vector<std::uint32_t> keys = std::exchange(keys_, {});
   slots_.assign(kSlots, -1);
-  for (std::size_t i = 0; i < groups.size(); ++i) addGroup(keys[i], groups[i]);
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    addGroup(keys[i], groups[i]);
+  }
 }
 
 namespace {
@@ -129,13 +131,17 @@ void NearestColour::fill(Cell& cell, Colour24 lowest) const {
     bound = std::min(bound, range.farthest);
   }
   for (std::size_t i = 0; i < palette_.size(); ++i) {
-    if (nearest[i] <= bound) cell.push_back(static_cast<std::uint8_t>(i));
+    if (nearest[i] <= bound) {
+      cell.push_back(static_cast<std::uint8_t>(i));
+    }
   }
 }
 
 std::uint8_t NearestColour::indexOf(Colour24 colour) {
   Cell& cell = cells_[cellOf(colour)];
-  if (cell.empty()) fill(cell, lowestOf(colour));
+  if (cell.empty()) {
+    fill(cell, lowestOf(colour));
+  }
   std::uint8_t nearest = cell.front();
   int least = std::numeric_limits<int>::max();
   for (const std::uint8_t candidate : cell) {
@@ -160,14 +166,18 @@ struct Moments {
 
   void add(const Moments& other) {
     count += other.count;
-    for (std::size_t c = 0; c < 3; ++c) sum[c] += other.sum[c];
+    for (std::size_t c = 0; c < 3; ++c) {
+      sum[c] += other.sum[c];
+    }
     squares += other.squares;
   }
 
   Moments without(const Moments& other) const {
     Moments rest = *this;
     rest.count -= other.count;
-    for (std::size_t c = 0; c < 3; ++c) rest.sum[c] -= other.sum[c];
+    for (std::size_t c = 0; c < 3; ++c) {
+      rest.sum[c] -= other.sum[c];
+    }
     rest.squares -= other.squares;
     return rest;
   }
@@ -206,7 +216,9 @@ struct Box {
 
 Box boxOf(const std::vector<Moments>& colours, std::size_t begin, std::size_t end) {
   Box box{begin, end, {}};
-  for (std::size_t i = begin; i < end; ++i) box.total.add(colours[i]);
+  for (std::size_t i = begin; i < end; ++i) {
+    box.total.add(colours[i]);
+  }
   return box;
 }
 
@@ -259,9 +271,13 @@ Palette cutPalette(std::vector<Moments>& colours, std::size_t size) {
     boxes.push(below);
     boxes.push(above);
   }
-  for (; !boxes.empty(); boxes.pop()) finished.push_back(boxes.top().total);
+  for (; !boxes.empty(); boxes.pop()) {
+    finished.push_back(boxes.top().total);
+  }
   Palette palette;
-  for (const Moments& moments : finished) palette.push_back(moments.colour());
+  for (const Moments& moments : finished) {
+    palette.push_back(moments.colour());
+  }
   return palette;
 }
 
@@ -269,10 +285,14 @@ Palette cutPalette(std::vector<Moments>& colours, std::size_t size) {
 Palette refined(const Palette& palette, const std::vector<Moments>& colours) {
   NearestColour nearest(palette);
   std::vector<Moments> totals(palette.size());
-  for (const Moments& colour : colours) totals[nearest.indexOf(colour.colour())].add(colour);
+  for (const Moments& colour : colours) {
+    totals[nearest.indexOf(colour.colour())].add(colour);
+  }
   Palette moved = palette;
   for (std::size_t i = 0; i < palette.size(); ++i) {
-    if (totals[i].count > 0) moved[i] = totals[i].colour();
+    if (totals[i].count > 0) {
+      moved[i] = totals[i].colour();
+    }
   }
   return moved;
 }
@@ -284,10 +304,16 @@ Palette paletteOf(const ColourHistogram& histogram, std::size_t size) {
   for (const ColourHistogram::Group& group : histogram.groups()) {
     colours.push_back(momentsOf(group));
   }
-  if (colours.empty()) return {};
+  if (colours.empty()) {
+    return {};
+  }
   Palette palette = cutPalette(colours, size);
-  if (colours.size() <= size) return palette;
-  for (int i = 0; i < kRefinements; ++i) palette = refined(palette, colours);
+  if (colours.size() <= size) {
+    return palette;
+  }
+  for (int i = 0; i < kRefinements; ++i) {
+    palette = refined(palette, colours);
+  }
   return palette;
 }
 

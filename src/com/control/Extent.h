@@ -20,8 +20,12 @@ constexpr std::int32_t scaleRounded(std::int32_t value, int numerator, int denom
   const std::int64_t product = std::int64_t{value} * numerator;
   const std::int64_t half = denominator / 2;
   const std::int64_t scaled = (product < 0 ? product - half : product + half) / denominator;
-  if (scaled > INT32_MAX) return INT32_MAX;
-  if (scaled < INT32_MIN) return INT32_MIN;
+  if (scaled > INT32_MAX) {
+    return INT32_MAX;
+  }
+  if (scaled < INT32_MIN) {
+    return INT32_MIN;
+  }
   return static_cast<std::int32_t>(scaled);
 }
 
