@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <cwchar>
 #include <vector>
 
@@ -21,12 +22,13 @@ constexpr int kMostNames = 100;
 constexpr int kRenamings = 6;
 constexpr DWORD kBetweenRenamings = 50;  // milliseconds
 
-/// A name that no file has, most likely, in the folder of `name`.
+/// A name that no file has, most likely, in the folder of `name`. It is no longer than the names
+/// that fit into every folder of ordinary length.
 std::wstring nameBeside(const std::wstring& name) {
   static std::atomic<unsigned> made = 0;
-  std::array<wchar_t, 48> own{};
-  std::swprintf(own.data(), own.size(), L"zyn%lx-%llx-%x.tmp", GetCurrentProcessId(),
-                GetTickCount64(), ++made);
+  const auto number = static_cast<std::uint16_t>(GetCurrentProcessId() + GetTickCount64() + ++made);
+  std::array<wchar_t, 12> own{};
+  std::swprintf(own.data(), own.size(), L"zyn%04x.tmp", number);
   return name.substr(0, name.find_last_of(L"\\/:") + 1) + own.data();
 }
 

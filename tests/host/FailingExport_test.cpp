@@ -244,6 +244,34 @@ TEST_P(FailingExportTest, AScannerChangesNothing) {
   }
 }
 
+/// CreateFile as programs without long paths find it.
+HANDLE WINAPI createFileOfShortName(const wchar_t* name, DWORD access, DWORD sharing,
+                                    SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
+                                    HANDLE pattern) {
+  if (std::wcslen(name) >= MAX_PATH) {
+    SetLastError(ERROR_PATH_NOT_FOUND);
+    return INVALID_HANDLE_VALUE;
+  }
+  return CreateFileW(name, access, sharing, security, disposition, flags, pattern);
+}
+
+TEST_P(FailingExportTest, AFolderMayHaveTheLongestNameOfAll) {
+  constexpr std::size_t kLongestFolder = 247;
+  std::filesystem::path folder = folder_.path();
+  while (folder.wstring().size() + 60 < kLongestFolder) folder /= std::wstring(50, L'd');
+  folder /= std::wstring(kLongestFolder - 1 - folder.wstring().size(), L'd');
+  std::filesystem::create_directories(folder);
+  file_ = folder / L"a";
+  const ImportPatch create(library_, "CreateFileW",
+                           reinterpret_cast<const void*>(&createFileOfShortName));
+  for (const Format format : kFormats) {
+    exportAs(format, folder / L"t");
+    EXPECT_EQ(reason(), L"") << format;
+    EXPECT_TRUE(std::filesystem::remove(file_)) << format;
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << format;
+  }
+}
+
 // --- surfaces ------------------------------------------------------------------------------------
 
 TEST_P(FailingExportTest, ASurfaceThatCannotBeMadeSaysWhy) {
