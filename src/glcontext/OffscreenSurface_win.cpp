@@ -146,7 +146,8 @@ std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& 
   const auto target = std::make_shared<Target>();
   target->picture = SharedBitmap::make(width_, height_);
   if (!target->picture) {
-    throw Failure(E_OUTOFMEMORY, L"There is no memory for a picture of " + std::to_wstring(width_) +
+    const std::wstring lack = isBmpSize(width_, height_) ? L"is no memory for a" : L"can be no";
+    throw Failure(E_OUTOFMEMORY, L"There " + lack + L" picture of " + std::to_wstring(width_) +
                                      L" x " + std::to_wstring(height_) + L" pixels");
   }
   target->canvas =

@@ -280,7 +280,7 @@ TEST_P(FailingExportTest, ASurfaceThatCannotBeMadeSaysWhy) {
     long made = 0;
     EXPECT_EQ(context->create(width, 30, &made), S_OK);
     EXPECT_EQ(made, 1);
-    EXPECT_TRUE(names(reason(), std::to_wstring(width))) << width;
+    EXPECT_TRUE(names(reason(), L"There can be no picture of " + std::to_wstring(width))) << width;
     EXPECT_EQ(exportBy(*context, Format::Png, folder_.file(L"spare.bmp")), S_OK);
     EXPECT_TRUE(names(reason(), std::to_wstring(width))) << width;
     expectOlder(Format::Png);
