@@ -10,7 +10,6 @@
 namespace zyn::test {
 namespace {
 
-constexpr Rgb kLightBlue = {51, 102, 204};
 constexpr Rgb kGridGrey = {178, 178, 178};
 
 /// How many pixels of two pictures of one size differ.
@@ -26,16 +25,12 @@ int differing(const Image& a, const Image& b) {
 class View2DDrawing : public HostTest {
  protected:
   View2DDrawing() {
-    first_ = makeForeign<ForeignObject>();
-    require(host->Add(first_->dispatch(), 0), "Add");
+    host.add();  // the first object of a view would show itself
     host.look({-10, 10, -5, 5});
   }
 
-  ComPtr<ForeignObject> add(std::function<HRESULT(int)> draw = {}, int mode = 0) const {
-    auto object = makeForeign<ForeignObject>();
-    object->onDraw2D = std::move(draw);
-    require(host->Add(object->dispatch(), mode), "Add");
-    return object;
+  ComPtr<ForeignObject> add(std::function<HRESULT(int)> draw) const {
+    return host.add(std::move(draw));
   }
   void add(const ComPtr<ForeignObject>& object) const {
     require(host->Add(object->dispatch(), 0), "Add");
@@ -47,27 +42,7 @@ class View2DDrawing : public HostTest {
   }
 
   View2DHost host;
-
- private:
-  ComPtr<ForeignObject> first_;  ///< the first object of a view would show itself
 };
-
-TEST_F(View2DDrawing, ObjectsAreDrawnInTheirOrderWithTheirModes) {
-  std::vector<std::pair<int, int>> drawn;
-  std::vector<ComPtr<ForeignObject>> objects;
-  for (const int mode : {5, 0, -3, 1 << 30}) {
-    const int number = int(objects.size());
-    objects.push_back(add(
-        [&drawn, number](int given) {
-          drawn.emplace_back(number, given);
-          return S_OK;
-        },
-        mode));
-  }
-  host.paint();
-  EXPECT_EQ(drawn, (std::vector<std::pair<int, int>>{{0, 5}, {1, 0}, {2, -3}, {3, 1 << 30}}));
-  EXPECT_TRUE(objects[0]->modes.empty()) << "nothing is drawn in 3D";
-}
 
 TEST_F(View2DDrawing, TracesAppearWhereTheirCoordinatesAre) {
   add(makePlate({-5, 0, -2.5, 0}, kRed));
@@ -89,20 +64,6 @@ TEST_F(View2DDrawing, AnEmptyViewShowsItsBackground) {
   empty.paint();
   EXPECT_EQ(empty.shown().count(kBlue), 100 * 50);
   EXPECT_EQ(empty.picture({40, 20}).count(kBlue), 40 * 20);
-}
-
-TEST_F(View2DDrawing, BackgroundTakesColoursOnly) {
-  EXPECT_EQ(draw().count(kWhite), 400 * 200) << "white at first";
-  host->setBackground(0.2F, 0.4F, 0.8F);
-  EXPECT_EQ(draw().count(kLightBlue), 400 * 200);
-  for (const float wrong : {1.01F, -0.1F, float(NAN)}) {
-    EXPECT_EQ(host->setBackground(wrong, 0, 0), S_OK);
-    EXPECT_EQ(host->setBackground(0, wrong, 0), S_OK);
-    EXPECT_EQ(host->setBackground(0, 0, wrong), S_OK);
-  }
-  EXPECT_EQ(draw().count(kLightBlue), 400 * 200);
-  host->setBackground(0, 0, 0);
-  EXPECT_EQ(draw().count(kBlack), 400 * 200);
 }
 
 TEST_F(View2DDrawing, BackgroundIsTheClearColourAtOnce) {
@@ -163,25 +124,6 @@ TEST_F(View2DDrawing, EveryFrameStartsFromTheSameState) {
   ASSERT_EQ(states.size(), 3U);
   EXPECT_EQ(differences(states[0], states[1]), kNone);
   EXPECT_EQ(differences(states[0], states[2]), kNone);
-}
-
-TEST_F(View2DDrawing, SmoothingReachesTheContext) {
-  bool line = false;
-  bool point = false;
-  add([&](int) {
-    line = glIsEnabled(GL_LINE_SMOOTH);
-    point = glIsEnabled(GL_POINT_SMOOTH);
-    return S_OK;
-  });
-  host->put_LineAntialiasing(VARIANT_FALSE);
-  host.paint();
-  EXPECT_FALSE(line);
-  EXPECT_TRUE(point);
-  host->put_PointAntialiasing(1);
-  host->put_LineAntialiasing(VARIANT_TRUE);
-  host.paint();
-  EXPECT_TRUE(line);
-  EXPECT_FALSE(point);
 }
 
 // The grid.
@@ -346,72 +288,6 @@ TEST_F(View2DDrawing, LabelsAreDrawnWithTheViewsFonts) {
 
 // What drawn objects do.
 
-TEST_F(View2DDrawing, ObjectsOfOtherKindsAreSkipped) {
-  const auto stranger = makeForeign<ForeignObject>();
-  stranger->refuse(__uuidof(IGLDraw));
-  host->Add(stranger->dispatch(), 0);
-  const auto after = add();
-  host.paint();
-  EXPECT_TRUE(stranger->modes2D.empty());
-  EXPECT_EQ(after->modes2D.size(), 1U);
-}
-
-TEST_F(View2DDrawing, AFailingObjectEndsThatPassOnly) {
-  const auto before = add();
-  bool fails = true;
-  add([&](int) { return fails ? E_FAIL : S_OK; });
-  const auto after = add();
-  host.paint();
-  EXPECT_EQ(before->modes2D.size(), 1U);
-  EXPECT_TRUE(after->modes2D.empty());
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-  EXPECT_FALSE(GetUpdateRect(host.window(), nullptr, FALSE)) << "no endless repainting";
-  fails = false;
-  host.paint();
-  EXPECT_EQ(after->modes2D.size(), 1U);
-}
-
-TEST_F(View2DDrawing, ObjectsMayRemoveThemselvesAndClearTheView) {
-  ComPtr<ForeignObject> leaving;
-  leaving = add([&](int) {
-    host->Remove(leaving->dispatch());
-    return S_OK;
-  });
-  const auto after = add();
-  host.paint();
-  EXPECT_EQ(after->modes2D.size(), 1U);
-  EXPECT_EQ(referencesOf(leaving.Get()), 1U);
-  const auto clearing = add([&](int) {
-    host->RemoveAll();
-    return S_OK;
-  });
-  const auto last = add();
-  host.paint();
-  EXPECT_TRUE(last->modes2D.empty());
-  host.paint();
-  EXPECT_EQ(clearing->modes2D.size(), 1U);
-}
-
-TEST_F(View2DDrawing, ARepaintAskedForWhileDrawingComesAfterwards) {
-  int depth = 0;
-  int deepest = 0;
-  int drawn = 0;
-  add([&](int) {
-    deepest = std::max(deepest, ++depth);
-    if (++drawn == 1) {
-      host->Repaint();
-      UpdateWindow(host.window());
-      SendMessageW(host.window(), WM_PAINT, 0, 0);
-    }
-    --depth;
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_EQ(deepest, 1) << "painting does not nest";
-  UpdateWindow(host.window());
-  EXPECT_GE(drawn, 2);
-}
-
 TEST_F(View2DDrawing, ObjectsMayChangeTheView) {
   int drawn = 0;
   add([&](int) {
@@ -448,31 +324,6 @@ TEST_F(View2DDrawing, ObjectsMayPickAndDrawPictures) {
   EXPECT_EQ(host.events(GraphEvent::MouseSelectionDblClick).size(), 1U);
   EXPECT_TRUE(current);
   EXPECT_EQ(image.count(kRed), 40 * 40) << "the pass goes on as it was";
-}
-
-TEST_F(View2DDrawing, ObjectsMayCloseTheWindow) {
-  host->GraphView(0, 0, 0, nullptr, nullptr, nullptr, 0, 20, 2, 1, 1, nullptr, nullptr, nullptr, 0,
-                  10, 2, 1, 1);
-  add([&](int) {
-    host.close();
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_FALSE(host.hasWindow());
-  EXPECT_EQ(host->initView(), S_OK);
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-}
-
-TEST_F(View2DDrawing, ObjectsMayReleaseTheView) {
-  ComPtr<ForeignObject> last = add([&](int) {
-    host.release();
-    host.close();
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_FALSE(host.hasWindow());
-  EXPECT_EQ(referencesOf(last.Get()), 1U) << "the view is gone and has let go of its objects";
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
 }
 
 // Other contexts.

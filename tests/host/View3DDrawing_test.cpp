@@ -21,11 +21,8 @@ class View3DDrawing : public HostTest {
     require(host->initView(0), "initView");
     require(host->VueXYp(0), "VueXYp");
   }
-  ComPtr<ForeignObject> add(std::function<HRESULT(int)> draw = {}, int mode = 0) const {
-    auto object = makeForeign<ForeignObject>();
-    object->onDraw3D = std::move(draw);
-    require(host->Add(object->dispatch(), mode), "Add");
-    return object;
+  ComPtr<ForeignObject> add(std::function<HRESULT(int)> draw = {}) const {
+    return host.add(std::move(draw));
   }
 
   /// How many pixels of two pictures of one size differ.
@@ -40,121 +37,12 @@ class View3DDrawing : public HostTest {
   View3DHost host;
 };
 
-TEST_F(View3DDrawing, ObjectsAreDrawnInTheirOrderWithTheirModes) {
-  startScene();
-  std::vector<std::pair<int, int>> drawn;
-  std::vector<ComPtr<ForeignObject>> objects;
-  for (const int mode : {5, 0, -3, 1 << 30}) {
-    const int number = int(objects.size());
-    objects.push_back(add(
-        [&drawn, number](int given) {
-          drawn.emplace_back(number, given);
-          return S_OK;
-        },
-        mode));
-  }
-  host.paint();
-  EXPECT_EQ(drawn, (std::vector<std::pair<int, int>>{{0, 5}, {1, 0}, {2, -3}, {3, 1 << 30}}));
-}
-
 TEST_F(View3DDrawing, WithoutACameraNothingOfTheSceneIsDrawn) {
   host->setBackground(0, 0, 1);
   const auto object = makePainted({-100, 100, -100, 100, 0}, kRed);
   host->Add(object->dispatch(), 0);
   host.paint();
   EXPECT_EQ(host.picture({40, 20}).count(kBlue), 40 * 20);
-}
-
-TEST_F(View3DDrawing, ObjectsOfOtherKindsAreSkipped) {
-  startScene();
-  const auto stranger = makeForeign<ForeignObject>();
-  stranger->refuse(__uuidof(IGLDraw));
-  host->Add(stranger->dispatch(), 0);
-  const auto after = add();
-  host.paint();
-  EXPECT_TRUE(stranger->modes.empty());
-  EXPECT_EQ(after->modes.size(), 1U);
-}
-
-TEST_F(View3DDrawing, AFailingObjectEndsThatPassOnly) {
-  startScene();
-  const auto before = add();
-  bool fails = true;
-  add([&](int) { return fails ? E_FAIL : S_OK; });
-  const auto after = add();
-  host.paint();
-  EXPECT_EQ(before->modes.size(), 1U);
-  EXPECT_TRUE(after->modes.empty());
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-  EXPECT_FALSE(GetUpdateRect(host.window(), nullptr, FALSE)) << "no endless repainting";
-  fails = false;
-  host.paint();
-  EXPECT_EQ(after->modes.size(), 1U);
-}
-
-TEST_F(View3DDrawing, ObjectsMayRemoveThemselves) {
-  startScene();
-  ComPtr<ForeignObject> leaving;
-  leaving = add([&](int) {
-    host->Remove(leaving->dispatch());
-    return S_OK;
-  });
-  const auto after = add();
-  host.paint();
-  host.paint();
-  EXPECT_EQ(leaving->modes.size(), 1U);
-  EXPECT_EQ(after->modes.size(), 2U);
-  EXPECT_EQ(referencesOf(leaving.Get()), 1U);
-}
-
-TEST_F(View3DDrawing, ObjectsMayClearTheScene) {
-  startScene();
-  const auto clearing = add([&](int) {
-    host->RemoveAll();
-    return S_OK;
-  });
-  const auto after = add();
-  host.paint();
-  EXPECT_EQ(clearing->modes.size(), 1U);
-  EXPECT_TRUE(after->modes.empty());
-  long count = -1;
-  host->Count(&count);
-  EXPECT_EQ(count, 0);
-  host.paint();
-}
-
-TEST_F(View3DDrawing, ObjectsMayAddOthers) {
-  startScene();
-  ComPtr<ForeignObject> added;
-  add([&](int) {
-    if (!added) added = add();
-    return S_OK;
-  });
-  host.paint();
-  host.paint();
-  EXPECT_GE(added->modes.size(), 1U);
-  EXPECT_LE(added->modes.size(), 2U);
-}
-
-TEST_F(View3DDrawing, ARepaintAskedForWhileDrawingComesAfterwards) {
-  startScene();
-  int depth = 0;
-  int deepest = 0;
-  int drawn = 0;
-  add([&](int) {
-    deepest = std::max(deepest, ++depth);
-    if (++drawn == 1) {
-      host->Repaint();
-      UpdateWindow(host.window());
-      SendMessageW(host.window(), WM_PAINT, 0, 0);
-    }
-    --depth;
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_EQ(deepest, 1) << "painting does not nest";
-  UpdateWindow(host.window());
-  EXPECT_GE(drawn, 2);
 }
 
 TEST_F(View3DDrawing, ObjectsMayMoveTheCamera) {
@@ -205,44 +93,6 @@ TEST_F(View3DDrawing, ObjectsMayAskTheViewForPicks) {
   EXPECT_EQ(found, (std::vector<long>{3}));
   EXPECT_TRUE(current);
   EXPECT_EQ(image.at(200, 100), kRed) << "the pass goes on as it was";
-}
-
-TEST_F(View3DDrawing, ObjectsMayCloseTheWindow) {
-  startScene();
-  add([&](int) {
-    host.close();
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_FALSE(host.hasWindow());
-  EXPECT_EQ(host->VueXYp(0), S_OK);
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-}
-
-TEST_F(View3DDrawing, ObjectsMayReleaseTheView) {
-  startScene();
-  ComPtr<ForeignObject> last = add([&](int) {
-    host.release();
-    host.close();
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_FALSE(host.hasWindow());
-  EXPECT_EQ(referencesOf(last.Get()), 1U) << "the view is gone and has let go of its objects";
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-}
-
-TEST_F(View3DDrawing, BackgroundTakesColoursOnly) {
-  startScene();
-  EXPECT_EQ(host.scene().count(kWhite), 400 * 200) << "white at first";
-  host->setBackground(0.2F, 0.4F, 0.8F);
-  EXPECT_EQ(host.scene().count(kLightBlue), 400 * 200);
-  for (const float wrong : {1.5F, -0.1F, float(NAN)}) {
-    EXPECT_EQ(host->setBackground(wrong, 0, 0), S_OK);
-    EXPECT_EQ(host->setBackground(0, wrong, 0), S_OK);
-    EXPECT_EQ(host->setBackground(0, 0, wrong), S_OK);
-  }
-  EXPECT_EQ(host.scene().count(kLightBlue), 400 * 200);
 }
 
 TEST_F(View3DDrawing, GradientRunsFromWhiteUpToItsColour) {
@@ -468,30 +318,6 @@ TEST_F(View3DDrawing, RubberBandIsShownDuringTheDrag) {
   host.send(WM_LBUTTONUP, 300, 150);
   host.paint();
   EXPECT_EQ(host.shown(), without);
-}
-
-TEST_F(View3DDrawing, SmoothingReachesTheContext) {
-  startScene();
-  bool line = true;
-  bool point = true;
-  add([&](int) {
-    line = glIsEnabled(GL_LINE_SMOOTH);
-    point = glIsEnabled(GL_POINT_SMOOTH);
-    return S_OK;
-  });
-  host.paint();
-  EXPECT_FALSE(line);
-  EXPECT_FALSE(point);
-  host->put_LineAntialiasing(VARIANT_TRUE);
-  host->put_PointAntialiasing(VARIANT_TRUE);
-  host.paint();
-  EXPECT_TRUE(line);
-  EXPECT_TRUE(point);
-  host->put_LineAntialiasing(1);
-  host->put_PointAntialiasing(VARIANT_FALSE);
-  host.paint();
-  EXPECT_FALSE(line);
-  EXPECT_FALSE(point);
 }
 
 TEST_F(View3DDrawing, ContextStartsAsPublished) {
