@@ -3,7 +3,7 @@
 
 #include "com/askFor_com.h"
 #include "objects/picture/PictureImage_com.h"
-#include "objects/text/NarrowText_win.h"
+#include "objects/text/TextFont_win.h"
 #include "view2d/CZYNVue2D_com.h"
 
 // The graph frame of the 2D view.

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "objects/text/TextBox.h"
+#include "objects/text/FontMetrics.h"
 
 namespace zyn {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "objects/text/NumberText.h"
+#include "objects/text/DigitFont.h"
 #include "view2d/Multiples.h"
 
 namespace zyn {

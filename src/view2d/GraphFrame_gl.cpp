@@ -2,7 +2,7 @@
 
 #include "glcontext/RasterImage_gl.h"
 #include "glcontext/StateGuards_gl.h"
-#include "objects/text/DigitText_gl.h"
+#include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/TextPainter_gl.h"
 #include "view2d/FrameLayout.h"
 

@@ -6,8 +6,7 @@
 #include <random>
 
 #include "objects/picture/SpritePainter_gl.h"
-#include "objects/picture/SpritePick_gl.h"
-#include "objects/text/LabelPick_gl.h"
+#include "objects/text/LabelPainter_gl.h"
 #include "support/BlockFont_gl.h"
 #include "support/GlTest_gl.h"
 #include "trace/PolylinePainter_gl.h"

@@ -11,11 +11,9 @@
 #include "glcontext/BorrowedState_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/dimension/ViewScreen_com.h"
-#include "objects/text/FontRegister_win.h"
-#include "objects/text/NarrowText_win.h"
-#include "objects/text/NumberText.h"
+#include "objects/text/ContextFonts_win.h"
+#include "objects/text/DigitFont.h"
 #include "objects/text/TextFont_win.h"
-#include "objects/text/TextGlyphs_win.h"
 
 namespace zyn {
 

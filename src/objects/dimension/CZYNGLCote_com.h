@@ -10,8 +10,8 @@
 #include "core/ScreenMap.h"
 #include "objects/dimension/CotePainter_gl.h"
 #include "objects/dimension/CoteShape.h"
-#include "objects/picture/ShownPicture_com.h"
-#include "objects/text/FontSize.h"
+#include "objects/picture/PictureImage_com.h"
+#include "objects/text/FontMetrics.h"
 
 namespace zyn {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/VectorMath.h"
-#include "objects/dimension/CotePlane.h"
+#include "objects/dimension/CoteShape.h"
 
 namespace zyn {
 

@@ -9,8 +9,7 @@
 #include "core/ScreenMap.h"
 #include "core/Vecteur.h"
 #include "objects/dimension/CoteShape.h"
-#include "objects/text/FontSize.h"
-#include "objects/text/TextBox.h"
+#include "objects/text/FontMetrics.h"
 
 namespace zyn {
 

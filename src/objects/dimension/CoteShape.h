@@ -43,4 +43,14 @@ struct CoteShape {
   bool isLine() const { return type >= kVertical && type <= kAligned; }
 };
 
+/// The plane in which a dimension lies, as vectors of length 1.
+struct CotePlane {
+  explicit CotePlane(const CoteShape& shape);
+
+  Vecteur normal;
+  Vecteur along;    ///< direction of the dimension line
+  Vecteur across;   ///< to the left of it
+  Vecteur reading;  ///< direction in which text lies that does not face the viewer
+};
+
 }  // namespace zyn

@@ -5,7 +5,6 @@
 #include "contract/CompanionObjects_com.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/picture/SpritePainter_gl.h"
-#include "objects/picture/SpritePick_gl.h"
 
 namespace zyn {
 

@@ -4,8 +4,8 @@
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
 #include "contract/ISceneObject_com.h"
-#include "objects/picture/ShownPicture_com.h"
-#include "objects/picture/SpriteShape.h"
+#include "objects/picture/PictureImage_com.h"
+#include "objects/picture/SpritePainter_gl.h"
 
 namespace zyn {
 

@@ -1,5 +1,6 @@
 #include "objects/picture/SpritePainter_gl.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "glcontext/RasterImage_gl.h"
@@ -19,10 +20,24 @@ void drawAt(const SpriteShape& shape, double z, double pixelScale) {
   }
 }
 
+/// What a picture covers, its pixels `stepX` and `stepY` model units long.
+ScreenRectangle rectangleOf(const SpriteShape& shape, double stepX, double stepY) {
+  const double left = shape.position.x - stepX * shape.originX;
+  const double bottom = shape.position.y - stepY * shape.originY;
+  return {left, left + stepX * shape.image->width, bottom, bottom + stepY * shape.image->height};
+}
+
 /// How much longer a length along an axis becomes on its way to the eye; below 0 where it turns
 /// round.
 double scaleOfAxis(const GLdouble* column, int axis) {
   return std::copysign(std::hypot(column[0], column[1], column[2]), column[axis]);
+}
+
+/// Model units along an axis for one of the eye's space, against its direction where it points the
+/// other way.
+double signedUnit(const PickVolume& volume, std::size_t axis) {
+  const double unit = 1 / volume.axisLength(axis);
+  return volume.isAxisReversed(axis) ? -unit : unit;
 }
 
 }  // namespace
@@ -38,18 +53,29 @@ void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double v
   GLdouble modelview[16] = {};
   glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
   const double pixel = pixelScale * pixelLength(viewHeight);
-  const double stepX = pixel / scaleOfAxis(modelview, 0);
-  const double stepY = pixel / scaleOfAxis(modelview + 4, 1);
-  const double left = shape.position.x - stepX * shape.originX;
-  const double bottom = shape.position.y - stepY * shape.originY;
-  const double right = left + stepX * shape.image->width;
-  const double top = bottom + stepY * shape.image->height;
+  const ScreenRectangle sides =
+      rectangleOf(shape, pixel / scaleOfAxis(modelview, 0), pixel / scaleOfAxis(modelview + 4, 1));
   glBegin(GL_POLYGON);
-  glVertex2d(left, bottom);
-  glVertex2d(right, bottom);
-  glVertex2d(right, top);
-  glVertex2d(left, top);
+  glVertex2d(sides.left, sides.bottom);
+  glVertex2d(sides.right, sides.bottom);
+  glVertex2d(sides.right, sides.top);
+  glVertex2d(sides.left, sides.top);
   glEnd();
+}
+
+bool mayPickSprite(const SpriteShape& shape, const PickQuery& query) {
+  const Point& at = shape.position;
+  const double z = query.isFlat ? 0.0 : at.z;
+  return query.volume.mayMeet(Box3{at.x, at.x, at.y, at.y, z, z});
+}
+
+bool mayPickSpriteRectangle(const SpriteShape& shape, double pixelScale, double viewHeight,
+                            const PickQuery& query) {
+  const double pixel = pixelScale * query.pixelLength(viewHeight);
+  const auto [left, right, bottom, top] =
+      rectangleOf(shape, pixel * signedUnit(query.volume, 0), pixel * signedUnit(query.volume, 1));
+  return query.volume.mayMeet(Box3{std::min(left, right), std::max(left, right),
+                                   std::min(bottom, top), std::max(bottom, top), 0, 0});
 }
 
 }  // namespace zyn

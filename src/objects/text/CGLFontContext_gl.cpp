@@ -17,6 +17,12 @@ constexpr char kLastCharacter = '~';
 constexpr GLsizei kDigitLists = kLastCharacter - kFirstCharacter + 1;
 constexpr GLuint kListsBeforeZero = '0' - kFirstCharacter;
 
+/// Draws a glyph at the raster position and moves that on. Rows of bitmaps end with a byte.
+void drawDigit(const DigitGlyph& glyph, int size) {
+  glBitmap(glyph.width, digitHeight(size), 0, 0, static_cast<GLfloat>(glyph.advance), 0,
+           glyph.rows.data());
+}
+
 /// The list of "0" among those of a font of this size; 0 without lists.
 GLuint compileDigits(int size) {
   const GLuint first = glGenLists(kDigitLists);
@@ -36,6 +42,13 @@ void replaceGlyphs(GLuint& lists, GLuint other) {
     glDeleteLists(lists, kGlyphLists);
   }
   lists = other;
+}
+
+void drawBitmaps(int size, std::string_view text) {
+  const PlainPixelStore byteRows(1);
+  for (const char character : text) {
+    drawDigit(digitGlyph(character, size), size);
+  }
 }
 
 }  // namespace
@@ -70,6 +83,17 @@ void CGLFontContext::release() {
     }
     lists = 0;
   }
+}
+
+void drawDigitText(const CGLFontContext& fonts, int size, std::string_view text) {
+  const GLuint lists = isRendering() ? fonts.digitLists(size) : 0;
+  if (lists == 0) {
+    drawBitmaps(size, text);
+    return;
+  }
+  const PushedAttributes listBase(GL_LIST_BIT);
+  glListBase(lists - '0');
+  glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
 }
 
 }  // namespace zyn

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "glcontext/gl_api.h"
 #include "objects/text/DigitFont.h"
@@ -10,12 +11,6 @@
 #include "objects/text/GlyphShapes_gl.h"
 
 namespace zyn {
-
-/// Draws a glyph at the raster position and moves that on. Rows of bitmaps end with a byte.
-inline void drawDigit(const DigitGlyph& glyph, int size) {
-  glBitmap(glyph.width, digitHeight(size), 0, 0, static_cast<GLfloat>(glyph.advance), 0,
-           glyph.rows.data());
-}
 
 /// The fonts of one rendering context: display lists of scalable glyphs made from the outlines of a
 /// font, one em high, and eight small bitmap fonts of the digits.
@@ -63,5 +58,10 @@ class CGLFontContext {
   GLuint outlineLists_ = 0;
   std::array<GLuint, kDigitSizes> digitLists_{};
 };
+
+/// Draws a number with the digit font of a size (1 to 8) in the raster colour, its lower left
+/// corner at the raster position, which moves on behind it. Characters as digitGlyph gives them,
+/// printable ones.
+void drawDigitText(const CGLFontContext& fonts, int size, std::string_view text);
 
 }  // namespace zyn

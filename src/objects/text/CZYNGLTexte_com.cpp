@@ -7,8 +7,7 @@
 #include "contract/CompanionObjects_com.h"
 #include "glcontext/StateQuery_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
-#include "objects/text/FontRegister_win.h"
-#include "objects/text/NarrowText_win.h"
+#include "objects/text/ContextFonts_win.h"
 #include "objects/text/TextFont_win.h"
 
 namespace zyn {

@@ -8,7 +8,7 @@
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
 #include "contract/ISceneObject_com.h"
-#include "objects/text/LabelPick_gl.h"
+#include "objects/text/LabelPainter_gl.h"
 #include "objects/text/TextLabel.h"
 
 namespace zyn {

@@ -1,6 +1,8 @@
 #include "objects/text/DigitFont.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
 
 namespace zyn {
@@ -142,6 +144,17 @@ char shownAs(char character) {
 }
 
 }  // namespace
+
+std::string numberText(double value) {
+  if (std::isnan(value)) {
+    return "nan";  // also a negative one
+  }
+  constexpr int kDigits = 10;
+  char buffer[80];
+  const auto written =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, kDigits);
+  return {buffer, written.ptr};
+}
 
 const DigitGlyph& digitGlyph(char character, int size) {
   return kFonts[static_cast<std::size_t>(size - 1)][kCharacters.find(shownAs(character))];

@@ -2,9 +2,14 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace zyn {
+
+/// A number as labels show it, with up to ten digits ("%.10g") and a point whatever the locale;
+/// "inf", "-inf" or "nan" where it is none.
+std::string numberText(double value);
 
 /// Eight small hand-drawn fonts of what numbers are written with. Size 1 is 4 pixels high, each
 /// further size one pixel more. Measures are in pixels.

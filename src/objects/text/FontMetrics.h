@@ -1,8 +1,27 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "core/PlanePoint.h"
 
 namespace zyn {
+
+/// Height of a line of text, in one of several units.
+struct FontSize {
+  enum Unit : std::int32_t { Pixel, Millimetre, Inch, Point, ModelMillimetre, ModelInch, Model };
+
+  double value = 20.0;
+  std::int32_t unit = Pixel;  ///< any other value counts as pixels
+
+  /// Whether it is a length in the model, whose size on the screen depends on the view.
+  bool isInModel() const { return unit >= ModelMillimetre && unit <= Model; }
+
+  /// In pixels, on paper of `resolution` dots per inch, where a pixel is `pixel` model units long.
+  /// The model unit is the metre for lengths in millimetres and inches.
+  double inPixels(double pixel, double resolution) const;
+};
 
 /// Measures of one glyph in units of the font's em height, laid out as the platform's
 /// GLYPHMETRICSFLOAT. The origin is the black box's upper left corner, relative to the point on the
@@ -34,5 +53,24 @@ struct FontMetrics {
   /// Sets both lines from the glyphs.
   void measureLines();
 };
+
+/// Box around a run of text, relative to the start of its baseline; in em heights unless it says
+/// otherwise.
+struct TextBox {
+  double left = 0.0;
+  double right = 0.0;
+  double bottom = 0.0;
+  double top = 0.0;
+
+  double height() const { return top - bottom; }
+};
+
+/// The box of a text, one byte a character, as high as `line`; without width for an empty text.
+TextBox measureText(const FontMetrics& metrics, std::string_view text, const TextLine& line);
+
+/// The point of the box that a text is held by: 1 bottom left, 2 bottom right, 3 top right, 4 top
+/// left, 5 bottom centre, 6 right middle, 7 top centre, 8 left middle, 9 centre, any other the
+/// start of the baseline.
+PlanePoint anchorOf(const TextBox& box, std::int32_t reference);
 
 }  // namespace zyn

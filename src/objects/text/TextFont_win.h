@@ -1,40 +1,24 @@
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
-#include <type_traits>
+#include <string>
+#include <string_view>
 
 #include "objects/text/FontMetrics.h"
+#include "objects/text/GlyphShapes_gl.h"
 
 namespace zyn {
 
-struct CloseFont {
-  void operator()(HFONT font) const { DeleteObject(font); }
-};
-using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseFont>;
+/// A text in the system's ANSI code page, one byte a character in the western ones, as the glyphs
+/// of fonts are numbered; up to its first null character.
+std::string narrowText(std::wstring_view text);
 
-/// The font that all text is drawn with, `height` as LOGFONT has it; null where the system has
-/// none.
-UniqueFont makeTextFont(LONG height = 0);
-
-/// A font selected into a device context for a scope.
-class SelectedFont {
- public:
-  SelectedFont(HDC dc, HFONT font) : dc_(dc), previous_(SelectObject(dc, font)) {}
-  ~SelectedFont() { SelectObject(dc_, previous_); }
-  SelectedFont(const SelectedFont&) = delete;
-  SelectedFont& operator=(const SelectedFont&) = delete;
-
-  explicit operator bool() const { return previous_ != nullptr; }
-
- private:
-  HDC dc_;
-  HGDIOBJ previous_;
-};
-
-/// The measures of the font's glyphs, as rendering contexts have them, without a rendering context;
-/// all 0 where the system has no such font.
+/// The measures of the glyphs of the font that all text is drawn with, as rendering contexts have
+/// them, without a rendering context; all 0 where the system has no such font.
 std::shared_ptr<const FontMetrics> textFontMetrics();
+
+/// The shapes of the text font's characters, made once per process; the last byte, which is never
+/// drawn, has none. Any thread.
+std::shared_ptr<const GlyphShapes> textGlyphs();
 
 }  // namespace zyn

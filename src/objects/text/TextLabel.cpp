@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "objects/text/DigitFont.h"
-#include "objects/text/NumberText.h"
 
 namespace zyn {
 

@@ -6,7 +6,6 @@
 #include "core/Point.h"
 #include "objects/text/DimensionLayout.h"
 #include "objects/text/FontMetrics.h"
-#include "objects/text/TextBox.h"
 
 namespace zyn {
 

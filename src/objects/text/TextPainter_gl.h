@@ -6,7 +6,7 @@
 #include "core/Point.h"
 #include "glcontext/ModelView_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
-#include "objects/text/TextBox.h"
+#include "objects/text/FontMetrics.h"
 
 namespace zyn {
 

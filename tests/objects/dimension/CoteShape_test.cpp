@@ -1,4 +1,4 @@
-#include "objects/dimension/CotePlane.h"
+#include "objects/dimension/CoteShape.h"
 
 #include <gtest/gtest.h>
 
