@@ -2,7 +2,6 @@
 
 #include "com/automation_com.h"
 #include "com/properties_com.h"
-#include "contract/CompanionObjects_com.h"
 #include "glcontext/ViewMeasures_gl.h"
 #include "objects/picture/SpritePainter_gl.h"
 
@@ -127,19 +126,10 @@ STDMETHODIMP CZYNGLBitmap::Draw2D(int mode) noexcept {
   });
 }
 
-STDMETHODIMP CZYNGLBitmap::GetBox2D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox2D(bounds(), box); });
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept {
+  const Point& p = shape_.position;
+  return Box3{p.x, p.x, p.y, p.y, p.z, p.z};
 }
-
-STDMETHODIMP CZYNGLBitmap::GetBox3D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox3D(bounds(), box); });
-}
-
-STDMETHODIMP CZYNGLBitmap::GetParam(IDispatch*, double* value) noexcept {
-  return automation(*this, [&] { return give(value, -1.0); });
-}
-
-std::optional<Box3> STDMETHODCALLTYPE CZYNGLBitmap::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLBitmap::setTextView(const TextView& view) noexcept { view_ = view; }
 
@@ -151,11 +141,6 @@ bool STDMETHODCALLTYPE CZYNGLBitmap::mayBePicked(const PickQuery& query) noexcep
     return mayPickSprite(shape_, query);
   }
   return !query.fonts || mayPickSpriteRectangle(shape_, view_.pixelScale, view_.viewHeight, query);
-}
-
-Box3 CZYNGLBitmap::bounds() const {
-  const Point& p = shape_.position;
-  return {p.x, p.x, p.y, p.y, p.z, p.z};
 }
 
 bool CZYNGLBitmap::isInView() const {

@@ -2,16 +2,14 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "com/ComClass_com.h"
-#include "contract/ISceneObject_com.h"
+#include "contract/SceneObject_com.h"
 #include "objects/picture/PictureImage_com.h"
 #include "objects/picture/SpritePainter_gl.h"
 
 namespace zyn {
 
 /// A picture shown at a model position in its natural size, whatever the zoom.
-class CZYNGLBitmap final
-    : public ComClass<CZYNGLBitmap, Dual<IZYNGLBitmap>, IGLDraw, ISceneObject, ITextView> {
+class CZYNGLBitmap final : public SceneObject<CZYNGLBitmap, IZYNGLBitmap, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLBitmap";
 
@@ -31,15 +29,7 @@ class CZYNGLBitmap final
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;
-  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
-    return isAggregated() ? nullptr : static_cast<IZYNGLBitmap*>(this);
-  }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
-  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   /// A pick knows the view by its fonts.
@@ -48,13 +38,11 @@ class CZYNGLBitmap final
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
-  Box3 bounds() const;
   /// Whether the current context is that of the view that was last handed over.
   bool isInView() const;
   double pixelScale() const { return isInView() ? view_.pixelScale : 1.0; }
 
   SpriteShape shape_;
-  SceneWatch watch_;
   ShownPicture picture_;
   LONG priority_ = 0;
   TextView view_;

@@ -236,19 +236,10 @@ STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
   });
 }
 
-STDMETHODIMP CZYNGLTexte::GetBox2D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox2D(bounds(), box); });
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept {
+  const Point& p = label_.position;
+  return Box3{p.x, p.x, p.y, p.y, p.z, p.z};
 }
-
-STDMETHODIMP CZYNGLTexte::GetBox3D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox3D(bounds(), box); });
-}
-
-STDMETHODIMP CZYNGLTexte::GetParam(IDispatch*, double* value) noexcept {
-  return automation(*this, [&] { return give(value, -1.0); });
-}
-
-std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept { return bounds(); }
 
 void STDMETHODCALLTYPE CZYNGLTexte::setTextView(const TextView& view) noexcept { view_ = view; }
 
@@ -261,11 +252,6 @@ bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept
   } catch (const std::bad_alloc&) {
     return true;
   }
-}
-
-Box3 CZYNGLTexte::bounds() const {
-  const Point& p = label_.position;
-  return {p.x, p.x, p.y, p.y, p.z, p.z};
 }
 
 std::shared_ptr<CGLFontContext> CZYNGLTexte::currentFonts() {

@@ -6,8 +6,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "com/ComClass_com.h"
-#include "contract/ISceneObject_com.h"
+#include "contract/SceneObject_com.h"
 #include "objects/text/LabelPainter_gl.h"
 #include "objects/text/TextLabel.h"
 
@@ -15,8 +14,7 @@ namespace zyn {
 
 /// A text or a number at a model position, with a height in pixels; in a 2D view also a linear
 /// dimension.
-class CZYNGLTexte final
-    : public ComClass<CZYNGLTexte, Dual<IZYNGLTexte>, IGLDraw, ISceneObject, ITextView> {
+class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTexte";
 
@@ -60,15 +58,7 @@ class CZYNGLTexte final
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;
-  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
-    return isAggregated() ? nullptr : static_cast<IZYNGLTexte*>(this);
-  }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
-  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
@@ -76,7 +66,6 @@ class CZYNGLTexte final
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
-  Box3 bounds() const;
   /// The fonts of the current context, if it is one of ours, which is that of view_ afterwards.
   std::shared_ptr<CGLFontContext> currentFonts();
   LabelView viewOf(int mode);
@@ -85,7 +74,6 @@ class CZYNGLTexte final
   LabelExtent extent_;
   std::optional<std::wstring> text_;  ///< as the host gave it
   LONG priority_ = 1;
-  SceneWatch watch_;
   TextView view_;
   double drawnHeight_ = 0.0;  ///< model units that the view of the last picture showed
 };

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "com/automation_com.h"
-#include "contract/CompanionObjects_com.h"
+#include "com/properties_com.h"
 #include "objects/triangle/TrianglePainter_gl.h"
 #include "platform/Failure_win.h"
 
@@ -81,13 +81,7 @@ STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double
 }
 
 STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
-  return automation(*this, [&] {
-    if (!pVal) {
-      return E_POINTER;
-    }
-    *pVal = priority_;
-    return S_OK;
-  });
+  return automation(*this, [&] { return give(pVal, priority_); });
 }
 
 STDMETHODIMP CZYNGLTriangle::put_Priority(LONG newVal) noexcept {
@@ -115,24 +109,6 @@ STDMETHODIMP CZYNGLTriangle::Draw3D(int mode) noexcept {
 
 STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
   return automation(*this, [&] { drawTriangle2D(triangleShape(), mode); });
-}
-
-STDMETHODIMP CZYNGLTriangle::GetBox2D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox2D(bounds(), box); });
-}
-
-STDMETHODIMP CZYNGLTriangle::GetBox3D(IDispatch** box) noexcept {
-  return automation(*this, [&] { return makeBox3D(bounds(), box); });
-}
-
-STDMETHODIMP CZYNGLTriangle::GetParam(IDispatch*, double* value) noexcept {
-  return automation(*this, [&] {
-    if (!value) {
-      return E_POINTER;
-    }
-    *value = -1.0;
-    return S_OK;
-  });
 }
 
 bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexcept {

@@ -5,8 +5,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
-#include "com/ComClass_com.h"
-#include "contract/ISceneObject_com.h"
+#include "contract/SceneObject_com.h"
 #include "contract/TriangleShape.h"
 #include "platform/ObjectPool_win.h"
 
@@ -14,9 +13,8 @@ namespace zyn {
 
 /// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
 /// meshes.
-class CZYNGLTriangle final
-    : public ComClass<CZYNGLTriangle, Dual<IZYNGLTriangle>, IGLDraw, ISceneObject>,
-      public Pooled<CZYNGLTriangle> {
+class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, IZYNGLTriangle>,
+                             public Pooled<CZYNGLTriangle> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
 
@@ -35,15 +33,7 @@ class CZYNGLTriangle final
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;
-  STDMETHODIMP GetBox2D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetBox3D(IDispatch** box) noexcept override;
-  STDMETHODIMP GetParam(IDispatch* P, double* value) noexcept override;
 
-  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
-    return isAggregated() ? nullptr : static_cast<IZYNGLTriangle*>(this);
-  }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
-  SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
@@ -68,7 +58,6 @@ class CZYNGLTriangle final
   // The order leaves no gaps: there may be very many triangles.
   std::int32_t priority_ = 1;  ///< 1 to 19
   float alpha_ = 0;            ///< as OpenGL takes it; below 1 where it was given so
-  SceneWatch watch_;
   std::unique_ptr<const MaterialFactors> material_;
   std::array<Triple, 3> vertices_;
   std::array<Triple, 3> normals_;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "com/ComClass_com.h"
+#include "com/properties_com.h"
+#include "contract/CompanionObjects_com.h"
+#include "contract/ISceneObject_com.h"
+
+namespace zyn {
+
+/// Base of the scene objects that are never empty and have no parameters: what they all answer in
+/// the same way. `Main` is the interface by which hosts know them, their boxes are those that
+/// modelBounds tells.
+template <class Object, class Main, class... More>
+class SceneObject : public ComClass<Object, Dual<Main>, IGLDraw, ISceneObject, More...> {
+ public:
+  STDMETHODIMP GetBox2D(IDispatch** box) noexcept final {
+    return automation(self(), [&] { return makeBox2D(this->modelBounds().value(), box); });
+  }
+  STDMETHODIMP GetBox3D(IDispatch** box) noexcept final {
+    return automation(self(), [&] { return makeBox3D(this->modelBounds().value(), box); });
+  }
+  STDMETHODIMP GetParam(IDispatch*, double* value) noexcept final {
+    return automation(self(), [&] { return give(value, -1.0); });
+  }
+
+  IDispatch* STDMETHODCALLTYPE hostInterface() noexcept final {
+    return this->isAggregated() ? nullptr : static_cast<Main*>(this);
+  }
+  IGLDraw& STDMETHODCALLTYPE drawable() noexcept final { return *this; }
+  SceneWatch& STDMETHODCALLTYPE watch() noexcept final { return watch_; }
+
+ protected:
+  SceneObject() = default;
+  ~SceneObject() = default;
+
+  SceneWatch watch_;
+
+ private:
+  Object& self() { return static_cast<Object&>(*this); }
+};
+
+}  // namespace zyn
