@@ -16,9 +16,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::memcpy(buffer.data(), data + sizeof(hits), buffer.size() * sizeof(std::uint32_t));
   }
   const zyn::PickRecords records(buffer, hits);
-  const std::size_t used = 3 * records.all().size() + records.allNames().size();
-  if (used > buffer.size() || records.nearestNames().size() > records.allNames().size() ||
-      static_cast<long long>(records.all().size()) > (hits < 0 ? 0 : hits)) {
+  const std::size_t count = records.all().size();
+  const zyn::PickedNames all = records.allNames();
+  const zyn::PickedNames nearest = records.nearestNames();
+  if (all.has_value() != (count > 0) || nearest.has_value() != (count > 0)) {
+    std::abort();
+  }
+  if (all && (3 * count + all->size() > buffer.size() || nearest->size() > all->size())) {
+    std::abort();
+  }
+  if (static_cast<long long>(count) > (hits < 0 ? 0 : hits)) {
     std::abort();
   }
   return 0;
