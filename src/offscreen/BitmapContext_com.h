@@ -140,10 +140,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     return {fonts ? fonts->fonts() : nullptr, renderingContext_, viewHeight, pixelScale()};
   }
 
-  /// How the list is drawn with these texts.
-  ListPass listPass(const TextView& texts) const {
-    return {.texts = texts, .lists = lists_.lock()};
-  }
+  /// How the list is drawn on the surface of now; the height of the view is not known yet.
+  ListPass listPass() const { return {.texts = textView(0.0), .lists = lists_.lock()}; }
 
   CListTrace& drawList() { return drawList_; }
   const Colour4& background() const { return background_; }

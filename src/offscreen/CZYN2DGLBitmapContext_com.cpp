@@ -82,6 +82,8 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
 }
 
 void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
+  // What is asked and what draws may replace the surface: the pass goes on with its own.
+  ListPass list = listPass();
   TracePicture picture;
   if (const auto target = range()) {
     const ClientSize size{static_cast<std::int32_t>(surface.width()),
@@ -89,11 +91,10 @@ void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
     picture.shown.view.fit(*target, size, 0.0F);
   }
   picture.pixelScale = pixelScale();
-  // An object that draws may replace the context: the pass goes on with its own.
-  const TextView view = textView(picture.shown.view.height());
+  list.texts.viewHeight = picture.shown.view.height();
   surface.render([&](const Tile& tile) {
     picture.part = tile.part();
-    drawTraces(picture, [&] { drawList().draw2D(listPass(view)); });
+    drawTraces(picture, [&] { drawList().draw2D(list); });
   });
 }
 

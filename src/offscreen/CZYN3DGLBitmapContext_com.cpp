@@ -139,6 +139,8 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
 }
 
 void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
+  // What is asked and what draws may replace the surface: the pass goes on with its own.
+  ListPass list = listPass();
   const ClientSize size{static_cast<std::int32_t>(surface.width()),
                         static_cast<std::int32_t>(surface.height())};
   camera_.emplace(makeBitmapCamera(boxToShow(), size, surplus_, viewFrame_));
@@ -149,12 +151,11 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
     pass.gradient = gradient_;
   }
   pass.pixelScale = pixelScale();
-  // An object that draws may replace the context: the pass goes on with its own.
-  const TextView view = textView(viewHeight());
-  hand(itemTexts_, view);
+  list.texts.viewHeight = viewHeight();
+  hand(itemTexts_, list.texts);
   surface.render([&](const Tile& tile) {
     pass.part = tile.part();
-    drawScene(pass, [&] { drawList().draw3D(listPass(view)); });
+    drawScene(pass, [&] { drawList().draw3D(list); });
   });
 }
 

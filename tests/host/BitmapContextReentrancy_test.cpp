@@ -201,5 +201,10 @@ TEST_F(RectangleReentrancyTest, NewSurfaceAndPicturesWhileItIsRead) {
   EXPECT_EQ(graph_.render().count(kRed), kSize * kSize);
 }
 
+TEST_F(RectangleReentrancyTest, ANewSurfaceWhileItIsReadIsDrawnOnFromThen) {
+  EXPECT_EQ(drawWhile([&] { graph_.resize(kSize, kSize); }), S_OK);
+  EXPECT_EQ(graph_.render().count(kRed), kSize * kSize);
+}
+
 }  // namespace
 }  // namespace zyn::test
