@@ -171,6 +171,7 @@ class UnlitColour {
  public:
   UnlitColour(double r, double g, double b, double alpha) {
     glDisable(GL_LIGHTING);
+    glDisable(GL_COLOR_MATERIAL);  // or the material would follow, and not be given back
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(saturatedFloat(r), saturatedFloat(g), saturatedFloat(b), saturatedFloat(alpha));

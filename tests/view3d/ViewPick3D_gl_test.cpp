@@ -333,7 +333,7 @@ TEST_F(ViewPick3DTest, AnyOtherSizeWorks) {
   };
   for (const double size : {1e-300, 1e-9, 0.01, 0.5}) {
     EXPECT_EQ(pick({20, 20}, size, draw).allNames(), Names{1}) << size;
-    EXPECT_EQ(pick({35, 35}, size, draw).allNames(), Names()) << size;
+    EXPECT_EQ(pick({35, 35}, size, draw).allNames(), std::nullopt) << size;
   }
   for (const double size : {200.0, 1e9, 1e300, kInfinity}) {
     EXPECT_EQ(pick({20, 20}, size, draw).allNames(), (Names{1, 2})) << size;

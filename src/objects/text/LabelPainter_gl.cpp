@@ -170,6 +170,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
     return false;
   }
   const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  glMatrixMode(GL_MODELVIEW);  // here: Mesa does not give back what is set first in an inner scope
   const UnlitColour colour = colourOf(label);
   const double screenPixel = pixelLength(view.height);
   const double pixel = screenPixel * view.pixelScale;
