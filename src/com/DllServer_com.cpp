@@ -110,11 +110,11 @@ HRESULT DllServer::canUnloadNow() const noexcept {
 }
 
 HRESULT DllServer::registerServer() const noexcept {
-  return registerAll(classes_, RegistrationScope::Machine);
+  return registerAll(classes_, RegistrationScope::kMachine);
 }
 
 HRESULT DllServer::unregisterServer() const noexcept {
-  return unregisterAll(classes_, RegistrationScope::Machine);
+  return unregisterAll(classes_, RegistrationScope::kMachine);
 }
 
 HRESULT DllServer::install(BOOL add, const wchar_t* commandLine) const noexcept {
@@ -122,7 +122,7 @@ HRESULT DllServer::install(BOOL add, const wchar_t* commandLine) const noexcept 
   if (!forUser && commandLine && *commandLine) {
     return E_INVALIDARG;
   }
-  const RegistrationScope scope = forUser ? RegistrationScope::User : RegistrationScope::Machine;
+  const RegistrationScope scope = forUser ? RegistrationScope::kUser : RegistrationScope::kMachine;
   return add ? registerAll(classes_, scope) : unregisterAll(classes_, scope);
 }
 

@@ -72,18 +72,18 @@ NumericArray readVariantArray(SAFEARRAY* array) {
 
 NumericArray readForm(NumericForm form, const VARIANT& argument) {
   switch (form) {
-    case NumericForm::Doubles:
+    case NumericForm::kDoubles:
       return readDoubleArray(V_ARRAY(&argument));
-    case NumericForm::DoublesByReference:
+    case NumericForm::kDoublesByReference:
       return V_ARRAYREF(&argument) ? readDoubleArray(*V_ARRAYREF(&argument)) : NumericArray();
-    case NumericForm::Variants:
+    case NumericForm::kVariants:
       return readVariantArray(V_ARRAY(&argument));
-    case NumericForm::VariantByReference:
+    case NumericForm::kVariantByReference:
       if (const VARIANT* const referenced = V_VARIANTREF(&argument)) {
         return readForm(referencedNumericForm(V_VT(referenced)), *referenced);
       }
       break;
-    case NumericForm::None:
+    case NumericForm::kNone:
       break;
   }
   return {};

@@ -32,10 +32,10 @@ void removeWhole(HKEY parent, const ScriptKey& script) {
 }
 
 void applyKey(HKEY parent, const ScriptKey& script) {
-  if (script.rule == ScriptKey::Rule::ForceRemove || script.rule == ScriptKey::Rule::Delete) {
+  if (script.rule == ScriptKey::Rule::kForceRemove || script.rule == ScriptKey::Rule::kDelete) {
     removeWhole(parent, script);
   }
-  if (script.rule == ScriptKey::Rule::Delete) {
+  if (script.rule == ScriptKey::Rule::kDelete) {
     return;
   }
   const UniqueRegistryKey key = createKey(parent, script.name);
@@ -72,15 +72,15 @@ bool undoContents(HKEY key, const ScriptKey& script) {
 }
 
 void undoKey(HKEY parent, const ScriptKey& script) {
-  if (script.rule == ScriptKey::Rule::ForceRemove) {
+  if (script.rule == ScriptKey::Rule::kForceRemove) {
     removeWhole(parent, script);
     return;
   }
   UniqueRegistryKey key = openKey(parent, script.name);
-  if (!key || script.rule == ScriptKey::Rule::Delete || isAnothers(key.get(), script)) {
+  if (!key || script.rule == ScriptKey::Rule::kDelete || isAnothers(key.get(), script)) {
     return;
   }
-  const bool removable = undoContents(key.get(), script) && script.rule == ScriptKey::Rule::Plain;
+  const bool removable = undoContents(key.get(), script) && script.rule == ScriptKey::Rule::kPlain;
   key.reset();
   if (removable) {
     checkRegistryUnlessMissing(RegDeleteKeyW(parent, script.name.c_str()));

@@ -38,10 +38,10 @@ class Parser {
     if (!acceptKeyword(L"HKCR")) {
       fail("HKCR expected");
     }
-    expect(ScriptToken::Kind::Open, "'{' expected after HKCR");
+    expect(ScriptToken::Kind::kOpen, "'{' expected after HKCR");
     ScriptKey root;
     parseEntries(root, 1);
-    if (token_.kind != ScriptToken::Kind::End) {
+    if (token_.kind != ScriptToken::Kind::kEnd) {
       fail("nothing may follow the closing brace of HKCR");
     }
     return std::move(root.keys);
@@ -73,7 +73,7 @@ class Parser {
   }
 
   ScriptToken word(const char* what) {
-    if (token_.kind != ScriptToken::Kind::Word) {
+    if (token_.kind != ScriptToken::Kind::kWord) {
       fail((std::string(what) + " expected").c_str());
     }
     return take();
@@ -81,7 +81,7 @@ class Parser {
 
   bool acceptKeyword(std::wstring_view keyword) {
     const bool found =
-        token_.kind == ScriptToken::Kind::Word && !token_.quoted && isSame(token_.text, keyword);
+        token_.kind == ScriptToken::Kind::kWord && !token_.quoted && isSame(token_.text, keyword);
     if (found) {
       take();
     }
@@ -93,7 +93,7 @@ class Parser {
     if (depth > kDeepestKey) {
       fail("keys are nested too deeply");
     }
-    while (!accept(ScriptToken::Kind::Close)) {
+    while (!accept(ScriptToken::Kind::kClose)) {
       if (acceptKeyword(L"val")) {
         parseValue(key);
       } else {
@@ -104,7 +104,7 @@ class Parser {
 
   void parseValue(ScriptKey& key) {
     const std::wstring name = keyOrValueName("name of a value");
-    expect(ScriptToken::Kind::Equals, "'=' expected after the name of a value");
+    expect(ScriptToken::Kind::kEquals, "'=' expected after the name of a value");
     key.values.push_back({name, parseData()});
   }
 
@@ -112,13 +112,13 @@ class Parser {
     ScriptKey key;
     key.rule = parseRule();
     key.name = keyName();
-    if (key.rule == ScriptKey::Rule::Delete) {
+    if (key.rule == ScriptKey::Rule::kDelete) {
       return key;
     }
-    if (accept(ScriptToken::Kind::Equals)) {
+    if (accept(ScriptToken::Kind::kEquals)) {
       key.values.push_back({L"", parseData()});
     }
-    if (accept(ScriptToken::Kind::Open)) {
+    if (accept(ScriptToken::Kind::kOpen)) {
       parseEntries(key, depth + 1);
     }
     return key;
@@ -126,12 +126,12 @@ class Parser {
 
   ScriptKey::Rule parseRule() {
     if (acceptKeyword(L"ForceRemove")) {
-      return ScriptKey::Rule::ForceRemove;
+      return ScriptKey::Rule::kForceRemove;
     }
     if (acceptKeyword(L"NoRemove")) {
-      return ScriptKey::Rule::NoRemove;
+      return ScriptKey::Rule::kNoRemove;
     }
-    return acceptKeyword(L"Delete") ? ScriptKey::Rule::Delete : ScriptKey::Rule::Plain;
+    return acceptKeyword(L"Delete") ? ScriptKey::Rule::kDelete : ScriptKey::Rule::kPlain;
   }
 
   /// An empty name would mean the key above; a backslash would reach below.
@@ -143,7 +143,7 @@ class Parser {
   }
 
   std::wstring keyOrValueName(const char* what) {
-    if (token_.kind == ScriptToken::Kind::Word && token_.text.empty()) {
+    if (token_.kind == ScriptToken::Kind::kWord && token_.text.empty()) {
       fail("empty name");
     }
     return word(what).text;

@@ -22,14 +22,14 @@ struct ScriptValue {
 /// A key of a registration script. Its name is never empty and has no backslash.
 struct ScriptKey {
   enum class Rule {
-    Plain,        ///< made; removed again when nothing but our own was in it
-    ForceRemove,  ///< made afresh; removed with all it holds
-    NoRemove,     ///< made; stays
-    Delete        ///< removed with all it holds, instead of being made
+    kPlain,        ///< made; removed again when nothing but our own was in it
+    kForceRemove,  ///< made afresh; removed with all it holds
+    kNoRemove,     ///< made; stays
+    kDelete        ///< removed with all it holds, instead of being made
   };
 
   std::wstring name;
-  Rule rule = Rule::Plain;
+  Rule rule = Rule::kPlain;
   std::vector<ScriptValue> values;
   std::vector<ScriptKey> keys;
 

@@ -10,25 +10,25 @@ bool isControl(wchar_t c) { return c < L' '; }
 
 ScriptToken::Kind kindOf(const std::wstring& word) {
   if (word == L"{") {
-    return ScriptToken::Kind::Open;
+    return ScriptToken::Kind::kOpen;
   }
   if (word == L"}") {
-    return ScriptToken::Kind::Close;
+    return ScriptToken::Kind::kClose;
   }
-  return word == L"=" ? ScriptToken::Kind::Equals : ScriptToken::Kind::Word;
+  return word == L"=" ? ScriptToken::Kind::kEquals : ScriptToken::Kind::kWord;
 }
 
 }  // namespace
 
 ScriptToken ScriptScanner::next() {
   skipWhiteSpace();
-  ScriptToken token{ScriptToken::Kind::End, {}, false, line_, column_};
+  ScriptToken token{ScriptToken::Kind::kEnd, {}, false, line_, column_};
   if (rest_.empty()) {
     return token;
   }
   token.quoted = rest_.front() == L'\'';
   token.text = token.quoted ? scanQuoted() : scanWord();
-  token.kind = token.quoted ? ScriptToken::Kind::Word : kindOf(token.text);
+  token.kind = token.quoted ? ScriptToken::Kind::kWord : kindOf(token.text);
   token.text = replaced(token.text);
   return token;
 }

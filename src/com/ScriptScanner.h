@@ -9,7 +9,7 @@
 namespace zyn {
 
 struct ScriptToken {
-  enum class Kind { Word, Open, Close, Equals, End };
+  enum class Kind { kWord, kOpen, kClose, kEquals, kEnd };
 
   Kind kind;
   std::wstring text;  ///< of a word, without quotes and with its replacements made

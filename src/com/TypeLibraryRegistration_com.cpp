@@ -31,7 +31,7 @@ class UserClassesAsRoot {
  public:
   UserClassesAsRoot() {
     checkRegistry(
-        RegOverridePredefKey(HKEY_CLASSES_ROOT, ClassesRoot(RegistrationScope::User).get()));
+        RegOverridePredefKey(HKEY_CLASSES_ROOT, ClassesRoot(RegistrationScope::kUser).get()));
   }
   UserClassesAsRoot(const UserClassesAsRoot&) = delete;
   UserClassesAsRoot& operator=(const UserClassesAsRoot&) = delete;
@@ -59,7 +59,7 @@ std::wstring guidText(REFGUID id) {
 void registerTypeLibrary(RegistrationScope scope) {
   const ComPtr<ITypeLib> library = ModuleState::instance().typeLibrary();
   std::wstring path = modulePath();
-  if (scope == RegistrationScope::Machine) {
+  if (scope == RegistrationScope::kMachine) {
     throwIfFailed(RegisterTypeLib(library.Get(), path.data(), nullptr));
     return;
   }
@@ -73,7 +73,7 @@ void unregisterTypeLibrary(RegistrationScope scope) {
   if (!isRegisteredHere(id, scope)) {
     return;
   }
-  if (scope == RegistrationScope::Machine) {
+  if (scope == RegistrationScope::kMachine) {
     throwIfFailed(
         UnRegisterTypeLib(id->guid, id->wMajorVerNum, id->wMinorVerNum, id->lcid, id->syskind));
     return;

@@ -4,8 +4,8 @@ namespace zyn {
 
 /// What changed of a scene object.
 enum class SceneChange {
-  Look,  ///< only how it is drawn
-  Shape  ///< also, perhaps, its bounds
+  kLook,  ///< only how it is drawn
+  kShape  ///< also, perhaps, its bounds
 };
 
 /// Somebody who relies on what scene objects look like. Is told on the thread of the change, and

@@ -36,9 +36,9 @@ NumericArray counted(std::vector<double> values) {
 NumericForm numericForm(std::uint16_t type) {
   switch (type) {
     case kVtArray | kVtR8 | kVtByRef:
-      return NumericForm::DoublesByReference;
+      return NumericForm::kDoublesByReference;
     case kVtVariant | kVtByRef:
-      return NumericForm::VariantByReference;
+      return NumericForm::kVariantByReference;
     default:
       return referencedNumericForm(type);
   }
@@ -47,11 +47,11 @@ NumericForm numericForm(std::uint16_t type) {
 NumericForm referencedNumericForm(std::uint16_t type) {
   switch (type) {
     case kVtArray | kVtR8:
-      return NumericForm::Doubles;
+      return NumericForm::kDoubles;
     case kVtArray | kVtVariant:
-      return NumericForm::Variants;
+      return NumericForm::kVariants;
     default:
-      return NumericForm::None;
+      return NumericForm::kNone;
   }
 }
 

@@ -18,7 +18,7 @@ struct NumericArray {
 };
 
 /// The forms of argument that are read; everything else counts as no array.
-enum class NumericForm { None, Doubles, DoublesByReference, Variants, VariantByReference };
+enum class NumericForm { kNone, kDoubles, kDoublesByReference, kVariants, kVariantByReference };
 
 /// The form of an argument of this type (a VARTYPE).
 NumericForm numericForm(std::uint16_t type);

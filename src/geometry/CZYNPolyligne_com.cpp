@@ -248,7 +248,7 @@ void CZYNPolyligne::take(PointSequence points) {
   points_ = std::move(points);
   boxes_.reset();
   cache_.clear();
-  watch_.tell(SceneChange::Shape);
+  watch_.tell(SceneChange::kShape);
 }
 
 const RunBoxes& CZYNPolyligne::boxes() {

@@ -81,13 +81,13 @@ bool showsChildWindows() {
 /// Whether child windows need a hidden window to draw on. Windows is never asked: there the screen
 /// need not be readable, and frames always arrive.
 bool needsCanvas() {
-  enum class Finding { None, Arrives, Lost };
+  enum class Finding { kNone, kArrives, kLost };
   // Not a guarded static: hooks of the host may come back here while the probe is under way.
-  static std::atomic<Finding> finding = Finding::None;
-  if (finding == Finding::None) {
-    finding = !isWine() || showsChildWindows() ? Finding::Arrives : Finding::Lost;
+  static std::atomic<Finding> finding = Finding::kNone;
+  if (finding == Finding::kNone) {
+    finding = !isWine() || showsChildWindows() ? Finding::kArrives : Finding::kLost;
   }
-  return finding == Finding::Lost;
+  return finding == Finding::kLost;
 }
 
 bool isChild(HWND window) {

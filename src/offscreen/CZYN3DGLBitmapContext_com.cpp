@@ -197,27 +197,27 @@ STDMETHODIMP CZYN3DGLBitmapContext::put_MultiSampleAntialiasing(VARIANT_BOOL new
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_AmbientLightProperty(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Ambient); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kAmbient); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::put_AmbientLightProperty(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Ambient); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kAmbient); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_DirectionLight1Property(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light1); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kLight1); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::put_DirectionLight1Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light1); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight1); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_DirectionLight2Property(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light2); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kLight2); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::put_DirectionLight2Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light2); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight2); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {

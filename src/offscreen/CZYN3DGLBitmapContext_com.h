@@ -21,7 +21,7 @@ class CZYN3DGLBitmapContext final
     : public BitmapContext<CZYN3DGLBitmapContext, IZYN3DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN3dGLBitmapContext";
-  static constexpr FontOwner kFontOwner = FontOwner::BitmapContext3D;
+  static constexpr FontOwner kFontOwner = FontOwner::kBitmapContext3D;
 
   CZYN3DGLBitmapContext();
   ~CZYN3DGLBitmapContext();

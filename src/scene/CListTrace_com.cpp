@@ -75,7 +75,7 @@ struct CListTrace::Drawing {
   }
   bool isOutline(const ElementGroup& group) const {
     return pass.overrideMode != 0 ? pass.overrideMode == ElementGroup::kOutlineMode
-                                  : group.kind() == ElementGroup::Kind::Outlines;
+                                  : group.kind() == ElementGroup::Kind::kOutlines;
   }
   bool canCallLists() const;
   void callLists();

@@ -29,9 +29,9 @@ ElementGroup::~ElementGroup() { forgetList(); }
 
 ElementGroup::Kind ElementGroup::kindOf(const DrawElem& element) {
   if (!element.own->isTriangle()) {
-    return Kind::Objects;
+    return Kind::kObjects;
   }
-  return element.drawingMode == kOutlineMode ? Kind::Outlines : Kind::Surfaces;
+  return element.drawingMode == kOutlineMode ? Kind::kOutlines : Kind::kSurfaces;
 }
 
 ElementGroup* ElementGroup::successor() const {
@@ -63,7 +63,7 @@ void ElementGroup::remove(DrawElem& element) {
   if (&element == last_) {
     last_ = count_ > 0 ? element.node.previous()->value : nullptr;
   }
-  objectChanged(SceneChange::Shape);
+  objectChanged(SceneChange::kShape);
 }
 
 void ElementGroup::absorb(ElementGroup& successor) {
@@ -74,7 +74,7 @@ void ElementGroup::absorb(ElementGroup& successor) {
   }
   last_ = successor.last_;
   count_ += std::exchange(successor.count_, 0);
-  objectChanged(SceneChange::Shape);
+  objectChanged(SceneChange::kShape);
 }
 
 const std::optional<Box3>& ElementGroup::bounds() {
@@ -133,7 +133,7 @@ TriangleCalls ElementGroup::emit(const TriangleSetting& setting, bool isFlat,
 
 void ElementGroup::objectChanged(SceneChange change) noexcept {
   calls_.reset();
-  if (change == SceneChange::Shape) {
+  if (change == SceneChange::kShape) {
     bounds_.isKnown = false;
     if (sum_) {
       sum_->isKnown = false;

@@ -34,9 +34,9 @@ struct BoundsSum {
 class ElementGroup final : public SceneWatcher {
  public:
   enum class Kind {
-    Objects,   ///< each draws itself
-    Surfaces,  ///< triangles
-    Outlines   ///< triangles in mode 1
+    kObjects,   ///< each draws itself
+    kSurfaces,  ///< triangles
+    kOutlines   ///< triangles in mode 1
   };
 
   /// Large enough for display lists to draw fast, small enough to compile one for each change.
@@ -65,7 +65,7 @@ class ElementGroup final : public SceneWatcher {
   void setPlace(Place place) { place_ = place; }
 
   Kind kind() const { return kind_; }
-  bool hasTriangles() const { return kind_ != Kind::Objects; }
+  bool hasTriangles() const { return kind_ != Kind::kObjects; }
   std::uint32_t count() const { return count_; }
   DrawElem& last() const { return *last_; }
 

@@ -7,7 +7,7 @@
 namespace zyn {
 
 /// Numbers of the buttons in events.
-enum class MouseButton { Left = 0, Right = 1, Middle = 2 };
+enum class MouseButton { kLeft = 0, kRight = 1, kMiddle = 2 };
 
 /// The keys and buttons held with a mouse message, as its first parameter carries them.
 class MouseKeys {

@@ -80,7 +80,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, Mouse2D, MouseH
  private:
   /// What belongs to a rendering context.
   struct ContextResources {
-    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View2D, outlineLines) {}
+    explicit ContextResources(bool outlineLines) : fonts(FontOwner::kView2D, outlineLines) {}
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;

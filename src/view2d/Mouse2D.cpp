@@ -30,7 +30,7 @@ void MouseMode2D::beginPan() {
 void Mouse2D::leftDown(PixelPoint at, MouseKeys keys) {
   const unsigned turn = ++leftTurns_;
   left_.reset();
-  host_.fireMouseDown(MouseButton::Left, view_.getPoint(at));
+  host_.fireMouseDown(MouseButton::kLeft, view_.getPoint(at));
   if (leftTurns_ != turn) {
     return;
   }
@@ -72,7 +72,7 @@ void Mouse2D::leftUp(PixelPoint at, MouseKeys keys) {
   const bool endsBand = left_ && isBandMode();
   const bool zooms = mode_.value() == MouseMode::kRectangle;
   const std::optional<Press> press = std::exchange(left_, std::nullopt);
-  host_.fireMouseUp(MouseButton::Left, view_.getPoint(at));
+  host_.fireMouseUp(MouseButton::kLeft, view_.getPoint(at));
   releaseIfIdle();
   if (endsBand && closings == closings_ && !left_) {
     endRubberBand({press->at, at}, zooms, keys);
@@ -105,10 +105,10 @@ void Mouse2D::middleUp() {
 }
 
 void Mouse2D::rightDown(PixelPoint at) {
-  host_.fireMouseDown(MouseButton::Right, view_.getPoint(at));
+  host_.fireMouseDown(MouseButton::kRight, view_.getPoint(at));
 }
 
-void Mouse2D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::Right, view_.getPoint(at)); }
+void Mouse2D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::kRight, view_.getPoint(at)); }
 
 void Mouse2D::mouseMove(PixelPoint at, MouseKeys keys) {
   const unsigned closings = closings_;

@@ -42,7 +42,7 @@ CParamsVue3D makeBitmapCamera(const std::optional<Box3>& box, ClientSize pixels,
   if (orientation) {
     camera.fitTurned(*orientation, box, pixels, surplus, 0.0);
   } else {
-    camera.fitAxis(AxisView::XYp, box, pixels, surplus, 0.0);
+    camera.fitAxis(AxisView::kXYp, box, pixels, surplus, 0.0);
   }
   return camera;
 }

@@ -49,17 +49,17 @@ Orientation orientationOf(AxisView view) {
   const Vecteur y(0.0, 1.0, 0.0);
   const Vecteur z(0.0, 0.0, 1.0);
   switch (view) {
-    case AxisView::XYp:
+    case AxisView::kXYp:
       return {z, y};
-    case AxisView::XYm:
+    case AxisView::kXYm:
       return {-z, y};
-    case AxisView::XZp:
+    case AxisView::kXZp:
       return {y, z};
-    case AxisView::XZm:
+    case AxisView::kXZm:
       return {-y, z};
-    case AxisView::YZp:
+    case AxisView::kYZp:
       return {x, z};
-    case AxisView::YZm:
+    case AxisView::kYZm:
       break;
   }
   return {-x, z};

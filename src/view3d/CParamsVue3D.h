@@ -12,7 +12,7 @@
 namespace zyn {
 
 /// The views along an axis, named by the plane that they show and the side on which the eye is.
-enum class AxisView { XYp, XYm, XZp, XZm, YZp, YZm };
+enum class AxisView { kXYp, kXYm, kXZp, kXZm, kYZp, kYZm };
 
 /// How a camera is turned: perpendicular unit vectors.
 struct Orientation {

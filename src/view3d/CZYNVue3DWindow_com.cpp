@@ -77,7 +77,7 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     if (!drawList_.mayHoldText()) {
       return nullptr;
     }
-    const auto made = std::make_shared<ContextFonts>(FontOwner::View3D, smoothsGlyphs());
+    const auto made = std::make_shared<ContextFonts>(FontOwner::kView3D, smoothsGlyphs());
     fonts = made;
     return made;
   });

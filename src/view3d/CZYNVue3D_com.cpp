@@ -36,27 +36,27 @@ HRESULT CZYNVue3D::moveCamera(Operation operation) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::VueXYp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::XYp, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kXYp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXYm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::XYm, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kXYm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXZp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::XZp, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kXZp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXZm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::XZm, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kXZm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueYZp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::YZp, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kYZp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueYZm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::YZm, surplus); });
+  return moveCamera([&] { return view_.showAxis(AxisView::kYZm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueTournage(double surplus) noexcept {
@@ -202,27 +202,27 @@ STDMETHODIMP CZYNVue3D::EditAmbiantLight() noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::get_AmbientLightProperty(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Ambient); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kAmbient); });
 }
 
 STDMETHODIMP CZYNVue3D::put_AmbientLightProperty(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Ambient); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kAmbient); });
 }
 
 STDMETHODIMP CZYNVue3D::get_DirectionLight1Property(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light1); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kLight1); });
 }
 
 STDMETHODIMP CZYNVue3D::put_DirectionLight1Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light1); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight1); });
 }
 
 STDMETHODIMP CZYNVue3D::get_DirectionLight2Property(VARIANT* pVal) noexcept {
-  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::Light2); });
+  return automation(*this, [&] { return giveLight(pVal, lights_, LightBlock::Section::kLight2); });
 }
 
 STDMETHODIMP CZYNVue3D::put_DirectionLight2Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::Light2); });
+  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight2); });
 }
 
 STDMETHODIMP CZYNVue3D::get_DrawLights(LONG* pVal) noexcept {

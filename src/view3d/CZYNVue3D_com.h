@@ -109,7 +109,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, Mouse3D, MouseH
 
   /// What belongs to the rendering context of the window.
   struct ContextResources {
-    explicit ContextResources(bool outlineLines) : fonts(FontOwner::View3D, outlineLines) {}
+    explicit ContextResources(bool outlineLines) : fonts(FontOwner::kView3D, outlineLines) {}
 
     ContextFonts fonts;
     CursorGlyph cursorGlyph;

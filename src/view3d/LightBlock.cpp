@@ -19,8 +19,8 @@ constexpr Range rangeOf(LightBlock::Section section) {
 }
 
 constexpr std::size_t firstOf(LightBlock::Light light) {
-  return rangeOf(light == LightBlock::Light::One ? LightBlock::Section::Light1
-                                                 : LightBlock::Section::Light2)
+  return rangeOf(light == LightBlock::Light::kOne ? LightBlock::Section::kLight1
+                                                  : LightBlock::Section::kLight2)
       .first;
 }
 

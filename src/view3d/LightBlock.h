@@ -11,8 +11,8 @@ namespace zyn {
 /// By default white ambient light at 0.7 and one white light along the line of sight.
 class LightBlock {
  public:
-  enum class Section { Ambient, Light1, Light2 };
-  enum class Light { One, Two };
+  enum class Section { kAmbient, kLight1, kLight2 };
+  enum class Light { kOne, kTwo };
 
   using Values4 = std::array<float, 4>;  ///< what glLightfv takes
 

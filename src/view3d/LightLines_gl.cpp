@@ -16,9 +16,9 @@ struct Colour {
 };
 
 Colour lineColour(const LightBlock& lights, LightBlock::Light light) {
-  const bool one = light == LightBlock::Light::One;
+  const bool one = light == LightBlock::Light::kOne;
   const std::vector<double> values =
-      lights.get(one ? LightBlock::Section::Light1 : LightBlock::Section::Light2);
+      lights.get(one ? LightBlock::Section::kLight1 : LightBlock::Section::kLight2);
   const Colour colour{values[1], values[2], values[3]};
   const bool white = colour.r == 1.0 && colour.g == 1.0 && colour.b == 1.0;
   return white ? Colour{0, 0, 0} : colour;
@@ -43,7 +43,7 @@ void drawLightLines(const CParamsVue3D& camera, const LightBlock& lights) {
   const PushedMatrix modelview(GL_MODELVIEW);
   glLoadIdentity();
   const AutoGLLighting lighting(AutoGLLighting::kOff);
-  for (const auto light : {LightBlock::Light::One, LightBlock::Light::Two}) {
+  for (const auto light : {LightBlock::Light::kOne, LightBlock::Light::kTwo}) {
     if (lights.isDrawn(light)) {
       const Colour colour = lineColour(lights, light);
       const AutoGLColor guard(colour.r, colour.g, colour.b, 1.0, kBothFaces);

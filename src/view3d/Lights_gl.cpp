@@ -22,8 +22,8 @@ void applyLight(const LightBlock& lights, LightBlock::Light light, GLenum name) 
 
 void applyLights(const LightBlock& lights) {
   glLightModelfv(GL_LIGHT_MODEL_AMBIENT, lights.globalAmbient().data());
-  applyLight(lights, LightBlock::Light::One, GL_LIGHT0);
-  applyLight(lights, LightBlock::Light::Two, GL_LIGHT1);
+  applyLight(lights, LightBlock::Light::kOne, GL_LIGHT0);
+  applyLight(lights, LightBlock::Light::kTwo, GL_LIGHT1);
 }
 
 }  // namespace zyn

@@ -27,7 +27,7 @@ void Mouse3D::leftDown(PixelPoint at, MouseKeys keys) {
   const unsigned turn = ++leftTurns_;
   const unsigned closings = closings_;
   left_.reset();
-  host_.fireMouseDown(MouseButton::Left, at);
+  host_.fireMouseDown(MouseButton::kLeft, at);
   if (leftTurns_ != turn) {
     return;
   }
@@ -49,7 +49,7 @@ void Mouse3D::leftUp(PixelPoint at, MouseKeys keys) {
   const bool selects = left_ && left_->drags && isBandMode();
   const bool once = mode_.isRectangle();
   const std::optional<Press> press = std::exchange(left_, std::nullopt);
-  host_.fireMouseUp(MouseButton::Left, at);
+  host_.fireMouseUp(MouseButton::kLeft, at);
   releaseIfIdle();
   if (!press) {
     return;
@@ -69,7 +69,7 @@ void Mouse3D::leftUp(PixelPoint at, MouseKeys keys) {
 void Mouse3D::middleDown(PixelPoint at, MouseKeys keys) {
   const unsigned turn = ++middleTurns_;
   cancelMiddle();
-  host_.fireMouseDown(MouseButton::Middle, at);
+  host_.fireMouseDown(MouseButton::kMiddle, at);
   if (middleTurns_ != turn) {
     return;
   }
@@ -83,16 +83,16 @@ void Mouse3D::middleDown(PixelPoint at, MouseKeys keys) {
 void Mouse3D::middleUp(PixelPoint at) {
   ++middleTurns_;
   middle_.reset();
-  host_.fireMouseUp(MouseButton::Middle, at);
+  host_.fireMouseUp(MouseButton::kMiddle, at);
   releaseIfIdle();
   if (!middle_) {
     mode_.endStandIn();
   }
 }
 
-void Mouse3D::rightDown(PixelPoint at) { host_.fireMouseDown(MouseButton::Right, at); }
+void Mouse3D::rightDown(PixelPoint at) { host_.fireMouseDown(MouseButton::kRight, at); }
 
-void Mouse3D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::Right, at); }
+void Mouse3D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::kRight, at); }
 
 void Mouse3D::mouseMove(PixelPoint at, MouseKeys keys) {
   const unsigned closings = closings_;

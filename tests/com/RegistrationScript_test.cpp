@@ -23,7 +23,7 @@ std::string errorPlace(std::wstring_view text) {
   return "no error";
 }
 
-ScriptKey key(std::wstring name, Rule rule = Rule::Plain) {
+ScriptKey key(std::wstring name, Rule rule = Rule::kPlain) {
   return {std::move(name), rule, {}, {}};
 }
 
@@ -40,8 +40,8 @@ TEST(RegistrationScript, ReadsKeysWithTheirValuesInOrder) {
 }
 
 TEST(RegistrationScript, KnowsTheRulesOfKeysInAnySpelling) {
-  ScriptKey classes = key(L"CLSID", Rule::NoRemove);
-  classes.keys = {key(L"a", Rule::ForceRemove), key(L"b", Rule::Delete), key(L"c")};
+  ScriptKey classes = key(L"CLSID", Rule::kNoRemove);
+  classes.keys = {key(L"a", Rule::kForceRemove), key(L"b", Rule::kDelete), key(L"c")};
   EXPECT_EQ(parse(L"hkcr { noremove CLSID { FORCEREMOVE a Delete b c } }"), std::vector{classes});
 }
 

@@ -34,16 +34,16 @@ class SceneWatchTest : public ::testing::Test {
 };
 
 TEST_F(SceneWatchTest, TellsNobodyWhileEmpty) {
-  watch_.tell(SceneChange::Shape);
+  watch_.tell(SceneChange::kShape);
   EXPECT_EQ(links(), std::vector<const WatchLink*>());
 }
 
 TEST_F(SceneWatchTest, TellsAllOfAChange) {
   watch_.join(a_.link);
   watch_.join(b_.link);
-  watch_.tell(SceneChange::Look);
-  watch_.tell(SceneChange::Shape);
-  const std::vector expected = {SceneChange::Look, SceneChange::Shape};
+  watch_.tell(SceneChange::kLook);
+  watch_.tell(SceneChange::kShape);
+  const std::vector expected = {SceneChange::kLook, SceneChange::kShape};
   EXPECT_EQ(a_.recorder.changes, expected);
   EXPECT_EQ(b_.recorder.changes, expected);
 }

@@ -9,30 +9,31 @@ namespace zyn {
 namespace {
 
 TEST(NumericArrayTest, FormsOfArgument) {
-  EXPECT_EQ(numericForm(8197), NumericForm::Doubles);              // VT_ARRAY | VT_R8
-  EXPECT_EQ(numericForm(24581), NumericForm::DoublesByReference);  // VT_ARRAY | VT_R8 | VT_BYREF
-  EXPECT_EQ(numericForm(8204), NumericForm::Variants);             // VT_ARRAY | VT_VARIANT
-  EXPECT_EQ(numericForm(16396), NumericForm::VariantByReference);  // VT_VARIANT | VT_BYREF
+  EXPECT_EQ(numericForm(8197), NumericForm::kDoubles);              // VT_ARRAY | VT_R8
+  EXPECT_EQ(numericForm(24581), NumericForm::kDoublesByReference);  // VT_ARRAY | VT_R8 | VT_BYREF
+  EXPECT_EQ(numericForm(8204), NumericForm::kVariants);             // VT_ARRAY | VT_VARIANT
+  EXPECT_EQ(numericForm(16396), NumericForm::kVariantByReference);  // VT_VARIANT | VT_BYREF
 }
 
 TEST(NumericArrayTest, FormsBehindAReference) {
-  EXPECT_EQ(referencedNumericForm(8197), NumericForm::Doubles);
-  EXPECT_EQ(referencedNumericForm(8204), NumericForm::Variants);
-  EXPECT_EQ(referencedNumericForm(24581), NumericForm::None);
-  EXPECT_EQ(referencedNumericForm(16396), NumericForm::None);
+  EXPECT_EQ(referencedNumericForm(8197), NumericForm::kDoubles);
+  EXPECT_EQ(referencedNumericForm(8204), NumericForm::kVariants);
+  EXPECT_EQ(referencedNumericForm(24581), NumericForm::kNone);
+  EXPECT_EQ(referencedNumericForm(16396), NumericForm::kNone);
 }
 
 TEST(NumericArrayTest, EveryOtherTypeIsNoArray) {
   int forms = 0;
   int referencedForms = 0;
   for (int type = 0; type <= std::numeric_limits<std::uint16_t>::max(); ++type) {
-    forms += numericForm(static_cast<std::uint16_t>(type)) != NumericForm::None;
-    referencedForms += referencedNumericForm(static_cast<std::uint16_t>(type)) != NumericForm::None;
+    forms += numericForm(static_cast<std::uint16_t>(type)) != NumericForm::kNone;
+    referencedForms +=
+        referencedNumericForm(static_cast<std::uint16_t>(type)) != NumericForm::kNone;
   }
   EXPECT_EQ(forms, 4);
   EXPECT_EQ(referencedForms, 2);
   EXPECT_EQ(numericForm(0x2000 | 0x4000 | 12),
-            NumericForm::None);  // array of VARIANTs by reference
+            NumericForm::kNone);  // array of VARIANTs by reference
 }
 
 TEST(NumericArrayTest, DoublesAreTakenAsTheyAre) {

@@ -97,8 +97,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::span rest(data + 3, size - 3);
   // Behind a reference stands never another one.
   const NumericForm behind = referencedNumericForm(type);
-  require(behind == NumericForm::None || behind == numericForm(type));
-  if (numericForm(type) == NumericForm::Doubles) {
+  require(behind == NumericForm::kNone || behind == numericForm(type));
+  if (numericForm(type) == NumericForm::kDoubles) {
     std::vector<double> doubles(rest.size() / sizeof(double));
     if (!doubles.empty()) {
       std::memcpy(doubles.data(), rest.data(), doubles.size() * sizeof(double));

@@ -30,7 +30,7 @@ Frame frameOf(const Vecteur& b, const Vecteur& d) {
 TEST(BitmapCameraTest, WithoutAFrameIsTheViewFromAbove) {
   for (const double surplus : {0.0, 0.1, -0.5}) {
     CParamsVue3D expected;
-    expected.fitAxis(AxisView::XYp, kBox, kPixels, surplus, 0.0);
+    expected.fitAxis(AxisView::kXYp, kBox, kPixels, surplus, 0.0);
     expectSameView(makeBitmapCamera(kBox, kPixels, surplus, std::nullopt), expected);
   }
 }
@@ -50,12 +50,12 @@ TEST_P(BitmapCameraAxisTest, TheFrameOfAnAxisViewGivesThatAxisView) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BitmapCameraAxisTest,
-                         ::testing::Values(AxisView::XYp, AxisView::XYm, AxisView::XZp,
-                                           AxisView::XZm, AxisView::YZp, AxisView::YZm));
+                         ::testing::Values(AxisView::kXYp, AxisView::kXYm, AxisView::kXZp,
+                                           AxisView::kXZm, AxisView::kYZp, AxisView::kYZm));
 
 TEST(BitmapCameraTest, AnObliqueFrameShowsTheWholeBox) {
   CParamsVue3D view;
-  view.fitAxis(AxisView::YZp, kBox, {300, 300}, 0.0, 0.0);
+  view.fitAxis(AxisView::kYZp, kBox, {300, 300}, 0.0, 0.0);
   view.rotateH(35.0);
   view.rotateV(25.0);
   const Frame frame = view.frame();
@@ -94,7 +94,7 @@ TEST(BitmapCameraTest, AnObliqueFrameShowsTheWholeBox) {
 
 TEST(BitmapCameraTest, DirectionsNeedNeitherLengthOneNorRightAngles) {
   CParamsVue3D expected;
-  expected.fitAxis(AxisView::XZm, kBox, kPixels, 0.0, 0.0);
+  expected.fitAxis(AxisView::kXZm, kBox, kPixels, 0.0, 0.0);
   expectSameView(makeBitmapCamera(kBox, kPixels, 0.0, frameOf({0, 0, 4}, {0, 2, 0})), expected);
   const CParamsVue3D slanted =
       makeBitmapCamera(kBox, kPixels, 0.0, frameOf({0, 5, 1e200}, {0, 1e-200, 0}));
@@ -108,7 +108,7 @@ TEST(BitmapCameraTest, AFrameThatNamesNoDirectionIsIgnored) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double infinity = std::numeric_limits<double>::infinity();
   CParamsVue3D expected;
-  expected.fitAxis(AxisView::XYp, kBox, kPixels, 0.0, 0.0);
+  expected.fitAxis(AxisView::kXYp, kBox, kPixels, 0.0, 0.0);
   for (const Frame& frame :
        {frameOf({0, 0, 0}, {1, 0, 0}), frameOf({1, 0, 0}, {0, 0, 0}),
         frameOf({0, nan, 0}, {1, 0, 0}), frameOf({0, 1, 0}, {nan, 0, 0}),

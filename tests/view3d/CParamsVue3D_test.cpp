@@ -52,7 +52,7 @@ TEST(CParamsVue3DTest, Defaults) {
 
 TEST(CParamsVue3DTest, AxisViewOfTheUnitCube) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kCube, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, kCube, {400, 200}, 0.0, 0.0);
   const double distance = 2.0 * std::sqrt(0.75);
   EXPECT_EQ(camera.width(), 2.0);
   EXPECT_EQ(camera.height(), 1.0);
@@ -65,7 +65,7 @@ TEST(CParamsVue3DTest, AxisViewOfTheUnitCube) {
 
 TEST(CParamsVue3DTest, AxisViewFromAMinimumDepth) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kCube, {400, 200}, 0.0, 10.0);
+  camera.fitAxis(AxisView::kXYp, kCube, {400, 200}, 0.0, 10.0);
   EXPECT_EQ(camera.depth(), 10.0);
   EXPECT_EQ(camera.eye(), Point(0, 0, 10));
   EXPECT_DOUBLE_EQ(camera.zNear(), 4.5);
@@ -107,7 +107,7 @@ TEST_P(AxisViewTest, LooksAtTheWholeBox) {
 
 TEST_P(AxisViewTest, WithoutABoxIsEmptyAroundTheOrigin) {
   const AxisCase& expected = GetParam();
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.fitAxis(expected.view, std::nullopt, {30, 20}, 0.5, 7.0);
   EXPECT_EQ(camera.target(), Point(0, 0, 0));
   EXPECT_EQ(camera.eye(), Point() + expected.side);
@@ -122,36 +122,36 @@ TEST_P(AxisViewTest, WithoutABoxIsEmptyAroundTheOrigin) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, AxisViewTest,
-                         ::testing::Values(AxisCase{AxisView::XYp, {0, 0, 1}, {0, 1, 0}, 4, 6},
-                                           AxisCase{AxisView::XYm, {0, 0, -1}, {0, 1, 0}, 4, 6},
-                                           AxisCase{AxisView::XZp, {0, 1, 0}, {0, 0, 1}, 4, 12},
-                                           AxisCase{AxisView::XZm, {0, -1, 0}, {0, 0, 1}, 4, 12},
-                                           AxisCase{AxisView::YZp, {1, 0, 0}, {0, 0, 1}, 6, 12},
-                                           AxisCase{AxisView::YZm, {-1, 0, 0}, {0, 0, 1}, 6, 12}));
+                         ::testing::Values(AxisCase{AxisView::kXYp, {0, 0, 1}, {0, 1, 0}, 4, 6},
+                                           AxisCase{AxisView::kXYm, {0, 0, -1}, {0, 1, 0}, 4, 6},
+                                           AxisCase{AxisView::kXZp, {0, 1, 0}, {0, 0, 1}, 4, 12},
+                                           AxisCase{AxisView::kXZm, {0, -1, 0}, {0, 0, 1}, 4, 12},
+                                           AxisCase{AxisView::kYZp, {1, 0, 0}, {0, 0, 1}, 6, 12},
+                                           AxisCase{AxisView::kYZm, {-1, 0, 0}, {0, 0, 1}, 6, 12}));
 
 TEST(CParamsVue3DTest, RectangleFollowsTheWiderSide) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{0, 10, 0, 2, 0, 1}, {400, 200}, 0.1, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{0, 10, 0, 2, 0, 1}, {400, 200}, 0.1, 0.0);
   EXPECT_DOUBLE_EQ(camera.width(), 11.0);
   EXPECT_DOUBLE_EQ(camera.height(), 5.5);
-  camera.fitAxis(AxisView::XYp, Box3{0, 2, 0, 10, 0, 1}, {400, 200}, 0.1, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{0, 2, 0, 10, 0, 1}, {400, 200}, 0.1, 0.0);
   EXPECT_DOUBLE_EQ(camera.width(), 22.0);
   EXPECT_DOUBLE_EQ(camera.height(), 11.0);
 }
 
 TEST(CParamsVue3DTest, RectangleOfAFlatBox) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{0, 10, 3, 3, 0, 1}, {400, 200}, 0.5, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{0, 10, 3, 3, 0, 1}, {400, 200}, 0.5, 0.0);
   EXPECT_DOUBLE_EQ(camera.width(), 15.0);
   EXPECT_DOUBLE_EQ(camera.height(), 7.5);
-  camera.fitAxis(AxisView::XYp, Box3{3, 3, 0, 10, 0, 1}, {400, 200}, 0.5, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{3, 3, 0, 10, 0, 1}, {400, 200}, 0.5, 0.0);
   EXPECT_DOUBLE_EQ(camera.width(), 30.0);
   EXPECT_DOUBLE_EQ(camera.height(), 15.0);
 }
 
 TEST(CParamsVue3DTest, RectangleOfABoxSeenAsAPointTakesTheInverseAspect) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{3, 3, 4, 4, 0, 2}, {400, 200}, 0.5, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{3, 3, 4, 4, 0, 2}, {400, 200}, 0.5, 0.0);
   EXPECT_EQ(camera.width(), 0.5);
   EXPECT_EQ(camera.height(), 1.0);
   EXPECT_DOUBLE_EQ(camera.depth(), 2.0 * 1.0 * 1.5);
@@ -162,7 +162,7 @@ TEST(CParamsVue3DTest, AspectIsOfSinglePrecision) {
   const double aspect = double{100.0F / 300.0F};
   ASSERT_NE(aspect, 100.0 / 300.0);
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{0, 0, 0, 1, 0, 0}, {100, 300}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{0, 0, 0, 1, 0, 0}, {100, 300}, 0.0, 0.0);
   EXPECT_EQ(camera.width(), aspect);
   camera.fitDefault(kBox, {100, 300}, 0.0, 0.0);
   EXPECT_EQ(camera.height(), 14.0 / aspect);
@@ -170,7 +170,7 @@ TEST(CParamsVue3DTest, AspectIsOfSinglePrecision) {
 
 TEST(CParamsVue3DTest, AMinimumDepthThatIsNoNumberIsIgnored) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kBox, {100, 100}, 0.0, kNan);
+  camera.fitAxis(AxisView::kXYp, kBox, {100, 100}, 0.0, kNan);
   EXPECT_EQ(camera.depth(), 14.0);
   camera.fitDefault(kBox, {100, 100}, 0.0, kNan);
   EXPECT_EQ(camera.depth(), 14.0);
@@ -241,7 +241,7 @@ TEST(CParamsVue3DTest, DefaultViewFromAMinimumDepth) {
 }
 
 TEST(CParamsVue3DTest, DefaultViewWithoutABoxIsAllZero) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.fitDefault(std::nullopt, {400, 200}, 0.5, 20.0);
   EXPECT_EQ(camera.eye(), Point(0, 0, 0));
   EXPECT_EQ(camera.target(), Point(0, 0, 0));
@@ -255,7 +255,7 @@ TEST(CParamsVue3DTest, DefaultViewWithoutABoxIsAllZero) {
 
 TEST(CParamsVue3DTest, WholeFitKeepsDirectionAspectAndOldDepth) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XZm, kCube, {400, 200}, 0.0, 10.0);
+  camera.fitAxis(AxisView::kXZm, kCube, {400, 200}, 0.0, 10.0);
   camera.rotateH(30.0);
   const Vecteur direction = camera.direction();
   camera.fitWhole(kBox, {77, 55}, 0.5, 0.0);
@@ -277,7 +277,7 @@ TEST(CParamsVue3DTest, WholeFitKeepsDirectionAspectAndOldDepth) {
 
 TEST(CParamsVue3DTest, WholeFitOfANarrowView) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kCube, {100, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, kCube, {100, 200}, 0.0, 0.0);
   camera.fitWhole(kBox, {400, 200}, 0.0, 0.0);
   EXPECT_DOUBLE_EQ(camera.width(), 14.0);
   EXPECT_DOUBLE_EQ(camera.height(), 28.0);
@@ -285,7 +285,7 @@ TEST(CParamsVue3DTest, WholeFitOfANarrowView) {
 
 TEST(CParamsVue3DTest, DepthFitKeepsTheRectangleAndTheTarget) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::YZm, kCube, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kYZm, kCube, {400, 200}, 0.0, 0.0);
   camera.fitDepth(kBox, {400, 200}, 1.0);
   const double distance = 2.0 * (kRadius + std::sqrt(1.0 + 4.0 + 9.0));
   EXPECT_EQ(camera.target(), Point(0, 0, 0));
@@ -302,7 +302,7 @@ TEST(CParamsVue3DTest, DepthFitKeepsTheRectangleAndTheTarget) {
 
 TEST(CParamsVue3DTest, WindowFitEnlargesTheRectangle) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kCube, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, kCube, {400, 200}, 0.0, 0.0);
   camera.fitWindow({800, 200});
   EXPECT_EQ(camera.width(), 4.0);
   EXPECT_EQ(camera.height(), 1.0);
@@ -315,7 +315,7 @@ TEST(CParamsVue3DTest, WindowFitEnlargesTheRectangle) {
 }
 
 TEST(CParamsVue3DTest, AnEmptyClientAreaIsNotAdaptedTo) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   const CParamsVue3D before(camera);
   for (const ClientSize empty : {ClientSize{0, 0}, ClientSize{0, 9}, ClientSize{9, 0}}) {
     camera.fitWindow(empty);
@@ -326,7 +326,7 @@ TEST(CParamsVue3DTest, AnEmptyClientAreaIsNotAdaptedTo) {
 
 TEST(CParamsVue3DTest, FitsInAnEmptyClientAreaStayFinite) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kBox, {0, 0}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, kBox, {0, 0}, 0.0, 0.0);
   EXPECT_TRUE(isFinite(camera));
   EXPECT_EQ(camera.pixelWidth(), 0U);
   camera.fitWindow({400, 200});
@@ -336,7 +336,7 @@ TEST(CParamsVue3DTest, FitsInAnEmptyClientAreaStayFinite) {
 
 TEST(CParamsVue3DTest, AdaptationKeepsOneSide) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, kCube, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, kCube, {400, 200}, 0.0, 0.0);
   camera.adaptTo({900, 300});
   EXPECT_EQ(camera.width(), 3.0);
   EXPECT_EQ(camera.height(), 1.0);
@@ -349,7 +349,7 @@ TEST(CParamsVue3DTest, AdaptationKeepsOneSide) {
 }
 
 TEST(CParamsVue3DTest, ZoomScalesTheRectangleOnly) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   const CParamsVue3D before(camera);
   camera.zoom(2.0);
   EXPECT_EQ(camera.width(), before.width() / 2.0);
@@ -362,7 +362,7 @@ TEST(CParamsVue3DTest, ZoomScalesTheRectangleOnly) {
 
 TEST(CParamsVue3DTest, ZoomOutMovesTheEyeAwayFromAShallowRange) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XZp, kCube, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXZp, kCube, {400, 200}, 0.0, 0.0);
   const double depth = camera.depth();
   const double range = 1.1 * depth;  // 1.9 units: a height of 11.4 is six times as much
   ASSERT_LT(11.0 / 6.0, range);
@@ -378,14 +378,14 @@ TEST(CParamsVue3DTest, ZoomOutMovesTheEyeAwayFromAShallowRange) {
 }
 
 TEST(CParamsVue3DTest, ZoomByZeroLeavesAnInfiniteRectangle) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.zoom(0.0);
   EXPECT_EQ(camera.width(), kInfinity);
   EXPECT_EQ(camera.height(), kInfinity);
 }
 
 TEST(CParamsVue3DTest, TranslateHMovesToTheRightAndBacksOff) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.translateH(1.5);
   EXPECT_EQ(camera.target(), Point(2.5, 2, 3));
   EXPECT_EQ(camera.eye(), Point(2.5, 2, 3 + 14 + 3));
@@ -396,7 +396,7 @@ TEST(CParamsVue3DTest, TranslateHMovesToTheRightAndBacksOff) {
 }
 
 TEST(CParamsVue3DTest, TranslateHThereAndBackKeepsTheEyeBackedOff) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.translateH(1.0);
   camera.translateH(-1.0);
   expectNear(camera.target(), kCentre);
@@ -405,7 +405,7 @@ TEST(CParamsVue3DTest, TranslateHThereAndBackKeepsTheEyeBackedOff) {
 }
 
 TEST(CParamsVue3DTest, TranslateVMovesUpwards) {
-  CParamsVue3D camera = axisCamera(AxisView::YZp);
+  CParamsVue3D camera = axisCamera(AxisView::kYZp);
   camera.translateV(-2.0);
   EXPECT_EQ(camera.target(), Point(1, 2, 1));
   EXPECT_EQ(camera.eye(), Point(1 + 14 + 4, 2, 1));
@@ -415,7 +415,7 @@ TEST(CParamsVue3DTest, TranslateVMovesUpwards) {
 }
 
 TEST(CParamsVue3DTest, TranslatePMovesForwardAndBack) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.translateP(1.0);
   EXPECT_EQ(camera.target(), Point(1, 2, 2));
   EXPECT_EQ(camera.eye(), Point(1, 2, 16));
@@ -427,7 +427,7 @@ TEST(CParamsVue3DTest, TranslatePMovesForwardAndBack) {
 }
 
 TEST(CParamsVue3DTest, RotateATurnsUpAboutTheLineOfSight) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.rotateA(90.0);
   expectNear(camera.up(), Vecteur(1, 0, 0));  // counterclockwise about -Z
   EXPECT_EQ(camera.eye(), Point(1, 2, 17));
@@ -435,7 +435,7 @@ TEST(CParamsVue3DTest, RotateATurnsUpAboutTheLineOfSight) {
 }
 
 TEST(CParamsVue3DTest, RotateHTurnsTheEyeAboutUp) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   camera.rotateH(90.0);
   expectNear(camera.eye(), Point(15, 2, 3));
   EXPECT_EQ(camera.target(), kCentre);
@@ -445,7 +445,7 @@ TEST(CParamsVue3DTest, RotateHTurnsTheEyeAboutUp) {
 }
 
 TEST(CParamsVue3DTest, RotateHByAFullTurnComesBack) {
-  CParamsVue3D camera = axisCamera(AxisView::XZm);
+  CParamsVue3D camera = axisCamera(AxisView::kXZm);
   camera.rotateV(20.0);
   const Point eye = camera.eye();
   camera.rotateH(360.0);
@@ -453,7 +453,7 @@ TEST(CParamsVue3DTest, RotateHByAFullTurnComesBack) {
 }
 
 TEST(CParamsVue3DTest, RotateVTurnsTheEyeAndUp) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);  // sight -Z, up +Y: the axis is +X
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);  // sight -Z, up +Y: the axis is +X
   camera.rotateV(90.0);
   expectNear(camera.eye(), Point(1, 2 - 14, 3));
   expectNear(camera.up(), Vecteur(0, 0, 1));
@@ -477,7 +477,7 @@ Vecteur turnedInFrame(const Vecteur& v, const Vecteur& axis, double degrees) {
 }
 
 TEST(CParamsVue3DTest, RotationsAboutObliqueAxes) {
-  CParamsVue3D camera = axisCamera(AxisView::YZp);
+  CParamsVue3D camera = axisCamera(AxisView::kYZp);
   camera.rotateH(37.0);
   camera.rotateV(-21.0);
   camera.rotateA(55.0);
@@ -499,7 +499,7 @@ TEST(CParamsVue3DTest, RotationsAboutObliqueAxes) {
 }
 
 TEST(CParamsVue3DTest, FrameOfAnAxisView) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);  // rectangle 12 x 6
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);  // rectangle 12 x 6
   const CParamsVue3D::Frame expected{-1, 0, 0, 0, 1, 0, 0, 0, -1, 7, -1, 3, 12.0 / 400, 0, 0, 0};
   EXPECT_EQ(camera.frame(), expected);
 }
@@ -525,7 +525,7 @@ TEST(CParamsVue3DTest, FrameIsOrthonormalWhateverUpIs) {
 
 TEST(CParamsVue3DTest, FrameFollowsEveryChange) {
   const auto differs = [](void (*apply)(CParamsVue3D&)) {
-    CParamsVue3D camera = axisCamera(AxisView::YZp);
+    CParamsVue3D camera = axisCamera(AxisView::kYZp);
     const auto before = camera.frame();
     apply(camera);
     return camera.frame() != before;
@@ -546,7 +546,7 @@ TEST(CParamsVue3DTest, FrameFollowsEveryChange) {
 }
 
 TEST(CParamsVue3DTest, CopiesAreEqualAndIndependent) {
-  CParamsVue3D camera = axisCamera(AxisView::XZp, {320, 240}, 0.3);
+  CParamsVue3D camera = axisCamera(AxisView::kXZp, {320, 240}, 0.3);
   camera.rotateH(25.0);
   CParamsVue3D copy(camera);
   expectSameView(copy, camera);
@@ -571,14 +571,14 @@ Point windowPosition(const CParamsVue3D& camera, const Point& world, ClientSize 
 TEST(CParamsVue3DTest, PixelsMapToTheMiddleOfWhatTheyShow) {
   const ClientSize client{320, 240};
   std::vector<CParamsVue3D> cameras;
-  cameras.push_back(axisCamera(AxisView::XYp, client));
-  cameras.push_back(axisCamera(AxisView::YZm, client, 0.2));
-  cameras.push_back(axisCamera(AxisView::XZp, client));
+  cameras.push_back(axisCamera(AxisView::kXYp, client));
+  cameras.push_back(axisCamera(AxisView::kYZm, client, 0.2));
+  cameras.push_back(axisCamera(AxisView::kXZp, client));
   cameras.back().rotateH(33.0);
   cameras.back().rotateV(-50.0);
   cameras.back().rotateA(12.0);
   cameras.back().translateH(2.0);
-  cameras.emplace_back().fitAxis(AxisView::XYp, Box3{3, 3, 4, 4, 0, 2}, client, 0.5, 0.0);
+  cameras.emplace_back().fitAxis(AxisView::kXYp, Box3{3, 3, 4, 4, 0, 2}, client, 0.5, 0.0);
   for (CParamsVue3D& camera : cameras) {
     for (const auto& [x, y] : {std::pair(0, 0), {319, 239}, {160, 120}, {17, 200}}) {
       const Point world = camera.pixelToWorld(x, y);
@@ -591,14 +591,14 @@ TEST(CParamsVue3DTest, PixelsMapToTheMiddleOfWhatTheyShow) {
 }
 
 TEST(CParamsVue3DTest, PixelsMapUpwardsAndToTheRight) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);  // 12 x 6 units on 400 x 200 pixels
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);  // 12 x 6 units on 400 x 200 pixels
   expectNear(camera.pixelToWorld(0, 0), Point(1 - 6 + 0.015, 2 + 3 - 0.015, 3));
   expectNear(camera.pixelToWorld(399, 199), Point(1 + 6 - 0.015, 2 - 3 + 0.015, 3));
 }
 
 TEST(CParamsVue3DTest, PixelToPlaneAlongAndAcrossTheSight) {
   const std::array<double, 4> ground{0, 0, 1, 0};
-  CParamsVue3D top = axisCamera(AxisView::XYp);
+  CParamsVue3D top = axisCamera(AxisView::kXYp);
   for (const auto& [x, y] : {std::pair(0, 0), {200, 100}, {399, 13}, {-50, 1000}}) {
     const auto hit = top.pixelToPlane(x, y, ground);
     ASSERT_TRUE(hit);
@@ -607,13 +607,13 @@ TEST(CParamsVue3DTest, PixelToPlaneAlongAndAcrossTheSight) {
     EXPECT_EQ(hit->x, world.x);
     EXPECT_EQ(hit->y, world.y);
   }
-  CParamsVue3D front = axisCamera(AxisView::XZp);
+  CParamsVue3D front = axisCamera(AxisView::kXZp);
   EXPECT_FALSE(front.pixelToPlane(200, 100, ground));
 }
 
 TEST(CParamsVue3DTest, PixelToObliquePlaneStaysUnderThePixel) {
   const ClientSize client{320, 240};
-  CParamsVue3D camera = axisCamera(AxisView::YZp, client);
+  CParamsVue3D camera = axisCamera(AxisView::kYZp, client);
   camera.rotateH(40.0);
   camera.rotateV(15.0);
   const std::array<double, 4> plane{1, -2, 0.5, 4};
@@ -626,7 +626,7 @@ TEST(CParamsVue3DTest, PixelToObliquePlaneStaysUnderThePixel) {
 }
 
 TEST(CParamsVue3DTest, PlanesAreParallelUpToATolerance) {
-  CParamsVue3D camera = axisCamera(AxisView::XYp);
+  CParamsVue3D camera = axisCamera(AxisView::kXYp);
   EXPECT_FALSE(camera.pixelToPlane(1, 1, {1, 0, 1e-8, 0}));
   EXPECT_TRUE(camera.pixelToPlane(1, 1, {1, 0, 1.1e-8, 0}));
   EXPECT_FALSE(camera.pixelToPlane(1, 1, {0, 0, 0, 0}));
@@ -635,7 +635,7 @@ TEST(CParamsVue3DTest, PlanesAreParallelUpToATolerance) {
 
 TEST(CParamsVue3DTest, AnEmptyRectangleHasPixelsOfSizeOneOnceMapped) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, std::nullopt, {4, 2}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, std::nullopt, {4, 2}, 0.0, 0.0);
   EXPECT_EQ(camera.frame()[12], 0.0);
   EXPECT_EQ(camera.pixelToWorld(0, 0), Point(-3.5, 1.5, 0));
   EXPECT_EQ(camera.frame()[12], 1.0);
@@ -645,7 +645,7 @@ TEST(CParamsVue3DTest, AnEmptyRectangleHasPixelsOfSizeOneOnceMapped) {
 
 TEST(CParamsVue3DTest, DegenerateCamerasDoNoHarm) {
   for (const double odd : {kNan, kInfinity, -kInfinity, 0.0, 1e308, -1e308, 1e-320}) {
-    CParamsVue3D camera = axisCamera(AxisView::XYp);
+    CParamsVue3D camera = axisCamera(AxisView::kXYp);
     camera.zoom(odd);
     camera.translateH(odd);
     camera.translateV(odd);
@@ -659,7 +659,7 @@ TEST(CParamsVue3DTest, DegenerateCamerasDoNoHarm) {
     camera.pixelToPlane(-2147483647, 2147483647, {odd, odd, odd, odd});
     camera.fitDefault(std::nullopt, {10, 10}, odd, odd);
     camera.rotateV(10.0);
-    camera.fitAxis(AxisView::XYp, kBox, {10, 10}, 0.0, 0.0);
+    camera.fitAxis(AxisView::kXYp, kBox, {10, 10}, 0.0, 0.0);
     EXPECT_TRUE(isFinite(camera)) << odd;
     EXPECT_EQ(camera.eye(), Point(1, 2, 17)) << odd;
   }
@@ -674,7 +674,7 @@ TEST(CParamsVue3DTest, ANullDirectionGivesNoFrame) {
 
 TEST(CParamsVue3DTest, ResizingKeepsTheScaleOfAPixel) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{-2, 2, -1, 1, 0, 1}, {400, 200}, 0.0, 0.0);
+  camera.fitAxis(AxisView::kXYp, Box3{-2, 2, -1, 1, 0, 1}, {400, 200}, 0.0, 0.0);
   const double width = camera.width();
   const double height = camera.height();
   camera.resize({600, 50});

@@ -24,7 +24,7 @@ struct Line {
 class LightLinesTest : public GlTest {
  protected:
   LightLinesTest() {
-    camera.fitAxis(AxisView::XYp, Box3{-15, 15, -10, 10, 0, 0}, {300, 200}, 0, 20);
+    camera.fitAxis(AxisView::kXYp, Box3{-15, 15, -10, 10, 0, 0}, {300, 200}, 0, 20);
     camera.fitDepth(Box3{0, 0, 0, 0, 0, 0}, {300, 200}, 20);
   }
 
@@ -90,8 +90,8 @@ TEST_F(LightLinesTest, RunFromTheLightsSideToTheMiddleOfTheBox) {
 TEST_F(LightLinesTest, FollowAzimuthAndElevation) {
   for (const double a : {0.0, 0.5, kPi / 2, 2.5, -1.0}) {
     for (const double b : {0.0, 0.7, -kPi / 2, 1.2}) {
-      lights.put(Section::Light1, light(1, 1, 1, 1, a, b));
-      lights.put(Section::Light2, light(1, 1, 1, 1, -a, b + 1));
+      lights.put(Section::kLight1, light(1, 1, 1, 1, a, b));
+      lights.put(Section::kLight2, light(1, 1, 1, 1, -a, b + 1));
       const std::vector<Line> found = lines();
       ASSERT_EQ(found.size(), 2U);
       expectEnd(found[0].from, kLength * std::cos(b) * std::sin(a), kLength * std::sin(b),
@@ -104,13 +104,13 @@ TEST_F(LightLinesTest, FollowAzimuthAndElevation) {
 }
 
 TEST_F(LightLinesTest, HaveTheLightsColourButWhiteIsBlack) {
-  lights.put(Section::Light1, light(1, 1, 0, 0, 1, 0));
-  lights.put(Section::Light2, light(1, 1, 1, 1, 2, 0));
+  lights.put(Section::kLight1, light(1, 1, 0, 0, 1, 0));
+  lights.put(Section::kLight2, light(1, 1, 1, 1, 2, 0));
   std::vector<Line> found = lines();
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[0].colour, (Float4{1, 0, 0, 1}));
   EXPECT_EQ(found[1].colour, (Float4{0, 0, 0, 1}));
-  lights.put(Section::Light2, light(1, 1, 1, 0.5, 2, 0));
+  lights.put(Section::kLight2, light(1, 1, 1, 0.5, 2, 0));
   found = lines();
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[1].colour, (Float4{1, 1, 0.5F, 1}));
@@ -118,18 +118,18 @@ TEST_F(LightLinesTest, HaveTheLightsColourButWhiteIsBlack) {
 
 TEST_F(LightLinesTest, OnlyASwitchOfExactlyOneDraws) {
   for (const double on : {0.0, 2.0, 0.5, -1.0}) {
-    lights.put(Section::Light1, light(on, 1, 0, 0, 1, 0));
-    lights.put(Section::Light2, light(on, 1, 0, 0, 1, 0));
+    lights.put(Section::kLight1, light(on, 1, 0, 0, 1, 0));
+    lights.put(Section::kLight2, light(on, 1, 0, 0, 1, 0));
     EXPECT_TRUE(lines().empty()) << on;
   }
-  lights.put(Section::Light2, light(1, 0, 1, 0, 1, 0));
+  lights.put(Section::kLight2, light(1, 0, 1, 0, 1, 0));
   EXPECT_EQ(lines().size(), 1U);
 }
 
 TEST_F(LightLinesTest, AreDrawnUnlit) {
   glEnable(GL_LIGHTING);
   glEnable(GL_LIGHT0);
-  lights.put(Section::Light1, light(1, 0.25, 0.5, 0.75, 1, 0));
+  lights.put(Section::kLight1, light(1, 0.25, 0.5, 0.75, 1, 0));
   const std::vector<Line> found = lines();
   ASSERT_EQ(found.size(), 1U);
   EXPECT_EQ(found[0].colour, (Float4{0.25F, 0.5F, 0.75F, 1}));
@@ -138,7 +138,7 @@ TEST_F(LightLinesTest, AreDrawnUnlit) {
 
 TEST_F(LightLinesTest, LeaveTheStateAsItWas) {
   glColor3f(0.25F, 0.5F, 0.75F);
-  lights.put(Section::Light2, light(1, 0.25, 0.5, 0.75, 1, 0));
+  lights.put(Section::kLight2, light(1, 0.25, 0.5, 0.75, 1, 0));
   for (const bool lit : {false, true}) {
     setEnabled(GL_LIGHTING, lit);
     glTranslatef(1, 2, 3);

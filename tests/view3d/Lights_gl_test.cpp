@@ -45,9 +45,9 @@ TEST_F(LightsTest, ByDefaultOneLightShinesAlongTheLineOfSight) {
 
 TEST_F(LightsTest, EveryValueReachesItsLight) {
   LightBlock lights;
-  lights.put(Section::Ambient, std::vector<double>{1, 0.5, 0.25, 0.75, 0.5});
-  lights.put(Section::Light1, std::vector<double>{1, 1, 0.5, 0.25, 0.5, 0.25, 0.75, 0.5, 0.25});
-  lights.put(Section::Light2, std::vector<double>{-3, 0.25, 1, 0.5, 0.25, 0.5, 0.125, -2, -0.75});
+  lights.put(Section::kAmbient, std::vector<double>{1, 0.5, 0.25, 0.75, 0.5});
+  lights.put(Section::kLight1, std::vector<double>{1, 1, 0.5, 0.25, 0.5, 0.25, 0.75, 0.5, 0.25});
+  lights.put(Section::kLight2, std::vector<double>{-3, 0.25, 1, 0.5, 0.25, 0.5, 0.125, -2, -0.75});
   applyLights(lights);
   GlState state = readGlState();
   expectNear(state["GL_LIGHT_MODEL_AMBIENT"], {0.25, 0.125, 0.375, 1});
@@ -66,7 +66,7 @@ TEST_F(LightsTest, EveryValueReachesItsLight) {
 
 TEST_F(LightsTest, LightsSwitchedOffAreDisabledAndOtherwiseLeftAlone) {
   LightBlock both;
-  both.put(Section::Light2, std::vector<double>{1, 1, 1, 1, 0.2, 0.45, 0.69, 0, 0});
+  both.put(Section::kLight2, std::vector<double>{1, 1, 1, 1, 0.2, 0.45, 0.69, 0, 0});
   applyLights(both);
   GlState expected = readGlState();
   expected["GL_LIGHT_MODEL_AMBIENT"] = {0, 0, 0, 0};
@@ -74,9 +74,9 @@ TEST_F(LightsTest, LightsSwitchedOffAreDisabledAndOtherwiseLeftAlone) {
   expected["GL_LIGHT1"] = {0};
 
   LightBlock off;
-  off.put(Section::Ambient, std::vector<double>{0, 1, 1, 1, 1});
-  off.put(Section::Light1, std::vector<double>{0, 1, 1, 1, 1, 1, 1, 1, 1});
-  off.put(Section::Light2, std::vector<double>{0, 1, 1, 1, 1, 1, 1, 1, 1});
+  off.put(Section::kAmbient, std::vector<double>{0, 1, 1, 1, 1});
+  off.put(Section::kLight1, std::vector<double>{0, 1, 1, 1, 1, 1, 1, 1, 1});
+  off.put(Section::kLight2, std::vector<double>{0, 1, 1, 1, 1, 1, 1, 1, 1});
   applyLights(off);
   EXPECT_EQ(differences(expected, readGlState()), kNone);
 }

@@ -42,7 +42,7 @@ class Mouse3DTest : public testing::Test {
   Mouse3DTest() {
     view_.setClientSize({400, 200});
     view_.initView(0, cube);
-    view_.showAxis(AxisView::XYp, 0);
+    view_.showAxis(AxisView::kXYp, 0);
     mouse_.mouseMove({1, 1}, kNone);
     host_.take();
   }

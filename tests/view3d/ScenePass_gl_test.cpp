@@ -32,7 +32,7 @@ constexpr std::array<float, 3> kGradient{0.8F, 0.4F, 0.2F};
 /// Looks at a cube of side 2 around the origin from +X, +Z upwards.
 CParamsVue3D cubeCamera() {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::YZp, Box3{-1, 1, -1, 1, -1, 1}, {64, 64}, 0, 0);
+  camera.fitAxis(AxisView::kYZp, Box3{-1, 1, -1, 1, -1, 1}, {64, 64}, 0, 0);
   return camera;
 }
 
@@ -249,11 +249,11 @@ class DegenerateCameraTest : public ScenePassTest {
 TEST_F(DegenerateCameraTest, ShowsNothingAndLeavesNoError) {
   expectNothingSeen(CParamsVue3D(), "as made");
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::YZp, std::nullopt, {64, 64}, 0, 0);
+  camera.fitAxis(AxisView::kYZp, std::nullopt, {64, 64}, 0, 0);
   expectNothingSeen(camera, "fitted to nothing along an axis");
   camera.fitDefault(std::nullopt, {64, 64}, 0, 0);
   expectNothingSeen(camera, "fitted to nothing");
-  camera.fitAxis(AxisView::YZp, Box3{1, 1, 1, 1, 1, 1}, {64, 64}, 0, 0);
+  camera.fitAxis(AxisView::kYZp, Box3{1, 1, 1, 1, 1, 1}, {64, 64}, 0, 0);
   expectNothingSeen(camera, "fitted to a point");
 }
 

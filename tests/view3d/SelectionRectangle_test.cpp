@@ -12,7 +12,7 @@ constexpr ClientSize kClient{400, 200};
 /// Looks from +Z at the cube of side 1 about the origin: a view rectangle of 2 by 1.
 CParamsVue3D cubeCamera() {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5}, kClient, 0, 0);
+  camera.fitAxis(AxisView::kXYp, Box3{-0.5, 0.5, -0.5, 0.5, -0.5, 0.5}, kClient, 0, 0);
   return camera;
 }
 

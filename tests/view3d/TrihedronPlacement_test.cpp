@@ -13,7 +13,7 @@ namespace {
 /// A view rectangle of 600 by 300 about (10, 20, 30), from +Z.
 CParamsVue3D wideCamera() {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{-290, 310, -130, 170, 20, 40}, {600, 300}, 0, 0);
+  camera.fitAxis(AxisView::kXYp, Box3{-290, 310, -130, 170, 20, 40}, {600, 300}, 0, 0);
   return camera;
 }
 
@@ -29,7 +29,7 @@ TEST(TrihedronPlacementTest, StandsATwelfthOfTheShorterSideFromTheCorner) {
 
 TEST(TrihedronPlacementTest, TheShorterSideMayBeTheWidth) {
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XZp, Box3{-60, 60, -5, 5, -120, 120}, {100, 200}, 0, 0);
+  camera.fitAxis(AxisView::kXZp, Box3{-60, 60, -5, 5, -120, 120}, {100, 200}, 0, 0);
   const auto placement = TrihedronPlacement::in(camera);
   ASSERT_TRUE(placement);
   EXPECT_DOUBLE_EQ(placement->length, 10);
@@ -67,7 +67,7 @@ TEST(TrihedronPlacementTest, FollowsTheCamera) {
 TEST(TrihedronPlacementTest, NoneForACameraThatShowsNothing) {
   EXPECT_FALSE(TrihedronPlacement::in(CParamsVue3D()));
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, std::nullopt, {600, 300}, 0, 0);
+  camera.fitAxis(AxisView::kXYp, std::nullopt, {600, 300}, 0, 0);
   EXPECT_FALSE(TrihedronPlacement::in(camera));
   camera.fitDefault(std::nullopt, {600, 300}, 0, 0);
   EXPECT_FALSE(TrihedronPlacement::in(camera));

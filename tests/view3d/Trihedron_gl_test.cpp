@@ -41,7 +41,7 @@ double contrast(const Rgb& a, const Rgb& b) {
 class TrihedronTest : public testing::Test {
  protected:
   TrihedronTest() {
-    camera.fitAxis(AxisView::XYp, Box3{-300, 300, -150, 150, -10, 10}, {kWidth, kHeight}, 0, 0);
+    camera.fitAxis(AxisView::kXYp, Box3{-300, 300, -150, 150, -10, 10}, {kWidth, kHeight}, 0, 0);
     setInitialState3D({1, 1, 1, 0}, antialiasing);
   }
 

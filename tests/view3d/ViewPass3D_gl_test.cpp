@@ -18,7 +18,7 @@ constexpr int kHeight = 180;
 class ViewPass3DTest : public testing::Test {
  protected:
   ViewPass3DTest() {
-    camera.fitAxis(AxisView::XYp, Box3{-120, 120, -90, 90, -10, 10}, {kWidth, kHeight}, 0, 0);
+    camera.fitAxis(AxisView::kXYp, Box3{-120, 120, -90, 90, -10, 10}, {kWidth, kHeight}, 0, 0);
     setInitialState3D({1, 1, 1, 0}, antialiasing);
     pass.camera = &camera;
     pass.drawCoordSys = false;
@@ -57,8 +57,8 @@ TEST_F(ViewPass3DTest, ShowsTheSceneThroughTheCamera) {
 }
 
 TEST_F(ViewPass3DTest, LightsTheScene) {
-  pass.lights.put(LightBlock::Section::Ambient, std::vector<double>{1, 1, 0, 0, 1});
-  pass.lights.put(LightBlock::Section::Light1, std::vector<double>{0, 1, 1, 1, 0, 0, 0, 0, 0});
+  pass.lights.put(LightBlock::Section::kAmbient, std::vector<double>{1, 1, 0, 0, 1});
+  pass.lights.put(LightBlock::Section::kLight1, std::vector<double>{0, 1, 1, 1, 0, 0, 0, 0, 0});
   const GLfloat material[4] = {1, 1, 1, 1};
   glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, material);
   const Image image = show([] { glRectd(-10, -10, 10, 10); });
@@ -69,7 +69,7 @@ TEST_F(ViewPass3DTest, WithoutACameraOnlyTheBackgroundIsShown) {
   pass.camera = nullptr;
   pass.drawCoordSys = true;
   pass.drawLights = true;
-  pass.lights.put(LightBlock::Section::Light1, std::vector<double>{1, 1, 0, 0, 0, 0, 0, 1.5, 0});
+  pass.lights.put(LightBlock::Section::kLight1, std::vector<double>{1, 1, 0, 0, 0, 0, 0, 1.5, 0});
   pass.rubberBand = RubberBand{{10, 10}, {50, 50}};
   pass.cursor.emplace(ViewPass3D::Cursor{glyph, {0, 0, 0}});
   bool drawn = false;
@@ -129,7 +129,7 @@ TEST_F(ViewPass3DTest, TheRubberBandLiesOverTheScene) {
 
 TEST_F(ViewPass3DTest, LightLinesEndInTheMiddleOfTheView) {
   pass.drawLights = true;
-  pass.lights.put(LightBlock::Section::Light1,
+  pass.lights.put(LightBlock::Section::kLight1,
                   std::vector<double>{1, 1, 0, 0, 0, 0, 0, 1.5707963267948966, 0});
   const PixelBox box = boxOf(show(), {255, 0, 0});
   EXPECT_NEAR(box.left, 120, 1);

@@ -20,7 +20,7 @@ CParamsVue3D pixelCamera(int width, int height) {
   const double x = width / 2.0;
   const double y = height / 2.0;
   CParamsVue3D camera;
-  camera.fitAxis(AxisView::XYp, Box3{-x, x, -y, y, -10, 10}, {width, height}, 0, 0);
+  camera.fitAxis(AxisView::kXYp, Box3{-x, x, -y, y, -10, 10}, {width, height}, 0, 0);
   return camera;
 }
 
@@ -157,7 +157,7 @@ TEST_F(ViewPick3DTest, NegativeNamesComeBack) {
 TEST_F(ViewPick3DTest, TheRegionFollowsTheViewport) {
   for (const auto& [width, height] : {std::pair(40, 27), std::pair(41, 26), std::pair(33, 33)}) {
     glViewport(0, 0, width, height);
-    camera.fitAxis(AxisView::XYp,
+    camera.fitAxis(AxisView::kXYp,
                    Box3{-width / 2.0, width / 2.0, -height / 2.0, height / 2.0, -1, 1},
                    {width, height}, 0, 0);
     const Window view(width, height);

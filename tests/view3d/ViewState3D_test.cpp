@@ -25,8 +25,8 @@ std::optional<Box3> unexpected() { throw std::logic_error("the scene box was ask
 /// Everything that changes the camera, in the order of the published members.
 std::vector<std::function<bool(ViewState3D&)>> operations() {
   return {
-      [](ViewState3D& v) { return v.showAxis(AxisView::XYp, 0); },
-      [](ViewState3D& v) { return v.showAxis(AxisView::YZm, 0); },
+      [](ViewState3D& v) { return v.showAxis(AxisView::kXYp, 0); },
+      [](ViewState3D& v) { return v.showAxis(AxisView::kYZm, 0); },
       [](ViewState3D& v) { return v.translateH(1); },
       [](ViewState3D& v) { return v.translateV(1); },
       [](ViewState3D& v) { return v.translateP(1); },
@@ -171,7 +171,7 @@ TEST_F(ViewState3DTest, ZoomTotalWithoutABoxDoesNothing) {
 
 TEST_F(ViewState3DTest, ZoomTotalKeepsTheDirectionAndPushesHistory) {
   start();
-  view_.showAxis(AxisView::XZm, 0.0);
+  view_.showAxis(AxisView::kXZm, 0.0);
   EXPECT_TRUE(view_.zoomTotal(0.0, box));
   EXPECT_EQ(view_.history().count(), 2U);
   const double oldDepth = 2.0 * std::sqrt(0.75);
@@ -183,18 +183,18 @@ TEST_F(ViewState3DTest, ZoomTotalKeepsTheDirectionAndPushesHistory) {
 
 TEST_F(ViewState3DTest, WindowScale) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_EQ(view_.getWindowScale(), 0.005);
 }
 
 TEST_F(ViewState3DTest, DrawingDepthHoldsFromTheNextFit) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_EQ(view_.drawingDepth(), 0.0);
   view_.setDrawingDepth(10.0);
   EXPECT_EQ(view_.drawingDepth(), 10.0);
   EXPECT_NEAR(view_.camera()->eye().z, 1.7321, 5e-5);
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_EQ(view_.camera()->eye(), Point(0, 0, 10));
   EXPECT_DOUBLE_EQ(view_.camera()->zNear(), 4.5);
   EXPECT_DOUBLE_EQ(view_.camera()->zFar(), 15.5);
@@ -214,7 +214,7 @@ TEST_F(ViewState3DTest, DrawingDepthHoldsFromTheNextFit) {
 
 TEST_F(ViewState3DTest, ZoomAndBack) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   const CParamsVue3D before = cameraNow();
   const std::size_t entries = view_.history().count();
   EXPECT_TRUE(view_.zoom(2.0));
@@ -231,7 +231,7 @@ TEST_F(ViewState3DTest, LastViewGoesBackThroughEveryEntry) {
   earlier.reserve(3);
   for (const double surplus : {0.1, 0.2, 0.3}) {
     earlier.push_back(cameraNow());
-    EXPECT_TRUE(view_.showAxis(AxisView::XYp, surplus));
+    EXPECT_TRUE(view_.showAxis(AxisView::kXYp, surplus));
   }
   for (auto camera = earlier.rbegin(); camera != earlier.rend(); ++camera) {
     EXPECT_TRUE(view_.lastView());
@@ -281,7 +281,7 @@ TEST_F(ViewState3DTest, APushWithoutAChangeIsAnEntry) {
 
 TEST_F(ViewState3DTest, LastViewAfterAResizeFitsTheWindow) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);  // 2 x 1
+  view_.showAxis(AxisView::kXYp, 0.0);  // 2 x 1
   view_.zoom(2.0);
   view_.setClientSize({900, 300});
   EXPECT_TRUE(view_.lastView());
@@ -291,7 +291,7 @@ TEST_F(ViewState3DTest, LastViewAfterAResizeFitsTheWindow) {
   EXPECT_EQ(view_.camera()->pixelHeight(), 300U);
   EXPECT_EQ((*view_.xFormView())[12], 3.0 / 900);
 
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   view_.setClientSize({300, 300});
   EXPECT_TRUE(view_.lastView());
   EXPECT_EQ(view_.camera()->width(), 3.0);
@@ -300,7 +300,7 @@ TEST_F(ViewState3DTest, LastViewAfterAResizeFitsTheWindow) {
 
 TEST_F(ViewState3DTest, WindowFit) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   view_.setClientSize({200, 200});
   EXPECT_TRUE(view_.fitWindow());
   EXPECT_EQ(view_.camera()->width(), 2.0);
@@ -310,14 +310,14 @@ TEST_F(ViewState3DTest, WindowFit) {
 
 TEST_F(ViewState3DTest, FrameOfTheView) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   const CParamsVue3D::Frame expected{-1, 0, 0, 0, 1, 0, 0, 0, -1, 1, -0.5, 0, 0.005, 0, 0, 0};
   EXPECT_EQ(view_.xFormView(), expected);
 }
 
 TEST_F(ViewState3DTest, UpdateParamsTakesTheNewBoxAndRefitsTheDepth) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_TRUE(view_.updateParams(box));
   EXPECT_EQ(view_.sceneBox(), kBox);
   const double distance = 2.0 * (7.0 + std::sqrt(14.0));
@@ -336,14 +336,14 @@ TEST_F(ViewState3DTest, UpdateParamsOfAnEmptySceneForgetsTheBox) {
 
 TEST_F(ViewState3DTest, SetViewBoxReplacesTheBoxAndRefitsTheDepth) {
   start();
-  view_.showAxis(AxisView::YZm, 0.0);
+  view_.showAxis(AxisView::kYZm, 0.0);
   EXPECT_TRUE(view_.setViewBox(box));
   EXPECT_EQ(view_.sceneBox(), kBox);
   const double distance = 2.0 * (7.0 + std::sqrt(14.0));
   expectNear(view_.camera()->eye(), Point(-distance, 0, 0));
   EXPECT_DOUBLE_EQ(view_.camera()->zNear(), 0.45 * distance);
   EXPECT_DOUBLE_EQ(view_.camera()->zFar(), 1.55 * distance);
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
 }
 
@@ -374,7 +374,7 @@ TEST_F(ViewState3DTest, AViewBoxThatFailsChangesNothing) {
   bool fails = false;
   view_.setViewBox([&] { return fails ? unexpected() : box(); });
   fails = true;
-  EXPECT_THROW(view_.showAxis(AxisView::XYp, 0.0), std::logic_error);
+  EXPECT_THROW(view_.showAxis(AxisView::kXYp, 0.0), std::logic_error);
   EXPECT_THROW(view_.vueTournage(0.0), std::logic_error);
   expectSameView(*view_.camera(), before);
   EXPECT_EQ(view_.history().count(), history);
@@ -389,14 +389,14 @@ TEST_F(ViewState3DTest, AViewBoxMayBeReplacedWhileItIsAsked) {
     }
     return kept[99] == 1 ? std::optional(kBox) : std::nullopt;
   });
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_EQ(view_.camera()->target(), Point(1, 2, 3));
   EXPECT_EQ(view_.sceneBox(), kCube);
 }
 
 TEST_F(ViewState3DTest, PixelPlaneIntersectionTakesFourValuesOnly) {
   start();
-  view_.showAxis(AxisView::XYp, 0.0);
+  view_.showAxis(AxisView::kXYp, 0.0);
   EXPECT_TRUE(view_.getPixelPlanIntersection(3, 4, std::vector<double>{0, 0, 1, 0}));
   EXPECT_FALSE(view_.getPixelPlanIntersection(3, 4, std::vector<double>{0, 0, 1}));
   EXPECT_FALSE(view_.getPixelPlanIntersection(3, 4, std::vector<double>{0, 0, 1, 0, 0}));
@@ -418,7 +418,7 @@ TEST_F(ViewState3DTest, RecoversFromValuesThatAreNoNumbers) {
     view_.setViewBox([odd] { return std::optional(Box3{odd, odd, odd, odd, odd, odd}); });
     view_.lastView();
     view_.setSceneBox(kCube);
-    view_.showAxis(AxisView::XYp, 0.0);
+    view_.showAxis(AxisView::kXYp, 0.0);
     EXPECT_EQ(view_.camera()->width(), 2.0);
     EXPECT_NEAR(view_.camera()->eye().z, 1.7321, 5e-5);
   }

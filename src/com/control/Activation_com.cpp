@@ -58,7 +58,7 @@ HRESULT Activation::enter(const Wish& wish) {
     return OLEOBJ_S_CANNOT_DOVERB_NOW;
   }
   site_ = site;
-  state_ = State::InPlace;
+  state_ = State::kInPlace;
   control_.reopen();
   const HRESULT announced = boundary([&] { return announce(site.Get()); });
   if (refuses(announced)) {
@@ -107,7 +107,7 @@ RECT Activation::askForPlace(const Site& site, const RECT& otherwise) {
 }
 
 HRESULT Activation::activateUi() {
-  if (state_ == State::UiActive) {
+  if (state_ == State::kUiActive) {
     control_.activeWindow().takeFocus();
     return S_OK;
   }
@@ -115,10 +115,10 @@ HRESULT Activation::activateUi() {
     return OLEOBJ_S_CANNOT_DOVERB_NOW;
   }
   const Site site = site_;
-  state_ = State::UiActive;
+  state_ = State::kUiActive;
   if (const HRESULT answer = boundary([&] { return site->OnUIActivate(); }); refuses(answer)) {
     if (isUiActive()) {
-      state_ = State::InPlace;
+      state_ = State::kInPlace;
     }
     return answer;
   }
@@ -149,11 +149,11 @@ void Activation::setActiveObject(IOleInPlaceActiveObject* object,
 }
 
 void Activation::deactivateUi() noexcept {
-  if (state_ != State::UiActive) {
+  if (state_ != State::kUiActive) {
     return;
   }
   const Site site = site_;
-  state_ = State::InPlace;
+  state_ = State::kInPlace;
   setActiveObject(nullptr, nullptr);
   boundary([&] { site->OnUIDeactivate(FALSE); });
 }
@@ -170,7 +170,7 @@ void Activation::deactivate() noexcept {
 }
 
 void Activation::abandon() noexcept {
-  state_ = State::Loaded;
+  state_ = State::kLoaded;
   const Site site = std::move(site_);
   const ComPtr<IOleInPlaceFrame> frame = std::move(frame_);
   const ComPtr<IOleInPlaceUIWindow> document = std::move(document_);

@@ -18,8 +18,8 @@ class Activation {
  public:
   explicit Activation(Control& control) noexcept : control_(control) {}
 
-  bool isActive() const noexcept { return state_ != State::Loaded; }
-  bool isUiActive() const noexcept { return state_ == State::UiActive; }
+  bool isActive() const noexcept { return state_ != State::kLoaded; }
+  bool isUiActive() const noexcept { return state_ == State::kUiActive; }
 
   /// Where a container's request for activation leaves gaps in what its site tells.
   struct Wish {
@@ -47,7 +47,7 @@ class Activation {
   Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame() const { return frame_; }
 
  private:
-  enum class State { Loaded, InPlace, UiActive };
+  enum class State { kLoaded, kInPlace, kUiActive };
   using Site = Microsoft::WRL::ComPtr<IOleInPlaceSite>;
 
   HRESULT enter(const Wish& wish);
@@ -56,7 +56,7 @@ class Activation {
   void setActiveObject(IOleInPlaceActiveObject* object, const wchar_t* name) const noexcept;
 
   Control& control_;
-  State state_ = State::Loaded;
+  State state_ = State::kLoaded;
   RunningScope activating_;
   Site site_;  ///< held while active, whatever the client site has become
   Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame_;

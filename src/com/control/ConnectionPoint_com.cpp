@@ -114,7 +114,7 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
           sink->QueryInterface(iid, reinterpret_cast<void**>(wanted.ReleaseAndGetAddressOf()));
       return SUCCEEDED(answer) && wanted;
     };
-    if (!ask(iid_) && !(kind_ == Kind::Late && ask(IID_IDispatch))) {
+    if (!ask(iid_) && !(kind_ == Kind::kLate && ask(IID_IDispatch))) {
       return CONNECT_E_CANNOTCONNECT;
     }
     *cookie = sinks_.add(wanted);

@@ -55,7 +55,7 @@ class Control;
 class ConnectionPoint final : public IConnectionPoint {
  public:
   /// The sinks' interface; `late`: a dispinterface, for which a plain IDispatch serves as well.
-  enum class Kind { Late, Early };
+  enum class Kind { kLate, kEarly };
   ConnectionPoint(Control& control, const IID& iid, Kind kind) noexcept
       : control_(control), iid_(iid), kind_(kind) {}
 

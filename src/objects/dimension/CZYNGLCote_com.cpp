@@ -111,7 +111,7 @@ STDMETHODIMP CZYNGLCote::get_HauteurPixels(LONG* pVal) noexcept {
 
 STDMETHODIMP CZYNGLCote::put_HauteurPixels(LONG newVal) noexcept {
   return automation(*this, [&] {
-    fontSize_ = {static_cast<double>(newVal), FontSize::Pixel};
+    fontSize_ = {static_cast<double>(newVal), FontSize::kPixel};
     sizeChanged();
   });
 }

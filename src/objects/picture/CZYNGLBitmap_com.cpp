@@ -32,7 +32,7 @@ STDMETHODIMP CZYNGLBitmap::putref_Picture(IDispatch* newVal) noexcept {
 STDMETHODIMP CZYNGLBitmap::setPosition(double x, double y, double Z) noexcept {
   return automation(*this, [&] {
     shape_.position = {x, y, Z};
-    watch_.tell(SceneChange::Shape);
+    watch_.tell(SceneChange::kShape);
   });
 }
 

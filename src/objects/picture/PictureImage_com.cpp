@@ -50,7 +50,7 @@ PictureSize sizeOf(IPicture& picture) {
   return size;
 }
 
-enum class Background { Black, White };
+enum class Background { kBlack, kWhite };
 
 /// A pixel as a DIB section holds it.
 struct DibPixel {
@@ -70,7 +70,7 @@ class Rendering {
     if (!surface) {
       return std::nullopt;
     }
-    if (background == Background::White) {
+    if (background == Background::kWhite) {
       PatBlt(surface->dc(), 0, 0, size.width, size.height, WHITENESS);
     }
     // A picture counts its rows upwards from its lower edge.
@@ -161,7 +161,7 @@ PixelImage readPicture(IPicture& picture, const std::optional<ColourKey>& key) {
   if (!size.isDrawable()) {
     return {};
   }
-  const auto rendering = Rendering::make(picture, size, Background::Black);
+  const auto rendering = Rendering::make(picture, size, Background::kBlack);
   if (!rendering) {
     return {};
   }
@@ -170,7 +170,7 @@ PixelImage readPicture(IPicture& picture, const std::optional<ColourKey>& key) {
         size, [&](const DibPixel& pixel) { return withKey(pixel, *key); }, *rendering);
   }
   // GDI writes no alpha where it draws: what differs with the background was left unpainted.
-  const auto onWhite = Rendering::make(picture, size, Background::White);
+  const auto onWhite = Rendering::make(picture, size, Background::kWhite);
   if (!onWhite) {
     return {};
   }

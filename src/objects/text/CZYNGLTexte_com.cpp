@@ -24,7 +24,7 @@ STDMETHODIMP CZYNGLTexte::setColor(double r, double g, double b, double alpha) n
 STDMETHODIMP CZYNGLTexte::setPosition(double x, double y, double Z, LONG Reference) noexcept {
   return automation(*this, [&] {
     label_.position = {x, y, Z};
-    watch_.tell(SceneChange::Shape);
+    watch_.tell(SceneChange::kShape);
     label_.reference = Reference;
   });
 }
@@ -230,7 +230,7 @@ STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
     if (const auto fonts = currentFonts()) {
       if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
-        watch_.tell(SceneChange::Shape);
+        watch_.tell(SceneChange::kShape);
       }
     }
   });

@@ -32,7 +32,7 @@ std::shared_ptr<CGLFontContext> FontRegister::find(HGLRC context) {
   const std::lock_guard lock(mutex_);
   const auto found = std::find_if(entries_.begin(), entries_.end(),
                                   [&](const Entry& entry) { return entry.context == context; });
-  const bool gives = found != entries_.end() && found->owner != FontOwner::BitmapContext3D;
+  const bool gives = found != entries_.end() && found->owner != FontOwner::kBitmapContext3D;
   return gives ? found->fonts : nullptr;
 }
 

@@ -12,7 +12,7 @@
 namespace zyn {
 
 /// What owns a rendering context, in the order in which an object that draws text looks for it.
-enum class FontOwner { View2D, BitmapContext2D, View3D, BitmapContext3D };
+enum class FontOwner { kView2D, kBitmapContext2D, kView3D, kBitmapContext3D };
 
 /// The fonts of the module's live rendering contexts, found by the context that is current. Entries
 /// come and go with their contexts (ContextFonts), from the thread of each.

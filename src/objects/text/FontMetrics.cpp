@@ -22,17 +22,17 @@ const GlyphMetrics& glyphOf(const FontMetrics& metrics, char character) {
 
 double FontSize::inPixels(double pixel, double resolution) const {
   switch (unit) {
-    case Millimetre:
+    case kMillimetre:
       return value / kMillimetresPerInch * resolution;
-    case Inch:
+    case kInch:
       return value * resolution;
-    case Point:
+    case kPoint:
       return value / kPointsPerInch * resolution;
-    case ModelMillimetre:
+    case kModelMillimetre:
       return value / kMillimetresPerMetre / pixel;
-    case ModelInch:
+    case kModelInch:
       return value * kMillimetresPerInch / kMillimetresPerMetre / pixel;
-    case Model:
+    case kModel:
       return value / pixel;
     default:
       return value;

@@ -53,7 +53,7 @@ CZYNGLTriangle::CZYNGLTriangle() {
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
     store(vertices_[placeOf(index)], x, y, Z);
-    watch_.tell(SceneChange::Shape);
+    watch_.tell(SceneChange::kShape);
   });
 }
 
@@ -61,14 +61,14 @@ STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha
   return automation(*this, [&] {
     setColour(r, g, b, alpha);
     material_.reset();
-    watch_.tell(SceneChange::Look);
+    watch_.tell(SceneChange::kLook);
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
     store(normals_[placeOf(index)], x, y, Z);
-    watch_.tell(SceneChange::Look);
+    watch_.tell(SceneChange::kLook);
   });
 }
 
@@ -99,7 +99,7 @@ STDMETHODIMP CZYNGLTriangle::setMaterial(double r, double g, double b, double al
     material_ = std::make_unique<const MaterialFactors>(
         MaterialFactors{Ambiant, Diffuse, Specular, _Shininess, Emissive});
     setColour(r, g, b, alpha);
-    watch_.tell(SceneChange::Look);
+    watch_.tell(SceneChange::kLook);
   });
 }
 

@@ -105,13 +105,13 @@ TriangleEmitter::FaceMaterials TriangleEmitter::materialsOf(const TriangleShape&
 }
 
 void TriangleEmitter::setFormat(const TriangleShape& shape, const FaceMaterials& materials) {
-  VertexFormat wanted = VertexFormat::Colours;
-  if (shape.hasMaterial || format_ != VertexFormat::Colours) {
+  VertexFormat wanted = VertexFormat::kColours;
+  if (shape.hasMaterial || format_ != VertexFormat::kColours) {
     // A shininess of 0 has to be constant: Mesa computes its highlights in another way.
     const bool isShiny = materials.front[kShininess][0] != 0 ||
                          (isTransparent(shape) && materials.back[kShininess][0] != 0);
-    wanted = isShiny && formatChanges_ < kMostFormatChanges ? VertexFormat::All
-                                                            : VertexFormat::AllButShininess;
+    wanted = isShiny && formatChanges_ < kMostFormatChanges ? VertexFormat::kAll
+                                                            : VertexFormat::kAllButShininess;
   }
   if (wanted != format_) {
     separate();
@@ -122,11 +122,11 @@ void TriangleEmitter::setFormat(const TriangleShape& shape, const FaceMaterials&
 
 std::size_t TriangleEmitter::vertexProperties() const {
   switch (format_) {
-    case VertexFormat::Colours:
+    case VertexFormat::kColours:
       return kSpecular;
-    case VertexFormat::AllButShininess:
+    case VertexFormat::kAllButShininess:
       return kShininess;
-    case VertexFormat::All:
+    case VertexFormat::kAll:
       break;
   }
   return kProperties;

@@ -56,7 +56,7 @@ class TriangleEmitter {
   };
 
   /// Which parts of the material are given with the vertices; the others are set before them.
-  enum class VertexFormat { Colours, AllButShininess, All };
+  enum class VertexFormat { kColours, kAllButShininess, kAll };
 
   static constexpr std::size_t kProperties = 5;
   /// Ambient, diffuse, specular and emission colour, and shininess.
@@ -91,7 +91,7 @@ class TriangleEmitter {
   TriangleSetting setting_;  ///< of the next triangle
   TriangleCalls calls_;
   Transparency transparency_;
-  VertexFormat format_ = VertexFormat::Colours;
+  VertexFormat format_ = VertexFormat::kColours;
   int formatChanges_ = 0;
   bool bothFaces_ = false;  ///< the back is set as well, from the first transparent triangle on
   bool isOpen_ = false;     ///< between glBegin and glEnd

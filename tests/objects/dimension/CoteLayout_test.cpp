@@ -42,7 +42,7 @@ class CoteLayoutTest : public testing::Test {
     shape.offset = 30;
     // Four ems wide, one and a half high: 80 by 30 pixels.
     content.text = {0.5, 4.5, -0.25, 1.25};
-    content.size = {30, FontSize::Pixel};
+    content.size = {30, FontSize::kPixel};
   }
 
   CoteLayout layOut() const { return layOut(orthographicScreen(kUnit)); }
@@ -270,13 +270,13 @@ TEST_F(CoteLayoutTest, ALineIsAsHighOnTheScreenAsTheSizeTells) {
     std::int32_t unit;
     double value;
     double pixels;
-  } sizes[] = {{FontSize::Pixel, 17, 17},
-               {FontSize::Millimetre, 25.4, 72},
-               {FontSize::Inch, 0.25, 18},
-               {FontSize::Point, 14, 14},
-               {FontSize::ModelMillimetre, 5000, 20},
-               {FontSize::ModelInch, 100, 10.16},
-               {FontSize::Model, 6, 24},
+  } sizes[] = {{FontSize::kPixel, 17, 17},
+               {FontSize::kMillimetre, 25.4, 72},
+               {FontSize::kInch, 0.25, 18},
+               {FontSize::kPoint, 14, 14},
+               {FontSize::kModelMillimetre, 5000, 20},
+               {FontSize::kModelInch, 100, 10.16},
+               {FontSize::kModel, 6, 24},
                {99, 40, 40}};
   for (const std::int32_t type : {0, 1, 2, 3}) {
     shape.type = type;

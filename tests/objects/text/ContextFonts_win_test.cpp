@@ -28,9 +28,9 @@ class FontRegisterTest : public testing::Test {
 };
 
 TEST_F(FontRegisterTest, GivesTheFontsOfTheContext) {
-  const auto first = enter(FontOwner::View3D, contextOf(0x1000));
-  const auto second = enter(FontOwner::View2D, contextOf(0x2000));
-  const auto third = enter(FontOwner::BitmapContext2D, contextOf(0x3000));
+  const auto first = enter(FontOwner::kView3D, contextOf(0x1000));
+  const auto second = enter(FontOwner::kView2D, contextOf(0x2000));
+  const auto third = enter(FontOwner::kBitmapContext2D, contextOf(0x3000));
   EXPECT_EQ(fontRegister.find(contextOf(0x1000)), first);
   EXPECT_EQ(fontRegister.find(contextOf(0x2000)), second);
   EXPECT_EQ(fontRegister.find(contextOf(0x3000)), third);
@@ -39,7 +39,7 @@ TEST_F(FontRegisterTest, GivesTheFontsOfTheContext) {
 }
 
 TEST_F(FontRegisterTest, A3DBitmapContextGivesNone) {
-  enter(FontOwner::BitmapContext3D, contextOf(0x1000));
+  enter(FontOwner::kBitmapContext3D, contextOf(0x1000));
   EXPECT_EQ(fontRegister.find(contextOf(0x1000)), nullptr);
 }
 
@@ -53,16 +53,16 @@ TEST_F(FontRegisterTest, OwnersAreAskedInTheirOrder) {
       for (const int owner : order) {
         switch (owner) {
           case 0:
-            asked.enter(FontOwner::View2D, contextOf(1), fonts2D);
+            asked.enter(FontOwner::kView2D, contextOf(1), fonts2D);
             break;
           case 1:
-            asked.enter(FontOwner::BitmapContext2D, contextOf(1), fontsBitmap2D);
+            asked.enter(FontOwner::kBitmapContext2D, contextOf(1), fontsBitmap2D);
             break;
           case 2:
-            asked.enter(FontOwner::View3D, contextOf(1), fonts3D);
+            asked.enter(FontOwner::kView3D, contextOf(1), fonts3D);
             break;
           default:
-            asked.enter(FontOwner::BitmapContext3D, contextOf(1),
+            asked.enter(FontOwner::kBitmapContext3D, contextOf(1),
                         std::make_shared<CGLFontContext>());
         }
       }
@@ -83,7 +83,7 @@ TEST_F(FontRegisterTest, OwnersAreAskedInTheirOrder) {
 }
 
 TEST_F(FontRegisterTest, HoldsNothingOfWhatHasLeft) {
-  const auto fonts = enter(FontOwner::View3D, contextOf(0x1000));
+  const auto fonts = enter(FontOwner::kView3D, contextOf(0x1000));
   EXPECT_EQ(fonts.use_count(), 2);
   fontRegister.leave(fonts.get());
   EXPECT_EQ(fonts.use_count(), 1);
@@ -92,9 +92,9 @@ TEST_F(FontRegisterTest, HoldsNothingOfWhatHasLeft) {
 }
 
 TEST_F(FontRegisterTest, AContextAtTheAddressOfAnEarlierOneHasItsOwnFonts) {
-  const auto earlier = enter(FontOwner::View3D, contextOf(0x1000));
+  const auto earlier = enter(FontOwner::kView3D, contextOf(0x1000));
   fontRegister.leave(earlier.get());
-  const auto later = enter(FontOwner::View3D, contextOf(0x1000));
+  const auto later = enter(FontOwner::kView3D, contextOf(0x1000));
   EXPECT_EQ(fontRegister.find(contextOf(0x1000)), later);
 }
 
@@ -242,7 +242,7 @@ int strayInk(const Image& a, const Image& b) {
 }
 
 TEST_F(ContextFontsTest, LettersAreTheSystemsAccentsIncluded) {
-  const ContextFonts own(FontOwner::View3D, false);
+  const ContextFonts own(FontOwner::kView3D, false);
   WrittenLetter reference;
   for (const Letter& letter : kLetters) {
     SCOPED_TRACE(int{letter.byte});
@@ -257,7 +257,7 @@ TEST_F(ContextFontsTest, LettersAreTheSystemsAccentsIncluded) {
 }
 
 TEST_F(ContextFontsTest, OutlinesAreTheEdgesOfTheFilledGlyphs) {
-  const ContextFonts own(FontOwner::View3D, true);
+  const ContextFonts own(FontOwner::kView3D, true);
   for (const Letter& letter : kLetters) {
     SCOPED_TRACE(int{letter.byte});
     const Image filled = drawn(own.fonts()->filledLists(), letter.byte);
@@ -271,8 +271,8 @@ TEST_F(ContextFontsTest, OutlinesAreTheEdgesOfTheFilledGlyphs) {
 }
 
 TEST_F(ContextFontsTest, MeasuresAreThoseOfTheFont) {
-  const ContextFonts filled(FontOwner::View3D, false);
-  const ContextFonts both(FontOwner::View3D, true);
+  const ContextFonts filled(FontOwner::kView3D, false);
+  const ContextFonts both(FontOwner::kView3D, true);
   const FontMetrics& measures = filled.fonts()->metrics();
   EXPECT_NEAR(measures.digits.bottom, 0.0, 0.03);
   EXPECT_NEAR(measures.digits.top, 0.71, 0.05);
@@ -283,7 +283,7 @@ TEST_F(ContextFontsTest, MeasuresAreThoseOfTheFont) {
 }
 
 TEST_F(ContextFontsTest, TheLastByteDrawsNothingAndDoesNotAdvance) {
-  const ContextFonts own(FontOwner::View3D, true);
+  const ContextFonts own(FontOwner::kView3D, true);
   for (const GLuint lists : {own.fonts()->filledLists(), own.fonts()->outlineLists()}) {
     EXPECT_EQ(drawn(lists, 255).count(kInk), 0);
     EXPECT_EQ(advance(), 0);
@@ -291,7 +291,7 @@ TEST_F(ContextFontsTest, TheLastByteDrawsNothingAndDoesNotAdvance) {
 }
 
 TEST_F(ContextFontsTest, OutlineLinesComeAndGoWhileTheFilledGlyphsStay) {
-  const ContextFonts own(FontOwner::View2D, false);
+  const ContextFonts own(FontOwner::kView2D, false);
   const GLuint filled = own.fonts()->filledLists();
   ASSERT_NE(filled, 0U);
   EXPECT_EQ(own.fonts()->outlineLists(), 0U);
@@ -328,7 +328,7 @@ TEST_F(ContextFontsTest, TheyAreRegisteredForTheirLife) {
   std::weak_ptr<CGLFontContext> seen;
   GLuint filled = 0;
   {
-    const ContextFonts own(FontOwner::View3D, false);
+    const ContextFonts own(FontOwner::kView3D, false);
     EXPECT_EQ(FontRegister::instance().find(context), own.fonts());
     const TextView view = own.view(12.5, 3);
     EXPECT_EQ(view.context, context);
@@ -347,7 +347,7 @@ TEST_F(ContextFontsTest, TheyAreRegisteredForTheirLife) {
 TEST_F(ContextFontsTest, WhoHoldsThemLongerFindsThemEmpty) {
   std::shared_ptr<CGLFontContext> held;
   {
-    const ContextFonts own(FontOwner::View3D, true);
+    const ContextFonts own(FontOwner::kView3D, true);
     held = own.fonts();
     held->buildDigits();
   }
@@ -361,7 +361,7 @@ TEST_F(ContextFontsTest, BuildingLeavesTheContextsAsTheyWere) {
   const HGDIOBJ font = GetCurrentObject(dc, OBJ_FONT);
   const GlState before = readGlState();
   {
-    const ContextFonts own(FontOwner::View3D, true);
+    const ContextFonts own(FontOwner::kView3D, true);
     EXPECT_EQ(test::differences(before, readGlState()), kNone);
     EXPECT_EQ(GetCurrentObject(dc, OBJ_FONT), font);
     EXPECT_EQ(wglGetCurrentDC(), dc);

@@ -22,29 +22,29 @@ TEST(FontSizeTest, TwentyPixelsAtFirst) {
 }
 
 TEST(FontSizeTest, LengthsOnPaperFollowTheResolution) {
-  EXPECT_NEAR(pixels(25.4, FontSize::Millimetre), 72, kExact);
-  EXPECT_NEAR(pixels(5, FontSize::Millimetre), 5 / 25.4 * 72, kExact);
-  EXPECT_NEAR(pixels(0.5, FontSize::Inch), 36, kExact);
-  EXPECT_NEAR(pixels(18, FontSize::Point), 18, kExact);
-  EXPECT_NEAR(pixels(25.4, FontSize::Millimetre, 300), 300, kExact);
-  EXPECT_NEAR(pixels(0.5, FontSize::Inch, 300), 150, kExact);
-  EXPECT_NEAR(pixels(18, FontSize::Point, 144), 36, kExact);
-  EXPECT_EQ(pixels(18, FontSize::Pixel, 144), 18);
+  EXPECT_NEAR(pixels(25.4, FontSize::kMillimetre), 72, kExact);
+  EXPECT_NEAR(pixels(5, FontSize::kMillimetre), 5 / 25.4 * 72, kExact);
+  EXPECT_NEAR(pixels(0.5, FontSize::kInch), 36, kExact);
+  EXPECT_NEAR(pixels(18, FontSize::kPoint), 18, kExact);
+  EXPECT_NEAR(pixels(25.4, FontSize::kMillimetre, 300), 300, kExact);
+  EXPECT_NEAR(pixels(0.5, FontSize::kInch, 300), 150, kExact);
+  EXPECT_NEAR(pixels(18, FontSize::kPoint, 144), 36, kExact);
+  EXPECT_EQ(pixels(18, FontSize::kPixel, 144), 18);
 }
 
 TEST(FontSizeTest, LengthsInTheModelFollowTheView) {
-  EXPECT_NEAR(pixels(80, FontSize::ModelMillimetre), 20, kExact);
-  EXPECT_NEAR(pixels(4, FontSize::ModelInch), 25.4, kExact);
-  EXPECT_NEAR(pixels(0.1, FontSize::Model), 25, kExact);
+  EXPECT_NEAR(pixels(80, FontSize::kModelMillimetre), 20, kExact);
+  EXPECT_NEAR(pixels(4, FontSize::kModelInch), 25.4, kExact);
+  EXPECT_NEAR(pixels(0.1, FontSize::kModel), 25, kExact);
 }
 
 TEST(FontSizeTest, OnlyTheLastThreeUnitsAreInTheModel) {
   for (const std::int32_t unit :
-       {FontSize::Pixel, FontSize::Millimetre, FontSize::Inch, FontSize::Point}) {
+       {FontSize::kPixel, FontSize::kMillimetre, FontSize::kInch, FontSize::kPoint}) {
     EXPECT_FALSE((FontSize{1, unit}.isInModel())) << unit;
   }
   for (const std::int32_t unit :
-       {FontSize::ModelMillimetre, FontSize::ModelInch, FontSize::Model}) {
+       {FontSize::kModelMillimetre, FontSize::kModelInch, FontSize::kModel}) {
     EXPECT_TRUE((FontSize{1, unit}.isInModel())) << unit;
   }
 }

@@ -72,10 +72,10 @@ struct Surroundings {
 
 void setLights() {
   LightBlock lights;
-  lights.put(LightBlock::Section::Ambient, std::vector<double>{1, 0.5, 0.25, 1, 0.4});
-  lights.put(LightBlock::Section::Light1,
+  lights.put(LightBlock::Section::kAmbient, std::vector<double>{1, 0.5, 0.25, 1, 0.4});
+  lights.put(LightBlock::Section::kLight1,
              std::vector<double>{1, 1, 0.5, 0.25, 0.1, 0.5, 0.3, 0.5, 0.25});
-  lights.put(LightBlock::Section::Light2,
+  lights.put(LightBlock::Section::kLight2,
              std::vector<double>{2, 0.25, 0.5, 1, 0.05, 0.4, 0.2, -0.75, -0.5});
   applyLights(lights);
 }
