@@ -166,6 +166,7 @@ Pictures useGeometry() {
     const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
     trace->setPoints(doubleArray({0, 1, 2}), doubleArray({0, 2, 1}));
     trace->setPoints(doubleArray({0, 1}), doubleArray({0}));
+    trace->get_Epaisseur(nullptr);  // fails with nothing to say but the system's text
     const auto graph = createObject<IZYN2DGLBitmapContext>(kContext2DProgId);
     long made = 0;
     graph->CreateContexte(kSize, kSize, &made);
