@@ -124,8 +124,7 @@ void OffscreenSurface::Target::keep(const Tile& tile) {
   }
 }
 
-OffscreenSurface::OffscreenSurface(ShowMessage showMessage)
-    : showMessage_(std::move(showMessage)) {}
+OffscreenSurface::OffscreenSurface(TellUser tellUser) : tellUser_(std::move(tellUser)) {}
 
 OffscreenSurface::~OffscreenSurface() = default;
 
@@ -174,8 +173,10 @@ std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& 
 /// Tells the user that a function of OpenGL has failed, then throws it.
 void OffscreenSurface::failAloud(const std::wstring& function) const {
   const DWORD error = GetLastError();
-  showMessage_(function + L" failed: GetLastError returned " + std::to_wstring(error) + L"\n");
-  throw systemFailure(error, function + L" failed");
+  const std::wstring text =
+      function + L" failed: GetLastError returned " + std::to_wstring(error) + L"\n";
+  tellUser_(text);
+  throw Failure(HRESULT_FROM_WIN32(error), text + systemMessage(error));
 }
 
 void OffscreenSurface::equip(const Prepare& prepare) {

@@ -23,8 +23,8 @@ namespace zyn {
 /// (RunningScope), the surface is empty afterwards. One thread at a time.
 class OffscreenSurface {
  public:
-  /// Shows a text to the user.
-  using ShowMessage = std::function<void(const std::wstring& text)>;
+  /// Tells the user, and may wait for him.
+  using TellUser = std::function<void(const std::wstring& text)>;
   /// Sets up state of the new rendering context, which is current, and makes what belongs
   /// to it (display lists, fonts): kept with the context, and let go with it current just before it
   /// is deleted.
@@ -32,8 +32,8 @@ class OffscreenSurface {
   /// Draws one tile: the viewport is set, projection and everything else is the callee's.
   using Draw = std::function<void(const Tile& tile)>;
 
-  /// `showMessage` is told when a rendering context cannot be created or made current.
-  explicit OffscreenSurface(ShowMessage showMessage);
+  /// `tellUser` is called when a rendering context cannot be created or made current.
+  explicit OffscreenSurface(TellUser tellUser);
   ~OffscreenSurface();
   OffscreenSurface(const OffscreenSurface&) = delete;
   OffscreenSurface& operator=(const OffscreenSurface&) = delete;
@@ -77,7 +77,7 @@ class OffscreenSurface {
   std::shared_ptr<Target> make(const Prepare& prepare) const;
   [[noreturn]] void failAloud(const std::wstring& function) const;
 
-  ShowMessage showMessage_;
+  TellUser tellUser_;
   std::int64_t width_ = 0;
   std::int64_t height_ = 0;
   std::optional<Failure> whyEmpty_;

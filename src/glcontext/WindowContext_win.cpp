@@ -22,15 +22,6 @@ bool setWindowFormat(HDC dc) {
   return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
 }
 
-void tell(const WindowContext::ShowMessage& show, const wchar_t* failure) {
-  if (failure == nullptr) {
-    return;
-  }
-  std::array<wchar_t, 80> text{};
-  std::swprintf(text.data(), text.size(), failure, static_cast<unsigned>(GetLastError()));
-  show(text.data());
-}
-
 }  // namespace
 
 struct WindowContext::Target {
@@ -51,8 +42,8 @@ struct WindowContext::Target {
   std::optional<RenderingContext> context;
 };
 
-WindowContext::WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage)
-    : failures_(failures), showMessage_(std::move(showMessage)) {}
+WindowContext::WindowContext(const ContextFailureTexts& failures, TellUser tellUser)
+    : failures_(failures), tellUser_(std::move(tellUser)) {}
 
 WindowContext::~WindowContext() = default;
 
@@ -64,11 +55,12 @@ bool WindowContext::create(HWND window, Prepare prepare) {
 }
 
 bool WindowContext::create() {
+  failure_.clear();
   const HWND window = window_;
   const auto target = std::make_shared<Target>(window);
   const HDC dc = target->frames->dc();
   if (!setWindowFormat(dc)) {
-    tell(showMessage_, failures_.pixelFormat);
+    tell(failures_.pixelFormat);
     return false;
   }
   if (target->context->create(dc)) {
@@ -76,16 +68,26 @@ bool WindowContext::create() {
     if (current) {
       target->context->keep(prepare_());
     } else {
-      tell(showMessage_, failures_.makingCurrent);
+      tell(failures_.makingCurrent);
     }
   } else {
-    tell(showMessage_, failures_.creation);
+    tell(failures_.creation);
   }
   // The window may have been closed while a message was shown.
   if (IsWindow(window)) {
     target_ = target;
   }
   return true;
+}
+
+void WindowContext::tell(const wchar_t* failure) {
+  if (failure == nullptr) {
+    return;
+  }
+  std::array<wchar_t, 80> text{};
+  std::swprintf(text.data(), text.size(), failure, static_cast<unsigned>(GetLastError()));
+  failure_ = text.data();
+  tellUser_(text.data());  // a text of its own: the window may get another context meanwhile
 }
 
 void WindowContext::destroy() {

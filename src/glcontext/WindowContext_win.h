@@ -31,14 +31,14 @@ inline constexpr ContextFailureTexts kView2DFailures = {
 /// end (RunningScope), the next use makes the context anew. One thread, the window's.
 class WindowContext {
  public:
-  /// Shows a text to the user, and may wait for him.
-  using ShowMessage = std::function<void(const std::wstring& text)>;
+  /// Tells the user, and may wait for him.
+  using TellUser = std::function<void(const std::wstring& text)>;
   /// Sets up state of the new rendering context, which is current, and makes what belongs
   /// to it (display lists, fonts): kept with the context, and let go with it current just before it
   /// is deleted.
   using Prepare = std::function<std::shared_ptr<void>()>;
 
-  WindowContext(const ContextFailureTexts& failures, ShowMessage showMessage);
+  WindowContext(const ContextFailureTexts& failures, TellUser tellUser);
   ~WindowContext();
   WindowContext(const WindowContext&) = delete;
   WindowContext& operator=(const WindowContext&) = delete;
@@ -48,6 +48,9 @@ class WindowContext {
   /// where the context cannot be made, which leaves `prepare` uncalled. What `prepare` throws is
   /// passed on; there is no context then. `prepare` is kept.
   bool create(HWND window, Prepare prepare);
+
+  /// What the user has been told, if the context could not be made; empty otherwise.
+  const std::wstring& failure() const { return failure_; }
 
   /// Frees the context and the device context; also when the window is already gone.
   void destroy();
@@ -67,9 +70,11 @@ class WindowContext {
   struct Target;
 
   bool create();
+  void tell(const wchar_t* failure);
 
   ContextFailureTexts failures_;
-  ShowMessage showMessage_;
+  TellUser tellUser_;
+  std::wstring failure_;
   HWND window_ = nullptr;
   Prepare prepare_;
   RunningScope use_;

@@ -195,8 +195,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   }
 
   void makeSurface(std::int64_t width, std::int64_t height) {
-    const auto surface = std::make_shared<OffscreenSurface>(
-        [](const std::wstring& text) { showMessage(text.c_str()); });
+    const auto surface = std::make_shared<OffscreenSurface>(tellUser);
     surface_ = surface;
     surface->create(width, height, [this] { return prepareContext(); });
   }

@@ -46,6 +46,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
       if (isColour(colour)) {
         background_ = colour;
         context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
+        tellMissingContext();
       }
     });
   }
@@ -161,10 +162,20 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
             .lineSmooth = setup.smooth,
             .pointSmooth = setup.smooth,
             .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
-        context_(setup.failures, [](const std::wstring& text) { showMessage(text.c_str()); }) {}
+        context_(setup.failures, tellUser) {}
   ~ViewControl() override = default;
 
   Float4 clearColour() const { return {background_[0], background_[1], background_[2], 0.0F}; }
+
+  /// For calls that need the rendering context and succeed without: where it could not be made, the
+  /// thread's error information says why, as the user has been told.
+  void tellMissingContext() const noexcept {
+    if (!context_.failure().empty()) {
+      boundary([this] {
+        reportFailure({E_FAIL, context_.failure()}, Derived::kProgId, Derived::defaultInterface());
+      });
+    }
+  }
 
   /// Whether outline lines smooth the edges of glyphs.
   bool smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
@@ -175,7 +186,10 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   void trackMouseLeave() noexcept final {
     boundary([this] { trackMouseLeaveOf(this->window()); });
   }
-  void repaint() noexcept final { Base::repaint(); }
+  void repaint() noexcept final {
+    Base::repaint();
+    tellMissingContext();
+  }
   bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 

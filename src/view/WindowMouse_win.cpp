@@ -23,7 +23,7 @@ void releaseMouseOf(HWND window) {
 void trackMouseLeaveOf(HWND window) {
   TRACKMOUSEEVENT request = {sizeof request, TME_LEAVE, window, 0};
   if (!TrackMouseEvent(&request)) {
-    showMessage(L"MOUSE LEAVE FAILED");
+    tellUser(L"MOUSE LEAVE FAILED");
   }
 }
 

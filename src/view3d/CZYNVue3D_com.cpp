@@ -244,6 +244,7 @@ STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexce
     }
     const auto region = PickRegion::around({x, y}, pickSize_);
     const PickRecords records = pick(*view_.camera(), region, false, 0);
+    tellMissingContext();
     const auto names = records.nearestNames();
     return names ? giveIntegers(Pt, *names) : S_OK;
   });

@@ -46,6 +46,8 @@ void addKernel(Rules& rules) {
         "IsDebuggerPresent OutputDebugStringA OutputDebugStringW AddRefActCtx "
         "GetSystemTimePreciseAsFileTime");
   leave(rules, "tested with the exports of FailingContexts_test", "DeleteFileW");
+  leave(rules, "asked before a message is shown; tested in SilentProcess_test",
+        "GetEnvironmentVariableW ProcessIdToSessionId");
   leave(rules, "keeps the attributes of an older file where that can be done",
         "SetFileAttributesW GetFileSecurityW SetFileSecurityW");
   leave(rules, "called only where the system's JPEG encoder ignores the quality", "SetEndOfFile");
@@ -111,6 +113,8 @@ void addUser(Rules& rules) {
   leave(rules, "asked for again and again while it fails; tested in FailingContexts_test",
         "BeginPaint");
   leave(rules, "tested with the messages of FailingContexts_test", "LoadStringW");
+  leave(rules, "asked before a message is shown; tested in SilentProcess_test",
+        "GetProcessWindowStation GetUserObjectInformationW");
   leave(rules, "caught, or failing, in all the tests of failing calls",
         "MessageBoxW DialogBoxParamW");
 }
