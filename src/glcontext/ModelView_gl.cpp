@@ -15,14 +15,13 @@ constexpr double kLargest = 1e18;
 
 constexpr std::size_t kTranslation = 3;
 
-Vecteur column(const std::array<GLdouble, 16>& matrix, std::size_t number) {
+Vecteur column(const GlMatrix& matrix, std::size_t number) {
   return {matrix[4 * number], matrix[4 * number + 1], matrix[4 * number + 2]};
 }
 
 }  // namespace
 
-ModelView::ModelView() {
-  glGetDoublev(GL_MODELVIEW_MATRIX, columns_.data());
+ModelView::ModelView() : columns_(matrixState(GL_MODELVIEW_MATRIX)) {
   if (isRecording()) {
     origin_ = columns_;
   }
@@ -44,7 +43,7 @@ void ModelView::faceViewer() {
 }
 
 void ModelView::scale(double factor) {
-  std::for_each(columns_.begin(), columns_.begin() + 12, [&](GLdouble& value) { value *= factor; });
+  std::for_each(columns_.begin(), columns_.begin() + 12, [&](double& value) { value *= factor; });
 }
 
 double ModelView::normalize(int axis) {
@@ -59,12 +58,12 @@ double ModelView::normalize(int axis) {
 }
 
 /// What turns `origin_`, which has no perspective, into this one; not finite where nothing does.
-ModelView::Columns ModelView::relative() const {
+GlMatrix ModelView::relative() const {
   const Vecteur x = column(*origin_, 0);
   const Vecteur y = column(*origin_, 1);
   const Vecteur z = column(*origin_, 2);
   const double volume = dot(x, cross(y, z));
-  Columns result{};
+  GlMatrix result{};
   for (std::size_t i = 0; i < 4; ++i) {
     const Vecteur v =
         i == kTranslation ? column(columns_, i) + -column(*origin_, i) : column(columns_, i);
@@ -77,9 +76,9 @@ ModelView::Columns ModelView::relative() const {
 }
 
 bool ModelView::isUsable() const {
-  const Columns loaded = origin_ ? relative() : columns_;
+  const GlMatrix loaded = origin_ ? relative() : columns_;
   return std::all_of(loaded.begin(), loaded.end(),
-                     [](GLdouble value) { return std::abs(value) <= kLargest; });
+                     [](double value) { return std::abs(value) <= kLargest; });
 }
 
 void ModelView::load() const {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <optional>
 
+#include "core/GlMatrix.h"
 #include "core/Point.h"
 #include "glcontext/gl_api.h"
 
@@ -36,13 +36,11 @@ class ModelView {
   void load() const;
 
  private:
-  using Columns = std::array<GLdouble, 16>;
+  double& at(int column, int row) { return columns_[static_cast<std::size_t>(4 * column + row)]; }
+  GlMatrix relative() const;
 
-  GLdouble& at(int column, int row) { return columns_[static_cast<std::size_t>(4 * column + row)]; }
-  Columns relative() const;
-
-  Columns columns_{};
-  std::optional<Columns> origin_;  ///< what it is relative to, while a display list is compiled
+  GlMatrix columns_;
+  std::optional<GlMatrix> origin_;  ///< what it is relative to, while a display list is compiled
 };
 
 }  // namespace zyn

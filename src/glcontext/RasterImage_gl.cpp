@@ -13,12 +13,6 @@ namespace {
 /// exact to a fraction of a pixel.
 constexpr double kFarthest = 65536.0;
 
-struct Matrix {
-  explicit Matrix(GLenum name) { glGetDoublev(name, values); }
-
-  GLdouble values[16] = {};  ///< column after column
-};
-
 struct Homogeneous {
   double x = 0.0;
   double y = 0.0;
@@ -26,9 +20,8 @@ struct Homogeneous {
   double w = 1.0;
 };
 
-Homogeneous transform(const Matrix& matrix, const Homogeneous& point) {
-  const auto row = [&](int i) {
-    const GLdouble* m = matrix.values;
+Homogeneous transform(const GlMatrix& m, const Homogeneous& point) {
+  const auto row = [&](std::size_t i) {
     return m[i] * point.x + m[i + 4] * point.y + m[i + 8] * point.z + m[i + 12] * point.w;
   };
   return {row(0), row(1), row(2), row(3)};
@@ -38,20 +31,20 @@ Homogeneous transform(const Matrix& matrix, const Homogeneous& point) {
 /// on OpenGL's stack, of which two places are all that can be relied on.
 class ShiftedProjection {
  public:
-  ShiftedProjection(const Matrix& projection, double x, double y)
+  ShiftedProjection(const GlMatrix& projection, double x, double y)
       : modeGuard_(GL_TRANSFORM_BIT), projection_(projection) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glTranslated(x, y, 0);
-    glMultMatrixd(projection.values);
+    glMultMatrixd(projection.data());
   }
-  ~ShiftedProjection() { glLoadMatrixd(projection_.values); }
+  ~ShiftedProjection() { glLoadMatrixd(projection_.data()); }
   ShiftedProjection(const ShiftedProjection&) = delete;
   ShiftedProjection& operator=(const ShiftedProjection&) = delete;
 
  private:
   PushedAttributes modeGuard_;
-  const Matrix& projection_;
+  const GlMatrix& projection_;
 };
 
 bool setRaster(double x, double y, double z) {
@@ -78,9 +71,9 @@ bool moveRasterBy(double dx, double dy) {
 /// viewport, where OpenGL judges its depth and the clip planes as ever, and the raster position
 /// goes from there to where the point really is.
 bool moveRasterOutside(double x, double y, double z, double offsetX, double offsetY) {
-  const Matrix projection(GL_PROJECTION_MATRIX);
+  const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
   const Homogeneous clip =
-      transform(projection, transform(Matrix(GL_MODELVIEW_MATRIX), {x, y, z, 1.0}));
+      transform(projection, transform(matrixState(GL_MODELVIEW_MATRIX), {x, y, z, 1.0}));
   const double screenX = clip.x / clip.w;
   const double screenY = clip.y / clip.w;
   if (!std::isfinite(screenX) || !std::isfinite(screenY)) {

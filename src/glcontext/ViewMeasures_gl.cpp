@@ -2,15 +2,11 @@
 
 #include <array>
 
-#include "glcontext/gl_api.h"
+#include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
-double shownHeight() {
-  std::array<GLdouble, 16> projection{};
-  glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
-  return 2.0 / projection[5];
-}
+double shownHeight() { return 2.0 / matrixState(GL_PROJECTION_MATRIX)[5]; }
 
 double pixelLength(double viewHeight) {
   std::array<GLdouble, 4> viewport{};

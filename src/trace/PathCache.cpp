@@ -51,7 +51,6 @@ const PathCache::Entry& PathCache::reduced(const TraceInWindow& trace, const Pix
     const std::optional<double> moved = movement(entry, trace.mapping, grid);
     if (moved && *moved <= entry.reach + kWhole) {
       entry.turn = turn_;
-      latest_ = &entry.path;
       return entry;
     }
     isMoving = isMoving || moved;
@@ -64,13 +63,9 @@ const PathCache::Entry& PathCache::reduced(const TraceInWindow& trace, const Pix
   entry.grid = grid;
   entry.reach = isMoving ? kReach : 0;
   entry.turn = turn_;
-  latest_ = &entry.path;
   return entry;
 }
 
-void PathCache::clear() {
-  latest_ = nullptr;
-  entries_ = {};
-}
+void PathCache::clear() { entries_ = {}; }
 
 }  // namespace zyn

@@ -28,9 +28,6 @@ class PathCache {
   /// The reduced path of the trace, always of the same one until `clear`.
   const Entry& reduced(const TraceInWindow& trace, const PixelGrid& grid);
 
-  /// What was asked for last; null after `clear`.
-  const ReducedPath* latest() const { return latest_; }
-
   void clear();
 
  private:
@@ -38,7 +35,6 @@ class PathCache {
   static constexpr std::size_t kEntries = 4;
 
   std::array<Entry, kEntries> entries_;
-  const ReducedPath* latest_ = nullptr;
   std::uint64_t turn_ = 0;
 };
 

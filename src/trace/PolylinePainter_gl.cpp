@@ -1,7 +1,6 @@
 #include "trace/PolylinePainter_gl.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -85,7 +84,7 @@ class EyeSpace {
   explicit EyeSpace(bool isFlat, bool isRecorded = false)
       : mode_(enumState(GL_MATRIX_MODE)), isRecorded_(isRecorded) {
     if (!isRecorded_) {
-      glGetDoublev(GL_MODELVIEW_MATRIX, saved_.data());
+      saved_ = matrixState(GL_MODELVIEW_MATRIX);
       rows_ = saved_;
       glMatrixMode(GL_MODELVIEW);
       glLoadIdentity();
@@ -111,16 +110,14 @@ class EyeSpace {
   }
 
  private:
-  using Matrix = std::array<GLdouble, 16>;
-
   double row(std::size_t i, double x, double y, double z) const {
     return ((rows_[i] * x + rows_[4 + i] * y) + rows_[8 + i] * z) + rows_[12 + i];
   }
 
   GLenum mode_;
   bool isRecorded_;
-  Matrix saved_{};
-  Matrix rows_{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+  GlMatrix saved_{};
+  GlMatrix rows_{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 };
 
 using Places = std::span<const Point>;

@@ -9,6 +9,21 @@
 
 #include "support/GlTest_gl.h"
 
+namespace {
+
+/// How many vertices have been drawn by the function that follows.
+std::size_t drawnVertices = 0;
+
+}  // namespace
+
+/// Stands in front of OpenGL's own, which the traces of this file that are drawn point by point do
+/// without.
+extern "C" void glVertex4d(GLdouble x, GLdouble y, GLdouble z, GLdouble w) {
+  ++drawnVertices;
+  const GLdouble place[] = {x, y, z, w};
+  glVertex4dv(std::data(place));
+}
+
 namespace zyn {
 namespace {
 
@@ -139,11 +154,6 @@ class PolylineTest : public testing::Test {
     return context.read();
   }
 
-  /// Of the last drawing.
-  std::size_t vertices() const {
-    return cache.latest()->points.size() + 2 * cache.latest()->spans.size();
-  }
-
   test::EglContext context{kWidth, kHeight};
   PathCache cache;
 };
@@ -168,6 +178,7 @@ TEST_P(PolylinePictureTest, ShowsWhatDrawingEveryPointShows) {
     drawEveryPoint(points, width);
     const Image every = context.read();
     glClear(GL_COLOR_BUFFER_BIT);
+    drawnVertices = 0;
     drawPolyline2D(points, boxes, style, cache);
     const Image picture = context.read();
     const int lit = every.count(kYellow);
@@ -175,7 +186,8 @@ TEST_P(PolylinePictureTest, ShowsWhatDrawingEveryPointShows) {
     const int allowed = width == 1 ? 2 : lit / 200;  // roundings at the ends of lines
     EXPECT_LE(differentPixels(picture, every), allowed)
         << "of " << lit << " at " << window.x << ", " << window.halfWidth;
-    EXPECT_LT(vertices(), shape == Shape::Spiral ? 80000U : 400U * 60);
+    EXPECT_GT(drawnVertices, 0U);
+    EXPECT_LT(drawnVertices, shape == Shape::Spiral ? 80000U : 400U * 60);
   }
 }
 
@@ -524,12 +536,14 @@ TEST_F(PolylineTest, InSpaceThePictureIsThatOfEveryPointToo) {
   const Image every = context.read();
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   drawPlate();
+  drawnVertices = 0;
   drawPolyline3D(points, RunBoxes(points), kPlainYellow, cache);
   const Image picture = context.read();
   EXPECT_GT(every.count({0, 0, 255}), 1000);
   EXPECT_GT(every.count(kYellow), 1000);
   EXPECT_LE(differentPixels(picture, every), 4);
-  EXPECT_LT(vertices(), points.size() / 2);
+  EXPECT_GT(drawnVertices, 0U);
+  EXPECT_LT(drawnVertices, points.size() / 2);
 }
 
 TEST_F(PolylineTest, UnderPerspectiveEveryPointIsDrawn) {

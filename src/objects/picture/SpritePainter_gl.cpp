@@ -5,8 +5,8 @@
 
 #include "glcontext/RasterImage_gl.h"
 #include "glcontext/StateGuards_gl.h"
+#include "glcontext/StateQuery_gl.h"
 #include "glcontext/ViewMeasures_gl.h"
-#include "glcontext/gl_api.h"
 
 namespace zyn {
 
@@ -29,8 +29,9 @@ ScreenRectangle rectangleOf(const SpriteShape& shape, double stepX, double stepY
 
 /// How much longer a length along an axis becomes on its way to the eye; below 0 where it turns
 /// round.
-double scaleOfAxis(const GLdouble* column, int axis) {
-  return std::copysign(std::hypot(column[0], column[1], column[2]), column[axis]);
+double scaleOfAxis(const GlMatrix& m, std::size_t axis) {
+  const std::size_t column = 4 * axis;
+  return std::copysign(std::hypot(m[column], m[column + 1], m[column + 2]), m[column + axis]);
 }
 
 /// Model units along an axis for one of the eye's space, against its direction where it points the
@@ -50,11 +51,10 @@ void drawSprite3D(const SpriteShape& shape, double pixelScale) {
 void drawSprite2D(const SpriteShape& shape, double pixelScale) { drawAt(shape, 0, pixelScale); }
 
 void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight) {
-  GLdouble modelview[16] = {};
-  glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+  const GlMatrix modelview = matrixState(GL_MODELVIEW_MATRIX);
   const double pixel = pixelScale * pixelLength(viewHeight);
   const ScreenRectangle sides =
-      rectangleOf(shape, pixel / scaleOfAxis(modelview, 0), pixel / scaleOfAxis(modelview + 4, 1));
+      rectangleOf(shape, pixel / scaleOfAxis(modelview, 0), pixel / scaleOfAxis(modelview, 1));
   glBegin(GL_POLYGON);
   glVertex2d(sides.left, sides.bottom);
   glVertex2d(sides.right, sides.bottom);
