@@ -49,7 +49,7 @@ void copyLook(const wchar_t* from, const wchar_t* to) {
   if (GetFileSecurityW(from, DACL_SECURITY_INFORMATION, access.data(), bytes, &bytes)) {
     SetFileSecurityW(to, DACL_SECURITY_INFORMATION, access.data());
   }
-  SetFileAttributesW(to, attributes);
+  SetFileAttributesW(to, attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
 }
 
 /// Gives a file another name, which may be that of an older file; answers an error code. It has
@@ -158,9 +158,16 @@ void OutputFile::finish() {
   if (!CloseHandle(file_.release())) {
     failAs(GetLastError());
   }
+  // Opened before it takes over access rights that may forbid to delete it.
+  const UniqueKernelHandle partial = opened(
+      CreateFileW(partial_.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   copyLook(name_.c_str(), partial_.c_str());
   const DWORD error = rename(partial_.c_str(), name_.c_str());
   if (error != ERROR_SUCCESS) {
+    FILE_DISPOSITION_INFO disposition{TRUE};
+    SetFileInformationByHandle(partial.get(), FileDispositionInfo, &disposition,
+                               sizeof(disposition));
     failAs(error);
   }
   partial_.clear();

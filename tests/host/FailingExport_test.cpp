@@ -1,5 +1,7 @@
 // Pictures that cannot be written: the older file of that name stays as it was, nothing else is
 // left, and the error information says why.
+#include <set>
+
 #include "support/FailingImport_win.h"
 #include "support/ImageDecoder_win.h"
 #include "support/LateBinding_win.h"
@@ -172,6 +174,54 @@ TEST_P(FailingExportTest, ANameThatCannotBeHad) {
   }
 }
 
+// The older file's access rights go over to the new one, and may forbid what is left to be done.
+std::set<std::wstring> guarded;
+BOOL WINAPI guardFile(const wchar_t* name, SECURITY_INFORMATION, void*) {
+  guarded.insert(name);
+  return TRUE;
+}
+BOOL refuseGuarded() {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return FALSE;
+}
+BOOL WINAPI moveUnguarded(const wchar_t* from, const wchar_t* to, DWORD flags) {
+  return guarded.contains(from) ? refuseGuarded() : MoveFileExW(from, to, flags);
+}
+BOOL WINAPI deleteUnguarded(const wchar_t* name) {
+  return guarded.contains(name) ? refuseGuarded() : DeleteFileW(name);
+}
+
+TEST_P(FailingExportTest, AccessRightsThatForbidToRenameAndToDelete) {
+  const ImportPatch guard(library_, "SetFileSecurityW", reinterpret_cast<const void*>(&guardFile));
+  const ImportPatch move(library_, "MoveFileExW", reinterpret_cast<const void*>(&moveUnguarded));
+  const ImportPatch remove(library_, "DeleteFileW",
+                           reinterpret_cast<const void*>(&deleteUnguarded));
+  for (const Format format : kFormats) {
+    EXPECT_EQ(exportAs(format), S_OK);
+    expectOlder(format, messageOf(ERROR_ACCESS_DENIED));
+  }
+}
+
+std::filesystem::path older;
+BOOL WINAPI writeBesideReadOnly(HANDLE file, const void* bytes, DWORD count, DWORD* written,
+                                OVERLAPPED* overlapped) {
+  SetFileAttributesW(older.c_str(), FILE_ATTRIBUTE_READONLY);
+  return WriteFile(file, bytes, count, written, overlapped);
+}
+
+TEST_P(FailingExportTest, AFileThatBecomesReadOnlyMeanwhile) {
+  older = file_;
+  const FailingImport move(library_, "MoveFileExW", {0, ERROR_ACCESS_DENIED});
+  const ImportPatch write(library_, "WriteFile",
+                          reinterpret_cast<const void*>(&writeBesideReadOnly));
+  for (const Format format : kFormats) {
+    EXPECT_EQ(exportAs(format), S_OK);
+    EXPECT_TRUE(names(reason(), messageOf(ERROR_ACCESS_DENIED))) << format;
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
+    expectOlder(format);
+  }
+}
+
 TEST_P(FailingExportTest, APictureTooWideForItsFormat) {
   const auto wide = GetParam().make(65536, 2);
   for (const Format format : {Format::Gif, Format::Jpg}) {
@@ -217,6 +267,27 @@ TEST_P(FailingExportTest, AReplacedFileIsANewOneWithTheAttributesOfTheOlder) {
     expectPicture(format);
     EXPECT_TRUE(GetFileAttributesW(file_.c_str()) & FILE_ATTRIBUTE_HIDDEN);
     EXPECT_GT(std::filesystem::last_write_time(file_), longAgo + std::chrono::hours(999)) << format;
+  }
+}
+
+// The file that lies behind a link stays as it is: the name leads to a new one.
+TEST_P(FailingExportTest, ALinkIsReplacedByAFile) {
+  const std::filesystem::path behind = folder_.file(L"behind");
+  std::filesystem::rename(file_, behind);
+  const auto expectReplaced = [&](Format format) {
+    EXPECT_EQ(exportAs(format), S_OK);
+    EXPECT_EQ(reason(), L"") << format;
+    EXPECT_EQ(readFile(behind), kOlder) << format;
+    EXPECT_EQ(decodeImageFile(file_).image.width(), 40) << format;
+    EXPECT_EQ(files(), 2) << format;
+    std::filesystem::remove(file_);
+  };
+  for (const Format format : kFormats) {
+    ASSERT_TRUE(CreateHardLinkW(file_.c_str(), behind.c_str(), nullptr));
+    expectReplaced(format);
+    if (CreateSymbolicLinkW(file_.c_str(), behind.c_str(), 0)) {  // few users may make such a link
+      expectReplaced(format);
+    }
   }
 }
 
