@@ -129,10 +129,12 @@ procedure TMainForm.HandleEvent(Event: LongInt; const LastArgument: OleVariant);
 begin
   if Event <> MouseSelection then
     Inc(FMoves)
-  else if VarIsArray(LastArgument) then
-    Caption := 'Picked: ' + VarToStr(LastArgument[0])
+  else if not VarIsArray(LastArgument) then
+    Caption := 'Picked: nothing'
+  else if VarArrayHighBound(LastArgument, 1) < 0 then
+    Caption := 'Picked: what has no name'
   else
-    Caption := 'Picked: nothing';
+    Caption := 'Picked: ' + VarToStr(LastArgument[0]);
 end;
 
 { Before the windows of the containers go. }

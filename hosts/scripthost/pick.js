@@ -26,7 +26,12 @@ function View_MouseSelection(key, x, y, selection) {
     Host.Print("picked nothing");
     return;
   }
-  var text = texts[new VBArray(selection).toArray()[0]];
+  var names = new VBArray(selection).toArray();
+  if (names.length === 0) {
+    Host.Print("picked what has no name");
+    return;
+  }
+  var text = texts[names[0]];
   text.setColor(0.9, 0.1, 0.1, 1);
   View.Repaint();
   Host.Print("picked " + text.Texte);

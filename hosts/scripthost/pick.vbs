@@ -30,6 +30,10 @@ Sub View_MouseSelection(key, x, y, selection)
     Host.Print "picked nothing"
     Exit Sub
   End If
+  If UBound(selection) < 0 Then
+    Host.Print "picked what has no name"
+    Exit Sub
+  End If
   Dim text
   Set text = texts(selection(0))
   text.setColor 0.9, 0.1, 0.1, 1
