@@ -45,7 +45,8 @@ void addKernel(Rules& rules) {
         "GetTickCount64 GetSystemTimeAsFileTime Sleep lstrlenW MulDiv LockResource SizeofResource "
         "IsDebuggerPresent OutputDebugStringA OutputDebugStringW AddRefActCtx "
         "GetSystemTimePreciseAsFileTime");
-  leave(rules, "tested with the exports of FailingContexts_test", "DeleteFileW");
+  leave(rules, "gets rid of a file; tested in FailingContexts_test and FailingExport_test",
+        "DeleteFileW SetFileInformationByHandle");
   leave(rules, "asked before a message is shown; tested in SilentProcess_test",
         "GetEnvironmentVariableW ProcessIdToSessionId");
   leave(rules, "keeps the attributes of an older file where that can be done",
