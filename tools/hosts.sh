@@ -269,14 +269,69 @@ host_javascript() {
   expect_pictures picture.png
 }
 
-all=(minimal ownobject scripthost scripts pascal lazarus csharp surrogate javascript)
+# in_python SCRIPT ARGS...: $words run it. It prints into printed.txt, which a Windows program opens: under Wine it does not
+# start with an output that this shell has opened.
+in_python() { words=(cmd.exe /c "..\\tools\\python\\python.exe ..\\..\\..\\hosts\\python\\$* >printed.txt 2>&1"); }
+
+python_is_done() {
+  output=$(tr -d '\r' <printed.txt)
+  printf '%s\n' "$output"
+  [[ $output == *done ]] || fail 'it did not end with "done"'
+}
+
+run_python() {
+  local words status=0
+  in_python "$@"
+  try "${words[@]}" || status=$?
+  python_is_done
+  [[ $status -eq 0 ]] || fail "$1 ended with code $status"
+}
+
+# open_python TITLE SCRIPT: as open_window.
+open_python() {
+  local words
+  in_python "$2"
+  open_window "$1" "${words[@]}"
+}
+
+host_python() {
+  local views
+  "$root/tools/windows_python.sh" "$tools/python" "$hosts/python/requirements.txt" || skip "pip does not get what it needs"
+  run_python late_bound.py late_bound.png
+  run_python early_bound.py early_bound.png
+  expect "a fourth corner: A triangle has the corners 0, 1 and 2"
+  run_python numpy_arrays.py numpy_arrays.png
+  expect "points: 1000000"
+  expect "pixels: (300, 800, 3) the first: [255 255 230]"
+  expect_pictures {late_bound,early_bound,numpy_arrays}.png
+  open_python pywin32 events.py
+  click 226 313 "Picked: 1"
+  click 501 313 "Picked: 2"
+  click 360 60 "Picked: nothing"
+  take events
+  close_window
+  python_is_done
+  for views in PyQt5:qt_views wxPython:wx_views; do
+    open_python "${views%:*}" "${views#*:}.py"
+    click 125 250 "Picked: 1"
+    click 370 250 "Picked: 2"
+    click 50 60 "Picked: nothing"
+    click 750 250 "Nearest: 2.1, 4.4"
+    take "${views#*:}"
+    close_window
+    python_is_done
+  done
+}
+
+all=(minimal ownobject scripthost scripts pascal lazarus csharp surrogate javascript python)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
   [lazarus]="Lazarus: both views in a form, their events"
   [csharp]="C#: a picture and the events of a view"
   [surrogate]="C++: a picture by another process (dllhost)"
-  [javascript]="JavaScript (Node.js, koffi): a picture")
+  [javascript]="JavaScript (Node.js, koffi): a picture"
+  [python]="Python: pictures, arrays, views in Qt and wx")
 
 # run_host NAME: in a folder and a shell of its own; adds a line to the table.
 run_host() {
