@@ -73,8 +73,11 @@ foreach(fuzzer IN LISTS fuzzers)
   add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1 -seed_inputs=@${list})
 endforeach()
 
-# Checks of the source itself.
+# Checks of the source itself. Each version of the tools has a taste of its own: one version judges.
 add_test(NAME style.layers COMMAND ${CMAKE_SOURCE_DIR}/tools/check_layers.sh)
-add_test(NAME style.format COMMAND ${CMAKE_SOURCE_DIR}/tools/check_format.sh)
-add_test(NAME style.tidy COMMAND ${CMAKE_SOURCE_DIR}/tools/check_tidy.sh ${CMAKE_SOURCE_DIR}/build)
-set_tests_properties(style.tidy PROPERTIES TIMEOUT 1200)
+execute_process(COMMAND clang-format --version OUTPUT_VARIABLE clang_format_version)
+if(clang_format_version MATCHES "version 14\\.")
+  add_test(NAME style.format COMMAND ${CMAKE_SOURCE_DIR}/tools/check_format.sh)
+  add_test(NAME style.tidy COMMAND ${CMAKE_SOURCE_DIR}/tools/check_tidy.sh ${CMAKE_SOURCE_DIR}/build)
+  set_tests_properties(style.tidy PROPERTIES TIMEOUT 1200)
+endif()

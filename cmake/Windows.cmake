@@ -195,7 +195,7 @@ target_link_libraries(zyn_win_tests PRIVATE zyn_offscreen)
 add_test(NAME win COMMAND ${ZYN_RUN} $<TARGET_FILE:zyn_win_tests>)
 
 # The display's own mouse serves one program at a time.
-set_tests_properties(host.View3DDesktop_test PROPERTIES RUN_SERIAL TRUE)
+set_tests_properties(host.View3DDesktop_test host.ViewCovering_test PROPERTIES RUN_SERIAL TRUE)
 
 file(GLOB script_tests CONFIGURE_DEPENDS tests/host/*_script.vbs tests/host/*_script.js)
 foreach(test IN LISTS script_tests)

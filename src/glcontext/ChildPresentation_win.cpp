@@ -1,14 +1,11 @@
 #include "glcontext/ChildPresentation_win.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
-#include "glcontext/CurrentContext_win.h"
 #include "glcontext/MemorySurface_win.h"
-#include "glcontext/PixelFormats_win.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
@@ -20,11 +17,6 @@ constexpr GLenum kBgra = 0x80E1;
 
 /// As many pixels are copied at a time: they stay in the processor's cache, and need little memory.
 constexpr LONG kStripPixels = 1 << 15;
-
-/// Side of the window that is probed, in pixels.
-constexpr int kProbeSide = 8;
-/// Its colour, one that nothing else is likely to have.
-constexpr COLORREF kProbeColour = RGB(255, 0, 255);
 
 bool isWine() {
   const HMODULE system = GetModuleHandleW(L"ntdll.dll");
@@ -42,58 +34,6 @@ UniqueWindowDC wholeDC(HWND window) {
   return {GetDCEx(window, nullptr, DCX_CACHE | DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS), {window}};
 }
 
-void drawProbe(HDC dc) {
-  const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(0);
-  if (!SetPixelFormat(dc, ChoosePixelFormat(dc, &wanted), &wanted)) {
-    return;
-  }
-  const UniqueRenderingContext context(wglCreateContext(dc));
-  const CurrentContext current(dc, context.get());
-  if (!current) {
-    return;
-  }
-  glClearColor(GetRValue(kProbeColour) / 255.0F, GetGValue(kProbeColour) / 255.0F,
-               GetBValue(kProbeColour) / 255.0F, 0);
-  glClear(GL_COLOR_BUFFER_BIT);
-  glFinish();
-  SwapBuffers(dc);
-}
-
-/// Draws in a child window with OpenGL and looks for the colour on the screen.
-bool showsChildWindows() {
-  const SIZE size = {kProbeSide, kProbeSide};
-  const HWND frame = makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
-                                WS_POPUP | WS_CLIPCHILDREN, size, nullptr);
-  if (frame == nullptr) {
-    return false;
-  }
-  const HWND child = makeWindow(WS_EX_NOPARENTNOTIFY, WS_CHILD | WS_VISIBLE, size, frame);
-  ShowWindow(frame, SW_SHOWNOACTIVATE);
-  if (child != nullptr) {
-    drawProbe(wholeDC(child).get());
-  }
-  const UniqueWindowDC screen(GetDC(nullptr), {nullptr});
-  const bool shown = GetPixel(screen.get(), kProbeSide / 2, kProbeSide / 2) == kProbeColour;
-  DestroyWindow(frame);
-  return shown;
-}
-
-/// Whether child windows need a hidden window to draw on. Windows is never asked: there the screen
-/// need not be readable, and frames always arrive.
-bool needsCanvas() {
-  enum class Finding { kNone, kArrives, kLost };
-  // Not a guarded static: hooks of the host may come back here while the probe is under way.
-  static std::atomic<Finding> finding = Finding::kNone;
-  if (finding == Finding::kNone) {
-    finding = !isWine() || showsChildWindows() ? Finding::kArrives : Finding::kLost;
-  }
-  return finding == Finding::kLost;
-}
-
-bool isChild(HWND window) {
-  return (GetWindowLongPtrW(window, GWL_STYLE) & (WS_CHILD | WS_POPUP)) == WS_CHILD;
-}
-
 SIZE clientSize(HWND window) {
   RECT client{};
   GetClientRect(window, &client);
@@ -102,7 +42,7 @@ SIZE clientSize(HWND window) {
 
 /// A top-level window: the buffers of a hidden child do not follow its size.
 HWND makeCanvasFor(HWND window) {
-  if (!isChild(window) || !needsCanvas()) {
+  if (!isWine() || !IsWindow(window)) {
     return nullptr;
   }
   return makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WS_POPUP, clientSize(window), nullptr);

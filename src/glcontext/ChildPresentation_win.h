@@ -8,10 +8,9 @@ namespace zyn {
 
 /// Brings the frames of OpenGL into a window.
 ///
-/// Some systems (Wine) keep what OpenGL draws in a child window away from the screen, and anything
-/// else that is drawn in a window once it has a pixel format. Whether this system does is found
-/// out once per process, on a throw-away window, before the first child window gets a pixel format.
-/// Where it does, OpenGL draws in a hidden window of the same size, and each frame is copied.
+/// Wine keeps what OpenGL draws in a child window away from the screen, or (from 10.0 on) shows it
+/// and loses it again, without a WM_PAINT, where another window covers it. There OpenGL draws in a
+/// hidden window of the same size, and each frame is copied. Windows shows frames itself.
 class ChildPresentation {
  public:
   explicit ChildPresentation(HWND window);

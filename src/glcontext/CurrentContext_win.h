@@ -5,7 +5,8 @@
 namespace zyn {
 
 /// Makes a rendering context current on this thread for a scope; afterwards the context and the
-/// device context that were current before (none included) are current again.
+/// device context that were current before (none included) are current again; none is where their
+/// window has died meanwhile.
 class CurrentContext {
  public:
   CurrentContext(HDC dc, HGLRC context);

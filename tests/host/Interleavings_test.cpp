@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "support/DirectPresentation_win.h"
 #include "support/HostWorld_win.h"
 #include "support/ServerModule_win.h"
 #include "support/SoakRun.h"
@@ -54,6 +55,18 @@ class Interleavings : public HostTest {
     EXPECT_EQ(wglGetCurrentContext(), nullptr);
   }
 
+  void runAll(std::uint64_t usualCount) {
+    const SoakRun run(usualCount);
+    const auto all = static_cast<long>(run.count);
+    long left = all;
+    for (std::uint64_t seed = run.seed; left > 0 && !HasFailure(); ++seed) {
+      const long count = std::min(left, kOfOneHost);
+      runHost(seed, count);
+      left -= count;
+    }
+    if (!HasFailure()) expectActivity(all);
+  }
+
   /// What an interleaving does on average must not be nothing.
   void expectActivity(long interleavings) const {
     std::printf(
@@ -81,16 +94,12 @@ class Interleavings : public HostTest {
   HWND frame_ = makeFrame();
 };
 
-TEST_F(Interleavings, KeepTheRulesOfLifetime) {
-  const SoakRun run(20000);
-  const auto all = static_cast<long>(run.count);
-  long left = all;
-  for (std::uint64_t seed = run.seed; left > 0 && !HasFailure(); ++seed) {
-    const long count = std::min(left, kOfOneHost);
-    runHost(seed, count);
-    left -= count;
-  }
-  if (!HasFailure()) expectActivity(all);
+TEST_F(Interleavings, KeepTheRulesOfLifetime) { runAll(20000); }
+
+// A view's context dies with its window here, also while it is current.
+TEST_F(Interleavings, KeepTheRulesWhereViewsDrawInTheirOwnWindows) {
+  const DirectPresentation direct;
+  runAll(3000);
 }
 
 }  // namespace

@@ -15,20 +15,34 @@ constexpr int kDepth = 4;
 constexpr std::size_t kTraceKept = 300;
 
 /// What every call must leave to the thread as it found it.
-struct ThreadState {
-  HGLRC context = wglGetCurrentContext();
-  HDC dc = wglGetCurrentDC();
-  unsigned sse = _mm_getcsr() & ~0x3FU;  // without the flags that calculating sets
-  unsigned short x87 = x87Control();
-
-  bool operator==(const ThreadState&) const = default;
+class ThreadState {
+ public:
+  bool isKept() const {
+    return sse_ == sse() && x87_ == x87Control() && (isContextKept() || isContextLost());
+  }
 
  private:
+  bool isContextKept() const {
+    return context_ == wglGetCurrentContext() && dc_ == wglGetCurrentDC();
+  }
+  /// It cannot be made current again once its window is gone: none is current then.
+  bool isContextLost() const {
+    return window_ && !IsWindow(window_) && !wglGetCurrentContext() && !wglGetCurrentDC();
+  }
+  static unsigned sse() {
+    return _mm_getcsr() & ~0x3FU;
+  }  // without the flags that calculating sets
   static unsigned short x87Control() {
     unsigned short control = 0;
     asm volatile("fnstcw %0" : "=m"(control));
     return control;
   }
+
+  HGLRC context_ = wglGetCurrentContext();
+  HDC dc_ = wglGetCurrentDC();
+  HWND window_ = WindowFromDC(dc_);  // none of a bitmap
+  unsigned sse_ = sse();
+  unsigned short x87_ = x87Control();
 };
 
 ComPtr<IDispatch> makeOurs(std::size_t place) {
@@ -180,7 +194,7 @@ void HostWorld::perform(const HostAction& action, bool restricted) {
   levels_.push_back({restricted, {}, 0});
   action.act(*this);
   levels_.pop_back();
-  if (!(ThreadState() == before)) {
+  if (!before.isKept()) {
     broken(std::string(action.name) + " has left the thread another context or floating point");
   }
 }

@@ -55,6 +55,12 @@ class Canvas {
   HGDIOBJ previous_ = nullptr;
 };
 
+Image copyOf(HDC dc, POINT corner, SIZE size) {
+  const Canvas canvas(size);
+  BitBlt(canvas.dc(), 0, 0, size.cx, size.cy, dc, corner.x, corner.y, SRCCOPY);
+  return canvas.read();
+}
+
 /// Large enough for every view of the tests: resizing an activated top-level window takes seconds
 /// without a window manager.
 constexpr SIZE kFrameSize = {800, 800};
@@ -149,12 +155,19 @@ void ViewHost::paint() const {
 }
 
 Image ViewHost::shown() const {
-  const SIZE size = clientSize();
-  const Canvas canvas(size);
   const HDC dc = GetDC(window_);
-  BitBlt(canvas.dc(), 0, 0, size.cx, size.cy, dc, 0, 0, SRCCOPY);
+  const Image image = copyOf(dc, {}, clientSize());
   ReleaseDC(window_, dc);
-  return canvas.read();
+  return image;
+}
+
+Image ViewHost::onScreen() const {
+  POINT corner = {};
+  ClientToScreen(window_, &corner);
+  const HDC dc = GetDC(nullptr);
+  const Image image = copyOf(dc, corner, clientSize());
+  ReleaseDC(nullptr, dc);
+  return image;
 }
 
 Image ViewHost::picture(SIZE size) const {

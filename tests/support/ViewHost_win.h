@@ -40,6 +40,8 @@ class ViewHost {
   void paint() const;
   /// What the window shows.
   Image shown() const;
+  /// What the screen shows where the window is.
+  Image onScreen() const;
   /// The picture that the view draws into a device context of its container.
   Image picture(SIZE size) const;
 

@@ -1,0 +1,109 @@
+// What the screen shows of a view that something else has covered for a while.
+#include "glcontext/gl_api.h"
+#include "support/View2DHost_win.h"
+#include "support/View3DHost_win.h"
+
+namespace zyn::test {
+namespace {
+
+/// Serves messages until it is so, for some seconds at most.
+bool comesTrue(const std::function<bool()>& isSo) {
+  for (int tries = 0; tries < 500; ++tries) {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    if (isSo()) return true;
+    Sleep(10);
+  }
+  return false;
+}
+
+/// A menu, open until something is so.
+class OpenMenu {
+ public:
+  OpenMenu() {
+    for (int i = 0; i < 6; ++i) AppendMenuW(menu_, MF_STRING, 1, L"An entry that is long enough");
+  }
+  ~OpenMenu() { DestroyMenu(menu_); }
+  OpenMenu(const OpenMenu&) = delete;
+  OpenMenu& operator=(const OpenMenu&) = delete;
+
+  bool until(const std::function<bool()>& isSo, POINT corner, HWND owner) {
+    static const std::function<bool()>* wanted = nullptr;
+    static bool came = false;
+    static int left = 0;
+    wanted = &isSo;
+    came = false;
+    left = 500;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+      came = came || (*wanted)();
+      if (came || --left == 0) EndMenu();
+    });
+    TrackPopupMenu(menu_, TPM_RETURNCMD | TPM_NONOTIFY, corner.x, corner.y, 0, owner, nullptr);
+    KillTimer(nullptr, timer);
+    return came;
+  }
+
+ private:
+  HMENU menu_ = CreatePopupMenu();
+};
+
+void showNothingOfItsOwn(const View2DHost&) {}
+void showNothingOfItsOwn(const View3DHost& view) {
+  require(view->put_DrawCoordSys(VARIANT_FALSE), "DrawCoordSys");
+  view.addBox({-1, 1, -1, 1, -1, 1});
+  require(view->initView(0), "initView");
+}
+
+template <class View>
+class ViewCovering : public HostTest {
+ protected:
+  ViewCovering() {
+    SetWindowPos(frame(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    object_ = host.add([](int) {
+      glClearColor(0.2F, 0.4F, 0.8F, 1);
+      glClear(GL_COLOR_BUFFER_BIT);
+      return S_OK;
+    });
+    showNothingOfItsOwn(host);
+    host.paint();
+  }
+
+  HWND frame() const { return GetAncestor(host.window(), GA_ROOT); }
+
+  bool isWhole() const {
+    const SIZE size = host.clientSize();
+    return host.onScreen().count(kFrameColour) == size.cx * size.cy;
+  }
+  bool isCovered() const { return !isWhole(); }
+
+  static constexpr Rgb kFrameColour = {51, 102, 204};
+  View host{SIZE{300, 200}};
+
+ private:
+  ComPtr<ForeignObject> object_;
+};
+
+using Views = ::testing::Types<View2DHost, View3DHost>;
+TYPED_TEST_SUITE(ViewCovering, Views);
+
+TYPED_TEST(ViewCovering, AMenuLeavesTheFrameWhole) {
+  ASSERT_TRUE(comesTrue([&] { return this->isWhole(); }));
+  POINT corner = {20, 20};
+  ClientToScreen(this->host.window(), &corner);
+  EXPECT_TRUE(OpenMenu().until([&] { return this->isCovered(); }, corner, this->frame()));
+  EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+}
+
+TYPED_TEST(ViewCovering, AnotherWindowLeavesTheFrameWhole) {
+  ASSERT_TRUE(comesTrue([&] { return this->isWhole(); }));
+  const HWND other =
+      CreateWindowExW(WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP,
+                      50, 50, 100, 100, nullptr, nullptr, nullptr, nullptr);
+  ShowWindow(other, SW_SHOWNOACTIVATE);
+  EXPECT_TRUE(comesTrue([&] { return this->isCovered(); }));
+  DestroyWindow(other);
+  EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+}
+
+}  // namespace
+}  // namespace zyn::test

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# on.sh SUITE COMMAND [ARGS...]: runs ./zyn COMMAND in a Debian of another suite (trixie, ...), which debootstrap makes
+# below build/on/SUITE: tree is that Debian, build what our builds make there. Mounts and processes are in namespaces of
+# their own and end with the command, also where it is killed. Needs root, or sudo.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+suite=$1
+place=$root/build/on/$suite
+tree=$place/tree
+
+as_root=()
+[[ $EUID -eq 0 ]] || as_root=(sudo)
+
+# A tree that was made to its end only: debootstrap leaves a part of one where it fails.
+make_tree() {
+  printf '== making a Debian %s in build/on/%s (once)\n' "$suite" "$suite" >&2
+  "${as_root[@]}" rm -rf "$tree.part"
+  if ! "${as_root[@]}" debootstrap --variant=minbase "$suite" "$tree.part" >"$place/debootstrap.log" 2>&1; then
+    tail -n 5 "$place/debootstrap.log" >&2
+    exit 1
+  fi
+  "${as_root[@]}" mv "$tree.part" "$tree"
+}
+
+mkdir -p "$place/build"
+exec {lock}>"$place/lock"
+flock "$lock"
+[[ -d $tree ]] || make_tree
+"${as_root[@]}" mkdir -p "$tree$root"
+"${as_root[@]}" cp /etc/resolv.conf "$tree/etc/"
+flock -u "$lock"
+
+# shellcheck disable=SC2016 # expanded by the shell in the namespaces
+exec "${as_root[@]}" unshare --mount --pid --fork --kill-child -- bash -euc '
+  place=$1 root=$2
+  shift 2
+  mount --rbind /dev "$place/tree/dev"
+  mount --bind /tmp "$place/tree/tmp"
+  mount --bind "$root" "$place/tree$root"
+  mount --bind "$place/build" "$place/tree$root/build"
+  mount -t proc proc "$place/tree/proc"
+  exec chroot "$place/tree" env HOME=/root "$root/zyn" "$@"
+' on "$place" "$root" "${@:2}" {lock}>&-
