@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs the programs in the guides: blocks marked "file=NAME" in docs/*.md. Scripts and console programs must print "done";
-# programs with a window are compiled. Fails also when a page refers to a file that is not there.
+# programs with a window are compiled; those in Python must be samples, word by word. Fails also when a page refers to a file
+# that is not there.
 # usage: check_guides.sh BUILD-FOLDER (of the build for Windows)   (run by the test docs.guides)
 set -euo pipefail
 
@@ -36,6 +37,7 @@ check() {
         expect_done "$1" "$folder/${1%.cpp}.exe"
       fi
       ;;
+    *.py) cmp -s "$1" "$root/hosts/python/$1" || fail "$1 is not the one of hosts/python, which ./zyn hosts runs" ;;
     *) fail "$1: a program of which kind?" ;;
   esac
 }
