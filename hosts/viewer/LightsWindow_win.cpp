@@ -44,18 +44,23 @@ constexpr int kRows = kSliderCount + static_cast<int>(std::size(kLights));
 
 int percent(double fraction) { return static_cast<int>(std::lround(fraction * 100)); }
 
+/// Of directional light 1 or 2.
+auto& directional(auto& lighting, int light) {
+  return lighting.directional[static_cast<std::size_t>(light) - 1];
+}
+
 int valueOf(const Lighting& lighting, const Slider& slider) {
   switch (slider.field) {
     case Field::kIntensity:
       return percent(lighting.ambient.intensity);
     case Field::kStrength:
-      return percent(lighting.directional[slider.light - 1].strength);
+      return percent(directional(lighting, slider.light).strength);
     case Field::kAzimuth:
-      return lighting.directional[slider.light - 1].azimuth;
+      return directional(lighting, slider.light).azimuth;
     case Field::kElevation:
       break;
   }
-  return lighting.directional[slider.light - 1].elevation;
+  return directional(lighting, slider.light).elevation;
 }
 
 void setValue(Lighting& lighting, const Slider& slider, int value) {
@@ -64,19 +69,19 @@ void setValue(Lighting& lighting, const Slider& slider, int value) {
       lighting.ambient.intensity = value / 100.0;
       break;
     case Field::kStrength:
-      lighting.directional[slider.light - 1].strength = value / 100.0;
+      directional(lighting, slider.light).strength = value / 100.0;
       break;
     case Field::kAzimuth:
-      lighting.directional[slider.light - 1].azimuth = value;
+      directional(lighting, slider.light).azimuth = value;
       break;
     case Field::kElevation:
-      lighting.directional[slider.light - 1].elevation = value;
+      directional(lighting, slider.light).elevation = value;
       break;
   }
 }
 
 bool& switchOf(Lighting& lighting, int light) {
-  return light == 0 ? lighting.ambient.on : lighting.directional[light - 1].on;
+  return light == 0 ? lighting.ambient.on : directional(lighting, light).on;
 }
 
 void registerClass(WNDPROC procedure) {

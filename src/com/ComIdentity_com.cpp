@@ -17,10 +17,11 @@ ComIdentity::ComIdentity() noexcept : outer_(innerUnknown()) { ModuleState::inst
 
 ComIdentity::~ComIdentity() { ModuleState::instance().unlock(); }
 
-// Not inlined: the compiler, which knows better than the virtual table what this object is, would
-// take calls through the result for impossible.
-[[gnu::noipa]] IUnknown* ComIdentity::innerUnknown() noexcept {
-  return reinterpret_cast<IUnknown*>(static_cast<InnerUnknown*>(this));
+// Volatile: a compiler that knows better than the virtual table what this object is would take
+// calls through the result for impossible.
+IUnknown* ComIdentity::innerUnknown() noexcept {
+  IUnknown* volatile unknown = reinterpret_cast<IUnknown*>(static_cast<InnerUnknown*>(this));
+  return unknown;
 }
 
 STDMETHODIMP ComIdentity::innerQueryInterface(REFIID iid, void** out) noexcept {

@@ -45,10 +45,10 @@ ComPtr<IErrorInfo> describe(const CallFailure& failure, const wchar_t* progId, R
 }
 
 std::wstring decode(const char* text, UINT codePage, DWORD flags) {
-  std::wstring decoded(MultiByteToWideChar(codePage, flags, text, -1, nullptr, 0), L'\0');
-  const auto room = static_cast<int>(decoded.size());
+  const int room = MultiByteToWideChar(codePage, flags, text, -1, nullptr, 0);
+  std::wstring decoded(static_cast<std::size_t>(room), L'\0');
   const int length = MultiByteToWideChar(codePage, flags, text, -1, decoded.data(), room);
-  decoded.resize(length > 0 ? length - 1 : 0);
+  decoded.resize(length > 0 ? static_cast<std::size_t>(length) - 1 : 0);
   return decoded;
 }
 

@@ -50,15 +50,15 @@ HWND makeCanvasFor(HWND window) {
 
 /// Lets pixels be read as they are, into rows without gaps.
 void setPlainReading() {
-  for (const GLenum scale : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
+  for (const GLenum scale : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
     glPixelTransferf(scale, 1);
   }
-  for (const GLenum bias : {GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS}) {
+  for (const GLenum bias : GLNames{GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS}) {
     glPixelTransferf(bias, 0);
   }
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
   for (const GLenum layout :
-       {GL_PACK_SWAP_BYTES, GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
+       GLNames{GL_PACK_SWAP_BYTES, GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
     glPixelStorei(layout, 0);
   }
   glPixelStorei(GL_PACK_ALIGNMENT, sizeof(std::uint32_t));

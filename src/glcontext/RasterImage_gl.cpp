@@ -91,13 +91,13 @@ bool moveRasterOutside(double x, double y, double z, double offsetX, double offs
 /// Draws pixels as they are.
 void setPlainTransfer() {
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
-  for (const GLenum name : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE, GL_ALPHA_SCALE}) {
+  for (const GLenum name : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE, GL_ALPHA_SCALE}) {
     glPixelTransferf(name, 1);
   }
-  for (const GLenum name : {GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS, GL_ALPHA_BIAS}) {
+  for (const GLenum name : GLNames{GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS, GL_ALPHA_BIAS}) {
     glPixelTransferf(name, 0);
   }
-  for (const GLenum capability : {GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG}) {
+  for (const GLenum capability : GLNames{GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG}) {
     glDisable(capability);
   }
 }

@@ -206,8 +206,9 @@ class PlainPixelStore {
   /// `rowAlignment`: what the bytes of a row are padded to, 1, 2, 4 or 8.
   explicit PlainPixelStore(GLint rowAlignment) {
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    for (const GLenum name : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
-                              GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS}) {
+    for (const GLenum name :
+         GLNames{GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
+                 GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS}) {
       glPixelStorei(name, 0);
     }
     glPixelStorei(GL_UNPACK_ALIGNMENT, rowAlignment);

@@ -14,9 +14,18 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
+#include <initializer_list>
+
 #ifdef ZYN_OWN_GL_MACROS
 #undef ZYN_OWN_GL_MACROS
 #undef APIENTRY
 #undef CALLBACK
 #undef WINGDIAPI
 #endif
+
+namespace zyn {
+
+/// Some names of OpenGL's to go through: by themselves they are signed numbers.
+using GLNames = std::initializer_list<GLenum>;
+
+}  // namespace zyn

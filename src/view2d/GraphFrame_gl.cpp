@@ -99,8 +99,8 @@ constexpr GLbitfield kState = GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_ENABLE_B
                               GL_LIST_BIT | GL_POLYGON_BIT;
 
 void setPlainDrawing() {
-  for (const GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_LINE_SMOOTH,
-                                  GL_LINE_STIPPLE, GL_POLYGON_STIPPLE, GL_TEXTURE_2D}) {
+  for (const GLenum capability : GLNames{GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_LINE_SMOOTH,
+                                         GL_LINE_STIPPLE, GL_POLYGON_STIPPLE, GL_TEXTURE_2D}) {
     glDisable(capability);
   }
   glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);

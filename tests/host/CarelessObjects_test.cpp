@@ -163,7 +163,7 @@ TEST_F(CarelessObjects, MayLeaveOpenGlInDisorder) {
   for (const auto& [name, leave] : disorders) {
     careless->modes.clear();
     careless->modes2D.clear();
-    careless->onDraw3D = careless->onDraw2D = [&](int) {
+    careless->onDraw3D = careless->onDraw2D = [&leave = leave](int) {
       leave();
       return S_OK;
     };

@@ -265,7 +265,8 @@ TEST_F(ControlActivation, IsDeafOnceItsWindowIsBeingDestroyed) {
 }
 
 TEST_F(ControlActivation, SurvivesMessagesThatLieAboutItsWindow) {
-  for (const UINT message : {WM_NCCREATE, WM_CREATE, WM_DESTROY, WM_NCDESTROY}) {
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_NCCREATE, WM_CREATE, WM_DESTROY, WM_NCDESTROY}) {
     makeControl();
     show();
     const HWND deceived = window();
@@ -374,7 +375,8 @@ TEST_F(ControlActivation, MayBeReleasedDuringEveryCallOfItsContainer) {
 
 TEST_F(ControlActivation, TakesTheFocusAtAButtonPress) {
   show();
-  for (const UINT press : {WM_LBUTTONDOWN, WM_MBUTTONDOWN, WM_RBUTTONDOWN}) {
+  for (const UINT press :
+       std::initializer_list<UINT>{WM_LBUTTONDOWN, WM_MBUTTONDOWN, WM_RBUTTONDOWN}) {
     SetFocus(container.window());
     as<IOleInPlaceObject>()->UIDeactivate();
     SendMessageW(window(), press, 0, 0);

@@ -24,9 +24,6 @@ namespace {
 constexpr int kWidth = 400;
 constexpr int kHeight = 300;
 
-/// Colour of what is drawn.
-constexpr Rgb kInk = {0, 0, 0};
-
 struct Line {
   Vec from;
   Vec to;

@@ -297,8 +297,9 @@ void WINAPI sleepUntilScanned(DWORD) { scanner.reset(); }
 
 TEST_P(FailingExportTest, AScannerChangesNothing) {
   const ImportPatch sleep(library_, "Sleep", reinterpret_cast<const void*>(&sleepUntilScanned));
-  for (const DWORD sharing : {FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}) {
+  for (const DWORD sharing :
+       std::initializer_list<DWORD>{FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}) {
     for (const int quality : {10, 90}) {
       exportAs(Format::Jpg, folder_.file(L"spare.bmp"), quality);
       const Bytes undisturbed = readFile(file_);

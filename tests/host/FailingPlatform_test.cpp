@@ -302,8 +302,8 @@ void useView(const wchar_t* progId, const std::vector<ComPtr<IDispatch>>& object
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   pictures[name + " picked"] = progId == kVue3DProgId ? pickedIn(view.Get(), window)
                                                       : clickedIn(control.Get(), container, window);
-  for (const UINT message :
-       {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_SETCURSOR, WM_MOUSELEAVE}) {
+  for (const UINT message : std::initializer_list<UINT>{
+           WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_SETCURSOR, WM_MOUSELEAVE}) {
     SendMessageW(window, message, 0, message == WM_SETCURSOR ? HTCLIENT : MAKELPARAM(5, 6));
   }
   SetWindowPos(window, nullptr, 0, 0, 50, 40, SWP_NOMOVE | SWP_NOZORDER);

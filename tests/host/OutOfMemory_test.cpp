@@ -213,8 +213,8 @@ TEST_P(ExportOutOfMemoryTest, LeavesAWholeFileOrNone) {
     std::filesystem::remove(file);
     FailingAllocations allocations(library());
     std::uint32_t failures = 0;
-    allocations.failEach([&] { return write(*context, file); },
-                         [&](std::uint32_t n, HRESULT) {
+    allocations.failEach([&, &write = write] { return write(*context, file); },
+                         [&, &format = format](std::uint32_t n, HRESULT) {
                            ++failures;
                            EXPECT_TRUE(!exists(file) || readFile(file) == wanted) << format << n;
                            EXPECT_FALSE(exists(context->spare())) << format << n;

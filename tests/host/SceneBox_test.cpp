@@ -221,7 +221,7 @@ class SceneBox : public HostTest {
     isWithOthers_ = rng.oneIn(2);
     pool_.push_back(make(rng));
     startOver(*pool_.back());
-    for (std::size_t changes = 4 + rng.below(40); changes > 0; --changes) {
+    for (std::size_t changes = 4 + rng.below(std::size_t{40}); changes > 0; --changes) {
       change(rng);
       if (rng.oneIn(4)) compare();
     }

@@ -247,8 +247,9 @@ class ThrowingContainers : public ControlTest {
     doVerb(OLEIVERB_UIACTIVATE);
     if (const HWND shown = window()) {
       SetFocus(shown);
-      for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_MOUSEWHEEL,
-                                 WM_PAINT, WM_KEYDOWN, WM_KILLFOCUS}) {
+      for (const UINT message :
+           std::initializer_list<UINT>{WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_MOUSEWHEEL,
+                                       WM_PAINT, WM_KEYDOWN, WM_KILLFOCUS}) {
         SendMessageW(shown, message, 0, MAKELPARAM(5, 5));
       }
     }

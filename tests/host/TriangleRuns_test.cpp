@@ -305,10 +305,11 @@ TEST_F(TriangleRuns, LookLikeSingleTrianglesInLongLists) {
     scene.addTriangles(beginning, kCount);
   });
   ASSERT_TRUE(twins.drawAlike(0));
-  for (const std::size_t place : {0,    1,    255,  256,  511,  512,  513,  1023, 1024, 1025,
-                                  2047, 2048, 4095, 4096, 4999, 5000, 5498, 5499, 5500, 3000}) {
+  for (const std::size_t place : std::initializer_list<std::size_t>{
+           0,    1,    255,  256,  511,  512,  513,  1023, 1024, 1025,
+           2047, 2048, 4095, 4096, 4999, 5000, 5498, 5499, 5500, 3000}) {
     SCOPED_TRACE(place);
-    for (std::size_t edits = 1 + rng.below(4); edits > 0; --edits) {
+    for (std::size_t edits = 1 + rng.below(std::size_t{4}); edits > 0; --edits) {
       const Random numbers = rng.fork();
       twins.both([&](RandomScene& scene) { scene.editAt(numbers, place); });
     }

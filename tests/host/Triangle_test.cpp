@@ -316,7 +316,7 @@ TEST_F(TriangleLateBoundTest, WrongIndexLeavesUntypedReferences) {
                        {9L, outArgument(out[0]), outArgument(out[1]), outArgument(out[2])})
                 .code(),
             E_FAIL);
-  for (const auto& value : out) EXPECT_TRUE(value == _variant_t(L"kept"));
+  for (const VARIANT& value : out) EXPECT_TRUE(_variant_t(L"kept") == value);
 }
 
 TEST_F(TriangleLateBoundTest, PriorityIsAProperty) {

@@ -304,7 +304,8 @@ TEST_F(View2DControl, ArrowsReachTheHostAsEventsOtherKeysGoOn) {
   MSG message = {};
   message.hwnd = window();
   message.message = WM_KEYDOWN;
-  for (const WPARAM key : {VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}) {
+  for (const WPARAM key : std::initializer_list<WPARAM>{VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_HOME,
+                                                        VK_END, VK_PRIOR, VK_NEXT}) {
     message.wParam = key;
     EXPECT_EQ(active->TranslateAccelerator(&message), S_OK) << key;
   }

@@ -254,7 +254,8 @@ TEST_F(View3DMouse, CaptureLastsAsLongAsTheButtons) {
 }
 
 TEST_F(View3DMouse, APressTakesTheFocus) {
-  for (const UINT message : {WM_LBUTTONDOWN, WM_MBUTTONDOWN, WM_RBUTTONDOWN}) {
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_LBUTTONDOWN, WM_MBUTTONDOWN, WM_RBUTTONDOWN}) {
     SetFocus(nullptr);
     host.send(message, 10, 10);
     EXPECT_EQ(GetFocus(), host.window()) << message;
@@ -263,7 +264,7 @@ TEST_F(View3DMouse, APressTakesTheFocus) {
 }
 
 TEST_F(View3DMouse, ADragEndsWithTheCapture) {
-  for (const UINT loss : {WM_CAPTURECHANGED, WM_CANCELMODE}) {
+  for (const UINT loss : std::initializer_list<UINT>{WM_CAPTURECHANGED, WM_CANCELMODE}) {
     host->VueXYp(0);
     const auto before = frame();
     host.send(WM_LBUTTONDOWN, 100, 100, MK_LBUTTON);

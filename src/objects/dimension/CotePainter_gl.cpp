@@ -17,9 +17,9 @@ constexpr GLfloat kEdgeWidth = 0.5F;  ///< of the smooth edges of arrows
 /// Whatever the owner of the context does with what it draws, a dimension is drawn plainly.
 void setPlainState(const Colour4& colour) {
   for (const GLenum capability :
-       {GL_ALPHA_TEST, GL_COLOR_LOGIC_OP, GL_COLOR_MATERIAL, GL_CULL_FACE, GL_DEPTH_TEST, GL_FOG,
-        GL_LIGHTING, GL_LINE_SMOOTH, GL_LINE_STIPPLE, GL_POLYGON_SMOOTH, GL_POLYGON_STIPPLE,
-        GL_TEXTURE_1D, GL_TEXTURE_2D}) {
+       GLNames{GL_ALPHA_TEST, GL_COLOR_LOGIC_OP, GL_COLOR_MATERIAL, GL_CULL_FACE, GL_DEPTH_TEST,
+               GL_FOG, GL_LIGHTING, GL_LINE_SMOOTH, GL_LINE_STIPPLE, GL_POLYGON_SMOOTH,
+               GL_POLYGON_STIPPLE, GL_TEXTURE_1D, GL_TEXTURE_2D}) {
     glDisable(capability);
   }
   glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);

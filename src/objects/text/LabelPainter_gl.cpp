@@ -112,7 +112,7 @@ class DimensionPoints {
 };
 
 void drawArrow(const DimensionPoints& points, const Arrow& arrow) {
-  for (const GLenum kind : {GL_TRIANGLES, GL_LINE_LOOP}) {
+  for (const GLenum kind : GLNames{GL_TRIANGLES, GL_LINE_LOOP}) {
     glBegin(kind);
     for (const PlanePoint& corner : arrow) {
       points.draw(corner);

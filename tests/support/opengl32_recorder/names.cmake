@@ -1,9 +1,8 @@
 # zyn_opengl32_names(FOLDER): writes into FOLDER what the stand-in opengl32.dll exports, as the import library tells it:
 # opengl32_names.inc, a line ZYN_GL(index, name) each, and opengl32.def.
 function(zyn_opengl32_names folder)
-  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libopengl32.a
-    OUTPUT_VARIABLE library OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-  execute_process(COMMAND ${CMAKE_NM} --defined-only ${library}
+  find_library(imports libopengl32.a REQUIRED NO_CACHE)
+  execute_process(COMMAND ${CMAKE_NM} --defined-only ${imports}
     OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX MATCHALL " T w?gl[A-Za-z0-9]+" names "${symbols}")
   list(TRANSFORM names REPLACE "^ T " "")
