@@ -324,12 +324,14 @@ TEST_F(TextTest, ItsBoxIsItsPosition) {
   EXPECT_EQ(parameter, -1);
 }
 
-/// The measures of the glyphs as the system gives them to a rendering context.
+/// The measures of the glyphs as the system gives them to a rendering context, or to anybody where
+/// its OpenGL makes no glyphs.
 class SystemGlyphs {
  public:
   SystemGlyphs() {
     const GlCanvas canvas(8, 8);
     LOGFONTW wanted = {};
+    wanted.lfHeight = -kEm;
     wanted.lfWeight = FW_BOLD;
     wanted.lfCharSet = DEFAULT_CHARSET;
     wanted.lfOutPrecision = OUT_TT_PRECIS;
@@ -337,8 +339,10 @@ class SystemGlyphs {
     std::wcscpy(wanted.lfFaceName, L"arial");
     HFONT font = CreateFontIndirectW(&wanted);
     HGDIOBJ previous = SelectObject(wglGetCurrentDC(), font);
-    EXPECT_TRUE(wglUseFontOutlinesA(wglGetCurrentDC(), 0, 255, glGenLists(255), 0, 0,
-                                    WGL_FONT_POLYGONS, glyphs_.data()));
+    if (!wglUseFontOutlinesA(wglGetCurrentDC(), 0, 255, glGenLists(255), 0, 0, WGL_FONT_POLYGONS,
+                             glyphs_.data())) {
+      for (UINT character = 0; character < 255; ++character) measure(character);
+    }
     SelectObject(wglGetCurrentDC(), previous);
     DeleteObject(font);
   }
@@ -352,6 +356,22 @@ class SystemGlyphs {
   double lineBottom() const { return bottom('p') - 0.02 * (top('M') - bottom('p')); }
 
  private:
+  static constexpr LONG kEm = 2048;  ///< pixels of the font that is measured
+
+  void measure(UINT character) {
+    GLYPHMETRICS said = {};
+    const MAT2 upright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
+    EXPECT_NE(
+        GetGlyphOutlineA(wglGetCurrentDC(), character, GGO_METRICS, &said, 0, nullptr, &upright),
+        GDI_ERROR);
+    constexpr auto inEms = [](auto pixels) { return static_cast<float>(pixels) / kEm; };
+    glyphs_[character] = {inEms(said.gmBlackBoxX),
+                          inEms(said.gmBlackBoxY),
+                          {inEms(said.gmptGlyphOrigin.x), inEms(said.gmptGlyphOrigin.y)},
+                          inEms(said.gmCellIncX),
+                          inEms(said.gmCellIncY)};
+  }
+
   const GLYPHMETRICSFLOAT& of(char c) const { return glyphs_[static_cast<unsigned char>(c)]; }
   std::array<GLYPHMETRICSFLOAT, 256> glyphs_{};
 };

@@ -64,7 +64,7 @@ TYPED_TEST_SUITE(TriangleRunCallsOf, Views);
 
 TYPED_TEST(TriangleRunCallsOf, AreAsManyForAnyNumberOfTriangles) {
   std::vector<std::uint64_t> counts;
-  for (const std::size_t count : {10, 1000, 20000}) {
+  for (const std::size_t count : std::initializer_list<std::size_t>{10, 1000, 20000}) {
     const TypeParam view;
     const auto triangles = this->fill(view, count);
     counts.push_back(this->callsOfPaint(view));

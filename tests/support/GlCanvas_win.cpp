@@ -15,11 +15,11 @@ HBITMAP createBitmap(int width, int height) {
   return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
 }
 
-bool choosePixelFormat(HDC dc) {
+bool choosePixelFormat(HDC dc, DWORD flags) {
   PIXELFORMATDESCRIPTOR wanted = {};
   wanted.nSize = sizeof wanted;
   wanted.nVersion = 1;
-  wanted.dwFlags = PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL;
+  wanted.dwFlags = flags | PFD_SUPPORT_OPENGL;
   wanted.iPixelType = PFD_TYPE_RGBA;
   wanted.cColorBits = 32;
   wanted.cDepthBits = 24;
@@ -32,19 +32,31 @@ bool choosePixelFormat(HDC dc) {
 GlCanvas::GlCanvas(int width, int height)
     : width_(width),
       height_(height),
-      dc_(CreateCompatibleDC(nullptr)),
-      bitmap_(createBitmap(width, height)) {
-  previous_ = SelectObject(dc_, bitmap_);
-  if (choosePixelFormat(dc_)) context_ = wglCreateContext(dc_);
+      bitmap_(createBitmap(width, height)),
+      dc_(CreateCompatibleDC(nullptr)) {
+  SelectObject(dc_, bitmap_);
+  bool isFit = choosePixelFormat(dc_, PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI);
+  if (!isFit) {
+    DeleteDC(dc_);
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, width, height,
+                              nullptr, nullptr, nullptr, nullptr);
+    dc_ = GetDC(window_);
+    isFit = choosePixelFormat(dc_, PFD_DRAW_TO_WINDOW | PFD_DOUBLEBUFFER);
+  }
+  if (isFit) context_ = wglCreateContext(dc_);
   makeCurrent();
 }
 
 GlCanvas::~GlCanvas() {
   if (isCurrent()) wglMakeCurrent(nullptr, nullptr);
   wglDeleteContext(context_);
-  SelectObject(dc_, previous_);
+  if (window_) {
+    ReleaseDC(window_, dc_);
+    DestroyWindow(window_);
+  } else {
+    DeleteDC(dc_);
+  }
   DeleteObject(bitmap_);
-  DeleteDC(dc_);
 }
 
 void GlCanvas::makeCurrent() const {

@@ -7,8 +7,9 @@
 
 namespace zyn::test {
 
-/// An OpenGL context of the test's own on a 32-bit bitmap in memory, current for the object's life
-/// unless the test makes another one current.
+/// An OpenGL context of the test's own on a 32-bit bitmap in memory, or in a hidden window where
+/// there is no OpenGL on bitmaps; current for the object's life unless the test makes another one
+/// current.
 class GlCanvas {
  public:
   GlCanvas(int width, int height);
@@ -24,9 +25,9 @@ class GlCanvas {
  private:
   int width_;
   int height_;
-  HDC dc_ = nullptr;
-  HBITMAP bitmap_ = nullptr;
-  HGDIOBJ previous_ = nullptr;
+  HBITMAP bitmap_;
+  HDC dc_;
+  HWND window_ = nullptr;
   HGLRC context_ = nullptr;
 };
 

@@ -210,7 +210,7 @@ void HostWorld::calledBack(Callback kind, const std::string& call) {
   ++counts_.callbacks;
   if (kind == Callback::kCall) settle();
   const bool restricted = levels_.back().restricted || kind == Callback::kQuestion;
-  const std::size_t rarity = kind == Callback::kQuestion ? 30 : 2;
+  const int rarity = kind == Callback::kQuestion ? 30 : 2;
   if (failed_ || budget_ == 0 || levels_.size() >= kDepth || !oneIn(rarity)) return;
   --budget_;
   trace_.push_back(std::string(2 * levels_.size() - 1, ' ') + "in " + call);

@@ -72,7 +72,7 @@ class HostWorld final : public Watcher {
   // For the actions.
 
   int below(int limit) { return random_.below(limit); }
-  bool oneIn(std::size_t times) { return random_.oneIn(times); }
+  bool oneIn(int times) { return random_.oneIn(times); }
 
   Thing* anyThing();
   /// A view, or a context, that the host holds; null when the place chosen is empty.

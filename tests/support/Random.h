@@ -28,7 +28,7 @@ class Random {
     return static_cast<Count>(next() % static_cast<std::uint64_t>(count));
   }
   /// True once in `times` times.
-  bool oneIn(std::size_t times) { return below(times) == 0; }
+  bool oneIn(std::integral auto times) { return below(times) == 0; }
   double between(double low, double high) {
     return low + (high - low) * (static_cast<double>(next() >> 11U) * 0x1p-53);
   }

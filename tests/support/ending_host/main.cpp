@@ -69,7 +69,7 @@ const std::map<std::string, std::function<void()>> kWays = {
        std::exit(exitCode);
      }},
     {"static", [] { releasedByStatic = true; }},
-    {"ExitProcess", [] { ExitProcess(exitCode); }},
+    {"ExitProcess", [] { ExitProcess(static_cast<UINT>(exitCode)); }},
     {"uninitialize", [] { OleUninitialize(); }},
     {"unloadUnderWindows",
      [] {
@@ -95,7 +95,7 @@ const std::map<std::string, std::function<void()>> kWays = {
      }},
     {"thread",
      [] {
-       std::thread([] { ExitProcess(exitCode); }).detach();
+       std::thread([] { ExitProcess(static_cast<UINT>(exitCode)); }).detach();
        for (;;) {
          ScriptedContainer::pump();
          Sleep(1);
