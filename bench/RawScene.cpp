@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 
 namespace zyn::bench {
 

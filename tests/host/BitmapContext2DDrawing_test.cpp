@@ -3,9 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
-#include "support/ForeignRectangle_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"

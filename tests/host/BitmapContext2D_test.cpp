@@ -1,8 +1,8 @@
 // The members of the 2D bitmap context: names, numbers, and what they hold.
 #include <algorithm>
 
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
-#include "support/ForeignRectangle_win.h"
 #include "support/ImageDecoder_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"

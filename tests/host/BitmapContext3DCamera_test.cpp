@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/Scene_win.h"
@@ -553,7 +553,7 @@ TEST_F(ViewBoxTest, ObjectsThatAreNoBoxAreNotKept) {
 TEST_F(ViewBoxTest, FailingBoxDoesNoHarm) {
   auto box = makeBox(4);
   put(box.Get());
-  box->failWith(E_ACCESSDENIED);
+  box->onGet = [] { return E_ACCESSDENIED; };
   const auto path = scene_.folder().file(L"failing.bmp");
   const HRESULT result = scene_->CreateBitmap(bstr(path));
   EXPECT_TRUE(result == S_OK || result == E_ACCESSDENIED) << result;

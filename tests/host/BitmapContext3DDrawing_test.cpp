@@ -3,7 +3,7 @@
 #include <climits>
 #include <random>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/LateBinding_win.h"

@@ -1,7 +1,7 @@
 // Drawn objects are foreign code: they may call the members that only the 3D bitmap context has.
 #include <utility>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/Scene_win.h"

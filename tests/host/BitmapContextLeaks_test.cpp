@@ -1,7 +1,6 @@
 // Hundreds of surfaces, pictures and files of bitmap contexts: nothing of them stays.
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
-#include "support/ForeignRectangle_win.h"
 #include "support/ProcessUsage_win.h"
 #include "support/Scene_win.h"
 

@@ -2,8 +2,8 @@
 // drawing or asking them.
 #include <utility>
 
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignObject_win.h"
-#include "support/ForeignRectangle_win.h"
 #include "support/Scene_win.h"
 
 namespace zyn::test {

@@ -2,13 +2,10 @@
 // exception, so that nothing of the library's own comes to its end: what they were drawn by draws,
 // picks and exports again, and everything can be closed.
 #include "support/BrokenOff_win.h"
+#include "support/EveryContainer_win.h"
 #include "support/FailingImport_win.h"
 #include "support/MessageCatcher_win.h"
 #include "support/Pickable_win.h"
-#include "support/Scene_win.h"
-#include "support/Texts_win.h"
-#include "support/View2DHost_win.h"
-#include "support/View3DHost_win.h"
 
 namespace zyn::test {
 namespace {
@@ -65,7 +62,7 @@ class Survivor {
 };
 
 /// What the calls that were left held is held for ever: nothing is looked for at the end.
-class BrokenOffDrawing : public testing::TestWithParam<Way> {
+class BrokenOffDrawing : public testing::TestWithParam<Way>, protected EveryContainer {
  protected:
   static void SetUpTestSuite() {
     require(CoInitialize(nullptr), "CoInitialize");
@@ -73,57 +70,12 @@ class BrokenOffDrawing : public testing::TestWithParam<Way> {
   }
 
   BrokenOffDrawing() {
-    plate_->onDraw2D = plate_->onDraw3D;
-    for (const auto& object : {ComPtr<IDispatch>(triangle_), ComPtr<IDispatch>(label_),
-                               ComPtr<IDispatch>(breaker_->dispatch())}) {
-      require(view3D_->Add(object.Get(), 0), "Add");
-      require(view2D_->Add(object.Get(), 0), "Add");
-      scene_.add(object.Get());
-      graph_.add(object.Get());
-    }
-    for (IDispatch* const object : {plate_->dispatch(), breaker_->dispatch()}) {
-      require(view3D_->AddSelection(object), "AddSelection");
-      require(view2D_->AddSelection(object), "AddSelection");
-    }
-    require(view3D_->initView(0), "initView");
-    require(view3D_->VueXYp(0), "VueXYp");
-    require(view2D_->initView(), "initView");
+    addEverywhere(breaker_->dispatch());
+    select(breaker_->dispatch());
     before_ = look();
     EXPECT_EQ(before_.picked3D, std::vector<long>{7});
     EXPECT_GT(before_.view3D.count(kRed), 0);
     EXPECT_GT(before_.view2D.count(kRed), 0);
-  }
-
-  /// Everything that is drawn and picked.
-  struct Look {
-    Image view3D, view2D, picture3D, picture2D;
-    Bytes scene, graph;
-    std::vector<long> picked3D, picked2D;
-    bool operator==(const Look&) const = default;
-  };
-  Look look() {
-    view3D_.paint();
-    view2D_.paint();
-    return {view3D_.shown(),
-            view2D_.shown(),
-            view3D_.picture({30, 20}),
-            view2D_.picture({30, 20}),
-            scene_.renderBytes(),
-            graph_.renderBytes(),
-            picked3D(),
-            picked2D()};
-  }
-  std::vector<long> picked3D() const {
-    _variant_t names;
-    require(view3D_->getSelectionUnderMouse(30, 20, &names), "getSelectionUnderMouse");
-    return namesIn(names);
-  }
-  std::vector<long> picked2D() {
-    view2D_.forgetEvents();
-    view2D_.send(WM_LBUTTONDBLCLK, 30, 20);
-    view2D_.send(WM_LBUTTONUP, 30, 20);
-    const auto events = view2D_.events(GraphEvent::MouseSelectionDblClick);
-    return events.empty() ? std::vector<long>() : namesIn(events[0].arguments[0]);
   }
 
   using Work = std::function<void()>;
@@ -172,14 +124,7 @@ class BrokenOffDrawing : public testing::TestWithParam<Way> {
     room[1] = room[0];
   }
 
-  ComPtr<IZYNGLTriangle> triangle_ = makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
-  ComPtr<IZYNGLTexte> label_ = makeText(L"label");
-  ComPtr<ForeignObject> plate_ = makePickable({7}, {0, 1, 0, 1, 0});
   ComPtr<ForeignObject> breaker_ = makeForeign<ForeignObject>();
-  View3DHost view3D_{SIZE{60, 40}};
-  View2DHost view2D_{SIZE{60, 40}};
-  OffscreenScene scene_{24, 24};
-  OffscreenGraph graph_{24, 24};
   Look before_;
 };
 

@@ -5,73 +5,17 @@
 
 #include "support/CallerState_win.h"
 #include "support/Claimer_win.h"
+#include "support/EveryContainer_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/GlCanvas_win.h"
-#include "support/Pickable_win.h"
 #include "support/PlainCalls_win.h"
-#include "support/Scene_win.h"
-#include "support/Texts_win.h"
-#include "support/View2DHost_win.h"
-#include "support/View3DHost_win.h"
 
 namespace zyn::test {
 namespace {
 
-class CarelessObjects : public HostTest {
+class CarelessObjects : public HostTest, protected EveryContainer {
  protected:
-  CarelessObjects() {
-    plate_->onDraw2D = plate_->onDraw3D;
-    addEverywhere(triangle_.Get());
-    addEverywhere(label_.Get());
-    select(plate_->dispatch());
-    require(view3D_->initView(0), "initView");
-    require(view3D_->VueXYp(0), "VueXYp");
-    require(view2D_->initView(), "initView");
-  }
-
-  void addEverywhere(IDispatch* object) {
-    require(view3D_->Add(object, 0), "Add");
-    require(view2D_->Add(object, 0), "Add");
-    scene_.add(object);
-    graph_.add(object);
-  }
-  void select(IDispatch* object) {
-    require(view3D_->AddSelection(object), "AddSelection");
-    require(view2D_->AddSelection(object), "AddSelection");
-  }
-
-  /// Everything that is drawn and picked.
-  struct Look {
-    Image view3D, view2D, picture3D, picture2D;
-    Bytes scene, graph;
-    std::vector<long> picked3D, picked2D;
-    bool operator==(const Look&) const = default;
-  };
-  Look look() {
-    view3D_.paint();
-    view2D_.paint();
-    return {view3D_.shown(),
-            view2D_.shown(),
-            view3D_.picture({30, 20}),
-            view2D_.picture({30, 20}),
-            scene_.renderBytes(),
-            graph_.renderBytes(),
-            picked3D(),
-            picked2D()};
-  }
-  std::vector<long> picked3D() const {
-    _variant_t names;
-    require(view3D_->getSelectionUnderMouse(30, 20, &names), "getSelectionUnderMouse");
-    return namesIn(names);
-  }
-  std::vector<long> picked2D() {
-    view2D_.forgetEvents();
-    view2D_.send(WM_LBUTTONDBLCLK, 30, 20);
-    const auto events = view2D_.events(GraphEvent::MouseSelectionDblClick);
-    return events.empty() ? std::vector<long>() : namesIn(events[0].arguments[0]);
-  }
-
   /// Calls every member of every class with the object.
   void callAllWith(IDispatch* object) const {
     // A dialog would wait for somebody.
@@ -89,13 +33,6 @@ class CarelessObjects : public HostTest {
   }
 
   TempFolder folder_;
-  ComPtr<IZYNGLTriangle> triangle_ = makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
-  ComPtr<IZYNGLTexte> label_ = makeText(L"label");
-  ComPtr<ForeignObject> plate_ = makePickable({7}, {0, 1, 0, 1, 0});
-  View3DHost view3D_{SIZE{60, 40}};
-  View2DHost view2D_{SIZE{60, 40}};
-  OffscreenScene scene_{24, 24};
-  OffscreenGraph graph_{24, 24};
 };
 
 TEST_F(CarelessObjects, MayClaimEverything) {

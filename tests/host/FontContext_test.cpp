@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "support/ControlTest_win.h"
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/OffscreenContext_win.h"
 #include "support/Pickable_win.h"

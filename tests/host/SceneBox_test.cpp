@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "support/ArrayVariant_win.h"
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/Outer_win.h"
 #include "support/RandomTriangles_win.h"
 #include "support/View3DHost_win.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/Scene_win.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/Pickable_win.h"
 #include "support/Scene_win.h"
 #include "support/Texts_win.h"

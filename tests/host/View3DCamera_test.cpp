@@ -2,7 +2,7 @@
 #include <numbers>
 
 #include "support/ArrayVariant_win.h"
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/View3DHost_win.h"
 
 namespace zyn::test {
@@ -479,7 +479,7 @@ TEST_F(View3DCamera, LaterChangesOfTheViewBoxCount) {
   host->VueTournage(0);
   EXPECT_NEAR(host.camera().width, 200, 1e-3);
   const auto before = frame();
-  box->failWith(E_ACCESSDENIED);
+  box->onGet = [] { return E_ACCESSDENIED; };
   EXPECT_EQ(host->VueXYp(0), E_ACCESSDENIED);
   EXPECT_EQ(frame(), before) << "a box that cannot be read changes nothing";
 }
@@ -517,7 +517,7 @@ TEST_F(View3DCamera, AViewBoxMayBeReplacedWhileItIsRead) {
   startWithCube();
   const auto box = makeForeign<ForeignBox>(-8, 8, -8, 8, -8, 8);
   host->setViewBox(box->dispatch());
-  box->onRead = [&] { host->Add(nullptr, 0); };
+  box->onGet = [&] { return host->Add(nullptr, 0); };
   host->VueXYp(0);
   EXPECT_NEAR(host.camera().height, 16, 1e-4);
   host->VueXYp(0);

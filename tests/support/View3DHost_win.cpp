@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 // After windows.h:
 #include <GL/gl.h>
 

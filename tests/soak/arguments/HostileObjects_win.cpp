@@ -1,7 +1,7 @@
 #include "soak/arguments/HostileObjects_win.h"
 
 #include "support/Claimer_win.h"
-#include "support/ForeignBox_win.h"
+#include "support/ForeignBounds_win.h"
 #include "support/ForeignCollection_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/Pictures_win.h"
@@ -47,7 +47,7 @@ HRESULT giveBox(Random& random, ObjectSource& objects, IDispatch** box) {
   const auto made =
       makeForeign<ForeignBox>(oddCoordinate(random), oddCoordinate(random), oddCoordinate(random),
                               oddCoordinate(random), oddCoordinate(random), oddCoordinate(random));
-  if (random.oneIn(6)) made->failWith(E_FAIL);
+  if (random.oneIn(6)) made->onGet = [] { return E_FAIL; };
   return handOut(made, box);
 }
 
