@@ -1,61 +1,14 @@
 #include "view2d/Mouse2D.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "support/RecordingMouseHost2D.h"
+#include "support/MouseTest.h"
 
-namespace zyn {
+namespace zyn::test {
 namespace {
-
-using Calls = std::vector<std::string>;
-
-constexpr MouseKeys kNone;
-constexpr MouseKeys kLeft(MouseKeys::kLeft);
-constexpr MouseKeys kMiddle(MouseKeys::kMiddle);
-constexpr MouseKeys kShift(MouseKeys::kShift);
-constexpr MouseKeys kControl(MouseKeys::kControl);
-
-/// Two hits: 8 in front of 5 and 6.
-PickRecords twoHits() {
-  const std::vector<std::uint32_t> buffer{2, 4000, 5000, 5, 6, 1, 2000, 3000, 8};
-  return PickRecords(buffer, 2);
-}
-
-/// A view of 400 by 200 pixels on -10..10 by -5..5: 20 pixels a unit, the origin at (200, 100).
-class Mouse2DTest : public testing::Test {
- protected:
-  Mouse2DTest() {
-    view_.resize({400, 200});
-    view_.viewRect({-10, 10, -5, 5});
-    view_.view(Rect2{-10, 10, -5, 5}, 0);
-    mouse_.mouseMove({1, 1}, kNone);
-    host_.take();
-  }
-
-  void press(PixelPoint at) { mouse_.leftDown(at, kLeft); }
-  void move(PixelPoint at) { mouse_.mouseMove(at, kLeft); }
-  void release(PixelPoint at) { mouse_.leftUp(at, kNone); }
-
-  std::size_t historyLength() const { return view_.history().count(); }
-
-  void expectShown(const Rect2& expected) const {
-    const Rect2 shown = view_.current().bounds();
-    EXPECT_NEAR(shown.xMin, expected.xMin, 1e-9);
-    EXPECT_NEAR(shown.xMax, expected.xMax, 1e-9);
-    EXPECT_NEAR(shown.yMin, expected.yMin, 1e-9);
-    EXPECT_NEAR(shown.yMax, expected.yMax, 1e-9);
-  }
-  void expectUnmoved() const { expectShown({-10, 10, -5, 5}); }
-
-  ViewState2D view_;
-  test::RecordingMouseHost2D host_;
-  Mouse2D mouse_{view_, host_};
-};
 
 TEST_F(Mouse2DTest, Defaults) {
   EXPECT_EQ(mouse_.mode().value(), 3);
@@ -116,16 +69,6 @@ TEST_F(Mouse2DTest, TheRightModesKeepTheViewInTheHistory) {
     release({300, 50});
     EXPECT_EQ(historyLength(), ++expected) << mode;
   }
-}
-
-TEST_F(Mouse2DTest, APressFiresBeforeAnythingElse) {
-  mouse_.mode().set(1);
-  host_.handlers["MouseDown"] = [&] {
-    EXPECT_EQ(historyLength(), 1U);
-    EXPECT_EQ(host_.calls.size(), 1U);
-  };
-  press({10, 20});
-  EXPECT_EQ(historyLength(), 2U);
 }
 
 // Drags.
@@ -233,54 +176,15 @@ TEST_F(Mouse2DTest, MaintainedWindowZoomStays) {
   EXPECT_EQ(mouse_.mode().value(), 1);
 }
 
-TEST_F(Mouse2DTest, AMoveWithoutDistanceRepaintsNoRubberBand) {
-  mouse_.mode().set(4);
-  press({100, 150});
-  move({100, 150});
-  EXPECT_EQ(host_.count("repaint"), 0);
-  move({200, 50});
-  move({200, 50});
-  EXPECT_EQ(host_.count("repaint"), 1);
-}
-
 // Selection.
 
-TEST_F(Mouse2DTest, APressInASelectionModePicks) {
-  host_.selectables = true;
-  host_.hits = twoHits();
-  for (const std::int32_t mode : {-1, -2}) {
-    mouse_.mode().set(mode);
-    press({300, 50});
-    move({310, 60});
-    EXPECT_FALSE(mouse_.rubberBand());
-    release({310, 60});
-    EXPECT_EQ(host_.take(),
-              (Calls{"MouseDown 0 5,2.5", "pick 300,50", "MouseSelection {8}",
-                     "MouseSelection2 0 5,2.5 {8}", "MouseMove 5.5,2", "MouseUp 0 5.5,2"}));
-  }
-}
-
-TEST_F(Mouse2DTest, TheKeyOfASelectionIsThatOfThePress) {
-  host_.selectables = true;
-  mouse_.mode().set(-1);
-  const std::uint32_t both = MouseKeys::kControl | MouseKeys::kShift;
-  for (const auto& [keys, key] : {std::pair(kControl, "1"), std::pair(kShift, "2"),
-                                  std::pair(MouseKeys(both), "1"), std::pair(kLeft, "0")}) {
-    mouse_.leftDown({200, 100}, keys);
-    EXPECT_EQ(host_.calls.back(), std::string("MouseSelection2 ") + key + " 0,0 nothing");
-  }
-}
-
-TEST_F(Mouse2DTest, SuperposedSelectionReportsEveryHit) {
+TEST_F(Mouse2DTest, SuperposedSelectionHoldsForDoubleClicksButNotForHovering) {
   host_.selectables = true;
   host_.hits = twoHits();
   mouse_.setSelectSuperpose(true);
-  mouse_.mode().set(-1);
-  press({200, 100});
-  EXPECT_EQ(host_.calls.back(), "MouseSelection2 0 0,0 {5,6,8}");
   mouse_.leftDoubleClick({200, 100});
   EXPECT_EQ(host_.calls.back(), "MouseSelectionDblClick {5,6,8}");
-  mouse_.mouseMove({201, 100}, kNone);
+  mouse_.mouseMove({201, 100}, kNoKeys);
   EXPECT_EQ(host_.calls.back(), "MouseOn2 0 0.05,0 {8}");
 }
 
@@ -303,45 +207,8 @@ TEST_F(Mouse2DTest, WithoutSelectablesNothingIsPicked) {
   press({10, 20});
   release({10, 20});
   mouse_.leftDoubleClick({10, 20});
-  mouse_.mouseMove({30, 30}, kNone);
+  mouse_.mouseMove({30, 30}, kNoKeys);
   EXPECT_EQ(host_.take(), (Calls{"MouseDown 0 -9.5,4", "MouseUp 0 -9.5,4", "MouseMove -8.5,3.5"}));
-}
-
-TEST_F(Mouse2DTest, HoveringReportsTheNearestHitAfterTheMove) {
-  host_.selectables = true;
-  host_.hits = twoHits();
-  mouse_.mouseMove({300, 50}, kNone);
-  EXPECT_EQ(host_.take(),
-            (Calls{"MouseMove 5,2.5", "pick 300,50", "MouseOn {8}", "MouseOn2 0 5,2.5 {8}"}));
-  host_.hits = PickRecords();
-  mouse_.mouseMove({301, 50}, kShift);
-  EXPECT_EQ(host_.take(), (Calls{"MouseMove 5.05,2.5", "pick 301,50", "MouseOn nothing",
-                                 "MouseOn2 2 5.05,2.5 nothing"}));
-}
-
-TEST_F(Mouse2DTest, NothingIsPickedTwiceForOnePosition) {
-  host_.selectables = true;
-  mouse_.mouseMove({30, 40}, kNone);
-  mouse_.mouseMove({30, 40}, kControl);
-  EXPECT_EQ(host_.count("pick"), 1);
-  EXPECT_EQ(host_.count("MouseMove"), 2);
-  mouse_.mouseLeave();
-  mouse_.mouseMove({30, 40}, kNone);
-  EXPECT_EQ(host_.count("pick"), 2);
-}
-
-TEST_F(Mouse2DTest, NothingIsPickedWhileAButtonIsHeld) {
-  host_.selectables = true;
-  for (const std::uint32_t button : {0x01U, 0x02U, 0x10U, 0x20U, 0x40U}) {
-    mouse_.mouseMove({30, static_cast<int>(button)}, MouseKeys(button));
-  }
-  mouse_.mode().set(0);
-  mouse_.leftDown({10, 10}, kNone);
-  mouse_.mouseMove({31, 40}, kNone);
-  EXPECT_EQ(host_.count("pick"), 0);
-  release({31, 40});
-  mouse_.mouseMove({31, 40}, kNone);
-  EXPECT_EQ(host_.count("pick"), 1);
 }
 
 TEST_F(Mouse2DTest, ARubberBandSelects) {
@@ -370,30 +237,6 @@ TEST_F(Mouse2DTest, ARubberBandWithoutSelectablesStillTellsItsRectangle) {
   host_.take();
   release({240, 80});
   EXPECT_EQ(host_.take()[3], "WindowSelection 0 0:2,0:1 nothing");
-}
-
-TEST_F(Mouse2DTest, ARectangleWithoutAPixelSelectsNothing) {
-  mouse_.mode().set(-1);
-  mouse_.setWindowSelection(true);
-  for (const PixelPoint end : {PixelPoint{100, 100}, {100, 150}, {150, 100}}) {
-    press({100, 100});
-    move({200, 200});
-    release(end);
-  }
-  EXPECT_EQ(host_.count("pickWithin") + host_.count("WindowSelection"), 0);
-  EXPECT_EQ(host_.count("repaint"), 6);
-}
-
-TEST_F(Mouse2DTest, WindowSelectionNeedsASelectionMode) {
-  mouse_.setWindowSelection(true);
-  for (const std::int32_t mode : {0, 1, 2, 3, 5, -3}) {
-    mouse_.mode().set(mode);
-    press({100, 100});
-    move({120, 130});
-    EXPECT_FALSE(mouse_.rubberBand());
-    release({120, 130});
-  }
-  EXPECT_EQ(host_.count("WindowSelection"), 0);
 }
 
 // The middle button and the wheel.
@@ -430,18 +273,6 @@ TEST_F(Mouse2DTest, ThePanReturnsToModeFour) {
   EXPECT_EQ(mouse_.mode().value(), 4);
 }
 
-TEST_F(Mouse2DTest, SwitchingTheMiddleButtonOffEndsItsPan) {
-  mouse_.setMiddleButtonActive(true);
-  mouse_.middleDown({100, 100}, kMiddle);
-  mouse_.setMiddleButtonActive(false);
-  EXPECT_EQ(mouse_.mode().value(), 3);
-  mouse_.mouseMove({200, 100}, kMiddle);
-  expectUnmoved();
-  mouse_.middleUp();
-  EXPECT_EQ(mouse_.mode().value(), 3);
-  EXPECT_EQ(host_.count("release"), 1);
-}
-
 TEST_F(Mouse2DTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
   mouse_.setMiddleButtonActive(true);
   mouse_.mode().set(0);
@@ -456,7 +287,7 @@ TEST_F(Mouse2DTest, TheCaptureLastsUntilTheLastButtonIsReleased) {
 
 TEST_F(Mouse2DTest, ANotchZoomsAboutTheLastPosition) {
   mouse_.setMiddleButtonActive(true);
-  mouse_.mouseMove({300, 50}, kNone);
+  mouse_.mouseMove({300, 50}, kNoKeys);
   const Point before = view_.getPoint({300, 50});
   host_.take();
   EXPECT_TRUE(mouse_.wheel(120, {10, 10}));
@@ -483,83 +314,7 @@ TEST_F(Mouse2DTest, TheWheelTakesItsOwnPositionUntilTheMouseHasMoved) {
   EXPECT_NEAR(view_.getPoint({300, 50}).x, before.x, 1e-6);
 }
 
-// Entering and leaving.
-
-TEST_F(Mouse2DTest, LeavingIsTrackedOnceAVisit) {
-  EXPECT_TRUE(mouse_.isMouseInside());
-  mouse_.mouseLeave();
-  EXPECT_FALSE(mouse_.isMouseInside());
-  mouse_.mouseMove({200, 100}, kNone);
-  mouse_.mouseMove({220, 100}, kNone);
-  EXPECT_TRUE(mouse_.isMouseInside());
-  EXPECT_EQ(host_.take(), (Calls{"MouseLeave", "track", "MouseMove 0,0", "MouseMove 1,0"}));
-}
-
-TEST_F(Mouse2DTest, TheCursorGlyphComesAndGoes) {
-  host_.cursor = true;
-  mouse_.mouseLeave();
-  EXPECT_EQ(host_.take(), (Calls{"repaint", "MouseLeave"}));
-  mouse_.mouseMove({200, 100}, kNone);
-  EXPECT_EQ(host_.take(), (Calls{"repaint", "track", "MouseMove 0,0"}));
-}
-
 // Ends.
-
-TEST_F(Mouse2DTest, AReleaseWithoutAPressOnlyFires) {
-  mouse_.mode().set(4);
-  release({200, 100});
-  mouse_.middleUp();
-  EXPECT_EQ(host_.take(), Calls{"MouseUp 0 0,0"});
-  EXPECT_EQ(mouse_.mode().value(), 4);
-}
-
-TEST_F(Mouse2DTest, ALostCaptureEndsADragOnce) {
-  mouse_.mode().set(4);
-  press({100, 100});
-  move({150, 150});
-  host_.take();
-  mouse_.captureLost();
-  EXPECT_EQ(host_.take(), Calls{"repaint"});
-  EXPECT_FALSE(mouse_.rubberBand());
-  EXPECT_EQ(mouse_.mode().value(), 3);
-  mouse_.captureLost();
-  EXPECT_EQ(host_.take(), Calls());
-  release({200, 200});
-  EXPECT_EQ(host_.take(), Calls{"MouseUp 0 0,-5"});
-  expectUnmoved();
-}
-
-TEST_F(Mouse2DTest, ALostCaptureEndsThePan) {
-  mouse_.setMiddleButtonActive(true);
-  mouse_.middleDown({100, 100}, kMiddle);
-  mouse_.captureLost();
-  EXPECT_EQ(mouse_.mode().value(), 3);
-  mouse_.mouseMove({200, 200}, kMiddle);
-  expectUnmoved();
-}
-
-TEST_F(Mouse2DTest, ReleasingTheCaptureReportsItAsLost) {
-  host_.handlers["release"] = [&] { mouse_.captureLost(); };
-  mouse_.mode().set(4);
-  press({200, 100});
-  release({240, 80});
-  expectShown({0, 2, 0, 1});
-  EXPECT_EQ(host_.count("repaint"), 1);
-}
-
-TEST_F(Mouse2DTest, AMoveThatReportsTheButtonAsUpEndsTheDrag) {
-  mouse_.setMiddleButtonActive(true);
-  mouse_.mode().set(4);
-  press({100, 100});
-  move({150, 150});
-  host_.take();
-  mouse_.mouseMove({200, 100}, kNone);
-  EXPECT_EQ(host_.take(), (Calls{"repaint", "release", "MouseMove 0,0"}));
-  mouse_.middleDown({100, 100}, kMiddle);
-  mouse_.mouseMove({100, 100}, kNone);
-  EXPECT_EQ(mouse_.mode().value(), 3);
-  expectUnmoved();
-}
 
 TEST_F(Mouse2DTest, APressAfterAMissedReleaseStartsAnew) {
   mouse_.mode().set(4);
@@ -574,58 +329,6 @@ TEST_F(Mouse2DTest, APressAfterAMissedReleaseStartsAnew) {
 
 // What event handlers do.
 
-TEST_F(Mouse2DTest, AReleaseWithinThePressEventLeavesNoDrag) {
-  mouse_.mode().set(1);
-  host_.handlers["MouseDown"] = [&] { release({100, 100}); };
-  press({100, 100});
-  move({200, 100});
-  expectUnmoved();
-  EXPECT_EQ(historyLength(), 1U);
-  EXPECT_EQ(host_.count("capture"), 0);
-}
-
-TEST_F(Mouse2DTest, TheModeIsReadAfterThePressEvent) {
-  host_.handlers["MouseDown"] = [&] { mouse_.mode().set(1); };
-  press({100, 100});
-  move({140, 100});
-  expectShown({-12, 8, -5, 5});
-}
-
-TEST_F(Mouse2DTest, MovesWithinTheReleaseEventDragNoMore) {
-  mouse_.mode().set(4);
-  press({200, 100});
-  host_.handlers["MouseUp"] = [&] {
-    mouse_.mouseMove({300, 10}, kNone);
-    EXPECT_FALSE(mouse_.rubberBand());
-  };
-  release({240, 80});
-  expectShown({0, 2, 0, 1});
-}
-
-TEST_F(Mouse2DTest, APressWithinTheReleaseEventIsNotEndedByIt) {
-  mouse_.mode().set(4);
-  press({10, 10});
-  host_.handlers["MouseUp"] = [&] {
-    host_.handlers.clear();
-    press({200, 100});
-    move({240, 80});
-  };
-  release({50, 50});
-  expectUnmoved();
-  EXPECT_EQ(mouse_.rubberBand(), (RubberBand{{200, 100}, {240, 80}}));
-  release({240, 80});
-  expectShown({0, 2, 0, 1});
-}
-
-TEST_F(Mouse2DTest, AModeSetInTheReleaseEventWaitsForTheNextDrag) {
-  mouse_.mode().set(0);
-  host_.handlers["MouseUp"] = [&] { mouse_.mode().set(4); };
-  press({10, 10});
-  release({50, 50});
-  EXPECT_EQ(mouse_.mode().value(), 4);
-  expectUnmoved();
-}
-
 TEST_F(Mouse2DTest, WindowSelectionMayEndInTheSelectionEvent) {
   host_.selectables = true;
   mouse_.mode().set(-1);
@@ -635,68 +338,5 @@ TEST_F(Mouse2DTest, WindowSelectionMayEndInTheSelectionEvent) {
   EXPECT_EQ(host_.count("capture"), 0);
 }
 
-TEST_F(Mouse2DTest, AMoveWithinAPickPicksNoPositionTwice) {
-  host_.selectables = true;
-  host_.handlers["pick"] = [&] { mouse_.mouseMove({30, 40}, kNone); };
-  mouse_.mouseMove({30, 40}, kNone);
-  EXPECT_EQ(host_.count("pick"), 1);
-}
-
-/// Closes the view in one kind of call: no call comes after it.
-class ClosingGraphTest : public Mouse2DTest, public testing::WithParamInterface<const char*> {
- protected:
-  template <class Message>
-  void run(Message message) {
-    bool closed = false;
-    host_.handlers[GetParam()] = [&] {
-      mouse_.close();
-      closed = true;
-      callsAtClose_ = host_.calls.size();
-    };
-    message();
-    if (closed) {
-      ++closings_;
-      EXPECT_EQ(host_.calls.size(), callsAtClose_) << host_.calls.back();
-    }
-  }
-
-  std::size_t callsAtClose_ = 0;
-  int closings_ = 0;
-};
-
-TEST_P(ClosingGraphTest, NothingFollows) {
-  host_.activeTrace = true;
-  host_.selectables = true;
-  host_.cursor = true;
-  mouse_.setWindowSelection(true);
-  mouse_.setMiddleButtonActive(true);
-  for (const std::int32_t mode : {-1, 1, 3, 4}) {
-    mouse_.mode().set(mode);
-    run([&] { press({100, 100}); });
-    run([&] { move({150, 150 + mode}); });
-    run([&] { release({150, 150 + mode}); });
-    run([&] { mouse_.leftDoubleClick({150, 150}); });
-    run([&] { mouse_.middleDown({10, 10}, kMiddle); });
-    run([&] { mouse_.mouseMove({20, 20}, kMiddle); });
-    run([&] { mouse_.middleUp(); });
-    run([&] { mouse_.mouseMove({30, 30 + mode}, kNone); });
-    run([&] { mouse_.wheel(120, {}); });
-    run([&] { mouse_.mouseLeave(); });
-    run([&] { press({100, 100}); });
-    run([&] { mouse_.captureLost(); });
-    run([&] { press({100, 100}); });
-    run([&] { mouse_.mouseMove({100, 100}, kNone); });
-  }
-  EXPECT_GT(closings_, 0);
-  EXPECT_FALSE(mouse_.rubberBand());
-}
-
-INSTANTIATE_TEST_SUITE_P(EveryCall, ClosingGraphTest,
-                         testing::Values("MouseDown", "MouseUp", "MouseMove", "MouseLeave",
-                                         "MouseSelection", "MouseSelection2",
-                                         "MouseSelectionDblClick", "MouseOn", "MouseOn2",
-                                         "WindowSelection", "nearest", "capture", "release",
-                                         "track", "repaint", "pick", "pickWithin"));
-
 }  // namespace
-}  // namespace zyn
+}  // namespace zyn::test
