@@ -341,7 +341,8 @@ class TriangleStateTest : public TriangleDrawingTest,
   void SetUp() override {
     // The current colour, so that a host's colour material changes nothing by itself.
     const GLfloat values[] = {0.25f, 0.5f, 0.75f, 1};
-    for (GLenum name : GLNames{GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION}) {
+    for (GLenum name :
+         std::initializer_list<GLenum>{GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION}) {
       glMaterialfv(GL_FRONT_AND_BACK, name, values);
     }
     glColor4fv(values);
