@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes build/package/ZYNVue-VERSION-win64.zip and .exe (the installer) from what has been built for Windows.
+# Makes build/package/ZYNVue-VERSION-win64.zip, .exe (the installer) and the Python package zynvue-VERSION-….whl from what
+# has been built for Windows.
 # usage: package.sh   (run by "zyn package")
 # The same commit always gives the same bytes: times are the commit's, orders are sorted, modes are fixed.
 set -euo pipefail
@@ -32,4 +33,5 @@ make_zip() {
 fill_stage
 make_zip
 "$root/tools/make_installer.sh" "$stage" "$version" "$out/$name.exe"
-(cd "$out" && sha256sum "$name.zip" "$name.exe")
+python3 "$root/tools/make_wheel.py" "$stage" "$version" "$out"
+(cd "$out" && sha256sum "$name.zip" "$name.exe" zynvue-*.whl)

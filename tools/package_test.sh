@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Tests build/package in a Wine prefix of its own, where nothing is registered: use without registration, the zip, the
-# installer for all users and for one, upgrade and removal.
+# Tests build/package in a Wine prefix of its own, where nothing is registered: use without registration, the Python package,
+# the zip, the installer for all users and for one, upgrade and removal.
 # usage: package_test.sh   (run by "zyn package --test", which holds the display)
 set -euo pipefail
 
@@ -8,6 +8,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 out=$root/build/package
 windows=$root/build/windows
 work=$root/build/package-test
+kept=$root/build/package-python
 wine=/usr/lib/wine/wine64
 name=$(basename "$out"/ZYNVue-*-win64.zip .zip)
 version=$(sed 's/ZYNVue-\(.*\)-win64/\1/' <<<"$name")
@@ -163,6 +164,38 @@ test_types_without_registration() {
   expect "nothing is left" as_before
 }
 
+# What the tests of the Python package need, got once.
+prepare_python() {
+  local wanted=$root/tests/package/wheels.txt wheels=$kept/wheels
+  "$root/tools/windows_python.sh" "$kept/python" "$root/tests/package/pip.txt"
+  cmp -s "$wanted" "$wheels/wheels.txt" && return
+  rm -rf "$wheels"
+  python3 -m pip --disable-pip-version-check --quiet download --platform win_amd64 --python-version 3.11 --only-binary=:all: \
+    --no-deps --require-hashes -r "$wanted" -d "$wheels"
+  cp "$wanted" "$wheels"
+}
+
+# in_python ARGS...: Python starts with a pipe, or a file that Wine opened, as its output only.
+in_python() {
+  "$wine" "$windows/bin/launcher.exe" "$work/python/python.exe" "$@" </dev/null 2>&1 | cat >"$work/output" ||
+    { cat "$work/output" >&2; return 1; }
+}
+
+pip_installs() { in_python -m pip install --no-index --no-cache-dir --no-warn-script-location --find-links "$kept/wheels" "$@"; }
+
+python_tests() { in_python "$(windows_path "$root/tests/package/zynvue_test.py")" "$(windows_path "$root/python/README.md")"; }
+
+test_python() {
+  printf '== Python package\n'
+  prepare_python
+  cp -r "$kept/python" "$work/python"
+  expect "pip installs it and what it needs" pip_installs "$(windows_path "$out/zynvue-$version-py3-none-win_amd64.whl")"
+  expect "its tests pass, without NumPy" python_tests
+  expect "pip installs NumPy" pip_installs numpy
+  expect "its tests pass, with NumPy" python_tests
+  expect "nothing is left" as_before
+}
+
 test_zip() {
   printf '== zip, registered by hand\n'
   local bin=$drive/unzipped/$name/bin
@@ -258,6 +291,7 @@ mkdir "$work/before/raw"
 cp "$WINEPREFIX"/*.reg "$work/before/raw"
 test_without_registration
 test_types_without_registration
+test_python
 test_zip
 test_machine
 test_user

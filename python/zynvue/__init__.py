@@ -1,0 +1,37 @@
+"""Pictures of parts and of graphs by OpenGL, from the components of ZYNVue.
+
+>>> import zynvue
+>>> with zynvue.Picture3D(800, 600) as p:
+...     p.add(zynvue.Triangles([[(0, 0, 0), (8, 0, 0), (4, 6, 0)]], color=(0.9, 0.4, 0.1)))
+...     data = p.png()  # or: p.save("part.png")
+>>> data[:4]
+b'\\x89PNG'
+
+The components are in the package and are found without registration. In a notebook a picture shows itself. What the
+classes here do not offer is in their ``com``: the published members, described in the reference of ZYNVue.
+
+Objects belong to the thread that made them; a thread of your own calls ``comtypes.CoInitialize()`` first.
+"""
+
+from importlib.metadata import version as _version
+
+from ._components import Error, SaveError, create
+from .objects import ANCHORS, Dimension, Polyline, Sprite, Text, Triangles
+from .pictures import VIEWS, Picture, Picture2D, Picture3D
+
+__version__ = _version("zynvue")
+__all__ = [
+    "ANCHORS",
+    "Dimension",
+    "Error",
+    "Picture",
+    "Picture2D",
+    "Picture3D",
+    "Polyline",
+    "SaveError",
+    "Sprite",
+    "Text",
+    "Triangles",
+    "VIEWS",
+    "create",
+]

@@ -1,0 +1,335 @@
+"""Tests of the Python package as it is installed: what its documentation shows, and what a user runs into.
+
+    python zynvue_test.py README.md    (with NumPy: all that is shown there; without: what needs none)
+"""
+
+import array
+import doctest
+import importlib.util
+import math
+import os
+import pkgutil
+import struct
+import sys
+import tempfile
+import threading
+import unittest
+import winreg
+
+import zynvue
+
+README = os.path.abspath(sys.argv.pop())
+WITH_NUMPY = importlib.util.find_spec("numpy") is not None
+CORNERS = [[(0, 0, 0), (8, 0, 0), (4, 6, 0)], [(0, 0, 0), (4, 6, 0), (4, 3, 5)]]
+WHITE = b"\xff\xff\xff"
+
+
+def setUpModule():
+    folder = tempfile.TemporaryDirectory()
+    unittest.addModuleCleanup(folder.cleanup)
+    unittest.addModuleCleanup(os.chdir, os.getcwd())
+    os.chdir(folder.name)
+
+
+def binary_stl(facets):
+    rows = b"".join(struct.pack("<12fH", 0, 0, 0, *sum(map(tuple, facet), ()), 0) for facet in facets)
+    return b"part".ljust(80) + struct.pack("<I", len(facets)) + rows
+
+
+def text_stl(facets):
+    lines = ["solid part"]
+    for facet in facets:
+        lines += ["facet normal 0 0 1", "outer loop"]
+        lines += ["vertex " + " ".join(map(str, corner)) for corner in facet]
+        lines += ["endloop", "endfacet"]
+    return "\n".join([*lines, "endsolid part"]).encode()
+
+
+def write(name, data):
+    with open(name, "wb") as file:
+        file.write(data)
+
+
+def read(name):
+    with open(name, "rb") as file:
+        return file.read()
+
+
+def shown(*objects, view="iso", **options):
+    """The pixels of a scene."""
+    with zynvue.Picture3D(160, 120, **options) as picture:
+        picture.add(*objects)
+        picture.view(view)
+        return picture.pixels()
+
+
+def plotted(*objects):
+    with zynvue.Picture2D(160, 120) as picture:
+        picture.add(*objects)
+        picture.range(-1, 5, -1, 4)
+        return picture.pixels()
+
+
+def colours(pixels):
+    return {pixels[i : i + 3] for i in range(0, len(pixels), 3)}
+
+
+class Package(unittest.TestCase):
+    def test_nothing_is_registered(self):
+        for prog_id in ("ZYNVue.ZYN3dGLBitmapContext", "ZYNModeleGeom.Polyligne"):
+            with self.assertRaises(OSError):
+                winreg.OpenKey(winreg.HKEY_CLASSES_ROOT, prog_id)
+
+    def test_all_of_its_names_are_there(self):
+        for name in zynvue.__all__:
+            self.assertTrue(getattr(zynvue, name).__doc__ or name.isupper(), name)
+
+    def test_version_is_that_of_the_libraries(self):
+        folder = os.path.join(zynvue.__path__[0], "bin")
+        for name in ("ZYNVue.dll", "ZYNModeleGeom.dll"):
+            told = f"ProductVersion\0{zynvue.__version__}.0\0".encode("utf-16-le")
+            self.assertIn(told, read(os.path.join(folder, name)).replace(b"\0\0\0\0", b"\0\0"), name)
+
+    def test_a_thread_without_com_is_told(self):
+        told = []
+
+        def make():
+            try:
+                zynvue.Text("a", (0, 0))
+            except zynvue.Error as error:
+                told.append(error)
+
+        thread = threading.Thread(target=make)
+        thread.start()
+        thread.join()
+        self.assertEqual(told[0].code, 0x800401F0)
+        self.assertIn("CoInitialize", str(told[0]))
+
+
+class Scenes(unittest.TestCase):
+    def test_every_view_shows_another_side(self):
+        box = [[(x, 0, 0), (0, 2 * x, 0), (0, 0, 3 * x)] for x in (1, -1)]
+        pictures = [shown(zynvue.Triangles(box), zynvue.Text("A", (1, 0, 0)), view=view) for view in zynvue.VIEWS]
+        self.assertEqual(len(set(pictures)), len(zynvue.VIEWS))
+
+    def test_the_direction_is_told_by_the_eye(self):
+        with zynvue.Picture3D(160, 120) as picture:
+            picture.add(zynvue.Triangles(CORNERS))
+            picture.look((0, 0, 5), (0, 2, 0))
+            self.assertEqual(picture.pixels(), shown(zynvue.Triangles(CORNERS), view="xy+"))
+            with self.assertRaisesRegex(ValueError, "one direction"):
+                picture.look((0, 0, 1), (0, 0, 1))
+
+    def test_a_box_is_shown_in_place_of_the_scene(self):
+        with zynvue.Picture3D(160, 120) as picture:
+            picture.add(zynvue.Triangles(CORNERS))
+            picture.view("xy+", box=((3, 5), (1, 2), (0, 1)))
+            self.assertNotIn(WHITE, colours(picture.pixels()))
+            picture.view("xy+", box=((300, 500), (1, 2), (0, 1)))
+            self.assertEqual(colours(picture.pixels()), {WHITE})
+
+    def test_background_and_gradient(self):
+        self.assertEqual(colours(shown(background=(1, 0.6, 0.2))), {b"\xff\x99\x33"})
+        pixels = shown(gradient=(0, 0, 1))
+        self.assertLess(pixels[0], 32)
+        self.assertGreater(pixels[-3], 224)
+
+    def test_lights(self):
+        def brightest(change):
+            with zynvue.Picture3D(160, 120, background=(0, 0, 0)) as picture:
+                picture.add(zynvue.Triangles(CORNERS, (1, 1, 1)))
+                picture.view("xy+")
+                change(picture)
+                return max(picture.pixels())
+
+        lit = brightest(lambda picture: None)
+        self.assertLess(brightest(lambda picture: picture.light(1, on=False)), lit)
+        self.assertLess(brightest(lambda picture: picture.ambient_light(intensity=0.1)), lit)
+        self.assertLess(brightest(lambda picture: picture.light(1, azimuth=75)), lit)
+        with self.assertRaisesRegex(ValueError, "lights 1 and 2"):
+            brightest(lambda picture: picture.light(3))
+
+    def test_outline_is_a_mode_of_each_addition(self):
+        with zynvue.Picture3D(160, 120) as picture:
+            picture.add(zynvue.Triangles(CORNERS), outline=True)
+            picture.view("iso")
+            self.assertNotEqual(picture.pixels(), shown(zynvue.Triangles(CORNERS)))
+
+    def test_triangles_from_files(self):
+        expected = shown(zynvue.Triangles(CORNERS))
+        for name, data in (("binary.stl", binary_stl(CORNERS)), ("text.stl", text_stl(CORNERS))):
+            write(name, data)
+            self.assertEqual(shown(zynvue.Triangles.load(name)), expected, name)
+        write("solid.stl", b"solid" + binary_stl(CORNERS)[5:])  # binary files may begin so
+        self.assertEqual(len(zynvue.Triangles.load("solid.stl")), 2)
+
+    def test_what_is_no_file_of_triangles(self):
+        for data, text in (
+            (binary_stl(CORNERS)[:-1], "no STL"),
+            (b"", "no STL"),
+            (text_stl(CORNERS).replace(b"vertex 8 0 0", b"vertex 8 0"), "line 5: no corner"),
+            (text_stl(CORNERS).replace(b"vertex 8 0 0", b""), "three corners"),
+        ):
+            write("bad.stl", data)
+            with self.assertRaisesRegex(ValueError, "bad.stl.*" + text):
+                zynvue.Triangles.load("bad.stl")
+        with self.assertRaises(FileNotFoundError):
+            zynvue.Triangles.load("none.stl")
+
+    def test_wrong_shapes_are_refused(self):
+        for wrong in ([(0, 0, 0)], [[(0, 0, 0), (1, 0, 0)]], [[(0, 0), (1, 0), (0, 1)]]):
+            with self.assertRaises((ValueError, TypeError)):
+                zynvue.Triangles(wrong)
+        with self.assertRaisesRegex(ValueError, "a colour is"):
+            zynvue.Triangles(CORNERS, (1, 1))
+
+    def test_sprites(self):
+        red = [[(255, 0, 0)] * 20] * 10
+        sprite = zynvue.Sprite(red, (0, 0, 0))
+        self.assertEqual((sprite.com.largeur, sprite.com.hauteur), (20, 10))
+        pixels = shown(zynvue.Triangles(CORNERS), sprite)
+        self.assertIn(b"\xff\0\0", colours(pixels))
+        with zynvue.Picture2D(30, 20, background=(0, 1, 0)) as picture:
+            picture.save("green.bmp")
+        for image in ("green.bmp", read("green.bmp")):
+            self.assertEqual(zynvue.Sprite(image, (0, 0)).com.largeur, 30)
+        left_out = zynvue.Sprite(red, (0, 0, 0), transparent=(255, 0, 0))
+        self.assertEqual(shown(zynvue.Triangles(CORNERS), left_out), shown(zynvue.Triangles(CORNERS)))
+        for wrong in (b"nothing", [], [[(1, 2, 3)], []]):
+            with self.assertRaises(ValueError):
+                zynvue.Sprite(wrong, (0, 0))
+
+
+class Graphs(unittest.TestCase):
+    def test_sequences_of_every_kind_draw_alike(self):
+        x, y = [0, 1, 2, 3], [0, 1, 4, 2]
+        expected = plotted(zynvue.Polyline(x, y))
+        self.assertGreater(len(colours(expected)), 1)
+        doubles = array.array("d", y)
+        for other in (tuple(y), array.array("l", y), doubles, memoryview(doubles).toreadonly(), range(0)):
+            if other:
+                self.assertEqual(plotted(zynvue.Polyline(x, other)), expected)
+        self.assertEqual(len(zynvue.Polyline([], range(0))), 0)
+
+    def test_a_gap_is_not_drawn(self):
+        self.assertNotEqual(
+            plotted(zynvue.Polyline([0, 1, 2], [0, 1, 2])),
+            plotted(zynvue.Polyline([0, math.nan, 2], [0, 1, 2])),
+        )
+
+    def test_lines_in_space(self):
+        self.assertGreater(len(colours(shown(zynvue.Polyline([0, 1], [0, 2], [0, 3], width=5)))), 1)
+
+    def test_points_can_be_replaced(self):
+        trace = zynvue.Polyline([0, 1], [0, 1])
+        trace.set([0, 3], [2, 2])
+        self.assertEqual(plotted(trace), plotted(zynvue.Polyline([0, 3], [2, 2])))
+
+    def test_dimensions_of_every_kind(self):
+        kinds = zynvue.Dimension.KINDS
+        pictures = [plotted(zynvue.Dimension((0, 0), (3, 2), 0.5, kind=kind)) for kind in kinds]
+        self.assertEqual(len(set(pictures)), len(kinds))
+        self.assertEqual(repr(zynvue.Dimension((0, 0), (3, 2), kind="horizontal")), "<zynvue.Dimension: 'horizontal', '3'>")
+        with self.assertRaisesRegex(ValueError, "'round' is no kind: vertical"):
+            zynvue.Dimension((0, 0), (1, 1), kind="round")
+
+    def test_anchors(self):
+        pictures = {plotted(zynvue.Text("Ay", (2, 2), anchor=anchor)) for anchor in zynvue.ANCHORS}
+        self.assertEqual(len(pictures), len(zynvue.ANCHORS))
+
+
+class Files(unittest.TestCase):
+    STARTS = {"png": b"\x89PNG", "jpg": b"\xff\xd8", "jpeg": b"\xff\xd8", "gif": b"GIF8", "bmp": b"BM"}
+
+    def test_formats(self):
+        for picture in (zynvue.Picture3D(40, 30), zynvue.Picture2D(40, 30)):
+            for suffix, start in self.STARTS.items():
+                picture.save("picture." + suffix)
+                self.assertTrue(read("picture." + suffix).startswith(start), suffix)
+            with self.assertRaisesRegex(ValueError, "'.tif' is no format: .png"):
+                picture.save("picture.tif")
+            self.assertEqual(picture.png(), picture._repr_png_())
+            self.assertEqual(struct.unpack(">II", picture.png()[16:24]), (40, 30))
+
+    def test_quality(self):
+        with zynvue.Picture3D(160, 120) as picture:
+            picture.add(zynvue.Triangles(CORNERS))
+            picture.save("best.jpg", quality=100)
+            picture.save("least.jpg", quality=5)
+        self.assertLess(os.path.getsize("least.jpg"), os.path.getsize("best.jpg"))
+
+    def test_what_cannot_be_written_is_told(self):
+        for picture in (zynvue.Picture3D(40, 30), zynvue.Picture2D(40, 30)):
+            for suffix in self.STARTS:
+                with self.assertRaises(OSError) as told:
+                    picture.save(os.path.join("no folder", "picture." + suffix))
+                self.assertIsInstance(told.exception, zynvue.SaveError)
+                self.assertIn("picture." + suffix, str(told.exception))
+
+    def test_impossible_sizes_are_told(self):
+        for kind in (zynvue.Picture3D, zynvue.Picture2D):
+            with self.assertRaises(zynvue.Error):
+                kind(-3, 10)
+
+    def test_closed_pictures(self):
+        with zynvue.Picture2D(40, 30) as picture:
+            pass
+        for use in (picture.png, picture.pixels, picture.add, lambda: picture.range(0, 1, 0, 1), lambda: picture.save("a.png")):
+            with self.assertRaisesRegex(ValueError, "closed"):
+                use()
+        self.assertIsNone(picture._repr_png_())
+
+
+@unittest.skipUnless(WITH_NUMPY, "NumPy is not here")
+class Arrays(unittest.TestCase):
+    def setUp(self):
+        import numpy
+
+        self.numpy = numpy
+
+    def test_arrays_draw_what_sequences_draw(self):
+        numpy = self.numpy
+        expected = plotted(zynvue.Polyline([0, 1, 2], [1, 3, 2]))
+        for y in (
+            numpy.array([1.0, 3, 2]),
+            numpy.array([1, 3, 2], "float32"),
+            numpy.array([1, 3, 2], "int16"),
+            numpy.array([[1.0, 9], [3, 9], [2, 9]])[:, 0],
+            numpy.array([2.0, 3, 1])[::-1],
+            [1, 3, 2],
+        ):
+            self.assertEqual(plotted(zynvue.Polyline(numpy.arange(3), y)), expected)
+        for kind in ("float64", "float32", "int32"):
+            self.assertEqual(shown(zynvue.Triangles(numpy.array(CORNERS, kind))), shown(zynvue.Triangles(CORNERS)))
+        with self.assertRaisesRegex(ValueError, "not 2 x 9"):
+            zynvue.Triangles(numpy.zeros((2, 9)))
+
+    def test_doubles_are_not_converted(self):
+        from zynvue._arrays import buffer
+
+        values = self.numpy.arange(4.0)
+        self.assertTrue(self.numpy.shares_memory(self.numpy.asarray(buffer(values)), values))
+        values.flags.writeable = False
+        self.assertEqual(len(zynvue.Polyline(values, values)), 4)
+
+    def test_pictures_are_arrays(self):
+        with zynvue.Picture2D(41, 30, background=(0, 0, 1)) as picture:
+            pixels = self.numpy.asarray(picture)
+        self.assertEqual((pixels.shape, pixels.dtype.name), ((30, 41, 3), "uint8"))
+        self.assertTrue((pixels == (0, 0, 255)).all())
+        self.assertEqual(repr(zynvue.Sprite(pixels, (0, 0))), "<zynvue.Sprite: 41 x 30 pixels>")
+
+
+def load_tests(loader, tests, pattern):
+    for module in pkgutil.iter_modules(zynvue.__path__, "zynvue."):
+        found = doctest.DocTestSuite(module.name)
+        tests.addTests(found)
+    tests.addTests(doctest.DocTestSuite("zynvue"))
+    if WITH_NUMPY:
+        setup = lambda test: write("part.stl", binary_stl(CORNERS))
+        tests.addTests(doctest.DocFileSuite(README, module_relative=False, encoding="utf-8", setUp=setup))
+    return tests
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
