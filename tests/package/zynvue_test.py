@@ -24,13 +24,6 @@ CORNERS = [[(0, 0, 0), (8, 0, 0), (4, 6, 0)], [(0, 0, 0), (4, 6, 0), (4, 3, 5)]]
 WHITE = b"\xff\xff\xff"
 
 
-def setUpModule():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    unittest.addModuleCleanup(os.chdir, os.getcwd())
-    os.chdir(folder.name)
-
-
 def binary_stl(facets):
     rows = b"".join(struct.pack("<12fH", 0, 0, 0, *sum(map(tuple, facet), ()), 0) for facet in facets)
     return b"part".ljust(80) + struct.pack("<I", len(facets)) + rows
@@ -331,5 +324,15 @@ def load_tests(loader, tests, pattern):
     return tests
 
 
+def main():
+    before = os.getcwd()
+    with tempfile.TemporaryDirectory() as folder:
+        os.chdir(folder)
+        try:
+            return unittest.main(verbosity=2, exit=False).result.wasSuccessful()
+        finally:
+            os.chdir(before)
+
+
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    sys.exit(0 if main() else 1)
