@@ -8,58 +8,21 @@
 #include <vector>
 
 #include "core/Dib.h"
-#include "glcontext/CurrentContext_win.h"
-#include "glcontext/MemorySurface_win.h"
-#include "glcontext/PixelFormats_win.h"
-#include "glcontext/RenderingContext_win.h"
+#include "glcontext/OffscreenCanvas_win.h"
 #include "glcontext/gl_api.h"
 #include "platform/ModuleStatic.h"
 #include "platform/Mutex_win.h"
 #include "platform/RunningScope_win.h"
 
 namespace zyn {
-namespace {
-
-/// Largest side of the canvas. Every known OpenGL takes 8192 pixels; beyond 16384 some draw
-/// nothing.
-constexpr int kLargestTile = 8192;
-/// Pixels by which tiles overlap, the reach of wide lines, points and sprites across a seam.
-constexpr int kTileOverlap = 64;
-
-/// OpenGL on bitmaps of 24 bits a pixel is striped on some systems; 32 bits are right on all.
-constexpr int kCanvasBits = 32;
-constexpr int kDepthBits = 24;
-
-/// Whether the format's pixels are laid out as the canvas's.
-bool fitsCanvas(HDC dc, int format) {
-  PIXELFORMATDESCRIPTOR description{};
-  return format != 0 && DescribePixelFormat(dc, format, sizeof description, &description) != 0 &&
-         description.cColorBits == kCanvasBits;
-}
-
-/// Gives the canvas the process's bitmap format if that fits, else the best one that does.
-bool setCanvasFormat(HDC dc) {
-  const PIXELFORMATDESCRIPTOR wanted = bitmapFormatOf(kCanvasBits, kDepthBits);
-  const int known = bitmapPixelFormat();
-  const int format = fitsCanvas(dc, known) ? known : ChoosePixelFormat(dc, &wanted);
-  return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
-}
-
-}  // namespace
 
 struct OffscreenSurface::Target {
   std::optional<SharedBitmap> picture;
-  /// What OpenGL draws on: at most one tile large.
-  std::optional<MemorySurface> canvas;
-  std::optional<RenderingContext> context{std::in_place};
+  std::unique_ptr<OffscreenCanvas> canvas;
   RunningScope pass;
 
   ~Target() { close(); }
-  bool hasContext() const { return context && *context; }
-  void keep(const Tile& tile);
-  /// The context goes first: it draws on the canvas.
   void close() {
-    context.reset();
     canvas.reset();
     picture.reset();
   }
@@ -111,19 +74,6 @@ class OffscreenSurface::Passes {
   std::vector<std::shared_ptr<Target>> targets_;
 };
 
-/// Copies a drawn tile from the canvas to its place in the picture.
-void OffscreenSurface::Target::keep(const Tile& tile) {
-  const std::int64_t canvasRow = dibRowBytes(canvas->width(), kCanvasBits);
-  const std::int64_t pictureRow = picture->rowBytes();
-  const auto* from = static_cast<const std::uint8_t*>(canvas->pixels()) +
-                     canvasRow * (tile.kept.y - tile.drawn.y) +
-                     std::int64_t{kCanvasBits / 8} * (tile.kept.x - tile.drawn.x);
-  std::uint8_t* to = picture->pixels() + pictureRow * tile.kept.y + std::int64_t{3} * tile.kept.x;
-  for (int y = 0; y < tile.kept.height; ++y, from += canvasRow, to += pictureRow) {
-    packRow(from, to, tile.kept.width);
-  }
-}
-
 OffscreenSurface::OffscreenSurface(TellUser tellUser) : tellUser_(std::move(tellUser)) {}
 
 OffscreenSurface::~OffscreenSurface() = default;
@@ -136,6 +86,11 @@ void OffscreenSurface::create(std::int64_t width, std::int64_t height, const Pre
   try {
     target_ = make(prepare);
     whyEmpty_.reset();
+  } catch (const CanvasFailure& failure) {
+    whyEmpty_ = failure;
+    if (!failure.message().empty()) {
+      tellUser_(failure.message());
+    }
   } catch (const Failure& failure) {
     whyEmpty_ = failure;
   }
@@ -149,48 +104,28 @@ std::shared_ptr<OffscreenSurface::Target> OffscreenSurface::make(const Prepare& 
     throw Failure(E_OUTOFMEMORY, L"There " + lack + L" picture of " + std::to_wstring(width_) +
                                      L" x " + std::to_wstring(height_) + L" pixels");
   }
-  target->canvas =
-      MemorySurface::make(std::min(target->picture->width(), kLargestTile),
-                          std::min(target->picture->height(), kLargestTile), kCanvasBits);
-  if (!target->canvas) {
-    throw Failure(E_OUTOFMEMORY, L"There is no memory to draw the picture in");
-  }
-  if (!setCanvasFormat(target->canvas->dc())) {
-    throw systemFailure(GetLastError(), L"OpenGL has no pixel format for bitmaps");
-  }
-  if (!target->context->create(target->canvas->dc())) {
-    failAloud(L"wglCreateContext");
-  }
-  const CurrentContext current(target->canvas->dc(), target->context->get());
+  target->canvas = OffscreenCanvas::make(target->picture->width(), target->picture->height());
+  const CurrentContext current = target->canvas->makeCurrent();
   if (!current) {
-    failAloud(L"wglMakeCurrent");
+    OffscreenCanvas::failAloud(L"wglMakeCurrent");
   }
-  target->context->keep(prepare());
+  target->canvas->keep(prepare());
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   return target;
 }
 
-/// Tells the user that a function of OpenGL has failed, then throws it.
-void OffscreenSurface::failAloud(const std::wstring& function) const {
-  const DWORD error = GetLastError();
-  const std::wstring text =
-      function + L" failed: GetLastError returned " + std::to_wstring(error) + L"\n";
-  tellUser_(text);
-  throw Failure(HRESULT_FROM_WIN32(error), text + systemMessage(error));
-}
-
 void OffscreenSurface::equip(const Prepare& prepare) {
   const auto target = target_;
-  if (!target || !target->hasContext()) {
+  if (!target || !target->canvas) {
     return;
   }
-  const CurrentContext current(target->canvas->dc(), target->context->get());
+  const CurrentContext current = target->canvas->makeCurrent();
   if (current) {
-    target->context->keep(prepare());
+    target->canvas->keep(prepare());
   }
 }
 
-bool OffscreenSurface::hasContext() const { return target_ && target_->hasContext(); }
+bool OffscreenSurface::hasContext() const { return target_ && target_->canvas; }
 
 const SharedBitmap* OffscreenSurface::picture() const {
   return hasContext() ? &*target_->picture : nullptr;
@@ -203,7 +138,7 @@ UniqueBitmap OffscreenSurface::handOverBitmap() {
 void OffscreenSurface::render(const Draw& draw) {
   Passes::instance().closeLost();
   const auto target = target_;
-  if (!target || !target->hasContext()) {
+  if (!target || !target->canvas) {
     return;
   }
   const RunningScope::Guard pass(target->pass);
@@ -211,18 +146,15 @@ void OffscreenSurface::render(const Draw& draw) {
     return;
   }
   const Passes::Entry entry(target);
-  for (const Tile& tile :
-       tilesOf(target->picture->width(), target->picture->height(), kLargestTile, kTileOverlap)) {
+  for (const Tile& tile : target->canvas->tilesOf(*target->picture)) {
     // Made current for each tile: what draws may leave another context behind, or none.
-    const CurrentContext current(target->canvas->dc(), target->context->get());
+    const CurrentContext current = target->canvas->makeCurrent();
     if (!current) {
       return;
     }
     glViewport(0, 0, tile.drawn.width, tile.drawn.height);
     draw(tile);
-    glFinish();
-    SwapBuffers(target->canvas->dc());
-    target->keep(tile);
+    target->canvas->copy(tile, *target->picture);
   }
 }
 

@@ -75,7 +75,6 @@ class OffscreenSurface {
   class Passes;
 
   std::shared_ptr<Target> make(const Prepare& prepare) const;
-  [[noreturn]] void failAloud(const std::wstring& function) const;
 
   TellUser tellUser_;
   std::int64_t width_ = 0;

@@ -168,6 +168,13 @@ PIXELFORMATDESCRIPTOR windowFormatOf(int stencilBits) {
 
 int windowPixelFormat() { return windowFormat; }
 
+bool setWindowPixelFormat(HDC dc) {
+  const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(0);
+  const int known = windowFormat;
+  const int format = known != 0 ? known : ChoosePixelFormat(dc, &wanted);
+  return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
+}
+
 void probeBitmapPixelFormat() {
   const std::lock_guard lock(probing);
   if (bitmapFormat == 0) {

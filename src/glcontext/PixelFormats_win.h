@@ -15,6 +15,10 @@ PIXELFORMATDESCRIPTOR windowFormatOf(int stencilBits);
 /// Index of the pixel format for windows; 0 while none is known. Any thread.
 int windowPixelFormat();
 
+/// Gives a window the process's format, or the best one where none is known; false where OpenGL has
+/// none for it.
+bool setWindowPixelFormat(HDC dc);
+
 /// Whether `windowPixelFormat` is a multisampled format: none is asked for, so it never is.
 constexpr bool windowMultisampleAvailable() { return false; }
 

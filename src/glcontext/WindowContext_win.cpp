@@ -12,17 +12,6 @@
 #include "platform/ScreenResolution_win.h"
 
 namespace zyn {
-namespace {
-
-/// Gives a window the process's format, or the best one where none is known.
-bool setWindowFormat(HDC dc) {
-  const PIXELFORMATDESCRIPTOR wanted = windowFormatOf(0);
-  const int known = windowPixelFormat();
-  const int format = known != 0 ? known : ChoosePixelFormat(dc, &wanted);
-  return format != 0 && SetPixelFormat(dc, format, &wanted) != FALSE;
-}
-
-}  // namespace
 
 struct WindowContext::Target {
   explicit Target(HWND window) : frames(std::in_place, window), context(std::in_place) {}
@@ -59,7 +48,7 @@ bool WindowContext::create() {
   const HWND window = window_;
   const auto target = std::make_shared<Target>(window);
   const HDC dc = target->frames->dc();
-  if (!setWindowFormat(dc)) {
+  if (!setWindowPixelFormat(dc)) {
     tell(failures_.pixelFormat);
     return false;
   }

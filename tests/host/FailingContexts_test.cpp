@@ -97,6 +97,8 @@ TEST_P(RefusalTest, OfBitmapContexts) {
     {
       const MessageCatcher catcher(library_);
       const auto failing = refuse();
+      // A hidden window would serve as well.
+      const FailingImport windows(library_, "CreateWindowExW", {0, kError});
       long made = 0;
       EXPECT_EQ(context->create(8, 8, &made), S_OK);
       EXPECT_EQ(made, 1);

@@ -276,6 +276,39 @@ std::vector<std::uint8_t> metafileFile(int width, int height) {
   return bytes;
 }
 
+HBITMAP bitmapOf(IPictureDisp* picture) {
+  OLE_HANDLE handle = 0;
+  require(queryFor<IPicture>(picture)->get_Handle(&handle), "get_Handle");
+  return reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<LONG>(handle)));
+}
+
+Image pixelsOf(HBITMAP bitmap) {
+  BITMAP shape = {};
+  if (GetObjectW(bitmap, sizeof shape, &shape) == 0) throw std::runtime_error("no bitmap");
+  BITMAPINFO info = {};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = shape.bmWidth;
+  info.bmiHeader.biHeight = -shape.bmHeight;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biCompression = BI_RGB;
+  std::vector<RGBQUAD> quads(static_cast<size_t>(shape.bmWidth) *
+                             static_cast<size_t>(shape.bmHeight));
+  HDC screen = GetDC(nullptr);
+  const int rows = GetDIBits(screen, bitmap, 0, static_cast<UINT>(shape.bmHeight), quads.data(),
+                             &info, DIB_RGB_COLORS);
+  ReleaseDC(nullptr, screen);
+  if (rows != shape.bmHeight) throw std::runtime_error("bitmap cannot be read");
+  Image image(shape.bmWidth, shape.bmHeight);
+  const RGBQUAD* quad = quads.data();
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x, ++quad) {
+      image.at(x, y) = {quad->rgbRed, quad->rgbGreen, quad->rgbBlue};
+    }
+  }
+  return image;
+}
+
 int himetricOf(int pixels) { return MulDiv(pixels, kHimetricPerInch, kScreenResolution); }
 
 }  // namespace zyn::test

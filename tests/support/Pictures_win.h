@@ -47,6 +47,10 @@ std::vector<std::uint8_t> bmpFile(const Image& image);
 std::vector<std::uint8_t> iconFile(const AlphaImage& image);
 std::vector<std::uint8_t> metafileFile(int width, int height);
 
+/// The bitmap of a picture object, which stays its own, and the pixels of a bitmap.
+HBITMAP bitmapOf(IPictureDisp* picture);
+Image pixelsOf(HBITMAP bitmap);
+
 /// Lengths as picture objects tell them.
 int himetricOf(int pixels);
 
