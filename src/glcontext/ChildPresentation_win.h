@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <memory>
+
+#include "glcontext/HiddenWindow_win.h"
 #include "platform/WinHandles_win.h"
 
 namespace zyn {
@@ -14,13 +17,13 @@ namespace zyn {
 class ChildPresentation {
  public:
   explicit ChildPresentation(HWND window);
-  ~ChildPresentation();
+  ~ChildPresentation() = default;
   ChildPresentation(const ChildPresentation&) = delete;
   ChildPresentation& operator=(const ChildPresentation&) = delete;
 
   /// The device context for OpenGL, without a pixel format at first; null for a window that is
   /// gone.
-  HDC dc() const { return dc_.get(); }
+  HDC dc() const { return canvas_ ? canvas_->dc() : windowDC_.get(); }
 
   /// Gives what OpenGL draws on the size of the window. To be called before drawing, with the
   /// context current.
@@ -34,8 +37,8 @@ class ChildPresentation {
 
   HWND window_;
   /// The hidden window; null where the window itself is drawn on.
-  HWND canvas_;
-  UniqueWindowDC dc_;
+  std::unique_ptr<HiddenWindow> canvas_;
+  UniqueWindowDC windowDC_;
 };
 
 }  // namespace zyn

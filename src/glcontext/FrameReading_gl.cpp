@@ -10,14 +10,14 @@ constexpr GLint kRowAlignment = 4;
 
 FrameReading::FrameReading(int rowPixels) {
   glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-  for (const GLenum scale : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
+  for (const GLenum scale : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
     glPixelTransferf(scale, 1);
   }
-  for (const GLenum bias : {GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS}) {
+  for (const GLenum bias : GLNames{GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS}) {
     glPixelTransferf(bias, 0);
   }
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
-  for (const GLenum layout : {GL_PACK_SWAP_BYTES, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
+  for (const GLenum layout : GLNames{GL_PACK_SWAP_BYTES, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
     glPixelStorei(layout, 0);
   }
   glPixelStorei(GL_PACK_ROW_LENGTH, rowPixels);
