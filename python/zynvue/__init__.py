@@ -16,6 +16,7 @@ Objects belong to the thread that made them; a thread of your own calls ``comtyp
 from importlib.metadata import version as _version
 
 from ._components import Error, SaveError, create
+from .graph import Graph
 from .objects import ANCHORS, Dimension, Polyline, Sprite, Text, Triangles
 from .pictures import VIEWS, Picture, Picture2D, Picture3D
 
@@ -24,6 +25,7 @@ __all__ = [
     "ANCHORS",
     "Dimension",
     "Error",
+    "Graph",
     "Picture",
     "Picture2D",
     "Picture3D",

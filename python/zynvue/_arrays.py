@@ -35,6 +35,13 @@ def buffer(values: Numbers) -> memoryview:
     return memoryview(array.array("d", values))
 
 
+def copied(values: Numbers) -> memoryview:
+    """The values as they are now."""
+    copy = array.array("d")
+    copy.frombytes(buffer(values).tobytes())
+    return memoryview(copy)
+
+
 def variant(values: Numbers) -> VARIANT:
     """The values as an array for a component.
 

@@ -34,18 +34,26 @@ class Picture:
     com: Any
     """The published members of the bitmap context, as comtypes has them."""
 
-    def __init__(self, context: str, width: int, height: int, background: Colour, dpi: Optional[float]) -> None:
-        self.width, self.height = int(width), int(height)
-        self._added = 0
-        self.com = create(context)
-        with told():
-            self.com.BackColor = _arrays.variant(background)
-            if dpi is not None:
-                self.com.DPIResolution = dpi
+    _class: str
+    _create_context: str
 
-    def _created(self, create_context: Callable[[int, int], Any]) -> None:
+    def __init__(self, width: int, height: int, background: Colour, dpi: Optional[float], **switches: bool) -> None:
+        self.width, self.height = int(width), int(height)
+        self._background, self._dpi, self._switches = background, dpi, switches
+        self._make()
+
+    def _make(self) -> None:
+        """A bitmap context, with nothing in it."""
+        self._added = 0
+        self.com = create(self._class)
+        self._screen_dpi = self.com.DPIResolution
         with told():
-            create_context(self.width, self.height)
+            self.com.BackColor = _arrays.variant(self._background)
+            if self._dpi is not None:
+                self.com.DPIResolution = self._dpi
+            for name, on in self._switches.items():
+                setattr(self.com, name, on)
+            getattr(self.com, self._create_context)(self.width, self.height)
         reason = told_by_success()
         if reason:
             raise Error(reason)
@@ -146,6 +154,9 @@ class Picture3D(Picture):
     that of the screen where it is left out; ``smooth`` asks for multisampling.
     """
 
+    _class = "ZYNVue.ZYN3dGLBitmapContext"
+    _create_context = "CreateContext"
+
     def __init__(
         self,
         width: int,
@@ -156,10 +167,9 @@ class Picture3D(Picture):
         dpi: Optional[float] = None,
         smooth: bool = True,
     ) -> None:
-        super().__init__("ZYNVue.ZYN3dGLBitmapContext", width, height, background, dpi)
-        self.com.MultiSampleAntialiasing = smooth
-        self.com.LineAntialiasing = smooth
-        self._created(self.com.CreateContext)
+        super().__init__(
+            width, height, background, dpi, MultiSampleAntialiasing=smooth, LineAntialiasing=smooth
+        )
         if gradient is not None:
             self.com.setGradientColor(*gradient)
             self.com.GradientBackground = True
@@ -206,8 +216,26 @@ class Picture3D(Picture):
         setattr(self._open(), f"DirectionLight{number}Property", _arrays.variant(values))
 
 
-class Picture2D(Picture):
-    """A picture of the plane: traces, texts, dimensions. x and y have one scale.
+class PlanePicture(Picture):
+    """What pictures of the plane and graphs have alike."""
+
+    _class = "ZYNVue.ZYN2DGLBitmapContext"
+    _create_context = "CreateContexte"
+
+    def __init__(
+        self, width: int, height: int, *, background: Colour = (1, 1, 1), dpi: Optional[float] = None
+    ) -> None:
+        super().__init__(width, height, background, dpi)
+
+    def _show(self, x_min: float, x_max: float, y_min: float, y_max: float) -> None:
+        rectangle = create("ZYNModeleGeom.Rectangle")
+        rectangle.setBornes(x_min, x_max, y_min, y_max)
+        with told():
+            self.com.ViewRect(rectangle, 0)
+
+
+class Picture2D(PlanePicture):
+    """A picture of the plane: traces, texts, dimensions. x and y have one scale; ``Graph`` has axes with scales of their own.
 
     >>> from zynvue import Polyline
     >>> with Picture2D(400, 300) as picture:
@@ -217,18 +245,10 @@ class Picture2D(Picture):
     360000
     """
 
-    def __init__(
-        self, width: int, height: int, *, background: Colour = (1, 1, 1), dpi: Optional[float] = None
-    ) -> None:
-        super().__init__("ZYNVue.ZYN2DGLBitmapContext", width, height, background, dpi)
-        self._created(self.com.CreateContexte)
-
     def range(self, x_min: float, x_max: float, y_min: float, y_max: float) -> None:
         """Shows this part of the plane, and what the shape of the picture leaves beside it."""
-        rectangle = create("ZYNModeleGeom.Rectangle")
-        rectangle.setBornes(x_min, x_max, y_min, y_max)
-        with told():
-            self._open().ViewRect(rectangle, 0)
+        self._open()
+        self._show(x_min, x_max, y_min, y_max)
 
 
 def _box(box: Box) -> Any:

@@ -231,6 +231,72 @@ class Graphs(unittest.TestCase):
         self.assertEqual(len(pictures), len(zynvue.ANCHORS))
 
 
+class Axes(unittest.TestCase):
+    def drawn(self, *traces, **options):
+        with zynvue.Graph(300, 200, **options) as graph:
+            for x, y in traces:
+                graph.plot(x, y, label="a")
+            return graph.pixels()
+
+    def test_the_range_is_that_of_the_traces(self):
+        trace = ([0, 1, 2], [5, math.nan, 7])
+        self.assertEqual(self.drawn(trace), self.drawn(trace, x_range=(0, 2), y_range=(5, 7)))
+        self.assertNotEqual(self.drawn(trace), self.drawn(trace, x_range=(0, 2), y_range=(5, 8)))
+        self.assertEqual(self.drawn(), self.drawn(x_range=(0, 1), y_range=(0, 1)))
+        self.assertEqual(self.drawn(([1], [1])), self.drawn(([1], [1]), x_range=(0.5, 1.5), y_range=(0.5, 1.5)))
+
+    def test_points_outside_are_left_out(self):
+        limits = {"x_range": (0, 2), "y_range": (0, 2)}
+        self.assertEqual(self.drawn(([0, 1, 2], [0, 1, 9]), **limits), self.drawn(([0, 1], [0, 1]), **limits))
+        with self.assertRaisesRegex(ValueError, "from less to more"):
+            self.drawn(([0, 1], [0, 1]), x_range=(1, 1))
+
+    def test_what_is_plotted_later_is_shown(self):
+        with zynvue.Graph(300, 200) as graph:
+            graph.plot([0, 1], [0, 1], label="a")
+            first = graph.pixels()
+            self.assertEqual(graph.pixels(), first)
+            graph.plot([0, 5], [3, 0], label="a")
+            self.assertEqual(graph.pixels(), self.drawn(([0, 1], [0, 1]), ([0, 5], [3, 0])))
+        with self.assertRaisesRegex(ValueError, "closed"):
+            graph.png()
+
+    def test_traces_are_those_of_the_moment(self):
+        values = array.array("d", [0, 1])
+        with zynvue.Graph(300, 200) as graph:
+            graph.plot(values, values, label="a")
+            values[1] = 5
+            values.append(2)  # nothing holds it
+            self.assertEqual(graph.pixels(), self.drawn(([0, 1], [0, 1])))
+
+    def test_objects_lie_over_the_graph(self):
+        with zynvue.Graph(300, 200) as graph:
+            graph.add(zynvue.Sprite([[(255, 0, 0)] * 10] * 10, (0, 0)))
+            graph.plot([0, 1], [0, 1])
+            row = graph.pixels()[-900:]
+        self.assertEqual(row[3:27], b"\xff\0\0" * 8)
+
+    def test_names_are_written(self):
+        plain = self.drawn()
+        for name in ("title", "x", "y"):
+            self.assertNotEqual(self.drawn(**{name: "abc"}), plain, name)
+
+    def test_a_finer_picture_shows_the_same(self):
+        with zynvue.Graph(300, 200) as graph:
+            dpi = graph.com.DPIResolution
+        with zynvue.Graph(600, 400, dpi=2 * dpi) as fine:
+            fine.plot([0, 1], [0, 1])
+            pixels = fine.pixels()
+        corners = {pixels[3 * (600 * y + x) :][:3] for x in (8, 590) for y in (8, 390)}
+        self.assertEqual(corners, {WHITE})  # nothing is pushed to the edge or shown at half its size
+        ink = [i // 3 % 600 for i in range(0, len(pixels), 3) if pixels[i : i + 3] != WHITE]
+        self.assertGreater(max(ink), 540)
+
+    def test_lengths_must_agree(self):
+        with self.assertRaisesRegex(ValueError, "x has 2 numbers, y 1"):
+            self.drawn(([0, 1], [0]))
+
+
 class Files(unittest.TestCase):
     STARTS = {"png": b"\x89PNG", "jpg": b"\xff\xd8", "jpeg": b"\xff\xd8", "gif": b"GIF8", "bmp": b"BM"}
 
@@ -294,6 +360,11 @@ class Arrays(unittest.TestCase):
             self.assertEqual(plotted(zynvue.Polyline(numpy.arange(3), y)), expected)
         for kind in ("float64", "float32", "int32"):
             self.assertEqual(shown(zynvue.Triangles(numpy.array(CORNERS, kind))), shown(zynvue.Triangles(CORNERS)))
+        for kind in ("float64", "float32", "int32"):
+            with zynvue.Graph(300, 200) as graph, zynvue.Graph(300, 200) as other:
+                graph.plot(numpy.array([0, 1, 2], kind), numpy.array([0, 10, 5], kind))
+                other.plot([0, 1, 2], [0, 10, 5])
+                self.assertEqual(graph.pixels(), other.pixels())
         with self.assertRaisesRegex(ValueError, "not 2 x 9"):
             zynvue.Triangles(numpy.zeros((2, 9)))
 
