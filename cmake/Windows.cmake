@@ -187,6 +187,8 @@ set_target_properties(late_releaser PROPERTIES PREFIX "")
 add_dependencies(ProcessEnd_test ending_host late_releaser)
 
 add_dependencies(MixedBuilds_test other_companion)
+add_dependencies(Zynshot_test zynshot)
+add_dependencies(Viewer_test viewer)
 
 # Tests of the Windows layer from inside.
 file(GLOB_RECURSE win_tests CONFIGURE_DEPENDS tests/*_win_test.cpp)

@@ -30,14 +30,17 @@ flock "$lock"
 "${as_root[@]}" cp /etc/resolv.conf "$tree/etc/"
 flock -u "$lock"
 
+folder=$root
+[[ $PWD/ != "$root"/* ]] || folder=$PWD # arguments may name files from here
+
 # shellcheck disable=SC2016 # expanded by the shell in the namespaces
 exec "${as_root[@]}" unshare --mount --pid --fork --kill-child -- bash -euc '
-  place=$1 root=$2
-  shift 2
+  place=$1 root=$2 folder=$3
+  shift 3
   mount --rbind /dev "$place/tree/dev"
   mount --bind /tmp "$place/tree/tmp"
   mount --bind "$root" "$place/tree$root"
   mount --bind "$place/build" "$place/tree$root/build"
   mount -t proc proc "$place/tree/proc"
-  exec chroot "$place/tree" env HOME=/root "$root/zyn" "$@"
-' on "$place" "$root" "${@:2}" {lock}>&-
+  exec chroot "$place/tree" env -C "$folder" HOME=/root "$root/zyn" "$@"
+' on "$place" "$root" "$folder" "${@:2}" {lock}>&-

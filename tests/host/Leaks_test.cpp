@@ -1,5 +1,6 @@
 // Every class made, used and released again and again: nothing of it stays, and both DLLs go when
 // the last object has gone, and come back.
+#include <algorithm>
 #include <functional>
 #include <map>
 
@@ -8,6 +9,7 @@
 #include "support/Pictures_win.h"
 #include "support/ProcessUsage_win.h"
 #include "support/Scene_win.h"
+#include "support/ServerModule_win.h"
 #include "support/View2DHost_win.h"
 #include "support/View3DHost_win.h"
 
@@ -295,11 +297,22 @@ class Reloading : public HostTest {
 
 TEST_F(Reloading, BothDllsGoAndComeBack) {
   constexpr int kRounds = 12;
+  const auto megabytesOf = [](const std::function<void()>& round) {
+    const double before = currentCommitMb();
+    for (int i = 0; i < kRounds; ++i) round();
+    return currentCommitMb() - before;
+  };
+  double withoutUnloading = 0;
+  {
+    const ServerModule views(L"ZYNVue.dll");
+    const ServerModule geometry(L"ZYNModeleGeom.dll");
+    for (int i = 0; i < 3; ++i) useEveryClass();
+    withoutUnloading = megabytesOf(useEveryClass);  // some systems' rendering contexts keep memory
+  }
   for (int i = 0; i < 3; ++i) useAndUnload();
   const ProcessUsage before = currentUsage();
-  for (int i = 0; i < kRounds; ++i) useAndUnload();
+  EXPECT_LT(megabytesOf(useAndUnload), std::max(withoutUnloading, 0.0) + 4);
   const ProcessUsage after = currentUsage();
-  EXPECT_LT(after.committedMb, before.committedMb + 4);
   EXPECT_LT(after.freshGdiIndex, before.freshGdiIndex + kRounds);
   EXPECT_EQ(after.windows, before.windows);
   // Each time a DLL is loaded the compiler's runtime in it keeps four handles; the numbers of

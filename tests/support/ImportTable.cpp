@@ -58,7 +58,8 @@ void addKernel(Rules& rules) {
         "GetFileInformationByHandle");
   leave(rules, "threads, clocks and exceptions of the C++ runtime",
         "AddVectoredExceptionHandler RemoveVectoredExceptionHandler CreateEventA CreateSemaphoreA "
-        "DuplicateHandle FormatMessageA GetHandleInformation GetProcessAffinityMask "
+        "DuplicateHandle FormatMessageA GetHandleInformation GetModuleHandleA "
+        "GetProcessAffinityMask GetTickCount QueryPerformanceCounter QueryPerformanceFrequency "
         "GetThreadContext GetThreadPriority IsDBCSLeadByteEx LoadLibraryW MultiByteToWideChar "
         "OpenProcess RaiseException ReleaseSemaphore ResetEvent ResumeThread RtlCaptureContext "
         "RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetEvent SetProcessAffinityMask "
@@ -70,13 +71,15 @@ void addKernel(Rules& rules) {
 void addRuntime(Rules& rules) {
   leave(rules, "every allocation fails in the tests of missing memory",
         "malloc calloc realloc _aligned_malloc _strdup");
-  leave(rules, "the C runtime, without resources of the system",
-        "___lc_codepage_func ___mb_cur_max_func __iob_func __setusermatherr _aligned_free "
-        "_amsg_exit _assert _beginthreadex _endthreadex _errno _hypot _initterm _lock _setjmp "
-        "fwprintf _ultoa _unlock _wcsicmp abort exit fprintf fputc fputs fputwc free fwrite "
-        "localeconv log10 memchr memcmp memcpy memmove memset printf signal strcmp strerror strlen "
-        "strncmp swprintf_s vfprintf wcscmp wcscpy wcslen longjmp _read _close _write memset "
-        "qsort _vsnwprintf wcsncmp fflush _isnan _finite _fpclass");
+  leave(
+      rules, "the C runtime, without resources of the system",
+      "___lc_codepage_func ___mb_cur_max_func __iob_func __setusermatherr _aligned_free "
+      "_amsg_exit _assert _beginthreadex _endthreadex _errno _hypot _initterm _lock _setjmp "
+      "fwprintf _ultoa _unlock _wcsicmp abort exit fprintf fputc fputs fputwc free fwrite "
+      "localeconv log10 memchr memcmp memcpy memmove memset printf signal strcmp strerror strlen "
+      "strncmp swprintf_s vfprintf wcscmp wcscpy wcslen longjmp _read _close _write memset "
+      "qsort _vsnwprintf wcsncmp fflush _isnan _finite _fpclass _vscprintf _vsnprintf getenv ldexp "
+      "strchr strtoul");
 }
 
 void addGraphics(Rules& rules) {
