@@ -19,6 +19,8 @@ class GlCanvas {
 
   void makeCurrent() const;
   bool isCurrent() const;
+  /// False where OpenGL does not draw on bitmaps.
+  bool isBitmap() const { return !window_; }
   /// What has been drawn so far.
   Image read() const;
 
