@@ -24,7 +24,9 @@ def contents(stage, version):
     files = {f"zynvue/{path.name}": path.read_bytes() for path in package.iterdir() if path.suffix == ".py"}
     files["zynvue/py.typed"] = b""
     files.update({f"zynvue/bin/{name}": (stage / "bin" / name).read_bytes() for name in COMPONENTS})
-    files.update({f"{info}licenses/{name}": (stage / name).read_bytes() for name in ("LICENSE.txt", "NOTICE.txt")})
+    files.update(
+        {f"{info}licenses/{name}": (stage / name).read_bytes() for name in ("LICENSE.txt", "NOTICE.txt")}
+    )
     header = (ROOT / "python" / "METADATA").read_text("utf-8").replace("@VERSION@", version)
     description = (ROOT / "python" / "README.md").read_text("utf-8")
     files[info + "METADATA"] = f"{header}\n{description}".encode()

@@ -1,6 +1,6 @@
 """A live view and its events with pywin32 alone: a plain window, and the container that Windows brings (ATL).
 
-    python events.py        click a number; close the window to end
+python events.py        click a number; close the window to end
 """
 
 import ctypes
@@ -55,7 +55,9 @@ def make_window():
     frame = win32gui.CreateWindow(TITLE, TITLE, win32con.WS_OVERLAPPEDWINDOW, 0, 0, 736, 600, 0, 0, 0, None)
     _, _, width, height = win32gui.GetClientRect(frame)
     style = win32con.WS_CHILD | win32con.WS_VISIBLE
-    child = win32gui.CreateWindow("AtlAxWin", "ZYNVue.ZYNVue3D", style, 0, 0, width, height, frame, 0, 0, None)
+    child = win32gui.CreateWindow(
+        "AtlAxWin", "ZYNVue.ZYNVue3D", style, 0, 0, width, height, frame, 0, 0, None
+    )
     return frame, child
 
 

@@ -1,6 +1,6 @@
 """A graph as a picture, late bound through pywin32: nothing is generated, every member is looked up by its name.
 
-    python late_bound.py GRAPH.png
+python late_bound.py GRAPH.png
 """
 
 import math

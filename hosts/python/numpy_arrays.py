@@ -1,6 +1,6 @@
 """NumPy arrays in and out, by comtypes: whole arrays are copied at once, whatever their length.
 
-    python numpy_arrays.py GRAPH.png
+python numpy_arrays.py GRAPH.png
 """
 
 import ctypes
@@ -47,7 +47,11 @@ class Bitmap(ctypes.Structure):
     """BITMAP of Windows: what is known of a bitmap."""
 
     _fields_ = [(name, ctypes.c_long) for name in ("type", "width", "height", "stride")]
-    _fields_ += [("planes", ctypes.c_ushort), ("bits_per_pixel", ctypes.c_ushort), ("pixels", ctypes.c_void_p)]
+    _fields_ += [
+        ("planes", ctypes.c_ushort),
+        ("bits_per_pixel", ctypes.c_ushort),
+        ("pixels", ctypes.c_void_p),
+    ]
 
 
 def pixels(picture):
@@ -60,7 +64,14 @@ def pixels(picture):
 
 
 image = pixels(graph.GetPictureDisp())  # one picture object a context: the last that is asked of it
-print("pixels:", image.shape, "the first:", image[0, 0], "of the trace:", numpy.count_nonzero(image[:, :, 1] < 128))
+print(
+    "pixels:",
+    image.shape,
+    "the first:",
+    image[0, 0],
+    "of the trace:",
+    numpy.count_nonzero(image[:, :, 1] < 128),
+)
 
 triangle = CreateObject("ZYNVue.ZYNGLTriangle")
 print("out arguments:", triangle.getNormale(0))

@@ -1,6 +1,6 @@
 """Both live views in a wxPython window, with events, by comtypes.
 
-    python wx_views.py        click a number, or beside the line of the graph; close the window to end
+python wx_views.py        click a number, or beside the line of the graph; close the window to end
 """
 
 import wx

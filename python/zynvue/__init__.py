@@ -15,7 +15,7 @@ Objects belong to the thread that made them; a thread of your own calls ``comtyp
 
 from importlib.metadata import version as _version
 
-from ._components import Error, SaveError, create
+from ._components import Error, SaveError, classes_known, create
 from .graph import Graph
 from .objects import ANCHORS, Dimension, Polyline, Sprite, Text, Triangles
 from .pictures import VIEWS, Picture, Picture2D, Picture3D
@@ -35,5 +35,6 @@ __all__ = [
     "Text",
     "Triangles",
     "VIEWS",
+    "classes_known",
     "create",
 ]

@@ -52,7 +52,11 @@ def told() -> Iterator[None]:
         raise Error(text.strip(), error.hresult) from None
     except OSError as error:  # of the function that finds classes
         code = (error.winerror or 0) & 0xFFFFFFFF
-        text = "This thread has not called comtypes.CoInitialize()" if code == CO_E_NOTINITIALIZED else error.strerror
+        text = (
+            "This thread has not called comtypes.CoInitialize()"
+            if code == CO_E_NOTINITIALIZED
+            else error.strerror
+        )
         raise Error((text or "Failed").strip(), code) from None
 
 
@@ -102,12 +106,25 @@ def _load_types(name: str) -> Any:
 
 
 _context = _load_description()
-_libraries = {"ZYNVue": (_load_types("ZYNVue.dll"), ""), "ZYNModeleGeom": (_load_types("ZYNModeleGeom.dll"), "Geom")}
+_libraries = {
+    "ZYNVue": (_load_types("ZYNVue.dll"), ""),
+    "ZYNModeleGeom": (_load_types("ZYNModeleGeom.dll"), "Geom"),
+}
 """Those of each library, and what its names of classes end with."""
 
 
 @contextmanager
-def _classes_known() -> Iterator[None]:
+def classes_known() -> Iterator[None]:
+    """Within, whatever creates objects on this thread finds the classes of the components by their names.
+
+    So live views come without registration as well, into windows of Qt or wxPython for one.
+
+    >>> import comtypes.client
+    >>> with classes_known():
+    ...     view = comtypes.client.CreateObject("ZYNVue.ZYNVue3D")
+    >>> view.Count()
+    0
+    """
     cookie = ctypes.c_size_t()
     if not _kernel32.ActivateActCtx(_context, ctypes.byref(cookie)):
         raise ctypes.WinError(ctypes.get_last_error())
@@ -134,7 +151,7 @@ def create_many(prog_id: str, count: int) -> list[Any]:
     types, suffix = _libraries[library]
     coclass = getattr(types, name + suffix)
     with told():
-        with _classes_known():
+        with classes_known():
             factory = comtypes.CoGetClassObject(
                 coclass._reg_clsid_, comtypes.CLSCTX_INPROC_SERVER, interface=IClassFactory
             )

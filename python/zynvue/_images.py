@@ -35,7 +35,9 @@ def picture(image: Any) -> Any:
     ctypes.c_void_p.from_buffer(stream).value = address
     result = ctypes.POINTER(IDispatch)()
     try:
-        _oleaut32.OleLoadPicture(stream, len(data), False, ctypes.byref(IID_IPICTUREDISP), ctypes.byref(result))
+        _oleaut32.OleLoadPicture(
+            stream, len(data), False, ctypes.byref(IID_IPICTUREDISP), ctypes.byref(result)
+        )
     except OSError as error:
         raise ValueError(f"no BMP, JPEG or GIF image: {error.strerror}") from None
     return result

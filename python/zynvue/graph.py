@@ -13,7 +13,14 @@ from .pictures import PlanePicture
 
 Range = tuple[float, float]
 
-COLOURS = ((0.12, 0.35, 0.75), (0.84, 0.19, 0.15), (0.15, 0.55, 0.25), (0.9, 0.5, 0.1), (0.5, 0.25, 0.6), (0.3, 0.3, 0.3))
+COLOURS = (
+    (0.12, 0.35, 0.75),
+    (0.84, 0.19, 0.15),
+    (0.15, 0.55, 0.25),
+    (0.9, 0.5, 0.1),
+    (0.5, 0.25, 0.6),
+    (0.3, 0.3, 0.3),
+)
 """Those of the traces, one after the other."""
 INK, FAINT = (0.2, 0.22, 0.25), (0.87, 0.88, 0.9)
 
@@ -103,7 +110,9 @@ class Graph(PlanePicture):
         if self.y:
             yield Text(self.y, (GAP, y.end + GAP), height=TEXT, color=INK, anchor="bottom left")
         if self.title:
-            yield Text(self.title, ((x.start + x.end) / 2, y.end + GAP), height=TITLE, color=INK, anchor="bottom")
+            yield Text(
+                self.title, ((x.start + x.end) / 2, y.end + GAP), height=TITLE, color=INK, anchor="bottom"
+            )
 
     def __repr__(self) -> str:
         count = len(self._traces)

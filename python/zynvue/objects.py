@@ -79,7 +79,9 @@ class Triangles:
                 _fill(triangle, facet, material)
 
     @classmethod
-    def load(cls, path: Union[str, os.PathLike[str]], color: Colour = (0.6, 0.65, 0.7), **material: float) -> Triangles:
+    def load(
+        cls, path: Union[str, os.PathLike[str]], color: Colour = (0.6, 0.65, 0.7), **material: float
+    ) -> Triangles:
         """The triangles of an STL file, binary or text."""
         facets = _stl.read(path)
         return cls([(facet[0:3], facet[3:6], facet[6:9]) for facet in facets], color, **material)
@@ -175,7 +177,8 @@ class Text:
 class Dimension:
     """A dimension between two points of a graph: ``kind`` is "aligned" with them, or "vertical" or "horizontal".
 
-    ``offset`` is how far from the points its line is drawn, in model units; the text is the distance unless it is given.
+    ``offset`` is how far from the points its line is drawn, in model units; the text is the distance unless it is
+    given.
 
     >>> Dimension((0, 0), (3, 4), 1)
     <zynvue.Dimension: 'aligned', '5'>
@@ -212,9 +215,9 @@ class Dimension:
 class Sprite:
     """A picture at a point, in its own size in pixels.
 
-    ``image`` is the path of a BMP, JPEG or GIF file, the bytes of one, or an array of height x width x 3 (red, green, blue, 0
-    to 255). ``origin`` is the pixel that lies at the point, from the lower left corner; ``transparent`` a colour (0 to 255)
-    that is left out.
+    ``image`` is the path of a BMP, JPEG or GIF file, the bytes of one, or an array of height x width x 3 (red, green,
+    blue, 0 to 255). ``origin`` is the pixel that lies at the point, from the lower left corner; ``transparent`` a colour
+    (0 to 255) that is left out.
 
     >>> Sprite([[(255, 0, 0), (0, 0, 255)]], (1, 2, 3))
     <zynvue.Sprite: 2 x 1 pixels>

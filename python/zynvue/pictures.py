@@ -37,7 +37,9 @@ class Picture:
     _class: str
     _create_context: str
 
-    def __init__(self, width: int, height: int, background: Colour, dpi: Optional[float], **switches: bool) -> None:
+    def __init__(
+        self, width: int, height: int, background: Colour, dpi: Optional[float], **switches: bool
+    ) -> None:
         self.width, self.height = int(width), int(height)
         self._background, self._dpi, self._switches = background, dpi, switches
         self._make()
@@ -62,7 +64,10 @@ class Picture:
         return self
 
     def __exit__(
-        self, kind: Optional[Type[BaseException]], error: Optional[BaseException], trace: Optional[TracebackType]
+        self,
+        kind: Optional[Type[BaseException]],
+        error: Optional[BaseException],
+        trace: Optional[TracebackType],
     ) -> None:
         self.close()
 
@@ -118,7 +123,7 @@ class Picture:
         return self._encoded(".png")
 
     def pixels(self) -> bytes:
-        """Red, green and blue of every pixel, by rows from the top. ``numpy.asarray(picture)`` is the same as an array."""
+        """Red, green and blue of every pixel, by rows from the top; ``numpy.asarray(picture)`` is them as an array."""
         return _images.rows(self._encoded(".bmp"))[2]
 
     def __array__(self, dtype: Any = None, copy: Optional[bool] = None) -> Any:
@@ -150,8 +155,8 @@ class Picture3D(Picture):
     >>> picture
     <zynvue.Picture3D: 320 x 240 pixels, closed>
 
-    The background fades upwards to ``gradient`` where that is given; ``dpi`` is the resolution for texts and line widths,
-    that of the screen where it is left out; ``smooth`` asks for multisampling.
+    The background fades upwards to ``gradient`` where that is given; ``dpi`` is the resolution for texts and line
+    widths, that of the screen where it is left out; ``smooth`` asks for multisampling.
     """
 
     _class = "ZYNVue.ZYN3dGLBitmapContext"
@@ -185,7 +190,9 @@ class Picture3D(Picture):
         eye, up = _choice(VIEWS, name, "view")
         self.look(eye, up, margin=margin, box=box)
 
-    def look(self, eye: Point, up: Point = (0, 0, 1), *, margin: float = 0.1, box: Optional[Box] = None) -> None:
+    def look(
+        self, eye: Point, up: Point = (0, 0, 1), *, margin: float = 0.1, box: Optional[Box] = None
+    ) -> None:
         """Looks at the scene, or at a box of it, from the side on which ``eye`` is."""
         direction = _unit((-eye[0], -eye[1], -eye[2]))
         left = _unit(_cross(up, direction))
@@ -209,7 +216,7 @@ class Picture3D(Picture):
         specular: float = 0.69,
         on: bool = True,
     ) -> None:
-        """Sets light 1 or 2, which come from the eye, turned to the right and upwards by degrees. Light 2 is off at first."""
+        """Sets light 1 or 2, which come from the eye, turned to the right and upwards by degrees. 2 is off at first."""
         values = [on, *color[:3], ambient, diffuse, specular, math.radians(azimuth), math.radians(elevation)]
         if number not in (1, 2):
             raise ValueError(f"there are lights 1 and 2, not {number}")
@@ -235,7 +242,7 @@ class PlanePicture(Picture):
 
 
 class Picture2D(PlanePicture):
-    """A picture of the plane: traces, texts, dimensions. x and y have one scale; ``Graph`` has axes with scales of their own.
+    """A picture of the plane: traces, texts, dimensions. x and y have one scale; ``Graph`` has scales of their own.
 
     >>> from zynvue import Polyline
     >>> with Picture2D(400, 300) as picture:

@@ -1,9 +1,10 @@
 """Tests of the Python package as it is installed: what its documentation shows, and what a user runs into.
 
-    python zynvue_test.py README.md    (with NumPy: all that is shown there; without: what needs none)
+python zynvue_test.py README.md    (with NumPy: all that is shown there; without: what needs none)
 """
 
 import array
+import ctypes
 import doctest
 import importlib.util
 import math
@@ -16,6 +17,8 @@ import threading
 import unittest
 import winreg
 
+import comtypes
+import comtypes.client
 import zynvue
 
 README = os.path.abspath(sys.argv.pop())
@@ -99,10 +102,44 @@ class Package(unittest.TestCase):
         self.assertIn("CoInitialize", str(told[0]))
 
 
+class LiveViews(unittest.TestCase):
+    def test_a_window_gets_a_view(self):
+        atl, user32 = ctypes.windll.atl, ctypes.windll.user32
+        user32.CreateWindowExW.restype = ctypes.c_void_p
+        atl.AtlAxWinInit()
+        with zynvue.classes_known():  # WS_EX_TOOLWINDOW, WS_POPUP | WS_VISIBLE
+            window = user32.CreateWindowExW(
+                0x80, "AtlAxWin", "ZYNVue.ZYNVue3D", 0x90000000, 0, 0, 300, 200, None, None, None, None
+            )
+        self.addCleanup(user32.DestroyWindow, ctypes.c_void_p(window))
+        unknown = ctypes.POINTER(comtypes.IUnknown)()
+        atl.AtlAxGetControl(ctypes.c_void_p(window), ctypes.byref(unknown))
+        view = comtypes.client.GetBestInterface(unknown)
+        for triangle in zynvue.Triangles(CORNERS).com:
+            view.Add(triangle, 0)
+        view.initView(0.1)
+        self.assertEqual(view.Count(), 2)
+        frame = view.XFormView()
+        with zynvue.Picture3D(300, 200) as picture:
+            picture.add(zynvue.Triangles(CORNERS))
+            picture.look((1, 0, 0))
+            seen = picture.pixels()
+            picture.com.ViewParams(None, 0.1, frame)
+            self.assertEqual(picture.pixels(), seen)
+
+    def test_classes_are_known_within_only(self):
+        with zynvue.classes_known():
+            comtypes.GUID.from_progid("ZYNVue.ZYNVue2D")
+        with self.assertRaises(OSError):
+            comtypes.GUID.from_progid("ZYNVue.ZYNVue2D")
+
+
 class Scenes(unittest.TestCase):
     def test_every_view_shows_another_side(self):
         box = [[(x, 0, 0), (0, 2 * x, 0), (0, 0, 3 * x)] for x in (1, -1)]
-        pictures = [shown(zynvue.Triangles(box), zynvue.Text("A", (1, 0, 0)), view=view) for view in zynvue.VIEWS]
+        pictures = [
+            shown(zynvue.Triangles(box), zynvue.Text("A", (1, 0, 0)), view=view) for view in zynvue.VIEWS
+        ]
         self.assertEqual(len(set(pictures)), len(zynvue.VIEWS))
 
     def test_the_direction_is_told_by_the_eye(self):
@@ -222,7 +259,9 @@ class Graphs(unittest.TestCase):
         kinds = zynvue.Dimension.KINDS
         pictures = [plotted(zynvue.Dimension((0, 0), (3, 2), 0.5, kind=kind)) for kind in kinds]
         self.assertEqual(len(set(pictures)), len(kinds))
-        self.assertEqual(repr(zynvue.Dimension((0, 0), (3, 2), kind="horizontal")), "<zynvue.Dimension: 'horizontal', '3'>")
+        self.assertEqual(
+            repr(zynvue.Dimension((0, 0), (3, 2), kind="horizontal")), "<zynvue.Dimension: 'horizontal', '3'>"
+        )
         with self.assertRaisesRegex(ValueError, "'round' is no kind: vertical"):
             zynvue.Dimension((0, 0), (1, 1), kind="round")
 
@@ -243,7 +282,9 @@ class Axes(unittest.TestCase):
         self.assertEqual(self.drawn(trace), self.drawn(trace, x_range=(0, 2), y_range=(5, 7)))
         self.assertNotEqual(self.drawn(trace), self.drawn(trace, x_range=(0, 2), y_range=(5, 8)))
         self.assertEqual(self.drawn(), self.drawn(x_range=(0, 1), y_range=(0, 1)))
-        self.assertEqual(self.drawn(([1], [1])), self.drawn(([1], [1]), x_range=(0.5, 1.5), y_range=(0.5, 1.5)))
+        self.assertEqual(
+            self.drawn(([1], [1])), self.drawn(([1], [1]), x_range=(0.5, 1.5), y_range=(0.5, 1.5))
+        )
 
     def test_points_outside_are_left_out(self):
         limits = {"x_range": (0, 2), "y_range": (0, 2)}
@@ -333,7 +374,13 @@ class Files(unittest.TestCase):
     def test_closed_pictures(self):
         with zynvue.Picture2D(40, 30) as picture:
             pass
-        for use in (picture.png, picture.pixels, picture.add, lambda: picture.range(0, 1, 0, 1), lambda: picture.save("a.png")):
+        for use in (
+            picture.png,
+            picture.pixels,
+            picture.add,
+            lambda: picture.range(0, 1, 0, 1),
+            lambda: picture.save("a.png"),
+        ):
             with self.assertRaisesRegex(ValueError, "closed"):
                 use()
         self.assertIsNone(picture._repr_png_())
@@ -359,7 +406,9 @@ class Arrays(unittest.TestCase):
         ):
             self.assertEqual(plotted(zynvue.Polyline(numpy.arange(3), y)), expected)
         for kind in ("float64", "float32", "int32"):
-            self.assertEqual(shown(zynvue.Triangles(numpy.array(CORNERS, kind))), shown(zynvue.Triangles(CORNERS)))
+            self.assertEqual(
+                shown(zynvue.Triangles(numpy.array(CORNERS, kind))), shown(zynvue.Triangles(CORNERS))
+            )
         for kind in ("float64", "float32", "int32"):
             with zynvue.Graph(300, 200) as graph, zynvue.Graph(300, 200) as other:
                 graph.plot(numpy.array([0, 1, 2], kind), numpy.array([0, 10, 5], kind))
