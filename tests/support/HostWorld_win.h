@@ -88,7 +88,8 @@ class HostWorld final : public Watcher {
   /// Adds by `add`; the thing counts as drawn from the moment when `life` may have it in its list.
   template <class Add>
   void addThing(const std::shared_ptr<ObjectLife>& life, Thing* thing, Add add) {
-    levels_.back().added = {life, thing};
+    levels_.back().added.first = life;
+    levels_.back().added.second = thing;
     add();
     settle();
   }

@@ -20,6 +20,7 @@ class Thrower {
     methods_[0] = reinterpret_cast<void*>(&queryInterface);
     methods_[1] = reinterpret_cast<void*>(&addRef);
     methods_[2] = reinterpret_cast<void*>(&release);
+    table_ = methods_.data();
   }
   Thrower(const Thrower&) = delete;
   Thrower& operator=(const Thrower&) = delete;
@@ -54,7 +55,7 @@ class Thrower {
   }
 
   // First, as in every COM object.
-  const void* table_ = methods_.data();
+  const void* table_;
   std::array<void*, 64> methods_{};
   std::vector<IID> interfaces_;
   std::function<void()> raise_;
