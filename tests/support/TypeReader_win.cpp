@@ -55,47 +55,42 @@ std::vector<std::string> namesOf(ITypeInfo* type, const FunctionDescription& fun
   return texts;
 }
 
-std::string methodText(ITypeInfo* type, const FunctionDescription& function) {
+const char* kindOf(INVOKEKIND kind) {
+  switch (kind) {
+    case INVOKE_PROPERTYGET:
+      return "get";
+    case INVOKE_PROPERTYPUT:
+      return "put";
+    case INVOKE_PROPERTYPUTREF:
+      return "putref";
+    default:
+      return "method";
+  }
+}
+
+/// In the type library of an interface what a member gives is its last argument, by reference.
+MemberDescription describe(ITypeInfo* type, const FunctionDescription& function) {
+  MemberDescription member;
+  member.id = function->memid;
+  member.slot = function->oVft / static_cast<int>(sizeof(void*));
+  member.kind = kindOf(function->invkind);
   std::vector<std::string> names = namesOf(type, function);
   names.resize(static_cast<std::size_t>(function->cParams) + 1);
-  std::string arguments;
-  std::string result;
+  member.name = names[0];
   for (SHORT i = 0; i < function->cParams; ++i) {
     const ELEMDESC& element = function->lprgelemdescParam[i];
-    const std::string& name = names[static_cast<std::size_t>(i) + 1];
-    const std::string text = typeText(type, element.tdesc);
-    if (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) {
-      result = " -> " + text.substr(0, text.size() - 1) + " " + name;
-      continue;
+    const USHORT flags = element.paramdesc.wParamFlags;
+    ArgumentDescription argument{typeText(type, element.tdesc),
+                                 names[static_cast<std::size_t>(i) + 1],
+                                 (flags & PARAMFLAG_FOUT) != 0};
+    if (flags & PARAMFLAG_FRETVAL) {
+      argument.type.pop_back();
+      member.result = argument;
+    } else {
+      member.arguments.push_back(argument);
     }
-    const bool out = element.paramdesc.wParamFlags & PARAMFLAG_FOUT;
-    arguments +=
-        (arguments.empty() ? "" : ", ") + std::string(out ? "out " : "") + text + " " + name;
   }
-  return names[0] + "(" + arguments + ")" + result;
-}
-
-/// A property has one argument: its new value, or the place of its value.
-std::string propertyText(ITypeInfo* type, const FunctionDescription& function, bool isGet) {
-  const std::string name = nameOf(type, function->memid);
-  if (function->cParams != 1) return name + " with other arguments";
-  std::string text = typeText(type, function->lprgelemdescParam[0].tdesc);
-  if (isGet) text.pop_back();
-  return name + ": " + text;
-}
-
-std::string memberText(ITypeInfo* type, const FunctionDescription& function) {
-  const std::string id = std::to_string(function->memid) + " ";
-  switch (function->invkind) {
-    case INVOKE_PROPERTYGET:
-      return id + "get " + propertyText(type, function, true);
-    case INVOKE_PROPERTYPUT:
-      return id + "put " + propertyText(type, function, false);
-    case INVOKE_PROPERTYPUTREF:
-      return id + "putref " + propertyText(type, function, false);
-    default:
-      return id + "method " + methodText(type, function);
-  }
+  return member;
 }
 
 }  // namespace
@@ -136,11 +131,38 @@ ComPtr<ITypeInfo> vtableForm(ITypeInfo* type) {
   return form;
 }
 
-std::vector<std::string> memberLines(ITypeInfo* type) {
+std::string MemberDescription::valueType() const {
+  if (kind == "get" && arguments.empty() && result) return result->type;
+  if (kind != "get" && arguments.size() == 1 && !result) return arguments[0].type;
+  return {};
+}
+
+std::string MemberDescription::signature() const {
+  if (!isMethod()) {
+    const std::string value = valueType();
+    return name + (value.empty() ? " with other arguments" : ": " + value);
+  }
+  std::string text;
+  for (const ArgumentDescription& argument : arguments) {
+    text += (text.empty() ? "" : ", ") + std::string(argument.isOut ? "out " : "") + argument.type +
+            " " + argument.name;
+  }
+  return name + "(" + text + ")" + (result ? " -> " + result->type + " " + result->name : "");
+}
+
+std::vector<MemberDescription> membersOf(ITypeInfo* type) {
   const TypeAttributes attributes(type);
-  std::vector<std::string> lines;
+  std::vector<MemberDescription> members;
   for (UINT i = 0; i < attributes->cFuncs; ++i) {
-    lines.push_back(memberText(type, FunctionDescription(type, i)));
+    members.push_back(describe(type, FunctionDescription(type, i)));
+  }
+  return members;
+}
+
+std::vector<std::string> memberLines(ITypeInfo* type) {
+  std::vector<std::string> lines;
+  for (const MemberDescription& member : membersOf(type)) {
+    lines.push_back(std::to_string(member.id) + " " + member.kind + " " + member.signature());
   }
   return lines;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,8 +45,34 @@ std::map<std::string, ComPtr<ITypeInfo>> typesOf(ITypeLib* library);
 /// The vtable form of a dual interface; any other type as it is.
 ComPtr<ITypeInfo> vtableForm(ITypeInfo* type);
 
-/// The members that the type itself declares, a line each, in the manner of PublishedMembers. Types
-/// that Automation does not know appear as "vt" and their number.
+/// An argument of a member, or what it gives. Types that Automation does not know appear as "vt"
+/// and their number.
+struct ArgumentDescription {
+  std::string type;
+  std::string name;
+  bool isOut = false;
+};
+
+/// A function of a type.
+struct MemberDescription {
+  long id = 0;
+  int slot = 0;      ///< of the vtable
+  std::string kind;  ///< "get", "put", "putref" or "method"
+  std::string name;
+  std::vector<ArgumentDescription> arguments;
+  std::optional<ArgumentDescription> result;
+
+  bool isMethod() const { return kind == "method"; }
+  /// The type of a property that has no arguments but its value; empty for another.
+  std::string valueType() const;
+  /// "Add(IDispatch* newTrace, long drawing_mode)", "PickSize: double".
+  std::string signature() const;
+};
+
+/// The members that the type itself declares.
+std::vector<MemberDescription> membersOf(ITypeInfo* type);
+
+/// The same, a line each, in the manner of PublishedMembers.
 std::vector<std::string> memberLines(ITypeInfo* type);
 
 /// The interfaces of a coclass with their role: "default IZYNVue3D", "default source

@@ -1,7 +1,6 @@
 #include "Library_win.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "support/RegisteredClasses_win.h"
 
@@ -9,7 +8,6 @@ namespace zyn::reference {
 namespace {
 
 using test::ComPtr;
-using test::FunctionDescription;
 using test::narrow;
 using test::require;
 using test::TypeAttributes;
@@ -21,30 +19,16 @@ std::string nameOf(ITypeInfo* type, MEMBERID member = MEMBERID_NIL) {
   return narrow(name);
 }
 
-/// A line of memberLines in its three parts.
-struct MemberLine {
-  long id = 0;
-  std::string kind;
-  std::string signature;
-
-  explicit MemberLine(const std::string& line) {
-    std::istringstream in(line);
-    in >> id >> kind >> std::ws;
-    std::getline(in, signature);
-  }
-
-  std::string name() const { return signature.substr(0, signature.find_first_of("(:")); }
-};
-
-void addMember(InterfaceEntry& entry, const MemberLine& line, const std::string& help) {
-  const auto known = std::find_if(
-      entry.members.begin(), entry.members.end(),
-      [&](const MemberEntry& member) { return entry.hasDispids && member.id == line.id; });
+void addMember(InterfaceEntry& entry, const FunctionEntry& function) {
+  const long id = entry.hasDispids ? function.member.id : function.member.slot;
+  const auto known =
+      std::find_if(entry.members.begin(), entry.members.end(),
+                   [&](const MemberEntry& member) { return entry.hasDispids && member.id == id; });
   MemberEntry& member = known == entry.members.end() ? entry.members.emplace_back() : *known;
-  member.id = line.id;
-  if (member.signature.empty()) member.signature = line.signature;
-  member.kinds.push_back(line.kind);
-  member.help.push_back(help);
+  member.id = id;
+  if (member.signature.empty()) member.signature = function.member.signature();
+  member.kinds.push_back(function.member.kind);
+  member.help.push_back(function.help);
 }
 
 InterfaceEntry readInterface(ITypeInfo* type, const IdlHelp& help) {
@@ -54,14 +38,9 @@ InterfaceEntry readInterface(ITypeInfo* type, const IdlHelp& help) {
   entry.id = attributes->guid;
   entry.help = test::helpOf(type, MEMBERID_NIL);
   entry.hasDispids = attributes->typekind == TKIND_DISPATCH;
-  const ComPtr<ITypeInfo> form = test::vtableForm(type);
-  const std::vector<std::string> lines = test::memberLines(form.Get());
-  for (UINT i = 0; i < lines.size(); ++i) {
-    MemberLine line(lines[i]);
-    if (!entry.hasDispids) {
-      line.id = FunctionDescription(form.Get(), i)->oVft / static_cast<int>(sizeof(void*));
-    }
-    addMember(entry, line, help.of(entry.name, line.kind, line.name()));
+  for (const test::MemberDescription& member : test::membersOf(test::vtableForm(type).Get())) {
+    entry.functions.push_back({member, help.of(entry.name, member.kind, member.name)});
+    addMember(entry, entry.functions.back());
   }
   return entry;
 }
@@ -72,6 +51,7 @@ std::string registeredText(REFCLSID id, const wchar_t* key) {
 
 ClassEntry readClass(ITypeInfo* type) {
   ClassEntry entry;
+  entry.name = nameOf(type);
   entry.id = TypeAttributes(type)->guid;
   entry.help = test::helpOf(type, MEMBERID_NIL);
   entry.progId = registeredText(entry.id, L"VersionIndependentProgID");

@@ -17,15 +17,23 @@ struct MemberEntry {
   std::vector<std::string> help;   ///< one for each kind
 };
 
+/// One function of an interface.
+struct FunctionEntry {
+  test::MemberDescription member;
+  std::string help;
+};
+
 struct InterfaceEntry {
   std::string name;
   GUID id;
   std::string help;
   bool hasDispids = true;
+  std::vector<FunctionEntry> functions;  ///< in the order of the library
   std::vector<MemberEntry> members;
 };
 
 struct ClassEntry {
+  std::string name;
   GUID id;
   std::string help;
   std::string progId;           ///< the version-independent one
