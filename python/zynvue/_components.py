@@ -105,6 +105,7 @@ def _load_types(name: str) -> Any:
     return comtypes.client.GetModule(os.path.join(FOLDER, name))
 
 
+os.environ.setdefault("ZYNVUE_SILENCIEUX", "1")  # what message boxes would say is raised here
 _context = _load_description()
 _libraries = {
     "ZYNVue": (_load_types("ZYNVue.dll"), ""),

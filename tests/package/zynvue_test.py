@@ -86,6 +86,11 @@ class Package(unittest.TestCase):
             told = f"ProductVersion\0{zynvue.__version__}.0\0".encode("utf-16-le")
             self.assertIn(told, read(os.path.join(folder, name)).replace(b"\0\0\0\0", b"\0\0"), name)
 
+    def test_the_components_are_asked_for_no_message_boxes(self):
+        found = ctypes.create_unicode_buffer(10)
+        ctypes.windll.kernel32.GetEnvironmentVariableW("ZYNVUE_SILENCIEUX", found, len(found))
+        self.assertEqual(found.value, "1")
+
     def test_a_thread_without_com_is_told(self):
         told = []
 
