@@ -4,8 +4,8 @@ from __future__ import annotations
 
 import ctypes
 import os
-from ctypes import wintypes
 from contextlib import contextmanager
+from ctypes import wintypes
 from typing import Any, Iterator
 
 import comtypes
@@ -33,7 +33,10 @@ class Error(Exception):
         """Without the code."""
         self.code = code & 0xFFFFFFFF
         """The HRESULT; 0 where there is none."""
-        super().__init__(f"{text} (0x{self.code:08x})" if self.code else text)
+        super().__init__(*([text, self.code] if self.code else [text]))
+
+    def __str__(self) -> str:
+        return f"{self.text} (0x{self.code:08x})" if self.code else self.text
 
 
 class SaveError(Error, OSError):

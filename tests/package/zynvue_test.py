@@ -9,6 +9,7 @@ import doctest
 import importlib.util
 import math
 import os
+import pickle
 import pkgutil
 import struct
 import sys
@@ -105,6 +106,14 @@ class Package(unittest.TestCase):
         thread.join()
         self.assertEqual(told[0].code, 0x800401F0)
         self.assertIn("CoInitialize", str(told[0]))
+
+
+class Errors(unittest.TestCase):
+    def test_they_go_to_other_processes(self):
+        for error in (zynvue.Error("a", -2147467259), zynvue.Error("a"), zynvue.SaveError("a")):
+            other = pickle.loads(pickle.dumps(error))
+            self.assertEqual((type(other), str(other)), (type(error), str(error)))
+            self.assertEqual((other.text, other.code), ("a", error.code))
 
 
 class LiveViews(unittest.TestCase):
