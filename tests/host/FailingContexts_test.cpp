@@ -1,6 +1,7 @@
 // Rendering contexts that cannot be made, pictures that cannot be written, and what the user is
 // told.
 #include "support/FailingImport_win.h"
+#include "support/GlCanvas_win.h"
 #include "support/MessageCatcher_win.h"
 #include "support/Scene_win.h"
 #include "support/View2DHost_win.h"
@@ -89,6 +90,8 @@ TEST_P(RefusalTest, OfAView3D) { expectView<View3DHost>(GetParam().view3D); }
 TEST_P(RefusalTest, OfAView2D) { expectView<View2DHost>(GetParam().view2D); }
 
 TEST_P(RefusalTest, OfBitmapContexts) {
+  // Where OpenGL has no format for bitmaps, nothing is told of what fails afterwards.
+  const Texts shown = GlCanvas(8, 8).isBitmap() ? GetParam().bitmap : Texts{};
   for (const OffscreenClass& each : offscreenClasses()) {
     const auto context = each.make(8, 8);
     context->add(makeFlatTriangle({0, 0, 0}, {1, 0, 0.5}, {0, 1, 0.5}, kRed).Get());
@@ -102,7 +105,7 @@ TEST_P(RefusalTest, OfBitmapContexts) {
       long made = 0;
       EXPECT_EQ(context->create(8, 8, &made), S_OK);
       EXPECT_EQ(made, 1);
-      EXPECT_EQ(catcher.texts(), GetParam().bitmap);
+      EXPECT_EQ(catcher.texts(), shown);
       EXPECT_EQ(context->CreateBitmap(bstr(file)), S_OK);
       EXPECT_FALSE(exists(file));
     }
@@ -139,7 +142,7 @@ TEST_F(FailingWorkTest, WithoutItsNameMessagesHaveThatOfTheFile) {
   const MessageCatcher catcher(library_);
   const FailingImport context(library_, "wglCreateContext", {0, kError});
   const FailingImport name(library_, "LoadStringW");
-  const OffscreenScene other(8, 8);
+  const View3DHost view({20, 20});
   ASSERT_EQ(catcher.messages().size(), 1U);
   EXPECT_EQ(catcher.messages()[0].title, L"ZYNVue.dll");
   EXPECT_TRUE(name.calls().hasFailed());
