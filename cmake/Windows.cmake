@@ -163,11 +163,11 @@ foreach(main IN LISTS soak_mains)
   add_test(NAME soak.${name} COMMAND ${ZYN_RUN} $<TARGET_FILE:soak_${name}>)
 endforeach()
 
-# Makes docs/reference and packaging/dotnet/generated (./zyn reference), and finds out whether they are current.
+# Makes docs/reference and dotnet/generated (./zyn reference), and finds out whether they are current.
 file(GLOB reference_sources CONFIGURE_DEPENDS tools/reference/*.cpp)
 zyn_test_program(reference ${reference_sources})
 add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
-  ${CMAKE_SOURCE_DIR}/docs/reference ${CMAKE_SOURCE_DIR}/packaging/dotnet/generated)
+  ${CMAKE_SOURCE_DIR}/docs/reference ${CMAKE_SOURCE_DIR}/dotnet/generated)
 add_test(NAME docs.guides COMMAND ${CMAKE_SOURCE_DIR}/tools/check_guides.sh ${CMAKE_BINARY_DIR})
 
 add_test(NAME host.manifest COMMAND ${ZYN_RUN} $<TARGET_FILE:manifest> libraries.manifest ZYNVue.Components

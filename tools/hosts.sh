@@ -240,21 +240,24 @@ build_dotnet() {
     "-p:RestoreSources=Z:$PWD/source" "-p:RestorePackagesPath=Z:$PWD/packages" "${@:2}" "$folder"/*.csproj
 }
 
+# The programs bring the library with them.
+unregister() {
+  run regsvr32.exe /s /u "$windows/bin/ZYNModeleGeom.dll" "$windows/bin/ZYNVue.dll"
+  trap 'try regsvr32.exe /s "$windows/bin/ZYNModeleGeom.dll" "$windows/bin/ZYNVue.dll"' EXIT
+  try cscript.exe //nologo "$root/tests/package/create_all.vbs"
+  [[ $output != *created* ]] || fail "it is registered"
+}
+
 host_csharp() {
   local dotnet
   prepare_dotnet
   build_dotnet "$root/tests/dotnet" -p:LangVersion=7.3
   run "$dotnet" "$PWD/dotnet/out/TypeLibraryCheck.dll"
   expect ", 15 classes, 0 differ"
-  build_dotnet "$hosts/csharp"
   # The interfaces of .NET Framework, by another compiler.
-  mcs -langversion:7.2 -warnaserror -target:library -out:framework.dll "$root"/packaging/dotnet/{source,generated}/*.cs ||
-    fail "mcs"
-  # The program brings the library with it.
-  run regsvr32.exe /s /u "$windows/bin/ZYNModeleGeom.dll" "$windows/bin/ZYNVue.dll"
-  trap 'try regsvr32.exe /s "$windows/bin/ZYNModeleGeom.dll" "$windows/bin/ZYNVue.dll"' EXIT
-  try cscript.exe //nologo "$root/tests/package/create_all.vbs"
-  [[ $output != *created* ]] || fail "it is registered"
+  mcs -langversion:7.2 -warnaserror -target:library -out:framework.dll "$root"/dotnet/{source,generated}/*.cs || fail "mcs"
+  build_dotnet "$hosts/csharp"
+  unregister
   open_window "C#" "$PWD/csharp/out/Program.exe" late.png early.png >output.txt
   click 190 285 "Picked: 1"
   click 530 285 "Picked: 2"
@@ -267,6 +270,22 @@ host_csharp() {
   expect "a fourth corner: 0x80004005: A triangle has the corners 0, 1 and 2"
   expect "was not written: Path not found."
   expect_pictures {late,early}.png
+}
+
+host_winforms() {
+  local dotnet
+  prepare_dotnet
+  build_dotnet "$hosts/winforms"
+  unregister
+  open_window WinForms "$PWD/winforms/out/Program.exe" >output.txt
+  click 125 250 "Picked: 1"
+  click 370 250 "Picked: 2"
+  click 50 60 "Picked: nothing"
+  click 750 250 "Nearest: 2.1, 4.4"
+  take views
+  close_window
+  output=$(tr -d '\r' <output.txt)
+  expect done
 }
 
 # In this Wine prefix only. Wine takes the surrogate of 32-bit Windows where none is named. On a busy machine it loses the
@@ -347,12 +366,13 @@ host_python() {
   done
 }
 
-all=(minimal ownobject scripthost scripts pascal lazarus csharp surrogate javascript python)
+all=(minimal ownobject scripthost scripts pascal lazarus csharp winforms surrogate javascript python)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
   [lazarus]="Lazarus: both views in a form, their events"
-  [csharp]="C#: a picture and the events of a view"
+  [csharp]="C#: pictures and the events of a view"
+  [winforms]="C#: both views in a form, their events"
   [surrogate]="C++: a picture by another process (dllhost)"
   [javascript]="JavaScript (Node.js, koffi): a picture"
   [python]="Python: pictures, arrays, views in Qt and wx")

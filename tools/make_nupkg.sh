@@ -10,10 +10,10 @@ stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 export TZ=UTC LC_ALL=C
 
-cp -r "$root/packaging/dotnet/package/." "$stage"
+cp -r "$root/dotnet/package/." "$stage"
 sed -i "s/@PROJECT_VERSION@/$version/" "$stage"/{ZYNVue.Interop.nuspec,README.md}
 mkdir "$stage"/{source,win-x64}
-cp "$root"/packaging/dotnet/{source,generated}/*.cs "$stage/source"
+cp "$root"/dotnet/{source,generated}/*.cs "$stage/source"
 cp "$libraries"/{ZYNVue.dll,ZYNModeleGeom.dll,ZYNVue.Components.manifest} "$stage/win-x64"
 cp "$root/LICENSE" "$stage/LICENSE.txt"
 cp "$root/NOTICE" "$stage/NOTICE.txt"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes build/package/ZYNVue-VERSION-win64.zip, .exe (the installer) and the Python package zynvue-VERSION-….whl from what
-# has been built for Windows.
+# Makes build/package/ZYNVue-VERSION-win64.zip, .exe (the installer), the Python package zynvue-VERSION-….whl and the NuGet
+# package ZYNVue.Interop.VERSION.nupkg from what has been built for Windows.
 # usage: package.sh   (run by "zyn package")
 # The same commit always gives the same bytes: times are the commit's, orders are sorted, modes are fixed.
 set -euo pipefail
@@ -34,4 +34,5 @@ fill_stage
 make_zip
 "$root/tools/make_installer.sh" "$stage" "$version" "$out/$name.exe"
 python3 "$root/tools/make_wheel.py" "$stage" "$version" "$out"
-(cd "$out" && sha256sum "$name.zip" "$name.exe" zynvue-*.whl)
+"$root/tools/make_nupkg.sh" "$stage/bin" "$version" "$out/ZYNVue.Interop.$version.nupkg"
+(cd "$out" && sha256sum "$name.zip" "$name.exe" zynvue-*.whl ZYNVue.Interop.*.nupkg)

@@ -196,6 +196,25 @@ test_python() {
   expect "nothing is left" as_before
 }
 
+# What it does in a program: ./zyn hosts csharp.
+nupkg_holds_libraries() {
+  local file
+  for file in ZYNVue.dll ZYNModeleGeom.dll ZYNVue.Components.manifest; do
+    cmp "$stage/bin/$file" "$work/nupkg/win-x64/$file" || return 1
+  done
+}
+
+nupkg_holds_source() { diff -r <(cat "$root"/dotnet/{generated,source}/*.cs | sort) <(cat "$work"/nupkg/source/*.cs | sort); }
+
+test_nupkg() {
+  printf '== NuGet package\n'
+  unzip -q "$out/ZYNVue.Interop.$version.nupkg" -d "$work/nupkg"
+  expect "version $version: nuspec" grep -q "<version>$version</version>" "$work/nupkg/ZYNVue.Interop.nuspec"
+  expect "version $version: read-me" grep -q "Version=\"$version\"" "$work/nupkg/README.md"
+  expect "it holds the libraries that were staged" nupkg_holds_libraries
+  expect "it holds the C# source" nupkg_holds_source
+}
+
 test_zip() {
   printf '== zip, registered by hand\n'
   local bin=$drive/unzipped/$name/bin
@@ -292,6 +311,7 @@ cp "$WINEPREFIX"/*.reg "$work/before/raw"
 test_without_registration
 test_types_without_registration
 test_python
+test_nupkg
 test_zip
 test_machine
 test_user

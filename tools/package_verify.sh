@@ -19,7 +19,7 @@ rm -rf "$work"
 mkdir -p "$work/another"
 (umask 022 && build "$work/one" env TZ=UTC LC_ALL=C.UTF-8)
 (umask 077 && build "$work/another/folder" env TZ=Asia/Tokyo LC_ALL=C)
-for file in "$work"/one/build/package/*.{zip,exe,whl}; do
+for file in "$work"/one/build/package/*.{zip,exe,whl,nupkg}; do
   cmp "$file" "$work/another/folder/build/package/$(basename "$file")"
   (cd "$(dirname "$file")" && sha256sum "$(basename "$file")")
 done
