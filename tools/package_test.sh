@@ -177,7 +177,7 @@ prepare_python() {
 
 # in_python ARGS...: Python starts with a pipe, or a file that Wine opened, as its output only.
 in_python() {
-  "$wine" "$windows/bin/launcher.exe" "$work/python/python.exe" "$@" </dev/null 2>&1 | cat >"$work/output" ||
+  LC_ALL=C.UTF-8 "$wine" "$windows/bin/launcher.exe" "$python/python.exe" "$@" </dev/null 2>&1 | cat >"$work/output" ||
     { cat "$work/output" >&2; return 1; }
 }
 
@@ -188,11 +188,16 @@ python_tests() { in_python "$(windows_path "$root/tests/package/zynvue_test.py")
 test_python() {
   printf '== Python package\n'
   prepare_python
-  cp -r "$kept/python" "$work/python"
+  local python=$work/python
+  cp -r "$kept/python" "$python"
   expect "pip installs it and what it needs" pip_installs "$(windows_path "$out/zynvue-$version-py3-none-win_amd64.whl")"
   expect "its tests pass, without NumPy" python_tests
   expect "pip installs NumPy" pip_installs numpy
   expect "its tests pass, with NumPy" python_tests
+  python=$work/"a folder, 中 ü" # of no code page; comtypes keeps modules with the names of folders in them
+  mv "$work/python" "$python"
+  rm -rf "$python/Lib/site-packages/comtypes/gen"
+  expect "they pass in a folder of any name" python_tests
   expect "nothing is left" as_before
 }
 

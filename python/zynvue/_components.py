@@ -105,7 +105,15 @@ def _load_description() -> int:
 
 def _load_types(name: str) -> Any:
     """The interfaces of a library; comtypes makes a module of them when they are asked for the first time."""
-    return comtypes.client.GetModule(os.path.join(FOLDER, name))
+    path = os.path.join(FOLDER, name)
+    try:
+        return comtypes.client.GetModule(path)
+    except (UnicodeError, SyntaxError):  # modules hold the path, in the ANSI code page: in memory any path will do
+        kept_in, comtypes.client.gen_dir = comtypes.client.gen_dir, None
+        try:
+            return comtypes.client.GetModule(path)
+        finally:
+            comtypes.client.gen_dir = kept_in
 
 
 os.environ.setdefault("ZYNVUE_SILENCIEUX", "1")  # what message boxes would say is raised here
