@@ -245,10 +245,10 @@ class Twins {
   bool play(std::uint64_t seed) {
     Random rng(seed);
     const Random beginning = rng.fork();
-    const std::size_t objects = 2 + rng.below(rng.oneIn(4) ? 59 : 15);
+    const std::size_t objects = 2 + rng.below<std::size_t>(rng.oneIn(4) ? 59 : 15);
     both([&](RandomScene& scene) { scene.start(beginning, objects); });
     for (std::size_t frame = 0; frame < 4; ++frame) {
-      for (std::size_t edits = rng.below(4); edits > 0; --edits) {
+      for (std::size_t edits = rng.below(std::size_t{4}); edits > 0; --edits) {
         const Random numbers = rng.fork();
         both([&](RandomScene& scene) { scene.edit(numbers); });
       }
