@@ -23,18 +23,21 @@ make_tree() {
 }
 
 mkdir -p "$place/build"
-exec {lock}>"$place/lock"
-flock "$lock"
-[[ -d $tree ]] || make_tree
+lock=$place/lock
+(
+  flock 9
+  [[ -d $tree ]] || make_tree
+) 9>"$place/making"
 "${as_root[@]}" mkdir -p "$tree$root"
 "${as_root[@]}" cp /etc/resolv.conf "$tree/etc/"
-flock -u "$lock"
-
 folder=$root
 [[ $PWD/ != "$root"/* ]] || folder=$PWD # arguments may name files from here
+flock -n "$lock" true || printf '== waiting for another command in build/on/%s\n' "$suite" >&2
 
+# One command at a time: what a session leaves in the build folder about its display and processes is of no use to another
+# one's namespaces.
 # shellcheck disable=SC2016 # expanded by the shell in the namespaces
-exec "${as_root[@]}" unshare --mount --pid --fork --kill-child -- bash -euc '
+exec "${as_root[@]}" flock --no-fork "$lock" unshare --mount --pid --fork --kill-child -- bash -euc '
   place=$1 root=$2 folder=$3
   shift 3
   mount --rbind /dev "$place/tree/dev"
@@ -42,5 +45,6 @@ exec "${as_root[@]}" unshare --mount --pid --fork --kill-child -- bash -euc '
   mount --bind "$root" "$place/tree$root"
   mount --bind "$place/build" "$place/tree$root/build"
   mount -t proc proc "$place/tree/proc"
+  rm -f "$place"/build/state/{xvfb.pid,display} # of a command that was killed
   exec chroot "$place/tree" env -C "$folder" HOME=/root "$root/zyn" "$@"
-' on "$place" "$root" "$folder" "${@:2}" {lock}>&-
+' on "$place" "$root" "$folder" "${@:2}"
