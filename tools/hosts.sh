@@ -252,12 +252,19 @@ host_csharp() {
   local dotnet
   prepare_dotnet
   build_dotnet "$root/tests/dotnet" -p:LangVersion=7.3
-  run "$dotnet" "$PWD/dotnet/out/TypeLibraryCheck.dll"
-  expect ", 15 classes, 0 differ"
+  run "$dotnet" "$PWD/dotnet/out/Interop_test.dll"
+  expect $', 15 classes\n0 failures'
   # The interfaces of .NET Framework, by another compiler.
   mcs -langversion:7.2 -warnaserror -target:library -out:framework.dll "$root"/dotnet/{source,generated}/*.cs || fail "mcs"
   build_dotnet "$hosts/csharp"
+  mkdir -p pages/guide
+  awk '/^```csharp/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' "$root/docs/hosting-dotnet.md" \
+    >pages/guide/Program.cs
+  cp "$hosts/csharp/Program.csproj" pages/guide
+  build_dotnet pages/guide
   unregister
+  run "$PWD/guide/out/Program.exe"
+  expect_pictures triangle.png
   open_window "C#" "$PWD/csharp/out/Program.exe" late.png early.png >output.txt
   click 190 285 "Picked: 1"
   click 530 285 "Picked: 2"

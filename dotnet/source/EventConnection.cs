@@ -26,9 +26,9 @@ namespace ZYNVue.Interop {
         source.Unadvise(cookie_);
         Marshal.ReleaseComObject(source); // a reference to the view, which would otherwise live until it is collected
       } catch (COMException) {
-        // The view has ended already.
+        // The view was of another apartment or process, which has ended.
       } catch (InvalidComObjectException) {
-        // The program has let go of it already.
+        // The thread of the view has ended.
       }
     }
   }

@@ -136,35 +136,29 @@ internal static class AssemblySide {
   }
 }
 
-internal static class TypeLibraryCheck {
+internal sealed class TypeLibraryCheck {
   // What the libraries refer to; no interfaces of theirs.
   private static readonly string[] Others = { "IUnknown", "IDispatch", "IPicture", "IPictureDisp" };
 
   private static readonly Assembly Interop = typeof(ZYNVue.Interop.Components).Assembly;
 
-  private static int interfaces_;
-  private static int members_;
-  private static int classes_;
-  private static int failures_;
+  private readonly Action<string> fail_;
+  private int interfaces_;
+  private int members_;
+  private int classes_;
 
-  [STAThread]
-  private static int Main() {
+  public TypeLibraryCheck(Action<string> fail) => fail_ = fail;
+
+  public void Run() {
     foreach (string library in new[] { "CD0942D5-F9A2-4059-91F4-DE4DDEF9EE0D", "F89929EF-7DCF-454B-816A-6344C53FD50D" }) {
       foreach (ITypeInfo type in LibrarySide.Types(library)) Check(type);
     }
     int declared = Interop.GetExportedTypes().Count(type => type.IsInterface);
-    if (declared != interfaces_) Fail(declared + " interfaces are declared");
-    Console.WriteLine(interfaces_ + " interfaces with " + members_ + " members, " + classes_ + " classes, " + failures_ +
-                      " differ");
-    return failures_ == 0 ? 0 : 1;
+    if (declared != interfaces_) fail_(declared + " interfaces are declared");
+    Console.WriteLine(interfaces_ + " interfaces with " + members_ + " members, " + classes_ + " classes");
   }
 
-  private static void Fail(string what) {
-    ++failures_;
-    Console.WriteLine("DIFFERS: " + what);
-  }
-
-  private static void Check(ITypeInfo type) {
+  private void Check(ITypeInfo type) {
     string name = LibrarySide.Name(type);
     TYPEKIND kind = LibrarySide.Attributes(type).typekind;
     if (kind == TYPEKIND.TKIND_COCLASS) {
@@ -174,30 +168,30 @@ internal static class TypeLibraryCheck {
     }
   }
 
-  private static void CheckInterface(string name, ITypeInfo type) {
+  private void CheckInterface(string name, ITypeInfo type) {
     ++interfaces_;
     Type declared = Interop.GetType("ZYNVue.Interop." + name);
     if (declared == null || declared.GUID != LibrarySide.Attributes(type).guid) {
-      Fail(name);
+      fail_(name);
       return;
     }
     List<string> wanted = LibrarySide.Members(type);
     List<string> found = AssemblySide.Members(declared);
     members_ += wanted.Count;
-    if (wanted.Count != found.Count) Fail(name + " has " + found.Count + " members");
+    if (wanted.Count != found.Count) fail_(name + " has " + found.Count + " members");
     foreach (var (want, have) in wanted.Zip(found, (want, have) => (want, have))) {
-      if (want != have) Fail(name + ": " + want + ", not " + have);
+      if (want != have) fail_(name + ": " + want + ", not " + have);
     }
   }
 
-  private static void CheckClass(string name, Guid id) {
+  private void CheckClass(string name, Guid id) {
     ++classes_;
     Type declared = Interop.GetType("ZYNVue.Interop." + name);
     var progId = (string)declared?.GetField("ProgId")?.GetValue(null);
     if (progId == null || Type.GetTypeFromProgID(progId)?.GUID != id ||
         !id.Equals(declared.GetField("ClassId").GetValue(null)) ||
         declared.GetMethod("Create").Invoke(null, null) == null) {
-      Fail(name);
+      fail_(name);
     }
   }
 }
