@@ -108,7 +108,8 @@ def _load_types(name: str) -> Any:
     path = os.path.join(FOLDER, name)
     try:
         return comtypes.client.GetModule(path)
-    except (UnicodeError, SyntaxError):  # modules hold the path, in the ANSI code page: in memory any path will do
+    except (UnicodeError, SyntaxError):
+        # Modules in files hold the path, in the ANSI code page; in memory any path will do.
         kept_in, comtypes.client.gen_dir = comtypes.client.gen_dir, None
         try:
             return comtypes.client.GetModule(path)
