@@ -40,18 +40,24 @@ internal static class LibrarySide {
 
   public static List<string> Members(ITypeInfo type) {
     ITypeInfo form = type;
-    if (IsDual(type)) {
+    if (IsDual(type) && Attributes(type).typekind == TYPEKIND.TKIND_DISPATCH) {
       type.GetRefTypeOfImplType(-1, out int reference);
       type.GetRefTypeInfo(reference, out form);
     }
     bool hasSlots = Attributes(form).typekind == TYPEKIND.TKIND_INTERFACE;
-    var lines = new List<string>();
+    var lines = hasSlots ? MembersOfBase(form) : new List<string>();
     for (int i = 0; i < Attributes(form).cFuncs; ++i) {
       form.GetFuncDesc(i, out IntPtr function);
       lines.Add(Line(form, Marshal.PtrToStructure<FUNCDESC>(function), hasSlots, IsDual(type) || !hasSlots));
       form.ReleaseFuncDesc(function);
     }
     return lines;
+  }
+
+  private static List<string> MembersOfBase(ITypeInfo form) {
+    form.GetRefTypeOfImplType(0, out int reference);
+    form.GetRefTypeInfo(reference, out ITypeInfo type);
+    return Name(type) == "IUnknown" || Name(type) == "IDispatch" ? new List<string>() : Members(type);
   }
 
   private static string Line(ITypeInfo type, FUNCDESC function, bool hasSlot, bool hasNumber) {

@@ -108,25 +108,36 @@ std::string argumentsText(const TypeMap& types, const MemberDescription& member)
   return "(" + text + ")";
 }
 
+/// The functions of an interface behind those of its bases: interfaces of .NET repeat them.
+std::vector<FunctionEntry> allFunctions(const Library& library, const InterfaceEntry& entry) {
+  std::vector<FunctionEntry> functions;
+  for (const InterfaceEntry& base : library.interfaces) {
+    if (base.name == entry.base) functions = allFunctions(library, base);
+  }
+  functions.insert(functions.end(), entry.functions.begin(), entry.functions.end());
+  return functions;
+}
+
 /// Writes the members of an interface in the order of its vtable. A compiler lays out a property as
 /// its get, then its put: what follows another order is written as a method.
 class MemberWriter {
  public:
-  MemberWriter(const TypeMap& types, const InterfaceEntry& entry) : types_(types), entry_(entry) {}
+  MemberWriter(const TypeMap& types, const Library& library, const InterfaceEntry& entry)
+      : types_(types), entry_(entry), functions_(allFunctions(library, entry)) {}
 
   std::string write() {
-    const std::vector<FunctionEntry>& functions = entry_.functions;
-    for (std::size_t i = 0; i < functions.size(); ++i) {
+    for (std::size_t i = 0; i < functions_.size(); ++i) {
       checkSlot(i);
-      if (functions[i].member.isMethod()) {
-        addMethod(functions[i]);
-      } else if (i + 1 < functions.size() && isPair(functions[i].member, functions[i + 1].member)) {
-        addProperty(functions[i], &functions[i + 1]);
+      if (functions_[i].member.isMethod()) {
+        addMethod(functions_[i]);
+      } else if (i + 1 < functions_.size() &&
+                 isPair(functions_[i].member, functions_[i + 1].member)) {
+        addProperty(functions_[i], &functions_[i + 1]);
         checkSlot(++i);
-      } else if (properties_.contains(functions[i].member.name)) {
-        addAccessorMethod(functions[i]);
+      } else if (properties_.contains(functions_[i].member.name)) {
+        addAccessorMethod(functions_[i]);
       } else {
-        addProperty(functions[i], nullptr);
+        addProperty(functions_[i], nullptr);
       }
     }
     return text_;
@@ -135,7 +146,7 @@ class MemberWriter {
  private:
   void checkSlot(std::size_t index) const {
     const int first = entry_.hasDispids ? kDispatchSlots : kUnknownSlots;
-    if (entry_.functions[index].member.slot != first + static_cast<int>(index)) {
+    if (functions_[index].member.slot != first + static_cast<int>(index)) {
       throw std::runtime_error("gaps in the vtable of " + entry_.name);
     }
   }
@@ -192,6 +203,7 @@ class MemberWriter {
 
   const TypeMap& types_;
   const InterfaceEntry& entry_;
+  std::vector<FunctionEntry> functions_;
   std::set<std::string> properties_;
   std::string text_;
 };
@@ -202,9 +214,10 @@ std::string interfaceHead(const InterfaceEntry& entry, const std::string& kind) 
          entry.name + " {\n";
 }
 
-std::string interfaceText(const TypeMap& types, const InterfaceEntry& entry) {
+std::string interfaceText(const TypeMap& types, const Library& library,
+                          const InterfaceEntry& entry) {
   return interfaceHead(entry, entry.hasDispids ? "Dual" : "IUnknown") +
-         MemberWriter(types, entry).write() + "  }\n\n";
+         MemberWriter(types, library, entry).write() + "  }\n\n";
 }
 
 std::string eventInterfaceText(const TypeMap& types, const InterfaceEntry& entry) {
@@ -290,7 +303,7 @@ std::string libraryText(const Library& library) {
   for (const InterfaceEntry& entry : library.interfaces) {
     const auto source = sources.find(entry.name);
     if (source == sources.end()) {
-      text += interfaceText(types, entry);
+      text += interfaceText(types, library, entry);
     } else {
       text += eventInterfaceText(types, entry) + eventClassText(types, *source->second, entry);
     }

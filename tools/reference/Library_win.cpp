@@ -31,6 +31,14 @@ void addMember(InterfaceEntry& entry, const FunctionEntry& function) {
   member.help.push_back(function.help);
 }
 
+std::string baseOf(ITypeInfo* type) {
+  HREFTYPE reference = 0;
+  ComPtr<ITypeInfo> base;
+  require(type->GetRefTypeOfImplType(0, &reference), "GetRefTypeOfImplType");
+  require(type->GetRefTypeInfo(reference, &base), "GetRefTypeInfo");
+  return nameOf(base.Get());
+}
+
 InterfaceEntry readInterface(ITypeInfo* type, const IdlHelp& help) {
   const TypeAttributes attributes(type);
   InterfaceEntry entry;
@@ -38,7 +46,9 @@ InterfaceEntry readInterface(ITypeInfo* type, const IdlHelp& help) {
   entry.id = attributes->guid;
   entry.help = test::helpOf(type, MEMBERID_NIL);
   entry.hasDispids = attributes->typekind == TKIND_DISPATCH;
-  for (const test::MemberDescription& member : test::membersOf(test::vtableForm(type).Get())) {
+  const ComPtr<ITypeInfo> form = test::vtableForm(type);
+  entry.base = baseOf(form.Get());
+  for (const test::MemberDescription& member : test::membersOf(form.Get())) {
     entry.functions.push_back({member, help.of(entry.name, member.kind, member.name)});
     addMember(entry, entry.functions.back());
   }

@@ -25,6 +25,7 @@ struct FunctionEntry {
 
 struct InterfaceEntry {
   std::string name;
+  std::string base;
   GUID id;
   std::string help;
   bool hasDispids = true;
