@@ -10,6 +10,9 @@ b'\\x89PNG'
 The components are in the package and are found without registration. In a notebook a picture shows itself. What the
 classes here do not offer is in their ``com``: the published members, described in the reference of ZYNVue.
 
+Colours are red, green, blue and, where it may be left out, opacity, from 0 to 1 each. Points are x, y and, in space, z.
+A range is from and to, a box three of them.
+
 Objects belong to the thread that made them; a thread of your own calls ``comtypes.CoInitialize()`` first.
 """
 

@@ -38,8 +38,8 @@ def _choice(choices: dict[str, Any], value: str, what: str) -> Any:
 
 
 def _rgba(colour: Colour) -> tuple[float, ...]:
-    if len(colour) not in (3, 4):
-        raise ValueError(f"a colour is 3 or 4 numbers, not {len(colour)}")
+    if isinstance(colour, str) or len(colour) not in (3, 4):
+        raise ValueError(f"a colour is 3 or 4 numbers, not {colour!r}")
     return (*colour, 1.0)[:4]
 
 
@@ -232,8 +232,9 @@ class Sprite:
         transparent: Optional[Sequence[int]] = None,
     ) -> None:
         self.com = create("ZYNVue.ZYNGLBitmap")
+        picture = _images.picture(image)
         with told():
-            self.com.Picture = _images.picture(image)
+            self.com.Picture = picture
             self.com.setPosition(*_xyz(position))
             self.com.setOrigine(*origin)
             if transparent is not None:

@@ -6,7 +6,7 @@ import math
 import os
 import tempfile
 from types import TracebackType
-from typing import Any, Callable, Optional, Sequence, Type, Union
+from typing import Any, Callable, Optional, Sequence, Type, TypeVar, Union
 
 from . import _arrays, _images
 from ._components import Error, SaveError, create, told, told_by_success
@@ -26,6 +26,8 @@ VIEWS = {
 
 Box = tuple[tuple[float, float], tuple[float, float], tuple[float, float]]
 """From and to along x, y and z."""
+
+_Self = TypeVar("_Self", bound="Picture")
 
 
 class Picture:
@@ -60,7 +62,7 @@ class Picture:
         if reason:
             raise Error(reason)
 
-    def __enter__(self) -> Any:
+    def __enter__(self: _Self) -> _Self:
         return self
 
     def __exit__(
@@ -87,6 +89,8 @@ class Picture:
             for thing in objects:
                 members = getattr(thing, "com", thing)
                 for member in members if isinstance(members, list) else [members]:
+                    if not hasattr(member, "QueryInterface"):
+                        raise TypeError(f"{thing!r} is no object that a picture shows")
                     com.Add(member, 1 if outline else 0)
                     self._added += 1
 

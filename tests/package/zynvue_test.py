@@ -193,6 +193,12 @@ class Scenes(unittest.TestCase):
         with self.assertRaisesRegex(ValueError, "lights 1 and 2"):
             brightest(lambda picture: picture.light(3))
 
+    def test_what_is_no_object_is_refused(self):
+        with zynvue.Picture3D(160, 120) as picture:
+            for wrong in (None, "part.stl", [zynvue.Text("a", (0, 0))]):
+                with self.assertRaisesRegex(TypeError, "no object that a picture shows"):
+                    picture.add(wrong)
+
     def test_outline_is_a_mode_of_each_addition(self):
         with zynvue.Picture3D(160, 120) as picture:
             picture.add(zynvue.Triangles(CORNERS), outline=True)
@@ -224,8 +230,9 @@ class Scenes(unittest.TestCase):
         for wrong in ([(0, 0, 0)], [[(0, 0, 0), (1, 0, 0)]], [[(0, 0), (1, 0), (0, 1)]]):
             with self.assertRaises((ValueError, TypeError)):
                 zynvue.Triangles(wrong)
-        with self.assertRaisesRegex(ValueError, "a colour is"):
-            zynvue.Triangles(CORNERS, (1, 1))
+        for wrong in ((1, 1), "red"):
+            with self.assertRaisesRegex(ValueError, "a colour is"):
+                zynvue.Triangles(CORNERS, wrong)
 
     def test_sprites(self):
         red = [[(255, 0, 0)] * 20] * 10
@@ -242,6 +249,8 @@ class Scenes(unittest.TestCase):
         for wrong in (b"nothing", [], [[(1, 2, 3)], []]):
             with self.assertRaises(ValueError):
                 zynvue.Sprite(wrong, (0, 0))
+        with self.assertRaisesRegex(FileNotFoundError, "none.bmp"):
+            zynvue.Sprite("none.bmp", (0, 0))
 
 
 class Graphs(unittest.TestCase):
