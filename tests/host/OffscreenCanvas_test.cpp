@@ -271,12 +271,12 @@ TEST_P(OffscreenCanvasTest, SoDoAllExports) {
   drawn(300, 240);
   const std::vector<Image> pictures = exportAll();
   ASSERT_EQ(pictures.size(), wanted.size());
-  for (const std::size_t lossless : {0, 1, 4}) {
+  for (const std::size_t lossless : {0U, 1U, 4U}) {
     expectSame(pictures[lossless], wanted[lossless], kEdges);
     EXPECT_EQ(meanDifference(pictures[lossless], pictures[0]), 0);
   }
   // A few pixels decide about colours of their own.
-  for (const std::size_t lossy : {2, 3}) {
+  for (const std::size_t lossy : {2U, 3U}) {
     EXPECT_LT(meanDifference(pictures[lossy], wanted[lossy]), 0.5);
   }
 }
@@ -340,8 +340,8 @@ TEST_P(OffscreenCanvasTest, WhatDrawsMayLeaveReadingInDisorder) {
   const Image wanted = drawn(300, 240);
   const auto careless = makeForeign<ForeignObject>();
   careless->onDraw3D = careless->onDraw2D = [](int) {
-    for (const GLenum layout :
-         {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS, GL_PACK_SWAP_BYTES}) {
+    for (const GLenum layout : std::initializer_list<GLenum>{
+             GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS, GL_PACK_SWAP_BYTES}) {
       glPixelStorei(layout, 1);
     }
     glPixelStorei(GL_PACK_ALIGNMENT, 8);
