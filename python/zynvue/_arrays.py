@@ -30,8 +30,13 @@ def buffer(values: Numbers) -> memoryview:
     if isinstance(values, array.array) and values.typecode == "d":
         return memoryview(values)
     numpy = sys.modules.get("numpy")  # who has not loaded it has no arrays of it
-    if numpy is not None:
-        return memoryview(numpy.ascontiguousarray(values, "float64").reshape(-1))
+    if numpy is not None and hasattr(values, "__array__"):
+        if isinstance(values, numpy.ma.MaskedArray):
+            values = values.astype("float64").filled(numpy.nan)
+        doubles = numpy.ascontiguousarray(values, "float64")
+        if doubles.ndim != 1:
+            raise ValueError(f"numbers come in one row, not as {' x '.join(map(str, doubles.shape))}")
+        return memoryview(doubles)
     return memoryview(array.array("d", values))
 
 

@@ -6,7 +6,7 @@ import ctypes
 import os
 from contextlib import contextmanager
 from ctypes import wintypes
-from typing import Any, Iterator
+from typing import Any, Iterator, NoReturn, SupportsIndex
 
 import comtypes
 import comtypes.client
@@ -43,6 +43,13 @@ class SaveError(Error, OSError):
     """A picture that was not written, and why."""
 
     __module__ = "zynvue"
+
+
+class Uncopied:
+    """What holds objects of the components: a copy would let go of what it does not own, and end the process."""
+
+    def __reduce_ex__(self, protocol: SupportsIndex) -> NoReturn:
+        raise TypeError(f"zynvue.{type(self).__name__} is neither copied nor pickled")
 
 
 @contextmanager

@@ -47,6 +47,9 @@ def bmp(pixels: Any) -> bytes:
     """A BMP file of 24 bits a pixel from an array of height x width x 3 (red, green, blue)."""
     numpy = sys.modules.get("numpy")
     if numpy is not None and isinstance(pixels, numpy.ndarray):
+        if pixels.shape[2:] != (3,) or not pixels.size or not 0 <= pixels.min() <= pixels.max() <= 255:
+            shape = " x ".join(map(str, pixels.shape))
+            raise ValueError(f"an image is height x width x 3 numbers from 0 to 255, not {shape}")
         rows = [row[:, ::-1].astype("uint8").tobytes() for row in pixels]
     else:
         rows = [bytes(value for red, green, blue in row for value in (blue, green, red)) for row in pixels]

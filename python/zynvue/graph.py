@@ -30,6 +30,8 @@ TEXT, TITLE = 16, 20
 GAP = 8
 X_TICKS, Y_TICKS = 90, 45  # at least as far from each other
 
+LEAST_SPAN = 1e-300  # of an axis
+
 
 class Graph(PlanePicture):
     """Traces over axes. Ranges that are not given are those of the traces; points outside of a range are left out.
@@ -84,7 +86,11 @@ class Graph(PlanePicture):
         if self._added:  # nothing can be taken out of a bitmap context: another one
             self._make()
         self._drawn = True
-        self._draw()
+        try:
+            self._draw()
+        except BaseException:
+            self._drawn = False  # another attempt fails as well, and writes no half of a graph
+            raise
         return self.com
 
     def _draw(self) -> None:
@@ -127,6 +133,8 @@ class _Scale:
         self.low, self.high = map(float, numbers)
         if not self.low < self.high:
             raise ValueError(f"a range goes from less to more, not from {numbers[0]} to {numbers[1]}")
+        if not LEAST_SPAN <= self.high - self.low < math.inf:
+            raise ValueError(f"no axis goes from {numbers[0]} to {numbers[1]}")
         self.start, self.end = start, end
         self.factor = (end - start) / (self.high - self.low)
 
@@ -173,7 +181,8 @@ def _extent(arrays: Iterator[memoryview]) -> Range:
         low, high = min([low, *ends]), max([high, *ends])
     if low > high:
         return 0.0, 1.0
-    return (low, high) if low < high else (low - 0.5, high + 0.5)
+    around = 0.0 if high - low >= LEAST_SPAN else max(0.5, abs(low) / 10_000)
+    return low - around, high + around
 
 
 def _axes(x: _Scale, y: _Scale) -> Iterator[Any]:

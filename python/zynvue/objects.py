@@ -8,7 +8,7 @@ from typing import Any, Optional, Sequence, Union
 
 from . import _arrays, _images, _stl
 from ._arrays import Numbers
-from ._components import create, create_many, told
+from ._components import Uncopied, create, create_many, told
 
 Point = Sequence[float]
 """x, y and, in space, z."""
@@ -49,7 +49,7 @@ def _xyz(point: Point) -> tuple[float, ...]:
     return (*point, 0.0)[:3]
 
 
-class Triangles:
+class Triangles(Uncopied):
     """Shaded triangles: n x 3 corners x 3 coordinates, as an array of NumPy or as sequences.
 
     Each has the normal of its plane. The other arguments are how much of the ambient and the diffuse light they take,
@@ -105,7 +105,7 @@ def _fill(triangle: Any, facet: Sequence[float], material: tuple[float, ...]) ->
     triangle.setMaterial(*material)
 
 
-class Polyline:
+class Polyline(Uncopied):
     """A line through points, in graphs (x, y) or in space (x, y, z); a coordinate that is not a number is a gap.
 
     The width is in pixels of a screen. A million points are no problem: what is drawn depends on the picture's size.
@@ -145,7 +145,7 @@ class Polyline:
         return f"<zynvue.Polyline: {len(self)} point{'' if len(self) == 1 else 's'}>"
 
 
-class Text:
+class Text(Uncopied):
     """A text of a fixed height, in pixels of a screen, at a point; ``anchor`` is the point of the text that lies there:
     one of ``zynvue.ANCHORS``.
 
@@ -174,7 +174,7 @@ class Text:
         return f"<zynvue.Text: {self.com.Texte!r}>"
 
 
-class Dimension:
+class Dimension(Uncopied):
     """A dimension between two points of a graph: ``kind`` is "aligned" with them, or "vertical" or "horizontal".
 
     ``offset`` is how far from the points its line is drawn, in model units; the text is the distance unless it is
@@ -212,7 +212,7 @@ class Dimension:
         return f"<zynvue.Dimension: {self.kind!r}, {self.com.Texte!r}>"
 
 
-class Sprite:
+class Sprite(Uncopied):
     """A picture at a point, in its own size in pixels.
 
     ``image`` is the path of a BMP, JPEG or GIF file, the bytes of one, or an array of height x width x 3 (red, green,

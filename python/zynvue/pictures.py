@@ -9,8 +9,8 @@ from types import TracebackType
 from typing import Any, Callable, Optional, Sequence, Type, TypeVar, Union
 
 from . import _arrays, _images
-from ._components import Error, SaveError, create, told, told_by_success
-from .objects import Colour, Point, _choice
+from ._components import Error, SaveError, Uncopied, create, told, told_by_success
+from .objects import Colour, Point, _choice, _rgba
 
 VIEWS = {
     "xy+": ((0, 0, 1), (0, 1, 0)),
@@ -30,7 +30,7 @@ Box = tuple[tuple[float, float], tuple[float, float], tuple[float, float]]
 _Self = TypeVar("_Self", bound="Picture")
 
 
-class Picture:
+class Picture(Uncopied):
     """What pictures of scenes and of graphs have alike. After ``close``, or its ``with``, it holds no memory."""
 
     com: Any
@@ -43,7 +43,11 @@ class Picture:
         self, width: int, height: int, background: Colour, dpi: Optional[float], **switches: bool
     ) -> None:
         self.width, self.height = int(width), int(height)
-        self._background, self._dpi, self._switches = background, dpi, switches
+        if max(abs(self.width), abs(self.height)) >= 2**31:  # calls would take the lower bits
+            raise Error(f"There can be no picture of {self.width} x {self.height} pixels")
+        if dpi is not None and not 1 <= dpi < math.inf:
+            raise ValueError(f"a resolution is one dot per inch or more, not {dpi}")
+        self._background, self._dpi, self._switches = _rgba(background)[:3], dpi, switches
         self._make()
 
     def _make(self) -> None:
@@ -112,8 +116,8 @@ class Picture:
         with told():
             write()
         reason = told_by_success()
-        if reason:
-            raise SaveError(reason)
+        if reason or not os.path.exists(name):  # reasons do not come from other apartments
+            raise SaveError(reason or f"{name} was not written")
 
     def _encoded(self, suffix: str) -> bytes:
         with tempfile.TemporaryDirectory(prefix="zynvue") as folder:
@@ -180,7 +184,7 @@ class Picture3D(Picture):
             width, height, background, dpi, MultiSampleAntialiasing=smooth, LineAntialiasing=smooth
         )
         if gradient is not None:
-            self.com.setGradientColor(*gradient)
+            self.com.setGradientColor(*_rgba(gradient)[:3])
             self.com.GradientBackground = True
         self.view("iso")
 
@@ -206,7 +210,7 @@ class Picture3D(Picture):
 
     def ambient_light(self, color: Colour = (1, 1, 1), intensity: float = 0.7, on: bool = True) -> None:
         """Sets the light that comes from everywhere."""
-        self._open().AmbientLightProperty = _arrays.variant([on, *color[:3], intensity])
+        self._open().AmbientLightProperty = _arrays.variant([on, *_rgba(color)[:3], intensity])
 
     def light(
         self,
@@ -221,7 +225,8 @@ class Picture3D(Picture):
         on: bool = True,
     ) -> None:
         """Sets light 1 or 2, which come from the eye, turned to the right and upwards by degrees. 2 is off at first."""
-        values = [on, *color[:3], ambient, diffuse, specular, math.radians(azimuth), math.radians(elevation)]
+        turns = math.radians(azimuth), math.radians(elevation)
+        values = [on, *_rgba(color)[:3], ambient, diffuse, specular, *turns]
         if number not in (1, 2):
             raise ValueError(f"there are lights 1 and 2, not {number}")
         setattr(self._open(), f"DirectionLight{number}Property", _arrays.variant(values))

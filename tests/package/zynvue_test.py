@@ -4,6 +4,7 @@ python zynvue_test.py README.md    (with NumPy: all that is shown there; without
 """
 
 import array
+import copy
 import ctypes
 import doctest
 import importlib.util
@@ -114,6 +115,17 @@ class Errors(unittest.TestCase):
             other = pickle.loads(pickle.dumps(error))
             self.assertEqual((type(other), str(other)), (type(error), str(error)))
             self.assertEqual((other.text, other.code), ("a", error.code))
+
+    def test_nothing_is_copied(self):
+        made = [zynvue.Picture3D(9, 9), zynvue.Picture2D(9, 9), zynvue.Graph(9, 9), zynvue.Triangles(CORNERS)]
+        made += [zynvue.Polyline([0], [0]), zynvue.Text("a", (0, 0)), zynvue.Dimension((0, 0), (1, 1))]
+        made.append(zynvue.Sprite([[(1, 2, 3)]], (0, 0)))
+        for thing in made:
+            for copied in (copy.copy, copy.deepcopy, pickle.dumps):
+                with self.assertRaisesRegex(TypeError, f"zynvue.{type(thing).__name__} is neither copied"):
+                    copied(thing)
+        with self.assertRaisesRegex(TypeError, "neither copied"):
+            copy.deepcopy({"all": made})
 
 
 class LiveViews(unittest.TestCase):
@@ -263,6 +275,10 @@ class Graphs(unittest.TestCase):
             if other:
                 self.assertEqual(plotted(zynvue.Polyline(x, other)), expected)
         self.assertEqual(len(zynvue.Polyline([], range(0))), 0)
+        self.assertEqual(plotted(zynvue.Polyline(x, (value for value in y))), expected)
+        for wrong in ([y, y, y, y], "abcd", 5, None):
+            with self.assertRaises(TypeError):
+                zynvue.Polyline(x, wrong)
 
     def test_a_gap_is_not_drawn(self):
         self.assertNotEqual(
@@ -314,6 +330,23 @@ class Axes(unittest.TestCase):
         self.assertEqual(self.drawn(([0, 1, 2], [0, 1, 9]), **limits), self.drawn(([0, 1], [0, 1]), **limits))
         with self.assertRaisesRegex(ValueError, "from less to more"):
             self.drawn(([0, 1], [0, 1]), x_range=(1, 1))
+
+    def test_numbers_of_any_size(self):
+        for value in (0, -7, 1e9, -1e20, 1e307):
+            self.assertGreater(len(colours(self.drawn(([0, 1], [value, value])))), 1, value)
+        self.assertEqual(self.drawn(([0, 1], [0, 5e-324])), self.drawn(([0, 1], [0, 0])))
+        for y_range in ((0, math.inf), (-1e308, 1e308), (0, 5e-324), (0, math.nan)):
+            with self.assertRaisesRegex(ValueError, "range|axis"):
+                self.drawn(y_range=y_range)
+
+    def test_a_graph_that_failed_fails_again(self):
+        with zynvue.Graph(300, 200, x_range=(2, 1)) as graph:
+            graph.plot([0, 1], [0, 1], label="a")
+            for _ in range(2):
+                with self.assertRaisesRegex(ValueError, "from less to more"):
+                    graph.png()
+            graph.x_range = None
+            self.assertEqual(graph.pixels(), self.drawn(([0, 1], [0, 1])))
 
     def test_what_is_plotted_later_is_shown(self):
         with zynvue.Graph(300, 200) as graph:
@@ -391,8 +424,40 @@ class Files(unittest.TestCase):
 
     def test_impossible_sizes_are_told(self):
         for kind in (zynvue.Picture3D, zynvue.Picture2D):
-            with self.assertRaises(zynvue.Error):
-                kind(-3, 10)
+            for size in ((-3, 10), (2**31, 1), (2**32 + 10, 10), (10, 2**40)):
+                with self.assertRaisesRegex(zynvue.Error, f"no picture of {size[0]} x {size[1]}"):
+                    kind(*size)
+
+    def test_impossible_resolutions_and_colours_are_told(self):
+        for kind in (zynvue.Picture3D, zynvue.Picture2D, zynvue.Graph):
+            for dpi in (0, -96, 1e-300, math.inf, math.nan):
+                with self.assertRaisesRegex(ValueError, "resolution"):
+                    kind(40, 30, dpi=dpi)
+            with self.assertRaisesRegex(ValueError, "a colour is"):
+                kind(40, 30, background=(1, 1))
+        with zynvue.Picture3D(40, 30) as picture:
+            for change in (picture.ambient_light, lambda color: picture.light(1, color=color)):
+                with self.assertRaisesRegex(ValueError, "a colour is"):
+                    change(color=(1, 1))
+
+    def test_other_apartments_are_told_that_nothing_was_written(self):
+        told = []
+
+        def save():
+            comtypes.CoInitializeEx(comtypes.COINIT_MULTITHREADED)
+            with zynvue.Picture3D(40, 30) as picture:
+                picture.save("apartment.png")
+                try:
+                    picture.save(os.path.join("no folder", "apartment.png"))
+                except zynvue.SaveError as error:
+                    told.append(str(error))
+            comtypes.CoUninitialize()
+
+        thread = threading.Thread(target=save)
+        thread.start()
+        thread.join()
+        self.assertTrue(read("apartment.png").startswith(self.STARTS["png"]))
+        self.assertRegex(told[0], "no folder.apartment.png.* was not written")
 
     def test_closed_pictures(self):
         with zynvue.Picture2D(40, 30) as picture:
@@ -439,6 +504,22 @@ class Arrays(unittest.TestCase):
                 self.assertEqual(graph.pixels(), other.pixels())
         with self.assertRaisesRegex(ValueError, "not 2 x 9"):
             zynvue.Triangles(numpy.zeros((2, 9)))
+
+    def test_wrong_shapes_are_refused(self):
+        numpy = self.numpy
+        with self.assertRaisesRegex(ValueError, "one row, not as 3 x 2"):
+            zynvue.Polyline(numpy.zeros((3, 2)), numpy.zeros((3, 2)))
+        for shape in ((6, 3, 4), (6, 8), (6, 6, 1), (0, 6, 3), (1, 6, 8, 3)):
+            with self.assertRaisesRegex(ValueError, "height x width x 3"):
+                zynvue.Sprite(numpy.zeros(shape, "uint8"), (0, 0))
+        for value in (-1, 256, math.nan):
+            with self.assertRaisesRegex(ValueError, "0 to 255"):
+                zynvue.Sprite(numpy.full((2, 2, 3), value), (0, 0))
+
+    def test_what_is_masked_is_a_gap(self):
+        y = self.numpy.ma.masked_equal([0, 3, 1, 2], 3)
+        gap = plotted(zynvue.Polyline([0, 1, 2, 3], [0, math.nan, 1, 2]))
+        self.assertEqual(plotted(zynvue.Polyline([0, 1, 2, 3], y)), gap)
 
     def test_doubles_are_not_converted(self):
         from zynvue._arrays import buffer
