@@ -56,6 +56,8 @@ class OffscreenCanvas::Sheet {
   virtual int width() const = 0;
   virtual int height() const = 0;
   virtual HDC dc() const = 0;
+  /// False once others have destroyed it.
+  virtual bool exists() const { return true; }
   /// Gives the device context a pixel format; false where OpenGL has none for it.
   virtual bool setFormat() const = 0;
   /// Ends drawing: what has been drawn can be read.
@@ -121,6 +123,7 @@ class OffscreenCanvas::WindowSheet final : public Sheet {
   int width() const override { return width_; }
   int height() const override { return height_; }
   HDC dc() const override { return window_.dc(); }
+  bool exists() const override { return IsWindow(window_.get()) != FALSE; }
   bool setFormat() const override { return setWindowPixelFormat(dc()); }
   void finish() const override {}
 
@@ -187,6 +190,8 @@ OffscreenCanvas::OffscreenCanvas(std::unique_ptr<Sheet> sheet, int largestTile)
 }
 
 OffscreenCanvas::~OffscreenCanvas() = default;
+
+bool OffscreenCanvas::exists() const { return sheet_->exists(); }
 
 CurrentContext OffscreenCanvas::makeCurrent() const { return {sheet_->dc(), context_.get()}; }
 

@@ -43,6 +43,9 @@ class OffscreenCanvas {
   OffscreenCanvas(const OffscreenCanvas&) = delete;
   OffscreenCanvas& operator=(const OffscreenCanvas&) = delete;
 
+  /// False once the program has destroyed the window, as who closes all windows of a thread does.
+  bool exists() const;
+
   /// Makes the rendering context current for a scope.
   CurrentContext makeCurrent() const;
 

@@ -127,6 +127,8 @@ void OffscreenSurface::equip(const Prepare& prepare) {
 
 bool OffscreenSurface::hasContext() const { return target_ && target_->canvas; }
 
+bool OffscreenSurface::isDestroyed() const { return hasContext() && !target_->canvas->exists(); }
+
 const SharedBitmap* OffscreenSurface::picture() const {
   return hasContext() ? &*target_->picture : nullptr;
 }

@@ -50,6 +50,8 @@ class OffscreenSurface {
 
   /// Whether there is a rendering context to draw with.
   bool hasContext() const;
+  /// Whether the program has destroyed what is drawn on.
+  bool isDestroyed() const;
 
   /// Why there is none, if `create` could not make one.
   const std::optional<Failure>& whyEmpty() const { return whyEmpty_; }

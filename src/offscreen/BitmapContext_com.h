@@ -108,7 +108,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     return automation(derived(), [&] {
       const RunningScope::Guard rendering(rendering_);
       if (!rendering.isNested()) {
-        isLost_ = isLost_ || rendering.followsLost();
+        isLost_ = isLost_ || rendering.followsLost() || (surface_ && surface_->isDestroyed());
         replaceLostSurface();
       }
       // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
@@ -200,15 +200,15 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
     surface->create(width, height, [this] { return prepareContext(); });
   }
 
-  /// What is drawn has left a pass without its end.
+  /// What is drawn has left a pass without its end, or the program has destroyed the surface.
   void replaceLostSurface() {
     if (isLost_ && surface_) {
       makeSurface(surface_->width(), surface_->height());
       if (!surface_->hasContext()) {
         const std::optional<Failure>& why = surface_->whyEmpty();
         throw Failure(E_FAIL,
-                      L"An object has broken its drawing off, and the rendering context "
-                      L"cannot be made again: " +
+                      L"An object has broken its drawing off, or the surface was destroyed, and "
+                      L"the rendering context cannot be made again: " +
                           (why ? why->text() : std::wstring()));
       }
     }

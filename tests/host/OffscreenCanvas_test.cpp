@@ -387,6 +387,23 @@ TEST_P(OffscreenCanvasTest, TheWindowIsNeverSeenAndGoesWithTheSurface) {
   EXPECT_TRUE(hiddenWindows().empty());
 }
 
+// As a program does that closes all windows of a thread.
+TEST_P(OffscreenCanvasTest, AWindowThatIsDestroyedIsMadeAgain) {
+  const Image wanted = drawn(300, 240);
+  const WithoutBitmaps without(kLacks[0]);
+  for (const bool wasDrawn : {false, true}) {
+    context_->resize(300, 240);
+    if (wasDrawn) context_->render();
+    ASSERT_EQ(hiddenWindows().size(), 1U);
+    SendMessageW(hiddenWindows()[0], WM_CLOSE, 0, 0);
+    ASSERT_TRUE(hiddenWindows().empty());
+    tiles_ = 0;
+    expectSame(context_->render(), wanted, kEdges);
+    EXPECT_EQ(tiles_, 1);
+    EXPECT_EQ(hiddenWindows().size(), 1U);
+  }
+}
+
 // The answers of bitmaps, where windows do not serve either.
 TEST_P(OffscreenCanvasTest, WithoutBothThereIsNoPicture) {
   const std::pair<const Lack*, std::vector<std::wstring>> cases[] = {
