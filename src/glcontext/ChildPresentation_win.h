@@ -25,6 +25,10 @@ class ChildPresentation {
   /// gone.
   HDC dc() const { return canvas_ ? canvas_->dc() : windowDC_.get(); }
 
+  /// False once the program has destroyed the hidden window, as who closes all windows of a thread
+  /// does.
+  bool exists() const { return !canvas_ || IsWindow(canvas_->get()); }
+
   /// Gives what OpenGL draws on the size of the window. To be called before drawing, with the
   /// context current.
   void follow() const;

@@ -20,6 +20,7 @@ struct WindowContext::Target {
   Target& operator=(const Target&) = delete;
 
   bool hasContext() const { return context && *context; }
+  bool exists() const { return !frames || frames->exists(); }
 
   /// The context goes first: it draws on the device context.
   void close() {
@@ -96,6 +97,9 @@ bool WindowContext::withContext(const std::function<void()>& work) {
   if (use.followsLost() && target_) {
     // What drawing left behind in the context when it was left without its end is anybody's guess.
     target_->close();
+    target_.reset();
+    create();
+  } else if (target_ && !target_->exists()) {
     target_.reset();
     create();
   }

@@ -59,8 +59,8 @@ class ViewCovering : public HostTest {
  protected:
   ViewCovering() {
     SetWindowPos(frame(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    object_ = host.add([](int) {
-      glClearColor(0.2F, 0.4F, 0.8F, 1);
+    object_ = host.add([this](int) {
+      glClearColor(red_, 0.4F, 0.8F, 1);
       glClear(GL_COLOR_BUFFER_BIT);
       return S_OK;
     });
@@ -70,16 +70,19 @@ class ViewCovering : public HostTest {
 
   HWND frame() const { return GetAncestor(host.window(), GA_ROOT); }
 
+  void turnPink() { red_ = 1; }
+
   bool isWhole() const {
     const SIZE size = host.clientSize();
-    return host.onScreen().count(kFrameColour) == size.cx * size.cy;
+    const auto red = static_cast<unsigned char>(red_ * 255);
+    return host.onScreen().count({red, 102, 204}) == size.cx * size.cy;
   }
   bool isCovered() const { return !isWhole(); }
 
-  static constexpr Rgb kFrameColour = {51, 102, 204};
   View host{SIZE{300, 200}};
 
  private:
+  float red_ = 0.2F;
   ComPtr<ForeignObject> object_;
 };
 
@@ -102,6 +105,27 @@ TYPED_TEST(ViewCovering, AnotherWindowLeavesTheFrameWhole) {
   ShowWindow(other, SW_SHOWNOACTIVATE);
   EXPECT_TRUE(comesTrue([&] { return this->isCovered(); }));
   DestroyWindow(other);
+  EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+}
+
+/// As a program does that closes all windows of a thread.
+void destroyHiddenWindows() {
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND window, LPARAM) -> BOOL {
+        wchar_t name[20] = L"";
+        GetClassNameW(window, name, static_cast<int>(std::size(name)));
+        if (std::wstring(name) == L"Static" && !IsWindowVisible(window)) DestroyWindow(window);
+        return TRUE;
+      },
+      0);
+}
+
+TYPED_TEST(ViewCovering, AHiddenWindowThatIsDestroyedIsMadeAgain) {
+  ASSERT_TRUE(comesTrue([&] { return this->isWhole(); }));
+  destroyHiddenWindows();
+  this->turnPink();
+  this->host.paint();
   EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
 }
 
