@@ -153,14 +153,18 @@ test_without_registration() {
   expect "nothing is left" as_before
 }
 
-# Wine registers a type library that it finds by a manifest, as soon as a proxy needs it: the registry is put back.
+# Wine registers a type library that it finds by a manifest, as soon as a proxy needs it.
+put_registry_back() {
+  end_server
+  cp "$work"/before/raw/*.reg "$WINEPREFIX"
+}
+
 test_types_without_registration() {
   unpack_with_host
   expect "a host with a manifest: type libraries, other apartments" gtest 'C:\unzipped\'"$name"'\bin\host.exe' \
     '--gtest_filter=ByManifestTypes.*'
   rm -rf "$drive/unzipped" "$drive/elsewhere"
-  end_server
-  cp "$work"/before/raw/*.reg "$WINEPREFIX"
+  put_registry_back
   expect "nothing is left" as_before
 }
 
@@ -194,6 +198,8 @@ test_python() {
   expect "its tests pass, without NumPy" python_tests
   expect "pip installs NumPy" pip_installs numpy
   expect "its tests pass, with NumPy" python_tests
+  ZYNVUE_APARTMENTS=1 expect "they pass from other apartments as well" python_tests
+  put_registry_back
   python=$work/"a folder, 中 ü" # of no code page; comtypes keeps modules with the names of folders in them
   mv "$work/python" "$python"
   rm -rf "$python/Lib/site-packages/comtypes/gen"
