@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+namespace zyn {
+
+/// Long work tells how much of it is done, 0 to 1, a hundred times at most, and goes on where the
+/// answer is true; where not, it throws Aborted and has changed nothing. May be empty.
+using Progress = std::function<bool(double part)>;
+
+/// Thrown by long work that was asked to stop.
+struct Aborted {};
+
+}  // namespace zyn
