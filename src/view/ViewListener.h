@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/ZYNList.h"
+
+namespace zyn {
+
+/// Hears of a view what the events of its first interface do not tell. Called on the view's thread;
+/// it may run foreign code and stop listening meanwhile, and keeps itself alive until it returns.
+class ViewListener {
+ public:
+  /// Another camera is shown from now on; the view has not been repainted yet.
+  virtual void cameraChanged() noexcept {}
+
+  /// The camera has come to rest, where it was to arrive or where it was stopped.
+  virtual void animationFinished() noexcept {}
+
+ protected:
+  ~ViewListener() = default;
+};
+
+/// Those who listen to one view. Owns none of them: each leaves before its end.
+class ViewListeners {
+ public:
+  void add(ViewListener& listener) { listeners_.append(&listener); }
+  void remove(ViewListener& listener) noexcept { listeners_.remove(&listener, true); }
+
+  void cameraChanged() {
+    tell([](ViewListener& listener) { listener.cameraChanged(); });
+  }
+  void animationFinished() {
+    tell([](ViewListener& listener) { listener.animationFinished(); });
+  }
+
+ private:
+  template <class Event>
+  void tell(Event event) {
+    for (ZYNList<ViewListener*>::Walk walk(listeners_); walk; walk.advance()) {
+      event(**walk);
+    }
+  }
+
+  ZYNList<ViewListener*> listeners_;
+};
+
+}  // namespace zyn
