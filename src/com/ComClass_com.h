@@ -26,17 +26,21 @@ struct Published {
   using Type = Entry;
   static bool answers(REFIID iid) { return iid == __uuidof(Entry); }
 };
-template <class Interface>
-struct Published<Dual<Interface>> {
-  using Type = Interface;
-  static bool answers(REFIID iid) { return iid == __uuidof(Interface) || iid == IID_IDispatch; }
+template <class Interface, class... Earlier>
+struct Published<Dual<Interface, Earlier...>> {
+  using Type = std::tuple_element_t<sizeof...(Earlier), std::tuple<Interface, Earlier...>>;
+  static bool answers(REFIID iid) {
+    return iid == __uuidof(Interface) || ((iid == __uuidof(Earlier)) || ...) ||
+           iid == IID_IDispatch;
+  }
 };
 
 }  // namespace detail
 
 /// Base of every COM object: counts references, can be aggregated, answers QueryInterface for its
 /// interfaces, offers error information and holds a module lock while it lives. The first
-/// interface is the default one; `Dual<I>` adds late binding to I.
+/// interface is the default one; `Dual<I>` adds late binding to I, `Dual<I2, I>` to I2 of an object
+/// whose default interface is I.
 ///
 /// A class declares `static constexpr const wchar_t* kProgId`, the source named in its errors, and
 /// may define `HRESULT finishConstruction()`, which runs once the object can be referred to; its

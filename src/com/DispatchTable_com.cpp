@@ -22,12 +22,38 @@ ComPtr<ITypeInfo> vtableInfo(ITypeInfo& info) {
   return interfaceInfo;
 }
 
-UINT functionCount(ITypeInfo& info) {
+struct Extent {
+  IID iid;
+  UINT functions;
+};
+
+Extent extentOf(ITypeInfo& info) {
   TYPEATTR* attributes = nullptr;
   throwIfFailed(info.GetTypeAttr(&attributes));
-  const UINT count = attributes->cFuncs;
+  const Extent extent{attributes->guid, attributes->cFuncs};
   info.ReleaseTypeAttr(attributes);
-  return count;
+  return extent;
+}
+
+ComPtr<ITypeInfo> baseOf(ITypeInfo& info) {
+  HREFTYPE reference = 0;
+  ComPtr<ITypeInfo> base;
+  throwIfFailed(info.GetRefTypeOfImplType(0, &reference));
+  throwIfFailed(info.GetRefTypeInfo(reference, &base));
+  return base;
+}
+
+/// Of an interface as it lies in memory and of those that it derives from, short of IDispatch.
+std::vector<Member> membersOf(ComPtr<ITypeInfo> info) {
+  std::vector<Member> members;
+  for (Extent extent = extentOf(*info.Get()); extent.iid != IID_IDispatch;
+       extent = extentOf(*info.Get())) {
+    for (UINT i = 0; i < extent.functions; ++i) {
+      members.push_back(readMember(*info.Get(), i));
+    }
+    info = baseOf(*info.Get());
+  }
+  return members;
 }
 
 using MemberKey = std::pair<DISPID, INVOKEKIND>;
@@ -45,13 +71,8 @@ bool putsObject(const DISPPARAMS* arguments) {
 
 }  // namespace
 
-DispatchTable::DispatchTable(ComPtr<ITypeInfo> info) : info_(std::move(info)) {
-  const ComPtr<ITypeInfo> functions = vtableInfo(*info_.Get());
-  const UINT count = functionCount(*functions.Get());
-  members_.reserve(count);
-  for (UINT i = 0; i < count; ++i) {
-    members_.push_back(readMember(*functions.Get(), i));
-  }
+DispatchTable::DispatchTable(ComPtr<ITypeInfo> info)
+    : info_(std::move(info)), members_(membersOf(vtableInfo(*info_.Get()))) {
   std::sort(members_.begin(), members_.end(),
             [](const Member& a, const Member& b) { return keyOf(a) < keyOf(b); });
 }

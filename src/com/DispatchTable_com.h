@@ -11,8 +11,9 @@
 
 namespace zyn {
 
-/// The members of one dual interface as its type library describes them. ITypeInfo::Invoke could
-/// call them too, but refuses the out arguments of scripts and does not count arguments.
+/// The members of one dual interface, inherited ones too, as its type library describes them.
+/// ITypeInfo::Invoke could call them too, but refuses the out arguments of scripts and does not
+/// count arguments.
 class DispatchTable {
  public:
   /// `info` describes the interface.

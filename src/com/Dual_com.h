@@ -4,6 +4,8 @@
 // After windows.h:
 #include <oaidl.h>
 
+#include <type_traits>
+
 #include "com/Member_com.h"
 
 namespace zyn {
@@ -17,8 +19,12 @@ HRESULT idsOfNames(REFIID dual, REFIID reserved, LPOLESTR* names, UINT count, DI
 HRESULT invokeMember(void* object, REFIID dual, REFIID reserved, const LateCall& call) noexcept;
 
 /// Late binding for the dual interface `Interface`, as the module's own type library describes it.
-template <class Interface>
+/// `Earlier` are those interfaces that it derives from which objects answer too, the first
+/// published one last; what is called late is found in all of them.
+template <class Interface, class... Earlier>
 class Dual : public Interface {
+  static_assert((std::is_base_of_v<Earlier, Interface> && ...));
+
  public:
   STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override { return typeInfoCount(count); }
 

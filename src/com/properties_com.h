@@ -24,4 +24,7 @@ inline HRESULT giveFlag(VARIANT_BOOL* place, bool value) {
 /// them.
 inline bool isExactlyTrue(VARIANT_BOOL value) { return value == VARIANT_TRUE; }
 
+/// Those of further interfaces are set by any value but 0.
+inline bool isOn(VARIANT_BOOL value) { return value != VARIANT_FALSE; }
+
 }  // namespace zyn

@@ -6,12 +6,15 @@
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
+#include "contract/DrawPass_win.h"
 #include "contract/PickQuery.h"
 #include "contract/SceneContract.h"
 #include "contract/SceneWatch.h"
 #include "contract/TextView_win.h"
 #include "contract/TriangleShape.h"
 #include "core/Box3.h"
+#include "core/Ray.h"
+#include "core/Transform.h"
 
 namespace zyn {
 
@@ -33,6 +36,22 @@ struct ISceneObject : public IUnknown {
 
   /// None while the object is empty.
   virtual std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept = 0;
+
+  /// Of the object moved by an affine matrix.
+  virtual std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept {
+    const std::optional<Box3> box = modelBounds();
+    return box ? std::optional(moved(matrix, *box)) : std::nullopt;
+  }
+
+  /// Where a ray first meets the surface of the object; none where it has no surface.
+  virtual std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray&) noexcept {
+    return std::nullopt;
+  }
+
+  /// Draws the object into the current context.
+  virtual HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept {
+    return pass.isFlat ? drawable().Draw2D(pass.mode) : drawable().Draw3D(pass.mode);
+  }
 
   /// Where to be told of the object's changes.
   virtual SceneWatch& STDMETHODCALLTYPE watch() noexcept = 0;
@@ -66,8 +85,8 @@ constexpr unsigned short layoutOf() {
   return static_cast<unsigned short>(mixed);
 }
 constexpr unsigned short kLayout =
-    layoutOf<std::optional<Box3>, SceneWatch, WatchLink, SceneWatcher, PickQuery, TextView,
-             TriangleShape, std::optional<std::int32_t>>();
+    layoutOf<std::optional<Box3>, SceneWatch, WatchLink, SceneWatcher, PickQuery, DrawPass,
+             TriangleShape, std::optional<SurfaceHit>, Ray, std::optional<std::int32_t>>();
 
 }  // namespace zyn
 

@@ -41,9 +41,10 @@ Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap);
 void requireContext(const OffscreenSurface* surface);
 
 /// What the two classes that draw without a window have in common: the surface, the objects to
-/// draw, the fonts, and the members that both interfaces have. A class declares `kFontOwner`.
-template <class Derived, class Interface>
-class BitmapContext : public ComClass<Derived, Dual<Interface>> {
+/// draw, the fonts, and the members that both interfaces have. `Interface` is the newest of the
+/// class, `First` its default one. A class declares `kFontOwner`.
+template <class Derived, class Interface, class First>
+class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
  public:
   STDMETHODIMP CreateBitmap(BSTR Filename) noexcept final {
     return exportWith([&](OffscreenSurface& surface) { writeBitmapFile(surface, Filename); });
@@ -79,6 +80,14 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
 
   STDMETHODIMP put_DPIResolution(double newVal) noexcept final {
     return automation(derived(), [&] { resolution_ = newVal; });
+  }
+
+  STDMETHODIMP get_Silencieux(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, isSilent_ || staysSilent()); });
+  }
+
+  STDMETHODIMP put_Silencieux(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { isSilent_ = isOn(newVal); });
   }
 
  protected:
@@ -195,7 +204,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   }
 
   void makeSurface(std::int64_t width, std::int64_t height) {
-    const auto surface = std::make_shared<OffscreenSurface>(tellUser);
+    const auto surface = std::make_shared<OffscreenSurface>(
+        [this](const std::wstring& text) { tellUser(text, isSilent_); });
     surface_ = surface;
     surface->create(width, height, [this] { return prepareContext(); });
   }
@@ -226,6 +236,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface>> {
   std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
   RunningScope rendering_;
   bool isLost_ = false;
+  bool isSilent_ = false;
 };
 
 }  // namespace zyn

@@ -14,7 +14,7 @@ namespace zyn {
 /// Renders traces of a 2D graph into a picture in memory and writes it as BMP, JPEG, GIF or PNG, or
 /// hands it over.
 class CZYN2DGLBitmapContext final
-    : public BitmapContext<CZYN2DGLBitmapContext, IZYN2DGLBitmapContext> {
+    : public BitmapContext<CZYN2DGLBitmapContext, IZYN2DGLBitmapContext2, IZYN2DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN2DGLBitmapContext";
   static constexpr FontOwner kFontOwner = FontOwner::kBitmapContext2D;

@@ -18,7 +18,7 @@ namespace zyn {
 /// Renders a 3D scene into a picture in memory and writes it as BMP, JPEG, GIF or PNG, or hands it
 /// over.
 class CZYN3DGLBitmapContext final
-    : public BitmapContext<CZYN3DGLBitmapContext, IZYN3DGLBitmapContext> {
+    : public BitmapContext<CZYN3DGLBitmapContext, IZYN3DGLBitmapContext2, IZYN3DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN3dGLBitmapContext";
   static constexpr FontOwner kFontOwner = FontOwner::kBitmapContext3D;

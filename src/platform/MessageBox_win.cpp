@@ -44,9 +44,9 @@ std::wstring projectName() {
 
 bool staysSilent() { return isSilenceWanted() || !isUserPresent(); }
 
-void tellUser(const std::wstring& text) {
+void tellUser(const std::wstring& text, bool isSilent) {
   const std::wstring name = projectName();
-  if (staysSilent()) {
+  if (isSilent || staysSilent()) {
     OutputDebugStringW((name + L": " + text + L"\n").c_str());
   } else {
     MessageBoxW(GetActiveWindow(), text.c_str(), name.c_str(), MB_OK);

@@ -16,7 +16,8 @@ std::wstring projectName();
 bool staysSilent();
 
 /// Shows the text in a message box titled with the project name, over the thread's active window,
-/// and waits until the user has closed it. Where the process stays silent the debugger gets it.
-void tellUser(const std::wstring& text);
+/// and waits until the user has closed it. Where the process stays silent, or `isSilent`, the
+/// debugger gets it.
+void tellUser(const std::wstring& text, bool isSilent = false);
 
 }  // namespace zyn

@@ -63,7 +63,6 @@ void giveTextView(IDispatch* object, const TextView& view) {
 
 struct CListTrace::Drawing {
   const ListPass& pass;
-  HRESULT (*drawOne)(IGLDraw& object, int mode);
   bool isFlat;
   bool isSelection = false;
   bool isQueryKnown = false;
@@ -81,6 +80,8 @@ struct CListTrace::Drawing {
   void callLists();
   PickQuery* pickQuery();
   bool misses(ISceneObject& object, int mode);
+  HRESULT drawOwn(ISceneObject& object, int mode);
+  HRESULT drawOutside(IGLDraw& object, int mode) const;
 
  private:
   std::optional<PickQuery> makeQuery() const;
@@ -112,10 +113,10 @@ std::shared_ptr<const CGLFontContext> CListTrace::Drawing::currentFonts() const 
 }
 
 /// None where objects that are missed would leave something behind: they part the hits under names
-/// that others have left on the stack, and texts switch the depth test on.
+/// that objects of others have left on the stack, and texts switch the depth test on.
 std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
   const bool leavesNothing =
-      integerState(GL_NAME_STACK_DEPTH) == 0 && (isFlat || isEnabled(GL_DEPTH_TEST));
+      integerState(GL_NAME_STACK_DEPTH) == pass.names && (isFlat || isEnabled(GL_DEPTH_TEST));
   if (enumState(GL_RENDER_MODE) != GL_SELECT || !leavesNothing) {
     return std::nullopt;
   }
@@ -144,6 +145,26 @@ bool CListTrace::Drawing::misses(ISceneObject& object, int mode) {
   return asked && !object.mayBePicked(*asked);
 }
 
+HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
+  if (isFlat) {
+    glDisable(GL_DEPTH_TEST);  // which texts leave on
+  }
+  return object.draw({.mode = mode,
+                      .isFlat = isFlat,
+                      .texts = pass.texts,
+                      .lists = pass.lists,
+                      .query = pickQuery(),
+                      .opacity = pass.opacity,
+                      .names = pass.names});
+}
+
+HRESULT CListTrace::Drawing::drawOutside(IGLDraw& object, int mode) const {
+  if (isFlat) {
+    glDisable(GL_DEPTH_TEST);  // which texts leave on
+  }
+  return isFlat ? object.Draw2D(mode) : object.Draw3D(mode);
+}
+
 CListTrace::~CListTrace() { removeAll(); }
 
 void CListTrace::add(IDispatch* object, std::uint32_t mode) { add(makeElement(object, mode)); }
@@ -169,6 +190,7 @@ void CListTrace::add(std::unique_ptr<DrawElem> element) {
   if (element) {
     enter(*element);
     append(element.release());
+    tellOwner(SceneChange::kShape);
   }
 }
 
@@ -232,7 +254,9 @@ DrawElem* CListTrace::find(IDispatch* object) {
 
 std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
   leave(element);
-  return std::unique_ptr<DrawElem>(take(element.node));
+  std::unique_ptr<DrawElem> released(take(element.node));
+  tellOwner(SceneChange::kShape);
+  return released;
 }
 
 bool CListTrace::removeFirst(IDispatch* object) {
@@ -280,17 +304,12 @@ std::optional<Box3> CListTrace::ownBounds() {
 }
 
 void CListTrace::draw3D(const ListPass& pass) {
-  const auto drawOne = [](IGLDraw& object, int mode) { return object.Draw3D(mode); };
-  Drawing drawing{.pass = pass, .drawOne = drawOne, .isFlat = false};
+  Drawing drawing{.pass = pass, .isFlat = false};
   draw(drawing);
 }
 
 void CListTrace::draw2D(const ListPass& pass) {
-  const auto drawOnTop = [](IGLDraw& object, int mode) {
-    glDisable(GL_DEPTH_TEST);  // which texts leave on
-    return object.Draw2D(mode);
-  };
-  Drawing drawing{.pass = pass, .drawOne = drawOnTop, .isFlat = true};
+  Drawing drawing{.pass = pass, .isFlat = true};
   draw(drawing);
 }
 
@@ -323,8 +342,7 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
     drawOutside(object.Get(), mode, drawing);
     return;
   }
-  IGLDraw& drawable = own->drawable();
-  throwIfFailed(drawing.drawOne(drawable, mode), &drawable, __uuidof(IGLDraw));
+  throwIfFailed(drawing.drawOwn(*own, mode), &own->drawable(), __uuidof(IGLDraw));
 }
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
@@ -332,7 +350,7 @@ void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
   const OutsideDrawing scope(drawing.isSelection);
   if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
-    throwIfFailed(drawing.drawOne(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
+    throwIfFailed(drawing.drawOutside(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
   }
 }
 

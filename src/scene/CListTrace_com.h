@@ -23,6 +23,8 @@ struct ListPass {
   std::uint32_t overrideMode = 0;  ///< counts in place of each object's own mode when it is not 0
   TextView texts{};                ///< handed to our texts before they draw
   std::shared_ptr<DisplayLists> lists{};  ///< of the current context; null: draw without lists
+  double opacity = 1.0;                   ///< by which objects of ours multiply alpha, 0 to 1
+  std::int32_t names = 0;  ///< that groups around the list have on the selection stack
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.
@@ -32,7 +34,8 @@ struct ListPass {
 /// triangles that stand together are drawn together: see ElementGroup.
 class CListTrace : private ZYNList<DrawElem*> {
  public:
-  CListTrace() = default;
+  /// `owner`, if any, is told of every change of the list and of objects of ours in it.
+  explicit CListTrace(SceneWatcher* owner = nullptr) : owner_(owner) {}
   CListTrace(const CListTrace&) = delete;
   CListTrace& operator=(const CListTrace&) = delete;
   ~CListTrace() override;
@@ -69,6 +72,12 @@ class CListTrace : private ZYNList<DrawElem*> {
   template <class Visit>
   void forEachOutside(Visit visit);
 
+  void tellOwner(SceneChange change) const noexcept {
+    if (owner_) {
+      owner_->objectChanged(change);
+    }
+  }
+
   /// Draws every drawable object in list order, as if Draw3D of each were called. Objects may
   /// change the list while they draw. Throws _com_error when one fails.
   void draw3D(const ListPass& pass);
@@ -93,6 +102,7 @@ class CListTrace : private ZYNList<DrawElem*> {
   static void drawOutside(IDispatch* object, int mode, Drawing& drawing);
   static void drawRun(Walk& walk, Drawing& drawing);
 
+  SceneWatcher* owner_;
   using Groups = std::list<ElementGroup>;
   Groups groups_;      ///< in the order of the list
   BoundsSum settled_;  ///< box of all groups but the last

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "scene/CListTrace_com.h"
+
 namespace zyn {
 
 namespace {
@@ -133,12 +135,13 @@ TriangleCalls ElementGroup::emit(const TriangleSetting& setting, bool isFlat,
 
 void ElementGroup::objectChanged(SceneChange change) noexcept {
   calls_.reset();
-  if (change == SceneChange::kShape) {
+  if (change != SceneChange::kLook) {
     bounds_.isKnown = false;
     if (sum_) {
       sum_->isKnown = false;
     }
   }
+  list_.tellOwner(change);
 }
 
 void ElementGroup::forgetList() {

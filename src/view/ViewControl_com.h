@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "com/automation_com.h"
 #include "com/control/ControlClass_com.h"
@@ -18,11 +19,13 @@
 namespace zyn {
 
 /// What the two views have in common: the lists, how they smooth lines, picking and mouse switches,
-/// the rendering context, and the members that both interfaces have. `Mouse` is the view's mouse
-/// logic, `Host` what that needs.
-template <class Derived, class Interface, class Mouse, class Host>
-class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Host {
-  using Base = ControlClass<Derived, Dual<Interface>>;
+/// the rendering context, and the members that both interfaces have. `Interface` is the newest of
+/// the view, `First` its default one, `Mouse` the view's mouse logic, `Host` what that needs.
+template <class Derived, class Interface, class First, class Mouse, class Host>
+class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
+                    protected Host,
+                    private SceneWatcher {
+  using Base = ControlClass<Derived, Dual<Interface, First>>;
 
  public:
   STDMETHODIMP RemoveAll() noexcept final {
@@ -47,6 +50,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
         background_ = colour;
         context_.withContext([&] { glClearColor(r, g, b, 0.0F); });
         tellMissingContext();
+        lookChanged();
       }
     });
   }
@@ -143,6 +147,25 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
     return automation(derived(), [&] { mouse().setMiddleButtonAcceleration(newVal); });
   }
 
+  STDMETHODIMP get_RedessinAuto(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, redrawsItself_); });
+  }
+
+  STDMETHODIMP put_RedessinAuto(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] {
+      redrawsItself_ = isOn(newVal);
+      lookChanged();
+    });
+  }
+
+  STDMETHODIMP get_Silencieux(VARIANT_BOOL* pVal) noexcept final {
+    return automation(derived(), [&] { return giveFlag(pVal, isSilent_ || staysSilent()); });
+  }
+
+  STDMETHODIMP put_Silencieux(VARIANT_BOOL newVal) noexcept final {
+    return automation(derived(), [&] { isSilent_ = isOn(newVal); });
+  }
+
   STDMETHODIMP get_hWnd(LONG* pVal) noexcept final {
     // Window handles have 32 significant bits; hosts extend them with their sign.
     return automation(derived(), [&] { return give(pVal, HandleToLong(this->window())); });
@@ -162,7 +185,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
             .lineSmooth = setup.smooth,
             .pointSmooth = setup.smooth,
             .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
-        context_(setup.failures, tellUser) {}
+        context_(setup.failures, [this](const std::wstring& text) { tellUser(text, isSilent_); }) {}
   ~ViewControl() override = default;
 
   Float4 clearColour() const { return {background_[0], background_[1], background_[2], 0.0F}; }
@@ -176,6 +199,16 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
       });
     }
   }
+
+  /// What the view shows has changed by a member that leaves repainting to the host.
+  void lookChanged() noexcept {
+    if (redrawsItself_) {
+      repaint();
+    }
+  }
+
+  /// Whether objects that the view follows may have other bounds than when it was last asked.
+  bool takeExtentChange() { return std::exchange(hasExtentChanged_, false); }
 
   /// Whether outline lines smooth the edges of glyphs.
   bool smoothsGlyphs() const { return !antialiasing_.multisample.value_or(false); }
@@ -193,7 +226,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
   bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 
-  CListTrace drawList_;
+  CListTrace drawList_{this};
   CListTrace selection_;
   Colour3 background_ = {1.0F, 1.0F, 1.0F};
   Antialiasing antialiasing_;
@@ -213,12 +246,24 @@ class ViewControl : public ControlClass<Derived, Dual<Interface>>, protected Hos
     boundary([this] { context_.destroy(); });
   }
 
+  /// Of the draw list and what is in it; nobody outside is to be called.
+  void objectChanged(SceneChange change) noexcept final {
+    hasExtentChanged_ = hasExtentChanged_ || change == SceneChange::kExtent;
+    if (redrawsItself_ && this->window()) {
+      Base::repaint();
+    }
+  }
+
   virtual Mouse& mouse() noexcept = 0;
 
   /// The smoothing of lines or points was switched: brings it to the rendering context.
   virtual void smoothingChanged() = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
+
+  bool redrawsItself_ = false;
+  bool isSilent_ = false;
+  bool hasExtentChanged_ = false;
 
   HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {
     return automation(derived(), [&] {

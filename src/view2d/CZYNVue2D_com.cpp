@@ -108,7 +108,10 @@ STDMETHODIMP CZYNVue2D::View(IDispatch* Rect, double surplus) noexcept {
 }
 
 STDMETHODIMP CZYNVue2D::ViewRect(double XMin, double XMax, double YMin, double YMax) noexcept {
-  return automation(*this, [&] { view_.viewRect({XMin, XMax, YMin, YMax}); });
+  return automation(*this, [&] {
+    view_.viewRect({XMin, XMax, YMin, YMax});
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue2D::getPixelPoint(double x, double y, int* Top, int* Left) noexcept {
@@ -150,11 +153,15 @@ STDMETHODIMP CZYNVue2D::setGrille(double dX, double dY) noexcept {
   return automation(*this, [&] {
     grid_.stepX = dX;
     grid_.stepY = dY;
+    lookChanged();
   });
 }
 
 STDMETHODIMP CZYNVue2D::setGrilleColor(float r, float g, float b) noexcept {
-  return automation(*this, [&] { grid_.colour = {r, g, b}; });
+  return automation(*this, [&] {
+    grid_.colour = {r, g, b};
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue2D::get_GrilleVisible(VARIANT_BOOL* pVal) noexcept {
@@ -162,7 +169,10 @@ STDMETHODIMP CZYNVue2D::get_GrilleVisible(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue2D::put_GrilleVisible(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { gridVisible_ = isExactlyTrue(newVal); });
+  return automation(*this, [&] {
+    gridVisible_ = isExactlyTrue(newVal);
+    lookChanged();
+  });
 }
 
 void CZYNVue2D::smoothingChanged() {

@@ -27,7 +27,7 @@ namespace zyn {
 /// and zoom, picks, and tells the nearest point of a trace. Published members in CZYNVue2D_com.cpp,
 /// window and drawing in CZYNVue2DWindow_com.cpp, graph frame in CZYNVue2DGraph_com.cpp, mouse and
 /// keys in CZYNVue2DMouse_com.cpp.
-class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D, Mouse2D, MouseHost2D> {
+class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mouse2D, MouseHost2D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue2D";
 

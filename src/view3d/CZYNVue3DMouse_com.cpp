@@ -106,6 +106,7 @@ void CZYNVue3D::fireWindowSelection(int key, const SelectionRectangle& rectangle
 PickRecords CZYNVue3D::pickAt(PixelPoint at) noexcept {
   PickRecords records;
   boundary([&] {
+    followExtent();
     if (view_.camera()) {
       records = pick(*view_.camera(), PickRegion::around(at, pickSize_), true, 0);
     }
@@ -116,6 +117,7 @@ PickRecords CZYNVue3D::pickAt(PixelPoint at) noexcept {
 PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept {
   PickRecords records;
   boundary([&] {
+    followExtent();
     if (view_.camera()) {
       records = pick(rectangle.centred(*view_.camera()),
                      rectangle.centredRegion(view_.clientSize()), true, kWindowSelectionMode);

@@ -53,7 +53,14 @@ ViewPass3D CZYNVue3D::currentPass() const {
   return pass;
 }
 
+void CZYNVue3D::followExtent() {
+  if (takeExtentChange()) {
+    view_.updateParams(measureScene_);
+  }
+}
+
 void CZYNVue3D::paint(HDC) {
+  followExtent();
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     ViewPass3D pass = currentPass();
@@ -67,6 +74,7 @@ void CZYNVue3D::paint(HDC) {
 }
 
 void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
+  followExtent();
   const SIZE size = pictureSizeFor(pixels);
   OffscreenSurface surface([](const std::wstring&) {});
   std::weak_ptr<const ContextFonts> fonts;

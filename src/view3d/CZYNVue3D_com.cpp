@@ -154,13 +154,17 @@ STDMETHODIMP CZYNVue3D::get_GradientBackground(VARIANT_BOOL* pVal) noexcept {
 
 STDMETHODIMP CZYNVue3D::put_GradientBackground(VARIANT_BOOL newVal) noexcept {
   // Inverted: putting FALSE switches the gradient on. Published behaviour that hosts rely on.
-  return automation(*this, [&] { gradientOn_ = newVal == VARIANT_FALSE; });
+  return automation(*this, [&] {
+    gradientOn_ = newVal == VARIANT_FALSE;
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue3D::setGradientColor(float r, float g, float b) noexcept {
   return automation(*this, [&] {
     if (const auto colour = gradientColour(r, g, b)) {
       gradient_ = *colour;
+      lookChanged();
     }
   });
 }
@@ -170,7 +174,10 @@ STDMETHODIMP CZYNVue3D::get_DrawCoordSys(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::put_DrawCoordSys(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { drawCoordSys_ = newVal != VARIANT_FALSE; });
+  return automation(*this, [&] {
+    drawCoordSys_ = newVal != VARIANT_FALSE;
+    lookChanged();
+  });
 }
 
 void CZYNVue3D::smoothingChanged() {
@@ -206,7 +213,10 @@ STDMETHODIMP CZYNVue3D::get_AmbientLightProperty(VARIANT* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::put_AmbientLightProperty(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kAmbient); });
+  return automation(*this, [&] {
+    takeLight(newVal, lights_, LightBlock::Section::kAmbient);
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue3D::get_DirectionLight1Property(VARIANT* pVal) noexcept {
@@ -214,7 +224,10 @@ STDMETHODIMP CZYNVue3D::get_DirectionLight1Property(VARIANT* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::put_DirectionLight1Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight1); });
+  return automation(*this, [&] {
+    takeLight(newVal, lights_, LightBlock::Section::kLight1);
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue3D::get_DirectionLight2Property(VARIANT* pVal) noexcept {
@@ -222,7 +235,10 @@ STDMETHODIMP CZYNVue3D::get_DirectionLight2Property(VARIANT* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::put_DirectionLight2Property(VARIANT newVal) noexcept {
-  return automation(*this, [&] { takeLight(newVal, lights_, LightBlock::Section::kLight2); });
+  return automation(*this, [&] {
+    takeLight(newVal, lights_, LightBlock::Section::kLight2);
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue3D::get_DrawLights(LONG* pVal) noexcept {
@@ -230,7 +246,10 @@ STDMETHODIMP CZYNVue3D::get_DrawLights(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::put_DrawLights(LONG newVal) noexcept {
-  return automation(*this, [&] { drawLights_ = newVal != 0; });
+  return automation(*this, [&] {
+    drawLights_ = newVal != 0;
+    lookChanged();
+  });
 }
 
 STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept {
@@ -239,7 +258,11 @@ STDMETHODIMP CZYNVue3D::getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexce
       return E_POINTER;
     }
     VariantInit(Pt);
-    if (!hasSelectables() || !view_.camera()) {
+    if (!hasSelectables()) {
+      return S_OK;
+    }
+    followExtent();
+    if (!view_.camera()) {
       return S_OK;
     }
     const auto region = PickRegion::around({x, y}, pickSize_);

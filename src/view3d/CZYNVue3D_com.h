@@ -22,7 +22,7 @@ namespace zyn {
 /// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
 /// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
 /// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp.
-class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, Mouse3D, MouseHost3D> {
+class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mouse3D, MouseHost3D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
 
@@ -117,6 +117,8 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D, Mouse3D, MouseH
   };
 
   std::shared_ptr<void> prepareContext();
+  /// Fits the depth to objects that the view follows, where their bounds have changed since.
+  void followExtent();
   ListPass listPass(std::uint32_t overrideMode = 0) const;
   ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,

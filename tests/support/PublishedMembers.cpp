@@ -341,12 +341,34 @@ PublishedMembers profile() {
               "out IDispatch** V, out IDispatch** A)");
 }
 
+PublishedMembers furtherOfView(const char* name) {
+  return PublishedMembers(name, 4)
+      .getput(100, "RedessinAuto", "VARIANT_BOOL")
+      .getput(101, "Silencieux", "VARIANT_BOOL");
+}
+
+PublishedMembers furtherOfContext(const char* name) {
+  return PublishedMembers(name, 2).getput(101, "Silencieux", "VARIANT_BOOL");
+}
+
 }  // namespace
 
 std::vector<PublishedMembers> publishedByZYNVue() {
-  return {view3D(),    view2D(),    triangle(),  text(),
-          sprite(),    context2D(), context3D(), PublishedMembers("IZYNVue2DChild", 0),
-          dimension(), events3D(),  events2D()};
+  return {view3D(),
+          view2D(),
+          triangle(),
+          text(),
+          sprite(),
+          context2D(),
+          context3D(),
+          PublishedMembers("IZYNVue2DChild", 0),
+          dimension(),
+          furtherOfView("IZYNVue3D2"),
+          furtherOfView("IZYNVue2D2"),
+          furtherOfContext("IZYN2DGLBitmapContext2"),
+          furtherOfContext("IZYN3DGLBitmapContext2"),
+          events3D(),
+          events2D()};
 }
 
 std::vector<PublishedMembers> publishedByZYNModeleGeom() {

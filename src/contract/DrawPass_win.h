@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "contract/PickQuery.h"
+#include "contract/TextView_win.h"
+#include "glcontext/DisplayLists_gl.h"
+
+namespace zyn {
+
+/// How a list has one of our objects draw itself.
+struct DrawPass {
+  int mode;     ///< 1 outline, below 0 a selection
+  bool isFlat;  ///< as Draw2D does, otherwise as Draw3D
+  const TextView& texts;
+  /// Of the current context, for use while it renders and compiles no list; null: no lists.
+  const std::shared_ptr<DisplayLists>& lists;
+  const PickQuery* query = nullptr;  ///< in a selection where something may be missed
+  double opacity = 1.0;              ///< by which alpha is multiplied, 0 to 1
+  std::int32_t names = 0;            ///< that groups around it have on the selection stack
+};
+
+}  // namespace zyn
