@@ -17,8 +17,8 @@
 #include "com/properties_com.h"
 #include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
+#include "image/ImageExport_win.h"
 #include "objects/text/ContextFonts_win.h"
-#include "offscreen/ImageExport_win.h"
 #include "platform/Failure_win.h"
 #include "platform/MessageBox_win.h"
 #include "platform/RunningScope_win.h"
@@ -47,7 +47,8 @@ template <class Derived, class Interface, class First>
 class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
  public:
   STDMETHODIMP CreateBitmap(BSTR Filename) noexcept final {
-    return exportWith([&](OffscreenSurface& surface) { writeBitmapFile(surface, Filename); });
+    return exportWith(
+        [&](OffscreenSurface& surface) { writeBitmapFile(surface.picture()->view(), Filename); });
   }
 
   STDMETHODIMP GetPictureDisp(IPictureDisp** Picture) noexcept final {

@@ -45,18 +45,20 @@ STDMETHODIMP CZYN2DGLBitmapContext::CreateContexte(LONG W, LONG h, LONG* ret) no
 STDMETHODIMP CZYN2DGLBitmapContext::CreateJPG(BSTR TempBMPFile, BSTR JPGFile,
                                               int JPEGQuality) noexcept {
   return exportWith([&](OffscreenSurface& surface) {
-    writeJpegFileVia(surface, TempBMPFile, JPGFile, JPEGQuality);
+    writeJpegFileVia(surface.picture()->view(), TempBMPFile, JPGFile, JPEGQuality);
   });
 }
 
 STDMETHODIMP CZYN2DGLBitmapContext::CreateGIF(BSTR TempBMPFile, BSTR GIFFile) noexcept {
-  return exportWith(
-      [&](OffscreenSurface& surface) { writeGifFileVia(surface, TempBMPFile, GIFFile); });
+  return exportWith([&](OffscreenSurface& surface) {
+    writeGifFileVia(surface.picture()->view(), TempBMPFile, GIFFile);
+  });
 }
 
 STDMETHODIMP CZYN2DGLBitmapContext::CreatePNG(BSTR TempBMPFile, BSTR PNGFile) noexcept {
-  return exportWith(
-      [&](OffscreenSurface& surface) { writePngFileVia(surface, TempBMPFile, PNGFile); });
+  return exportWith([&](OffscreenSurface& surface) {
+    writePngFileVia(surface.picture()->view(), TempBMPFile, PNGFile);
+  });
 }
 
 void CZYN2DGLBitmapContext::setInitialState() {

@@ -160,16 +160,19 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateJPG(BSTR, BSTR JPGFile, int JPEGQuality) noexcept {
-  return exportWith(
-      [&](OffscreenSurface& surface) { writeJpegFile(surface, JPGFile, JPEGQuality); });
+  return exportWith([&](OffscreenSurface& surface) {
+    writeJpegFile(surface.picture()->view(), JPGFile, JPEGQuality);
+  });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateGIF(BSTR, BSTR GIFFile) noexcept {
-  return exportWith([&](OffscreenSurface& surface) { writeGifFile(surface, GIFFile); });
+  return exportWith(
+      [&](OffscreenSurface& surface) { writeGifFile(surface.picture()->view(), GIFFile); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreatePNG(BSTR, BSTR PNGFile) noexcept {
-  return exportWith([&](OffscreenSurface& surface) { writePngFile(surface, PNGFile); });
+  return exportWith(
+      [&](OffscreenSurface& surface) { writePngFile(surface.picture()->view(), PNGFile); });
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::get_LineAntialiasing(VARIANT_BOOL* pVal) noexcept {

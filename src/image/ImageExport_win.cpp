@@ -1,23 +1,24 @@
-#include "offscreen/ImageExport_win.h"
+#include "image/ImageExport_win.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
 #include "core/Dib.h"
-#include "offscreen/GdiPlus_win.h"
-#include "offscreen/IndexedPicture.h"
-#include "offscreen/JpegEncoder.h"
-#include "offscreen/OutputFile_win.h"
+#include "image/GdiPlus_win.h"
+#include "image/IndexedPicture.h"
+#include "image/JpegEncoder.h"
+#include "platform/Failure_win.h"
+#include "platform/OutputFile_win.h"
 
 namespace zyn {
 namespace {
 
-/// Calls `encode(picture, file)` with the surface's picture, which must be there.
+/// Calls `encode(file)`.
 template <class Encode>
-void exportTo(const OffscreenSurface& surface, const wchar_t* fileName, const Encode& encode) {
+void exportTo(const wchar_t* fileName, const Encode& encode) {
   OutputFile file(fileName);
-  encode(surface.picture()->view(), file);
+  encode(file);
   file.finish();
 }
 
@@ -87,9 +88,9 @@ class PassingFile {
 
 /// The same while the temporary file is there.
 template <class Encode>
-void exportVia(const OffscreenSurface& surface, const wchar_t* temporary, const wchar_t* fileName,
+void exportVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
                const Encode& encode) {
-  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+  exportTo(fileName, [&](OutputFile& file) {
     const PassingFile passing(temporary, file);
     passing.write(picture);
     encode(picture, file);
@@ -98,38 +99,36 @@ void exportVia(const OffscreenSurface& surface, const wchar_t* temporary, const 
 
 }  // namespace
 
-void writeBitmapFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  exportTo(surface, fileName, encodeBmp);
+void writeBitmapFile(const PixelView& picture, const wchar_t* fileName) {
+  exportTo(fileName, [&](OutputFile& file) { encodeBmp(picture, file); });
 }
 
-void writeGifFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  exportTo(surface, fileName, encodeGif);
+void writeGifFile(const PixelView& picture, const wchar_t* fileName) {
+  exportTo(fileName, [&](OutputFile& file) { encodeGif(picture, file); });
 }
 
-void writePngFile(const OffscreenSurface& surface, const wchar_t* fileName) {
-  exportTo(surface, fileName, encodePng);
+void writePngFile(const PixelView& picture, const wchar_t* fileName) {
+  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file); });
 }
 
-void writeJpegFile(const OffscreenSurface& surface, const wchar_t* fileName, int quality) {
-  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int quality) {
+  exportTo(fileName, [&](OutputFile& file) {
     const GdiPlus gdiPlus;
     encodeJpeg(gdiPlus, gdiPlus.imageOf(picture), picture, file, quality);
   });
 }
 
-void writeGifFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
-                     const wchar_t* fileName) {
-  exportVia(surface, temporary, fileName, encodeGif);
+void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
+  exportVia(picture, temporary, fileName, encodeGif);
 }
 
-void writePngFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
-                     const wchar_t* fileName) {
-  exportVia(surface, temporary, fileName, encodePng);
+void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
+  exportVia(picture, temporary, fileName, encodePng);
 }
 
-void writeJpegFileVia(const OffscreenSurface& surface, const wchar_t* temporary,
-                      const wchar_t* fileName, int quality) {
-  exportTo(surface, fileName, [&](const PixelView& picture, OutputFile& file) {
+void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
+                      int quality) {
+  exportTo(fileName, [&](OutputFile& file) {
     const PassingFile passing(temporary, file);
     const GdiPlus gdiPlus;
     GdiPlus::Image image = gdiPlus.imageOf(picture);

@@ -1,4 +1,4 @@
-#include "offscreen/GdiPlus_win.h"
+#include "image/GdiPlus_win.h"
 
 #include <combaseapi.h>  // streams, as GDI+ takes them
 

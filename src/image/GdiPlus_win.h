@@ -12,8 +12,8 @@
 #include <optional>
 
 #include "core/Dib.h"
-#include "offscreen/IndexedPicture.h"
-#include "offscreen/OutputFile_win.h"
+#include "image/IndexedPicture.h"
+#include "platform/OutputFile_win.h"
 
 namespace zyn {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/Dib.h"
-#include "offscreen/Palette.h"
+#include "image/Palette.h"
 
 namespace zyn {
 

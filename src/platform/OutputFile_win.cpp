@@ -1,4 +1,4 @@
-#include "offscreen/OutputFile_win.h"
+#include "platform/OutputFile_win.h"
 
 #include <algorithm>
 #include <array>

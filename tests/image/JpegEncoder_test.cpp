@@ -1,4 +1,4 @@
-#include "offscreen/JpegEncoder.h"
+#include "image/JpegEncoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "offscreen/IndexedPicture.h"
+#include "image/IndexedPicture.h"
 
 #include <algorithm>
 #include <array>

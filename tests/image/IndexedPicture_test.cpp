@@ -1,4 +1,4 @@
-#include "offscreen/IndexedPicture.h"
+#include "image/IndexedPicture.h"
 
 #include <gtest/gtest.h>
 

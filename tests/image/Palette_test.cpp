@@ -1,4 +1,4 @@
-#include "offscreen/Palette.h"
+#include "image/Palette.h"
 
 #include <gtest/gtest.h>
 
