@@ -33,6 +33,15 @@ class SceneObject : public ComClass<Object, Dual<Main>, IGLDraw, ISceneObject, M
   SceneObject() = default;
   ~SceneObject() = default;
 
+  /// The body of a member that changes what is drawn anew each time, and tells so.
+  template <class Body>
+  HRESULT changeLook(Body body) noexcept {
+    return automation(self(), [&] {
+      body();
+      watch_.tell(SceneChange::kLook);
+    });
+  }
+
   SceneWatch watch_;
 
  private:

@@ -4,9 +4,10 @@ namespace zyn {
 
 /// What changed of a scene object.
 enum class SceneChange {
-  kLook,   ///< only how it is drawn
-  kShape,  ///< also, perhaps, its bounds
-  kExtent  ///< the same of an object that views follow: they fit their depth to it by themselves
+  kLook,    ///< only how it is drawn
+  kShape,   ///< also, perhaps, its bounds
+  kBounds,  ///< its bounds alone, as drawing it has found them: what is shown stays
+  kExtent   ///< the same of an object that views follow: they fit their depth to it by themselves
 };
 
 /// Somebody who relies on what scene objects look like. Is told on the thread of the change, and

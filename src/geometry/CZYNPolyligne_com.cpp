@@ -87,6 +87,7 @@ STDMETHODIMP CZYNPolyligne::setColor(double R, double G, double B, double alpha)
     style_.g = G;
     style_.b = B;
     style_.alpha = alpha;
+    watch_.tell(SceneChange::kLook);
   });
 }
 
@@ -95,7 +96,10 @@ STDMETHODIMP CZYNPolyligne::get_Epaisseur(double* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNPolyligne::put_Epaisseur(double newVal) noexcept {
-  return automation(*this, [&] { style_.width = newVal; });
+  return automation(*this, [&] {
+    style_.width = newVal;
+    watch_.tell(SceneChange::kLook);
+  });
 }
 
 STDMETHODIMP CZYNPolyligne::get_Numero(LONG* pVal) noexcept {

@@ -249,7 +249,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
   /// Of the draw list and what is in it; nobody outside is to be called.
   void objectChanged(SceneChange change) noexcept final {
     hasExtentChanged_ = hasExtentChanged_ || change == SceneChange::kExtent;
-    if (redrawsItself_ && this->window()) {
+    if (redrawsItself_ && change != SceneChange::kBounds && this->window()) {
       Base::repaint();
     }
   }

@@ -22,7 +22,7 @@ STDMETHODIMP CZYNGLBitmap::get_Picture(IDispatch** pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLBitmap::putref_Picture(IDispatch* newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     shape_.image.reset();
     picture_.setSource(newVal);
     shape_.image = picture_.image();
@@ -37,7 +37,7 @@ STDMETHODIMP CZYNGLBitmap::setPosition(double x, double y, double Z) noexcept {
 }
 
 STDMETHODIMP CZYNGLBitmap::setTransparentColor(LONG r, LONG g, LONG b) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     shape_.image.reset();
     picture_.setKey(r, g, b);
     shape_.image = picture_.image();
@@ -49,7 +49,7 @@ STDMETHODIMP CZYNGLBitmap::get_Transparent(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLBitmap::put_Transparent(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     shape_.image.reset();
     picture_.setTransparent(isExactlyTrue(newVal));
     shape_.image = picture_.image();
@@ -65,7 +65,7 @@ STDMETHODIMP CZYNGLBitmap::put_Priorite(LONG newVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLBitmap::setOrigine(double x, double y) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     shape_.originX = x;
     shape_.originY = y;
   });

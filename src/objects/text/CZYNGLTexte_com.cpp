@@ -13,7 +13,7 @@
 namespace zyn {
 
 STDMETHODIMP CZYNGLTexte::setColor(double r, double g, double b, double alpha) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     label_.r = r;
     label_.g = g;
     label_.b = b;
@@ -61,7 +61,7 @@ STDMETHODIMP CZYNGLTexte::get_Texte(BSTR* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_Texte(BSTR newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     std::optional<std::wstring> text;
     if (newVal) {
       text.emplace(newVal, SysStringLen(newVal));
@@ -77,7 +77,7 @@ STDMETHODIMP CZYNGLTexte::get_HauteurPixels(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_HauteurPixels(LONG newVal) noexcept {
-  return automation(*this, [&] { label_.height = newVal; });
+  return changeLook([&] { label_.height = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_NomSelection(LONG* pVal) noexcept {
@@ -109,12 +109,12 @@ STDMETHODIMP CZYNGLTexte::get_ToujoursLisible(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_ToujoursLisible(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] { label_.alwaysReadable = isExactlyTrue(newVal); });
+  return changeLook([&] { label_.alwaysReadable = isExactlyTrue(newVal); });
 }
 
 STDMETHODIMP CZYNGLTexte::setPointsCotation(double X1, double Y1, double, double X2, double Y2,
                                             double) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     label_.dimension.first = {X1, Y1};
     label_.dimension.second = {X2, Y2};
   });
@@ -125,7 +125,7 @@ STDMETHODIMP CZYNGLTexte::get_TypeCotation(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_TypeCotation(LONG newVal) noexcept {
-  return automation(*this, [&] { label_.dimension.type = newVal; });
+  return changeLook([&] { label_.dimension.type = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_DecalageCotation(double* pVal) noexcept {
@@ -133,7 +133,7 @@ STDMETHODIMP CZYNGLTexte::get_DecalageCotation(double* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_DecalageCotation(double newVal) noexcept {
-  return automation(*this, [&] { label_.dimension.offset = newVal; });
+  return changeLook([&] { label_.dimension.offset = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_DecalageTexteCotationPX(LONG* pVal) noexcept {
@@ -141,7 +141,7 @@ STDMETHODIMP CZYNGLTexte::get_DecalageTexteCotationPX(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_DecalageTexteCotationPX(LONG newVal) noexcept {
-  return automation(*this, [&] { label_.dimension.textDistance = newVal; });
+  return changeLook([&] { label_.dimension.textDistance = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_AjoutCotationPX(LONG* pVal) noexcept {
@@ -149,7 +149,7 @@ STDMETHODIMP CZYNGLTexte::get_AjoutCotationPX(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_AjoutCotationPX(LONG newVal) noexcept {
-  return automation(*this, [&] { label_.dimension.overshoot = newVal; });
+  return changeLook([&] { label_.dimension.overshoot = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_LongueurFlecheCotationPX(LONG* pVal) noexcept {
@@ -157,7 +157,7 @@ STDMETHODIMP CZYNGLTexte::get_LongueurFlecheCotationPX(LONG* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_LongueurFlecheCotationPX(LONG newVal) noexcept {
-  return automation(*this, [&] { label_.dimension.arrowLength = newVal; });
+  return changeLook([&] { label_.dimension.arrowLength = newVal; });
 }
 
 STDMETHODIMP CZYNGLTexte::get_Value(double* pVal) noexcept {
@@ -165,7 +165,7 @@ STDMETHODIMP CZYNGLTexte::get_Value(double* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_Value(double newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     label_.value = newVal;
     extent_.forget();
   });
@@ -176,7 +176,7 @@ STDMETHODIMP CZYNGLTexte::get_IsNumeric(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_IsNumeric(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     label_.isNumeric = isExactlyTrue(newVal);
     extent_.forget();
   });
@@ -199,7 +199,7 @@ STDMETHODIMP CZYNGLTexte::get_UseNumericSize(VARIANT_BOOL* pVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::put_UseNumericSize(VARIANT_BOOL newVal) noexcept {
-  return automation(*this, [&] {
+  return changeLook([&] {
     label_.numericSize = isExactlyTrue(newVal);
     extent_.forget();
   });
@@ -230,7 +230,7 @@ STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
     if (const auto fonts = currentFonts()) {
       if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
-        watch_.tell(SceneChange::kShape);
+        watch_.tell(SceneChange::kBounds);
       }
     }
   });
