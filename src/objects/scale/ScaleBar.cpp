@@ -1,0 +1,198 @@
+#include "objects/scale/ScaleBar.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "objects/scale/ScaleTicks.h"
+
+namespace zyn {
+
+namespace {
+
+// In pixels.
+constexpr double kEmHeight = 15;
+constexpr double kTickLength = 5;
+constexpr double kGap = 4;         ///< between tick and label, between bar and title
+constexpr double kLabelSpace = 8;  ///< between labels at least
+
+/// A label beside the middle of its tick.
+struct Label {
+  double place;
+  std::string text;
+  TextBox box;  ///< pixels, from the start of the baseline
+};
+
+class Layout {
+ public:
+  Layout(const ScaleBar& bar, const ColourScale& scale, PlanePoint picture, double pixelScale,
+         const FontMetrics& metrics)
+      : bar_(bar), picture_(picture), scale_(pixelScale), metrics_(metrics) {
+    made_.emHeight = std::round(kEmHeight * scale_);
+    made_.lineWidth = std::max(1.0, std::round(scale_));
+    placeBar();
+    placeLabels(chooseLabels(scale));
+    placeTitle();
+  }
+
+  BarLayout take() { return std::move(made_); }
+
+ private:
+  TextBox measure(std::string_view text, const TextLine& line) const {
+    const TextBox box = measureText(metrics_, text, line);
+    const double em = made_.emHeight;
+    return {em * box.left, em * box.right, em * box.bottom, em * box.top};
+  }
+
+  double length() const {
+    const BarBox& box = made_.bar;
+    return bar_.isUpright() ? box.top - box.bottom : box.right - box.left;
+  }
+
+  /// Whole pixels, so that its edges are sharp.
+  void placeBar() {
+    const double width = std::max(1.0, std::round(bar_.width * scale_));
+    const double height = std::max(1.0, std::round(bar_.height * scale_));
+    const PlanePoint anchor = anchorOf({0, width, 0, height}, bar_.reference);
+    const double left = std::round(bar_.x * picture_.x - anchor.x);
+    const double bottom = std::round(bar_.y * picture_.y - anchor.y);
+    made_.bar = {left, left + width, bottom, bottom + height};
+  }
+
+  std::vector<Label> labelsOf(const ColourScale& scale, int most) const {
+    std::vector<Label> labels;
+    for (ScaleTick& tick : ticksOf(scale, most)) {
+      const TextBox box = measure(tick.label, metrics_.digits);
+      labels.push_back({tick.place, std::move(tick.label), box});
+    }
+    return labels;
+  }
+
+  /// How much of the bar's length a label takes.
+  double extentOf(const Label& label) const {
+    return bar_.isUpright() ? label.box.height() : label.box.right - label.box.left;
+  }
+
+  /// Along the bar, where its label is moved into the picture.
+  double centreOf(const Label& label) const {
+    const double half = extentOf(label) / 2;
+    const double end = bar_.isUpright() ? picture_.y : picture_.x;
+    return std::max(std::min(along(label.place), end - kGap - half), kGap + half);
+  }
+
+  bool haveRoom(const std::vector<Label>& labels) const {
+    const auto meet = [&](const Label& a, const Label& b) {
+      return std::abs(centreOf(b) - centreOf(a)) <
+             (extentOf(a) + extentOf(b)) / 2 + kLabelSpace * scale_;
+    };
+    return std::ranges::adjacent_find(labels, meet) == labels.end();
+  }
+
+  std::vector<Label> chooseLabels(const ColourScale& scale) const {
+    constexpr double kClosest = 20;
+    constexpr double kMost = 50;
+    for (int most = static_cast<int>(std::clamp(length() / (kClosest * scale_), 2.0, kMost));
+         most > 0; --most) {
+      std::vector<Label> labels = labelsOf(scale, most);
+      if (haveRoom(labels)) {
+        return labels;
+      }
+    }
+    return {};
+  }
+
+  void placeLabels(const std::vector<Label>& labels) {
+    double deepest = 0;
+    for (const Label& label : labels) {
+      deepest = std::max(deepest,
+                         bar_.isUpright() ? label.box.right - label.box.left : label.box.height());
+    }
+    const double room = deepest + (kTickLength + kGap) * scale_;
+    isFlipped_ = bar_.isUpright()
+                     ? made_.bar.right + room > picture_.x && made_.bar.left - room >= 0
+                     : made_.bar.bottom - room < 0 && made_.bar.top + room <= picture_.y;
+    for (const Label& label : labels) {
+      placeTick(label.place);
+      placeLabel(label);
+    }
+    labelRoom_ = labels.empty() ? 0.0 : room;
+  }
+
+  /// The middle of a tick along the bar, on a pixel of its own and not beyond the bar.
+  double along(double place) const {
+    const double begin = bar_.isUpright() ? made_.bar.bottom : made_.bar.left;
+    const double half = made_.lineWidth / 2;
+    return begin + half + std::round(place * (length() - made_.lineWidth));
+  }
+
+  void placeTick(double place) {
+    const double from = along(place) - made_.lineWidth / 2;
+    const double to = from + made_.lineWidth;
+    const double length = std::round(kTickLength * scale_);
+    const BarBox& bar = made_.bar;
+    if (bar_.isUpright()) {
+      const double left = isFlipped_ ? bar.left - length : bar.right;
+      made_.ticks.push_back({left, left + length, from, to});
+    } else {
+      const double bottom = isFlipped_ ? bar.top : bar.bottom - length;
+      made_.ticks.push_back({from, to, bottom, bottom + length});
+    }
+  }
+
+  void placeLabel(const Label& label) {
+    const double away = (kTickLength + kGap) * scale_;
+    const double at = along(label.place);
+    const BarBox& bar = made_.bar;
+    if (bar_.isUpright()) {
+      const double x = isFlipped_ ? bar.left - away : bar.right + away;
+      addText(label.text, label.box, {x, at}, isFlipped_ ? 6 : 8);
+    } else {
+      const double y = isFlipped_ ? bar.top + away : bar.bottom - away;
+      addText(label.text, label.box, {at, y}, isFlipped_ ? 5 : 7);
+    }
+  }
+
+  /// Above the bar; below it where there is no room.
+  void placeTitle() {
+    if (bar_.title.empty()) {
+      return;
+    }
+    const TextBox box = measure(bar_.title, metrics_.text);
+    const double gap = 2 * kGap * scale_;
+    const BarBox& bar = made_.bar;
+    const bool isLyingFlipped = !bar_.isUpright() && isFlipped_;
+    const double above = bar.top + gap + (isLyingFlipped ? labelRoom_ : 0);
+    const double below = bar.bottom - gap - (bar_.isUpright() || isFlipped_ ? 0 : labelRoom_);
+    const bool isAbove = above + box.height() <= picture_.y || below - box.height() < 0;
+    addText(bar_.title, box, {(bar.left + bar.right) / 2, isAbove ? above : below},
+            isAbove ? 5 : 7);
+  }
+
+  /// Held by a point of its box, but moved into the picture; whole pixels, so that equal texts look
+  /// alike.
+  void addText(const std::string& text, const TextBox& box, PlanePoint at, std::int32_t reference) {
+    const PlanePoint start = at - anchorOf(box, reference);
+    const auto within = [](double value, double low, double high) {
+      return std::round(std::max(std::min(value, high), low));
+    };
+    made_.texts.push_back({text,
+                           {within(start.x, kGap - box.left, picture_.x - kGap - box.right),
+                            within(start.y, kGap - box.bottom, picture_.y - kGap - box.top)}});
+  }
+
+  const ScaleBar& bar_;
+  PlanePoint picture_;
+  double scale_;
+  const FontMetrics& metrics_;
+  BarLayout made_;
+  bool isFlipped_ = false;  ///< labels on the left, or above
+  double labelRoom_ = 0.0;  ///< pixels from the bar that they take
+};
+
+}  // namespace
+
+BarLayout layOutBar(const ScaleBar& bar, const ColourScale& scale, PlanePoint picture,
+                    double pixelScale, const FontMetrics& metrics) {
+  return Layout(bar, scale, picture, pixelScale, metrics).take();
+}
+
+}  // namespace zyn

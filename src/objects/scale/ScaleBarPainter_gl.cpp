@@ -1,0 +1,126 @@
+#include "objects/scale/ScaleBarPainter_gl.h"
+
+#include <array>
+
+#include "glcontext/Projection_gl.h"
+#include "glcontext/StateGuards_gl.h"
+#include "objects/scale/ScaleTexture_gl.h"
+#include "objects/text/TextPainter_gl.h"
+
+namespace zyn {
+
+namespace {
+
+constexpr double kInk = 0.1;
+constexpr double kPaper = 1.0;
+constexpr double kPaperOpacity = 0.6;
+constexpr double kGlyphLineWidth = 0.1;
+
+/// What is drawn without OpenGL's lighting, textures, fog and tests, in front.
+class FrontState {
+ public:
+  FrontState() {
+    for (const GLenum capability :
+         GLNames{GL_LIGHTING, GL_COLOR_MATERIAL, GL_FOG, GL_TEXTURE_1D, GL_TEXTURE_2D, GL_CULL_FACE,
+                 GL_ALPHA_TEST, GL_POLYGON_STIPPLE, GL_POLYGON_SMOOTH}) {
+      glDisable(capability);
+    }
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // The nearest depth stays in the buffer: what comes later lies behind.
+    glDepthFunc(GL_ALWAYS);
+    glDepthRange(0, 0);
+  }
+
+ private:
+  PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT |
+                          GL_ENABLE_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT | GL_VIEWPORT_BIT};
+};
+
+/// Size in pixels of the picture of which the viewport shows a part.
+PlanePoint pictureSize(const PicturePart& part) {
+  std::array<GLdouble, 4> viewport{};
+  glGetDoublev(GL_VIEWPORT, viewport.data());
+  return {viewport[2] / (part.right - part.left), viewport[3] / (part.top - part.bottom)};
+}
+
+void drawBox(const BarBox& box, double grow = 0.0) {
+  glRectd(box.left - grow, box.bottom - grow, box.right + grow, box.top + grow);
+}
+
+void drawColours(const BarBox& box, const ColourScale& scale, bool isUpright, double opacity) {
+  const ScaleTexels texels(scale);
+  const ScaleTexture texture(texels);
+  const auto corner = [&](bool isRight, bool isTop) {
+    glTexCoord1f(texels.coordinateOf(isUpright ? isTop : isRight));
+    glVertex2d(isRight ? box.right : box.left, isTop ? box.top : box.bottom);
+  };
+  glColor4d(1, 1, 1, opacity);
+  glBegin(GL_QUADS);
+  corner(false, false);
+  corner(true, false);
+  corner(true, true);
+  corner(false, true);
+  glEnd();
+}
+
+/// A line within each edge of a box.
+void drawFrame(const BarBox& box, double line) {
+  drawBox({box.left, box.right, box.bottom, box.bottom + line});
+  drawBox({box.left, box.right, box.top - line, box.top});
+  drawBox({box.left, box.left + line, box.bottom + line, box.top - line});
+  drawBox({box.right - line, box.right, box.bottom + line, box.top - line});
+}
+
+void drawTexts(const BarLayout& layout, const CGLFontContext& fonts, PlanePoint shift) {
+  for (const BarText& text : layout.texts) {
+    TextPlacement placement;
+    placement.position = {text.start.x + shift.x, text.start.y + shift.y, 0};
+    placement.scale = layout.emHeight;
+    drawText(fonts, text.text, placement, kGlyphLineWidth);
+  }
+}
+
+/// Around the texts, and a line around all else.
+void drawHalo(const BarLayout& layout, const CGLFontContext* fonts) {
+  drawFrame({layout.bar.left - layout.lineWidth, layout.bar.right + layout.lineWidth,
+             layout.bar.bottom - layout.lineWidth, layout.bar.top + layout.lineWidth},
+            layout.lineWidth);
+  for (const BarBox& tick : layout.ticks) {
+    drawBox(tick, layout.lineWidth);
+  }
+  if (fonts) {
+    for (const PlanePoint& shift :
+         {PlanePoint{-1, 0}, PlanePoint{1, 0}, PlanePoint{0, -1}, PlanePoint{0, 1}}) {
+      drawTexts(layout, *fonts, layout.lineWidth * shift);
+    }
+  }
+}
+
+}  // namespace
+
+void drawScaleBar(const ScaleBar& bar, const ColourScale& scale, const CGLFontContext* fonts,
+                  const PicturePart& part, double pixelScale, double opacity) {
+  const PlanePoint picture = pictureSize(part);
+  const BarLayout layout =
+      layOutBar(bar, scale, picture, pixelScale, fonts ? fonts->metrics() : FontMetrics());
+  const FrontState state;
+  const PushedMatrix projection(GL_PROJECTION);
+  loadOrthographic({0, 0, picture.x, picture.y, -1, 1}, part);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  glLoadIdentity();
+  glColor4d(kPaper, kPaper, kPaper, kPaperOpacity * opacity);
+  drawHalo(layout, fonts);
+  drawColours(layout.bar, scale, bar.isUpright(), opacity);
+  glColor4d(kInk, kInk, kInk, opacity);
+  drawFrame(layout.bar, layout.lineWidth);
+  for (const BarBox& tick : layout.ticks) {
+    drawBox(tick);
+  }
+  if (fonts) {
+    drawTexts(layout, *fonts, {});
+  }
+}
+
+}  // namespace zyn
