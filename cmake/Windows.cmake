@@ -187,6 +187,7 @@ set_target_properties(late_releaser PROPERTIES PREFIX "")
 add_dependencies(ProcessEnd_test ending_host late_releaser)
 
 add_dependencies(MixedBuilds_test other_companion)
+include(EarlierBuild)
 add_dependencies(Zynshot_test zynshot)
 add_dependencies(Viewer_test viewer)
 

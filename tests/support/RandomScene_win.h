@@ -25,6 +25,8 @@ class Stage {
   virtual void draw() = 0;
   /// Changes how the scene is looked at, lit or smoothed.
   virtual void vary(Random& rng) = 0;
+  /// What the stage answers when it is asked about what it shows.
+  virtual std::string answers() { return {}; }
 };
 
 /// What was seen of a scene while it was drawn.
@@ -64,6 +66,7 @@ class RandomScene {
   /// Changes how a stage is looked at.
   void vary(Random rng, std::size_t stage) { stages_[stage]->vary(rng); }
   Frame draw(std::size_t stage);
+  std::string answers(std::size_t stage) { return stages_[stage]->answers(); }
 
   /// What has been done since the last call, for messages.
   std::string takeLog();
