@@ -3,9 +3,20 @@
 get_property(hosts GLOBAL PROPERTY ZYN_HOSTS)
 add_custom_target(zyn_package DEPENDS ZYNVue ZYNModeleGeom manifest ${hosts})
 
+# The libraries as hosts name them in their manifests; the viewer's has more in it.
+set(components "
+  <dependency>
+    <dependentAssembly>
+      <assemblyIdentity type=\"win32\" name=\"ZYNVue.Components\" version=\"${PROJECT_VERSION}.0\" processorArchitecture=\"amd64\"/>
+    </dependentAssembly>
+  </dependency>")
 install(TARGETS ZYNVue ZYNModeleGeom ${hosts} RUNTIME DESTINATION bin)
 foreach(name IN LISTS hosts)
-  configure_file(packaging/host.manifest.in ${CMAKE_BINARY_DIR}/package/${name}.exe.manifest @ONLY)
+  set(template packaging/host.manifest.in)
+  if(EXISTS ${CMAKE_SOURCE_DIR}/hosts/${name}/${name}.manifest.in)
+    set(template hosts/${name}/${name}.manifest.in)
+  endif()
+  configure_file(${template} ${CMAKE_BINARY_DIR}/package/${name}.exe.manifest @ONLY)
   install(FILES ${CMAKE_BINARY_DIR}/package/${name}.exe.manifest DESTINATION bin)
 endforeach()
 

@@ -12,7 +12,8 @@ mkdir -p "$3"
 folder=$(realpath "$3")
 title="$(basename "$file") - ZYNVue viewer"
 width=1000
-height=700 # of the view; the window has a menu bar and a status bar besides
+height=700 # of the view; the window has bars above and below besides, and a tree on the left
+bars=58    # height of those above
 last=
 
 die() { printf 'demo: viewer: %s\n' "$*" >&2; exit 1; }
@@ -46,7 +47,7 @@ find_view() {
 }
 
 # at X Y: moves the mouse to a place of the view, in per cent of its width and height.
-at() { xdotool mousemove $((left + $1 * window_width / 100)) $((top + 30 + $2 * height / 100)); }
+at() { xdotool mousemove $((left + window_width - width + $1 * width / 100)) $((top + bars + $2 * height / 100)); }
 
 # drag BUTTON X Y X Y: holds a button down along a line, and leaves it down.
 drag() {

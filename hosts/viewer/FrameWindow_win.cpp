@@ -3,6 +3,7 @@
 // After windows.h:
 #include <shellapi.h>
 
+#include <algorithm>
 #include <exception>
 #include <stdexcept>
 
@@ -11,6 +12,9 @@ namespace zyn::viewer {
 namespace {
 
 constexpr wchar_t kClassName[] = L"ZYNVueViewer";
+constexpr int kTreeWidth = 220;  // lengths at 96 dots per inch
+constexpr int kLeastTreeWidth = 80;
+constexpr int kSplitterWidth = 5;
 
 struct FinishDrop {
   void operator()(HDROP drop) const { DragFinish(drop); }
@@ -24,24 +28,29 @@ void registerClass(WNDPROC procedure) {
   description.hInstance = GetModuleHandleW(nullptr);
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-  description.hbrBackground = GetSysColorBrush(COLOR_APPWORKSPACE);
+  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   description.lpszClassName = kClassName;
   RegisterClassExW(&description);
 }
 
 }  // namespace
 
-FrameWindow::FrameWindow(FrameEvents& events, SIZE view)
-    : events_(events), accelerators_(makeAccelerators(PaneKind::kModel)) {
+FrameWindow::FrameWindow(FrameEvents& events, PaneKind pane, SIZE view)
+    : events_(events), pane_(pane), accelerators_(makeAccelerators(pane)) {
   registerClass(&FrameWindow::procedure);
-  window_ = CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
-                            WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                            view.cx, view.cy, nullptr, makeMenuBar(PaneKind::kModel),
-                            GetModuleHandleW(nullptr), nullptr);
+  window_ =
+      CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
+                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, view.cx,
+                      view.cy, nullptr, makeMenuBar(pane), GetModuleHandleW(nullptr), nullptr);
   if (window_ == nullptr) {
     throw std::runtime_error("the window cannot be created");
   }
-  status_ = std::make_unique<StatusBar>(window_);
+  scale_ = std::make_unique<UiScale>(window_);
+  treeWidth_ = scale_->px(kTreeWidth);
+  tools_ = std::make_unique<ToolBar>(window_, pane, *scale_);
+  parts_ = std::make_unique<PartsTree>(window_, events, *scale_);
+  parts_->setVisible(pane == PaneKind::kModel);
+  status_ = std::make_unique<StatusBar>(window_, *scale_);
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   fitViewTo(view);
 }
@@ -59,21 +68,71 @@ void FrameWindow::fitViewTo(SIZE view) {
     RECT frame = {};
     GetWindowRect(window_, &frame);
     const RECT area = viewArea();
-    SetWindowPos(window_, nullptr, 0, 0, frame.right - frame.left + view.cx - area.right,
-                 frame.bottom - frame.top + view.cy - area.bottom,
+    SetWindowPos(window_, nullptr, 0, 0,
+                 frame.right - frame.left + view.cx - (area.right - area.left),
+                 frame.bottom - frame.top + view.cy - (area.bottom - area.top),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    status_->arrange();
+    arrange();
   }
 }
 
-RECT FrameWindow::viewArea() const {
+void FrameWindow::arrange() {
+  tools_->arrange();
+  status_->arrange();
+  const RECT gap = splitter();
+  parts_->place({0, gap.top, gap.left, gap.bottom});
+}
+
+RECT FrameWindow::splitter() const {
   RECT area = {};
   GetClientRect(window_, &area);
-  area.bottom -= status_->height();
-  if (area.bottom < 0) {
-    area.bottom = 0;
-  }
+  area.top += tools_->height();
+  area.bottom = std::max(area.top, area.bottom - status_->height());
+  const bool hasTree = parts_->isVisible();
+  area.left = hasTree ? treeWidth_ : 0;
+  area.right = area.left + (hasTree ? scale_->px(kSplitterWidth) : 0);
   return area;
+}
+
+RECT FrameWindow::viewArea() const {
+  RECT client = {};
+  GetClientRect(window_, &client);
+  const RECT gap = splitter();
+  return {gap.right, gap.top, std::max(gap.right, client.right), gap.bottom};
+}
+
+bool FrameWindow::isOverSplitter() const {
+  POINT mouse = {};
+  GetCursorPos(&mouse);
+  ScreenToClient(window_, &mouse);
+  const RECT gap = splitter();
+  return PtInRect(&gap, mouse) != FALSE;
+}
+
+void FrameWindow::dragSplitter(int x) {
+  RECT client = {};
+  GetClientRect(window_, &client);
+  const int least = scale_->px(kLeastTreeWidth);
+  treeWidth_ = std::clamp(x, least, std::max(least, static_cast<int>(client.right) - least));
+  arrange();
+  events_.arranged(viewArea());
+}
+
+void FrameWindow::changeScale(const RECT& proposed) {
+  const int before = scale_->px(kTreeWidth);
+  scale_ = std::make_unique<UiScale>(window_);
+  treeWidth_ = MulDiv(treeWidth_, scale_->px(kTreeWidth), before);
+  tools_ = std::make_unique<ToolBar>(window_, pane_, *scale_);
+  parts_->scaleTo(*scale_);
+  status_->scaleTo(*scale_);
+  SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+               proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FrameWindow::markTools() {
+  if (window_ != nullptr) {
+    tools_->mark([this](Command command) { return events_.isOn(command); });
+  }
 }
 
 void FrameWindow::setTitle(const std::wstring& title) { SetWindowTextW(window_, title.c_str()); }
@@ -83,6 +142,10 @@ void FrameWindow::showCommandsOf(PaneKind pane) {
   SetMenu(window_, makeMenuBar(pane));
   DestroyMenu(old);
   accelerators_ = makeAccelerators(pane);
+  pane_ = pane;
+  tools_ = std::make_unique<ToolBar>(window_, pane, *scale_);
+  parts_->setVisible(pane == PaneKind::kModel);
+  arrange();
 }
 
 bool FrameWindow::translate(MSG& message) const {
@@ -110,14 +173,37 @@ bool FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED) {
-        status_->arrange();
+        arrange();
         events_.arranged(viewArea());
       }
       return true;
     case WM_COMMAND:
-      if (lParam == 0) {
-        events_.chosen(static_cast<Command>(LOWORD(wParam)));
+      // Of a menu, a key or the tool bar.
+      events_.chosen(static_cast<Command>(LOWORD(wParam)));
+      return true;
+    case WM_NOTIFY:
+      return parts_->notified(*reinterpret_cast<const NMHDR*>(lParam));
+    case WM_SETCURSOR:
+      if (!isOverSplitter()) {
+        return false;
       }
+      SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+      return true;
+    case WM_LBUTTONDOWN:
+      if (isOverSplitter()) {
+        SetCapture(window_);
+      }
+      return true;
+    case WM_MOUSEMOVE:
+      if (GetCapture() == window_) {
+        dragSplitter(static_cast<short>(LOWORD(lParam)));
+      }
+      return true;
+    case WM_LBUTTONUP:
+      ReleaseCapture();
+      return true;
+    case WM_DPICHANGED:
+      changeScale(*reinterpret_cast<const RECT*>(lParam));
       return true;
     case WM_INITMENUPOPUP:
       markCommands(GetMenu(window_), [this](Command command) { return events_.isOn(command); });

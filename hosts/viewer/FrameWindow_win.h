@@ -8,16 +8,17 @@
 
 #include "viewer/Commands.h"
 #include "viewer/MenuBar_win.h"
+#include "viewer/PartsTree_win.h"
 #include "viewer/StatusBar_win.h"
+#include "viewer/ToolBar_win.h"
+#include "viewer/UiScale_win.h"
 
 namespace zyn::viewer {
 
 /// What the frame tells its owner. What these functions throw ends at the window's edge, as
 /// `failed`.
-class FrameEvents {
+class FrameEvents : public PartsTreeEvents {
  public:
-  virtual ~FrameEvents() = default;
-
   virtual void chosen(Command command) = 0;
   virtual bool isOn(Command command) = 0;
   virtual void dropped(const std::filesystem::path& file) = 0;
@@ -31,11 +32,12 @@ class FrameEvents {
   virtual void failed(const std::string& message) noexcept = 0;
 };
 
-/// The main window: menu bar, keys, status bar, dropped files, and the area for the view.
+/// The main window: menu bar, keys, tool bar, tree of parts, status bar, dropped files, and the
+/// area for the view.
 class FrameWindow {
  public:
-  /// Hidden, with a view area of the given size and the commands of the model pane.
-  FrameWindow(FrameEvents& events, SIZE view);
+  /// Hidden, with a view area of the given size, and the commands of a pane.
+  FrameWindow(FrameEvents& events, PaneKind pane, SIZE view);
   ~FrameWindow();
   FrameWindow(const FrameWindow&) = delete;
   FrameWindow& operator=(const FrameWindow&) = delete;
@@ -43,12 +45,16 @@ class FrameWindow {
   HWND handle() const { return window_; }
   HACCEL accelerators() const { return accelerators_.get(); }
   StatusBar& status() { return *status_; }
+  PartsTree& parts() { return *parts_; }
   RECT viewArea() const;
 
   void setTitle(const std::wstring& title);
 
-  /// Changes menu bar and keys to those of a pane.
+  /// Changes menu bar, tool bar and keys to those of a pane; the model's has the tree beside it.
   void showCommandsOf(PaneKind pane);
+
+  /// Shows on the tool bar which commands are on; to be called when the program has nothing to do.
+  void markTools();
 
   /// Whether the message was one of our keys.
   bool translate(MSG& message) const;
@@ -60,11 +66,22 @@ class FrameWindow {
   bool handle(UINT message, WPARAM wParam, LPARAM lParam);
   void openDropped(WPARAM message);
   void fitViewTo(SIZE view);
+  void arrange();
+  /// The gap between tree and view, by which they are made wider and smaller.
+  RECT splitter() const;
+  bool isOverSplitter() const;
+  void dragSplitter(int x);
+  void changeScale(const RECT& proposed);
 
   FrameEvents& events_;
+  PaneKind pane_;
   Accelerators accelerators_;
   HWND window_ = nullptr;
+  std::unique_ptr<UiScale> scale_;
+  std::unique_ptr<ToolBar> tools_;
+  std::unique_ptr<PartsTree> parts_;
   std::unique_ptr<StatusBar> status_;
+  int treeWidth_ = 0;
 };
 
 }  // namespace zyn::viewer

@@ -58,8 +58,8 @@ void GraphPane::showPlot(Plot plot) {
 /// Shows all of the graph, fitted to the window as it is now.
 void GraphPane::fitFrame() {
   const RECT area = owner().viewArea();
-  scale_ = fittingScale(plot_, static_cast<double>(std::max(area.right, 1L)) /
-                                   static_cast<double>(std::max(area.bottom, 1L)));
+  scale_ = fittingScale(plot_, static_cast<double>(std::max(area.right - area.left, 1L)) /
+                                   static_cast<double>(std::max(area.bottom - area.top, 1L)));
   nearest_ = new NearestTrace(objects_.traces(plot_, scale_), scale_);
   nearest_->restrictTo(emphasised_);
   showFrame(view(), plot_, scale_);
@@ -113,7 +113,8 @@ bool GraphPane::isOn(Command command) {
 
 void GraphPane::exportTo(const std::filesystem::path& file, PictureFormat format) {
   const RECT area = owner().viewArea();
-  exportGraph(view(), plot_, scale_, {area.right, area.bottom}, file, format);
+  exportGraph(view(), plot_, scale_, {area.right - area.left, area.bottom - area.top}, file,
+              format);
 }
 
 std::string GraphPane::mouseHelp() const {

@@ -14,7 +14,7 @@ constexpr wchar_t kClassName[] = L"ZYNVueViewerLights";
 constexpr int kSwitches = 1;  // identifiers of the three check boxes
 constexpr int kSliders = 10;  // of the sliders
 constexpr int kValues = 30;   // of the numbers beside them
-constexpr int kRow = 28;      // pixels
+constexpr int kRow = 28;      // lengths at 96 dots per inch
 constexpr int kMargin = 12;
 constexpr int kWidth = 400;
 
@@ -95,22 +95,15 @@ void registerClass(WNDPROC procedure) {
   RegisterClassExW(&description);
 }
 
-HFONT messageFont() {
-  NONCLIENTMETRICSW metrics = {};
-  metrics.cbSize = sizeof metrics;
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-  return CreateFontIndirectW(&metrics.lfMessageFont);
-}
-
 }  // namespace
 
 LightsWindow::LightsWindow(HWND owner, const Lighting& lighting, Changed changed)
-    : changed_(std::move(changed)), font_(messageFont()) {
+    : changed_(std::move(changed)), scale_(owner) {
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
   registerClass(&LightsWindow::procedure);
   constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
-  RECT frame = {0, 0, kWidth, 2 * kMargin + kRows * kRow};
+  RECT frame = {0, 0, scale_.px(kWidth), scale_.px(2 * kMargin + kRows * kRow)};
   AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_TOOLWINDOW);
   RECT main = {};
   GetWindowRect(owner, &main);
@@ -131,13 +124,14 @@ LightsWindow::~LightsWindow() {
 }
 
 HWND LightsWindow::addChild(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                            const RECT& place, int identifier) {
-  const HWND child =
-      CreateWindowExW(0, windowClass, text, style | WS_CHILD | WS_VISIBLE, place.left, place.top,
-                      place.right - place.left, place.bottom - place.top, window_,
-                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(identifier)),
-                      GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), TRUE);
+                            const RECT& placeAt96, int identifier) {
+  const HWND child = CreateWindowExW(0, windowClass, text, style | WS_CHILD | WS_VISIBLE,
+                                     scale_.px(placeAt96.left), scale_.px(placeAt96.top),
+                                     scale_.px(placeAt96.right - placeAt96.left),
+                                     scale_.px(placeAt96.bottom - placeAt96.top), window_,
+                                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(identifier)),
+                                     GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(scale_.font()), TRUE);
   return child;
 }
 

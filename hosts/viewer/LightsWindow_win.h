@@ -3,10 +3,9 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
-#include <type_traits>
 
 #include "viewer/Lighting.h"
+#include "viewer/UiScale_win.h"
 
 namespace zyn::viewer {
 
@@ -29,20 +28,16 @@ class LightsWindow {
   bool translate(MSG& message) const;
 
  private:
-  struct DeleteFont {
-    void operator()(HFONT font) const { DeleteObject(font); }
-  };
-
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
                                     LPARAM lParam) noexcept;
   void addControls();
-  HWND addChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& place,
+  HWND addChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, const RECT& placeAt96,
                 int identifier);
   void showValue(int slider);
   Lighting read() const;
 
   Changed changed_;
-  std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont> font_;
+  UiScale scale_;
   HWND window_ = nullptr;
 };
 

@@ -1,7 +1,10 @@
 #include "viewer/ModelPane_com.h"
 
+#include <array>
+
 #include "common/ComFailure_com.h"
 #include "common/NumberArray_com.h"
+#include "common/Utf8_win.h"
 #include "viewer/Export_com.h"
 #include "viewer/PointUnderMouse_com.h"
 #include "viewer/Readout.h"
@@ -57,6 +60,7 @@ void ModelPane::show(std::unique_ptr<Model> model) {
   check(view().UpdateParams(), L"UpdateParams");
   check(view().initView(kMargin), L"initView");
   setFile(model_->file());
+  fillTree();
   showSelection();
   owner().status().show(
       StatusBar::kMessage,
@@ -74,6 +78,7 @@ bool ModelPane::carryOut(Command command) {
   } else if (command == Command::kClearSelection) {
     selection_.clear();
     showSelection();
+    owner().parts().emphasise(0);
   } else if (command == Command::kOutline) {
     toggleOutline();
   } else if (command == Command::kLights) {
@@ -100,7 +105,8 @@ bool ModelPane::isOn(Command command) {
 
 void ModelPane::exportTo(const std::filesystem::path& file, PictureFormat format) {
   const RECT area = owner().viewArea();
-  exportPicture(view(), *model_, outline_, {area.right, area.bottom}, file, format);
+  exportPicture(view(), *model_, outline_, {area.right - area.left, area.bottom - area.top}, file,
+                format);
 }
 
 std::string ModelPane::mouseHelp() const {
@@ -111,6 +117,34 @@ std::string ModelPane::mouseHelp() const {
 
 bool ModelPane::translate(MSG& message) {
   return (lights_ && lights_->translate(message)) || Pane::translate(message);
+}
+
+void ModelPane::fillTree() {
+  std::vector<std::string> names;
+  for (int part = 1; part <= model_->partCount(); ++part) {
+    names.push_back("Part " + std::to_string(part));
+  }
+  owner().parts().fill(host::toUtf8(file().filename().wstring()), names);
+}
+
+void ModelPane::partChecked(int part, bool shown) {
+  const int first = part == 0 ? 1 : part;
+  const int last = part == 0 ? model_->partCount() : part;
+  owner().parts().check(part, shown);
+  for (int i = first; i <= last; ++i) {
+    model_->setShown(i, shown);
+    owner().parts().check(i, shown);
+  }
+  model_->show(view(), outline_, {});
+  check(view().Repaint(), L"Repaint");
+}
+
+void ModelPane::partClicked(int part) {
+  selection_.clear();
+  if (part != 0) {
+    selection_.pick(std::array{part}, false);
+  }
+  showSelection();
 }
 
 void ModelPane::toggleOutline() {
@@ -207,6 +241,7 @@ void ModelPane::pick(int key, std::span<const LONG> names) {
   const std::vector<int> parts(names.begin(), names.end());
   selection_.pick(parts, key == kControl);
   showSelection();
+  owner().parts().emphasise(selection_.parts().empty() ? 0 : *selection_.parts().begin());
 }
 
 void ModelPane::showSelection() {

@@ -25,6 +25,8 @@ class ModelPane final : public Pane, private EventListener {
   void exportTo(const std::filesystem::path& file, PictureFormat format) override;
   std::string mouseHelp() const override;
   bool translate(MSG& message) override;
+  void partChecked(int part, bool shown) override;
+  void partClicked(int part) override;
 
  private:
   // EventListener
@@ -43,6 +45,7 @@ class ModelPane final : public Pane, private EventListener {
   void light(const Lighting& lighting);
   void pick(int key, std::span<const LONG> names);
   void showSelection();
+  void fillTree();
   void showPoint(int x, int y);
   void showMode();
   IZYNVue3D& view() const { return *view_.Get(); }

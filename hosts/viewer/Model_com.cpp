@@ -8,6 +8,7 @@
 namespace zyn::viewer {
 
 using host::check;
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -60,19 +61,28 @@ void Model::show(IZYNVue3D& view, bool outline, const mesh::Progress& progress) 
   check(view.RemoveAll(), L"RemoveAll");
   mesh::ProgressMeter meter(progress, triangles_.size());
   std::size_t done = 0;
-  for (const auto& triangle : triangles_) {
-    check(view.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
-    meter.reached(++done);
-  }
   for (const PartRange& part : parts_) {
-    check(view.AddSelection(part.pickable.Get()), L"AddSelection");
+    for (const auto& triangle : trianglesOf(part)) {
+      check(view.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
+      meter.reached(++done);
+    }
+    if (part.shown) {
+      check(view.AddSelection(part.pickable.Get()), L"AddSelection");
+    }
   }
 }
 
 void Model::addTo(IZYN3DGLBitmapContext& context, bool outline) const {
-  for (const auto& triangle : triangles_) {
-    check(context.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
+  for (const PartRange& part : parts_) {
+    for (const auto& triangle : trianglesOf(part)) {
+      check(context.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
+    }
   }
+}
+
+/// Those of a part that is shown.
+std::span<const ComPtr<IZYNGLTriangle>> Model::trianglesOf(const PartRange& part) const {
+  return std::span(triangles_).subspan(part.first, part.shown ? part.count : 0);
 }
 
 void Model::paint(const PartSelection& selection) {

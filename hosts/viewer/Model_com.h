@@ -34,6 +34,11 @@ class Model {
   /// Adds the model to the scene of `context`.
   void addTo(IZYN3DGLBitmapContext& context, bool outline) const;
 
+  bool isShown(int part) const { return parts_[static_cast<std::size_t>(part - 1)].shown; }
+
+  /// Takes a part out of what `show` and `addTo` add, or puts it back.
+  void setShown(int part, bool shown) { parts_[static_cast<std::size_t>(part - 1)].shown = shown; }
+
   /// Colours the parts whose state differs from what they show.
   void paint(const PartSelection& selection);
 
@@ -44,10 +49,12 @@ class Model {
     std::size_t count;
     Microsoft::WRL::ComPtr<IDispatch> pickable;
     bool selected = false;
+    bool shown = true;
   };
 
   void addParts(const mesh::Mesh& mesh);
   void paint(int part, bool selected);
+  std::span<const Microsoft::WRL::ComPtr<IZYNGLTriangle>> trianglesOf(const PartRange& part) const;
 
   std::filesystem::path file_;
   mesh::Bounds bounds_;

@@ -8,6 +8,7 @@
 #include "mesh/Progress.h"
 #include "viewer/Commands.h"
 #include "viewer/ControlHost_com.h"
+#include "viewer/PartsTree_win.h"
 #include "viewer/PictureFormat.h"
 #include "viewer/StatusBar_win.h"
 
@@ -22,6 +23,7 @@ class PaneOwner {
   virtual HACCEL accelerators() = 0;
   virtual RECT viewArea() = 0;
   virtual StatusBar& status() = 0;
+  virtual PartsTree& parts() = 0;
   virtual void showProgress(const char* what, std::size_t done, std::size_t total) = 0;
   virtual void failed(const std::string& message) noexcept = 0;
 };
@@ -48,6 +50,10 @@ class Pane {
 
   /// What the mouse does, for the help box.
   virtual std::string mouseHelp() const = 0;
+
+  /// What the person does in the tree of parts.
+  virtual void partChecked(int, bool) {}
+  virtual void partClicked(int) {}
 
   /// Whether the message was a key of the control, or of a window of the pane's own.
   virtual bool translate(MSG& message) { return control_.translate(message); }

@@ -20,11 +20,17 @@ HWND makeBar(HWND parent) {
 
 }  // namespace
 
-StatusBar::StatusBar(HWND parent)
+StatusBar::StatusBar(HWND parent, const UiScale& scale)
     : bar_(makeBar(parent)),
       progress_(CreateWindowExW(0, PROGRESS_CLASSW, nullptr, WS_CHILD, 0, 0, 0, 0, bar_, nullptr,
                                 nullptr, nullptr)) {
   SendMessageW(progress_, PBM_SETRANGE32, 0, kSteps);
+  scaleTo(scale);
+}
+
+void StatusBar::scaleTo(const UiScale& scale) {
+  SendMessageW(bar_, WM_SETFONT, reinterpret_cast<WPARAM>(scale.font()), TRUE);
+  SendMessageW(bar_, SB_SETMINHEIGHT, static_cast<WPARAM>(scale.px(22)), 0);
   arrange();
 }
 

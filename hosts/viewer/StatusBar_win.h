@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string>
 
+#include "viewer/UiScale_win.h"
+
 namespace zyn::viewer {
 
 /// The bar at the bottom of a window, with four panes of text and, while something takes long, a
@@ -14,7 +16,9 @@ class StatusBar {
  public:
   enum Pane { kMessage, kPicks, kPoint, kMode };
 
-  explicit StatusBar(HWND parent);
+  StatusBar(HWND parent, const UiScale& scale);
+
+  void scaleTo(const UiScale& scale);
 
   /// Shows UTF-8 text; cheap when the pane shows it already.
   void show(Pane pane, const std::string& text);

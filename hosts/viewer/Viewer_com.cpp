@@ -58,13 +58,17 @@ bool isInput(UINT message) {
 }  // namespace
 
 Viewer::Viewer(Request request)
-    : request_(std::move(request)), frame_(*this, {request_.width, request_.height}) {}
+    : request_(std::move(request)),
+      kind_(isTable(host::toWide(request_.file)) ? PaneKind::kGraph : PaneKind::kModel),
+      frame_(*this, kind_, {request_.width, request_.height}) {}
 
 int Viewer::run() {
   ShowWindow(frame_.handle(), SW_SHOWDEFAULT);
   UpdateWindow(frame_.handle());
   try {
-    pane<ModelPane>();
+    if (kind_ == PaneKind::kModel) {
+      pane<ModelPane>();
+    }
     if (!request_.file.empty()) {
       load(host::toWide(request_.file));
     }
@@ -85,6 +89,9 @@ int Viewer::exchangeMessages() {
     }
     TranslateMessage(&message);
     DispatchMessageW(&message);
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
+      frame_.markTools();
+    }
   }
   return problem_ && request_.batch ? 1 : 0;
 }
@@ -150,6 +157,18 @@ bool Viewer::mayClose() {
 }
 
 void Viewer::closing() { pane_.reset(); }
+
+void Viewer::partChecked(int part, bool shown) {
+  if (pane_) {
+    pane_->partChecked(part, shown);
+  }
+}
+
+void Viewer::partClicked(int part) {
+  if (pane_) {
+    pane_->partClicked(part);
+  }
+}
 
 void Viewer::failed(const std::string& message) noexcept {
   problem_ = true;

@@ -29,12 +29,15 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void activated(bool active) override;
   bool mayClose() override;
   void closing() override;
+  void partChecked(int part, bool shown) override;
+  void partClicked(int part) override;
 
   // PaneOwner
   HWND window() override { return frame_.handle(); }
   HACCEL accelerators() override { return frame_.accelerators(); }
   RECT viewArea() override { return frame_.viewArea(); }
   StatusBar& status() override { return frame_.status(); }
+  PartsTree& parts() override { return frame_.parts(); }
   void showProgress(const char* what, std::size_t done, std::size_t total) override;
 
   // Both
@@ -55,8 +58,8 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void showHelp();
 
   Request request_;
+  PaneKind kind_;
   FrameWindow frame_;
-  PaneKind kind_ = PaneKind::kModel;
   std::unique_ptr<Pane> pane_;
   bool loading_ = false;
   bool cancelled_ = false;  ///< the person closes the window during loading

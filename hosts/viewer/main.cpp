@@ -48,7 +48,7 @@ std::vector<std::string> programArguments() {
 int run(const std::vector<std::string>& arguments) {
   try {
     Request request = parseCommandLine(arguments);
-    SetProcessDPIAware();
+    SetProcessDPIAware();  // where the manifest is not beside the program
     const OleApartment apartment;
     return Viewer(std::move(request)).run();
   } catch (const std::exception& error) {

@@ -1,0 +1,137 @@
+#include "viewer/PartsTree_win.h"
+
+#include "common/Utf8_win.h"
+#include "viewer/Icon.h"
+
+namespace zyn::viewer {
+
+namespace {
+
+constexpr UINT kUnchecked = 1;  // places in the list of state images; 0 means no box
+constexpr UINT kChecked = 2;
+
+constexpr std::string_view kBoxes[] = {
+    "",
+    "white M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L 2.5 17.5 Z line M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L "
+    "2.5 17.5 Z",
+    "middle M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L 2.5 17.5 Z accent M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 "
+    "L 2.5 17.5 Z M 5.5 10 L 8.8 13.5 L 14.5 6.5 M 5.7 9.7 L 8.8 12.9 L 14.3 6.2"};
+
+/// Sets a flag for the time of a scope, in which notifications are of our own making.
+class OwnChange {
+ public:
+  explicit OwnChange(bool& flag) : flag_(flag) { flag_ = true; }
+  ~OwnChange() { flag_ = false; }
+  OwnChange(const OwnChange&) = delete;
+  OwnChange& operator=(const OwnChange&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+PartsTree::PartsTree(HWND parent, PartsTreeEvents& events, const UiScale& scale) : events_(events) {
+  const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_TREEVIEW_CLASSES};
+  InitCommonControlsEx(&classes);
+  constexpr DWORD kStyle = TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_FULLROWSELECT | TVS_INFOTIP;
+  tree_ = CreateWindowExW(0, WC_TREEVIEWW, nullptr, WS_CHILD | WS_TABSTOP | kStyle, 0, 0, 0, 0,
+                          parent, nullptr, nullptr, nullptr);
+  scaleTo(scale);
+}
+
+void PartsTree::scaleTo(const UiScale& scale) {
+  const int side = scale.px(16);
+  Images boxes(ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 3, 0));
+  for (const std::string_view words : kBoxes) {
+    addImage(boxes.get(), drawIcon(words, side), side);
+  }
+  TreeView_SetImageList(tree_, boxes.get(), TVSIL_STATE);
+  boxes_ = std::move(boxes);
+  SendMessageW(tree_, WM_SETFONT, reinterpret_cast<WPARAM>(scale.font()), TRUE);
+  TreeView_SetItemHeight(tree_, scale.px(24));
+  TreeView_SetIndent(tree_, scale.px(16));
+}
+
+void PartsTree::place(const RECT& area) const {
+  MoveWindow(tree_, area.left, area.top, area.right - area.left, area.bottom - area.top, TRUE);
+}
+
+void PartsTree::setVisible(bool visible) const { ShowWindow(tree_, visible ? SW_SHOWNA : SW_HIDE); }
+
+bool PartsTree::isVisible() const { return (GetWindowLongW(tree_, GWL_STYLE) & WS_VISIBLE) != 0; }
+
+void PartsTree::fill(const std::string& model, const std::vector<std::string>& parts) {
+  const OwnChange filling(filling_);
+  SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
+  TreeView_DeleteAllItems(tree_);
+  items_.clear();
+  const auto insert = [this](HTREEITEM parent, const std::string& name) {
+    std::wstring text = host::toWide(name);
+    TVINSERTSTRUCTW entry = {};
+    entry.hParent = parent;
+    entry.hInsertAfter = TVI_LAST;
+    entry.item.mask = TVIF_TEXT | TVIF_STATE | TVIF_PARAM;
+    entry.item.pszText = text.data();
+    entry.item.stateMask = TVIS_STATEIMAGEMASK;
+    entry.item.state = INDEXTOSTATEIMAGEMASK(kChecked);
+    entry.item.lParam = static_cast<LPARAM>(items_.size());
+    items_.push_back(TreeView_InsertItem(tree_, &entry));
+  };
+  insert(TVI_ROOT, model);
+  for (const std::string& part : parts) {
+    insert(items_.front(), part);
+  }
+  TreeView_Expand(tree_, items_.front(), TVE_EXPAND);
+  SendMessageW(tree_, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(tree_, nullptr, TRUE);
+}
+
+void PartsTree::check(int part, bool shown) {
+  const UINT image = shown ? kChecked : kUnchecked;
+  TreeView_SetItemState(tree_, itemOf(part), INDEXTOSTATEIMAGEMASK(image), TVIS_STATEIMAGEMASK);
+}
+
+void PartsTree::emphasise(int part) {
+  const OwnChange choosing(filling_);
+  if (!items_.empty()) {
+    TreeView_SelectItem(tree_, part == 0 ? nullptr : itemOf(part));
+  }
+}
+
+bool PartsTree::notified(const NMHDR& message) {
+  if (message.hwndFrom != tree_ || filling_) {
+    return false;
+  }
+  if (message.code == NM_CLICK || message.code == NM_DBLCLK) {
+    TVHITTESTINFO hit = {};
+    GetCursorPos(&hit.pt);
+    ScreenToClient(tree_, &hit.pt);
+    TreeView_HitTest(tree_, &hit);
+    if ((hit.flags & TVHT_ONITEMSTATEICON) != 0) {
+      toggle(hit.hItem);
+      return true;
+    }
+  } else if (message.code == TVN_KEYDOWN &&
+             reinterpret_cast<const NMTVKEYDOWN&>(message).wVKey == VK_SPACE) {
+    toggle(TreeView_GetSelection(tree_));
+    return true;
+  } else if (message.code == TVN_SELCHANGEDW) {
+    const auto& change = reinterpret_cast<const NMTREEVIEWW&>(message);
+    events_.partClicked(static_cast<int>(change.itemNew.lParam));
+  }
+  return false;
+}
+
+void PartsTree::toggle(HTREEITEM item) {
+  TVITEMW asked = {};
+  asked.hItem = item;
+  asked.mask = TVIF_PARAM | TVIF_STATE;
+  asked.stateMask = TVIS_STATEIMAGEMASK;
+  if (item != nullptr && TreeView_GetItem(tree_, &asked)) {
+    events_.partChecked(static_cast<int>(asked.lParam),
+                        asked.state != INDEXTOSTATEIMAGEMASK(kChecked));
+  }
+}
+
+}  // namespace zyn::viewer

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+// After windows.h:
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "viewer/ToolBar_win.h"
+#include "viewer/UiScale_win.h"
+
+namespace zyn::viewer {
+
+/// What a person does in the tree. Parts are numbered from 1.
+class PartsTreeEvents {
+ public:
+  virtual ~PartsTreeEvents() = default;
+  /// A check box was clicked, or that of the model (part 0).
+  virtual void partChecked(int part, bool shown) = 0;
+  virtual void partClicked(int part) = 0;
+};
+
+/// The panel beside the view: the model, and below it its parts with a check box each. The window
+/// that it is a child of destroys it.
+class PartsTree {
+ public:
+  PartsTree(HWND parent, PartsTreeEvents& events, const UiScale& scale);
+
+  void scaleTo(const UiScale& scale);
+  void place(const RECT& area) const;
+  void setVisible(bool visible) const;
+  bool isVisible() const;
+
+  /// Names of the model and of its parts, UTF-8; all are checked.
+  void fill(const std::string& model, const std::vector<std::string>& parts);
+
+  /// Checks parts, or part 0, the model's own box.
+  void check(int part, bool shown);
+
+  /// Emphasises a part and scrolls to it; 0: none.
+  void emphasise(int part);
+
+  /// Whether the message from a child was the tree's; `result` is then what it is answered by.
+  bool notified(const NMHDR& message);
+
+ private:
+  HTREEITEM itemOf(int part) const { return items_[static_cast<std::size_t>(part)]; }
+  void toggle(HTREEITEM item);
+
+  PartsTreeEvents& events_;
+  HWND tree_;
+  Images boxes_;
+  std::vector<HTREEITEM> items_;  ///< the model's, and those of the parts
+  bool filling_ = false;
+};
+
+}  // namespace zyn::viewer

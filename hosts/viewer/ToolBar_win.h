@@ -1,0 +1,49 @@
+#pragma once
+
+#include <windows.h>
+// After windows.h:
+#include <commctrl.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <type_traits>
+
+#include "viewer/Commands.h"
+#include "viewer/UiScale_win.h"
+
+namespace zyn::viewer {
+
+struct DestroyImages {
+  void operator()(HIMAGELIST images) const { ImageList_Destroy(images); }
+};
+using Images = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, DestroyImages>;
+
+/// Appends a picture of 0xAARRGGBB pixels from the top down, `side` pixels wide and high.
+void addImage(HIMAGELIST images, std::span<const std::uint32_t> pixels, int side);
+
+/// The buttons below the menu bar: the commands that are used most.
+class ToolBar {
+ public:
+  ToolBar(HWND parent, PaneKind pane, const UiScale& scale);
+  ~ToolBar();
+  ToolBar(const ToolBar&) = delete;
+  ToolBar& operator=(const ToolBar&) = delete;
+
+  int height() const;
+
+  /// To be called after the parent has changed its size.
+  void arrange();
+
+  /// Presses the buttons of the commands for which `isOn` answers true.
+  void mark(const std::function<bool(Command)>& isOn);
+
+ private:
+  void addButtons(PaneKind pane, int icon, int margin);
+
+  HWND bar_;
+  Images images_;
+};
+
+}  // namespace zyn::viewer

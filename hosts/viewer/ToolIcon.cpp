@@ -1,0 +1,108 @@
+#include "viewer/ToolIcon.h"
+
+#include <algorithm>
+#include <string>
+
+#include "viewer/Icon.h"
+
+namespace zyn::viewer {
+
+namespace {
+
+using enum Command;
+
+struct Drawing {
+  Command command;
+  std::string_view words;
+};
+
+constexpr std::string_view kCubeEdges =
+    " line M 10 2 L 17 6 L 17 14 L 10 18 L 3 14 L 3 6 Z M 3 6 L 10 10 L 17 6 M 10 10 L 10 18";
+
+constexpr Drawing kDrawings[] = {
+    {kOpen,
+     "middle M 2 16.5 L 2 4 L 8 4 L 10 6.5 L 18 6.5 L 18 16.5 Z line M 2 16.5 L 2 4 L 8 4 L 10 6.5 "
+     "L 18 6.5 L 18 16.5 Z"},
+    {kExportPng,
+     "pale M 2 3.5 L 18 3.5 L 18 16.5 L 2 16.5 Z deep M 2.5 16 L 7.5 9 L 11.5 14 L 14 11.5 L 17.5 "
+     "16 Z line M 2 3.5 L 18 3.5 L 18 16.5 L 2 16.5 Z accent A 13.5 7.2 1.3 0 360"},
+    {kModeRotate, "accent A 10 10 7 -60 200 M 13.6 0.8 L 13.3 4.3 L 16.8 4.8 line A 10 10 2 0 360"},
+    {kModePan,
+     "line M 10 2 L 10 18 M 2 10 L 18 10 accent M 7.5 4.5 L 10 2 L 12.5 4.5 M 7.5 15.5 L 10 18 L "
+     "12.5 15.5 M 4.5 7.5 L 2 10 L 4.5 12.5 M 15.5 7.5 L 18 10 L 15.5 12.5"},
+    {kModeZoom,
+     "line A 8.5 8.5 5.8 0 360 M 12.8 12.8 L 17.8 17.8 accent M 8.5 5.8 L 8.5 11.2 M 5.8 8.5 L "
+     "11.2 "
+     "8.5"},
+    {kModeSelect,
+     "middle M 5 2.5 L 5 15.2 L 8.3 12.2 L 10.6 17.4 L 12.7 16.4 L 10.4 11.4 L 14.8 11.2 Z line M "
+     "5 "
+     "2.5 L 5 15.2 L 8.3 12.2 L 10.6 17.4 L 12.7 16.4 L 10.4 11.4 L 14.8 11.2 Z"},
+    {kModeWindow,
+     "line M 2 5 L 2 2 L 5 2 M 8 2 L 11 2 M 14 2 L 17 2 L 17 5 M 2 8 L 2 11 M 2 14 L 2 17 L 5 17 "
+     "accent M 9 8 L 9 17 L 11.5 15 L 13 18.5 L 14.8 17.6 L 13.3 14.3 L 16.3 14 Z"},
+    {kZoomAll,
+     "middle M 6.5 6.5 L 13.5 6.5 L 13.5 13.5 L 6.5 13.5 Z line M 2 6 L 2 2 L 6 2 M 14 2 L 18 2 L "
+     "18 6 M 18 14 L 18 18 L 14 18 M 6 18 L 2 18 L 2 14 accent M 6.5 6.5 L 13.5 6.5 L 13.5 13.5 L "
+     "6.5 13.5 Z"},
+    {kUndoView,
+     "accent M 7 3.5 L 3 7.5 L 7 11.5 line M 3 7.5 L 12 7.5 A 12 11.75 4.25 -90 90 M 12 16 L 7 16"},
+    {kViewXYp,
+     "pale M 3 6 L 10 10 L 17 6 L 17 14 L 10 18 L 3 14 Z deep M 10 2 L 17 6 L 10 10 L 3 6 Z"},
+    {kViewXZm,
+     "pale M 10 2 L 17 6 L 17 14 L 10 18 L 10 10 L 3 6 Z deep M 3 6 L 10 10 L 10 18 L 3 14 Z"},
+    {kViewYZp,
+     "pale M 10 2 L 17 6 L 10 10 L 10 18 L 3 14 L 3 6 Z deep M 17 6 L 17 14 L 10 18 L 10 10 Z"},
+    {kViewDefault,
+     "pale M 10 2 L 17 6 L 10 10 L 3 6 Z middle M 3 6 L 10 10 L 10 18 L 3 14 Z deep M 17 6 L 17 14 "
+     "L 10 18 L 10 10 Z"},
+    {kModeNearest, "line M 2 15 L 6 11 L 10 12.5 L 14 6 L 18 8 accent A 14 6 2.6 0 360"},
+    {kModeRectangle,
+     "line M 2 5 L 2 2 L 5 2 M 8 2 L 11 2 M 14 2 L 17 2 L 17 5 M 2 8 L 2 11 M 2 14 L 2 17 L 5 17 "
+     "accent A 12 12 4 0 360 M 15 15 L 18.5 18.5"},
+    {kLogLog,
+     "line M 2 2 L 2 18 L 18 18 accent M 5.5 18 L 5.5 3 M 11 18 L 11 3 M 14.3 18 L 14.3 3 M 16.8 "
+     "18 "
+     "L 16.8 3"},
+    {kGrid,
+     "accent M 2 7 L 18 7 M 2 13 L 18 13 M 7 2 L 7 18 M 13 2 L 13 18 line M 2 2 L 18 2 L 18 18 L 2 "
+     "18 Z"},
+    {kCrosshair, "line M 10 2 L 10 18 M 2 10 L 18 10 accent A 10 10 4.5 0 360"},
+};
+
+/// Whether a cube's edges lie over what is drawn for the command.
+bool isCube(Command command) {
+  return command == kViewXYp || command == kViewXZm || command == kViewYZp ||
+         command == kViewDefault;
+}
+
+}  // namespace
+
+std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
+  constexpr Command kNoTool = {};
+  constexpr Command kTools[] = {
+      kOpen,       kExportPng,  kNoTool,        kModeRotate,  kModeNearest, kModePan,  kModeZoom,
+      kModeSelect, kModeWindow, kModeRectangle, kNoTool,      kZoomAll,     kUndoView, kNoTool,
+      kViewXYp,    kViewXZm,    kViewYZp,       kViewDefault, kLogLog,      kGrid,     kCrosshair};
+  std::vector<const CommandEntry*> tools;
+  for (const Command command : kTools) {
+    const auto entry = std::ranges::find(commandTable(), command, &CommandEntry::command);
+    if (entry == commandTable().end()) {
+      tools.push_back(nullptr);
+    } else if (entry->isFor(pane)) {
+      tools.push_back(&*entry);
+    }
+  }
+  return tools;
+}
+
+std::vector<std::uint32_t> drawToolIcon(Command command, int side) {
+  const auto* const drawing = std::ranges::find(kDrawings, command, &Drawing::command);
+  std::string words(drawing == std::end(kDrawings) ? "" : drawing->words);
+  if (isCube(command)) {
+    words += kCubeEdges;
+  }
+  return drawIcon(words, side);
+}
+
+}  // namespace zyn::viewer
