@@ -7,17 +7,16 @@
 
 namespace zyn {
 
-/// Base of the scene objects that are never empty and have no parameters: what they all answer in
-/// the same way. `Main` is the interface by which hosts know them, their boxes are those that
-/// modelBounds tells.
+/// Base of the scene objects that have no parameters: what they all answer in the same way. `Main`
+/// is the interface by which hosts know them, their boxes are those that modelBounds tells.
 template <class Object, class Main, class... More>
 class SceneObject : public ComClass<Object, Dual<Main>, IGLDraw, ISceneObject, More...> {
  public:
   STDMETHODIMP GetBox2D(IDispatch** box) noexcept final {
-    return automation(self(), [&] { return makeBox2D(this->modelBounds().value(), box); });
+    return automation(self(), [&] { return giveBox(box, makeBox2D); });
   }
   STDMETHODIMP GetBox3D(IDispatch** box) noexcept final {
-    return automation(self(), [&] { return makeBox3D(this->modelBounds().value(), box); });
+    return automation(self(), [&] { return giveBox(box, makeBox3D); });
   }
   STDMETHODIMP GetParam(IDispatch*, double* value) noexcept final {
     return automation(self(), [&] { return give(value, -1.0); });
@@ -45,6 +44,12 @@ class SceneObject : public ComClass<Object, Dual<Main>, IGLDraw, ISceneObject, M
   SceneWatch watch_;
 
  private:
+  /// An empty object has no box.
+  HRESULT giveBox(IDispatch** box, decltype(makeBox2D)& make) {
+    const std::optional<Box3> bounds = this->modelBounds();
+    return bounds ? make(*bounds, box) : give(box, nullptr);
+  }
+
   Object& self() { return static_cast<Object&>(*this); }
 };
 

@@ -4,17 +4,21 @@
 
 #include <memory>
 
+#include "glcontext/Tile.h"
+
 namespace zyn {
 
 class CGLFontContext;
 
-/// What a view tells a text, a picture or a trace about itself before it lets it draw.
+/// What a view tells those of its objects that are sized in pixels about itself before it lets them
+/// draw.
 struct TextView {
   std::weak_ptr<CGLFontContext> fonts;
   HGLRC context = nullptr;  ///< in which the view draws, to which the fonts belong
   /// Model units that the view shows from bottom to top, scales of the model apart; 0: not known.
   double viewHeight = 0.0;
   double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
+  PicturePart part{};       ///< that the viewport shows
 };
 
 }  // namespace zyn

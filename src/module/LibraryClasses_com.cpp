@@ -7,6 +7,7 @@
 #include "module/resource.h"
 #include "objects/dimension/CZYNGLCote_com.h"
 #include "objects/picture/CZYNGLBitmap_com.h"
+#include "objects/scale/CZYNEchelleCouleurs_com.h"
 #include "objects/text/CZYNGLTexte_com.h"
 #include "objects/triangle/CZYNGLTriangle_com.h"
 #include "offscreen/CZYN2DGLBitmapContext_com.h"
@@ -28,6 +29,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYN3dGLBitmapContext, createInstance<CZYN3DGLBitmapContext>, IDR_ZYN3DGLBITMAPCONTEXT},
     {&CLSID_ZYNVue2DChild, createInstance<CZYNVue2DChild>, IDR_ZYNVUE2DCHILD},
     {&CLSID_ZYNGLCote, createInstance<CZYNGLCote>, IDR_ZYNGLCOTE},
+    {&CLSID_ZYNEchelleCouleurs, createInstance<CZYNEchelleCouleurs>, IDR_ZYNECHELLECOULEURS},
 };
 
 }  // namespace

@@ -95,7 +95,7 @@ void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   picture.pixelScale = pixelScale();
   list.texts.viewHeight = picture.shown.view.height();
   surface.render([&](const Tile& tile) {
-    picture.part = tile.part();
+    picture.part = list.texts.part = tile.part();
     drawTraces(picture, [&] { drawList().draw2D(list); });
   });
 }

@@ -154,7 +154,7 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   list.texts.viewHeight = viewHeight();
   hand(itemTexts_, list.texts);
   surface.render([&](const Tile& tile) {
-    pass.part = tile.part();
+    pass.part = list.texts.part = tile.part();
     drawScene(pass, [&] { drawList().draw3D(list); });
   });
 }

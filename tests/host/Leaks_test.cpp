@@ -116,6 +116,13 @@ ComPtr<IDispatch> makeTrace() {
   return trace;
 }
 
+ComPtr<IDispatch> makeScale() {
+  const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  scale->put_Titre(_bstr_t(L"scale"));
+  scale->setCouleurs(doubleArray({0, 0, 0, 1, 0, 0, 1, 1, 1}));
+  return scale;
+}
+
 struct SceneClass {
   const char* name;
   ComPtr<IDispatch> (*make)();
@@ -137,7 +144,8 @@ INSTANTIATE_TEST_SUITE_P(All, SceneObjectLeaks,
                          testing::Values(SceneClass{"Triangle", makeSomeTriangle},
                                          SceneClass{"Texte", makeText},
                                          SceneClass{"Bitmap", makeSprite},
-                                         SceneClass{"Polyligne", makeTrace}),
+                                         SceneClass{"Polyligne", makeTrace},
+                                         SceneClass{"EchelleCouleurs", makeScale}),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- classes that are not drawn by views ---------------------------------------------------------

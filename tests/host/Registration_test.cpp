@@ -24,6 +24,7 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYN3dGLBitmapContext, L"ZYN3dGLBitmapContext", 0},
     {&CLSID_ZYNVue2DChild, L"ZYNVue2DChild", 0},
     {&CLSID_ZYNGLCote, L"ZYNGLCote", 0},
+    {&CLSID_ZYNEchelleCouleurs, L"ZYNEchelleCouleurs", 0},
 };
 
 const std::pair<IID, std::wstring> kInterfaces[] = {
@@ -38,6 +39,7 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYN3DGLBitmapContext), L"IZYN3DGLBitmapContext"},
     {__uuidof(IZYNVue2DChild), L"IZYNVue2DChild"},
     {__uuidof(IZYNGLCote), L"IZYNGLCote"},
+    {__uuidof(IZYNEchelleCouleurs), L"IZYNEchelleCouleurs"},
 };
 
 constexpr const wchar_t* kDefault = L"(default)";

@@ -38,6 +38,7 @@ Expected expectZYNVue() {
            {"IZYNGLTexte", __uuidof(IZYNGLTexte)},
            {"IZYNGLBitmap", __uuidof(IZYNGLBitmap)},
            {"IZYNGLCote", __uuidof(IZYNGLCote)},
+           {"IZYNEchelleCouleurs", __uuidof(IZYNEchelleCouleurs)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
            {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
            {"IZYNVue3D2", __uuidof(IZYNVue3D2)},
@@ -54,7 +55,8 @@ Expected expectZYNVue() {
            {"ZYN2DGLBitmapContext", __uuidof(ZYN2DGLBitmapContext)},
            {"ZYN3dGLBitmapContext", __uuidof(ZYN3dGLBitmapContext)},
            {"ZYNVue2DChild", __uuidof(ZYNVue2DChild)},
-           {"ZYNGLCote", __uuidof(ZYNGLCote)}},
+           {"ZYNGLCote", __uuidof(ZYNGLCote)},
+           {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
            {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
@@ -63,7 +65,8 @@ Expected expectZYNVue() {
            {"ZYN2DGLBitmapContext", {"default IZYN2DGLBitmapContext", "IZYN2DGLBitmapContext2"}},
            {"ZYN3dGLBitmapContext", {"default IZYN3DGLBitmapContext", "IZYN3DGLBitmapContext2"}},
            {"ZYNVue2DChild", {"default IZYNVue2DChild"}},
-           {"ZYNGLCote", {"default IZYNGLCote"}}}};
+           {"ZYNGLCote", {"default IZYNGLCote"}},
+           {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}}}};
 }
 
 Expected expectZYNModeleGeom() {

@@ -25,6 +25,9 @@ void putNumber(VARTYPE type, double value, void* slot) {
     case VT_I2:
       *static_cast<SHORT*>(slot) = static_cast<SHORT>(value);
       break;
+    case VT_UI1:
+      *static_cast<BYTE*>(slot) = static_cast<BYTE>(value);
+      break;
     default:
       throw std::invalid_argument("numberArray: no such element type");
   }

@@ -7,7 +7,7 @@
 
 namespace zyn::test {
 
-/// A one-dimensional array of numbers of type VT_R8, VT_R4, VT_I4 or VT_I2.
+/// A one-dimensional array of numbers of type VT_R8, VT_R4, VT_I4, VT_I2 or VT_UI1.
 _variant_t numberArray(VARTYPE type, const std::vector<double>& values);
 
 /// A one-dimensional array of doubles.

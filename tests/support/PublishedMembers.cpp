@@ -247,6 +247,22 @@ PublishedMembers dimension() {
       .getput(38, "FontSize", "double");
 }
 
+PublishedMembers colourScale() {
+  return PublishedMembers("IZYNEchelleCouleurs", 19)
+      .getput(1, "Palette", "long")
+      .method(2, "setCouleurs(VARIANT RGB)")
+      .getput(3, "Minimum", "double")
+      .getput(4, "Maximum", "double")
+      .getput(5, "Auto", "VARIANT_BOOL")
+      .getput(6, "NbPaliers", "long")
+      .getput(7, "Logarithmique", "VARIANT_BOOL")
+      .method(8, "setCouleurAbsente(double r, double g, double b, double alpha)")
+      .method(9, "Couleur(double Valeur) -> VARIANT RGBA")
+      .getput(10, "Titre", "BSTR")
+      .method(11, "setPosition(double x, double y, long Reference)")
+      .method(12, "setTaille(double l, double h)");
+}
+
 PublishedMembers events3D() {
   return PublishedMembers("_IZYNVue3DEvents", 6)
       .method(1, "MouseDown(int button, int x, int y)")
@@ -363,6 +379,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           context3D(),
           PublishedMembers("IZYNVue2DChild", 0),
           dimension(),
+          colourScale(),
           furtherOfView("IZYNVue3D2"),
           furtherOfView("IZYNVue2D2"),
           furtherOfContext("IZYN2DGLBitmapContext2"),

@@ -220,7 +220,7 @@ STDMETHODIMP CZYNGLTexte::Copie(IDispatch** TxtCpy) noexcept {
 
 STDMETHODIMP CZYNGLTexte::Draw3D(int mode) noexcept {
   return automation(*this, [&] {
-    if (const auto fonts = currentFonts()) {
+    if (const auto fonts = fontsToDrawWith(view_)) {
       drawLabel3D(label_, *fonts, viewOf(mode), mode);
     }
   });
@@ -228,7 +228,7 @@ STDMETHODIMP CZYNGLTexte::Draw3D(int mode) noexcept {
 
 STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
   return automation(*this, [&] {
-    if (const auto fonts = currentFonts()) {
+    if (const auto fonts = fontsToDrawWith(view_)) {
       if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
         watch_.tell(SceneChange::kBounds);
       }
@@ -252,23 +252,6 @@ bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept
   } catch (const std::bad_alloc&) {
     return true;
   }
-}
-
-std::shared_ptr<CGLFontContext> CZYNGLTexte::currentFonts() {
-  const HGLRC current = wglGetCurrentContext();
-  if (!current) {
-    return nullptr;
-  }
-  if (view_.context == current) {
-    if (auto fonts = view_.fonts.lock(); fonts && fonts->filledLists() != 0) {
-      return fonts;
-    }
-  }
-  auto found = FontRegister::instance().find(current);
-  if (found) {
-    view_ = {.fonts = found, .context = current};
-  }
-  return found;
 }
 
 LabelView CZYNGLTexte::viewOf(int mode) {

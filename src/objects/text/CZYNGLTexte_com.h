@@ -66,8 +66,6 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
-  /// The fonts of the current context, if it is one of ours, which is that of view_ afterwards.
-  std::shared_ptr<CGLFontContext> currentFonts();
   LabelView viewOf(int mode);
 
   TextLabel label_;

@@ -36,6 +36,23 @@ std::shared_ptr<CGLFontContext> FontRegister::find(HGLRC context) {
   return gives ? found->fonts : nullptr;
 }
 
+std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view) {
+  const HGLRC current = wglGetCurrentContext();
+  if (!current) {
+    return nullptr;
+  }
+  if (view.context == current) {
+    if (auto fonts = view.fonts.lock(); fonts && fonts->filledLists() != 0) {
+      return fonts;
+    }
+  }
+  auto found = FontRegister::instance().find(current);
+  if (found) {
+    view = {.fonts = found, .context = current};
+  }
+  return found;
+}
+
 // Compiled from shapes that the process makes once: wglUseFontOutlines takes tens of milliseconds
 // for every context, and on some systems (Wine) loses memory at each call and leaves out the glyphs
 // whose contours cross, letters with a cedilla or a ring mostly.

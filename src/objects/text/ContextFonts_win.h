@@ -38,6 +38,10 @@ class FontRegister {
   std::vector<Entry> entries_;
 };
 
+/// The fonts of the current context, if it is one of ours; `view`, what an object was told last,
+/// is of that context afterwards.
+std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view);
+
 /// Gives the current context its outline fonts, with outline lines that smooth the edges of the
 /// filled glyphs only if asked for. Lists that are there already stay as they are: other lists may
 /// call them. Without a font of the system, there are none.
