@@ -3,6 +3,7 @@ set(ZYN_SANITIZE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omi
 add_compile_options(${ZYN_SANITIZE})
 add_link_options(${ZYN_SANITIZE})
 find_package(Threads REQUIRED)
+zyn_third_party()
 
 zyn_sources(logic_sources logic ${ZYN_FOLDERS})
 file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
@@ -11,7 +12,7 @@ add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
 target_include_directories(zyn_logic PUBLIC src hosts tests)
 target_compile_definitions(zyn_logic PUBLIC ZYN_COUNT_GUARDS)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
-target_link_libraries(zyn_logic PUBLIC zyn_warnings)
+target_link_libraries(zyn_logic PUBLIC zyn_warnings zyn_third_party)
 
 zyn_sources(gl_sources gl ${ZYN_FOLDERS})
 add_library(zyn_gl OBJECT ${gl_sources})
@@ -44,17 +45,28 @@ set_tests_properties(gl PROPERTIES ENVIRONMENT
 
 # Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs on top of those that are
 # kept in tests/fuzz/corpus (tools/fuzz.sh). -seed_inputs reads them and adds none.
+find_program(ZYN_FUZZ_CC NAMES clang clang-14 REQUIRED)
 find_program(ZYN_FUZZ_CXX NAMES clang++ clang++-14 REQUIRED)
-set(ZYN_FUZZ_FLAGS -std=c++20 -g1 -O1 -fsanitize=address,undefined -fno-sanitize-recover=all
-  -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR})
+set(fuzz_flags -g1 -O1 -fsanitize=address,undefined -fno-sanitize-recover=all)
+list(TRANSFORM ZYN_THIRD_PARTY_FOLDERS PREPEND -isystem OUTPUT_VARIABLE third_party_flags)
+foreach(definition IN LISTS ZYN_THIRD_PARTY_DEFINITIONS)
+  list(APPEND third_party_flags -D${definition})
+endforeach()
+set(ZYN_FUZZ_FLAGS -std=c++20 ${fuzz_flags} -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR}
+  ${third_party_flags})
 set(fuzz_objects)
-foreach(source IN LISTS logic_sources host_sources)
+foreach(source IN LISTS ZYN_THIRD_PARTY_SOURCES logic_sources host_sources)
   file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${source})
   set(object ${CMAKE_BINARY_DIR}/fuzz/${name}.o)
   get_filename_component(folder ${object} DIRECTORY)
   file(MAKE_DIRECTORY ${folder})
+  if(source MATCHES "\\.c$")
+    set(compile ${ZYN_FUZZ_CC} ${fuzz_flags} ${third_party_flags} -w)
+  else()
+    set(compile ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS})
+  endif()
   add_custom_command(OUTPUT ${object}
-    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -fsanitize=fuzzer-no-link -MD -MF ${object}.d -c ${source} -o ${object}
+    COMMAND ${compile} -fsanitize=fuzzer-no-link -MD -MF ${object}.d -c ${source} -o ${object}
     DEPENDS ${source} DEPFILE ${object}.d VERBATIM)
   list(APPEND fuzz_objects ${object})
 endforeach()
