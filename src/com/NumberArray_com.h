@@ -28,6 +28,9 @@ class NumberArray {
   std::size_t count() const { return rows_ * columns_; }
   bool isEmpty() const { return count() == 0; }
 
+  /// Whether it has two dimensions.
+  bool hasRows() const { return hasRows_; }
+
   /// Whether these are bytes, which stand for colours from 0 to 255.
   bool holdsBytes() const { return type_ == VT_UI1; }
 

@@ -18,6 +18,8 @@
 
 namespace zyn {
 
+class SceneNest;
+
 /// Private interface of our objects that size something in pixels: a view hands them its fonts and
 /// measures before each draw, a bitmap context also when they are added.
 struct ITextView : public IUnknown {
@@ -69,6 +71,9 @@ struct ISceneObject : public IUnknown {
   /// What it looks like, if it is a triangle.
   virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
   virtual TriangleShape STDMETHODCALLTYPE triangleShape() noexcept { return {}; }
+
+  /// What it holds, if it is a group.
+  virtual SceneNest* STDMETHODCALLTYPE nest() noexcept { return nullptr; }
 
   /// The number under which it answers in picking; none where its attribute tells.
   virtual std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept {

@@ -2,6 +2,8 @@
 
 namespace zyn {
 
+class CListTrace;
+
 /// What changed of a scene object.
 enum class SceneChange {
   kLook,    ///< only how it is drawn
@@ -15,6 +17,9 @@ enum class SceneChange {
 class SceneWatcher {
  public:
   virtual void objectChanged(SceneChange change) noexcept = 0;
+
+  /// The draw list that watches with one of its elements; null for anybody else.
+  virtual const CListTrace* watchingList() const noexcept { return nullptr; }
 
  protected:
   ~SceneWatcher() = default;

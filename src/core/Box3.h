@@ -27,6 +27,12 @@ struct Box3 {
     return Vecteur(sizes.x / 2, sizes.y / 2, sizes.z / 2).norm();
   }
 
+  /// Whether another one lies within it.
+  bool holds(const Box3& other) const {
+    return other.xMin >= xMin && other.xMax <= xMax && other.yMin >= yMin && other.yMax <= yMax &&
+           other.zMin >= zMin && other.zMax <= zMax;
+  }
+
   /// Grows to the smallest box that holds both; sides that are not a number count for nothing.
   void unite(const Box3& other) {
     xMin = lesser(xMin, other.xMin);

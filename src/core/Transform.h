@@ -3,6 +3,7 @@
 #include "core/Box3.h"
 #include "core/GlMatrix.h"
 #include "core/Point.h"
+#include "core/Vecteur.h"
 
 namespace zyn {
 
@@ -32,5 +33,37 @@ inline Box3 moved(const GlMatrix& matrix, const Box3& box) {
   }
   return around;
 }
+
+// Of matrices whose last row is 0 0 0 1:
+
+/// Whether each moved coordinate comes from a single one, so that a moved box is a box.
+bool keepsAxes(const GlMatrix& matrix);
+
+/// Whether it turns right into left.
+bool isMirror(const GlMatrix& matrix);
+
+/// Whether it has no inverse, or none that numbers can hold.
+bool isSingular(const GlMatrix& matrix);
+
+/// What leads back; the matrix is not singular.
+GlMatrix inverse(const GlMatrix& matrix);
+
+/// What it does to x and y of points of the plane z = 0, without leaving that.
+GlMatrix flattened(const GlMatrix& matrix);
+
+/// The direction, of length 1, that is square to a moved surface where `normal` was; the matrix is
+/// not singular.
+Vecteur movedNormal(const GlMatrix& matrix, const Vecteur& normal);
+
+/// How it changes lengths: not, all alike, or otherwise.
+enum class Stretch { kNone, kEven, kUneven };
+Stretch stretchOf(const GlMatrix& matrix);
+
+/// The matrix that puts an orthonormal frame at `origin`: its first axis along `x`, its second one
+/// in the half plane of `y`. Neither has no length, nor are they parallel (areParallel).
+GlMatrix frame(const Point& origin, const Vecteur& x, const Vecteur& y);
+
+/// Also of a direction without length.
+bool areParallel(const Vecteur& a, const Vecteur& b);
 
 }  // namespace zyn

@@ -152,17 +152,23 @@ STDMETHODIMP CZYNPolyligne::get_Attribut(IDispatch** pVal) noexcept {
 }
 
 STDMETHODIMP CZYNPolyligne::Draw3D(int mode) noexcept {
-  return automation(*this, [&] {
-    const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline3D(points_, boxes(), currentStyle(), cache_);
-  });
+  return automation(*this, [&] { drawAs(mode, false, 1); });
 }
 
 STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
-  return automation(*this, [&] {
-    const SelectionNames names = namesFor(mode, attribute_->number());
-    drawPolyline2D(points_, boxes(), currentStyle(), cache_);
-  });
+  return automation(*this, [&] { drawAs(mode, true, 1); });
+}
+
+HRESULT STDMETHODCALLTYPE CZYNPolyligne::draw(const DrawPass& pass) noexcept {
+  return automation(*this, [&] { drawAs(pass.mode, pass.isFlat, pass.opacity); });
+}
+
+void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity) {
+  const SelectionNames names = namesFor(mode, attribute_->number());
+  LineStyle style = currentStyle();
+  style.alpha *= opacity;
+  const auto drawPolyline = isFlat ? drawPolyline2D : drawPolyline3D;
+  drawPolyline(points_, boxes(), style, cache_);
 }
 
 STDMETHODIMP CZYNPolyligne::GetBox2D(IDispatch** box) noexcept {
@@ -220,6 +226,26 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::modelBounds() noexcept {
     }
   });
   return bounds;
+}
+
+std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::movedBounds(const GlMatrix& matrix) noexcept {
+  std::optional<Box3> bounds = modelBounds();
+  if (bounds && !keepsAxes(matrix)) {
+    bounds.reset();
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+      if (!points_.isGap(i)) {
+        const Point at = moved(matrix, points_.at(i));
+        const Box3 here{at.x, at.x, at.y, at.y, at.z, at.z};
+        if (bounds) {
+          bounds->unite(here);
+        } else {
+          bounds = here;
+        }
+      }
+    }
+    return bounds;
+  }
+  return bounds ? std::optional(moved(matrix, *bounds)) : std::nullopt;
 }
 
 bool STDMETHODCALLTYPE CZYNPolyligne::mayBePicked(const PickQuery& query) noexcept {

@@ -47,6 +47,8 @@ class CZYNPolyligne final
   IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
+  std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
+  HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
@@ -54,6 +56,7 @@ class CZYNPolyligne final
  private:
   void take(PointSequence points);
   LineStyle currentStyle() const;
+  void drawAs(int mode, bool isFlat, double opacity);
   const RunBoxes& boxes();
   std::optional<TracePoint> nearestTo(IZYNPoint& point);
 

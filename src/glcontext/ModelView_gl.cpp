@@ -42,6 +42,13 @@ void ModelView::faceViewer() {
   }
 }
 
+void ModelView::alignWith(const GlMatrix& matrix) {
+  std::copy(matrix.begin(), matrix.begin() + 12, columns_.begin());
+  for (int axis = 0; axis < 3; ++axis) {
+    normalize(axis);
+  }
+}
+
 void ModelView::scale(double factor) {
   std::for_each(columns_.begin(), columns_.begin() + 12, [&](double& value) { value *= factor; });
 }

@@ -22,6 +22,9 @@ class ModelView {
   /// Gives the axes the directions and the scale of the screen's.
   void faceViewer();
 
+  /// Gives the axes the directions of another matrix, each one unit long.
+  void alignWith(const GlMatrix& matrix);
+
   void scale(double factor);
 
   /// Makes an axis (0: x, 1: y, 2: z) one unit long on its way to the eye, and tells how long it

@@ -88,12 +88,13 @@ bool moveRasterOutside(double x, double y, double z, double offsetX, double offs
   return moveRasterBy(screenX * viewport[2] / 2 + offsetX, screenY * viewport[3] / 2 + offsetY);
 }
 
-/// Draws pixels as they are.
-void setPlainTransfer() {
+/// Draws pixels as they are, but for their opacity.
+void setPlainTransfer(double opacity) {
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
-  for (const GLenum name : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE, GL_ALPHA_SCALE}) {
+  for (const GLenum name : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
     glPixelTransferf(name, 1);
   }
+  glPixelTransferf(GL_ALPHA_SCALE, static_cast<GLfloat>(opacity));
   for (const GLenum name : GLNames{GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS, GL_ALPHA_BIAS}) {
     glPixelTransferf(name, 0);
   }
@@ -118,13 +119,13 @@ bool moveRasterTo(double x, double y, double z, double offsetX, double offsetY) 
   return integerState(GL_RENDER_MODE) != GL_SELECT && moveRasterOutside(x, y, z, offsetX, offsetY);
 }
 
-void drawImage(const PixelImage& image, double scale) {
+void drawImage(const PixelImage& image, double scale, double opacity) {
   if (image.isEmpty()) {
     return;
   }
   const PushedAttributes attributes(GL_PIXEL_MODE_BIT | GL_ENABLE_BIT);
   const PlainPixelStore store(4);
-  setPlainTransfer();
+  setPlainTransfer(opacity);
   glPixelZoom(static_cast<GLfloat>(scale), static_cast<GLfloat>(scale));
   glDrawPixels(image.width, image.height, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
 }

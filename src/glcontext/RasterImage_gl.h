@@ -11,8 +11,9 @@ namespace zyn {
 bool moveRasterTo(double x, double y, double z, double offsetX = 0.0, double offsetY = 0.0);
 
 /// Draws a picture with its lower left corner at the raster position, `scale` pixels for each of
-/// its own. Blending and the tests of the context hold for it as for anything drawn; textures, fog
-/// and the context's ways with pixels do not, and are left as they were.
-void drawImage(const PixelImage& image, double scale = 1.0);
+/// its own, its alpha multiplied by `opacity`. Blending and the tests of the context hold for it as
+/// for anything drawn; textures, fog and the context's ways with pixels do not, and are left as
+/// they were.
+void drawImage(const PixelImage& image, double scale = 1.0, double opacity = 1.0);
 
 }  // namespace zyn

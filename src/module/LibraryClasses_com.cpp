@@ -6,6 +6,7 @@
 #include "module/CZYNVue2DChild_com.h"
 #include "module/resource.h"
 #include "objects/dimension/CZYNGLCote_com.h"
+#include "objects/group/CZYNGroupe_com.h"
 #include "objects/picture/CZYNGLBitmap_com.h"
 #include "objects/scale/CZYNEchelleCouleurs_com.h"
 #include "objects/text/CZYNGLTexte_com.h"
@@ -30,6 +31,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNVue2DChild, createInstance<CZYNVue2DChild>, IDR_ZYNVUE2DCHILD},
     {&CLSID_ZYNGLCote, createInstance<CZYNGLCote>, IDR_ZYNGLCOTE},
     {&CLSID_ZYNEchelleCouleurs, createInstance<CZYNEchelleCouleurs>, IDR_ZYNECHELLECOULEURS},
+    {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
 };
 
 }  // namespace

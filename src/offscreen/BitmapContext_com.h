@@ -42,7 +42,7 @@ void requireContext(const OffscreenSurface* surface);
 
 /// What the two classes that draw without a window have in common: the surface, the objects to
 /// draw, the fonts, and the members that both interfaces have. `Interface` is the newest of the
-/// class, `First` its default one. A class declares `kFontOwner`.
+/// class, `First` its default one. A class declares `kFontOwner` and `kIsFlat`.
 template <class Derived, class Interface, class First>
 class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
  public:
@@ -125,6 +125,9 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
       // picture: there is none yet.
       const std::shared_ptr<OffscreenSurface> surface = surface_;
       if (!rendering.isNested() && surface && surface->hasContext()) {
+        if (drawList_.holdsNests() && drawList_.mayHoldText()) {
+          needFonts();  // groups may have got texts since they were added
+        }
         drawOn(*surface);
       }
       tellFailure([&] {
@@ -226,7 +229,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
     isLost_ = false;
   }
 
-  CListTrace drawList_;
+  CListTrace drawList_{nullptr, Derived::kIsFlat};
   Colour4 background_ = {1.0F, 1.0F, 1.0F, 0.0F};
   double screenResolution_;  ///< dots per inch
   double resolution_;        ///< dots per inch; lines, points and text grow with it

@@ -5,12 +5,11 @@
 
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
-#include "contract/ModelBounds_com.h"
 #include "glcontext/InitialState_gl.h"
 #include "offscreen/TracePicture_gl.h"
+#include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
 #include "view/Pixels.h"
-#include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {
@@ -77,7 +76,7 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
   if (const ComPtr<IZYNRectangle> rectangle = rectangle_) {
     return readRectangle(*rectangle.Get());
   }
-  if (const auto bounds = measureScene(drawList(), planeBoundsOf)) {
+  if (const auto bounds = measureScene(drawList())) {
     return Rect2{bounds->xMin, bounds->xMax, bounds->yMin, bounds->yMax};
   }
   return std::nullopt;

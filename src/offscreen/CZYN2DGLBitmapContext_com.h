@@ -17,6 +17,7 @@ class CZYN2DGLBitmapContext final
     : public BitmapContext<CZYN2DGLBitmapContext, IZYN2DGLBitmapContext2, IZYN2DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN2DGLBitmapContext";
+  static constexpr bool kIsFlat = true;
   static constexpr FontOwner kFontOwner = FontOwner::kBitmapContext2D;
 
   CZYN2DGLBitmapContext();

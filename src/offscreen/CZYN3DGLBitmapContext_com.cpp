@@ -13,8 +13,8 @@
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "offscreen/Collection_com.h"
+#include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
-#include "view/measureScene_com.h"
 #include "view3d/BitmapCamera.h"
 #include "view3d/LightProperties_com.h"
 #include "view3d/ScenePass_gl.h"
@@ -135,7 +135,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   if (const ComPtr<IZYNBox3D> box = box_) {
     return readBox3D(*box.Get());
   }
-  return measureScene(drawList(), boundsOf);
+  return measureScene(drawList());
 }
 
 void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {

@@ -21,6 +21,7 @@ class CZYN3DGLBitmapContext final
     : public BitmapContext<CZYN3DGLBitmapContext, IZYN3DGLBitmapContext2, IZYN3DGLBitmapContext> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYN3dGLBitmapContext";
+  static constexpr bool kIsFlat = false;
   static constexpr FontOwner kFontOwner = FontOwner::kBitmapContext3D;
 
   CZYN3DGLBitmapContext();

@@ -1,5 +1,6 @@
 #include "scene/CListTrace_com.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
+#include "scene/SceneNest_com.h"
 
 namespace zyn {
 
@@ -125,7 +127,8 @@ std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
   return PickQuery{.volume = {matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX)},
                    .viewportHeight = viewport[3],
                    .fonts = currentFonts(),
-                   .isFlat = isFlat};
+                   .isFlat = isFlat,
+                   .isMoved = pass.axes != nullptr};
 }
 
 /// What to ask objects of ours; objects of other components may change it.
@@ -149,13 +152,16 @@ HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
   if (isFlat) {
     glDisable(GL_DEPTH_TEST);  // which texts leave on
   }
-  return object.draw({.mode = mode,
-                      .isFlat = isFlat,
-                      .texts = pass.texts,
-                      .lists = pass.lists,
-                      .query = pickQuery(),
-                      .opacity = pass.opacity,
-                      .names = pass.names});
+  const HRESULT drawn = object.draw({.mode = mode,
+                                     .isFlat = isFlat,
+                                     .texts = pass.texts,
+                                     .lists = pass.lists,
+                                     .query = pickQuery(),
+                                     .opacity = pass.opacity,
+                                     .names = pass.names,
+                                     .axes = pass.axes});
+  isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
+  return drawn;
 }
 
 HRESULT CListTrace::Drawing::drawOutside(IGLDraw& object, int mode) const {
@@ -200,6 +206,7 @@ void CListTrace::enter(DrawElem& element) {
     outside_.emplace(element.object.Get(), &element);
     return;
   }
+  nests_ += element.own->nest() ? 1 : 0;
   ElementGroup* const last = tail() ? ElementGroup::of(*tail()->value) : nullptr;
   if (last && last->accepts(element)) {
     last->append(element);
@@ -216,6 +223,7 @@ void CListTrace::enter(DrawElem& element) {
 /// Gives up the place of an element that is about to be unlinked.
 void CListTrace::leave(DrawElem& element) {
   if (ElementGroup* const group = ElementGroup::of(element)) {
+    nests_ -= element.own->nest() ? 1 : 0;
     group->remove(element);
     closeGap(*group);
     return;
@@ -244,15 +252,15 @@ void CListTrace::closeGap(ElementGroup& group) {
 /// The first element of `object`.
 DrawElem* CListTrace::find(IDispatch* object) {
   if (ISceneObject* const own = object ? ownObject(object) : nullptr) {
-    return static_cast<DrawElem*>(own->watch().find([this](const WatchLink& link) {
-      return static_cast<const ElementGroup*>(link.watcher)->isIn(*this);
-    }));
+    return static_cast<DrawElem*>(own->watch().find(
+        [this](const WatchLink& link) { return link.watcher->watchingList() == this; }));
   }
   const auto entry = outside_.lower_bound(object);
   return entry != outside_.end() && entry->first == object ? entry->second : nullptr;
 }
 
 std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
+  setCursor(nullptr);
   leave(element);
   std::unique_ptr<DrawElem> released(take(element.node));
   tellOwner(SceneChange::kShape);
@@ -280,11 +288,41 @@ void CListTrace::removeAll() {
 
 bool CListTrace::mayHoldText() {
   for (const Node* node = head(); node; node = node->next) {
-    if (node->value->mayDrawText()) {
+    const ElementGroup* const group = ElementGroup::of(*node->value);
+    if (group && group->hasTriangles()) {
+      node = &group->last().node;
+    } else if (node->value->mayDrawText()) {
       return true;
     }
   }
   return false;
+}
+
+bool CListTrace::holdsOutside() {
+  return !outside_.empty() ||
+         (nests_ != 0 && std::any_of(groups_.begin(), groups_.end(),
+                                     [](ElementGroup& group) { return group.holdsOutside(); }));
+}
+
+IDispatch* CListTrace::at(std::size_t index) {
+  if (!cursor() || cursorIndex_ > index) {
+    setCursor(head());
+    cursorIndex_ = 0;
+  }
+  const Node* node = cursor();
+  while (cursorIndex_ < index) {
+    const ElementGroup* const group = ElementGroup::of(*node->value);
+    const std::size_t left = index - cursorIndex_;
+    if (group && group->isFirst(*node->value) && group->count() <= left) {
+      node = group->last().node.next;
+      cursorIndex_ += group->count();
+    } else {
+      node = node->next;
+      ++cursorIndex_;
+    }
+  }
+  setCursor(node);
+  return node->value->object.Get();
 }
 
 std::optional<Box3> CListTrace::ownBounds() {
@@ -301,6 +339,25 @@ std::optional<Box3> CListTrace::ownBounds() {
   BoundsSum all = settled_;
   all.add(last->bounds());
   return all.box;
+}
+
+std::optional<Box3> CListTrace::movedBounds(const GlMatrix& matrix, bool isFlat) {
+  BoundsSum all;
+  for (ElementGroup& group : groups_) {
+    group.addMoved(matrix, isFlat, all);
+  }
+  return all.box;
+}
+
+std::optional<SurfaceHit> CListTrace::nearestHit(const Ray& ray) {
+  std::optional<SurfaceHit> nearest;
+  for (ElementGroup& group : groups_) {
+    const std::optional<SurfaceHit> hit = group.nearestHit(ray);
+    if (hit && (!nearest || hit->distance < nearest->distance)) {
+      nearest = hit;
+    }
+  }
+  return nearest;
 }
 
 void CListTrace::draw3D(const ListPass& pass) {
@@ -361,7 +418,7 @@ void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
     glDisable(GL_DEPTH_TEST);
   }
   ElementGroup* group = ElementGroup::of(**walk);
-  TriangleRun run(drawing.isOutline(*group));
+  TriangleRun run(drawing.isOutline(*group), drawing.pass.opacity);
   const PickQuery* const query = drawing.pickQuery();
   const bool withLists = drawing.canCallLists();
   for (; group; group = group->successor()) {

@@ -18,24 +18,32 @@
 
 namespace zyn {
 
+class SceneNest;
+
 /// What a list draws for.
 struct ListPass {
   std::uint32_t overrideMode = 0;  ///< counts in place of each object's own mode when it is not 0
   TextView texts{};                ///< handed to our texts before they draw
   std::shared_ptr<DisplayLists> lists{};  ///< of the current context; null: draw without lists
   double opacity = 1.0;                   ///< by which objects of ours multiply alpha, 0 to 1
-  std::int32_t names = 0;  ///< that groups around the list have on the selection stack
+  std::int32_t names = 0;          ///< that groups around the list have on the selection stack
+  const GlMatrix* axes = nullptr;  ///< see DrawPass
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.
 /// Owns its elements, and through them one reference on each object.
 ///
 /// Adding, removing and measuring an object costs the same whatever the length of the list, and
-/// triangles that stand together are drawn together: see ElementGroup.
+/// triangles that stand together are drawn together: see ElementGroup. Groups among the objects
+/// (SceneNest) have lists of their own.
 class CListTrace : private ZYNList<DrawElem*> {
  public:
-  /// `owner`, if any, is told of every change of the list and of objects of ours in it.
-  explicit CListTrace(SceneWatcher* owner = nullptr) : owner_(owner) {}
+  /// `owner`, if any, is told of every change of the list and of objects of ours in it. `isFlat`:
+  /// it is drawn by draw2D.
+  explicit CListTrace(SceneWatcher* owner = nullptr, bool isFlat = false)
+      : owner_(owner), isFlat_(isFlat) {}
+  /// What a group holds.
+  CListTrace(SceneWatcher& owner, SceneNest& nest) : owner_(&owner), nest_(&nest) {}
   CListTrace(const CListTrace&) = delete;
   CListTrace& operator=(const CListTrace&) = delete;
   ~CListTrace() override;
@@ -62,15 +70,38 @@ class CListTrace : private ZYNList<DrawElem*> {
 
   void removeAll();
 
-  /// Whether drawing one of the objects may take fonts.
+  /// The object at a place, from 0 to below count(); the next place takes no time.
+  IDispatch* at(std::size_t index);
+
+  bool isFlat() const { return isFlat_; }
+  /// The group that the list belongs to; null for that of a view or a context.
+  SceneNest* nest() const { return nest_; }
+
+  bool holdsNests() const { return nests_ != 0; }
+  /// Whether there are objects of other components, also within groups.
+  bool holdsOutside();
+  /// Whether drawing one of the objects, also within groups, may take fonts.
   bool mayHoldText();
 
   /// The box around the objects of ours; none while these are empty.
   std::optional<Box3> ownBounds();
 
-  /// Calls `visit` for the objects of other components, which may change the list meanwhile.
+  /// The same of the objects moved by a matrix, in the plane if `isFlat`: exactly around what they
+  /// show.
+  std::optional<Box3> movedBounds(const GlMatrix& matrix, bool isFlat);
+
+  /// Where a ray first meets one of the objects of ours.
+  std::optional<SurfaceHit> nearestHit(const Ray& ray);
+
+  /// Calls `visit(object, place)` for the objects of other components, which may change the list
+  /// meanwhile, also for those within groups that are shown: these are moved by `place`, which is
+  /// null for the others, or what moves the list itself if that is given. See SceneNest_com.h.
   template <class Visit>
-  void forEachOutside(Visit visit);
+  void forEachOutside(const Visit& visit, bool isFlat, const GlMatrix* place = nullptr);
+
+  /// Calls `visit` for the groups in the list, which is not to change the list.
+  template <class Visit>
+  void forEachNest(const Visit& visit) const;
 
   void tellOwner(SceneChange change) const noexcept {
     if (owner_) {
@@ -103,27 +134,15 @@ class CListTrace : private ZYNList<DrawElem*> {
   static void drawRun(Walk& walk, Drawing& drawing);
 
   SceneWatcher* owner_;
+  SceneNest* nest_ = nullptr;
+  bool isFlat_ = false;
+  std::size_t nests_ = 0;        ///< how many elements are groups
+  std::size_t cursorIndex_ = 0;  ///< of the element at the cursor
   using Groups = std::list<ElementGroup>;
   Groups groups_;      ///< in the order of the list
   BoundsSum settled_;  ///< box of all groups but the last
   /// The elements with objects of other components; those of one object in the order of the list.
   std::multimap<IDispatch*, DrawElem*> outside_;
 };
-
-template <class Visit>
-void CListTrace::forEachOutside(Visit visit) {
-  if (outside_.empty()) {
-    return;
-  }
-  for (Walk walk(*this); walk; walk.advance()) {
-    if (ElementGroup* const group = ElementGroup::of(**walk)) {
-      walk.stand(group->last().node);
-    } else {
-      const Microsoft::WRL::ComPtr<IDispatch> object = (*walk)->object;
-      visit(object.Get());
-      HostState::setOurs();
-    }
-  }
-}
 
 }  // namespace zyn

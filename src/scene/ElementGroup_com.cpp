@@ -1,8 +1,11 @@
 #include "scene/ElementGroup_com.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "scene/CListTrace_com.h"
+#include "scene/SceneNest_com.h"
 
 namespace zyn {
 
@@ -21,15 +24,23 @@ TriangleShape flattened(const TriangleShape& shape) {
   return flat;
 }
 
+std::optional<Box3> boundsOf(ISceneObject& object, bool isFlat) {
+  SceneNest* const nest = object.nest();
+  return nest ? nest->bounds(isFlat) : object.modelBounds();
+}
+
 DrawElem* nextOf(const DrawElem& element) {
   return element.node.next ? element.node.next->value : nullptr;
 }
 
 }  // namespace
 
-ElementGroup::~ElementGroup() { forgetList(); }
+ElementGroup::~ElementGroup() { std::for_each(compiled_.begin(), compiled_.end(), giveUp); }
 
 ElementGroup::Kind ElementGroup::kindOf(const DrawElem& element) {
+  if (element.own->nest()) {
+    return Kind::kNests;
+  }
   if (!element.own->isTriangle()) {
     return Kind::kObjects;
   }
@@ -49,9 +60,10 @@ void ElementGroup::append(DrawElem& element) {
     first_ = &element;
   }
   last_ = &element;
-  calls_.reset();
+  forgetCalls();
+  holdsOutside_.reset();
   if (bounds_.isKnown) {
-    bounds_.add(element.own->modelBounds());
+    bounds_.add(boundsOf(*element.own, list_.isFlat()));
   }
 }
 
@@ -82,13 +94,53 @@ void ElementGroup::absorb(ElementGroup& successor) {
 const std::optional<Box3>& ElementGroup::bounds() {
   if (!bounds_.isKnown) {
     bounds_ = {};
-    const DrawElem* element = first_;
-    for (std::uint32_t i = 0; i < count_; ++i) {
-      bounds_.add(element->own->modelBounds());
-      element = nextOf(*element);
-    }
+    forEach([this](ISceneObject& object) { bounds_.add(boundsOf(object, list_.isFlat())); });
   }
   return bounds_.box;
+}
+
+void ElementGroup::addMoved(const GlMatrix& matrix, bool isFlat, BoundsSum& sum) {
+  const bool isFlatNest = isFlat && kind_ == Kind::kNests;
+  const auto& all = isFlatNest ? std::nullopt : bounds();
+  if (!isFlatNest && !all) {
+    return;
+  }
+  if (all) {
+    const Box3 around = moved(matrix, *all);
+    if (keepsAxes(matrix)) {
+      sum.add(around);
+      return;
+    }
+    if (sum.box && sum.box->holds(around)) {
+      return;
+    }
+  }
+  forEach([&](ISceneObject& object) {
+    SceneNest* const nest = object.nest();
+    sum.add(nest ? nest->movedBounds(matrix, isFlat) : object.movedBounds(matrix));
+  });
+}
+
+std::optional<SurfaceHit> ElementGroup::nearestHit(const Ray& ray) {
+  std::optional<SurfaceHit> nearest;
+  if (bounds() && mayMeet(ray, *bounds())) {
+    forEach([&](ISceneObject& object) {
+      const std::optional<SurfaceHit> hit = object.nearestHit(ray);
+      if (hit && (!nearest || hit->distance < nearest->distance)) {
+        nearest = hit;
+      }
+    });
+  }
+  return nearest;
+}
+
+bool ElementGroup::holdsOutside() {
+  if (!holdsOutside_) {
+    bool any = false;
+    forEachNest([&](SceneNest& nest) { any = any || nest.list().holdsOutside(); });
+    holdsOutside_ = any;
+  }
+  return *holdsOutside_;
 }
 
 void ElementGroup::addTo(BoundsSum& sum) {
@@ -98,21 +150,50 @@ void ElementGroup::addTo(BoundsSum& sum) {
 
 GLuint ElementGroup::listFor(TriangleRun& run, const std::shared_ptr<DisplayLists>& lists,
                              bool isFlat) {
-  if (home_.lock() != lists) {
-    forgetList();
-    home_ = lists;
+  Compiled& compiled = compiledFor(run.setting(), lists);
+  if (compiled.name == 0) {
+    compiled.name = lists->make();
   }
-  if (name_ == 0) {
-    name_ = lists->make();
+  if (compiled.name != 0 && (!compiled.calls || !compiled.calls->suit(run.setting()))) {
+    const ListCompilation compilation(compiled.name);
+    compiled.calls = emit(run.setting(), isFlat, nullptr);
   }
-  if (name_ != 0 && (!calls_ || !calls_->suit(run.setting()))) {
-    const ListCompilation compilation(name_);
-    calls_ = emit(run.setting(), isFlat, nullptr);
+  if (compiled.name != 0) {
+    run.pass(*compiled.calls);
   }
-  if (name_ != 0) {
-    run.pass(*calls_);
+  return compiled.name;
+}
+
+/// The one of that context in which the triangles look alike, or a new one.
+ElementGroup::Compiled& ElementGroup::compiledFor(const TriangleSetting& setting,
+                                                  const std::shared_ptr<DisplayLists>& lists) {
+  std::erase_if(compiled_, [](const Compiled& compiled) { return compiled.home.expired(); });
+  const auto found =
+      std::find_if(compiled_.begin(), compiled_.end(), [&](const Compiled& compiled) {
+        return compiled.setting.looksLike(setting) && compiled.home.lock() == lists;
+      });
+  if (found != compiled_.end()) {
+    std::rotate(found, std::next(found), compiled_.end());
+    return compiled_.back();
   }
-  return name_;
+  if (compiled_.size() == kMostLists) {
+    giveUp(compiled_.front());
+    compiled_.erase(compiled_.begin());
+  }
+  return compiled_.emplace_back(Compiled{.home = lists, .setting = setting});
+}
+
+void ElementGroup::giveUp(const Compiled& compiled) noexcept {
+  const auto home = compiled.home.lock();
+  if (home && compiled.name != 0) {
+    home->giveUp(compiled.name);
+  }
+}
+
+void ElementGroup::forgetCalls() noexcept {
+  for (Compiled& compiled : compiled_) {
+    compiled.calls.reset();
+  }
 }
 
 void ElementGroup::draw(TriangleRun& run, bool isFlat, const PickQuery* query) const {
@@ -122,35 +203,25 @@ void ElementGroup::draw(TriangleRun& run, bool isFlat, const PickQuery* query) c
 TriangleCalls ElementGroup::emit(const TriangleSetting& setting, bool isFlat,
                                  const PickQuery* query) const {
   TriangleEmitter emitter(setting);
-  const DrawElem* element = first_;
-  for (std::uint32_t i = 0; i < count_; ++i) {
-    if (!query || element->own->mayBePicked(*query)) {
-      const TriangleShape shape = element->own->triangleShape();
+  forEach([&](ISceneObject& object) {
+    if (!query || object.mayBePicked(*query)) {
+      const TriangleShape shape = object.triangleShape();
       emitter.add(isFlat ? flattened(shape) : shape);
     }
-    element = nextOf(*element);
-  }
+  });
   return emitter.finish();
 }
 
 void ElementGroup::objectChanged(SceneChange change) noexcept {
-  calls_.reset();
+  forgetCalls();
   if (change != SceneChange::kLook) {
+    holdsOutside_.reset();
     bounds_.isKnown = false;
     if (sum_) {
       sum_->isKnown = false;
     }
   }
   list_.tellOwner(change);
-}
-
-void ElementGroup::forgetList() {
-  const auto home = home_.lock();
-  if (home && name_ != 0) {
-    home->giveUp(name_);
-  }
-  name_ = 0;
-  calls_.reset();
 }
 
 }  // namespace zyn

@@ -4,6 +4,7 @@
 #include <list>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "core/Box3.h"
 #include "glcontext/DisplayLists_gl.h"
@@ -35,6 +36,7 @@ class ElementGroup final : public SceneWatcher {
  public:
   enum class Kind {
     kObjects,   ///< each draws itself
+    kNests,     ///< groups, which hold other objects
     kSurfaces,  ///< triangles
     kOutlines   ///< triangles in mode 1
   };
@@ -57,17 +59,16 @@ class ElementGroup final : public SceneWatcher {
     return static_cast<ElementGroup*>(element.watcher);
   }
 
-  bool isIn(const CListTrace& list) const { return &list_ == &list; }
-
   /// Where the list keeps the group.
   using Place = std::list<ElementGroup>::iterator;
   Place place() const { return place_; }
   void setPlace(Place place) { place_ = place; }
 
   Kind kind() const { return kind_; }
-  bool hasTriangles() const { return kind_ != Kind::kObjects; }
+  bool hasTriangles() const { return kind_ == Kind::kSurfaces || kind_ == Kind::kOutlines; }
   std::uint32_t count() const { return count_; }
   DrawElem& last() const { return *last_; }
+  bool isFirst(const DrawElem& element) const { return first_ == &element; }
 
   /// The group right behind this one in the list, if it is of the same kind.
   ElementGroup* successor() const;
@@ -82,24 +83,56 @@ class ElementGroup final : public SceneWatcher {
   /// Takes in all elements of its successor, which is empty then.
   void absorb(ElementGroup& successor);
 
+  /// Calls `visit` for each element that is a group.
+  template <class Visit>
+  void forEachNest(const Visit& visit) const {
+    if (kind_ == Kind::kNests) {
+      forEach([&](ISceneObject& object) { visit(*object.nest()); });
+    }
+  }
+
+  /// Whether there are objects of other components in the groups that these elements are.
+  bool holdsOutside();
+
   /// None while all objects are empty.
   const std::optional<Box3>& bounds();
+
+  /// Adds the bounds of the moved objects to a sum.
+  void addMoved(const GlMatrix& matrix, bool isFlat, BoundsSum& sum);
+
+  /// Where a ray first meets one of the objects.
+  std::optional<SurfaceHit> nearestHit(const Ray& ray);
 
   /// Adds its box to a sum, which is from then on told of changes, and outlives the group.
   void addTo(BoundsSum& sum);
 
   /// The display list that draws the triangles as the run wants them, in the current context whose
-  /// lists these are; 0 when the context has no list left. Tells the run.
+  /// lists these are; 0 when the context has no list left. Tells the run. There is one for each
+  /// context and each opacity in which they are drawn, of the last kMostLists.
   GLuint listFor(TriangleRun& run, const std::shared_ptr<DisplayLists>& lists, bool isFlat);
 
   /// Draws the triangles at once, in a selection pass those only that may be picked. Tells the run.
   void draw(TriangleRun& run, bool isFlat, const PickQuery* query) const;
 
   void objectChanged(SceneChange change) noexcept override;
+  const CListTrace* watchingList() const noexcept override { return &list_; }
 
  private:
+  /// A display list of one context.
+  struct Compiled {
+    std::weak_ptr<DisplayLists> home;      ///< of the context that has the list
+    GLuint name = 0;                       ///< of the list
+    TriangleSetting setting{};             ///< the latest for which it was asked
+    std::optional<TriangleCalls> calls{};  ///< in the list; none when it has to be compiled
+  };
+  static constexpr std::size_t kMostLists = 16;
+
+  Compiled& compiledFor(const TriangleSetting& setting, const std::shared_ptr<DisplayLists>& lists);
+  static void giveUp(const Compiled& compiled) noexcept;
+  void forgetCalls() noexcept;
   TriangleCalls emit(const TriangleSetting& setting, bool isFlat, const PickQuery* query) const;
-  void forgetList();
+  template <class Visit>
+  void forEach(Visit visit) const;
 
   const CListTrace& list_;
   Kind kind_;
@@ -110,10 +143,18 @@ class ElementGroup final : public SceneWatcher {
 
   BoundsSum bounds_;
   BoundsSum* sum_ = nullptr;  ///< of which its own box is a part
+  std::optional<bool> holdsOutside_;
 
-  std::weak_ptr<DisplayLists> home_;    ///< of the context that has the list
-  GLuint name_ = 0;                     ///< of the list
-  std::optional<TriangleCalls> calls_;  ///< in the list; none when it has to be compiled
+  std::vector<Compiled> compiled_;  ///< the one that was last asked for at the end
 };
+
+template <class Visit>
+void ElementGroup::forEach(Visit visit) const {
+  const DrawElem* element = first_;
+  for (std::uint32_t i = 0; i < count_; ++i) {
+    visit(*element->own);
+    element = element->node.next ? element->node.next->value : nullptr;
+  }
+}
 
 }  // namespace zyn

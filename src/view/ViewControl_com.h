@@ -226,7 +226,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
   bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 
-  CListTrace drawList_{this};
+  CListTrace drawList_{this, Derived::kIsFlat};
   CListTrace selection_;
   Colour3 background_ = {1.0F, 1.0F, 1.0F};
   Antialiasing antialiasing_;

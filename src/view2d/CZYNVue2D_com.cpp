@@ -1,11 +1,11 @@
 #include "view2d/CZYNVue2D_com.h"
+#include "scene/measureScene_com.h"
 
 #include <utility>
 
 #include "com/NumericArrayVariant_com.h"
 #include "com/askFor_com.h"
 #include "view/CZYNVueControles_com.h"
-#include "view/measureScene_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {
@@ -54,7 +54,7 @@ STDMETHODIMP CZYNVue2D::UpdateParams() noexcept {
 /// A home view that a graph has set stays.
 void CZYNVue2D::refitHome() {
   if (!view_.hasGraph()) {
-    fitHome(measureScene(drawList_, planeBoundsOf));
+    fitHome(measureScene(drawList_));
   }
 }
 

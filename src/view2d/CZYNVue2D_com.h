@@ -30,6 +30,7 @@ namespace zyn {
 class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mouse2D, MouseHost2D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue2D";
+  static constexpr bool kIsFlat = true;
 
   CZYNVue2D();
   ~CZYNVue2D() override;

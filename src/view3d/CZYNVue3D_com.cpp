@@ -4,8 +4,8 @@
 
 #include "com/NumericArrayVariant_com.h"
 #include "com/askFor_com.h"
+#include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
-#include "view/measureScene_com.h"
 #include "view3d/CAmbLightDlg_win.h"
 #include "view3d/LightProperties_com.h"
 
@@ -16,7 +16,7 @@ CZYNVue3D::CZYNVue3D()
                    .events = DIID__IZYNVue3DEvents,
                    .failures = kView3DFailures,
                    .smooth = false}),
-      measureScene_([this] { return measureScene(drawList_, boundsOf); }),
+      measureScene_([this] { return measureScene(drawList_); }),
       mouse_(view_, *this) {
   CZYNVueControles::instance().add(this);
 }

@@ -25,6 +25,7 @@ namespace zyn {
 class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mouse3D, MouseHost3D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
+  static constexpr bool kIsFlat = false;
 
   CZYNVue3D();
   ~CZYNVue3D() override;

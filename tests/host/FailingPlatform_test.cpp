@@ -72,6 +72,14 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
     scale->put_Titre(_bstr_t(L"scale"));
     return scale;
   });
+  addMade(objects, [] {
+    const auto group = createObject<IZYNGroupe>(kGroupProgId);
+    group->Add(makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kBlue).Get(), 0);
+    group->Add(makeText(L"group").Get(), 0);
+    group->setRepere(doubleArray({1, 0, 0}), doubleArray({0, 1, 0}), doubleArray({1, 0, 0}));
+    group->put_Opacite(0.5);
+    return group;
+  });
   return objects;
 }
 

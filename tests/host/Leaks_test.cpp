@@ -123,6 +123,22 @@ ComPtr<IDispatch> makeScale() {
   return scale;
 }
 
+ComPtr<IDispatch> makeGroup() {
+  const auto inner = createObject<IZYNGroupe>(kGroupProgId);
+  for (const auto make : {makeSomeTriangle, makeText, makeSprite, makeTrace}) {
+    require(inner->Add(make().Get(), 0), "Add");
+  }
+  inner->put_Opacite(0.5);
+  const auto outer = createObject<IZYNGroupe>(kGroupProgId);
+  require(outer->Add(inner.Get(), 0), "Add");
+  require(outer->Add(inner.Get(), 1), "Add");
+  require(outer->put_Transformation(doubleArray({2, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1})),
+          "Transformation");
+  outer->put_NomSelection(5);
+  outer->put_Nom(_bstr_t(L"group"));
+  return outer;
+}
+
 struct SceneClass {
   const char* name;
   ComPtr<IDispatch> (*make)();
@@ -140,13 +156,12 @@ TEST_P(SceneObjectLeaks, NothingStays) {
   EXPECT_EQ(stage.lists(), before) << "display lists are left";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, SceneObjectLeaks,
-                         testing::Values(SceneClass{"Triangle", makeSomeTriangle},
-                                         SceneClass{"Texte", makeText},
-                                         SceneClass{"Bitmap", makeSprite},
-                                         SceneClass{"Polyligne", makeTrace},
-                                         SceneClass{"EchelleCouleurs", makeScale}),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    All, SceneObjectLeaks,
+    testing::Values(SceneClass{"Triangle", makeSomeTriangle}, SceneClass{"Texte", makeText},
+                    SceneClass{"Bitmap", makeSprite}, SceneClass{"Polyligne", makeTrace},
+                    SceneClass{"EchelleCouleurs", makeScale}, SceneClass{"Groupe", makeGroup}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- classes that are not drawn by views ---------------------------------------------------------
 

@@ -25,6 +25,7 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYNVue2DChild, L"ZYNVue2DChild", 0},
     {&CLSID_ZYNGLCote, L"ZYNGLCote", 0},
     {&CLSID_ZYNEchelleCouleurs, L"ZYNEchelleCouleurs", 0},
+    {&CLSID_ZYNGroupe, L"ZYNGroupe", 0},
 };
 
 const std::pair<IID, std::wstring> kInterfaces[] = {
@@ -40,6 +41,7 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYNVue2DChild), L"IZYNVue2DChild"},
     {__uuidof(IZYNGLCote), L"IZYNGLCote"},
     {__uuidof(IZYNEchelleCouleurs), L"IZYNEchelleCouleurs"},
+    {__uuidof(IZYNGroupe), L"IZYNGroupe"},
 };
 
 constexpr const wchar_t* kDefault = L"(default)";

@@ -39,6 +39,7 @@ Expected expectZYNVue() {
            {"IZYNGLBitmap", __uuidof(IZYNGLBitmap)},
            {"IZYNGLCote", __uuidof(IZYNGLCote)},
            {"IZYNEchelleCouleurs", __uuidof(IZYNEchelleCouleurs)},
+           {"IZYNGroupe", __uuidof(IZYNGroupe)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
            {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
            {"IZYNVue3D2", __uuidof(IZYNVue3D2)},
@@ -56,7 +57,8 @@ Expected expectZYNVue() {
            {"ZYN3dGLBitmapContext", __uuidof(ZYN3dGLBitmapContext)},
            {"ZYNVue2DChild", __uuidof(ZYNVue2DChild)},
            {"ZYNGLCote", __uuidof(ZYNGLCote)},
-           {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)}},
+           {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)},
+           {"ZYNGroupe", __uuidof(ZYNGroupe)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
            {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
@@ -66,7 +68,8 @@ Expected expectZYNVue() {
            {"ZYN3dGLBitmapContext", {"default IZYN3DGLBitmapContext", "IZYN3DGLBitmapContext2"}},
            {"ZYNVue2DChild", {"default IZYNVue2DChild"}},
            {"ZYNGLCote", {"default IZYNGLCote"}},
-           {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}}}};
+           {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}},
+           {"ZYNGroupe", {"default IZYNGroupe"}}}};
 }
 
 Expected expectZYNModeleGeom() {
@@ -236,6 +239,7 @@ bool isAutomationType(ITypeInfo* type, const TYPEDESC& description, int pointers
     case VT_BSTR:
     case VT_VARIANT:
     case VT_DISPATCH:
+    case VT_UNKNOWN:
       return pointers <= 1;
     case VT_PTR:
       return isAutomationType(type, *description.lptdesc, pointers + 1);

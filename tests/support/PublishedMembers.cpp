@@ -263,6 +263,22 @@ PublishedMembers colourScale() {
       .method(12, "setTaille(double l, double h)");
 }
 
+PublishedMembers group() {
+  return PublishedMembers("IZYNGroupe", 17)
+      .method(1, "Add(IDispatch* Objet, long Mode)")
+      .method(2, "Remove(IDispatch* Objet)")
+      .method(3, "RemoveAll()")
+      .get(4, "Count", "long")
+      .method(5, "Item(long Index) -> IDispatch* Objet")
+      .get(-4, "_NewEnum", "IUnknown*")
+      .getput(6, "Visible", "VARIANT_BOOL")
+      .getput(7, "Transformation", "VARIANT")
+      .method(8, "setRepere(VARIANT Origine, VARIANT x, VARIANT y)")
+      .getput(9, "Opacite", "double")
+      .getput(10, "Nom", "BSTR")
+      .getput(11, "NomSelection", "long");
+}
+
 PublishedMembers events3D() {
   return PublishedMembers("_IZYNVue3DEvents", 6)
       .method(1, "MouseDown(int button, int x, int y)")
@@ -380,6 +396,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           PublishedMembers("IZYNVue2DChild", 0),
           dimension(),
           colourScale(),
+          group(),
           furtherOfView("IZYNVue3D2"),
           furtherOfView("IZYNVue2D2"),
           furtherOfContext("IZYN2DGLBitmapContext2"),

@@ -32,6 +32,8 @@ std::string typeText(ITypeInfo* type, const TYPEDESC& description) {
       return "VARIANT";
     case VT_DISPATCH:
       return "IDispatch*";
+    case VT_UNKNOWN:
+      return "IUnknown*";
     case VT_PTR:
       return typeText(type, *description.lptdesc) + "*";
     case VT_USERDEFINED: {

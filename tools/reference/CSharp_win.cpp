@@ -42,6 +42,7 @@ const std::map<std::string, CSharpType> kTypes = {
     {"BSTR", {"string", "UnmanagedType.BStr"}},
     {"VARIANT", {"object", "UnmanagedType.Struct"}},
     {"IDispatch*", {"object", "UnmanagedType.IDispatch"}},
+    {"IUnknown*", {"object", "UnmanagedType.IUnknown"}},
     {"IPictureDisp*", {"object", "UnmanagedType.IDispatch"}},
 };
 

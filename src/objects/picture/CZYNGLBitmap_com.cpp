@@ -104,25 +104,28 @@ STDMETHODIMP CZYNGLBitmap::getPosition(double* x, double* y, double* Z) noexcept
   });
 }
 
-STDMETHODIMP CZYNGLBitmap::Draw3D(int) noexcept {
-  return automation(*this, [&] {
-    if (shape_.image) {
-      drawSprite3D(shape_, pixelScale());
-    }
-  });
+STDMETHODIMP CZYNGLBitmap::Draw3D(int mode) noexcept {
+  return draw({.mode = mode, .isFlat = false, .texts = view_, .lists = nullptr});
 }
 
 STDMETHODIMP CZYNGLBitmap::Draw2D(int mode) noexcept {
+  return draw({.mode = mode, .isFlat = true, .texts = view_, .lists = nullptr});
+}
+
+HRESULT STDMETHODCALLTYPE CZYNGLBitmap::draw(const DrawPass& pass) noexcept {
   return automation(*this, [&] {
     if (!shape_.image) {
       return;
     }
-    if (mode == kSelection) {
-      drawSpriteRectangle2D(shape_, pixelScale(), isInView() ? view_.viewHeight : drawnHeight_);
-      return;
+    if (!pass.isFlat) {
+      drawSprite3D(shape_, pixelScale(), pass.opacity);
+    } else if (pass.mode == kSelection) {
+      const auto drawRectangle = pass.axes ? drawUprightRectangle2D : drawSpriteRectangle2D;
+      drawRectangle(shape_, pixelScale(), isInView() ? view_.viewHeight : drawnHeight_);
+    } else {
+      drawnHeight_ = shownHeight();
+      drawSprite2D(shape_, pixelScale(), pass.opacity);
     }
-    drawnHeight_ = shownHeight();
-    drawSprite2D(shape_, pixelScale());
   });
 }
 

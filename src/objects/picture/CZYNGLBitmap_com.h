@@ -35,6 +35,7 @@ class CZYNGLBitmap final : public SceneObject<CZYNGLBitmap, IZYNGLBitmap, ITextV
   /// A pick knows the view by its fonts.
   bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:

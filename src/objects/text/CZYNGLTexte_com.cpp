@@ -219,17 +219,22 @@ STDMETHODIMP CZYNGLTexte::Copie(IDispatch** TxtCpy) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::Draw3D(int mode) noexcept {
-  return automation(*this, [&] {
-    if (const auto fonts = fontsToDrawWith(view_)) {
-      drawLabel3D(label_, *fonts, viewOf(mode), mode);
-    }
-  });
+  return draw({.mode = mode, .isFlat = false, .texts = view_, .lists = nullptr});
 }
 
 STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
+  return draw({.mode = mode, .isFlat = true, .texts = view_, .lists = nullptr});
+}
+
+HRESULT STDMETHODCALLTYPE CZYNGLTexte::draw(const DrawPass& pass) noexcept {
   return automation(*this, [&] {
     if (const auto fonts = fontsToDrawWith(view_)) {
-      if (drawLabel2D(label_, *fonts, viewOf(mode), mode)) {
+      LabelView view = viewOf(pass.mode);
+      view.opacity = pass.opacity;
+      view.axes = pass.axes;
+      if (!pass.isFlat) {
+        drawLabel3D(label_, *fonts, view, pass.mode);
+      } else if (drawLabel2D(label_, *fonts, view, pass.mode)) {
         watch_.tell(SceneChange::kBounds);
       }
     }

@@ -63,6 +63,7 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:

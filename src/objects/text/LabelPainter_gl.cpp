@@ -24,8 +24,8 @@ struct TextPlace {
   double pixel;  ///< units of the space
 };
 
-UnlitColour colourOf(const TextLabel& label) {
-  return UnlitColour(label.r, label.g, label.b, label.alpha);
+UnlitColour colourOf(const TextLabel& label, const LabelView& view) {
+  return UnlitColour(label.r, label.g, label.b, view.opacity * label.alpha);
 }
 
 /// In the scope of the label's colour.
@@ -58,15 +58,15 @@ void drawBoxForSelection(const TextLabel& label, const TextBox& box, const TextP
 }
 
 void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const TextPlace& place,
-                     double pixelScale, int mode) {
+                     const LabelView& view, int mode) {
   const std::string text = label.shownText();
   const TextBox box = measureText(fonts.metrics(), text, label.line(fonts.metrics()));
   const TextPlacement placement{place.position, anchorOf(box, label.reference),
-                                place.pixel * label.emHeight(box), label.alwaysReadable};
+                                place.pixel * label.emHeight(box), label.alwaysReadable, view.axes};
   if (mode < 0) {
     drawBoxForSelection(label, box, placement, place.space);
   } else {
-    drawText(fonts, text, placement, kGlyphLineWidth * pixelScale, place.space);
+    drawText(fonts, text, placement, kGlyphLineWidth * view.pixelScale, place.space);
   }
 }
 
@@ -171,7 +171,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   }
   const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
   glMatrixMode(GL_MODELVIEW);  // here: Mesa does not give back what is set first in an inner scope
-  const UnlitColour colour = colourOf(label);
+  const UnlitColour colour = colourOf(label, view);
   const double screenPixel = pixelLength(view.height);
   const double pixel = screenPixel * view.pixelScale;
   bool moved = false;
@@ -188,7 +188,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   if (const int size = label.digitSize(view.pixelScale)) {
     drawDigits(label, fonts, size, {plane.matrix, position, screenPixel}, mode);
   } else {
-    drawOutlineText(label, fonts, {plane.matrix, position, pixel}, view.pixelScale, mode);
+    drawOutlineText(label, fonts, {plane.matrix, position, pixel}, view, mode);
   }
   return moved;
 }
@@ -232,10 +232,10 @@ Box3 inModel(const Point& at, const ScreenRectangle& sides, double x, double y) 
 void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const LabelView& view,
                  int mode) {
   {
-    const UnlitColour colour = colourOf(label);
+    const UnlitColour colour = colourOf(label, view);
     setDepthTest(label);
     const double pixel = pixelLength(view.height) * view.pixelScale;
-    drawOutlineText(label, fonts, {ModelView(), label.position, pixel}, view.pixelScale, mode);
+    drawOutlineText(label, fonts, {ModelView(), label.position, pixel}, view, mode);
   }
   glEnable(GL_DEPTH_TEST);
 }
@@ -264,6 +264,9 @@ bool mayPickLabel(const TextLabel& label, LabelExtent& extent, const LabelView& 
   Point at = label.position;
   if (query.isFlat) {
     at.z = 0;
+  }
+  if (query.isMoved && !rectangle.facesViewer) {
+    return true;  // it lies in a plane that the volume does not know
   }
   return rectangle.facesViewer ? query.volume.mayMeet(at, rectangle.sides)
                                : query.volume.mayMeet(inModel(

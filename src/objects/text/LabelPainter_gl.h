@@ -11,8 +11,10 @@ namespace zyn {
 
 /// What a label has to know about the view that draws it.
 struct LabelView {
-  double height = 0.0;      ///< model units that the view shows from bottom to top
-  double pixelScale = 1.0;  ///< pixels for one pixel of the label's measures
+  double height = 0.0;             ///< model units that the view shows from bottom to top
+  double pixelScale = 1.0;         ///< pixels for one pixel of the label's measures
+  double opacity = 1.0;            ///< by which that of the label is multiplied
+  const GlMatrix* axes = nullptr;  ///< see DrawPass
 };
 
 /// Draws the label's text in the current context, or in a selection pass (`mode` below 0) its box

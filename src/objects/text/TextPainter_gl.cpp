@@ -18,6 +18,8 @@ std::optional<ModelView> planeOf(const TextPlacement& placement, ModelView plane
   plane.moveTo(placement.position);
   if (placement.facesViewer) {
     plane.faceViewer();
+  } else if (placement.axes) {
+    plane.alignWith(*placement.axes);
   }
   plane.scale(placement.scale);
   plane.moveTo({-placement.anchor.x, -placement.anchor.y, 0});

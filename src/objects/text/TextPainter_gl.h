@@ -17,6 +17,7 @@ struct TextPlacement {
   double scale = 1.0;  ///< model units of an em height
   bool facesViewer =
       false;  ///< upright and parallel to the screen, instead of in the plane of x, y
+  const GlMatrix* axes = nullptr;  ///< that of whose x and y otherwise; null: of the space
 };
 
 /// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their

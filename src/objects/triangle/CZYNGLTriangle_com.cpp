@@ -111,6 +111,20 @@ STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
   return automation(*this, [&] { drawTriangle2D(triangleShape(), mode); });
 }
 
+std::optional<Box3> STDMETHODCALLTYPE CZYNGLTriangle::movedBounds(const GlMatrix& matrix) noexcept {
+  std::optional<Box3> bounds;
+  for (const Triple& vertex : vertices_) {
+    const Point at = moved(matrix, vertex.x, vertex.y, vertex.z);
+    const Box3 here{at.x, at.x, at.y, at.y, at.z, at.z};
+    if (bounds) {
+      bounds->unite(here);
+    } else {
+      bounds = here;
+    }
+  }
+  return bounds;
+}
+
 bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexcept {
   Box3 box = bounds();
   if (query.isFlat) {

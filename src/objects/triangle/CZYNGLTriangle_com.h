@@ -35,6 +35,7 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, IZYNGLTriangle>,
   STDMETHODIMP Draw2D(int mode) noexcept override;
 
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
+  std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
   TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;

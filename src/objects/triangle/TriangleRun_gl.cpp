@@ -43,6 +43,16 @@ TriangleEmitter::TriangleEmitter(const TriangleSetting& setting)
     : setting_(setting), calls_{.setting = setting}, transparency_(foundTransparency()) {}
 
 void TriangleEmitter::add(const TriangleShape& shape) {
+  if (setting_.opacity < 1) {
+    TriangleShape faded = shape;
+    faded.alpha *= setting_.opacity;
+    addAsItIs(faded);
+  } else {
+    addAsItIs(shape);
+  }
+}
+
+void TriangleEmitter::addAsItIs(const TriangleShape& shape) {
   setTransparency(transparencyOf(shape));
   if (setting_.throughMaterial) {
     drawWithMaterial(shape);
@@ -237,14 +247,15 @@ void TriangleEmitter::giveVertices(const TriangleShape& shape) {
   }
 }
 
-TriangleRun::TriangleRun(bool isOutline)
+TriangleRun::TriangleRun(bool isOutline, double opacity)
     : setting_{.isOutline = isOutline,
                .throughMaterial = state_.colourComesFromMaterial(),
                .depthMask = state_.depthMask(),
                .cullFace = state_.cullFace(),
                .twoSide = state_.twoSide(),
                .frontShininess = state_.frontShininess(),
-               .backShininess = state_.backShininess()} {
+               .backShininess = state_.backShininess(),
+               .opacity = opacity} {
   glGetFloatv(GL_CURRENT_NORMAL, normal_.data());
 }
 

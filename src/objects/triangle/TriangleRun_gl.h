@@ -18,11 +18,17 @@ struct TriangleSetting {
   GLint twoSide = 0;
   GLfloat frontShininess = 0;  ///< with which a triangle is drawn whose own OpenGL refuses
   GLfloat backShininess = 0;
+  double opacity = 1;  ///< by which alpha is multiplied, 0 to 1
 
   bool operator==(const TriangleSetting&) const = default;
 
   /// A shininess of 0 gives way to the first other one that is set.
   void passShininess(GLfloat set);
+
+  /// Whether it differs only by what it finds in the context.
+  bool looksLike(const TriangleSetting& other) const {
+    return isOutline == other.isOutline && opacity == other.opacity;
+  }
 };
 
 /// What the calls for some triangles rely on and leave behind; to be kept with the display list
@@ -69,6 +75,7 @@ class TriangleEmitter {
   Transparency foundTransparency() const;
   Transparency transparencyOf(const TriangleShape& shape) const;
   void setTransparency(const Transparency& wanted);
+  void addAsItIs(const TriangleShape& shape);
 
   FaceMaterials materialsOf(const TriangleShape& shape);
   void setFormat(const TriangleShape& shape, const FaceMaterials& materials);
@@ -119,7 +126,8 @@ class TriangleEmitter {
 ///   glCallLists(…);
 class TriangleRun {
  public:
-  explicit TriangleRun(bool isOutline);
+  /// `opacity` multiplies the triangles' own.
+  explicit TriangleRun(bool isOutline, double opacity = 1);
   ~TriangleRun();
   TriangleRun(const TriangleRun&) = delete;
   TriangleRun& operator=(const TriangleRun&) = delete;
