@@ -269,7 +269,7 @@ PublishedMembers group() {
       .method(2, "Remove(IDispatch* Objet)")
       .method(3, "RemoveAll()")
       .get(4, "Count", "long")
-      .method(5, "Item(long Index) -> IDispatch* Objet")
+      .method(5, "Item(long index) -> IDispatch* Objet")
       .get(-4, "_NewEnum", "IUnknown*")
       .getput(6, "Visible", "VARIANT_BOOL")
       .getput(7, "Transformation", "VARIANT")
