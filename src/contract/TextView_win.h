@@ -18,6 +18,7 @@ struct TextView {
   /// Model units that the view shows from bottom to top, scales of the model apart; 0: not known.
   double viewHeight = 0.0;
   double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine exports
+  bool isOnDark = false;    ///< the background is nearer to black than to white
   PicturePart part{};       ///< that the viewport shows
 };
 

@@ -127,6 +127,15 @@ void OffscreenSurface::equip(const Prepare& prepare) {
 
 bool OffscreenSurface::hasContext() const { return target_ && target_->canvas; }
 
+void OffscreenSurface::requireContext() const {
+  if (whyEmpty_) {
+    throw *whyEmpty_;
+  }
+  if (!hasContext()) {
+    throw Failure(E_UNEXPECTED, L"There is no picture yet to draw in");
+  }
+}
+
 bool OffscreenSurface::isDestroyed() const { return hasContext() && !target_->canvas->exists(); }
 
 const SharedBitmap* OffscreenSurface::picture() const {

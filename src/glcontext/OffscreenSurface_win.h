@@ -56,6 +56,9 @@ class OffscreenSurface {
   /// Why there is none, if `create` could not make one.
   const std::optional<Failure>& whyEmpty() const { return whyEmpty_; }
 
+  /// Throws why there is none, if so.
+  void requireContext() const;
+
   /// Draws the picture afresh, calling `draw` once a tile with the rendering context current. Does
   /// nothing on an empty surface and while a pass is under way; `draw` may create the surface anew.
   /// What `draw` throws is passed on; the picture is then undefined, the surface usable.

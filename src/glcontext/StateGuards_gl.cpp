@@ -91,6 +91,19 @@ AutoGLLineWidth::~AutoGLLineWidth() {
   glLineWidth(saved_);
 }
 
+AutoGLClearColor::AutoGLClearColor(const std::optional<Float4>& colour) {
+  if (colour) {
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, saved_.emplace().data());
+    glClearColor((*colour)[0], (*colour)[1], (*colour)[2], (*colour)[3]);
+  }
+}
+
+AutoGLClearColor::~AutoGLClearColor() {
+  if (saved_) {
+    glClearColor((*saved_)[0], (*saved_)[1], (*saved_)[2], (*saved_)[3]);
+  }
+}
+
 AutoGLPointSize::AutoGLPointSize(double size) : saved_(floatState(GL_POINT_SIZE)) {
   if (size > 0) {  // OpenGL refuses any other
     glPointSize(static_cast<GLfloat>(size));

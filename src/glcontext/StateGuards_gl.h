@@ -7,6 +7,8 @@
 #include <vector>
 #endif
 
+#include <optional>
+
 #include "core/saturate.h"
 #include "glcontext/StateQuery_gl.h"
 
@@ -97,6 +99,18 @@ class AutoGLDepthMask : CountedGuard {
 
  private:
   bool saved_;
+};
+
+/// Sets the colour of what is cleared for a scope, if one is given.
+class AutoGLClearColor : CountedGuard {
+ public:
+  explicit AutoGLClearColor(const std::optional<Float4>& colour);
+  virtual ~AutoGLClearColor();
+  AutoGLClearColor(const AutoGLClearColor&) = delete;
+  AutoGLClearColor& operator=(const AutoGLClearColor&) = delete;
+
+ private:
+  std::optional<Float4> saved_;
 };
 
 /// Draws stippled lines for a scope. Where stippling was off, factor and pattern stay set

@@ -83,6 +83,23 @@ struct ReleaseStream {
   void operator()(IStream* stream) const { stream->Release(); }
 };
 
+using Stream = std::unique_ptr<IStream, ReleaseStream>;
+
+/// Null where it cannot be made.
+Stream makeMemoryStream() {
+  IStream* made = nullptr;
+  return Stream(SUCCEEDED(CreateStreamOnHGlobal(nullptr, TRUE, &made)) ? made : nullptr);
+}
+
+std::uint64_t sizeOf(IStream& stream) {
+  STATSTG state{};
+  return SUCCEEDED(stream.Stat(&state, STATFLAG_NONAME)) ? state.cbSize.QuadPart : 0;
+}
+
+HRESULT failureOf(Gdiplus::Status answer) {
+  return answer == Gdiplus::OutOfMemory ? E_OUTOFMEMORY : E_FAIL;
+}
+
 /// A file as GDI+ writes to it. GDI+ may keep it, but not the file.
 class FileStream final : public IStream {
  public:
@@ -310,6 +327,16 @@ GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
   return image;
 }
 
+GdiPlus::Image GdiPlus::imageOf(const AlphaPicture& picture) const {
+  return make([&] {
+    Gdiplus::GpBitmap* made = nullptr;
+    functions_->createBitmap(picture.width(), picture.height(),
+                             -static_cast<INT>(picture.rowBytes()), PixelFormat32bppARGB,
+                             const_cast<BYTE*>(picture.row(picture.height() - 1)), &made);
+    return made;
+  });
+}
+
 GdiPlus::Image GdiPlus::imageFromFile(const wchar_t* fileName) const {
   return make([&] {
     Gdiplus::GpImage* made = nullptr;
@@ -336,8 +363,7 @@ void GdiPlus::save(const Image& image, const wchar_t* mimeType, OutputFile& file
   stream->leaveFile();
   file.requireWhole();
   if (answer != Gdiplus::Ok) {
-    file.fail(answer == Gdiplus::OutOfMemory ? E_OUTOFMEMORY : E_FAIL,
-              L"GDI+ answers " + std::to_wstring(answer));
+    file.fail(failureOf(answer), L"GDI+ answers " + std::to_wstring(answer));
   }
 }
 
@@ -373,16 +399,27 @@ bool GdiPlus::givesOneSize(bool& isFound) const {
 
 /// Bytes of the picture as a JPEG file, made in memory; 0 if it cannot be made.
 std::uint64_t GdiPlus::jpegSize(const PixelView& picture, int quality) const {
-  IStream* made = nullptr;
-  if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &made))) {
-    return 0;
+  const Stream stream = makeMemoryStream();
+  const bool isMade = stream && encode(imageOf(picture), kJpeg, stream.get(),
+                                       JpegQuality(quality).parameters()) == Gdiplus::Ok;
+  return isMade ? sizeOf(*stream) : 0;
+}
+
+std::vector<std::uint8_t> GdiPlus::encoded(const Image& image, const wchar_t* mimeType) const {
+  const Stream stream = makeMemoryStream();
+  const Gdiplus::Status answer =
+      stream ? encode(image, mimeType, stream.get(), nullptr) : Gdiplus::OutOfMemory;
+  if (answer != Gdiplus::Ok) {
+    throw Failure(failureOf(answer),
+                  L"GDI+ could not encode the picture: it answers " + std::to_wstring(answer));
   }
-  const std::unique_ptr<IStream, ReleaseStream> stream(made);
-  STATSTG state{};
-  const bool isMade = encode(imageOf(picture), kJpeg, stream.get(),
-                             JpegQuality(quality).parameters()) == Gdiplus::Ok &&
-                      SUCCEEDED(stream->Stat(&state, STATFLAG_NONAME));
-  return isMade ? state.cbSize.QuadPart : 0;
+  std::vector<std::uint8_t> bytes(sizeOf(*stream));
+  const LARGE_INTEGER start{};
+  ULONG count = 0;
+  stream->Seek(start, STREAM_SEEK_SET, nullptr);
+  stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &count);
+  bytes.resize(count);
+  return bytes;
 }
 
 }  // namespace zyn

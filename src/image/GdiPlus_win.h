@@ -10,8 +10,10 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "core/Dib.h"
+#include "image/AlphaPicture.h"
 #include "image/IndexedPicture.h"
 #include "platform/OutputFile_win.h"
 
@@ -37,6 +39,7 @@ class GdiPlus {
   /// Of pixels that stay where they are, and stay the caller's.
   Image imageOf(const PixelView& picture) const;
   Image imageOf(const IndexedPicture& picture) const;
+  Image imageOf(const AlphaPicture& picture) const;
   /// Of a file with any image. The file stays open as long as the image.
   Image imageFromFile(const wchar_t* fileName) const;
 
@@ -45,6 +48,9 @@ class GdiPlus {
 
   /// The same as JPEG, handing `quality` to the encoder as it is.
   void saveJpeg(const Image& image, OutputFile& file, int quality) const;
+
+  /// The bytes of a file with the image; throws where it cannot be made.
+  std::vector<std::uint8_t> encoded(const Image& image, const wchar_t* mimeType) const;
 
   /// Whether this system's encoder takes no notice of the quality of a JPEG file, as Wine's does:
   /// found out once per process by making a small picture in memory in two qualities.

@@ -41,9 +41,15 @@ void encodeGif(const PixelView& picture, OutputFile& file) {
   gdiPlus.save(gdiPlus.imageOf(indexed), L"image/gif", file);
 }
 
-void encodePng(const PixelView& picture, OutputFile& file) {
+template <class Picture>
+void encodePng(const Picture& picture, OutputFile& file) {
   const GdiPlus gdiPlus;
   gdiPlus.save(gdiPlus.imageOf(picture), L"image/png", file);
+}
+
+void encodeTiff(const PixelView& picture, OutputFile& file) {
+  const GdiPlus gdiPlus;
+  gdiPlus.save(gdiPlus.imageOf(picture), L"image/tiff", file);
 }
 
 /// `image` is of the picture, or of what takes its place.
@@ -111,6 +117,10 @@ void writePngFile(const PixelView& picture, const wchar_t* fileName) {
   exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file); });
 }
 
+void writePngFile(const AlphaPicture& picture, const wchar_t* fileName) {
+  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file); });
+}
+
 void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int quality) {
   exportTo(fileName, [&](OutputFile& file) {
     const GdiPlus gdiPlus;
@@ -123,7 +133,7 @@ void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const w
 }
 
 void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
-  exportVia(picture, temporary, fileName, encodePng);
+  exportVia(picture, temporary, fileName, encodePng<PixelView>);
 }
 
 void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
@@ -142,6 +152,22 @@ void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const 
     }
     encodeJpeg(gdiPlus, image, picture, file, quality);
   });
+}
+
+void writeImageFile(ImageFormat format, const PixelView& picture, const wchar_t* fileName,
+                    int quality) {
+  switch (format) {
+    case ImageFormat::kBmp:
+      return writeBitmapFile(picture, fileName);
+    case ImageFormat::kJpeg:
+      return writeJpegFile(picture, fileName, quality);
+    case ImageFormat::kGif:
+      return writeGifFile(picture, fileName);
+    case ImageFormat::kPng:
+      return writePngFile(picture, fileName);
+    case ImageFormat::kTiff:
+      return exportTo(fileName, [&](OutputFile& file) { encodeTiff(picture, file); });
+  }
 }
 
 }  // namespace zyn

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/Dib.h"
+#include "image/AlphaPicture.h"
+#include "image/ImageFormat.h"
 
 namespace zyn {
 
@@ -15,6 +17,9 @@ void writeGifFile(const PixelView& picture, const wchar_t* fileName);
 
 void writePngFile(const PixelView& picture, const wchar_t* fileName);
 
+/// PNG with transparency.
+void writePngFile(const AlphaPicture& picture, const wchar_t* fileName);
+
 /// JPEG. `quality` is handed to the encoder as it is; it expects 0 (smallest) to 100 (best).
 void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int quality);
 
@@ -24,5 +29,9 @@ void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const w
 void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName);
 void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
                       int quality);
+
+/// In any format; `quality` as above, for JPEG.
+void writeImageFile(ImageFormat format, const PixelView& picture, const wchar_t* fileName,
+                    int quality);
 
 }  // namespace zyn

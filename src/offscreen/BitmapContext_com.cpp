@@ -31,13 +31,11 @@ Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap) {
   return picture;
 }
 
-void requireContext(const OffscreenSurface* surface) {
-  if (surface && surface->whyEmpty()) {
-    throw *surface->whyEmpty();
-  }
-  if (!surface || !surface->hasContext()) {
+void requireSurface(const OffscreenSurface* surface) {
+  if (!surface) {
     throw Failure(E_UNEXPECTED, L"There is no picture yet to draw in");
   }
+  surface->requireContext();
 }
 
 }  // namespace zyn

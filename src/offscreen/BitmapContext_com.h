@@ -19,11 +19,12 @@
 #include "glcontext/PixelFormats_win.h"
 #include "image/ImageExport_win.h"
 #include "objects/text/ContextFonts_win.h"
+#include "output/OutputMembers_com.h"
 #include "platform/Failure_win.h"
-#include "platform/MessageBox_win.h"
 #include "platform/RunningScope_win.h"
 #include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
+#include "view/Colour3.h"
 
 namespace zyn {
 
@@ -37,14 +38,14 @@ std::optional<Colour4> backgroundColour(const std::vector<double>& numbers);
 /// A picture object that owns `bitmap` from now on. Throws when it cannot be made.
 Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap);
 
-/// Throws why the surface, which may be null, has no rendering context, if it has none.
-void requireContext(const OffscreenSurface* surface);
+/// Throws why there is nothing to draw on, if so; `surface` may be null.
+void requireSurface(const OffscreenSurface* surface);
 
 /// What the two classes that draw without a window have in common: the surface, the objects to
 /// draw, the fonts, and the members that both interfaces have. `Interface` is the newest of the
 /// class, `First` its default one. A class declares `kFontOwner` and `kIsFlat`.
 template <class Derived, class Interface, class First>
-class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
+class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Interface, First>>> {
  public:
   STDMETHODIMP CreateBitmap(BSTR Filename) noexcept final {
     return exportWith(
@@ -83,14 +84,6 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
     return automation(derived(), [&] { resolution_ = newVal; });
   }
 
-  STDMETHODIMP get_Silencieux(VARIANT_BOOL* pVal) noexcept final {
-    return automation(derived(), [&] { return giveFlag(pVal, isSilent_ || staysSilent()); });
-  }
-
-  STDMETHODIMP put_Silencieux(VARIANT_BOOL newVal) noexcept final {
-    return automation(derived(), [&] { isSilent_ = isOn(newVal); });
-  }
-
  protected:
   BitmapContext() : screenResolution_(screenResolution()), resolution_(screenResolution_) {}
   ~BitmapContext() = default;
@@ -107,7 +100,7 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
       }
       isLost_ = false;
       makeSurface(width, height);
-      tellFailure([&] { requireContext(surface_.get()); });
+      tellFailure([&] { requireSurface(surface_.get()); });
       return S_OK;
     });
   }
@@ -116,26 +109,14 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
   template <class Write>
   HRESULT exportWith(Write write) noexcept {
     return automation(derived(), [&] {
-      const RunningScope::Guard rendering(rendering_);
-      if (!rendering.isNested()) {
-        isLost_ = isLost_ || rendering.followsLost() || (surface_ && surface_->isDestroyed());
-        replaceLostSurface();
-      }
-      // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
-      // picture: there is none yet.
-      const std::shared_ptr<OffscreenSurface> surface = surface_;
-      if (!rendering.isNested() && surface && surface->hasContext()) {
-        if (drawList_.holdsNests() && drawList_.mayHoldText()) {
-          needFonts();  // groups may have got texts since they were added
+      withSurface([&](OffscreenSurface* surface, bool isNested) {
+        if (!isNested && surface && surface->hasContext()) {
+          drawPicture(*surface, std::nullopt);
         }
-        drawOn(*surface);
-      }
-      tellFailure([&] {
-        requireContext(surface.get());
-        if (rendering.isNested()) {
-          throw Failure(E_UNEXPECTED, L"The picture is being drawn");
-        }
-        write(*surface);
+        tellFailure([&] {
+          requirePicture(surface, isNested);
+          write(*surface);
+        });
       });
     });
   }
@@ -150,7 +131,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
   /// What objects are told, for a view that shows `viewHeight` from bottom to top.
   TextView textView(double viewHeight) const {
     const auto fonts = fonts_.lock();
-    return {fonts ? fonts->fonts() : nullptr, renderingContext_, viewHeight, pixelScale()};
+    return {fonts ? fonts->fonts() : nullptr, renderingContext_, viewHeight, pixelScale(),
+            isDark({background_[0], background_[1], background_[2]})};
   }
 
   /// How the list is drawn on the surface of now; the height of the view is not known yet.
@@ -173,9 +155,49 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
   virtual void setInitialState() = 0;
   /// Adds to the fonts of the rendering context, which is current.
   virtual void addLists(CGLFontContext&) {}
-  virtual void drawOn(OffscreenSurface& surface) = 0;
+  /// On a flat background in place of its own, if one is given.
+  virtual void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
+
+  /// Calls `work` with the surface, null if there is none, and whether a picture is being drawn.
+  template <class Work>
+  void withSurface(const Work& work) {
+    const RunningScope::Guard rendering(rendering_);
+    if (!rendering.isNested()) {
+      isLost_ = isLost_ || rendering.followsLost() || (surface_ && surface_->isDestroyed());
+      replaceLostSurface();
+    }
+    // An object that draws may replace the surface: the pass keeps its own. It may also ask for a
+    // picture: there is none yet.
+    const std::shared_ptr<OffscreenSurface> surface = surface_;
+    work(surface.get(), rendering.isNested());
+  }
+
+  void drawPicture(OffscreenSurface& surface, const std::optional<Float4>& flat) {
+    if (drawList_.holdsNests() && drawList_.mayHoldText()) {
+      needFonts();  // groups may have got texts since they were added
+    }
+    drawOn(surface, flat);
+  }
+
+  static void requirePicture(const OffscreenSurface* surface, bool isNested) {
+    requireSurface(surface);
+    if (isNested) {
+      throw Failure(E_UNEXPECTED, L"The picture is being drawn");
+    }
+  }
+
+  void withPicture(const std::function<void(const DrawPicture&)>& use) final {
+    withSurface([&](OffscreenSurface* surface, bool isNested) {
+      requirePicture(surface, isNested);
+      use([&](const std::optional<Float4>& flat) {
+        drawPicture(*surface, flat);
+        surface->requireContext();
+        return surface->picture()->view();
+      });
+    });
+  }
 
   /// Members for pictures succeed whatever happens. Hosts that ask for error information
   /// nevertheless find out why nothing was made; there is none where all went well.
@@ -208,8 +230,8 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
   }
 
   void makeSurface(std::int64_t width, std::int64_t height) {
-    const auto surface = std::make_shared<OffscreenSurface>(
-        [this](const std::wstring& text) { tellUser(text, isSilent_); });
+    const auto surface =
+        std::make_shared<OffscreenSurface>([this](const std::wstring& text) { this->tell(text); });
     surface_ = surface;
     surface->create(width, height, [this] { return prepareContext(); });
   }
@@ -240,7 +262,6 @@ class BitmapContext : public ComClass<Derived, Dual<Interface, First>> {
   std::weak_ptr<const ContextFonts> fonts_;  ///< none before there may be a text to draw
   RunningScope rendering_;
   bool isLost_ = false;
-  bool isSilent_ = false;
 };
 
 }  // namespace zyn

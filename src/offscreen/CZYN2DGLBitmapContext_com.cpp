@@ -82,7 +82,7 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
   return std::nullopt;
 }
 
-void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
+void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) {
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   TracePicture picture;
@@ -94,6 +94,7 @@ void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   picture.pixelScale = pixelScale();
   list.texts.viewHeight = picture.shown.view.height();
   surface.render([&](const Tile& tile) {
+    const AutoGLClearColor background(flat);
     picture.part = list.texts.part = tile.part();
     drawTraces(picture, [&] { drawList().draw2D(list); });
   });

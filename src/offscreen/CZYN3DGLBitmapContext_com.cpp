@@ -138,7 +138,7 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   return measureScene(drawList());
 }
 
-void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
+void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) {
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   const ClientSize size{static_cast<std::int32_t>(surface.width()),
@@ -147,13 +147,14 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface) {
   ScenePass pass;
   pass.camera = &*camera_;
   pass.lights = lights_;
-  if (gradientOn_) {
+  if (gradientOn_ && !flat) {
     pass.gradient = gradient_;
   }
   pass.pixelScale = pixelScale();
   list.texts.viewHeight = viewHeight();
   hand(itemTexts_, list.texts);
   surface.render([&](const Tile& tile) {
+    const AutoGLClearColor background(flat);
     pass.part = list.texts.part = tile.part();
     drawScene(pass, [&] { drawList().draw3D(list); });
   });

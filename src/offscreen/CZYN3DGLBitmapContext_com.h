@@ -54,7 +54,7 @@ class CZYN3DGLBitmapContext final
 
  private:
   void setInitialState() override;
-  void drawOn(OffscreenSurface& surface) override;
+  void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) override;
   double viewHeight() const { return camera_ ? camera_->height() : 0.0; }
   std::optional<Box3> boxToShow();
 

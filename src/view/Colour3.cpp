@@ -9,6 +9,10 @@ bool isColour(const Colour3& colour) {
                      [](float component) { return component >= 0.0F && component <= 1.0F; });
 }
 
+bool isDark(const Colour3& colour) {
+  return 0.299F * colour[0] + 0.587F * colour[1] + 0.114F * colour[2] < 0.5F;
+}
+
 std::optional<Colour3> gradientColour(float r, float g, float b) {
   const Colour3 colour = {r, g, b};
   const auto allWithin = [&colour](float limit) {

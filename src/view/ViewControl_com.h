@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,23 +10,29 @@
 #include "com/control/ControlClass_com.h"
 #include "com/properties_com.h"
 #include "glcontext/InitialState_gl.h"
+#include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/WindowContext_win.h"
-#include "platform/MessageBox_win.h"
+#include "output/OutputMembers_com.h"
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
+#include "view/ContainerPicture_win.h"
 #include "view/WindowMouse_win.h"
 
 namespace zyn {
+
+/// Draws on a surface that has been made for it: on the view's background or, where a colour is
+/// given, on that alone.
+using DrawOffscreen = std::function<void(const std::optional<Float4>& flat)>;
 
 /// What the two views have in common: the lists, how they smooth lines, picking and mouse switches,
 /// the rendering context, and the members that both interfaces have. `Interface` is the newest of
 /// the view, `First` its default one, `Mouse` the view's mouse logic, `Host` what that needs.
 template <class Derived, class Interface, class First, class Mouse, class Host>
-class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
+class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>>>,
                     protected Host,
                     private SceneWatcher {
-  using Base = ControlClass<Derived, Dual<Interface, First>>;
+  using Base = OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>>>;
 
  public:
   STDMETHODIMP RemoveAll() noexcept final {
@@ -158,14 +165,6 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
     });
   }
 
-  STDMETHODIMP get_Silencieux(VARIANT_BOOL* pVal) noexcept final {
-    return automation(derived(), [&] { return giveFlag(pVal, isSilent_ || staysSilent()); });
-  }
-
-  STDMETHODIMP put_Silencieux(VARIANT_BOOL newVal) noexcept final {
-    return automation(derived(), [&] { isSilent_ = isOn(newVal); });
-  }
-
   STDMETHODIMP get_hWnd(LONG* pVal) noexcept final {
     // Window handles have 32 significant bits; hosts extend them with their sign.
     return automation(derived(), [&] { return give(pVal, HandleToLong(this->window())); });
@@ -185,7 +184,7 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
             .lineSmooth = setup.smooth,
             .pointSmooth = setup.smooth,
             .multisample = windowMultisampleAvailable() ? std::optional(false) : std::nullopt},
-        context_(setup.failures, [this](const std::wstring& text) { tellUser(text, isSilent_); }) {}
+        context_(setup.failures, [this](const std::wstring& text) { this->tell(text); }) {}
   ~ViewControl() override = default;
 
   Float4 clearColour() const { return {background_[0], background_[1], background_[2], 0.0F}; }
@@ -254,6 +253,36 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
     }
   }
 
+  /// Makes the surface, and gives what draws on it what the view shows, at that size.
+  virtual DrawOffscreen preparePicture(OffscreenSurface& surface, SIZE size) = 0;
+
+  void drawInto(HDC dc, const RECT& bounds, SIZE pixels) final {
+    OffscreenSurface surface([](const std::wstring&) {});
+    preparePicture(surface, pictureSizeFor(pixels))({});
+    if (const SharedBitmap* picture = surface.picture()) {
+      stretchInto(dc, bounds, *picture);
+    }
+  }
+
+  void withPicture(const std::function<void(const DrawPicture&)>& use) final {
+    const SIZE size = this->clientSize();
+    if (!this->window() || size.cx <= 0 || size.cy <= 0) {
+      throw Failure(E_UNEXPECTED, L"The view has no window, or one without a pixel");
+    }
+    const PaintPause pause = this->pausePainting();
+    if (pause.isNested()) {
+      throw Failure(E_UNEXPECTED, L"The view is being drawn");
+    }
+    OffscreenSurface surface([](const std::wstring&) {});
+    const DrawOffscreen draw = preparePicture(surface, size);
+    use([&](const std::optional<Float4>& flat) {
+      surface.requireContext();
+      draw(flat);
+      surface.requireContext();
+      return surface.picture()->view();
+    });
+  }
+
   virtual Mouse& mouse() noexcept = 0;
 
   /// The smoothing of lines or points was switched: brings it to the rendering context.
@@ -262,7 +291,6 @@ class ViewControl : public ControlClass<Derived, Dual<Interface, First>>,
   Derived& derived() { return static_cast<Derived&>(*this); }
 
   bool redrawsItself_ = false;
-  bool isSilent_ = false;
   bool hasExtentChanged_ = false;
 
   HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {

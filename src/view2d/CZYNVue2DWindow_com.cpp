@@ -1,5 +1,4 @@
-#include "glcontext/OffscreenSurface_win.h"
-#include "view/ContainerPicture_win.h"
+#include "glcontext/StateGuards_gl.h"
 #include "view2d/CZYNVue2D_com.h"
 
 // The window of the 2D view, and its pictures for containers.
@@ -49,7 +48,9 @@ ScaledView CZYNVue2D::currentView() const {
 }
 
 TextView CZYNVue2D::textView(const ContextResources& resources) const {
-  return resources.fonts.view(view_.current().height());
+  TextView view = resources.fonts.view(view_.current().height());
+  view.isOnDark = isDark(background_);
+  return view;
 }
 
 ListPass CZYNVue2D::listPass(const std::shared_ptr<ContextResources>& resources) const {
@@ -84,9 +85,7 @@ void CZYNVue2D::paint(HDC) {
 
 bool CZYNVue2D::needsFonts() { return view_.hasGraph() || drawList_.mayHoldText(); }
 
-void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
-  const SIZE size = pictureSizeFor(pixels);
-  OffscreenSurface surface([](const std::wstring&) {});
+DrawOffscreen CZYNVue2D::preparePicture(OffscreenSurface& surface, SIZE size) {
   std::weak_ptr<const ContextResources> resources;
   surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
@@ -100,22 +99,22 @@ void CZYNVue2D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     resources = made;
     return made;
   });
-  ViewPass2D pass = currentPass();
-  CParamsVue2D& shown = pass.shown.view;
+  ViewPass2D prepared = currentPass();
+  CParamsVue2D& shown = prepared.shown.view;
   if (shown.showsAnything()) {
     shown.fit(shown.bounds(), clientSizeOf(size), 0.0F);
   }
-  surface.render([&](const Tile&) {
-    const auto kept = resources.lock();
-    pass.frame = kept ? kept->frame : nullptr;
-    const TextView texts = kept ? textView(*kept) : TextView();
-    drawView2D(
-        pass, [&] { drawList_.draw2D({.texts = texts}); }, [] {});
-    pass.frame.reset();
-  });
-  if (const SharedBitmap* picture = surface.picture()) {
-    stretchInto(dc, bounds, *picture);
-  }
+  return [this, &surface, resources, prepared](const auto& flat) {
+    surface.render([&](const Tile&) {
+      const AutoGLClearColor background(flat);
+      const auto kept = resources.lock();
+      ViewPass2D pass = prepared;
+      pass.frame = kept ? kept->frame : nullptr;
+      const TextView texts = kept ? textView(*kept) : TextView();
+      drawView2D(
+          pass, [&] { drawList_.draw2D({.texts = texts}); }, [] {});
+    });
+  };
 }
 
 }  // namespace zyn

@@ -93,7 +93,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   void windowCreated(HWND window, SIZE client) override;
   void windowResized(SIZE client) override;
   void paint(HDC dc) override;
-  void drawInto(HDC dc, const RECT& bounds, SIZE pixels) override;
+  DrawOffscreen preparePicture(OffscreenSurface& surface, SIZE size) override;
   std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   bool wantsKey(WPARAM key) const noexcept override;
   StockPointer* stockPointer() noexcept override { return &pointer_; }

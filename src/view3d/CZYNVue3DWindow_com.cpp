@@ -1,5 +1,4 @@
-#include "glcontext/OffscreenSurface_win.h"
-#include "view/ContainerPicture_win.h"
+#include "glcontext/StateGuards_gl.h"
 #include "view3d/CZYNVue3D_com.h"
 
 // The window of the 3D view, and its pictures for containers.
@@ -25,11 +24,17 @@ std::shared_ptr<void> CZYNVue3D::prepareContext() {
   return resources;
 }
 
+TextView CZYNVue3D::textView(const ContextFonts& fonts, double height) const {
+  TextView view = fonts.view(height);
+  view.isOnDark = !gradientOn_ && isDark(background_);  // a gradient begins white
+  return view;
+}
+
 ListPass CZYNVue3D::listPass(std::uint32_t overrideMode) const {
   ListPass pass{.overrideMode = overrideMode};
   const CParamsVue3D* camera = view_.camera();
   if (const auto resources = resources_.lock(); resources && camera) {
-    pass.texts = resources->fonts.view(camera->height());
+    pass.texts = textView(resources->fonts, camera->height());
     pass.lists = {resources, &resources->lists};
   }
   return pass;
@@ -73,10 +78,8 @@ void CZYNVue3D::paint(HDC) {
   });
 }
 
-void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
+DrawOffscreen CZYNVue3D::preparePicture(OffscreenSurface& surface, SIZE size) {
   followExtent();
-  const SIZE size = pictureSizeFor(pixels);
-  OffscreenSurface surface([](const std::wstring&) {});
   std::weak_ptr<const ContextFonts> fonts;
   surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
@@ -89,22 +92,25 @@ void CZYNVue3D::drawInto(HDC dc, const RECT& bounds, SIZE pixels) {
     fonts = made;
     return made;
   });
-  ViewPass3D pass = currentPass();
-  std::optional<CParamsVue3D> camera;
+  std::optional<CParamsVue3D> shown;
   if (view_.camera()) {
-    camera.emplace(*view_.camera());
-    camera->fitWindow(clientSizeOf(size));
-    pass.camera = &*camera;
+    shown.emplace(*view_.camera());
+    shown->fitWindow(clientSizeOf(size));
   }
-  surface.render([&](const Tile&) {
-    const auto kept = fonts.lock();
-    const TextView texts = kept && camera ? kept->view(camera->height()) : TextView();
-    drawView3D(
-        pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
-  });
-  if (const SharedBitmap* picture = surface.picture()) {
-    stretchInto(dc, bounds, *picture);
-  }
+  return [this, &surface, fonts, shown, pass = currentPass()](const auto& flat) mutable {
+    const auto& camera = shown;
+    pass.camera = camera ? &*camera : nullptr;
+    if (flat) {
+      pass.gradient.reset();
+    }
+    surface.render([&](const Tile&) {
+      const AutoGLClearColor background(flat);
+      const auto kept = fonts.lock();
+      const TextView texts = kept && camera ? textView(*kept, camera->height()) : TextView();
+      drawView3D(
+          pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
+    });
+  };
 }
 
 }  // namespace zyn

@@ -86,7 +86,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   void windowCreated(HWND window, SIZE client) override;
   void windowResized(SIZE client) override;
   void paint(HDC dc) override;
-  void drawInto(HDC dc, const RECT& bounds, SIZE pixels) override;
+  DrawOffscreen preparePicture(OffscreenSurface& surface, SIZE size) override;
   std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   // ViewControl
@@ -120,6 +120,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   std::shared_ptr<void> prepareContext();
   /// Fits the depth to objects that the view follows, where their bounds have changed since.
   void followExtent();
+  TextView textView(const ContextFonts& fonts, double height) const;
   ListPass listPass(std::uint32_t overrideMode = 0) const;
   ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,

@@ -178,9 +178,7 @@ class ScaleBarTest : public HostTest, public testing::WithParamInterface<DrawerC
     for (const auto& triangle : makeRectangle(0, kWidth, 0, kHeight, 0, kGreen)) {
       drawer_->add(triangle.Get());
     }
-    if (drawer_->view() && !GetParam().isPlane) {
-      require(drawer_->call(L"initView", {0.0}).code(), "initView");
-    }
+    drawer_->lookAtPlane();
   }
 
   /// Whether the row of the bar, from its lower edge, has a grey of this place; apart from the

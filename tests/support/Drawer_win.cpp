@@ -34,6 +34,11 @@ class View3DDrawer : public ViewDrawer<View3DHost> {
     // Inverted: on switches the gradient off.
     require(host_->put_GradientBackground(VARIANT_TRUE), "GradientBackground");
   }
+
+  void lookAtPlane() override {
+    require(host_->initView(0), "initView");
+    require(host_->VueXYp(0), "VueXYp");
+  }
 };
 
 class View2DDrawer : public ViewDrawer<View2DHost> {

@@ -26,6 +26,9 @@ class Drawer {
   /// The view; null for a bitmap context.
   virtual ViewHost* view() { return nullptr; }
 
+  /// Looks at the whole scene along the z axis.
+  virtual void lookAtPlane() {}
+
   void add(IDispatch* object) { require(call(L"Add", {object, 0L}).code(), "Add"); }
   CallResult call(const wchar_t* name, const std::vector<_variant_t>& arguments = {}) {
     return callMethod(dispatch(), name, arguments);

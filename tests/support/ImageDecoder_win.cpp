@@ -12,6 +12,7 @@ std::wstring formatName(const GUID& container) {
   if (container == GUID_ContainerFormatJpeg) return L"jpeg";
   if (container == GUID_ContainerFormatGif) return L"gif";
   if (container == GUID_ContainerFormatBmp) return L"bmp";
+  if (container == GUID_ContainerFormatTiff) return L"tiff";
   return L"unknown";
 }
 
@@ -24,7 +25,7 @@ ComPtr<IWICBitmapSource> asBgra(IWICImagingFactory* factory, IWICBitmapFrameDeco
   return converter;
 }
 
-Image copyPixels(IWICBitmapSource* source) {
+DecodedImage copyPixels(const std::wstring& format, IWICBitmapSource* source) {
   UINT width = 0;
   UINT height = 0;
   require(source->GetSize(&width, &height), "GetSize");
@@ -32,14 +33,16 @@ Image copyPixels(IWICBitmapSource* source) {
   std::vector<BYTE> pixels(static_cast<size_t>(stride) * height);
   require(source->CopyPixels(nullptr, stride, static_cast<UINT>(pixels.size()), pixels.data()),
           "CopyPixels");
-  Image image(static_cast<int>(width), static_cast<int>(height));
+  const Image empty(static_cast<int>(width), static_cast<int>(height));
+  DecodedImage decoded{format, empty, empty};
   for (UINT y = 0; y < height; ++y) {
     const BYTE* pixel = pixels.data() + static_cast<size_t>(stride) * y;
     for (UINT x = 0; x < width; ++x, pixel += 4) {
-      image.at(static_cast<int>(x), static_cast<int>(y)) = {pixel[2], pixel[1], pixel[0]};
+      decoded.image.at(static_cast<int>(x), static_cast<int>(y)) = {pixel[2], pixel[1], pixel[0]};
+      decoded.alpha.at(static_cast<int>(x), static_cast<int>(y)) = {pixel[3], pixel[3], pixel[3]};
     }
   }
-  return image;
+  return decoded;
 }
 
 }  // namespace
@@ -58,7 +61,7 @@ DecodedImage decodeImageFile(const std::filesystem::path& path) {
   require(decoder->GetContainerFormat(&container), "GetContainerFormat");
   ComPtr<IWICBitmapFrameDecode> frame;
   require(decoder->GetFrame(0, &frame), "GetFrame");
-  return {formatName(container), copyPixels(asBgra(factory.Get(), frame.Get()).Get())};
+  return copyPixels(formatName(container), asBgra(factory.Get(), frame.Get()).Get());
 }
 
 }  // namespace zyn::test

@@ -8,8 +8,9 @@
 namespace zyn::test {
 
 struct DecodedImage {
-  std::wstring format;  ///< "png", "jpeg", "gif" or "bmp", by content and not by name
+  std::wstring format;  ///< "png", "jpeg", "gif", "bmp" or "tiff", by content and not by name
   Image image;
+  Image alpha;  ///< opacity in each component
 };
 
 /// Reads any image file with the system's own decoders (Windows Imaging Component).

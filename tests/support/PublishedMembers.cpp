@@ -373,14 +373,23 @@ PublishedMembers profile() {
               "out IDispatch** V, out IDispatch** A)");
 }
 
+PublishedMembers& addOutput(PublishedMembers& members) {
+  return members.method(170, "Exporter(BSTR Fichier)")
+      .getput(171, "QualiteJPEG", "long")
+      .getput(172, "FondTransparent", "VARIANT_BOOL")
+      .method(173, "Copier()");
+}
+
 PublishedMembers furtherOfView(const char* name) {
-  return PublishedMembers(name, 4)
-      .getput(100, "RedessinAuto", "VARIANT_BOOL")
-      .getput(101, "Silencieux", "VARIANT_BOOL");
+  PublishedMembers members(name, 10);
+  members.getput(100, "RedessinAuto", "VARIANT_BOOL").getput(101, "Silencieux", "VARIANT_BOOL");
+  return addOutput(members);
 }
 
 PublishedMembers furtherOfContext(const char* name) {
-  return PublishedMembers(name, 2).getput(101, "Silencieux", "VARIANT_BOOL");
+  PublishedMembers members(name, 8);
+  members.getput(101, "Silencieux", "VARIANT_BOOL");
+  return addOutput(members);
 }
 
 }  // namespace

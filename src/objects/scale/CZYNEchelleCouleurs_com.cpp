@@ -184,7 +184,8 @@ HRESULT CZYNEchelleCouleurs::draw(int mode, double opacity) noexcept {
   return automation(*this, [&] {
     if (mode >= 0 && wglGetCurrentContext() && isRendering()) {
       const auto fonts = fontsToDrawWith(view_);
-      drawScaleBar(bar_, shared_.scale(), fonts.get(), view_.part, view_.pixelScale, opacity);
+      drawScaleBar(bar_, shared_.scale(), fonts.get(),
+                   {view_.part, view_.pixelScale, view_.isOnDark, opacity});
     }
   });
 }

@@ -157,11 +157,12 @@ class Layout {
       return;
     }
     const TextBox box = measure(bar_.title, metrics_.text);
+    // Labels of an upright bar reach beyond its ends by half their height.
+    const double end = metrics_.digits.height() * made_.emHeight / 2;
     const double gap = 2 * kGap * scale_;
     const BarBox& bar = made_.bar;
-    const bool isLyingFlipped = !bar_.isUpright() && isFlipped_;
-    const double above = bar.top + gap + (isLyingFlipped ? labelRoom_ : 0);
-    const double below = bar.bottom - gap - (bar_.isUpright() || isFlipped_ ? 0 : labelRoom_);
+    const double above = bar.top + gap + (bar_.isUpright() ? end : isFlipped_ ? labelRoom_ : 0);
+    const double below = bar.bottom - gap - (bar_.isUpright() ? end : isFlipped_ ? 0 : labelRoom_);
     const bool isAbove = above + box.height() <= picture_.y || below - box.height() < 0;
     addText(bar_.title, box, {(bar.left + bar.right) / 2, isAbove ? above : below},
             isAbove ? 5 : 7);

@@ -11,9 +11,9 @@ namespace zyn {
 
 namespace {
 
-constexpr double kInk = 0.1;
-constexpr double kPaper = 1.0;
-constexpr double kPaperOpacity = 0.6;
+constexpr double kDark = 0.1;
+constexpr double kLight = 0.95;
+constexpr double kHaloOpacity = 0.6;
 constexpr double kGlyphLineWidth = 0.1;
 
 /// What is drawn without OpenGL's lighting, textures, fog and tests, in front.
@@ -44,6 +44,8 @@ PlanePoint pictureSize(const PicturePart& part) {
   glGetDoublev(GL_VIEWPORT, viewport.data());
   return {viewport[2] / (part.right - part.left), viewport[3] / (part.top - part.bottom)};
 }
+
+void setGrey(double level, double opacity) { glColor4d(level, level, level, opacity); }
 
 void drawBox(const BarBox& box, double grow = 0.0) {
   glRectd(box.left - grow, box.bottom - grow, box.right + grow, box.top + grow);
@@ -101,19 +103,19 @@ void drawHalo(const BarLayout& layout, const CGLFontContext* fonts) {
 }  // namespace
 
 void drawScaleBar(const ScaleBar& bar, const ColourScale& scale, const CGLFontContext* fonts,
-                  const PicturePart& part, double pixelScale, double opacity) {
-  const PlanePoint picture = pictureSize(part);
+                  const BarView& view) {
+  const PlanePoint picture = pictureSize(view.part);
   const BarLayout layout =
-      layOutBar(bar, scale, picture, pixelScale, fonts ? fonts->metrics() : FontMetrics());
+      layOutBar(bar, scale, picture, view.pixelScale, fonts ? fonts->metrics() : FontMetrics());
   const FrontState state;
   const PushedMatrix projection(GL_PROJECTION);
-  loadOrthographic({0, 0, picture.x, picture.y, -1, 1}, part);
+  loadOrthographic({0, 0, picture.x, picture.y, -1, 1}, view.part);
   const PushedMatrix modelView(GL_MODELVIEW);
   glLoadIdentity();
-  glColor4d(kPaper, kPaper, kPaper, kPaperOpacity * opacity);
+  setGrey(view.isOnDark ? kDark : kLight, kHaloOpacity * view.opacity);
   drawHalo(layout, fonts);
-  drawColours(layout.bar, scale, bar.isUpright(), opacity);
-  glColor4d(kInk, kInk, kInk, opacity);
+  drawColours(layout.bar, scale, bar.isUpright(), view.opacity);
+  setGrey(view.isOnDark ? kLight : kDark, view.opacity);
   drawFrame(layout.bar, layout.lineWidth);
   for (const BarBox& tick : layout.ticks) {
     drawBox(tick);

@@ -20,7 +20,7 @@ class ScaleBarPainterTest : public GlTest {
   }
   ~ScaleBarPainterTest() override { fonts.release(); }
 
-  void draw(double opacity = 1) { drawScaleBar(bar, scale, &fonts, {}, 1, opacity); }
+  void draw(double opacity = 1) { drawScaleBar(bar, scale, &fonts, {.opacity = opacity}); }
 
   ScaleBar bar;
   ColourScale scale;
@@ -40,6 +40,11 @@ TEST_F(ScaleBarPainterTest, ShowsTheScaleInItsFrame) {
   EXPECT_EQ(image.at(27, 32), (Rgb{26, 26, 26}));
   EXPECT_EQ(image.at(36, 32), (Rgb{26, 26, 26}));
   EXPECT_EQ(image.at(20, 32), kBackground);
+}
+
+TEST_F(ScaleBarPainterTest, ItsFrameIsLightOnDark) {
+  drawScaleBar(bar, scale, &fonts, {.isOnDark = true});
+  EXPECT_EQ(context.read().at(27, 32), (Rgb{242, 242, 242}));
 }
 
 TEST_F(ScaleBarPainterTest, BandsEndBetweenPixels) {
@@ -67,7 +72,7 @@ TEST_F(ScaleBarPainterTest, APartIsThatOfTheWhole) {
   const Image whole = context.read();
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glViewport(0, 0, kSide / 2, kSide);
-  drawScaleBar(bar, scale, &fonts, {0.5, 1, 0, 1}, 1, 1);
+  drawScaleBar(bar, scale, &fonts, {.part = {0.5, 1, 0, 1}});
   const Image right = context.read();
   for (int x = 0; x < kSide / 2; ++x) {
     for (int y = 0; y < kSide; ++y) {
