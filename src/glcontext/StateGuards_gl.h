@@ -154,6 +154,18 @@ class AutoGLPointSize : CountedGuard {
   GLfloat saved_;
 };
 
+/// Gives the current normal back at the end of its scope.
+class CurrentNormal : CountedGuard {
+ public:
+  CurrentNormal() { glGetFloatv(GL_CURRENT_NORMAL, saved_); }
+  ~CurrentNormal() { glNormal3fv(saved_); }
+  CurrentNormal(const CurrentNormal&) = delete;
+  CurrentNormal& operator=(const CurrentNormal&) = delete;
+
+ private:
+  GLfloat saved_[3] = {0, 0, 1};
+};
+
 /// Groups of the server's state, given back at the end of the scope.
 class PushedAttributes : CountedGuard {
  public:

@@ -7,6 +7,7 @@
 #include "module/resource.h"
 #include "objects/dimension/CZYNGLCote_com.h"
 #include "objects/group/CZYNGroupe_com.h"
+#include "objects/mesh/CZYNGLMaillage_com.h"
 #include "objects/picture/CZYNGLBitmap_com.h"
 #include "objects/scale/CZYNEchelleCouleurs_com.h"
 #include "objects/text/CZYNGLTexte_com.h"
@@ -32,6 +33,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNGLCote, createInstance<CZYNGLCote>, IDR_ZYNGLCOTE},
     {&CLSID_ZYNEchelleCouleurs, createInstance<CZYNEchelleCouleurs>, IDR_ZYNECHELLECOULEURS},
     {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
+    {&CLSID_ZYNGLMaillage, createInstance<CZYNGLMaillage>, IDR_ZYNGLMAILLAGE},
 };
 
 }  // namespace

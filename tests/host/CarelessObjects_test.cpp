@@ -24,7 +24,8 @@ class CarelessObjects : public HostTest, protected EveryContainer {
     std::vector<ComPtr<IDispatch>> targets = {view3D_.get(), view2D_.get(), scene_.get(),
                                               graph_.get()};
     for (const wchar_t* progId :
-         {kTriangleProgId, kTextProgId, kSpriteProgId, kCoteProgId, L"ZYNModeleGeom.Polyligne"}) {
+         {kTriangleProgId, kTextProgId, kSpriteProgId, kCoteProgId, kScaleProgId, kMeshProgId,
+          L"ZYNModeleGeom.Polyligne"}) {
       targets.push_back(createObject<IDispatch>(progId));
     }
     for (const auto& target : targets) {

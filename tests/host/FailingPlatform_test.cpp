@@ -80,6 +80,12 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
     group->put_Opacite(0.5);
     return group;
   });
+  addMade(objects, [] {
+    const auto mesh = makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2});
+    mesh->setValeurs(doubleArray({0, 1, 2}));
+    mesh->put_StyleRendu(2);
+    return mesh;
+  });
   return objects;
 }
 

@@ -139,6 +139,14 @@ ComPtr<IDispatch> makeGroup() {
   return outer;
 }
 
+ComPtr<IDispatch> makeSomeMesh() {
+  const auto mesh = makeMesh({0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0}, {0, 1, 2, 0, 2, 3});
+  mesh->put_StyleRendu(2);
+  mesh->setValeurs(doubleArray({0, 1, 2, 3}));
+  mesh->put_EchelleCouleurs(makeScale().Get());
+  return mesh;
+}
+
 struct SceneClass {
   const char* name;
   ComPtr<IDispatch> (*make)();
@@ -160,7 +168,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, SceneObjectLeaks,
     testing::Values(SceneClass{"Triangle", makeSomeTriangle}, SceneClass{"Texte", makeText},
                     SceneClass{"Bitmap", makeSprite}, SceneClass{"Polyligne", makeTrace},
-                    SceneClass{"EchelleCouleurs", makeScale}, SceneClass{"Groupe", makeGroup}),
+                    SceneClass{"EchelleCouleurs", makeScale}, SceneClass{"Groupe", makeGroup},
+                    SceneClass{"Maillage", makeSomeMesh}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- classes that are not drawn by views ---------------------------------------------------------

@@ -88,6 +88,7 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
           createObject<IDispatch>(kSpriteProgId),
           createObject<IDispatch>(kCoteProgId),
           createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
+          makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}),
           foreign};
 }
 

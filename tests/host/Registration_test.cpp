@@ -26,6 +26,7 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYNGLCote, L"ZYNGLCote", 0},
     {&CLSID_ZYNEchelleCouleurs, L"ZYNEchelleCouleurs", 0},
     {&CLSID_ZYNGroupe, L"ZYNGroupe", 0},
+    {&CLSID_ZYNGLMaillage, L"ZYNGLMaillage", 0},
 };
 
 const std::pair<IID, std::wstring> kInterfaces[] = {
@@ -42,6 +43,7 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYNGLCote), L"IZYNGLCote"},
     {__uuidof(IZYNEchelleCouleurs), L"IZYNEchelleCouleurs"},
     {__uuidof(IZYNGroupe), L"IZYNGroupe"},
+    {__uuidof(IZYNGLMaillage), L"IZYNGLMaillage"},
 };
 
 constexpr const wchar_t* kDefault = L"(default)";

@@ -40,6 +40,7 @@ Expected expectZYNVue() {
            {"IZYNGLCote", __uuidof(IZYNGLCote)},
            {"IZYNEchelleCouleurs", __uuidof(IZYNEchelleCouleurs)},
            {"IZYNGroupe", __uuidof(IZYNGroupe)},
+           {"IZYNGLMaillage", __uuidof(IZYNGLMaillage)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
            {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
            {"IZYNVue3D2", __uuidof(IZYNVue3D2)},
@@ -58,7 +59,8 @@ Expected expectZYNVue() {
            {"ZYNVue2DChild", __uuidof(ZYNVue2DChild)},
            {"ZYNGLCote", __uuidof(ZYNGLCote)},
            {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)},
-           {"ZYNGroupe", __uuidof(ZYNGroupe)}},
+           {"ZYNGroupe", __uuidof(ZYNGroupe)},
+           {"ZYNGLMaillage", __uuidof(ZYNGLMaillage)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
            {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
@@ -69,7 +71,8 @@ Expected expectZYNVue() {
            {"ZYNVue2DChild", {"default IZYNVue2DChild"}},
            {"ZYNGLCote", {"default IZYNGLCote"}},
            {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}},
-           {"ZYNGroupe", {"default IZYNGroupe"}}}};
+           {"ZYNGroupe", {"default IZYNGroupe"}},
+           {"ZYNGLMaillage", {"default IZYNGLMaillage"}}}};
 }
 
 Expected expectZYNModeleGeom() {

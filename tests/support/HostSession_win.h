@@ -23,6 +23,7 @@ inline constexpr const wchar_t* kTriangleProgId = L"ZYNVue.ZYNGLTriangle";
 inline constexpr const wchar_t* kTextProgId = L"ZYNVue.ZYNGLTexte";
 inline constexpr const wchar_t* kSpriteProgId = L"ZYNVue.ZYNGLBitmap";
 inline constexpr const wchar_t* kCoteProgId = L"ZYNVue.ZYNGLCote";
+inline constexpr const wchar_t* kMeshProgId = L"ZYNVue.ZYNGLMaillage";
 inline constexpr const wchar_t* kScaleProgId = L"ZYNVue.ZYNEchelleCouleurs";
 inline constexpr const wchar_t* kGroupProgId = L"ZYNVue.ZYNGroupe";
 inline constexpr const wchar_t* kContextProgId = L"ZYNVue.ZYN3dGLBitmapContext";

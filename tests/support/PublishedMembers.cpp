@@ -373,6 +373,45 @@ PublishedMembers profile() {
               "out IDispatch** V, out IDispatch** A)");
 }
 
+PublishedMembers mesh() {
+  return PublishedMembers("IZYNGLMaillage", 40)
+      .method(1, "setSommets(VARIANT XYZ)")
+      .method(2, "setFaces(VARIANT Indices)")
+      .method(3, "setPolygones(VARIANT Comptes, VARIANT Indices)")
+      .method(4, "setNormales(VARIANT XYZ)")
+      .getput(5, "AngleLissage", "double")
+      .method(6, "setColor(double r, double g, double b, double alpha)")
+      .method(7,
+              "setMaterial(double r, double g, double b, double alpha, double Ambiant, "
+              "double Diffuse, double Specular, double Shininess, double Emissive)")
+      .method(8, "setCouleursSommets(VARIANT RGBA)")
+      .method(9, "setCouleursFaces(VARIANT RGBA)")
+      .method(10, "setValeurs(VARIANT Valeurs)")
+      .getput(11, "EchelleCouleurs", "IDispatch*")
+      .putref(11, "EchelleCouleurs", "IDispatch*")
+      .method(12, "setNomsFaces(VARIANT Noms)")
+      .getput(13, "NomSelection", "long")
+      .method(14, "setSommetsPartie(long Premier, VARIANT XYZ)")
+      .getput(15, "DeuxFaces", "VARIANT_BOOL")
+      .get(16, "NbSommets", "long")
+      .get(17, "NbFaces", "long")
+      .method(18, "getSommets() -> VARIANT XYZ")
+      .method(19, "getFaces() -> VARIANT Indices")
+      .method(20, "getPolygones() -> VARIANT CompteEtIndices")
+      .method(21, "getNormales() -> VARIANT XYZ")
+      .method(22, "getNomsFaces() -> VARIANT Noms")
+      .method(23, "NomGroupe(long Face) -> BSTR Nom")
+      .get(24, "Aire", "double")
+      .get(25, "Volume", "double")
+      .get(26, "EstFerme", "VARIANT_BOOL")
+      .get(27, "Boite", "VARIANT")
+      .method(28, "Copie() -> IDispatch* Maillage")
+      .getput(31, "StyleRendu", "long")
+      .getput(32, "AngleAretes", "double")
+      .method(33, "setCouleurAretes(double r, double g, double b, double alpha)")
+      .getput(34, "EpaisseurAretes", "double");
+}
+
 PublishedMembers& addOutput(PublishedMembers& members) {
   return members.method(170, "Exporter(BSTR Fichier)")
       .getput(171, "QualiteJPEG", "long")
@@ -406,6 +445,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           dimension(),
           colourScale(),
           group(),
+          mesh(),
           furtherOfView("IZYNVue3D2"),
           furtherOfView("IZYNVue2D2"),
           furtherOfContext("IZYN2DGLBitmapContext2"),

@@ -35,6 +35,14 @@ ComPtr<IZYNGLTriangle> makeFlatTriangle(const Vec& a, const Vec& b, const Vec& c
   return triangle;
 }
 
+ComPtr<IZYNGLMaillage> makeMesh(const std::vector<double>& points,
+                                const std::vector<double>& faces) {
+  auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+  require(mesh->setSommets(doubleArray(points)), "setSommets");
+  require(mesh->setFaces(numberArray(VT_I4, faces)), "setFaces");
+  return mesh;
+}
+
 std::array<ComPtr<IZYNGLTriangle>, 2> makeRectangle(double xMin, double xMax, double yMin,
                                                     double yMax, double z, const Rgb& colour,
                                                     double alpha) {

@@ -31,6 +31,10 @@ void setFlatColour(IZYNGLTriangle* triangle, const Rgb& colour, double alpha = 1
 ComPtr<IZYNGLTriangle> makeFlatTriangle(const Vec& a, const Vec& b, const Vec& c, const Rgb& colour,
                                         double alpha = 1.0);
 
+/// A mesh of triangles: x, y, z of each point, the numbers of three points for each face.
+ComPtr<IZYNGLMaillage> makeMesh(const std::vector<double>& points,
+                                const std::vector<double>& faces);
+
 /// The two triangles of a rectangle parallel to the XY plane, facing +Z.
 std::array<ComPtr<IZYNGLTriangle>, 2> makeRectangle(double xMin, double xMax, double yMin,
                                                     double yMax, double z, const Rgb& colour,

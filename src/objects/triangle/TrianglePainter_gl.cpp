@@ -8,18 +8,6 @@ namespace {
 
 constexpr int kOutline = 1;
 
-/// Gives the current normal back at the end of its scope.
-class CurrentNormal {
- public:
-  CurrentNormal() { glGetFloatv(GL_CURRENT_NORMAL, saved_); }
-  ~CurrentNormal() { glNormal3fv(saved_); }
-  CurrentNormal(const CurrentNormal&) = delete;
-  CurrentNormal& operator=(const CurrentNormal&) = delete;
-
- private:
-  GLfloat saved_[3] = {0, 0, 1};
-};
-
 void drawOutline3D(const TriangleShape& shape) {
   glBegin(GL_LINE_LOOP);
   for (const Point& vertex : shape.vertices) {

@@ -1,0 +1,101 @@
+#include "objects/mesh/VertexArrays_gl.h"
+
+#include <cstdlib>
+
+#include "glcontext/StateQuery_gl.h"
+
+namespace zyn {
+
+namespace {
+
+/// Of OpenGL 1.5 and 3.0: where arrays are not read from the memory of the caller.
+constexpr GLenum kArrayBufferBinding = 0x8894;
+constexpr GLenum kElementArrayBufferBinding = 0x8895;
+constexpr GLenum kVertexArrayBinding = 0x85B5;
+
+/// Whether pointers to our memory are taken as such: objects of others may have left buffers bound.
+bool takesPointers() {
+  const auto* const version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
+  const double number = version ? std::strtod(version, nullptr) : 0;
+  if (number >= 1.5 &&
+      (integerState(kArrayBufferBinding) != 0 || integerState(kElementArrayBufferBinding) != 0)) {
+    return false;
+  }
+  return number < 3 || integerState(kVertexArrayBinding) == 0;
+}
+
+/// Arrays of ours are the only ones for a scope.
+class OwnArrays {
+ public:
+  OwnArrays() {
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    for (const GLenum array : {GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_INDEX_ARRAY,
+                               GL_TEXTURE_COORD_ARRAY, GL_EDGE_FLAG_ARRAY}) {
+      glDisableClientState(array);
+    }
+    glEnableClientState(GL_VERTEX_ARRAY);
+  }
+  ~OwnArrays() { glPopClientAttrib(); }
+  OwnArrays(const OwnArrays&) = delete;
+  OwnArrays& operator=(const OwnArrays&) = delete;
+};
+
+}  // namespace
+
+void VertexArrays::clear() {
+  positions.clear();
+  normals.clear();
+  colours.clear();
+  coordinates.clear();
+  indices.clear();
+}
+
+void VertexArrays::draw(GLenum mode) const {
+  if (positions.empty()) {
+    return;
+  }
+  if (!takesPointers()) {
+    drawByCalls(mode);
+    return;
+  }
+  const OwnArrays scope;
+  glVertexPointer(3, GL_FLOAT, 0, positions.data());
+  if (!normals.empty()) {
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glNormalPointer(GL_FLOAT, 0, normals.data());
+  }
+  if (!colours.empty()) {
+    glEnableClientState(GL_COLOR_ARRAY);
+    glColorPointer(4, GL_FLOAT, 0, colours.data());
+  }
+  if (!coordinates.empty()) {
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(1, GL_FLOAT, 0, coordinates.data());
+  }
+  if (indices.empty()) {
+    glDrawArrays(mode, 0, static_cast<GLsizei>(positions.size()));
+  } else {
+    glDrawElements(mode, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT, indices.data());
+  }
+}
+
+void VertexArrays::drawByCalls(GLenum mode) const {
+  glBegin(mode);
+  const std::size_t count = indices.empty() ? positions.size() : indices.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t vertex = indices.empty() ? i : indices[i];
+    if (!normals.empty()) {
+      glNormal3fv(normals[vertex].data());
+    }
+    if (!colours.empty()) {
+      glColor4fv(colours[vertex].data());
+    }
+    if (!coordinates.empty()) {
+      glTexCoord1f(coordinates[vertex]);
+    }
+    glVertex3fv(positions[vertex].data());
+  }
+  glEnd();
+}
+
+}  // namespace zyn

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "glcontext/gl_api.h"
+
+namespace zyn {
+
+/// Vertices for OpenGL, each with as many of the properties as are filled in.
+struct VertexArrays {
+  std::vector<std::array<GLfloat, 3>> positions;
+  std::vector<std::array<GLfloat, 3>> normals;
+  std::vector<std::array<GLfloat, 4>> colours;
+  std::vector<GLfloat> coordinates;  ///< of a texture with one dimension
+  std::vector<GLuint> indices;       ///< which of them follow each other; empty: all, as they stand
+
+  void clear();
+
+  /// Gives them to OpenGL, at once or into the display list that is being compiled. The current
+  /// normal, colour and texture coordinate are undefined afterwards.
+  void draw(GLenum mode) const;
+
+ private:
+  void drawByCalls(GLenum mode) const;
+};
+
+}  // namespace zyn
