@@ -19,7 +19,7 @@ add_library(zyn_gl OBJECT ${gl_sources})
 target_link_libraries(zyn_gl PUBLIC zyn_logic)
 
 file(GLOB_RECURSE all_tests CONFIGURE_DEPENDS tests/*_test.cpp)
-list(FILTER all_tests EXCLUDE REGEX "/tests/(host|host_[a-z0-9]+|fuzz|package|soak)/|_win_test\\.cpp$")
+list(FILTER all_tests EXCLUDE REGEX "/tests/(assimp|host|host_[a-z0-9]+|fuzz|package|soak)/|_win_test\\.cpp$")
 set(gl_tests ${all_tests})
 list(FILTER gl_tests INCLUDE REGEX "_gl_test\\.cpp$")
 set(logic_tests ${all_tests})
@@ -42,6 +42,14 @@ target_precompile_headers(zyn_gl_tests REUSE_FROM zyn_logic_tests)
 add_test(NAME gl COMMAND zyn_gl_tests)
 set_tests_properties(gl PROPERTIES ENVIRONMENT
   "EGL_PLATFORM=surfaceless;LIBGL_ALWAYS_SOFTWARE=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
+
+# What assimp reads of its own test models, beside what we read.
+add_executable(zyn_assimp_tests tests/assimp/AssimpModels_test.cpp)
+target_link_libraries(zyn_assimp_tests PRIVATE zyn_logic zyn_gtest Threads::Threads assimp)
+target_precompile_headers(zyn_assimp_tests REUSE_FROM zyn_logic_tests)
+add_test(NAME assimp COMMAND zyn_assimp_tests)
+set_tests_properties(assimp PROPERTIES ENVIRONMENT
+  "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
 
 # Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs on top of those that are
 # kept in tests/fuzz/corpus (tools/fuzz.sh). -seed_inputs reads them and adds none.
@@ -71,12 +79,12 @@ foreach(source IN LISTS ZYN_THIRD_PARTY_SOURCES logic_sources host_sources)
   list(APPEND fuzz_objects ${object})
 endforeach()
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
-file(GLOB fuzz_headers CONFIGURE_DEPENDS tests/fuzz/*.h)
+file(GLOB fuzz_headers CONFIGURE_DEPENDS tests/fuzz/*.h tests/support/*Bytes.h)
 foreach(fuzzer IN LISTS fuzzers)
   get_filename_component(name ${fuzzer} NAME_WE)
   set(program ${CMAKE_BINARY_DIR}/bin/${name})
   add_custom_command(OUTPUT ${program}
-    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -fsanitize=fuzzer ${fuzzer} ${fuzz_objects} -o ${program}
+    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -I${CMAKE_SOURCE_DIR}/tests -fsanitize=fuzzer ${fuzzer} ${fuzz_objects} -o ${program}
     DEPENDS ${fuzzer} ${fuzz_headers} ${fuzz_objects} VERBATIM)
   add_custom_target(${name} ALL DEPENDS ${program})
   file(GLOB corpus CONFIGURE_DEPENDS tests/fuzz/corpus/${name}/*)

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -25,12 +26,19 @@ std::uint32_t facetCount(std::string_view bytes) {
 
 std::uint64_t neededSize(std::uint64_t count) { return kHeaderSize + kFacetSize * count; }
 
-float coordinate(std::string_view bytes, std::size_t at) {
-  const auto value = loadNumber<float, std::endian::little>(bytes.data() + at);
-  if (!std::isfinite(value)) {
-    failAtByte(at, "a coordinate is not finite");
+/// About how many points so many facets have: in a closed surface two meet in each, nearly.
+std::size_t pointsOf(std::size_t facets) { return facets / 2 + 2; }
+
+PointWelder::Point vertex(std::string_view bytes, std::size_t at) {
+  PointWelder::Point point{};
+  for (double& coordinate : point) {
+    coordinate = loadNumber<float, std::endian::little>(bytes.data() + at);
+    if (!std::isfinite(coordinate)) {
+      failAtByte(at, "a coordinate is not finite");
+    }
+    at += sizeof(float);
   }
-  return value;
+  return point;
 }
 
 void expect(TextScanner& scanner, std::string_view keyword) {
@@ -55,8 +63,7 @@ void readFacet(TextScanner& scanner, PointWelder& welder, Mesh& mesh) {
   std::array<std::uint32_t, 3> corners{};
   for (std::uint32_t& corner : corners) {
     expect(scanner, "vertex");
-    const auto [x, y, z] = scanner.position("vertex");
-    corner = welder.number(x, y, z);
+    corner = welder.number(scanner.position("vertex"));
   }
   expect(scanner, "endloop");
   expect(scanner, "endfacet");
@@ -84,19 +91,18 @@ Mesh readBinaryStl(std::string_view bytes, const Progress& progress) {
   }
   Mesh mesh;
   mesh.corners.resize(std::size_t{3} * count);
-  PointWelder welder(mesh.points, count);
+  PointWelder welder(mesh.points, pointsOf(count));
   ProgressMeter meter(progress, count);
-  std::uint32_t* corner = mesh.corners.data();
-  std::size_t at = kHeaderSize;
-  for (std::uint32_t facet = 0; facet < count; ++facet, at += kFacetSize) {
-    for (std::size_t i = 0; i < 3; ++i) {
-      const std::size_t vertex = at + kNormalSize + 12 * i;
-      const float x = coordinate(bytes, vertex);
-      const float y = coordinate(bytes, vertex + 4);
-      const float z = coordinate(bytes, vertex + 8);
-      *corner++ = welder.number(x, y, z);
+  constexpr std::size_t kFacets = PointWelder::kBatch / 3;
+  std::array<PointWelder::Point, PointWelder::kBatch> vertices;
+  for (std::size_t first = 0; first < count; first += kFacets) {
+    const std::size_t facets = std::min(kFacets, count - first);
+    for (std::size_t i = 0; i < 3 * facets; ++i) {
+      vertices[i] =
+          vertex(bytes, kHeaderSize + kFacetSize * (first + i / 3) + kNormalSize + 12 * (i % 3));
     }
-    meter.reached(facet);
+    welder.number({vertices.data(), 3 * facets}, &mesh.corners[3 * first]);
+    meter.reached(first);
   }
   return mesh;
 }
@@ -106,7 +112,7 @@ Mesh readAsciiStl(std::string_view text, const Progress& progress) {
   TextScanner scanner(text, false);
   ProgressMeter meter(progress, text.size());
   Mesh mesh;
-  PointWelder welder(mesh.points, text.size() / kBytesOfAFacet);
+  PointWelder welder(mesh.points, pointsOf(text.size() / kBytesOfAFacet));
   expect(scanner, "solid");
   for (bool more = true; more;) {
     scanner.skipRestOfLine();

@@ -1,5 +1,7 @@
 #include "model/files/MeshFile.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <limits>
 

@@ -1,5 +1,7 @@
 #include "model/files/Obj.h"
 
+#include <gtest/gtest.h>
+
 #include <map>
 
 #include "support/MeshFileBytes.h"

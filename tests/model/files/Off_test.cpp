@@ -1,5 +1,7 @@
 #include "model/files/Off.h"
 
+#include <gtest/gtest.h>
+
 #include "support/MeshFileBytes.h"
 
 namespace zyn {

@@ -1,5 +1,7 @@
 #include "model/files/Ply.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 
 #include "support/MeshFileBytes.h"

@@ -1,5 +1,7 @@
 #include "model/files/Stl.h"
 
+#include <gtest/gtest.h>
+
 #include <limits>
 
 #include "support/MeshFileBytes.h"

@@ -1,5 +1,7 @@
 #include "model/files/ThreeMf.h"
 
+#include <gtest/gtest.h>
+
 #include "support/ZipBytes.h"
 
 namespace zyn {
