@@ -23,6 +23,7 @@ struct DrawPass {
   /// The model-view matrix around the groups that it is in, whose axes texts and pictures keep;
   /// null: those of the current one.
   const GlMatrix* axes = nullptr;
+  bool onlyOutside = false;  ///< leave out what is not of other components
 };
 
 }  // namespace zyn

@@ -8,6 +8,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "contract/DrawPass_win.h"
 #include "contract/PickQuery.h"
+#include "contract/RegionQuery.h"
 #include "contract/SceneContract.h"
 #include "contract/SceneWatch.h"
 #include "contract/TextView_win.h"
@@ -79,6 +80,18 @@ struct ISceneObject : public IUnknown {
   virtual std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept {
     return std::nullopt;
   }
+
+  /// The name by which regions of the screen select it, none with a negative one; no value where
+  /// only what it pushes as it draws tells.
+  virtual std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept {
+    return pickNumber();
+  }
+
+  /// How much of it lies in a region of the screen, whichever side of a surface shows; no value
+  /// where only drawing it in a selection tells.
+  virtual std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery&) noexcept {
+    return std::nullopt;
+  }
 };
 
 /// Of the types that these hand over: a part of their identifiers, beside the text that declares
@@ -91,7 +104,8 @@ constexpr unsigned short layoutOf() {
 }
 constexpr unsigned short kLayout =
     layoutOf<std::optional<Box3>, SceneWatch, WatchLink, SceneWatcher, PickQuery, DrawPass,
-             TriangleShape, std::optional<SurfaceHit>, Ray, std::optional<std::int32_t>>();
+             TriangleShape, std::optional<SurfaceHit>, Ray, std::optional<std::int32_t>,
+             RegionQuery, std::optional<Coverage>>();
 
 }  // namespace zyn
 

@@ -15,6 +15,15 @@ namespace zyn {
 struct Ray {
   Point origin;
   Vecteur direction;  ///< of any length but 0
+
+  /// Whether it meets the backs too of surfaces that show their front only: what is drawn
+  /// translucent shows both.
+  bool meetsBacks = false;
+
+  Point at(double distance) const {
+    return {origin.x + distance * direction.x, origin.y + distance * direction.y,
+            origin.z + distance * direction.z};
+  }
 };
 
 /// Where a ray meets a surface.

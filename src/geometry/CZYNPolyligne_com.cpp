@@ -260,6 +260,26 @@ bool STDMETHODCALLTYPE CZYNPolyligne::mayBePicked(const PickQuery& query) noexce
   return may;
 }
 
+/// Of its lines as if they had no width.
+std::optional<Coverage> STDMETHODCALLTYPE
+CZYNPolyligne::coverage(const RegionQuery& query) noexcept {
+  Coverage found = Coverage::kNothing;
+  boundary([&] {
+    const RunBox all = boxes().all();
+    const Coverage inBox = all.isEmpty() ? Coverage::kNothing : query.ofBox(all.box);
+    if (inBox != Coverage::kPart) {
+      found = inBox;
+      return;
+    }
+    for (std::size_t i = 1; i < points_.size() && !query.isSettledBy(found); ++i) {
+      if (!points_.isGap(i - 1) && !points_.isGap(i)) {
+        found = joined(found, query.ofLine(points_.at(i - 1), points_.at(i)));
+      }
+    }
+  });
+  return found;
+}
+
 void STDMETHODCALLTYPE CZYNPolyligne::setTextView(const TextView& view) noexcept {
   style_.pixelScale = view.pixelScale;
   viewContext_ = view.context;

@@ -51,6 +51,10 @@ class CZYNPolyligne final
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept override {
+    return attribute_->number();
+  }
+  std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery& query) noexcept override;
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:

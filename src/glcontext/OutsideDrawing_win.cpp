@@ -5,7 +5,7 @@
 
 namespace zyn {
 
-OutsideDrawing::OutsideDrawing(bool isSelection) : isSelection_(isSelection) {}
+OutsideDrawing::OutsideDrawing(bool keepsMode) : keepsMode_(keepsMode) {}
 
 OutsideDrawing::~OutsideDrawing() {
   HostState::setOurs();
@@ -18,7 +18,7 @@ OutsideDrawing::~OutsideDrawing() {
   if (integerState(GL_LIST_INDEX) != 0) {
     glEndList();
   }
-  if (!isSelection_ && mode != GL_RENDER) {
+  if (!keepsMode_ && mode != GL_RENDER) {
     glRenderMode(GL_RENDER);
   }
 }

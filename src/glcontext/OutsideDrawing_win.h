@@ -10,15 +10,15 @@ namespace zyn {
 /// render mode than GL_RENDER, another floating-point environment.
 class OutsideDrawing {
  public:
-  /// In a selection pass the render mode is left alone.
-  explicit OutsideDrawing(bool isSelection);
+  /// In a selection or feedback pass the render mode is left alone.
+  explicit OutsideDrawing(bool keepsMode);
   ~OutsideDrawing();
   OutsideDrawing(const OutsideDrawing&) = delete;
   OutsideDrawing& operator=(const OutsideDrawing&) = delete;
 
  private:
   NotedContext context_;
-  bool isSelection_;
+  bool keepsMode_;
 };
 
 }  // namespace zyn

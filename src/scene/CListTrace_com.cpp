@@ -159,7 +159,8 @@ HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
                                      .query = pickQuery(),
                                      .opacity = pass.opacity,
                                      .names = pass.names,
-                                     .axes = pass.axes});
+                                     .axes = pass.axes,
+                                     .onlyOutside = pass.onlyOutside});
   isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
   return drawn;
 }
@@ -365,6 +366,12 @@ void CListTrace::draw3D(const ListPass& pass) {
   draw(drawing);
 }
 
+void CListTrace::draw3D(DrawElem& element, const ListPass& pass) {
+  Drawing drawing{.pass = pass, .isFlat = false};
+  drawing.isSelection = enumState(GL_RENDER_MODE) == GL_SELECT;
+  drawObject(element, drawing);
+}
+
 void CListTrace::draw2D(const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = true};
   draw(drawing);
@@ -376,8 +383,10 @@ void CListTrace::draw(Drawing& drawing) {
     drawing.pass.lists->collect();
   }
   for (Walk walk(*this); walk; walk.advance()) {
-    const ElementGroup* const group = ElementGroup::of(**walk);
-    if (group && group->hasTriangles()) {
+    ElementGroup* const group = ElementGroup::of(**walk);
+    if (group && drawing.pass.onlyOutside && !group->holdsOutside()) {
+      walk.stand(group->last().node);
+    } else if (group && group->hasTriangles()) {
       drawRun(walk, drawing);
     } else {
       drawObject(**walk, drawing);
@@ -404,7 +413,7 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
   drawing.isQueryKnown = false;
-  const OutsideDrawing scope(drawing.isSelection);
+  const OutsideDrawing scope(!isRendering());
   if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
     throwIfFailed(drawing.drawOutside(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));

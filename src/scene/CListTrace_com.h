@@ -28,6 +28,7 @@ struct ListPass {
   double opacity = 1.0;                   ///< by which objects of ours multiply alpha, 0 to 1
   std::int32_t names = 0;          ///< that groups around the list have on the selection stack
   const GlMatrix* axes = nullptr;  ///< see DrawPass
+  bool onlyOutside = false;        ///< leave out what is not of other components
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.
@@ -86,11 +87,19 @@ class CListTrace : private ZYNList<DrawElem*> {
   /// The box around the objects of ours; none while these are empty.
   std::optional<Box3> ownBounds();
 
+  /// Calls `visit` for each element in the order of the list, which may be changed meanwhile.
+  template <class Visit>
+  void forEach(Visit visit) {
+    for (Walk walk(*this); walk; walk.advance()) {
+      visit(**walk);
+    }
+  }
+
   /// The same of the objects moved by a matrix, in the plane if `isFlat`: exactly around what they
   /// show.
   std::optional<Box3> movedBounds(const GlMatrix& matrix, bool isFlat);
 
-  /// Where a ray first meets one of the objects of ours.
+  /// Where a ray first meets a surface that objects of ours show.
   std::optional<SurfaceHit> nearestHit(const Ray& ray);
 
   /// Calls `visit(object, place)` for the objects of other components, which may change the list
@@ -112,6 +121,9 @@ class CListTrace : private ZYNList<DrawElem*> {
   /// Draws every drawable object in list order, as if Draw3D of each were called. Objects may
   /// change the list while they draw. Throws _com_error when one fails.
   void draw3D(const ListPass& pass);
+
+  /// The same for one of its elements, which may be gone afterwards.
+  static void draw3D(DrawElem& element, const ListPass& pass);
 
   /// The same with Draw2D, without depth test: what comes later lies on top.
   void draw2D(const ListPass& pass);

@@ -123,13 +123,17 @@ void ElementGroup::addMoved(const GlMatrix& matrix, bool isFlat, BoundsSum& sum)
 
 std::optional<SurfaceHit> ElementGroup::nearestHit(const Ray& ray) {
   std::optional<SurfaceHit> nearest;
-  if (bounds() && mayMeet(ray, *bounds())) {
-    forEach([&](ISceneObject& object) {
-      const std::optional<SurfaceHit> hit = object.nearestHit(ray);
-      if (hit && (!nearest || hit->distance < nearest->distance)) {
-        nearest = hit;
-      }
-    });
+  if (kind_ == Kind::kOutlines || !bounds() || !mayMeet(ray, *bounds())) {
+    return nearest;
+  }
+  const DrawElem* element = first_;
+  for (std::uint32_t i = 0; i < count_; ++i) {
+    const bool isOutline = element->drawingMode == kOutlineMode;
+    const auto hit = isOutline ? std::nullopt : element->own->nearestHit(ray);
+    if (hit && (!nearest || hit->distance < nearest->distance)) {
+      nearest = hit;
+    }
+    element = nextOf(*element);
   }
   return nearest;
 }

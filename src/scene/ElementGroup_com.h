@@ -100,7 +100,7 @@ class ElementGroup final : public SceneWatcher {
   /// Adds the bounds of the moved objects to a sum.
   void addMoved(const GlMatrix& matrix, bool isFlat, BoundsSum& sum);
 
-  /// Where a ray first meets one of the objects.
+  /// Where a ray first meets a surface that the objects show.
   std::optional<SurfaceHit> nearestHit(const Ray& ray);
 
   /// Adds its box to a sum, which is from then on told of changes, and outlives the group.

@@ -70,7 +70,7 @@ std::optional<SurfaceHit> SceneNest::nearestHit(const Ray& ray) {
   const Vecteur direction(back[0] * d.x + back[4] * d.y + back[8] * d.z,
                           back[1] * d.x + back[5] * d.y + back[9] * d.z,
                           back[2] * d.x + back[6] * d.y + back[10] * d.z);
-  std::optional<SurfaceHit> hit = list_.nearestHit({origin, direction});
+  std::optional<SurfaceHit> hit = list_.nearestHit({origin, direction, ray.meetsBacks});
   if (hit) {
     hit->normal = movedNormal(place_, hit->normal);
   }

@@ -4,16 +4,19 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "contract/ModelBounds_com.h"
+#include "core/PlaneRegion.h"
 #include "objects/text/ContextFonts_win.h"
 #include "view/Colour3.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/ViewControl_com.h"
 #include "view3d/LightBlock.h"
 #include "view3d/Mouse3D.h"
+#include "view3d/Sight.h"
 #include "view3d/ViewPass3D_gl.h"
 #include "view3d/ViewState3D.h"
 
@@ -21,7 +24,8 @@ namespace zyn {
 
 /// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
 /// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
-/// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp.
+/// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp, surfaces and regions in
+/// CZYNVue3DRegions_com.cpp.
 class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mouse3D, MouseHost3D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
@@ -78,6 +82,12 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   STDMETHODIMP getSelectionUnderMouse(int x, int y, VARIANT* Pt) noexcept override;
   STDMETHODIMP getPixelPlanIntersection(int x, int y, VARIANT Plan, VARIANT* Pt) noexcept override;
 
+  STDMETHODIMP getPointSurface(int x, int y, VARIANT* Surface) noexcept override;
+  STDMETHODIMP getSelectionRectangle(double x1, double y1, double x2, double y2,
+                                     VARIANT_BOOL Entier, VARIANT* Noms) noexcept override;
+  STDMETHODIMP getSelectionLasso(VARIANT Points, VARIANT_BOOL Entier,
+                                 VARIANT* Noms) noexcept override;
+
   STDMETHODIMP get_MouseMode(short* pVal) noexcept override;
   STDMETHODIMP put_MouseMode(short newVal) noexcept override;
 
@@ -125,6 +135,9 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
+
+  std::optional<SurfaceHit> surfaceAt(const Sight& sight, PixelPoint at, bool isDrawing);
+  std::vector<std::int32_t> namesWithin(const PlaneRegion& region, bool asksForWhole);
 
   const ViewState3D::BoxSource measureScene_;
   ViewState3D view_;

@@ -47,14 +47,18 @@ void drawView3D(const ViewPass3D& pass, const std::function<void()>& drawList,
   present();
 }
 
+void loadCamera(const CParamsVue3D& camera, const PicturePart& part) {
+  loadProjection(&camera, part);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  lookAlong(camera);
+}
+
 PickRecords pickView3D(const CParamsVue3D& camera, const PickPass& pass,
                        const std::function<void()>& drawList) {
   const CParamsVue3D fixed(camera);  // drawn objects may move the view's
   return runPickPass(pass, [&](const PicturePart& part) {
-    loadProjection(&fixed, part);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    lookAlong(fixed);
+    loadCamera(fixed, part);
     drawList();
   });
 }

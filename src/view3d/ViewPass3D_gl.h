@@ -35,6 +35,9 @@ struct ViewPass3D {
 void drawView3D(const ViewPass3D& pass, const std::function<void()>& drawList,
                 const std::function<void()>& present);
 
+/// Loads the camera's matrices for a part of the picture.
+void loadCamera(const CParamsVue3D& camera, const PicturePart& part);
+
 /// Picks among what `drawList` draws of the scene; it is called with the camera set. Otherwise as
 /// runPickPass.
 PickRecords pickView3D(const CParamsVue3D& camera, const PickPass& pass,

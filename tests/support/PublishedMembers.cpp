@@ -419,10 +419,19 @@ PublishedMembers& addOutput(PublishedMembers& members) {
       .method(173, "Copier()");
 }
 
-PublishedMembers furtherOfView(const char* name) {
-  PublishedMembers members(name, 10);
+PublishedMembers furtherOfView(const char* name, std::size_t count) {
+  PublishedMembers members(name, count);
   members.getput(100, "RedessinAuto", "VARIANT_BOOL").getput(101, "Silencieux", "VARIANT_BOOL");
   return addOutput(members);
+}
+
+PublishedMembers furtherOfView3D() {
+  return furtherOfView("IZYNVue3D2", 13)
+      .method(160, "getPointSurface(int x, int y) -> VARIANT Surface")
+      .method(161,
+              "getSelectionRectangle(double X1, double Y1, double X2, double Y2, "
+              "VARIANT_BOOL Entier) -> VARIANT Noms")
+      .method(162, "getSelectionLasso(VARIANT Points, VARIANT_BOOL Entier) -> VARIANT Noms");
 }
 
 PublishedMembers furtherOfContext(const char* name) {
@@ -446,8 +455,8 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           colourScale(),
           group(),
           mesh(),
-          furtherOfView("IZYNVue3D2"),
-          furtherOfView("IZYNVue2D2"),
+          furtherOfView3D(),
+          furtherOfView("IZYNVue2D2", 10),
           furtherOfContext("IZYN2DGLBitmapContext2"),
           furtherOfContext("IZYN3DGLBitmapContext2"),
           events3D(),

@@ -232,7 +232,12 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNGroupe::movedBounds(const GlMatrix& ma
 }
 
 std::optional<SurfaceHit> STDMETHODCALLTYPE CZYNGroupe::nearestHit(const Ray& ray) noexcept {
-  return nest_.nearestHit(ray);
+  if (opacity_ == 0) {
+    return std::nullopt;
+  }
+  Ray seen = ray;
+  seen.meetsBacks = ray.meetsBacks || opacity_ < 1;
+  return nest_.nearestHit(seen);
 }
 
 /// Texts and pictures are seen beyond the box, which holds their positions only.
@@ -296,7 +301,8 @@ void CZYNGroupe::drawContents(const DrawPass& pass) {
                 .lists = pass.lists,
                 .opacity = pass.opacity * opacity_,
                 .names = pass.names + (isNamed ? 1 : 0),
-                .axes = pass.axes};
+                .axes = pass.axes,
+                .onlyOutside = pass.onlyOutside};
   GlMatrix around;
   std::optional<MovedSpace> space;
   if (place != kIdentity) {

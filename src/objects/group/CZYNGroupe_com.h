@@ -54,6 +54,9 @@ class CZYNGroupe final
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
+  std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept override {
+    return nomSelection_;
+  }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
 

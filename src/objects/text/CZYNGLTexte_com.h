@@ -64,6 +64,9 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
   bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
+  std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept override {
+    return label_.nomSelection;
+  }
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:

@@ -5,6 +5,8 @@
 
 #include "com/automation_com.h"
 #include "com/properties_com.h"
+#include "core/ShearedRay.h"
+#include "core/VectorMath.h"
 #include "objects/triangle/TrianglePainter_gl.h"
 #include "platform/Failure_win.h"
 
@@ -152,6 +154,29 @@ TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
     shape.hasMaterial = true;
   }
   return shape;
+}
+
+/// Opaque triangles show their front only, translucent ones both sides.
+std::optional<SurfaceHit> STDMETHODCALLTYPE CZYNGLTriangle::nearestHit(const Ray& ray) noexcept {
+  const auto& [a, b, c] = vertices_;
+  const std::optional<double> distance = ShearedRay(ray).meet(a, b, c);
+  if (!distance || !(*distance >= 0.0) || !(alpha_ > 0)) {
+    return std::nullopt;
+  }
+  const Vecteur normal =
+      normalised(cross({b.x - a.x, b.y - a.y, b.z - a.z}, {c.x - a.x, c.y - a.y, c.z - a.z}));
+  const bool showsBack = ray.meetsBacks || alpha_ < 1;
+  if (!showsBack && dot(normal, ray.direction) > 0.0) {
+    return std::nullopt;
+  }
+  return SurfaceHit{*distance, normal};
+}
+
+std::optional<Coverage> STDMETHODCALLTYPE
+CZYNGLTriangle::coverage(const RegionQuery& query) noexcept {
+  const auto pointOf = [](const Triple& v) { return Point(v.x, v.y, v.z); };
+  const auto& [a, b, c] = vertices_;
+  return query.ofTriangle(pointOf(a), pointOf(b), pointOf(c));
 }
 
 void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {

@@ -40,6 +40,8 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, IZYNGLTriangle>,
   bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
   TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
+  std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
+  std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery& query) noexcept override;
 
  private:
   /// A point or a direction without what makes a Point or a Vecteur larger than its numbers: there
