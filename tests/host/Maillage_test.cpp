@@ -201,6 +201,31 @@ TEST_F(MaillageTest, ACopyIsIndependent) {
   EXPECT_EQ(state(), before_);
 }
 
+TEST_F(MaillageTest, SomeFacesAreAMeshOfTheirOwn) {
+  const auto scale = createObject<IZYNEchelleCouleurs>(L"ZYNVue.ZYNEchelleCouleurs");
+  require(mesh_->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  require(mesh_->put_AngleAretes(12), "AngleAretes");
+  require(mesh_->put_NomSelection(17), "NomSelection");
+  const double areaBefore = number(L"Aire");
+  before_ = state();
+  const auto whole = mesh_;
+  ComPtr<IDispatch> part;
+  require(mesh_->Extraire(numberArray(VT_I4, {5, 2}), &part), "Extraire");
+  mesh_ = queryFor<IZYNGLMaillage>(part.Get());
+  EXPECT_EQ(integers(L"getNomsFaces"), (Names{5, 2})) << "picks tell the faces as before";
+  EXPECT_EQ(number(L"AngleAretes"), 12);
+  EXPECT_EQ(number(L"NomSelection"), 17);
+  EXPECT_EQ(get(L"EchelleCouleurs").pdispVal, scale.Get());
+  EXPECT_LT(number(L"Aire"), areaBefore);
+  EXPECT_LT(number(L"NbSommets"), 8);
+  require(mesh_->setSommets(doubleArray({})), "setSommets");
+  mesh_ = whole;
+  EXPECT_EQ(state(), before_);
+  expectRefused(call(L"Extraire", {numberArray(VT_I4, {0, 12})}),
+                L"Faces: element 1 is 12, there are 12 faces");
+  EXPECT_EQ(mesh_->Extraire(numberArray(VT_I4, {0}), nullptr), E_POINTER);
+}
+
 TEST_F(MaillageTest, RefusesBadArgumentsAndChangesNothing) {
   expectRefused(call(L"setSommets", {doubleArray({1, 2, 3, 4})}),
                 L"XYZ: 4 numbers are no multiple of 3");

@@ -374,7 +374,7 @@ PublishedMembers profile() {
 }
 
 PublishedMembers mesh() {
-  return PublishedMembers("IZYNGLMaillage", 40)
+  return PublishedMembers("IZYNGLMaillage", 41)
       .method(1, "setSommets(VARIANT XYZ)")
       .method(2, "setFaces(VARIANT Indices)")
       .method(3, "setPolygones(VARIANT Comptes, VARIANT Indices)")
@@ -409,7 +409,8 @@ PublishedMembers mesh() {
       .getput(31, "StyleRendu", "long")
       .getput(32, "AngleAretes", "double")
       .method(33, "setCouleurAretes(double r, double g, double b, double alpha)")
-      .getput(34, "EpaisseurAretes", "double");
+      .getput(34, "EpaisseurAretes", "double")
+      .method(35, "Extraire(VARIANT Faces) -> IDispatch* Maillage");
 }
 
 PublishedMembers& addOutput(PublishedMembers& members) {

@@ -13,6 +13,7 @@
 #include "com/automation_com.h"
 #include "com/properties_com.h"
 #include "model/Measures.h"
+#include "model/SubMesh.h"
 #include "objects/mesh/MeshArguments_com.h"
 
 namespace zyn {
@@ -272,20 +273,33 @@ STDMETHODIMP CZYNGLMaillage::get_Boite(VARIANT* pVal) noexcept {
   });
 }
 
+HRESULT CZYNGLMaillage::giveLike(Mesh mesh, IDispatch** place) const {
+  const auto made = makeObject<CZYNGLMaillage>();
+  made->model_.take(std::move(mesh));
+  made->model_.setSmoothAngle(model_.smoothAngle());
+  made->look_ = look_;
+  made->useScale(scaleDispatch_.Get());
+  *place = static_cast<IZYNGLMaillage*>(made.Get());
+  (*place)->AddRef();
+  return S_OK;
+}
+
 STDMETHODIMP CZYNGLMaillage::Copie(IDispatch** Maillage) noexcept {
   return automation(*this, [&] {
-    if (!Maillage) {
-      return E_POINTER;
+    const HRESULT given = give(Maillage, nullptr);
+    return FAILED(given) ? given : giveLike(model_.mesh(), Maillage);
+  });
+}
+
+STDMETHODIMP CZYNGLMaillage::Extraire(VARIANT Faces, IDispatch** Maillage) noexcept {
+  return automation(*this, [&] {
+    const HRESULT given = give(Maillage, nullptr);
+    if (FAILED(given)) {
+      return given;
     }
-    *Maillage = nullptr;
-    const auto copy = makeObject<CZYNGLMaillage>();
-    copy->model_.take(model_.mesh());
-    copy->model_.setSmoothAngle(model_.smoothAngle());
-    copy->look_ = look_;
-    copy->useScale(scaleDispatch_.Get());
-    *Maillage = static_cast<IZYNGLMaillage*>(copy.Get());
-    (*Maillage)->AddRef();
-    return S_OK;
+    const Mesh& mesh = model_.mesh();
+    const NumberArray faces(L"Faces", Faces);
+    return giveLike(subMesh(mesh, faces.indices(mesh.faceCount(), L"faces")), Maillage);
   });
 }
 

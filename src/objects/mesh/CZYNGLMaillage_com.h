@@ -56,6 +56,7 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   STDMETHODIMP get_EstFerme(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP get_Boite(VARIANT* pVal) noexcept override;
   STDMETHODIMP Copie(IDispatch** Maillage) noexcept override;
+  STDMETHODIMP Extraire(VARIANT Faces, IDispatch** Maillage) noexcept override;
   STDMETHODIMP get_StyleRendu(LONG* pVal) noexcept override;
   STDMETHODIMP put_StyleRendu(LONG newVal) noexcept override;
   STDMETHODIMP get_AngleAretes(double* pVal) noexcept override;
@@ -91,6 +92,8 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   const MeshScale* currentScale();
   SharedScale& scale() { return scaleObject_ ? scaleObject_->sharedScale() : ownScale_; }
   void useScale(IDispatch* object);
+  /// A new object that looks like this one, with another mesh.
+  HRESULT giveLike(Mesh mesh, IDispatch** place) const;
 
   MeshModel model_;
   MeshLook look_;
