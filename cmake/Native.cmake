@@ -46,7 +46,6 @@ set_tests_properties(gl PROPERTIES ENVIRONMENT
 # What assimp reads of its own test models, beside what we read.
 add_executable(zyn_assimp_tests tests/assimp/AssimpModels_test.cpp)
 target_link_libraries(zyn_assimp_tests PRIVATE zyn_logic zyn_gtest Threads::Threads assimp)
-target_precompile_headers(zyn_assimp_tests REUSE_FROM zyn_logic_tests)
 add_test(NAME assimp COMMAND zyn_assimp_tests)
 set_tests_properties(assimp PROPERTIES ENVIRONMENT
   "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")

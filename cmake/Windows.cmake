@@ -197,7 +197,7 @@ add_dependencies(Viewer_test viewer)
 # Tests of the Windows layer from inside.
 file(GLOB_RECURSE win_tests CONFIGURE_DEPENDS tests/*_win_test.cpp)
 zyn_test_program(zyn_win_tests ${win_tests})
-target_link_libraries(zyn_win_tests PRIVATE zyn_offscreen)
+target_link_libraries(zyn_win_tests PRIVATE zyn_offscreen zyn_objects_mesh)
 add_test(NAME win COMMAND ${ZYN_RUN} $<TARGET_FILE:zyn_win_tests>)
 
 # The display's own mouse serves one program at a time.
