@@ -4,6 +4,7 @@
 #include "support/BrokenOff_win.h"
 #include "support/EveryContainer_win.h"
 #include "support/FailingImport_win.h"
+#include "support/Groups_win.h"
 #include "support/MessageCatcher_win.h"
 #include "support/Pickable_win.h"
 
@@ -13,10 +14,13 @@ namespace {
 struct Way {
   const char* name;
   Leaving leaving;
+  bool isInGroup = false;
 };
 const Way kWays[] = {{"LongJump", Leaving::kLongJump},
                      {"PlainJump", Leaving::kPlainJump},
-                     {"StructuredException", Leaving::kStructuredException}};
+                     {"StructuredException", Leaving::kStructuredException},
+                     {"LongJumpInGroup", Leaving::kLongJump, true},
+                     {"StructuredExceptionInGroup", Leaving::kStructuredException, true}};
 void PrintTo(const Way& way, std::ostream* out) { *out << way.name; }
 
 /// The window procedure of a host's that has put itself in front of a view's, and goes on behind
@@ -70,8 +74,13 @@ class BrokenOffDrawing : public testing::TestWithParam<Way>, protected EveryCont
   }
 
   BrokenOffDrawing() {
-    addEverywhere(breaker_->dispatch());
-    select(breaker_->dispatch());
+    ComPtr<IDispatch> object = breaker_->dispatch();
+    if (GetParam().isInGroup) {
+      const auto inner = makeGroup({object}, translation(1e-9, 0, 0));
+      object = makeGroup({ComPtr<IDispatch>(inner.Get())}, scaling(1, 1, 1.001)).Get();
+    }
+    addEverywhere(object.Get());
+    select(object.Get());
     before_ = look();
     EXPECT_EQ(before_.picked3D, std::vector<long>{7});
     EXPECT_GT(before_.view3D.count(kRed), 0);
