@@ -296,6 +296,107 @@ TEST_F(View3DRegions, ObjectsOfOtherComponentsByWhatTheyDraw) {
   EXPECT_EQ(within(100, 50, 150, 100, kWhole), Names());
 }
 
+TEST_F(View3DRegions, MeshesByTheirFaces) {
+  const auto mesh = createObject<IZYNGLMaillage>(L"ZYNVue.ZYNGLMaillage");
+  std::vector<double> points;
+  std::vector<double> corners;
+  const auto addFace = [&](const Vec& a, const Vec& b, const Vec& c) {
+    for (const Vec& pixel : {a, b, c}) {
+      corners.push_back(static_cast<double>(points.size() / 3));
+      const Vec p = at(pixel.x, pixel.y, pixel.z);
+      points.insert(points.end(), {p.x, p.y, p.z});
+    }
+  };
+  for (int i = 0; i < 500; ++i) {
+    const double x = 110 + i % 30, y = 60 + i / 30;
+    addFace({x, y, 0}, {x, y + 1, 1}, {x + 1, y, 2});
+  }
+  const auto fill = [&] {
+    require(mesh->setSommets(doubleArray(points)), "setSommets");
+    require(mesh->setFaces(doubleArray(corners)), "setFaces");
+  };
+  fill();
+  mesh->put_NomSelection(31);
+  host->AddSelection(mesh.Get());
+  addTriangle(1, {110, 60, 4}, {140, 60, 4}, {120, 90, 4});
+  EXPECT_EQ(within(100, 50, 150, 100, kWhole), (Names{31, 1}));
+  EXPECT_EQ(within(109.9, 59.9, 140.1, 77.1, kWhole), (Names{31}));
+  EXPECT_EQ(within(110.1, 59.9, 140.1, 77.1, kWhole), Names());
+  EXPECT_EQ(within(100, 50, 110.1, 60.1, kPart), (Names{31, 1}));
+  EXPECT_EQ(within(105, 72, 112, 76, kPart), (Names{31}));
+  EXPECT_EQ(within(100, 50, 109.9, 100, kPart), Names());
+  addFace({300, 60, 0}, {310, 60, 0}, {300, 70, 0});
+  fill();
+  EXPECT_EQ(within(100, 50, 150, 100, kWhole), (Names{1})) << "a part of it lies elsewhere";
+  EXPECT_EQ(within(100, 50, 150, 100, kPart), (Names{31, 1}));
+  mesh->put_StyleRendu(1);
+  EXPECT_EQ(within(100, 50, 150, 100, kPart), (Names{31, 1}));
+  mesh->put_NomSelection(-1);
+  EXPECT_EQ(within(100, 50, 150, 100, kPart), (Names{1}));
+}
+
+TEST_F(View3DRegions, GroupsWithANameAreOneObject) {
+  const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto inner = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto triangleAt = [](double x, double y) {
+    return makeTriangle(at(x, y, 0), at(x + 10, y, 0), at(x, y - 10, 0));
+  };
+  const auto first = triangleAt(110, 70);
+  const auto second = triangleAt(130, 70);
+  const auto plate = makePickable({55}, atPixels(110, 80, 140, 90, 0));
+  group->Add(first.Get(), 0);
+  inner->Add(second.Get(), 0);
+  inner->Add(plate->dispatch(), 0);
+  group->Add(inner.Get(), 0);
+  group->put_NomSelection(500);
+  host->AddSelection(group.Get());
+  EXPECT_EQ(within(100, 50, 150, 100, kWhole), (Names{500}));
+  EXPECT_EQ(within(100, 50, 150, 85, kWhole), Names()) << "the plate of another component leaves";
+  EXPECT_EQ(within(100, 85, 150, 100, kPart), (Names{500}));
+  EXPECT_EQ(within(100, 50, 125, 75, kPart), (Names{500}));
+  EXPECT_EQ(within(0, 0, 90, 200, kPart), Names());
+  // 100 pixels to the right.
+  group->put_Transformation(doubleArray({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1}));
+  EXPECT_EQ(within(100, 50, 150, 100, kPart), Names());
+  EXPECT_EQ(within(200, 50, 250, 100, kWhole), (Names{500}));
+  inner->put_Transformation(doubleArray({1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(within(200, 50, 250, 100, kWhole), Names()) << "mirrored in the group";
+  EXPECT_EQ(within(200, 50, 250, 150, kWhole), (Names{500}));
+  EXPECT_EQ(within(205, 108, 250, 120, kPart), (Names{500})) << "the plate";
+  inner->put_Visible(VARIANT_FALSE);
+  EXPECT_EQ(within(200, 50, 250, 100, kWhole), (Names{500}));
+  group->put_Visible(VARIANT_FALSE);
+  EXPECT_EQ(within(0, 0, 400, 200, kPart), Names());
+}
+
+TEST_F(View3DRegions, GroupsWithoutANameStandForTheirObjects) {
+  const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto inner = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto triangle = makeTriangle(at(110, 70, 0), at(120, 70, 0), at(110, 60, 0));
+  triangle->put_Priority(3);
+  const auto text = createObject<IZYNGLTexte>(L"ZYNVue.ZYNGLTexte");
+  text->put_Texte(_bstr_t(L"ABCD"));
+  text->put_HauteurPixels(10);
+  text->put_NomSelection(4);
+  const Vec p = at(110, 90, 0);
+  text->setPosition(p.x, p.y, p.z, 1);
+  const auto plate = makePickable({55}, atPixels(110, 80, 140, 90, 0));
+  inner->Add(text.Get(), 0);
+  inner->Add(plate->dispatch(), 0);
+  inner->put_Transformation(doubleArray({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1}));
+  group->Add(triangle.Get(), 0);
+  group->Add(inner.Get(), 0);
+  host->AddSelection(group.Get());
+  host->Add(group.Get(), 0);
+  host.paint();
+  EXPECT_EQ(within(0, 0, 400, 200, kWhole), (Names{3, 4, 55}));
+  EXPECT_EQ(within(100, 50, 150, 100, kPart), (Names{3}));
+  EXPECT_EQ(within(205, 50, 250, 110, kPart), (Names{4, 55}));
+  EXPECT_EQ(within(205, 50, 250, 85, kWhole), Names());
+  inner->put_NomSelection(9);
+  EXPECT_EQ(within(0, 0, 400, 200, kWhole), (Names{3, 9}));
+}
+
 TEST_F(View3DRegions, ObjectsThatDrawVeryMuch) {
   const auto object = makeForeign<ForeignObject>();
   object->onDraw3D = [](int) {

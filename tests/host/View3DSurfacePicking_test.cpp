@@ -257,6 +257,138 @@ TEST_F(View3DSurfacePicking, TextsSpritesAndTracesAreNoSurfaces) {
   for (int x = 150; x < 250; x += 7) EXPECT_FALSE(surfaceAt(x, 100)) << x;
 }
 
+ComPtr<IZYNGLMaillage> makeMesh(const std::vector<Triangle>& triangles) {
+  std::vector<double> points;
+  std::vector<double> corners;
+  for (const Triangle& t : triangles) {
+    for (const Vec& p : {t.a, t.b, t.c}) {
+      corners.push_back(static_cast<double>(points.size() / 3));
+      points.insert(points.end(), {p.x, p.y, p.z});
+    }
+  }
+  auto mesh = createObject<IZYNGLMaillage>(L"ZYNVue.ZYNGLMaillage");
+  require(mesh->setSommets(doubleArray(points)), "setSommets");
+  require(mesh->setFaces(doubleArray(corners)), "setFaces");
+  return mesh;
+}
+
+/// One mesh answers as its triangles do one by one.
+TEST_F(View3DSurfacePicking, MeshesAsTheirTriangles) {
+  const Vec centre{1e6, -2e6, 5e5};
+  look(centre, 10);
+  Random random(17);
+  std::vector<Triangle> triangles;
+  const auto point = [&](double spread) {
+    return spread *
+           Vec{random.between(-1, 1), random.between(-0.5, 0.5), random.between(-0.5, 0.5)};
+  };
+  for (int i = 0; i < 3000; ++i) {
+    const Vec at = centre + point(8);
+    triangles.push_back({at + point(1), at + point(1), at + point(1)});
+  }
+  const auto mesh = makeMesh(triangles);
+  mesh->put_DeuxFaces(VARIANT_FALSE);
+  std::vector<ComPtr<IZYNGLTriangle>> kept;
+  int hits = 0;
+  for (int turn = 0; turn < 4; ++turn) {
+    std::vector<std::optional<Surface>> expected;
+    host->RemoveAll();
+    for (const Triangle& t : triangles) kept.push_back(add(t));
+    const auto eachPixel = [](const auto& visit) {
+      for (int x = 31; x < 400; x += 53) {
+        for (int y = 13; y < 200; y += 29) visit(x, y);
+      }
+    };
+    eachPixel([&](int x, int y) { expected.push_back(surfaceAt(x, y)); });
+    host->RemoveAll();
+    require(host->Add(mesh.Get(), 0), "Add");
+    std::size_t next = 0;
+    eachPixel([&](int x, int y) {
+      const auto found = surfaceAt(x, y);
+      const auto& wanted = expected[next++];
+      ASSERT_EQ(found.has_value(), wanted.has_value()) << turn << " " << x << " " << y;
+      if (found) {
+        ++hits;
+        EXPECT_NEAR(length(found->point - wanted->point), 0, 1e-7 * size_);
+        EXPECT_NEAR(length(found->normal - wanted->normal), 0, 1e-9);
+      }
+    });
+    host->RotateH(40);
+    host->RotateV(25);
+  }
+  EXPECT_GT(hits, 50);
+}
+
+/// A group that turns by 90 degrees about z, stretches, mirrors, moves.
+TEST_F(View3DSurfacePicking, GroupsMoveTheirSurfaces) {
+  look({0, 0, 0}, 10);
+  const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto triangle = makeTriangle({-1, -1, 0}, {1, -1, 0.5}, {0, 1, 0.25});
+  group->Add(triangle.Get(), 0);
+  host->Add(group.Get(), 0);
+  ASSERT_TRUE(surfaceAt(200, 100));
+  for (const double mirror : {1.0, -1.0}) {
+    require(group->put_Transformation(
+                doubleArray({0, 2, 0, 0, -3 * mirror, 0, 0, 0, 0, 0, 4, 0, 5, 1, -1, 1})),
+            "Transformation");
+    const auto moved = [&](const Vec& p) {
+      return Vec{-3 * mirror * p.y + 5, 2 * p.x + 1, 4 * p.z - 1};
+    };
+    const Vec a = moved({-1, -1, 0}), b = moved({1, -1, 0.5}), c = moved({0, 1, 0.25});
+    EXPECT_FALSE(surfaceAt(200, 100));
+    const auto found = surfaceAt(300, 80);
+    ASSERT_TRUE(found) << "its front stays its front in a mirror";
+    const Vec normal = mirror * normalised(cross(b - a, c - a));
+    EXPECT_NEAR(length(found->normal - normal), 0, 1e-9);
+    EXPECT_NEAR(dot(normal, found->point - a), 0, 1e-9);
+    EXPECT_NEAR(found->point.x, 5.025, 1e-9);
+    EXPECT_NEAR(found->point.y, 0.975, 1e-9);
+  }
+}
+
+TEST_F(View3DSurfacePicking, GroupsAsTheyAreShown) {
+  look({0, 0, 0}, 10);
+  const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto turned = makeTriangle({-5, -4, 0}, {0, 4, 0}, {5, -4, 0});
+  group->Add(turned.Get(), 0);
+  host->Add(group.Get(), 0);
+  EXPECT_FALSE(surfaceAt(200, 100)) << "its back";
+  group->put_Opacite(0.5);
+  EXPECT_TRUE(surfaceAt(200, 100)) << "a translucent group shows backs";
+  group->put_Visible(VARIANT_FALSE);
+  EXPECT_FALSE(surfaceAt(200, 100));
+  group->put_Visible(VARIANT_TRUE);
+  group->put_Opacite(0);
+  EXPECT_FALSE(surfaceAt(200, 100));
+  group->put_Opacite(0.5);
+  host->RemoveAll();
+  host->Add(group.Get(), 1);
+  EXPECT_FALSE(surfaceAt(200, 100)) << "outlines";
+}
+
+TEST_F(View3DSurfacePicking, ObjectsOfOthersInGroups) {
+  look({0, 0, 0}, 10);
+  const auto inner = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto outer = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
+  const auto object = makeForeign<ForeignObject>();
+  object->onDraw3D = [](int) {
+    drawPlate({-1, 1, -1, 1, 0.5});
+    return S_OK;
+  };
+  inner->Add(object->dispatch(), 0);
+  inner->put_Transformation(doubleArray({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1}));
+  outer->Add(inner.Get(), 0);
+  const auto own = makeTriangle({-9, -9, 0}, {9, -9, 0}, {0, 9, 0});
+  outer->Add(own.Get(), 0);
+  outer->put_Transformation(doubleArray({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 1, 1}));
+  host->Add(outer.Get(), 0);
+  ASSERT_TRUE(surfaceAt(300, 100));
+  EXPECT_NEAR(surfaceAt(300, 100)->point.z, 1.5, 1e-4);
+  EXPECT_NEAR(surfaceAt(200, 100)->point.z, 1, 1e-9);
+  inner->put_Visible(VARIANT_FALSE);
+  EXPECT_NEAR(surfaceAt(290, 120)->point.z, 1, 1e-9);
+}
+
 TEST_F(View3DSurfacePicking, NearAndFarPlanesCutOff) {
   look({0, 0, 0}, 10);
   const DrawnCamera camera = host.camera();

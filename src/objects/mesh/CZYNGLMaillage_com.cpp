@@ -369,7 +369,7 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNGLMaillage::movedBounds(const GlMatrix
 
 /// None, too, where memory runs out for the search.
 std::optional<SurfaceHit> STDMETHODCALLTYPE CZYNGLMaillage::nearestHit(const Ray& ray) noexcept {
-  const bool frontsOnly = !look_.bothSides && look_.colour.alpha >= 1;
+  const bool frontsOnly = !look_.bothSides && look_.colour.alpha >= 1 && !ray.meetsBacks;
   std::optional<MeshHit> hit;
   try {
     hit = model_.tree().nearest(model_.mesh(), model_.triangles(),
@@ -393,6 +393,35 @@ bool STDMETHODCALLTYPE CZYNGLMaillage::mayBePicked(const PickQuery& query) noexc
     box->zMin = box->zMax = 0;
   }
   return query.volume.mayMeet(*box);
+}
+
+/// Of its faces in every style. Left to drawing where memory runs out for the search.
+std::optional<Coverage> STDMETHODCALLTYPE
+CZYNGLMaillage::coverage(const RegionQuery& query) noexcept {
+  const Mesh& mesh = model_.mesh();
+  Coverage covered = Coverage::kNothing;
+  const auto isOpen = [&](const Box3& box) {
+    const Coverage inBox = query.isSettledBy(covered) ? Coverage::kNothing : query.ofBox(box);
+    if (inBox != Coverage::kPart) {
+      covered = joined(covered, inBox);
+    }
+    return inBox == Coverage::kPart;
+  };
+  const auto pointOf = [&](std::uint32_t corner) {
+    const Vector v = cornerAt(mesh, corner);
+    return Point(v.x, v.y, v.z);
+  };
+  try {
+    model_.tree().forEachFace(isOpen, [&](std::uint32_t face) {
+      model_.triangles().forEach(mesh, face, [&](const Triangulation::Triangle& corners) {
+        const auto& [a, b, c] = corners;
+        covered = joined(covered, query.ofTriangle(pointOf(a), pointOf(b), pointOf(c)));
+      });
+    });
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+  return covered;
 }
 
 ValueExtent CZYNGLMaillage::scaledValues() noexcept {

@@ -73,6 +73,7 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery& query) noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override {
     return look_.name;
   }
