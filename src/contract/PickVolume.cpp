@@ -30,7 +30,13 @@ double reach(double low, double high) { return std::abs(low) + std::abs(high); }
 PickVolume::PickVolume(const GlMatrix& projection, const GlMatrix& modelView)
     : modelView_(modelView), sides_{sideOf(projection, 0, 1), sideOf(projection, 0, -1),
                                     sideOf(projection, 1, 1), sideOf(projection, 1, -1),
-                                    sideOf(projection, 2, 1), sideOf(projection, 2, -1)} {}
+                                    sideOf(projection, 2, 1), sideOf(projection, 2, -1)} {
+  for (std::size_t column = 0; column < 4; ++column) {
+    for (std::size_t i = 0; i < 4; ++i) {
+      depth_[column] += projection[4 * i + 3] * modelView[4 * column + i];
+    }
+  }
+}
 
 PickVolume::Side PickVolume::sideOf(const GlMatrix& projection, std::size_t axis,
                                     double sign) const {
@@ -87,6 +93,10 @@ bool PickVolume::mayMeet(const Point& point, const ScreenRectangle& around) cons
         mx * x + my * y + mz * z + m + side.eyeMagnitude[0] * across + side.eyeMagnitude[1] * up;
     return distance + kRelativeMargin * magnitude < 0;
   });
+}
+
+double PickVolume::depthOf(const Point& point) const {
+  return depth_[0] * point.x + depth_[1] * point.y + depth_[2] * point.z + depth_[3];
 }
 
 double PickVolume::axisLength(std::size_t axis) const {

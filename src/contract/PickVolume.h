@@ -29,6 +29,10 @@ class PickVolume {
   /// The same for the rectangle about a model point.
   bool mayMeet(const Point& point, const ScreenRectangle& around) const;
 
+  /// How much longer a pixel is at a model point than where the projection is as it says: 1
+  /// everywhere without perspective, the distance from the eye's plane with it.
+  double depthOf(const Point& point) const;
+
   /// How long a model unit along an axis (0: x, 1: y, 2: z) is in the eye's space.
   double axisLength(std::size_t axis) const;
   /// Whether an axis points against the one of the same name in the eye's space.
@@ -47,6 +51,7 @@ class PickVolume {
 
   GlMatrix modelView_;
   std::array<Side, 6> sides_;
+  std::array<double, 4> depth_{};  ///< of a model point: the factors of x, y, z and 1
 };
 
 }  // namespace zyn

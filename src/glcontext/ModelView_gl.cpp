@@ -34,6 +34,13 @@ void ModelView::moveTo(const Point& point) {
   }
 }
 
+Point ModelView::seenFromEye(const Point& point) const {
+  ModelView moved(*this);
+  moved.moveTo(point);
+  const Vecteur seen = column(moved.columns_, kTranslation);
+  return {seen.x, seen.y, seen.z};
+}
+
 void ModelView::faceViewer() {
   for (int column = 0; column < 3; ++column) {
     for (int row = 0; row < 3; ++row) {

@@ -19,6 +19,9 @@ class ModelView {
   /// Makes a model point the origin.
   void moveTo(const Point& point);
 
+  /// Where that brings a model point.
+  Point seenFromEye(const Point& point) const;
+
   /// Gives the axes the directions and the scale of the screen's.
   void faceViewer();
 

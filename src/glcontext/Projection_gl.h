@@ -5,8 +5,8 @@
 
 namespace zyn {
 
-/// What an orthographic projection shows, as glOrtho takes it.
-struct OrthographicView {
+/// What a projection shows, as glOrtho takes it.
+struct ViewRectangle {
   double left = 0.0;
   double bottom = 0.0;
   double width = 0.0;
@@ -17,12 +17,23 @@ struct OrthographicView {
 
 /// Loads the projection of a view, narrowed to a part of the picture. Leaves the matrix mode at
 /// GL_PROJECTION.
-inline void loadOrthographic(const OrthographicView& view, const PicturePart& part) {
+inline void loadOrthographic(const ViewRectangle& view, const PicturePart& part) {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
   glOrtho(view.left + part.left * view.width, view.left + part.right * view.width,
           view.bottom + part.bottom * view.height, view.bottom + part.top * view.height, view.zNear,
           view.zFar);
+}
+
+/// The same with perspective, where the rectangle has its size at `distance` from the eye.
+inline void loadPerspective(const ViewRectangle& view, double distance, const PicturePart& part) {
+  const double scale = view.zNear / distance;
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  glFrustum(scale * (view.left + part.left * view.width),
+            scale * (view.left + part.right * view.width),
+            scale * (view.bottom + part.bottom * view.height),
+            scale * (view.bottom + part.top * view.height), view.zNear, view.zFar);
 }
 
 /// Loads a projection that maps every point to (2, 2, 2), outside the view volume. Leaves the

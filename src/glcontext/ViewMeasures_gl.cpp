@@ -1,12 +1,23 @@
 #include "glcontext/ViewMeasures_gl.h"
 
+#include <algorithm>
 #include <array>
 
 #include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
-double shownHeight() { return 2.0 / matrixState(GL_PROJECTION_MATRIX)[5]; }
+ShownView shownView() {
+  const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
+  return {2.0 / projection[5], projection[11] != 0};
+}
+
+double perspectiveScale(const ModelView& space, const Point& at) {
+  const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
+  const Point seen = space.seenFromEye(at);
+  return std::max(0.0, projection[3] * seen.x + projection[7] * seen.y + projection[11] * seen.z +
+                           projection[15]);
+}
 
 double pixelLength(double viewHeight) {
   std::array<GLdouble, 4> viewport{};

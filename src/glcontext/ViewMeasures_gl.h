@@ -1,10 +1,23 @@
 #pragma once
 
+#include "core/Point.h"
+#include "glcontext/ModelView_gl.h"
+
 namespace zyn {
 
-/// Model units that the current projection, an orthographic one, shows from bottom to top, scales
-/// of the model-view matrix apart.
-double shownHeight();
+/// What the current projection shows.
+struct ShownView {
+  /// Model units from bottom to top, scales of the model-view matrix apart; with perspective at
+  /// distance 1 from the eye.
+  double height = 0.0;
+  bool perspective = false;
+};
+ShownView shownView();
+inline double shownHeight() { return shownView().height; }
+
+/// How much longer a pixel is at a point of `space` than at distance 1 from the eye, in the
+/// perspective of the current projection; 0 behind the eye.
+double perspectiveScale(const ModelView& space, const Point& at);
 
 /// Model units of one pixel of the current viewport, in a view that shows `viewHeight` of them from
 /// bottom to top; 0 in a viewport without height.

@@ -1,8 +1,8 @@
 #include "view3d/CParamsVue3D.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <numbers>
 
 #include "core/VectorMath.h"
 
@@ -10,31 +10,8 @@ namespace zyn {
 
 namespace {
 
-/// Places within the frame.
-constexpr std::size_t kAxisA = 0;
-constexpr std::size_t kAxisB = 3;
-constexpr std::size_t kDirection = 6;
-constexpr std::size_t kCorner = 9;
-constexpr std::size_t kPixelSize = 12;
-
-/// Lines of sight closer to a plane than this are parallel to it.
-constexpr double kParallel = 1e-8;
-
-Vecteur vectorAt(const CParamsVue3D::Frame& frame, std::size_t place) {
-  return {frame[place], frame[place + 1], frame[place + 2]};
-}
-
-Point pointAt(const CParamsVue3D::Frame& frame, std::size_t place) {
-  return {frame[place], frame[place + 1], frame[place + 2]};
-}
-
-/// `v` turned counterclockwise about `axis` (Rodrigues' rotation formula).
-Vecteur rotated(const Vecteur& v, const Vecteur& axis, double degrees) {
-  const double angle = degrees * std::numbers::pi / 180.0;
-  const Vecteur k = normalised(axis);
-  return std::cos(angle) * v + std::sin(angle) * cross(k, v) +
-         ((1.0 - std::cos(angle)) * dot(k, v)) * k;
-}
+/// By this part two sides may differ that were once related in single precision.
+constexpr double kSinglePrecision = 1e-6;
 
 double atLeast(double minimum, double distance) { return minimum > distance ? minimum : distance; }
 
@@ -42,6 +19,15 @@ double atLeast(double minimum, double distance) { return minimum > distance ? mi
 double extentAlong(const Vecteur& direction, const Vecteur& sizes) {
   return std::abs(direction.x) * sizes.x + std::abs(direction.y) * sizes.y +
          std::abs(direction.z) * sizes.z;
+}
+
+std::array<Point, 8> cornersOf(const Box3& box) {
+  std::array<Point, 8> corners;
+  for (unsigned i = 0; i < corners.size(); ++i) {
+    corners[i] = {(i & 1U) != 0 ? box.xMax : box.xMin, (i & 2U) != 0 ? box.yMax : box.yMin,
+                  (i & 4U) != 0 ? box.zMax : box.zMin};
+  }
+  return corners;
 }
 
 Orientation orientationOf(AxisView view) {
@@ -77,23 +63,30 @@ CParamsVue3D::CParamsVue3D(const CParamsVue3D& other)
       height_(other.height_),
       depth_(other.depth_),
       pixelWidth_(other.pixelWidth_),
-      pixelHeight_(other.pixelHeight_) {
+      pixelHeight_(other.pixelHeight_),
+      perspective_(other.perspective_),
+      openingAngle_(other.openingAngle_),
+      isFree_(other.isFree_),
+      scene_(other.scene_) {
   frame();
 }
 
-Vecteur CParamsVue3D::direction() const { return normalised(target_ - eye_); }
+CameraValue CParamsVue3D::value() const {
+  return {eye_, target_, up_, width_, height_, perspective_, openingAngle_, depth_};
+}
 
-const CParamsVue3D::Frame& CParamsVue3D::frame() {
-  if (!frame_) {
-    const Vecteur d = direction();
-    const Vecteur a = normalised(cross(normalised(up_), d));
-    const Vecteur b = cross(d, a);
-    const Point corner = target_ - (width_ / 2) * a - (height_ / 2) * b;
-    const double pixelSize = width_ / pixelWidth_;
-    frame_ =
-        Frame{a.x, a.y, a.z, b.x, b.y, b.z, d.x, d.y, d.z, corner.x, corner.y, corner.z, pixelSize};
-  }
-  return *frame_;
+void CParamsVue3D::take(const CameraValue& value) {
+  frame_.reset();
+  eye_ = value.eye;
+  target_ = value.target;
+  up_ = value.up;
+  width_ = value.width;
+  height_ = value.height;
+  perspective_ = value.perspective;
+  openingAngle_ = value.openingAngle;
+  depth_ = value.depth;
+  setClipRange(depth_);
+  isFree_ = true;
 }
 
 void CParamsVue3D::fitAxis(AxisView view, const std::optional<Box3>& box, ClientSize client,
@@ -114,6 +107,7 @@ void CParamsVue3D::fitTurned(const Orientation& orientation, const std::optional
   fitRectangle(extentAlong(cross(up, side), sizes), extentAlong(up, sizes), surplus,
                client.aspect());
   lookAt(box->centre(), side, atLeast(minimumDepth, 2.0 * box->halfDiagonal() * (1.0 + surplus)));
+  makeRoomForBox(*box, surplus);
 }
 
 void CParamsVue3D::fitTurning(const std::optional<Box3>& box, ClientSize client, double surplus) {
@@ -127,6 +121,7 @@ void CParamsVue3D::fitTurning(const std::optional<Box3>& box, ClientSize client,
   const Vecteur sizes = box->extents();
   fitRectangle(sizes.x, sizes.z, surplus, client.aspect());
   lookAt(box->centre(), side, 2.0 * box->halfDiagonal());
+  makeRoomForBox(*box, surplus);
 }
 
 void CParamsVue3D::fitDefault(const std::optional<Box3>& box, ClientSize client, double surplus,
@@ -141,6 +136,7 @@ void CParamsVue3D::fitDefault(const std::optional<Box3>& box, ClientSize client,
   }
   fitSphere((1.0 + surplus) * box->halfDiagonal(), client.aspect());
   lookAt(box->centre(), side, atLeast(minimumDepth, 2.0 * box->halfDiagonal()));
+  makeRoomForSphere((1.0 + surplus) * box->halfDiagonal());
 }
 
 void CParamsVue3D::fitWhole(const Box3& box, ClientSize client, double surplus,
@@ -149,13 +145,18 @@ void CParamsVue3D::fitWhole(const Box3& box, ClientSize client, double surplus,
   const double aspect = width_ / height_;
   storeClient(client);
   fitSphere((1.0 + surplus) * box.halfDiagonal(), aspect);
-  lookAt(box.centre(), side, depth_);
-  depth_ = atLeast(minimumDepth, 2.0 * box.halfDiagonal());
+  const double fitted = atLeast(minimumDepth, 2.0 * box.halfDiagonal());
+  lookAt(box.centre(), side, isFree_ ? fitted : depth_);
+  depth_ = fitted;
+  makeRoomForSphere((1.0 + surplus) * box.halfDiagonal());
 }
 
 void CParamsVue3D::fitDepth(const Box3& box, ClientSize client, double minimumDepth) {
   const double offCentre = (target_ - box.centre()).norm();
   storeClient(client);
+  if (isFree_ && scene_ == box) {
+    return;  // which it holds
+  }
   lookAt(target_, -direction(), atLeast(minimumDepth, 2.0 * (box.halfDiagonal() + offCentre)));
 }
 
@@ -170,6 +171,43 @@ void CParamsVue3D::fitWindow(ClientSize client) {
     height_ = width_ / aspect;
   }
   storeClient(client);
+}
+
+void CParamsVue3D::growTo(ClientSize client) {
+  if (client.isEmpty()) {
+    return;
+  }
+  const double aspect = static_cast<double>(client.width) / client.height;
+  const double stretch = aspect * height_ / width_;
+  storeClient(client);
+  if (stretch > 1.0 + kSinglePrecision) {
+    width_ = aspect * height_;
+  } else if (stretch < 1.0 - kSinglePrecision) {
+    height_ = width_ / aspect;
+  }
+}
+
+void CParamsVue3D::showPart(ClientSize client, double x1, double y1, double x2, double y2) {
+  const Vecteur right = normalised(cross(direction(), up_));
+  const double pixelWide = width_ / client.width;
+  const double pixelHigh = height_ / client.height;
+  moveBy((pixelWide * ((x1 + x2 - client.width) / 2)) * right +
+         (pixelHigh * ((client.height - y1 - y2) / 2)) * cross(right, direction()));
+  width_ = pixelWide * std::abs(x2 - x1);
+  height_ = pixelHigh * std::abs(y2 - y1);
+  growTo(client);
+}
+
+void CParamsVue3D::showBox(const Box3& box, double surplus) {
+  const Vecteur sizes = box.extents();
+  const Vecteur right = normalised(cross(direction(), up_));
+  const double horizontal = extentAlong(right, sizes);
+  const double vertical = extentAlong(cross(right, direction()), sizes);
+  moveBy(box.centre() - target_);
+  if (horizontal > 0.0 || vertical > 0.0) {
+    fitRectangle(horizontal, vertical, surplus, width_ / height_);
+    makeRoomForBox(box, surplus);
+  }
 }
 
 void CParamsVue3D::resize(ClientSize client) {
@@ -199,96 +237,6 @@ void CParamsVue3D::adaptTo(ClientSize client) {
   storeClient(client);
 }
 
-void CParamsVue3D::zoom(double coefficient) {
-  frame_.reset();
-  width_ /= coefficient;
-  height_ /= coefficient;
-  const double shorter = std::min(width_, height_);
-  if (shorter / 6.0 > zFar_ - zNear_) {
-    const double distance = shorter / 12.0;
-    eye_ = target_ + (2.0 * distance) * normalised(eye_ - target_);
-    zNear_ = 0.9 * distance;
-    zFar_ = 3.1 * distance;
-  }
-}
-
-void CParamsVue3D::zoomAbout(int x, int y, double coefficient) {
-  const Point before = pixelToWorld(x, y);
-  zoom(coefficient);
-  const Vecteur shift = before - pixelToWorld(x, y);
-  if (std::isfinite(shift.norm())) {
-    eye_ = eye_ + shift;
-    target_ = target_ + shift;
-    frame_.reset();
-  }
-}
-
-void CParamsVue3D::translateH(double distance) {
-  const Vecteur left = normalised(cross(up_, direction()));
-  eye_ = eye_ - distance * left;
-  target_ = target_ - distance * left;
-  backOff(2.0 * std::abs(distance));
-}
-
-void CParamsVue3D::translateV(double distance) {
-  const Vecteur upwards = normalised(up_);
-  eye_ = eye_ + distance * upwards;
-  target_ = target_ + distance * upwards;
-  backOff(2.0 * std::abs(distance));
-}
-
-void CParamsVue3D::translateP(double distance) {
-  const Vecteur forward = direction();
-  frame_.reset();
-  eye_ = eye_ + distance * forward;
-  target_ = target_ + distance * forward;
-}
-
-void CParamsVue3D::rotateA(double degrees) {
-  frame_.reset();
-  up_ = rotated(up_, target_ - eye_, degrees);
-}
-
-void CParamsVue3D::rotateH(double degrees) {
-  frame_.reset();
-  eye_ = target_ + rotated(eye_ - target_, up_, degrees);
-}
-
-void CParamsVue3D::rotateV(double degrees) {
-  const Vecteur sight = target_ - eye_;
-  const Vecteur axis = cross(sight, up_);
-  frame_.reset();
-  eye_ = target_ - rotated(sight, axis, degrees);
-  up_ = rotated(up_, axis, degrees);
-}
-
-Point CParamsVue3D::pixelToWorld(int x, int y) {
-  frame();
-  double& pixelSize = (*frame_)[kPixelSize];
-  if (pixelSize == 0.0) {
-    pixelSize = 1.0;
-  }
-  // The projection stretches the rectangle over the window, so a pixel is as high as the heights
-  // say.
-  const double pixelHigh = height_ == 0.0 ? pixelSize : height_ / pixelHeight_;
-  const double fromRight = pixelWidth_ - (x + 0.5);
-  const double fromBottom = pixelHeight_ - (y + 0.5);
-  return pointAt(*frame_, kCorner) + (fromRight * pixelSize) * vectorAt(*frame_, kAxisA) +
-         (fromBottom * pixelHigh) * vectorAt(*frame_, kAxisB);
-}
-
-std::optional<Point> CParamsVue3D::pixelToPlane(int x, int y, const std::array<double, 4>& plane) {
-  const Point start = pixelToWorld(x, y);
-  const Vecteur sight = vectorAt(*frame_, kDirection);
-  const Vecteur normal(plane[0], plane[1], plane[2]);
-  const double slope = dot(normal, sight);
-  if (!(std::abs(slope) > kParallel)) {
-    return std::nullopt;
-  }
-  const double along = -(dot(normal, start - Point()) + plane[3]) / slope;
-  return start + along * sight;
-}
-
 /// The start of every fit: what is cached about the old view goes.
 void CParamsVue3D::storeClient(ClientSize client) {
   frame_.reset();
@@ -307,7 +255,7 @@ void CParamsVue3D::lookAtNothing(const Vecteur& side) {
 
 void CParamsVue3D::lookAt(const Point& centre, const Vecteur& side, double distance) {
   target_ = centre;
-  eye_ = centre + distance * side;
+  eye_ = centre + (isFree_ && distance == 0.0 ? 1.0 : distance) * side;
   depth_ = distance;
   setClipRange(distance);
 }
@@ -336,18 +284,42 @@ void CParamsVue3D::fitSphere(double radius, double aspect) {
   }
 }
 
+/// With perspective, moves the drawn eye at least so far away, which enlarges the view rectangle.
+void CParamsVue3D::makeRoom(double distance) {
+  const double factor = distance / viewDistance();
+  if (perspective_ && factor > 1.0 && std::isfinite(factor)) {
+    width_ *= factor;
+    height_ *= factor;
+  }
+}
+
+/// For a sphere around the target.
+void CParamsVue3D::makeRoomForSphere(double radius) {
+  const double upwards = std::atan2(height_ / 2, viewDistance());
+  const double sideways = std::atan2(width_ / 2, viewDistance());
+  makeRoom(radius / std::sin(std::min(upwards, sideways)));
+}
+
+/// For a box around the target, enlarged by the surplus.
+void CParamsVue3D::makeRoomForBox(const Box3& box, double surplus) {
+  const Vecteur forward = direction();
+  const Vecteur right = normalised(cross(forward, up_));
+  const Vecteur upwards = cross(right, forward);
+  const double distance = viewDistance();
+  double needed = 0.0;
+  for (const Point& corner : cornersOf(box)) {
+    const Vecteur offset = (1.0 + surplus) * (corner - target_);
+    const double across = std::max(2 * std::abs(dot(offset, right)) / width_,
+                                   2 * std::abs(dot(offset, upwards)) / height_);
+    needed = std::max(needed, across * distance - dot(offset, forward));
+  }
+  makeRoom(needed);
+}
+
 /// The range reaches 0.55 times the distance in front of and behind the target.
 void CParamsVue3D::setClipRange(double distance) {
   zNear_ = distance * 0.9 * 0.5;
   zFar_ = distance * 3.1 * 0.5;
-}
-
-void CParamsVue3D::backOff(double distance) {
-  const Vecteur forward = direction();
-  frame_.reset();
-  depth_ += distance;
-  setClipRange(depth_);
-  eye_ = eye_ - distance * forward;
 }
 
 }  // namespace zyn

@@ -6,8 +6,10 @@
 
 #include "core/Box3.h"
 #include "core/Point.h"
+#include "core/Ray.h"
 #include "core/Vecteur.h"
 #include "view/Pixels.h"
+#include "view3d/CameraValue.h"
 
 namespace zyn {
 
@@ -20,11 +22,23 @@ struct Orientation {
   Vecteur up;
 };
 
-/// An orthographic camera: eye, target, screen-up direction, view rectangle around the target,
-/// depth range. Lengths are in scene units, angles in degrees. Fits take the scene box, if there is
-/// one, and a surplus: the margin to leave around it, as a fraction of its size. Nothing guards
-/// against null directions and zero sizes: they give infinite and not-a-number values, which the
-/// next fit along an axis replaces.
+/// What can be seen at the centre of a pixel: the ray begins at the near clipping plane and has a
+/// direction of length 1.
+struct LineOfSight {
+  Ray ray;
+  double length = 0.0;  ///< to the far clipping plane
+};
+
+/// A camera: eye, target, screen-up direction, view rectangle around the target, depth range.
+/// Lengths are in scene units, angles in degrees. Fits take the scene box, if there is one, and a
+/// surplus: the margin to leave around it, as a fraction of its size. Nothing guards against null
+/// directions and zero sizes: they give infinite and not-a-number values, which the next fit along
+/// an axis replaces.
+///
+/// With perspective it draws from a point on the line from the target to the eye, so far away that
+/// the view rectangle keeps its size, and fits leave room for what is nearer than that. What was
+/// made from a value (`take`) or turned as a table is free: its up direction need not be square to
+/// the line of sight, and its depth range holds the scene wherever it moves.
 class CParamsVue3D {
  public:
   /// What pixels are mapped with: axis A = up x d (towards the left of the screen), axis B = d x A
@@ -49,6 +63,31 @@ class CParamsVue3D {
   double depth() const { return depth_; }
   std::uint32_t pixelWidth() const { return pixelWidth_; }
   std::uint32_t pixelHeight() const { return pixelHeight_; }
+  bool perspective() const { return perspective_; }
+
+  CameraValue value() const;
+  /// Looks as `value` says, and is free from now on.
+  void take(const CameraValue& value);
+
+  /// What a free camera's depth range holds, from now on.
+  void holdScene(const std::optional<Box3>& scene) { scene_ = scene; }
+
+  /// Where it draws from.
+  Point drawnEye() const;
+
+  struct DepthRange {
+    double zNear = 0.0;
+    double zFar = 0.0;
+  };
+  /// Distances of the clipping planes from the drawn eye.
+  DepthRange drawnRange() const;
+
+  /// From there to the target.
+  double drawnDistance() const;
+
+  /// Scene units that the view shows from bottom to top: anywhere, or with perspective at distance
+  /// 1 from the drawn eye.
+  double shownHeight() const;
 
   /// Direction of view, of length 1.
   Vecteur direction() const;
@@ -85,6 +124,17 @@ class CParamsVue3D {
   /// Adapts the view rectangle to a client area by enlarging it; does nothing for an empty one.
   void fitWindow(ClientSize client);
 
+  /// Enlarges one side of the view rectangle, where it is not the client area's already but for
+  /// single precision. Does nothing for an empty area.
+  void growTo(ClientSize client);
+
+  /// Shows the part of the view rectangle between two points of the client area, which are measured
+  /// in pixels from its upper left corner.
+  void showPart(ClientSize client, double x1, double y1, double x2, double y2);
+
+  /// Shows the whole box with its centre in the middle, keeping direction and aspect.
+  void showBox(const Box3& box, double surplus);
+
   /// Follows a window whose client area has changed: a pixel goes on showing as much of the scene.
   /// Does nothing for an empty area.
   void resize(ClientSize client);
@@ -116,15 +166,41 @@ class CParamsVue3D {
   /// the screen.
   void rotateV(double degrees);
 
+  /// Turns the eye as rotateH and rotateV do, but leaves the up direction where it is, and does not
+  /// tilt as far as to look along it. It is free from now on.
+  void turnTable(double degrees, double tilt);
+
+  /// Turns so that the near side of a ball around the target follows the mouse.
+  void turnBall(PixelPoint from, PixelPoint to, ClientSize client);
+
+  /// Turns by `turn`, then moves so that `centre` is seen where it was.
+  template <class Turn>
+  void turnAbout(const Point& centre, Turn turn) {
+    const Vecteur seen = seenFromTarget(centre);
+    turn(*this);
+    moveBy(seen, centre);
+  }
+
   /// The world point under the centre of a pixel (from the top left corner), on the plane through
   /// the target that faces the viewer.
   Point pixelToWorld(int x, int y);
 
+  LineOfSight sightThrough(int x, int y);
+
   /// Where the line of sight through a pixel meets the plane ax + by + cz + d = 0; none when it is
-  /// parallel.
+  /// parallel, or when that is behind the eye of a perspective.
   std::optional<Point> pixelToPlane(int x, int y, const std::array<double, 4>& plane);
 
  private:
+  /// How far what is drawn reaches from the target, towards the eye and away from it.
+  struct Reach {
+    double front = 0.0;
+    double back = 0.0;
+  };
+
+  Reach reach() const;
+  Ray rayThrough(int x, int y);
+  double viewDistance() const;
   void storeClient(ClientSize client);
   void lookAtNothing(const Vecteur& side);
   void lookAt(const Point& centre, const Vecteur& side, double distance);
@@ -132,6 +208,13 @@ class CParamsVue3D {
   void fitSphere(double radius, double aspect);
   void setClipRange(double distance);
   void backOff(double distance);
+  void makeRoom(double distance);
+  void makeRoomForSphere(double radius);
+  void makeRoomForBox(const Box3& box, double surplus);
+  Vecteur upwards() const;
+  Vecteur seenFromTarget(const Point& point) const;
+  void moveBy(const Vecteur& seen, const Point& centre);
+  void moveBy(const Vecteur& shift);
 
   Point eye_;
   Point target_{0.0, 0.0, -100.0};
@@ -143,6 +226,10 @@ class CParamsVue3D {
   double depth_ = 0.0;
   std::uint32_t pixelWidth_ = 0;
   std::uint32_t pixelHeight_ = 0;
+  bool perspective_ = false;
+  double openingAngle_ = CameraValue().openingAngle;
+  bool isFree_ = false;
+  std::optional<Box3> scene_;   ///< held by the depth range of a free camera
   std::optional<Frame> frame_;  ///< none: to be rebuilt
 };
 

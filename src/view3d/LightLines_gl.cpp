@@ -35,8 +35,9 @@ void drawLine(const LightBlock::Values4& towardsLight, double length, double mid
 }  // namespace
 
 void drawLightLines(const CParamsVue3D& camera, const LightBlock& lights) {
-  const double range = camera.zFar() - camera.zNear();
-  const double length = std::hypot(camera.height(), camera.width(), range) / 2;
+  const auto [zNear, zFar] = camera.drawnRange();
+  const double middle = camera.perspective() ? camera.drawnDistance() : (zFar + zNear) / 2;
+  const double length = std::hypot(camera.height(), camera.width(), zFar - zNear) / 2;
   if (!std::isfinite(length)) {
     return;
   }
@@ -47,7 +48,7 @@ void drawLightLines(const CParamsVue3D& camera, const LightBlock& lights) {
     if (lights.isDrawn(light)) {
       const Colour colour = lineColour(lights, light);
       const AutoGLColor guard(colour.r, colour.g, colour.b, 1.0, kBothFaces);
-      drawLine(lights.position(light), length, (camera.zFar() + camera.zNear()) / 2);
+      drawLine(lights.position(light), length, middle);
     }
   }
 }

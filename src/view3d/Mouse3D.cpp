@@ -39,6 +39,7 @@ void Mouse3D::leftDown(PixelPoint at, MouseKeys keys) {
   }
   beginDrag(at);
   if (closings == closings_) {
+    chooseCentre(at);
     pickPressed(at, keys);
   }
 }
@@ -78,6 +79,7 @@ void Mouse3D::middleDown(PixelPoint at, MouseKeys keys) {
     mode_.standIn(MouseMode::kPan);
   }
   beginDrag(at);
+  chooseCentre(at);
 }
 
 void Mouse3D::middleUp(PixelPoint at) {
@@ -141,27 +143,56 @@ void Mouse3D::dragCamera(PixelPoint at) {
   if (mode_.value() < MouseMode::kPan || mode_.value() > MouseMode3D::kZoom) {
     return;
   }
-  moveCamera(at.x - dragFrom_.x, dragFrom_.y - at.y, client);
+  moveCamera(at, client);
   dragFrom_ = at;
   host_.repaint();
 }
 
-/// `dx` pixels to the right, `dy` upwards.
-void Mouse3D::moveCamera(int dx, int dy, ClientSize client) {
-  const float alongX = ratio(dx, client.width);
-  const float alongY = ratio(dy, client.height);
+void Mouse3D::moveCamera(PixelPoint to, ClientSize client) {
+  const float alongX = ratio(to.x - dragFrom_.x, client.width);
+  const float alongY = ratio(dragFrom_.y - to.y, client.height);
   switch (mode_.value()) {
     case MouseMode::kPan:
       view_.translateH(-alongX * view_.camera()->width());
       view_.translateV(-alongY * view_.camera()->height());
       break;
     case MouseMode3D::kRotate:
-      view_.rotateH(-alongX * 360.0F);
-      view_.rotateV(-alongY * 360.0F);
+      rotate(to, -alongX * 360.0F, -alongY * 360.0F);
       break;
     default:
       view_.zoom(1.0F - 3.0F * alongY);
       break;
+  }
+}
+
+void Mouse3D::rotate(PixelPoint to, float across, float upwards) {
+  switch (rotation_.mode) {
+    case MouseRotation::kTable:
+      view_.turn(turnCentre_, [=](CParamsVue3D& camera) { camera.turnTable(across, upwards); });
+      break;
+    case MouseRotation::kTrackball:
+      view_.turn(turnCentre_,
+                 [&](CParamsVue3D& camera) { camera.turnBall(dragFrom_, to, view_.clientSize()); });
+      break;
+    default:
+      view_.turn(turnCentre_, [=](CParamsVue3D& camera) {
+        camera.rotateH(across);
+        camera.rotateV(upwards);
+      });
+      break;
+  }
+}
+
+/// About what the drag that begins will turn the camera.
+void Mouse3D::chooseCentre(PixelPoint press) {
+  turnCentre_.reset();
+  if (rotation_.centre == MouseRotation::kPoint) {
+    turnCentre_ = rotation_.point;
+  } else if (rotation_.centre == MouseRotation::kUnderMouse) {
+    turnCentre_ = host_.surfaceAt(press);
+    if (!turnCentre_) {
+      turnCentre_ = view_.pointBeside(press);
+    }
   }
 }
 

@@ -21,6 +21,20 @@ class MouseMode3D : public MouseMode {
   void standIn(std::int32_t value) { standIn_ = value; }
 };
 
+/// How the mouse turns the camera.
+struct MouseRotation {
+  enum Mode : std::int32_t {
+    kOrbit = 0,     ///< about the screen's axes
+    kTable = 1,     ///< the up direction stays
+    kTrackball = 2  ///< as a ball under the mouse
+  };
+  enum Centre : std::int32_t { kTarget = 0, kUnderMouse = 1, kPoint = 2 };
+
+  std::int32_t mode = kOrbit;
+  std::int32_t centre = kTarget;
+  Point point{};  ///< the centre that was set
+};
+
 /// What the mouse of a 3D view needs of the view around it.
 class MouseHost3D : public MouseHost {
  public:
@@ -31,6 +45,9 @@ class MouseHost3D : public MouseHost {
   virtual void fireMouseOn(int key, PixelPoint at, const PickedNames& names) noexcept = 0;
   virtual void fireWindowSelection(int key, const SelectionRectangle& rectangle,
                                    const PickedNames& names) noexcept = 0;
+
+  /// The point of the scene that is seen at the centre of a pixel, if there is one.
+  virtual std::optional<Point> surfaceAt(PixelPoint at) noexcept = 0;
 
   /// Picks what the rectangle touches: the selection list drawn with mode -2.
   virtual PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept = 0;
@@ -43,6 +60,7 @@ class Mouse3D : public ViewMouse {
       : ViewMouse(host, mode_, true), view_(view), host_(host) {}
 
   MouseMode3D& mode() { return mode_; }
+  MouseRotation& rotation() { return rotation_; }
 
   void leftDown(PixelPoint at, MouseKeys keys);
   void leftUp(PixelPoint at, MouseKeys keys);
@@ -62,7 +80,9 @@ class Mouse3D : public ViewMouse {
 
   void followKeys(MouseKeys keys);
   void dragCamera(PixelPoint at);
-  void moveCamera(int dx, int dy, ClientSize client);
+  void moveCamera(PixelPoint to, ClientSize client);
+  void rotate(PixelPoint to, float across, float upwards);
+  void chooseCentre(PixelPoint press);
   void pickPressed(PixelPoint at, MouseKeys keys);
   void selectWindow(PixelPoint press, PixelPoint release, MouseKeys keys);
   void pickHovered(PixelPoint at, MouseKeys keys);
@@ -70,6 +90,8 @@ class Mouse3D : public ViewMouse {
   ViewState3D& view_;
   MouseHost3D& host_;
   MouseMode3D mode_;
+  MouseRotation rotation_;
+  std::optional<Point> turnCentre_;  ///< in place of the target, during a drag
 };
 
 }  // namespace zyn

@@ -27,13 +27,19 @@ bool isExtent(double value) {
 }
 
 bool canProject(const CParamsVue3D& camera) {
-  const Point& eye = camera.eye();
+  const Point eye = camera.drawnEye();
   const Point& target = camera.target();
   const Vecteur& up = camera.up();
-  return areCoordinates({eye.x, eye.y, eye.z, target.x, target.y, target.z, up.x, up.y, up.z,
-                         camera.zNear(), camera.zFar()}) &&
-         isExtent(camera.width()) && isExtent(camera.height()) &&
-         isExtent(camera.zFar() - camera.zNear());
+  const auto [zNear, zFar] = camera.drawnRange();
+  return areCoordinates(
+             {eye.x, eye.y, eye.z, target.x, target.y, target.z, up.x, up.y, up.z, zNear, zFar}) &&
+         isExtent(camera.width()) && isExtent(camera.height()) && isExtent(zFar - zNear);
+}
+
+/// The view rectangle, in the plane through the target, and the depth range.
+ViewRectangle rectangleOf(const CParamsVue3D& camera) {
+  const auto [zNear, zFar] = camera.drawnRange();
+  return {-camera.width() / 2, -camera.height() / 2, camera.width(), camera.height(), zNear, zFar};
 }
 
 void loadEyeSpace() {
@@ -47,12 +53,12 @@ void loadProjection(const CParamsVue3D* camera, const PicturePart& part) {
   if (!camera) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-  } else if (canProject(*camera)) {
-    loadOrthographic({-camera->width() / 2, -camera->height() / 2, camera->width(),
-                      camera->height(), camera->zNear(), camera->zFar()},
-                     part);
-  } else {
+  } else if (!canProject(*camera)) {
     loadProjectionOfNothing();
+  } else if (camera->perspective()) {
+    loadPerspective(rectangleOf(*camera), camera->drawnDistance(), part);
+  } else {
+    loadOrthographic(rectangleOf(*camera), part);
   }
 }
 
@@ -60,7 +66,7 @@ void lookAlong(const CParamsVue3D& camera) {
   if (!canProject(camera)) {
     return;
   }
-  const Point& eye = camera.eye();
+  const Point eye = camera.drawnEye();
   const Point& target = camera.target();
   const Vecteur& up = camera.up();
   glMatrixMode(GL_MODELVIEW);

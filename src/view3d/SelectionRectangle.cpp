@@ -41,6 +41,13 @@ std::optional<SelectionRectangle> SelectionRectangle::between(PixelPoint press, 
   return rectangle;
 }
 
+PickRegion SelectionRectangle::region(ClientSize client) const {
+  PickRegion moved = centredRegion(client);
+  moved.centreX += mean(xMin, xMax) * client.width;
+  moved.centreY -= mean(yMin, yMax) * client.height;
+  return moved;
+}
+
 CParamsVue3D SelectionRectangle::centred(const CParamsVue3D& camera) const {
   CParamsVue3D moved(camera);
   moved.translateH(mean(xMin, xMax) * camera.width());

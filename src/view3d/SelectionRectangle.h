@@ -24,6 +24,8 @@ struct SelectionRectangle {
   static std::optional<SelectionRectangle> between(PixelPoint press, PixelPoint release,
                                                    ClientSize client);
 
+  PickRegion region(ClientSize client) const;
+
   /// The camera moved so that the rectangle's centre is the view's.
   CParamsVue3D centred(const CParamsVue3D& camera) const;
 

@@ -18,6 +18,12 @@ std::optional<Box3> ViewState3D::sceneBox() const {
 
 void ViewState3D::setSceneBox(const std::optional<Box3>& measured) {
   measured_ = measured;
+  if (camera_) {
+    camera_->holdScene(measured_);
+  }
+  if (flight_) {
+    flight_->adjust([this](CParamsVue3D& camera) { camera.holdScene(measured_); });
+  }
   const BoxSource released = std::exchange(viewBox_, nullptr);
 }
 
@@ -86,7 +92,7 @@ bool ViewState3D::zoomAbout(int x, int y, double coefficient) {
 
 bool ViewState3D::resize(ClientSize client) {
   client_ = client;
-  return change([&](CParamsVue3D& camera) { camera.resize(client); });
+  return adjust([&](CParamsVue3D& camera) { camera.resize(client); });
 }
 
 bool ViewState3D::rotateA(double degrees) {
@@ -101,6 +107,37 @@ bool ViewState3D::rotateV(double degrees) {
   return change([&](CParamsVue3D& camera) { camera.rotateV(degrees); });
 }
 
+bool ViewState3D::turn(const std::optional<Point>& centre,
+                       const std::function<void(CParamsVue3D&)>& apply) {
+  return change([&](CParamsVue3D& camera) {
+    if (centre) {
+      camera.turnAbout(*centre, apply);
+    } else {
+      apply(camera);
+    }
+  });
+}
+
+bool ViewState3D::showCamera(const CameraValue& value) {
+  if (!camera_) {
+    camera_ = std::make_unique<CParamsVue3D>();
+  } else {
+    pushHistory();
+  }
+  return change([&](CParamsVue3D& camera) {
+    camera.take(value);
+    camera.growTo(client_);
+  });
+}
+
+bool ViewState3D::zoomRectangle(double x1, double y1, double x2, double y2) {
+  return changeWithHistory([&](CParamsVue3D& camera) { camera.showPart(client_, x1, y1, x2, y2); });
+}
+
+bool ViewState3D::zoomBox(const Box3& box, double surplus) {
+  return changeWithHistory([&](CParamsVue3D& camera) { camera.showBox(box, surplus); });
+}
+
 void ViewState3D::pushHistory() {
   if (camera_) {
     auto entry = std::make_unique<CParamsVue3D>(*camera_);
@@ -113,12 +150,83 @@ bool ViewState3D::lastView() {
   if (!history_.head()) {
     return false;
   }
+  undone_.push_back(std::move(camera_));
   camera_.reset(history_.takeFirst());
-  return change([&](CParamsVue3D& camera) { camera.adaptTo(client_); });
+  return adjust([&](CParamsVue3D& camera) { camera.adaptTo(client_); });
+}
+
+bool ViewState3D::nextView() {
+  if (undone_.empty()) {
+    return false;
+  }
+  pushHistory();
+  camera_ = std::move(undone_.back());
+  undone_.pop_back();
+  return adjust([&](CParamsVue3D& camera) { camera.adaptTo(client_); });
 }
 
 bool ViewState3D::fitWindow() {
-  return change([&](CParamsVue3D& camera) { camera.fitWindow(client_); });
+  return adjust([&](CParamsVue3D& camera) { camera.fitWindow(client_); });
+}
+
+bool ViewState3D::fly(double now, double duration, const std::function<bool()>& operation) {
+  std::optional<CParamsVue3D> shown;
+  if (camera_) {
+    shown.emplace(*camera_);
+  }
+  const unsigned changes = changes_;
+  const bool settled = settle();
+  if (!operation()) {
+    return settled;
+  }
+  const bool hasWay = shown && !(shown->value() == camera_->value()) && !faultOf(shown->value()) &&
+                      !faultOf(camera_->value());
+  if (!hasWay || !(duration > 0)) {
+    ++arrivals_;
+    return true;
+  }
+  flight_.emplace(*shown, *camera_, now, duration);
+  camera_ = std::make_unique<CParamsVue3D>(*shown);
+  noteCamera();
+  changes_ = changes;
+  return true;
+}
+
+bool ViewState3D::advance(double now) {
+  if (!flight_) {
+    return false;
+  }
+  camera_ = std::make_unique<CParamsVue3D>(flight_->cameraAt(now));
+  if (flight_->isOver(now)) {
+    stop();
+  }
+  noteCamera();
+  return true;
+}
+
+bool ViewState3D::settle() {
+  if (!flight_) {
+    return false;
+  }
+  camera_ = std::make_unique<CParamsVue3D>(flight_->aim());
+  stop();
+  noteCamera();
+  return true;
+}
+
+void ViewState3D::stop() {
+  if (flight_) {
+    flight_.reset();
+    ++arrivals_;
+  }
+}
+
+std::optional<Point> ViewState3D::pointBeside(PixelPoint pixel) {
+  return camera_ ? std::optional(camera_->pixelToWorld(pixel.x, pixel.y)) : std::nullopt;
+}
+
+std::optional<LineOfSight> ViewState3D::sightThrough(PixelPoint pixel) {
+  return camera_ ? std::optional(camera_->sightThrough(pixel.x, pixel.y)) : std::nullopt;
 }
 
 double ViewState3D::getWindowScale() const {
@@ -160,18 +268,41 @@ bool ViewState3D::fitDefault(double surplus) {
 
 bool ViewState3D::fitDepth(const std::optional<Box3>& box) {
   return box &&
-         change([&](CParamsVue3D& camera) { camera.fitDepth(*box, client_, drawingDepth_); });
+         adjust([&](CParamsVue3D& camera) { camera.fitDepth(*box, client_, drawingDepth_); });
 }
 
-/// Applies a change to the camera, if there is one, and keeps a copy of the result.
+/// Applies a move to the camera, if there is one, and keeps a copy of the result.
 template <class Change>
 bool ViewState3D::change(Change apply) {
+  undone_.clear();
+  return adjust(apply);
+}
+
+/// The same for what is no move, and applies to the ends of a flight as well.
+template <class Change>
+bool ViewState3D::adjust(Change apply) {
   if (!camera_) {
     return false;
   }
-  apply(*camera_);
-  lastParams_ = std::make_unique<CParamsVue3D>(*camera_);
+  const auto holdAndApply = [&](CParamsVue3D& camera) {
+    camera.holdScene(measured_);
+    apply(camera);
+  };
+  holdAndApply(*camera_);
+  if (flight_) {
+    flight_->adjust(holdAndApply);
+  }
+  noteCamera();
   return true;
+}
+
+/// The camera may have changed.
+void ViewState3D::noteCamera() {
+  auto copy = std::make_unique<CParamsVue3D>(*camera_);
+  if (!lastParams_ || !(lastParams_->value() == copy->value())) {
+    ++changes_;
+  }
+  lastParams_ = std::move(copy);
 }
 
 template <class Change>

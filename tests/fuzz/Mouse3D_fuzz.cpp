@@ -8,7 +8,7 @@ using namespace zyn;
 
 class Session : public MouseSession<ViewState3D, Mouse3D, MouseHost3D> {
  public:
-  explicit Session(std::span<const std::uint8_t> input) : MouseSession(input, 12) {
+  explicit Session(std::span<const std::uint8_t> input) : MouseSession(input, 13) {
     view_.setClientSize({64, 32});
     view_.initView(0, [] { return std::optional(Box3{-1, 1, -1, 1, -1, 1}); });
   }
@@ -16,7 +16,13 @@ class Session : public MouseSession<ViewState3D, Mouse3D, MouseHost3D> {
  private:
   void middleUp(PixelPoint at) override { mouse_.middleUp(at); }
 
-  bool takeParticular(int, PixelPoint) override { return false; }
+  bool takeParticular(int kind, PixelPoint at) override {
+    constexpr int kRotation = 12;
+    if (kind == kRotation) {
+      mouse_.rotation() = {at.x % 4, at.y % 4, {0, 0.25, 0}};
+    }
+    return kind == kRotation;
+  }
 
   bool movesWithoutAButton() override {
     mouse_.mode().set(MouseMode3D::kRotate);
@@ -32,6 +38,10 @@ class Session : public MouseSession<ViewState3D, Mouse3D, MouseHost3D> {
   void fireMouseOn(int, PixelPoint, const PickedNames&) noexcept override { callOut(); }
   void fireWindowSelection(int, const SelectionRectangle&, const PickedNames&) noexcept override {
     callOut();
+  }
+  std::optional<Point> surfaceAt(PixelPoint at) noexcept override {
+    callOut();
+    return at.x % 2 == 0 ? std::optional(Point(0.5, 0, 0)) : std::nullopt;
   }
   PickRecords pickWithin(const SelectionRectangle&) noexcept override {
     callOut();

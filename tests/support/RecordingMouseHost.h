@@ -78,6 +78,8 @@ class RecordingMouseHost2D : public RecordingMouseHost<MouseHost2D, const Point&
 
 class RecordingMouseHost3D : public RecordingMouseHost<MouseHost3D, PixelPoint> {
  public:
+  std::optional<Point> surface;
+
   void fireMouseMove(int key, PixelPoint at) noexcept override { record("MouseMove", key, at); }
   void fireMouseSelection(int key, PixelPoint at, const PickedNames& names) noexcept override {
     record("MouseSelection", key, at, names);
@@ -88,6 +90,10 @@ class RecordingMouseHost3D : public RecordingMouseHost<MouseHost3D, PixelPoint> 
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
                            const PickedNames& names) noexcept override {
     record("WindowSelection", key, directed(rectangle), names);
+  }
+  std::optional<Point> surfaceAt(PixelPoint at) noexcept override {
+    record("surface", at);
+    return surface;
   }
   PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept override {
     record("pickWithin", directed(rectangle));

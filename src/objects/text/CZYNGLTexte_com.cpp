@@ -6,7 +6,6 @@
 #include "com/properties_com.h"
 #include "contract/CompanionObjects_com.h"
 #include "glcontext/StateQuery_gl.h"
-#include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/ContextFonts_win.h"
 #include "objects/text/TextFont_win.h"
 
@@ -261,11 +260,13 @@ bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept
 
 LabelView CZYNGLTexte::viewOf(int mode) {
   if (mode >= 0 && enumState(GL_RENDER_MODE) != GL_SELECT) {
-    drawnHeight_ = shownHeight();
-    return {drawnHeight_, view_.pixelScale};
+    drawn_ = shownView();
+    return {drawn_.height, view_.pixelScale, drawn_.perspective};
   }
   // The projection of a selection pass shows what is around the mouse only.
-  return {view_.viewHeight > 0 ? view_.viewHeight : drawnHeight_, view_.pixelScale};
+  const auto [height, perspective] =
+      view_.viewHeight > 0 ? ShownView{view_.viewHeight, view_.perspective} : drawn_;
+  return {height, view_.pixelScale, perspective};
 }
 
 }  // namespace zyn

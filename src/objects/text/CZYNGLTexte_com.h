@@ -7,6 +7,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "contract/SceneObject_com.h"
+#include "glcontext/ViewMeasures_gl.h"
 #include "objects/text/LabelPainter_gl.h"
 #include "objects/text/TextLabel.h"
 
@@ -77,7 +78,7 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
   std::optional<std::wstring> text_;  ///< as the host gave it
   LONG priority_ = 1;
   TextView view_;
-  double drawnHeight_ = 0.0;  ///< model units that the view of the last picture showed
+  ShownView drawn_;  ///< by the view of the last picture
 };
 
 }  // namespace zyn

@@ -1,5 +1,6 @@
 #include "objects/text/LabelPainter_gl.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -201,7 +202,8 @@ struct LabelRectangle {
 
 LabelRectangle rectangleOf(const TextLabel& label, LabelExtent& extent, const LabelView& view,
                            const PickQuery& query) {
-  const double screenPixel = query.pixelLength(view.height);
+  const double screenPixel =
+      query.pixelLength(view.height) * std::max(0.0, query.volume.depthOf(label.position));
   const int digitSize = query.isFlat ? label.digitSize(view.pixelScale) : 0;
   const TextBox& box = extent.of(label, *query.fonts, digitSize);
   const double scale =
@@ -234,8 +236,10 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
   {
     const UnlitColour colour = colourOf(label, view);
     setDepthTest(label);
-    const double pixel = pixelLength(view.height) * view.pixelScale;
-    drawOutlineText(label, fonts, {ModelView(), label.position, pixel}, view, mode);
+    const ModelView space;
+    const double nearness = view.perspective ? perspectiveScale(space, label.position) : 1.0;
+    const double pixel = pixelLength(view.height) * view.pixelScale * nearness;
+    drawOutlineText(label, fonts, {space, label.position, pixel}, view, mode);
   }
   glEnable(GL_DEPTH_TEST);
 }

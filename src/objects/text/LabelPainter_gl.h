@@ -11,10 +11,11 @@ namespace zyn {
 
 /// What a label has to know about the view that draws it.
 struct LabelView {
-  double height = 0.0;             ///< model units that the view shows from bottom to top
-  double pixelScale = 1.0;         ///< pixels for one pixel of the label's measures
-  double opacity = 1.0;            ///< by which that of the label is multiplied
+  double height = 0.0;      ///< model units that the view shows from bottom to top, see TextView
+  double pixelScale = 1.0;  ///< pixels for one pixel of the label's measures
+  double opacity = 1.0;     ///< by which that of the label is multiplied
   const GlMatrix* axes = nullptr;  ///< see DrawPass
+  bool perspective = false;
 };
 
 /// Draws the label's text in the current context, or in a selection pass (`mode` below 0) its box
