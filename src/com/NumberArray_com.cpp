@@ -10,9 +10,9 @@
 #include <type_traits>
 
 #include "com/OwnedVariant_com.h"
+#include "com/ScriptObject_com.h"
 #include "com/arguments_com.h"
 #include "com/errors_com.h"
-#include "platform/HostState_win.h"
 
 namespace zyn {
 
@@ -94,22 +94,6 @@ std::optional<double> numberIn(const VARIANT& value) {
 }
 
 std::wstring element(std::size_t index) { return L"element " + std::to_wstring(index); }
-
-/// A property of a script's object; none where it has none of that name.
-HRESULT readProperty(IDispatch& object, std::wstring name, OwnedVariant& value) {
-  LPOLESTR names[] = {name.data()};
-  DISPID id = 0;
-  const HRESULT known = object.GetIDsOfNames(IID_NULL, std::data(names), 1, LOCALE_NEUTRAL, &id);
-  HostState::setOurs();
-  if (FAILED(known)) {
-    return known;
-  }
-  DISPPARAMS none{};
-  const HRESULT read = object.Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_PROPERTYGET, &none,
-                                     value.get(), nullptr, nullptr);
-  HostState::setOurs();
-  return read;
-}
 
 }  // namespace
 

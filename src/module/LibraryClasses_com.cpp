@@ -15,6 +15,7 @@
 #include "offscreen/CZYN2DGLBitmapContext_com.h"
 #include "offscreen/CZYN3DGLBitmapContext_com.h"
 #include "view2d/CZYNVue2D_com.h"
+#include "view3d/CZYNCamera_com.h"
 #include "view3d/CZYNVue3D_com.h"
 
 namespace zyn {
@@ -34,6 +35,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNEchelleCouleurs, createInstance<CZYNEchelleCouleurs>, IDR_ZYNECHELLECOULEURS},
     {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
     {&CLSID_ZYNGLMaillage, createInstance<CZYNGLMaillage>, IDR_ZYNGLMAILLAGE},
+    {&CLSID_ZYNCamera, createInstance<CZYNCamera>, IDR_ZYNCAMERA},
 };
 
 }  // namespace

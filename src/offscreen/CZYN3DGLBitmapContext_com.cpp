@@ -16,6 +16,7 @@
 #include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
 #include "view3d/BitmapCamera.h"
+#include "view3d/CZYNCamera_com.h"
 #include "view3d/LightProperties_com.h"
 #include "view3d/ScenePass_gl.h"
 
@@ -84,7 +85,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
                     [](const auto& element) { return element && element->mayDrawText(); })) {
       needFonts();
     }
-    const TextView view = textView(viewHeight());
+    const TextView view = shownBy(textView(0.0));
     hand(collected.texts, view);
     hand(collected.itemTexts, view);
     itemTexts_.insert(itemTexts_.end(), collected.itemTexts.begin(), collected.itemTexts.end());
@@ -115,6 +116,14 @@ void CZYN3DGLBitmapContext::setInitialState() {
   pointSmooth_ = antialiasing.pointSmooth;
 }
 
+TextView CZYN3DGLBitmapContext::shownBy(TextView view) const {
+  if (camera_) {
+    view.viewHeight = camera_->shownHeight();
+    view.perspective = camera_->perspective();
+  }
+  return view;
+}
+
 void CZYN3DGLBitmapContext::hand(const Texts& texts, const TextView& view) {
   for (const ComPtr<ITextView>& text : texts) {
     text->setTextView(view);
@@ -127,6 +136,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::ViewParams(IDispatch* Box, double surplus,
     auto box = askFor<IZYNBox3D>(Box);
     box_.Swap(box);
     surplus_ = surplus;
+    wanted_.reset();
     viewFrame_ = XFormView ? viewFrame(readNumericArray(*XFormView).values) : std::nullopt;
   });
 }
@@ -138,12 +148,23 @@ std::optional<Box3> CZYN3DGLBitmapContext::boxToShow() {
   return measureScene(drawList());
 }
 
+CParamsVue3D CZYN3DGLBitmapContext::cameraFor(ClientSize size) {
+  if (!wanted_) {
+    return makeBitmapCamera(boxToShow(), size, surplus_, viewFrame_);
+  }
+  CParamsVue3D camera;
+  camera.take(*wanted_);
+  camera.growTo(size);
+  camera.holdScene(measureScene(drawList()));
+  return camera;
+}
+
 void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) {
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   const ClientSize size{static_cast<std::int32_t>(surface.width()),
                         static_cast<std::int32_t>(surface.height())};
-  camera_.emplace(makeBitmapCamera(boxToShow(), size, surplus_, viewFrame_));
+  camera_.emplace(cameraFor(size));
   ScenePass pass;
   pass.camera = &*camera_;
   pass.lights = lights_;
@@ -151,13 +172,28 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optiona
     pass.gradient = gradient_;
   }
   pass.pixelScale = pixelScale();
-  list.texts.viewHeight = viewHeight();
+  list.texts = shownBy(list.texts);
   hand(itemTexts_, list.texts);
   surface.render([&](const Tile& tile) {
     const AutoGLClearColor background(flat);
     pass.part = list.texts.part = tile.part();
     drawScene(pass, [&] { drawList().draw3D(list); });
   });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::get_Camera(IDispatch** pVal) noexcept {
+  return automation(*this, [&] {
+    const auto last = camera_ ? std::optional(camera_->value()) : std::nullopt;
+    return giveCamera(pVal, wanted_ ? wanted_ : last);
+  });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::put_Camera(IDispatch* newVal) noexcept {
+  return automation(*this, [&] { wanted_ = cameraIn(L"Camera", newVal); });
+}
+
+STDMETHODIMP CZYN3DGLBitmapContext::putref_Camera(IDispatch* newVal) noexcept {
+  return put_Camera(newVal);
 }
 
 STDMETHODIMP CZYN3DGLBitmapContext::CreateJPG(BSTR, BSTR JPGFile, int JPEGQuality) noexcept {

@@ -52,11 +52,17 @@ class CZYN3DGLBitmapContext final
   STDMETHODIMP put_GradientBackground(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP setGradientColor(float r, float g, float b) noexcept override;
 
+  STDMETHODIMP get_Camera(IDispatch** pVal) noexcept override;
+  STDMETHODIMP put_Camera(IDispatch* newVal) noexcept override;
+  STDMETHODIMP putref_Camera(IDispatch* newVal) noexcept override;
+
  private:
   void setInitialState() override;
   void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) override;
-  double viewHeight() const { return camera_ ? camera_->height() : 0.0; }
+  /// With the measures of the last picture's camera.
+  TextView shownBy(TextView view) const;
   std::optional<Box3> boxToShow();
+  CParamsVue3D cameraFor(ClientSize size);
 
   using Texts = std::vector<Microsoft::WRL::ComPtr<ITextView>>;
 
@@ -66,6 +72,7 @@ class CZYN3DGLBitmapContext final
   Microsoft::WRL::ComPtr<IZYNBox3D> box_;
   double surplus_ = 0.0;
   std::optional<CParamsVue3D::Frame> viewFrame_;
+  std::optional<CameraValue> wanted_;   ///< in place of box and frame
   std::optional<CParamsVue3D> camera_;  ///< of the last picture
   LightBlock lights_;
   Colour3 gradient_ = {1.0F, 1.0F, 1.0F};

@@ -17,6 +17,7 @@
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
 #include "view/ContainerPicture_win.h"
+#include "view/ViewListener.h"
 #include "view/WindowMouse_win.h"
 
 namespace zyn {
@@ -165,6 +166,9 @@ class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Int
     });
   }
 
+  /// Who hears of the view beside the sinks of its events.
+  ViewListeners& listeners() { return listeners_; }
+
   STDMETHODIMP get_hWnd(LONG* pVal) noexcept final {
     // Window handles have 32 significant bits; hosts extend them with their sign.
     return automation(derived(), [&] { return give(pVal, HandleToLong(this->window())); });
@@ -243,6 +247,7 @@ class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Int
   void windowDestroyed(HWND) noexcept final {
     mouse().close();
     boundary([this] { context_.destroy(); });
+    viewClosed();
   }
 
   /// Of the draw list and what is in it; nobody outside is to be called.
@@ -285,11 +290,15 @@ class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Int
 
   virtual Mouse& mouse() noexcept = 0;
 
+  /// The window is gone.
+  virtual void viewClosed() noexcept {}
+
   /// The smoothing of lines or points was switched: brings it to the rendering context.
   virtual void smoothingChanged() = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
 
+  ViewListeners listeners_;
   bool redrawsItself_ = false;
   bool hasExtentChanged_ = false;
 

@@ -28,9 +28,42 @@ void put(OwnedVariant& box, const SelectionRectangle& r) {
   giveNumbers(box.get(), {r.xMin, r.xMax, r.yMin, r.yMax, r.directionX, r.directionY});
 }
 
+/// Whether somebody has done something that is meant for the view.
+bool isInput(UINT message, MouseKeys keys) {
+  switch (message) {
+    case WM_MOUSEMOVE:
+      return keys.anyButton();
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_XBUTTONDOWN:
+    case WM_XBUTTONDBLCLK:
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEHWHEEL:
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (isInput(message, MouseKeys(static_cast<std::uint32_t>(wParam)))) {
+    view_.stop();
+  }
+  const bool isHandled = handleMessage(message, wParam, lParam);
+  tellListeners();
+  return isHandled ? std::optional<LRESULT>(0) : std::nullopt;
+}
+
+/// Whether that is all, and the system has nothing to do.
+bool CZYNVue3D::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const MouseKeys keys(static_cast<std::uint32_t>(wParam));
   switch (message) {
     case WM_LBUTTONDOWN:
@@ -65,15 +98,15 @@ std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM 
       mouse_.captureLost();
       break;
     case WM_TIMER:
-      repaint();
-      return 0;
+      isFlightTimer(wParam) ? followFlight() : repaint();
+      return true;
     case WM_MOUSEWHEEL:
       mouse_.wheel(GET_WHEEL_DELTA_WPARAM(wParam), wheelPointOf(window(), lParam));
-      return 0;
+      return true;
     default:
       break;
   }
-  return std::nullopt;
+  return false;
 }
 
 void CZYNVue3D::fireMouseDown(MouseButton button, PixelPoint at) noexcept {
@@ -118,13 +151,18 @@ PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept 
   PickRecords records;
   boundary([&] {
     followExtent();
-    if (view_.camera()) {
-      records = pick(rectangle.centred(*view_.camera()),
-                     rectangle.centredRegion(view_.clientSize()), true, kWindowSelectionMode);
+    const ClientSize client = view_.clientSize();
+    if (const CParamsVue3D* camera = view_.camera(); camera && camera->perspective()) {
+      records = pick(*camera, rectangle.region(client), true, kWindowSelectionMode);
+    } else if (camera) {
+      records = pick(rectangle.centred(*camera), rectangle.centredRegion(client), true,
+                     kWindowSelectionMode);
     }
   });
   return records;
 }
+
+std::optional<Point> CZYNVue3D::surfaceAt(PixelPoint) noexcept { return std::nullopt; }
 
 PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                             std::uint32_t mode) {

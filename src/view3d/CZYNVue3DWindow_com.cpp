@@ -24,8 +24,9 @@ std::shared_ptr<void> CZYNVue3D::prepareContext() {
   return resources;
 }
 
-TextView CZYNVue3D::textView(const ContextFonts& fonts, double height) const {
-  TextView view = fonts.view(height);
+TextView CZYNVue3D::textView(const ContextFonts& fonts, const CParamsVue3D& camera) const {
+  TextView view = fonts.view(camera.shownHeight());
+  view.perspective = camera.perspective();
   view.isOnDark = !gradientOn_ && isDark(background_);  // a gradient begins white
   return view;
 }
@@ -34,7 +35,7 @@ ListPass CZYNVue3D::listPass(std::uint32_t overrideMode) const {
   ListPass pass{.overrideMode = overrideMode};
   const CParamsVue3D* camera = view_.camera();
   if (const auto resources = resources_.lock(); resources && camera) {
-    pass.texts = textView(resources->fonts, camera->height());
+    pass.texts = textView(resources->fonts, *camera);
     pass.lists = {resources, &resources->lists};
   }
   return pass;
@@ -44,6 +45,7 @@ void CZYNVue3D::windowResized(SIZE client) {
   context_.withContext([&] { glViewport(0, 0, client.cx, client.cy); });
   view_.resize(clientSizeOf(client));
   repaint();
+  tellListeners();
 }
 
 ViewPass3D CZYNVue3D::currentPass() const {
@@ -106,7 +108,7 @@ DrawOffscreen CZYNVue3D::preparePicture(OffscreenSurface& surface, SIZE size) {
     surface.render([&](const Tile&) {
       const AutoGLClearColor background(flat);
       const auto kept = fonts.lock();
-      const TextView texts = kept && camera ? textView(*kept, camera->height()) : TextView();
+      const TextView texts = kept && camera ? textView(*kept, *camera) : TextView();
       drawView3D(
           pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
     });

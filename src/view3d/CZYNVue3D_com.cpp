@@ -26,49 +26,40 @@ CZYNVue3D::~CZYNVue3D() {
   CZYNVueControles::instance().remove(this);
 }
 
-template <class Operation>
-HRESULT CZYNVue3D::moveCamera(Operation operation) noexcept {
-  return automation(*this, [&] {
-    if (operation()) {
-      repaint();
-    }
-  });
-}
-
 STDMETHODIMP CZYNVue3D::VueXYp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kXYp, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kXYp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXYm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kXYm, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kXYm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXZp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kXZp, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kXZp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueXZm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kXZm, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kXZm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueYZp(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kYZp, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kYZp, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueYZm(double surplus) noexcept {
-  return moveCamera([&] { return view_.showAxis(AxisView::kYZm, surplus); });
+  return flyCamera([&] { return view_.showAxis(AxisView::kYZm, surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::VueTournage(double surplus) noexcept {
-  return moveCamera([&] { return view_.vueTournage(surplus); });
+  return flyCamera([&] { return view_.vueTournage(surplus); });
 }
 
 STDMETHODIMP CZYNVue3D::initView(double surplus) noexcept {
-  return moveCamera([&] { return view_.initView(surplus, measureScene_); });
+  return flyCamera([&] { return view_.initView(surplus, measureScene_); });
 }
 
 STDMETHODIMP CZYNVue3D::ZoomTotal(double surplus) noexcept {
-  return moveCamera([&] { return view_.zoomTotal(surplus, measureScene_); });
+  return flyCamera([&] { return view_.zoomTotal(surplus, measureScene_); });
 }
 
 STDMETHODIMP CZYNVue3D::UpdateParams() noexcept {
@@ -83,7 +74,7 @@ STDMETHODIMP CZYNVue3D::setViewBox(IDispatch* Box) noexcept {
 }
 
 STDMETHODIMP CZYNVue3D::LastView() noexcept {
-  return moveCamera([&] { return view_.lastView(); });
+  return flyCamera([&] { return view_.lastView(); });
 }
 
 STDMETHODIMP CZYNVue3D::TranslateH(double h) noexcept {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -23,9 +24,9 @@
 namespace zyn {
 
 /// The 3D view: an ActiveX control that draws the objects of its host, lets the user navigate with
-/// the mouse, and picks. Published members in CZYNVue3D_com.cpp, window and drawing in
-/// CZYNVue3DWindow_com.cpp, mouse in CZYNVue3DMouse_com.cpp, surfaces and regions in
-/// CZYNVue3DRegions_com.cpp.
+/// the mouse, and picks. Published members in CZYNVue3D_com.cpp, those of the camera as a value and
+/// its flights in CZYNVue3DCamera_com.cpp, window and drawing in CZYNVue3DWindow_com.cpp, mouse in
+/// CZYNVue3DMouse_com.cpp, surfaces and regions in CZYNVue3DRegions_com.cpp.
 class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mouse3D, MouseHost3D> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue3D";
@@ -91,6 +92,21 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   STDMETHODIMP get_MouseMode(short* pVal) noexcept override;
   STDMETHODIMP put_MouseMode(short newVal) noexcept override;
 
+  STDMETHODIMP get_Camera(IDispatch** pVal) noexcept override;
+  STDMETHODIMP put_Camera(IDispatch* newVal) noexcept override;
+  STDMETHODIMP putref_Camera(IDispatch* newVal) noexcept override;
+  STDMETHODIMP AllerA(IDispatch* Camera, LONG DureeMs) noexcept override;
+  STDMETHODIMP get_DureeAnimation(LONG* pVal) noexcept override;
+  STDMETHODIMP put_DureeAnimation(LONG newVal) noexcept override;
+  STDMETHODIMP ZoomRectangle(double x1, double y1, double x2, double y2) noexcept override;
+  STDMETHODIMP ZoomObjets(VARIANT Objets, double surplus) noexcept override;
+  STDMETHODIMP NextView() noexcept override;
+  STDMETHODIMP get_ModeRotation(LONG* pVal) noexcept override;
+  STDMETHODIMP put_ModeRotation(LONG newVal) noexcept override;
+  STDMETHODIMP get_CentreRotation(LONG* pVal) noexcept override;
+  STDMETHODIMP put_CentreRotation(LONG newVal) noexcept override;
+  STDMETHODIMP setCentreRotation(double x, double y, double z) noexcept override;
+
  private:
   // ControlHooks
   void windowCreated(HWND window, SIZE client) override;
@@ -101,6 +117,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
 
   // ViewControl
   Mouse3D& mouse() noexcept override { return mouse_; }
+  void viewClosed() noexcept override;
   void smoothingChanged() override;
 
   // MouseHost3D
@@ -112,11 +129,24 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   void fireWindowSelection(int key, const SelectionRectangle& rectangle,
                            const PickedNames& names) noexcept override;
   PickRecords pickAt(PixelPoint at) noexcept override;
+  std::optional<Point> surfaceAt(PixelPoint at) noexcept override;
   PickRecords pickWithin(const SelectionRectangle& rectangle) noexcept override;
 
-  /// Applies an operation of the view state and repaints if it changed the camera.
-  template <class Operation>
-  HRESULT moveCamera(Operation operation) noexcept;
+  using Move = std::function<bool()>;
+
+  /// Applies an operation of the view state, from the end of a flight, and repaints if it changed
+  /// the camera.
+  HRESULT moveCamera(const Move& move) noexcept;
+  /// The same in DureeAnimation.
+  HRESULT flyCamera(const Move& move) noexcept;
+  void go(const Move& move);
+  void goOrFly(const Move& move);
+  void fly(const Move& move, LONG duration);
+  static bool isFlightTimer(WPARAM timer);
+  void followFlight();
+  void requireCamera() const;
+  void tellListeners() noexcept;
+  bool handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
   /// What belongs to the rendering context of the window.
   struct ContextResources {
@@ -130,7 +160,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   std::shared_ptr<void> prepareContext();
   /// Fits the depth to objects that the view follows, where their bounds have changed since.
   void followExtent();
-  TextView textView(const ContextFonts& fonts, double height) const;
+  TextView textView(const ContextFonts& fonts, const CParamsVue3D& camera) const;
   ListPass listPass(std::uint32_t overrideMode = 0) const;
   ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
@@ -142,6 +172,9 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   const ViewState3D::BoxSource measureScene_;
   ViewState3D view_;
   Mouse3D mouse_;
+  LONG flightDuration_ = 0;    ///< of axis views, fits and the like, in milliseconds
+  unsigned toldChanges_ = 0;   ///< of the camera, as far as listeners have been told
+  unsigned toldArrivals_ = 0;  ///< the same of flights
 
   bool gradientOn_ = false;
   Colour3 gradient_ = {1.0F, 1.0F, 1.0F};

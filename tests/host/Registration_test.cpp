@@ -27,6 +27,7 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYNEchelleCouleurs, L"ZYNEchelleCouleurs", 0},
     {&CLSID_ZYNGroupe, L"ZYNGroupe", 0},
     {&CLSID_ZYNGLMaillage, L"ZYNGLMaillage", 0},
+    {&CLSID_ZYNCamera, L"ZYNCamera", 0},
 };
 
 const std::pair<IID, std::wstring> kInterfaces[] = {
@@ -44,6 +45,7 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYNEchelleCouleurs), L"IZYNEchelleCouleurs"},
     {__uuidof(IZYNGroupe), L"IZYNGroupe"},
     {__uuidof(IZYNGLMaillage), L"IZYNGLMaillage"},
+    {__uuidof(IZYNCamera), L"IZYNCamera"},
 };
 
 constexpr const wchar_t* kDefault = L"(default)";

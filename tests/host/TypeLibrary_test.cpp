@@ -41,6 +41,7 @@ Expected expectZYNVue() {
            {"IZYNEchelleCouleurs", __uuidof(IZYNEchelleCouleurs)},
            {"IZYNGroupe", __uuidof(IZYNGroupe)},
            {"IZYNGLMaillage", __uuidof(IZYNGLMaillage)},
+           {"IZYNCamera", __uuidof(IZYNCamera)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
            {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
            {"IZYNVue3D2", __uuidof(IZYNVue3D2)},
@@ -60,7 +61,8 @@ Expected expectZYNVue() {
            {"ZYNGLCote", __uuidof(ZYNGLCote)},
            {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)},
            {"ZYNGroupe", __uuidof(ZYNGroupe)},
-           {"ZYNGLMaillage", __uuidof(ZYNGLMaillage)}},
+           {"ZYNGLMaillage", __uuidof(ZYNGLMaillage)},
+           {"ZYNCamera", __uuidof(ZYNCamera)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
            {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
@@ -72,7 +74,8 @@ Expected expectZYNVue() {
            {"ZYNGLCote", {"default IZYNGLCote"}},
            {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}},
            {"ZYNGroupe", {"default IZYNGroupe"}},
-           {"ZYNGLMaillage", {"default IZYNGLMaillage"}}}};
+           {"ZYNGLMaillage", {"default IZYNGLMaillage"}},
+           {"ZYNCamera", {"default IZYNCamera"}}}};
 }
 
 Expected expectZYNModeleGeom() {

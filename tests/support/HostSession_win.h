@@ -26,6 +26,7 @@ inline constexpr const wchar_t* kCoteProgId = L"ZYNVue.ZYNGLCote";
 inline constexpr const wchar_t* kMeshProgId = L"ZYNVue.ZYNGLMaillage";
 inline constexpr const wchar_t* kScaleProgId = L"ZYNVue.ZYNEchelleCouleurs";
 inline constexpr const wchar_t* kGroupProgId = L"ZYNVue.ZYNGroupe";
+inline constexpr const wchar_t* kCameraProgId = L"ZYNVue.ZYNCamera";
 inline constexpr const wchar_t* kContextProgId = L"ZYNVue.ZYN3dGLBitmapContext";
 inline constexpr const wchar_t* kContext2DProgId = L"ZYNVue.ZYN2DGLBitmapContext";
 inline constexpr const wchar_t* kRectangleProgId = L"ZYNModeleGeom.Rectangle";

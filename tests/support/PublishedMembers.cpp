@@ -413,6 +413,33 @@ PublishedMembers mesh() {
       .method(35, "Extraire(VARIANT Faces) -> IDispatch* Maillage");
 }
 
+PublishedMembers camera() {
+  return PublishedMembers("IZYNCamera", 29)
+      .method(1, "setOeil(double x, double y, double Z)")
+      .method(2, "setCible(double x, double y, double Z)")
+      .method(3, "setHaut(double x, double y, double Z)")
+      .method(4, "getOeil() -> VARIANT Point")
+      .method(5, "getCible() -> VARIANT Point")
+      .method(6, "getHaut() -> VARIANT Direction")
+      .get(7, "OeilX", "double")
+      .get(8, "OeilY", "double")
+      .get(9, "OeilZ", "double")
+      .get(10, "CibleX", "double")
+      .get(11, "CibleY", "double")
+      .get(12, "CibleZ", "double")
+      .get(13, "HautX", "double")
+      .get(14, "HautY", "double")
+      .get(15, "HautZ", "double")
+      .getput(16, "largeur", "double")
+      .getput(17, "hauteur", "double")
+      .getput(18, "Perspective", "VARIANT_BOOL")
+      .getput(19, "AngleOuverture", "double")
+      .getput(20, "Profondeur", "double")
+      .getput(21, "Texte", "BSTR")
+      .method(22, "Copie() -> IDispatch* Camera")
+      .method(23, "Interpole(IDispatch* Autre, double t) -> IDispatch* Camera");
+}
+
 PublishedMembers& addOutput(PublishedMembers& members) {
   return members.method(170, "Exporter(BSTR Fichier)")
       .getput(171, "QualiteJPEG", "long")
@@ -426,8 +453,18 @@ PublishedMembers furtherOfView(const char* name, std::size_t count) {
   return addOutput(members);
 }
 
-PublishedMembers furtherOfView3D() {
-  return furtherOfView("IZYNVue3D2", 13)
+PublishedMembers further3D() {
+  return furtherOfView("IZYNVue3D2", 27)
+      .getput(120, "Camera", "IDispatch*")
+      .putref(120, "Camera", "IDispatch*")
+      .method(121, "AllerA(IDispatch* Camera, long DureeMs)")
+      .getput(122, "DureeAnimation", "long")
+      .method(123, "ZoomRectangle(double X1, double Y1, double X2, double Y2)")
+      .method(124, "ZoomObjets(VARIANT Objets, double surplus)")
+      .method(125, "NextView()")
+      .getput(126, "ModeRotation", "long")
+      .getput(127, "CentreRotation", "long")
+      .method(128, "setCentreRotation(double x, double y, double Z)")
       .method(160, "getPointSurface(int x, int y) -> VARIANT Surface")
       .method(161,
               "getSelectionRectangle(double X1, double Y1, double X2, double Y2, "
@@ -435,10 +472,16 @@ PublishedMembers furtherOfView3D() {
       .method(162, "getSelectionLasso(VARIANT Points, VARIANT_BOOL Entier) -> VARIANT Noms");
 }
 
-PublishedMembers furtherOfContext(const char* name) {
-  PublishedMembers members(name, 8);
+PublishedMembers furtherOfContext(const char* name, std::size_t count) {
+  PublishedMembers members(name, count);
   members.getput(101, "Silencieux", "VARIANT_BOOL");
   return addOutput(members);
+}
+
+PublishedMembers furtherOfContext3D() {
+  return furtherOfContext("IZYN3DGLBitmapContext2", 11)
+      .getput(120, "Camera", "IDispatch*")
+      .putref(120, "Camera", "IDispatch*");
 }
 
 }  // namespace
@@ -456,10 +499,11 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           colourScale(),
           group(),
           mesh(),
-          furtherOfView3D(),
+          camera(),
+          further3D(),
           furtherOfView("IZYNVue2D2", 10),
-          furtherOfContext("IZYN2DGLBitmapContext2"),
-          furtherOfContext("IZYN3DGLBitmapContext2"),
+          furtherOfContext("IZYN2DGLBitmapContext2", 8),
+          furtherOfContext3D(),
           events3D(),
           events2D()};
 }

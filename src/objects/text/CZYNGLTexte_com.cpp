@@ -261,12 +261,13 @@ bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept
 LabelView CZYNGLTexte::viewOf(int mode) {
   if (mode >= 0 && enumState(GL_RENDER_MODE) != GL_SELECT) {
     drawn_ = shownView();
-    return {drawn_.height, view_.pixelScale, drawn_.perspective};
+    return {
+        .height = drawn_.height, .pixelScale = view_.pixelScale, .perspective = drawn_.perspective};
   }
   // The projection of a selection pass shows what is around the mouse only.
   const auto [height, perspective] =
       view_.viewHeight > 0 ? ShownView{view_.viewHeight, view_.perspective} : drawn_;
-  return {height, view_.pixelScale, perspective};
+  return {.height = height, .pixelScale = view_.pixelScale, .perspective = perspective};
 }
 
 }  // namespace zyn
