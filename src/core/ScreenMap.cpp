@@ -69,6 +69,24 @@ ScreenMap ScreenMap::orthographic(const Point& origin, const Vecteur& right, con
   return map;
 }
 
+ScreenMap ScreenMap::perspective(const Point& origin, const Vecteur& right, const Vecteur& up,
+                                 const Point& eye) {
+  ScreenMap map;
+  const Vecteur across = cross(right, up);
+  const Vecteur w = -1 / dot(across, eye - origin) * across;  // 1 at the origin, 0 at the eye
+  // From the eye a point is drawn out to w = 1.
+  const auto setRow = [&](Row row, const Vecteur& step) {
+    const Vecteur v = 1 / dot(step, step) * step;
+    const Vecteur slope = v + dot(v, eye - origin) * w;
+    map.rows_[row] = {slope.x, slope.y, slope.z, -dot(slope, eye - Point())};
+  };
+  setRow(kX, right);
+  setRow(kY, up);
+  map.rows_[kDepth] = {0, 0, 0, 1};
+  map.rows_[kW] = {w.x, w.y, w.z, -dot(w, eye - Point())};
+  return map;
+}
+
 std::optional<PixelFrame> ScreenMap::at(const Point& point) const {
   const Homogeneous image = transform(point);
   const Vecteur x = gradient(kX, image);

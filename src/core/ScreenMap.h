@@ -51,6 +51,10 @@ class ScreenMap {
   /// to each other, that lead one pixel to the right and one up.
   static ScreenMap orthographic(const Point& origin, const Vecteur& right, const Vecteur& up);
 
+  /// The same of a view with perspective: at the depth of `origin`, seen from `eye`.
+  static ScreenMap perspective(const Point& origin, const Vecteur& right, const Vecteur& up,
+                               const Point& eye);
+
   /// The screen around a model point; none where the map cannot be turned round.
   std::optional<PixelFrame> at(const Point& point) const;
 

@@ -134,16 +134,16 @@ STDMETHODIMP CZYNVue3D::put_DureeAnimation(LONG newVal) noexcept {
                     [&] { flightDuration_ = inRange(L"DureeAnimation", newVal, 0, kLongest); });
 }
 
-STDMETHODIMP CZYNVue3D::ZoomRectangle(double x1, double y1, double x2, double y2) noexcept {
+STDMETHODIMP CZYNVue3D::ZoomRectangle(double X1, double Y1, double X2, double Y2) noexcept {
   return automation(*this, [&] {
-    if (finite(L"x1", x1) == finite(L"x2", x2)) {
-      throw badArgument(L"x2", L"the rectangle has no width");
+    if (finite(L"X1", X1) == finite(L"X2", X2)) {
+      throw badArgument(L"X2", L"the rectangle has no width");
     }
-    if (finite(L"y1", y1) == finite(L"y2", y2)) {
-      throw badArgument(L"y2", L"the rectangle has no height");
+    if (finite(L"Y1", Y1) == finite(L"Y2", Y2)) {
+      throw badArgument(L"Y2", L"the rectangle has no height");
     }
     requireCamera();
-    goOrFly([&] { return view_.zoomRectangle(x1, y1, x2, y2); });
+    goOrFly([&] { return view_.zoomRectangle(X1, Y1, X2, Y2); });
   });
 }
 

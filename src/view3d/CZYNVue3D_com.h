@@ -98,7 +98,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   STDMETHODIMP AllerA(IDispatch* Camera, LONG DureeMs) noexcept override;
   STDMETHODIMP get_DureeAnimation(LONG* pVal) noexcept override;
   STDMETHODIMP put_DureeAnimation(LONG newVal) noexcept override;
-  STDMETHODIMP ZoomRectangle(double x1, double y1, double x2, double y2) noexcept override;
+  STDMETHODIMP ZoomRectangle(double X1, double Y1, double X2, double Y2) noexcept override;
   STDMETHODIMP ZoomObjets(VARIANT Objets, double surplus) noexcept override;
   STDMETHODIMP NextView() noexcept override;
   STDMETHODIMP get_ModeRotation(LONG* pVal) noexcept override;

@@ -70,6 +70,24 @@ TEST(ScreenMapTest, PixelLengthOfAnOrthographicView) {
   }
 }
 
+TEST(ScreenMapTest, KnowsAViewWithPerspectiveByItsPixels) {
+  const Vecteur right{0, 0.3, 0.4};
+  const Vecteur up{0.5, 0, 0};
+  const Point origin{7, 8, 9};
+  const Point eye = origin + 10 * right + 20 * up + Vecteur{0, -8, 6};  // 10 units before the plane
+  const ScreenMap screen = ScreenMap::perspective(origin, right, up, eye);
+  for (const double part : {0.25, 1.0, 3.0}) {
+    const Point seen = origin + 30 * right + -12 * up;
+    const Point point = eye + part * (seen - eye);
+    const PlanePoint pixel = screen.pixelOf(point);
+    EXPECT_NEAR(pixel.x, 30, kExact);
+    EXPECT_NEAR(pixel.y, -12, kExact);
+    const auto frame = screen.at(point);
+    ASSERT_TRUE(frame);
+    EXPECT_NEAR(frame->pixel(), part * 0.5, kExact);
+  }
+}
+
 TEST(ScreenMapTest, KnowsAViewByItsPixels) {
   const Vecteur right{0, 0.3, 0.4};
   const Vecteur up{0.5, 0, 0};

@@ -2,6 +2,8 @@
 
 #include <wrl/client.h>
 
+#include <cmath>
+#include <numbers>
 #include <optional>
 
 #include "ZYNVUE.h"
@@ -25,13 +27,16 @@ struct MeasuredPixels {
   Point below;
 };
 
-/// The map of a view; `centre`: what the view takes pixels (0, 0) for, from the corner of its
-/// client area.
-ViewScreen screenWith(const MeasuredPixels& pixels, double centre) {
+/// The map of a view, which has perspective if it has an eye; `centre`: what the view takes pixels
+/// (0, 0) for, from the corner of its client area.
+ViewScreen screenWith(const MeasuredPixels& pixels, double centre,
+                      const std::optional<Point>& eye = std::nullopt) {
   const Vecteur right = 1.0 / kSpan * (pixels.right - pixels.first);
   const Vecteur down = 1.0 / kSpan * (pixels.below - pixels.first);
   const Point corner = pixels.first - centre * (right + down);
-  return {ScreenMap::orthographic(corner, right, -down), 0};
+  return {eye ? ScreenMap::perspective(corner, right, -down, *eye)
+              : ScreenMap::orthographic(corner, right, -down),
+          0};
 }
 
 std::optional<Point> pointIn(const VARIANT& answer) {
@@ -42,20 +47,57 @@ std::optional<Point> pointIn(const VARIANT& answer) {
   return Point{numbers.values[0], numbers.values[1], numbers.values[2]};
 }
 
-/// The plane through the origin, square to the line of sight, as a numeric array.
-bool giveSightPlane(IZYNVue3D& view, VARIANT* place) {
+std::optional<Vecteur> sightOf(IZYNVue3D& view) {
   constexpr std::size_t kDirection = 6;
   OwnedVariant frame;
   view.XFormView(frame.get());
   const std::vector<double> numbers = readNumericArray(*frame.get()).values;
-  return numbers.size() > kDirection + 2 &&
-         SUCCEEDED(giveNumbers(
-             place, {numbers[kDirection], numbers[kDirection + 1], numbers[kDirection + 2], 0}));
+  if (numbers.size() <= kDirection + 2) {
+    return std::nullopt;
+  }
+  return Vecteur(numbers[kDirection], numbers[kDirection + 1], numbers[kDirection + 2]);
+}
+
+/// How a view with perspective is seen.
+struct Perspective {
+  Point eye;
+  Point target;
+};
+
+std::optional<Perspective> perspectiveOf(IZYNVue3D& view, const Vecteur& sight) {
+  Microsoft::WRL::ComPtr<IDispatch> value;
+  if (const auto further = askFor<IZYNVue3D2>(&view)) {
+    further->get_Camera(&value);
+  }
+  const auto camera = askFor<IZYNCamera>(value.Get());
+  VARIANT_BOOL isPerspective = VARIANT_FALSE;
+  if (!camera || FAILED(camera->get_Perspective(&isPerspective)) || !isPerspective) {
+    return std::nullopt;
+  }
+  double height = 0.0;
+  double angle = 0.0;
+  OwnedVariant place;
+  camera->get_Hauteur(&height);
+  camera->get_AngleOuverture(&angle);
+  camera->getCible(place.get());
+  const auto target = pointIn(*place.get());
+  if (!target) {
+    return std::nullopt;
+  }
+  const double distance = height / 2 / std::tan(angle * std::numbers::pi / 360);
+  return Perspective{*target - distance * sight, *target};
 }
 
 std::optional<ViewScreen> screenOf3D(IZYNVue3D& view) {
+  const auto sight = sightOf(view);
+  if (!sight) {
+    return std::nullopt;
+  }
+  // A plane square to the line of sight, which a view with perspective cannot meet anywhere.
+  const auto perspective = perspectiveOf(view, *sight);
+  const double offset = perspective ? -dot(*sight, perspective->target - Point()) : 0.0;
   OwnedVariant plane;
-  if (!giveSightPlane(view, plane.get())) {
+  if (FAILED(giveNumbers(plane.get(), {sight->x, sight->y, sight->z, offset}))) {
     return std::nullopt;
   }
   const auto under = [&](int x, int y) {
@@ -70,7 +112,8 @@ std::optional<ViewScreen> screenOf3D(IZYNVue3D& view) {
     return std::nullopt;
   }
   constexpr double kCentre = 0.5;
-  return screenWith({*first, *right, *below}, kCentre);
+  return screenWith({*first, *right, *below}, kCentre,
+                    perspective ? std::optional(perspective->eye) : std::nullopt);
 }
 
 ViewScreen screenOf2D(IZYNVue2D& view) {
