@@ -162,7 +162,11 @@ PickRecords CZYNVue3D::pickWithin(const SelectionRectangle& rectangle) noexcept 
   return records;
 }
 
-std::optional<Point> CZYNVue3D::surfaceAt(PixelPoint) noexcept { return std::nullopt; }
+std::optional<Point> CZYNVue3D::surfaceAt(PixelPoint at) noexcept {
+  std::optional<SeenSurface> surface;
+  boundary([&] { surface = findSurface(at); });
+  return surface ? std::optional(surface->point) : std::nullopt;
+}
 
 PickRecords CZYNVue3D::pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                             std::uint32_t mode) {

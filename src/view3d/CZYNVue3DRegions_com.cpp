@@ -51,24 +51,27 @@ STDMETHODIMP CZYNVue3D::getPointSurface(int x, int y, VARIANT* Surface) noexcept
       return E_POINTER;
     }
     VariantInit(Surface);
-    followExtent();
-    const ClientSize client = view_.clientSize();
-    const bool isInside = x >= 0 && y >= 0 && x < client.width && y < client.height;
-    const auto sight =
-        isInside && view_.camera() ? sightThrough(*view_.camera(), {x, y}) : std::nullopt;
-    std::optional<SurfaceHit> hit;
-    const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
-    if (sight) {
-      context_.withContext([&] { hit = surfaceAt(*sight, {x, y}, pause.isNested()); });
-    }
+    const auto found = findSurface({x, y});
     tellMissingContext();
-    if (!hit) {
+    if (!found) {
       return S_OK;
     }
-    const Point point = sight->ray.at(hit->distance);
-    const Vecteur& normal = hit->normal;
+    const auto& [point, normal] = *found;
     return giveNumbers(Surface, {point.x, point.y, point.z, normal.x, normal.y, normal.z});
   });
+}
+
+std::optional<CZYNVue3D::SeenSurface> CZYNVue3D::findSurface(PixelPoint at) {
+  followExtent();
+  const ClientSize client = view_.clientSize();
+  const bool isInside = at.x >= 0 && at.y >= 0 && at.x < client.width && at.y < client.height;
+  const auto sight = isInside && view_.camera() ? sightThrough(*view_.camera(), at) : std::nullopt;
+  std::optional<SurfaceHit> hit;
+  const PaintPause pause = pausePainting();  // for what is drawn may ask for a redraw at once
+  if (sight) {
+    context_.withContext([&] { hit = surfaceAt(*sight, at, pause.isNested()); });
+  }
+  return hit ? std::optional(SeenSurface{sight->ray.at(hit->distance), hit->normal}) : std::nullopt;
 }
 
 /// Within a drawing of the view, whose depths are to stay, only objects of ours are looked at.

@@ -166,6 +166,13 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,
                    std::uint32_t mode);
 
+  /// What is seen at the centre of a pixel.
+  struct SeenSurface {
+    Point point;
+    Vecteur normal;
+  };
+
+  std::optional<SeenSurface> findSurface(PixelPoint at);
   std::optional<SurfaceHit> surfaceAt(const Sight& sight, PixelPoint at, bool isDrawing);
   std::vector<std::int32_t> namesWithin(const PlaneRegion& region, bool asksForWhole);
 

@@ -9,9 +9,9 @@ namespace zyn {
 
 namespace {
 
-/// Distances of near and far plane in front of the eye, where something lies between them.
 bool showsAnything(const CParamsVue3D& camera) {
-  return camera.width() != 0 && camera.height() != 0 && camera.zNear() < camera.zFar();
+  const auto [zNear, zFar] = camera.drawnRange();
+  return camera.width() != 0 && camera.height() != 0 && zNear < zFar;
 }
 
 }  // namespace
@@ -20,10 +20,7 @@ std::optional<Sight> sightThrough(const CParamsVue3D& camera, PixelPoint pixel) 
   if (!showsAnything(camera)) {
     return std::nullopt;
   }
-  const Vecteur forward = camera.direction();
-  const Point seen = CParamsVue3D(camera).pixelToWorld(pixel.x, pixel.y);
-  const double toNear = camera.zNear() - dot(forward, camera.target() - camera.eye());
-  return Sight{{seen + toNear * forward, forward}, camera.zFar() - camera.zNear()};
+  return CParamsVue3D(camera).sightThrough(pixel.x, pixel.y);
 }
 
 std::optional<GlMatrix> clipMatrixOf(const CParamsVue3D& camera) {
@@ -33,18 +30,26 @@ std::optional<GlMatrix> clipMatrixOf(const CParamsVue3D& camera) {
   const Vecteur forward = camera.direction();
   const Vecteur right = normalised(cross(forward, camera.up()));
   const Vecteur up = cross(right, forward);
-  const double depth = camera.zFar() - camera.zNear();
+  const Point eye = camera.drawnEye();
+  const auto [zNear, zFar] = camera.drawnRange();
+  const double depth = zFar - zNear;
   GlMatrix matrix{};
   const auto setRow = [&](std::size_t row, const Vecteur& factors, double constant) {
     matrix[row] = factors.x;
     matrix[4 + row] = factors.y;
     matrix[8 + row] = factors.z;
-    matrix[12 + row] = constant - dot(factors, camera.eye() - Point());
+    matrix[12 + row] = constant - dot(factors, eye - Point());
   };
-  setRow(0, 2 / camera.width() * right, 0);
-  setRow(1, 2 / camera.height() * up, 0);
-  setRow(2, 2 / depth * forward, -(camera.zFar() + camera.zNear()) / depth);
-  setRow(3, {0, 0, 0}, 1);
+  const double scale = camera.perspective() ? 2 * camera.drawnDistance() : 2;
+  setRow(0, scale / camera.width() * right, 0);
+  setRow(1, scale / camera.height() * up, 0);
+  if (camera.perspective()) {
+    setRow(2, (zFar + zNear) / depth * forward, -2 * zFar * zNear / depth);
+    setRow(3, forward, 0);
+  } else {
+    setRow(2, 2 / depth * forward, -(zFar + zNear) / depth);
+    setRow(3, {0, 0, 0}, 1);
+  }
   const bool isFinite =
       std::all_of(matrix.begin(), matrix.end(), [](double value) { return std::isfinite(value); });
   return isFinite ? std::optional(matrix) : std::nullopt;

@@ -9,11 +9,8 @@
 
 namespace zyn {
 
-/// What a camera shows at the centre of a pixel: the points of a ray from the near plane on.
-struct Sight {
-  Ray ray;              ///< its direction has length 1
-  double length = 0.0;  ///< of it, up to the far plane
-};
+/// What a camera shows at the centre of a pixel.
+using Sight = LineOfSight;
 
 /// None where the camera shows nothing.
 std::optional<Sight> sightThrough(const CParamsVue3D& camera, PixelPoint pixel);

@@ -225,10 +225,6 @@ std::optional<Point> ViewState3D::pointBeside(PixelPoint pixel) {
   return camera_ ? std::optional(camera_->pixelToWorld(pixel.x, pixel.y)) : std::nullopt;
 }
 
-std::optional<LineOfSight> ViewState3D::sightThrough(PixelPoint pixel) {
-  return camera_ ? std::optional(camera_->sightThrough(pixel.x, pixel.y)) : std::nullopt;
-}
-
 double ViewState3D::getWindowScale() const {
   return camera_ ? camera_->width() / client_.width : 0.0;
 }

@@ -113,8 +113,6 @@ class ViewState3D {
   /// The point under the centre of a client pixel that is as far away as the target; none without a
   /// camera.
   std::optional<Point> pointBeside(PixelPoint pixel);
-  /// What is seen at the centre of a client pixel; none without a camera.
-  std::optional<LineOfSight> sightThrough(PixelPoint pixel);
 
   /// Scene units per client pixel; 0 without a camera.
   double getWindowScale() const;
