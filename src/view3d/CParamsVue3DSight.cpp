@@ -135,32 +135,32 @@ Point CParamsVue3D::pixelToWorld(int x, int y) {
 Ray CParamsVue3D::rayThrough(int x, int y) {
   const Point seen = pixelToWorld(x, y);
   if (!perspective_) {
-    return {seen, vectorAt(*frame_, kDirection)};
+    return Ray{seen, vectorAt(*frame_, kDirection)};
   }
   const Point eye = drawnEye();
-  return {eye, normalised(seen - eye)};
+  return Ray{eye, normalised(seen - eye)};
 }
 
 LineOfSight CParamsVue3D::sightThrough(int x, int y) {
   const auto [zNear, zFar] = drawnRange();
-  const auto [origin, sight] = rayThrough(x, y);
-  const double slant = dot(sight, vectorAt(*frame_, kDirection));
+  const Ray ray = rayThrough(x, y);
+  const double slant = dot(ray.direction, vectorAt(*frame_, kDirection));
   const double start = perspective_ ? zNear / slant : zNear - drawnDistance();
-  return {{origin + start * sight, sight}, (zFar - zNear) / slant};
+  return {Ray{ray.at(start), ray.direction}, (zFar - zNear) / slant};
 }
 
 std::optional<Point> CParamsVue3D::pixelToPlane(int x, int y, const std::array<double, 4>& plane) {
-  const auto [start, sight] = rayThrough(x, y);
+  const Ray ray = rayThrough(x, y);
   const Vecteur normal(plane[0], plane[1], plane[2]);
-  const double slope = dot(normal, sight);
+  const double slope = dot(normal, ray.direction);
   if (!(std::abs(slope) > kParallel)) {
     return std::nullopt;
   }
-  const double along = -(dot(normal, start - Point()) + plane[3]) / slope;
+  const double along = -(dot(normal, ray.origin - Point()) + plane[3]) / slope;
   if (perspective_ && along <= 0.0) {
     return std::nullopt;
   }
-  return start + along * sight;
+  return ray.origin + along * ray.direction;
 }
 
 }  // namespace zyn
