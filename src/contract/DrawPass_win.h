@@ -10,6 +10,13 @@
 
 namespace zyn {
 
+/// Surfaces that show nothing but hide what is behind them are drawn before all that may be there.
+enum class DepthPhase {
+  kAlone,  ///< nobody has seen to that: they are drawn with the object
+  kOnly,   ///< nothing but these
+  kLaid    ///< they have been drawn
+};
+
 /// How a list has one of our objects draw itself.
 struct DrawPass {
   int mode;     ///< 1 outline, below 0 a selection
@@ -24,6 +31,7 @@ struct DrawPass {
   /// null: those of the current one.
   const GlMatrix* axes = nullptr;
   bool onlyOutside = false;  ///< leave out what is not of other components
+  DepthPhase depth = DepthPhase::kAlone;
 };
 
 }  // namespace zyn

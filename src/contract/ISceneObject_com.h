@@ -56,6 +56,9 @@ struct ISceneObject : public IUnknown {
     return pass.isFlat ? drawable().Draw2D(pass.mode) : drawable().Draw3D(pass.mode);
   }
 
+  /// Whether it has surfaces of which only the depth is drawn, and is to be drawn for them first.
+  virtual bool STDMETHODCALLTYPE hidesLines() noexcept { return false; }
+
   /// Where to be told of the object's changes.
   virtual SceneWatch& STDMETHODCALLTYPE watch() noexcept = 0;
 

@@ -160,7 +160,8 @@ HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
                                      .opacity = pass.opacity,
                                      .names = pass.names,
                                      .axes = pass.axes,
-                                     .onlyOutside = pass.onlyOutside});
+                                     .onlyOutside = pass.onlyOutside,
+                                     .depth = pass.depth});
   isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
   return drawn;
 }
@@ -361,9 +362,34 @@ std::optional<SurfaceHit> CListTrace::nearestHit(const Ray& ray) {
   return nearest;
 }
 
+bool CListTrace::hidesLines() {
+  return std::any_of(groups_.begin(), groups_.end(),
+                     [](const ElementGroup& group) { return group.hidesLines(); });
+}
+
 void CListTrace::draw3D(const ListPass& pass) {
+  ListPass shown = pass;
+  if (pass.depth != DepthPhase::kLaid && hidesLines() && isRendering()) {
+    shown.depth = DepthPhase::kOnly;
+    drawDepth(shown);
+    shown.depth = DepthPhase::kLaid;
+  }
+  if (pass.depth != DepthPhase::kOnly) {
+    Drawing drawing{.pass = shown, .isFlat = false};
+    draw(drawing);
+  }
+}
+
+/// No foreign code runs meanwhile.
+void CListTrace::drawDepth(const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = false};
-  draw(drawing);
+  for (const Node* node = head(); node; node = node->next) {
+    const DrawElem& element = *node->value;
+    if (element.own && element.own->hidesLines()) {
+      throwIfFailed(drawing.drawOwn(*element.own, drawing.modeOf(element)),
+                    &element.own->drawable(), __uuidof(IGLDraw));
+    }
+  }
 }
 
 void CListTrace::draw3D(DrawElem& element, const ListPass& pass) {

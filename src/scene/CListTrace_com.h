@@ -29,6 +29,7 @@ struct ListPass {
   std::int32_t names = 0;          ///< that groups around the list have on the selection stack
   const GlMatrix* axes = nullptr;  ///< see DrawPass
   bool onlyOutside = false;        ///< leave out what is not of other components
+  DepthPhase depth = DepthPhase::kAlone;
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.
@@ -118,6 +119,9 @@ class CListTrace : private ZYNList<DrawElem*> {
     }
   }
 
+  /// Whether an object of ours hides others by surfaces of which only the depth is drawn.
+  bool hidesLines();
+
   /// Draws every drawable object in list order, as if Draw3D of each were called. Objects may
   /// change the list while they draw. Throws _com_error when one fails.
   void draw3D(const ListPass& pass);
@@ -141,6 +145,7 @@ class CListTrace : private ZYNList<DrawElem*> {
   std::unique_ptr<DrawElem> release(DrawElem& element);
 
   void draw(Drawing& drawing);
+  void drawDepth(const ListPass& pass);
   static void drawObject(DrawElem& element, Drawing& drawing);
   static void drawOutside(IDispatch* object, int mode, Drawing& drawing);
   static void drawRun(Walk& walk, Drawing& drawing);

@@ -152,6 +152,17 @@ void ElementGroup::addTo(BoundsSum& sum) {
   sum_ = &sum;
 }
 
+bool ElementGroup::hidesLines() const {
+  const DrawElem* element = hasTriangles() ? nullptr : first_;
+  for (std::uint32_t i = 0; element && i < count_; ++i) {
+    if (element->own->hidesLines()) {
+      return true;
+    }
+    element = nextOf(*element);
+  }
+  return false;
+}
+
 GLuint ElementGroup::listFor(TriangleRun& run, const std::shared_ptr<DisplayLists>& lists,
                              bool isFlat) {
   Compiled& compiled = compiledFor(run.setting(), lists);

@@ -94,6 +94,9 @@ class ElementGroup final : public SceneWatcher {
   /// Whether there are objects of other components in the groups that these elements are.
   bool holdsOutside();
 
+  /// Whether one of the objects does.
+  bool hidesLines() const;
+
   /// None while all objects are empty.
   const std::optional<Box3>& bounds();
 

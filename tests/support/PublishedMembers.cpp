@@ -374,7 +374,7 @@ PublishedMembers profile() {
 }
 
 PublishedMembers mesh() {
-  return PublishedMembers("IZYNGLMaillage", 41)
+  return PublishedMembers("IZYNGLMaillage", 43)
       .method(1, "setSommets(VARIANT XYZ)")
       .method(2, "setFaces(VARIANT Indices)")
       .method(3, "setPolygones(VARIANT Comptes, VARIANT Indices)")
@@ -406,6 +406,8 @@ PublishedMembers mesh() {
       .get(26, "EstFerme", "VARIANT_BOOL")
       .get(27, "Boite", "VARIANT")
       .method(28, "Copie() -> IDispatch* Maillage")
+      .method(29, "Charger(BSTR Fichier)")
+      .method(30, "Enregistrer(BSTR Fichier)")
       .getput(31, "StyleRendu", "long")
       .getput(32, "AngleAretes", "double")
       .method(33, "setCouleurAretes(double r, double g, double b, double alpha)")

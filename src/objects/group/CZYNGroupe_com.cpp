@@ -302,7 +302,8 @@ void CZYNGroupe::drawContents(const DrawPass& pass) {
                 .opacity = pass.opacity * opacity_,
                 .names = pass.names + (isNamed ? 1 : 0),
                 .axes = pass.axes,
-                .onlyOutside = pass.onlyOutside};
+                .onlyOutside = pass.onlyOutside,
+                .depth = pass.depth};
   GlMatrix around;
   std::optional<MovedSpace> space;
   if (place != kIdentity) {

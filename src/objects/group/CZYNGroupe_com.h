@@ -58,6 +58,9 @@ class CZYNGroupe final
     return nomSelection_;
   }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
+  bool STDMETHODCALLTYPE hidesLines() noexcept override {
+    return nest_.isShown() && nest_.list().hidesLines();
+  }
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
 
  private:

@@ -15,6 +15,8 @@
 #include "model/Measures.h"
 #include "model/SubMesh.h"
 #include "objects/mesh/MeshArguments_com.h"
+#include "objects/mesh/MeshStorage_win.h"
+#include "platform/HostState_win.h"
 
 namespace zyn {
 
@@ -303,6 +305,26 @@ STDMETHODIMP CZYNGLMaillage::Extraire(VARIANT Faces, IDispatch** Maillage) noexc
   });
 }
 
+STDMETHODIMP CZYNGLMaillage::Charger(BSTR Fichier) noexcept {
+  return automation(*this, [&] {
+    const std::wstring file = readFileName(Fichier);
+    Mesh mesh = loadMesh(file, progressOf(file));
+    return changeValues([&] { model_.take(std::move(mesh)); });
+  });
+}
+
+STDMETHODIMP CZYNGLMaillage::Enregistrer(BSTR Fichier) noexcept {
+  return automation(*this, [&] {
+    const std::wstring file = readFileName(Fichier);
+    if (!canSaveMesh(file)) {
+      throw badArgument(L"Fichier", file + L" does not end in .stl, .ply, .obj or .off");
+    }
+    // A listener may change the mesh meanwhile.
+    const Mesh mesh = model_.mesh();
+    saveMesh(mesh, file, progressOf(file));
+  });
+}
+
 STDMETHODIMP CZYNGLMaillage::get_StyleRendu(LONG* pVal) noexcept {
   return automation(*this, [&] { return give(pVal, look_.style); });
 }
@@ -348,7 +370,9 @@ HRESULT STDMETHODCALLTYPE CZYNGLMaillage::draw(const DrawPass& pass) noexcept {
            .isFlat = pass.isFlat,
            .lists = pass.lists,
            .query = pass.query,
-           .opacity = pass.opacity});
+           .opacity = pass.opacity,
+           .laysDepth = pass.depth != DepthPhase::kLaid,
+           .drawsLines = pass.depth != DepthPhase::kOnly});
   });
 }
 
@@ -436,6 +460,14 @@ void CZYNGLMaillage::scaleChanged() noexcept {
   if (!model_.mesh().values.empty()) {
     watch_.tell(SceneChange::kLook);
   }
+}
+
+Progress CZYNGLMaillage::progressOf(std::wstring text) {
+  return [this, text = std::move(text)](double part) {
+    const bool goesOn = listeners_.goesOn(part, text);
+    HostState::setOurs();
+    return goesOn;
+  };
 }
 
 void CZYNGLMaillage::paint(const MeshPass& pass) {

@@ -6,7 +6,9 @@
 #include <optional>
 
 #include "ZYNVUE.h"
+#include "contract/IProgressSource_com.h"
 #include "contract/SceneObject_com.h"
+#include "core/Progress.h"
 #include "objects/mesh/MeshPainter_gl.h"
 #include "objects/scale/IScaleObject_com.h"
 
@@ -14,7 +16,8 @@ namespace zyn {
 
 /// A whole part as one object: points and faces, how they are coloured and drawn, and what can be
 /// asked of them.
-class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>, private ScaleUser {
+class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage, IProgressSource>,
+                             private ScaleUser {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLMaillage";
 
@@ -57,6 +60,8 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   STDMETHODIMP get_Boite(VARIANT* pVal) noexcept override;
   STDMETHODIMP Copie(IDispatch** Maillage) noexcept override;
   STDMETHODIMP Extraire(VARIANT Faces, IDispatch** Maillage) noexcept override;
+  STDMETHODIMP Charger(BSTR Fichier) noexcept override;
+  STDMETHODIMP Enregistrer(BSTR Fichier) noexcept override;
   STDMETHODIMP get_StyleRendu(LONG* pVal) noexcept override;
   STDMETHODIMP put_StyleRendu(LONG newVal) noexcept override;
   STDMETHODIMP get_AngleAretes(double* pVal) noexcept override;
@@ -69,6 +74,9 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   STDMETHODIMP Draw2D(int mode) noexcept override;
 
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
+  bool STDMETHODCALLTYPE hidesLines() noexcept override {
+    return look_.style == MeshLook::kHiddenLine;
+  }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return model_.bounds(); }
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
@@ -77,6 +85,7 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override {
     return look_.name;
   }
+  ProgressListeners& STDMETHODCALLTYPE progressListeners() noexcept override { return listeners_; }
 
  private:
   ValueExtent scaledValues() noexcept override;
@@ -89,6 +98,8 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   template <class Body>
   HRESULT changeValues(Body body) noexcept;
 
+  /// Tells the listeners; `text` is what is done.
+  Progress progressOf(std::wstring text);
   void paint(const MeshPass& pass);
   const MeshScale* currentScale();
   SharedScale& scale() { return scaleObject_ ? scaleObject_->sharedScale() : ownScale_; }
@@ -100,6 +111,7 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage>,
   MeshLook look_;
   MeshLists lists_;
 
+  ProgressListeners listeners_;
   SharedScale ownScale_;
   Microsoft::WRL::ComPtr<IDispatch> scaleDispatch_;  ///< null: its own
   Microsoft::WRL::ComPtr<IScaleObject> scaleObject_;

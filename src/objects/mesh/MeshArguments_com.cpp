@@ -91,6 +91,14 @@ std::vector<float> readColours(const VARIANT& RGBA, std::size_t count, const wch
   return colours;
 }
 
+std::wstring readFileName(BSTR Fichier) {
+  const std::wstring name(Fichier ? Fichier : L"", SysStringLen(Fichier));
+  if (name.empty()) {
+    throw badArgument(L"Fichier", L"the name of a file is wanted");
+  }
+  return name;
+}
+
 MeshLook::Colour readColour(double r, double g, double b, double alpha) {
   return {inRange(L"r", r, 0, 1), inRange(L"g", g, 0, 1), inRange(L"b", b, 0, 1),
           inRange(L"alpha", alpha, 0, 1)};

@@ -28,6 +28,9 @@ std::vector<double> readNormals(const VARIANT& XYZ, const Mesh& mesh);
 /// Red, green, blue and alpha for each of `count` `things`, or none.
 std::vector<float> readColours(const VARIANT& RGBA, std::size_t count, const wchar_t* things);
 
+/// A name that is not empty.
+std::wstring readFileName(BSTR Fichier);
+
 MeshLook::Colour readColour(double r, double g, double b, double alpha);
 
 /// One a point, or none.

@@ -140,7 +140,14 @@ class MeshPainter {
 };
 
 void MeshPainter::draw() {
-  if (pass_.mode == MeshPass::kOutline) {
+  const bool isOutline = pass_.mode == MeshPass::kOutline;
+  if (look_.style == MeshLook::kHiddenLine && !isOutline && !pass_.isFlat && pass_.laysDepth) {
+    drawDepth();
+  }
+  if (!pass_.drawsLines) {
+    return;
+  }
+  if (isOutline) {
     drawFaces(true);
     return;
   }
@@ -156,7 +163,6 @@ void MeshPainter::draw() {
       break;
     case MeshLook::kHiddenLine:
       if (!pass_.isFlat) {
-        drawDepth();
         drawSilhouette();
       }
       drawEdges(true);
