@@ -116,7 +116,7 @@ class MaillageDrawingTest : public HostTest, public testing::WithParamInterface<
 
 TEST_P(MaillageDrawingTest, LooksLikeTriangles) {
   Random random(17);
-  for (int i = 0; i < 12; ++i) {
+  for (int i = 0; i < 8; ++i) {
     const Mesh shape = anyTriangles(random);
     const auto mesh = meshOf(shape);
     require(mesh->put_DeuxFaces(VARIANT_FALSE), "DeuxFaces");
@@ -151,7 +151,7 @@ TEST_P(MaillageDrawingTest, LooksLikeTriangles) {
 
 TEST_P(MaillageDrawingTest, FacesHaveTheirColours) {
   Random random(5);
-  for (int i = 0; i < 6; ++i) {
+  for (int i = 0; i < 3; ++i) {
     const Mesh shape = anyTriangles(random);
     const auto mesh = meshOf(shape);
     require(mesh->put_DeuxFaces(VARIANT_FALSE), "DeuxFaces");
