@@ -369,7 +369,7 @@ bool CListTrace::hidesLines() {
 
 void CListTrace::draw3D(const ListPass& pass) {
   ListPass shown = pass;
-  if (pass.depth != DepthPhase::kLaid && hidesLines() && isRendering()) {
+  if (pass.depth != DepthPhase::kLaid && !pass.onlyOutside && hidesLines() && isRendering()) {
     shown.depth = DepthPhase::kOnly;
     drawDepth(shown);
     shown.depth = DepthPhase::kLaid;

@@ -1,6 +1,7 @@
 #include "objects/mesh/MeshModel.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "model/Measures.h"
@@ -12,6 +13,7 @@ void MeshModel::take(Mesh mesh) {
   touchAll(mesh.faceCount());
   forgetShape();
   mesh_ = std::move(mesh);
+  tryNormals();
 }
 
 void MeshModel::setPoints(std::vector<double> points) {
@@ -24,6 +26,7 @@ void MeshModel::setPoints(std::vector<double> points) {
   touchAll(mesh_.faceCount());
   forgetShape();
   mesh_.points = std::move(points);
+  tryNormals();
 }
 
 void MeshModel::setFaces(std::vector<std::uint32_t> corners, std::vector<std::uint32_t> ends) {
@@ -39,12 +42,14 @@ void MeshModel::setFaces(std::vector<std::uint32_t> corners, std::vector<std::ui
   mesh.pointColours = std::move(mesh_.pointColours);
   mesh.values = std::move(mesh_.values);
   mesh_ = std::move(mesh);
+  tryNormals();
 }
 
 void MeshModel::setNormals(std::vector<double> normals) {
   touchAll(mesh_.faceCount());
   normals_ = {};
   mesh_.normals = std::move(normals);
+  tryNormals();
 }
 
 void MeshModel::setPointColours(std::vector<float> colours) {
@@ -66,6 +71,7 @@ void MeshModel::setSmoothAngle(double angle) {
   touchAll(mesh_.faceCount());
   normals_ = {};
   smoothAngle_ = angle;
+  tryNormals();
 }
 
 void MeshModel::movePoints(std::size_t first, std::span<const double> points) {
@@ -126,6 +132,14 @@ const std::vector<MeshEdge>& MeshModel::edges() const {
 void MeshModel::prepareNormals() const {
   if (normalSource() == NormalSource::kCalculated && normals_.empty()) {
     normals_ = cornerNormals<float>(mesh_, smoothAngle_);
+  }
+}
+
+void MeshModel::tryNormals() const noexcept {
+  try {
+    prepareNormals();
+  } catch (const std::bad_alloc&) {
+    // The next frame tries again, and says so.
   }
 }
 

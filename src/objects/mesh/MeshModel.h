@@ -46,7 +46,8 @@ class MeshModel {
   const BoxTree& tree() const;
   const std::vector<MeshEdge>& edges() const;
 
-  /// Of every corner as it is drawn; made before the first is asked for.
+  /// Of every corner as it is drawn; made before the first is asked for. Changes of the shape make
+  /// them at once where memory allows, so that the next frame need not.
   void prepareNormals() const;
   std::array<float, 3> normalAt(std::size_t corner) const;
   /// As hosts get them: as they were set, otherwise as calculated, one a corner.
@@ -67,6 +68,7 @@ class MeshModel {
 
   void touchAll(std::size_t faceCount);
   void forgetShape() noexcept;
+  void tryNormals() const noexcept;
   void touchChunksOf(const std::vector<std::uint32_t>& faces) noexcept;
   std::vector<std::uint32_t> updatedFaces(std::size_t first, std::size_t count);
 
