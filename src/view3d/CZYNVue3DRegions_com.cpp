@@ -78,9 +78,10 @@ std::optional<CZYNVue3D::SeenSurface> CZYNVue3D::findSurface(PixelPoint at) {
 std::optional<SurfaceHit> CZYNVue3D::surfaceAt(const Sight& sight, PixelPoint at, bool isDrawing) {
   std::optional<SurfaceHit> drawn;
   if (drawList_.holdsOutside() && !isDrawing) {
+    const CParamsVue3D camera(*view_.camera());  // drawn objects may move the view's
     ListPass pass = listPass();
     pass.onlyOutside = true;
-    drawn = probeSurface(*view_.camera(), at, [&] { drawList_.draw3D(pass); });
+    drawn = probeSurface(camera, at, [&] { drawList_.draw3D(pass); });
   }
   const auto own = drawList_.nearestHit(sight.ray);
   const auto nearest = own && (!drawn || own->distance <= drawn->distance) ? own : drawn;

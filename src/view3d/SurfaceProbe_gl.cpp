@@ -67,8 +67,10 @@ Points pointsOf(const Depths& depths, const CParamsVue3D& camera, PixelPoint pix
                 const GlMatrix& clip) {
   Points points;
   for (std::size_t i = 0; i < points.size(); ++i) {
-    const double x = pixel.x + (static_cast<double>(i % kSide) + 0.5) / kSide;
-    const double y = pixel.y + 1 - (static_cast<double>(i / kSide) + 0.5) / kSide;
+    const std::size_t column = i % kSide;
+    const std::size_t row = i / kSide;
+    const double x = pixel.x + (static_cast<double>(column) + 0.5) / kSide;
+    const double y = pixel.y + 1 - (static_cast<double>(row) + 0.5) / kSide;
     if (depths[i] < 1) {
       points[i] = pointAt(clip, {2 * x / camera.pixelWidth() - 1, 1 - 2 * y / camera.pixelHeight(),
                                  2 * depths[i] - 1});
@@ -106,14 +108,13 @@ std::optional<SurfaceHit> probeSurface(const CParamsVue3D& camera, PixelPoint pi
                                        const std::function<void()>& drawList) {
   GLint viewport[4] = {};
   glGetIntegerv(GL_VIEWPORT, viewport);
-  const CParamsVue3D fixed(camera);  // drawn objects may move the view's
-  const auto sight = sightThrough(fixed, pixel);
-  const auto clip = clipMatrixOf(fixed);
+  const auto sight = sightThrough(camera, pixel);
+  const auto clip = clipMatrixOf(camera);
   if (!sight || !clip || viewport[2] < kSide || viewport[3] < kSide) {
     return std::nullopt;
   }
-  const Depths depths = drawDepths(fixed, pixel, viewport, drawList);
-  const Points points = pointsOf(depths, fixed, pixel, *clip);
+  const Depths depths = drawDepths(camera, pixel, viewport, drawList);
+  const Points points = pointsOf(depths, camera, pixel, *clip);
   if (!points[kCentre]) {
     return std::nullopt;
   }
