@@ -47,8 +47,6 @@ set_tests_properties(gl PROPERTIES ENVIRONMENT
 add_executable(zyn_assimp_tests tests/assimp/AssimpModels_test.cpp)
 target_link_libraries(zyn_assimp_tests PRIVATE zyn_logic zyn_gtest Threads::Threads assimp)
 add_test(NAME assimp COMMAND zyn_assimp_tests)
-set_tests_properties(assimp PROPERTIES ENVIRONMENT
-  "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
 
 # Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs on top of those that are
 # kept in tests/fuzz/corpus (tools/fuzz.sh). -seed_inputs reads them and adds none.
