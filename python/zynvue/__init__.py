@@ -18,8 +18,9 @@ Objects belong to the thread that made them; a thread of your own calls ``comtyp
 
 from importlib.metadata import version as _version
 
-from ._components import Error, SaveError, classes_known, create
+from ._components import Error, LoadError, SaveError, classes_known, create
 from .graph import Graph
+from .mesh import STYLES, Mesh
 from .objects import ANCHORS, Dimension, Polyline, Sprite, Text, Triangles
 from .pictures import VIEWS, Picture, Picture2D, Picture3D
 
@@ -29,10 +30,13 @@ __all__ = [
     "Dimension",
     "Error",
     "Graph",
+    "LoadError",
+    "Mesh",
     "Picture",
     "Picture2D",
     "Picture3D",
     "Polyline",
+    "STYLES",
     "SaveError",
     "Sprite",
     "Text",

@@ -45,6 +45,12 @@ class SaveError(Error, OSError):
     __module__ = "zynvue"
 
 
+class LoadError(Error, ValueError):
+    """What is wrong with a file, and where."""
+
+    __module__ = "zynvue"
+
+
 class Uncopied:
     """What holds objects of the components: a copy would let go of what it does not own, and end the process."""
 

@@ -26,6 +26,10 @@ import zynvue
 README = os.path.abspath(sys.argv.pop())
 WITH_NUMPY = importlib.util.find_spec("numpy") is not None
 CORNERS = [[(0, 0, 0), (8, 0, 0), (4, 6, 0)], [(0, 0, 0), (4, 6, 0), (4, 3, 5)]]
+CUBE = (
+    [(0, 0, 0), (2, 0, 0), (2, 2, 0), (0, 2, 0), (0, 0, 2), (2, 0, 2), (2, 2, 2), (0, 2, 2)],
+    [(0, 3, 2, 1), (4, 5, 6, 7), (0, 1, 5, 4), (1, 2, 6, 5), (2, 3, 7, 6), (3, 0, 4, 7)],
+)
 WHITE = b"\xff\xff\xff"
 
 
@@ -119,6 +123,7 @@ class Errors(unittest.TestCase):
     def test_nothing_is_copied(self):
         made = [zynvue.Picture3D(9, 9), zynvue.Picture2D(9, 9), zynvue.Graph(9, 9), zynvue.Triangles(CORNERS)]
         made += [zynvue.Polyline([0], [0]), zynvue.Text("a", (0, 0)), zynvue.Dimension((0, 0), (1, 1))]
+        made.append(zynvue.Mesh(*CUBE))
         made.append(zynvue.Sprite([[(1, 2, 3)]], (0, 0)))
         for thing in made:
             for copied in (copy.copy, copy.deepcopy, pickle.dumps):
@@ -237,6 +242,79 @@ class Scenes(unittest.TestCase):
                 zynvue.Triangles.load("bad.stl")
         with self.assertRaises(FileNotFoundError):
             zynvue.Triangles.load("none.stl")
+
+    def test_meshes(self):
+        mesh = zynvue.Mesh(*CUBE)
+        self.assertEqual(repr(mesh), "<zynvue.Mesh: 8 points, 6 faces>")
+        self.assertEqual((len(mesh), mesh.area, mesh.volume, mesh.closed), (6, 24, 8, True))
+        self.assertEqual([tuple(point) for point in mesh.points], CUBE[0])
+        self.assertEqual(mesh.polygons, CUBE[1])
+        self.assertEqual(len(mesh.faces), 12)
+        plain = shown(mesh)
+        self.assertGreater(len(colours(plain)), 1)
+        mesh.move([(1, 1, 3)], first=6)
+        self.assertEqual(tuple(mesh.points[6]), (1, 1, 3))
+        self.assertNotEqual(shown(mesh), plain)
+        self.assertEqual(repr(zynvue.Mesh()), "<zynvue.Mesh: 0 points, 0 faces>")
+        self.assertEqual((list(zynvue.Mesh().points), zynvue.Mesh().polygons), ([], []))
+
+    def test_meshes_look_as_they_are_told_to(self):
+        mesh = zynvue.Mesh(*CUBE, (0.9, 0.4, 0.1), style="surfaces and edges")
+        self.assertEqual(mesh.style, "surfaces and edges")
+        self.assertNotEqual(shown(mesh), shown(zynvue.Mesh(*CUBE, (0.9, 0.4, 0.1))))
+        mesh.style = "surfaces"
+        self.assertEqual(shown(mesh), shown(zynvue.Mesh(*CUBE, (0.9, 0.4, 0.1))))
+        pictures = [shown(mesh)]
+        mesh.color_faces([(1, 0, 0)] * 6)
+        pictures.append(shown(mesh))
+        mesh.color_points([(0, 0, 1, 1)] * 8)
+        pictures.append(shown(mesh))
+        mesh.color_by([z for x, y, z in CUBE[0]])
+        pictures.append(shown(mesh))
+        self.assertEqual(len(set(pictures)), 4)
+        mesh.color_by([])
+        mesh.color_points([])
+        mesh.color_faces([])
+        self.assertEqual(shown(mesh), pictures[0])
+
+    def test_meshes_from_and_to_files(self):
+        mesh = zynvue.Mesh(*CUBE)
+        for name in ("cube.stl", "cube.ply", "cube.obj", "cube.OFF"):
+            mesh.save(name)
+            other = zynvue.Mesh.load(name, style="edges")
+            self.assertEqual(
+                (other.area, other.volume, other.closed, other.style), (24, 8, True, "edges"), name
+            )
+        self.assertEqual([tuple(point) for point in other.points], CUBE[0])
+        self.assertEqual(other.polygons, CUBE[1])
+        write("text.stl", text_stl(CORNERS))
+        self.assertEqual(repr(zynvue.Mesh.load("text.stl")), "<zynvue.Mesh: 4 points, 2 faces>")
+
+    def test_files_that_are_no_meshes(self):
+        write("bad.stl", text_stl(CORNERS).replace(b"vertex 8 0 0", b"vertex 8 0"))
+        for kind in (ValueError, zynvue.LoadError):
+            with self.assertRaisesRegex(kind, "bad.stl.*line 5"):
+                zynvue.Mesh.load("bad.stl")
+        with self.assertRaisesRegex(FileNotFoundError, "none.stl"):
+            zynvue.Mesh.load("none.stl")
+        mesh = zynvue.Mesh(*CUBE)
+        with self.assertRaises(zynvue.SaveError):
+            mesh.save("cube.txt")
+        with self.assertRaises(OSError):
+            mesh.save(os.path.join("none", "cube.stl"))
+
+    def test_wrong_meshes_are_refused(self):
+        points, faces = CUBE
+        for wrong in ([(0, 0)], [(0, 0, 0, 0)]):
+            with self.assertRaisesRegex(ValueError, "points are n x 3"):
+                zynvue.Mesh(wrong)
+        for wrong in ([(0, 1, 8)], [(0, 1)], [(0, 1, -1)]):
+            with self.assertRaises(zynvue.Error):
+                zynvue.Mesh(points, wrong)
+        with self.assertRaisesRegex(ValueError, "'wire' is no style"):
+            zynvue.Mesh(points, faces, style="wire")
+        with self.assertRaises(zynvue.Error):
+            zynvue.Mesh(points, faces).color_by([1, 2])
 
     def test_wrong_shapes_are_refused(self):
         for wrong in ([(0, 0, 0)], [[(0, 0, 0), (1, 0, 0)]], [[(0, 0), (1, 0), (0, 1)]]):
@@ -500,12 +578,34 @@ class Arrays(unittest.TestCase):
                 shown(zynvue.Triangles(numpy.array(CORNERS, kind))), shown(zynvue.Triangles(CORNERS))
             )
         for kind in ("float64", "float32", "int32"):
+            points = numpy.array(CUBE[0], kind)
+            for faces in (numpy.array(CUBE[1]), numpy.array(CUBE[1], "uint8"), CUBE[1]):
+                self.assertEqual(shown(zynvue.Mesh(points, faces)), shown(zynvue.Mesh(*CUBE)))
+        for kind in ("float64", "float32", "int32"):
             with zynvue.Graph(300, 200) as graph, zynvue.Graph(300, 200) as other:
                 graph.plot(numpy.array([0, 1, 2], kind), numpy.array([0, 10, 5], kind))
                 other.plot([0, 1, 2], [0, 10, 5])
                 self.assertEqual(graph.pixels(), other.pixels())
         with self.assertRaisesRegex(ValueError, "not 2 x 9"):
             zynvue.Triangles(numpy.zeros((2, 9)))
+
+    def test_meshes_give_arrays(self):
+        numpy = self.numpy
+        mesh = zynvue.Mesh(numpy.array(CUBE[0]), numpy.array(CUBE[1]))
+        self.assertTrue(numpy.array_equal(mesh.points, CUBE[0]))
+        self.assertEqual((mesh.points.dtype, mesh.points.shape), (numpy.float64, (8, 3)))
+        self.assertEqual((mesh.faces.dtype, mesh.faces.shape), (numpy.int32, (12, 3)))
+        again = zynvue.Mesh(mesh.points, mesh.faces)
+        self.assertEqual((again.volume, len(again)), (8, 12))
+        again.color_points(mesh.points / 2)
+        again.color_by(mesh.points[:, 2])
+        for points, faces in (
+            (numpy.zeros((3, 4)), ()),
+            (numpy.zeros(3), ()),
+            (mesh.points, numpy.array([[0.5, 1, 2]])),
+        ):
+            with self.assertRaises(ValueError):
+                zynvue.Mesh(points, faces)
 
     def test_wrong_shapes_are_refused(self):
         numpy = self.numpy
