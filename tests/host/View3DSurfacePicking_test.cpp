@@ -50,18 +50,30 @@ class View3DSurfacePicking : public HostTest {
     return Surface{{v.at(0), v.at(1), v.at(2)}, {v.at(3), v.at(4), v.at(5)}};
   }
 
-  /// The line of sight through a pixel's centre: a point and a direction, towards the scene.
+  /// The line of sight through a pixel's centre: a point before the scene and a direction.
   std::array<Vec, 2> sightAt(int x, int y, const Vec& about) const {
     _variant_t frame;
     require(host->XFormView(&frame), "XFormView");
     const std::vector<double> f = doublesIn(frame);
     const Vec along{f.at(6), f.at(7), f.at(8)};
-    _variant_t point;
-    require(host->getPixelPlanIntersection(
-                x, y, doubleArray({along.x, along.y, along.z, -dot(along, about)}), &point),
-            "getPixelPlanIntersection");
-    const std::vector<double> p = doublesIn(point);
-    return {Vec{p.at(0), p.at(1), p.at(2)}, along};
+    const auto meetPlane = [&](const Vec& through) {
+      _variant_t point;
+      require(host->getPixelPlanIntersection(
+                  x, y, doubleArray({along.x, along.y, along.z, -dot(along, through)}), &point),
+              "getPixelPlanIntersection");
+      const std::vector<double> p = doublesIn(point);
+      return Vec{p.at(0), p.at(1), p.at(2)};
+    };
+    const Vec front = meetPlane(about - 0.6 * size_ * along);
+    return {front, normalised(meetPlane(about + size_ * along) - front)};
+  }
+
+  void switchPerspective(bool on) const {
+    ComPtr<IDispatch> camera;
+    require(view()->get_Camera(&camera), "Camera");
+    require(queryFor<IZYNCamera>(camera.Get())->put_Perspective(on ? VARIANT_TRUE : VARIANT_FALSE),
+            "Perspective");
+    require(view()->put_Camera(camera.Get()), "Camera");
   }
 
   ComPtr<IZYNVue3D2> view() const { return queryFor<IZYNVue3D2>(host.get()); }
@@ -145,7 +157,7 @@ TEST_F(View3DSurfacePicking, IsTheExactHitOfTheRay) {
         for (const Triangle& t : triangles) {
           const Vec turned = cross(t.b - t.a, t.c - t.a);
           const auto along = meet(sight, t);
-          const bool shows = along && dot(turned, sight[1]) < 0;
+          const bool shows = along && *along > 0 && dot(turned, sight[1]) < 0;
           if (shows && (!nearest || *along < *nearest)) {
             nearest = along;
             normal = normalised(turned);
@@ -429,6 +441,34 @@ TEST_F(View3DSurfacePicking, ObjectsOfOtherComponentsByTheirDepth) {
   add({{-5, -4, 4}, {5, -4, 4}, {0, 4, 4}});
   EXPECT_NEAR(surfaceAt(220, 90)->point.z, 4, 1e-9) << "ours in front of it";
   EXPECT_EQ(tilted->modes.back(), 0);
+}
+
+TEST_F(View3DSurfacePicking, PerspectiveShowsOthersToo) {
+  look({0, 0, 0}, 10);
+  switchPerspective(true);
+  host.add([](int) {
+    drawPlate({-20, 20, -20, 20, 1.5});
+    return S_OK;
+  });
+  for (const auto& [x, y] : {std::pair{0, 0}, {399, 0}, {200, 100}, {123, 45}}) {
+    const auto found = surfaceAt(x, y);
+    const auto [front, along] = sightAt(x, y, {0, 0, 0});
+    const Vec expected = front + ((1.5 - front.z) / along.z) * along;
+    ASSERT_TRUE(found) << x << " " << y;
+    EXPECT_NEAR(length(found->point - expected), 0, 1e-3) << x << " " << y;
+    EXPECT_NEAR(found->normal.z, 1, 1e-3);
+  }
+  add({{-9, -9, 2}, {9, -9, 3}, {0, 9, 2.5}});
+  add({{-50, -50, 900}, {50, -50, 900}, {0, 90, 900}});  // behind the eye
+  const Vec normal = normalised(cross({18, 0, 1}, {9, 18, 0.5}));
+  for (const auto& [x, y] : {std::pair{200, 100}, {170, 150}, {230, 90}}) {
+    const auto found = surfaceAt(x, y);
+    const auto [front, along] = sightAt(x, y, {0, 0, 0});
+    ASSERT_TRUE(found) << x << " " << y;
+    EXPECT_NEAR(length(cross(found->point - front, along)), 0, 1e-9);
+    EXPECT_NEAR(dot(found->point - Vec{0, 9, 2.5}, normal), 0, 1e-9);
+    EXPECT_NEAR(length(found->normal - normal), 0, 1e-9);
+  }
 }
 
 TEST_F(View3DSurfacePicking, OthersAtTheEdgeOfTheWindow) {
