@@ -40,9 +40,9 @@ class CallerStateTest : public HostTest {
       found.emplace_back(target);
     }
     for (const wchar_t* progId :
-         {kSpriteProgId, kCoteProgId, L"ZYNVue.ZYNVue2DChild", L"ZYNModeleGeom.Polyligne",
-          kRectangleProgId, kBox3DProgId, L"ZYNModeleGeom.Box2D", L"ZYNModeleGeom.Point",
-          L"ZYNModeleGeom.Couleur"}) {
+         {kSpriteProgId, kCoteProgId, kCameraProgId, L"ZYNVue.ZYNVue2DChild",
+          L"ZYNModeleGeom.Polyligne", kRectangleProgId, kBox3DProgId, L"ZYNModeleGeom.Box2D",
+          L"ZYNModeleGeom.Point", L"ZYNModeleGeom.Couleur"}) {
       found.push_back(createObject<IDispatch>(progId));
     }
     return found;

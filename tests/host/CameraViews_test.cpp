@@ -106,7 +106,7 @@ TEST_F(CameraViews, BadArgumentsChangeNothingAndSayWhy) {
   blindCamera->setOeil(0, 0, 0);
   const _variant_t blind(blindCamera.Get());
   const auto expectRefused = [&](const CallResult& result, const wchar_t* why) {
-    EXPECT_EQ(result.code(), E_INVALIDARG) << std::string(_bstr_t(why));
+    EXPECT_EQ(result.code(), E_INVALIDARG) << why;
     EXPECT_EQ(result.description, why);
     EXPECT_EQ(shown(), kOblique);
   };
@@ -206,8 +206,11 @@ TEST_F(CameraViews, PickedPointsAgreeWithTheProjection) {
   for (const wchar_t* text : {kOblique, kPerspective}) {
     put(text);
     const GluView glu(view.Get(), host.clientSize());
+    const std::vector<double> facing = targetPlane(view.Get());
+    const std::vector<double> tilted = {facing[0] + 0.2, facing[1] - 0.1, facing[2] + 0.1,
+                                        facing[3] + 0.1};  // through the target, too
     for (const auto& [x, y] : {std::array{0, 0}, {399, 199}, {200, 100}, {37, 151}}) {
-      for (const auto& plane : {std::vector<double>{0, 0, 1, 0.5}, {0.3, -0.4, 2, 1}}) {
+      for (const auto& plane : {facing, tilted}) {
         const auto point = planePoint(x, y, plane);
         const auto pixel = glu.pixelOf(point);
         EXPECT_NEAR(pixel[0], x + 0.5, 1e-6);
@@ -224,18 +227,18 @@ TEST_F(CameraViews, PickedPointsAgreeWithTheProjection) {
 TEST_F(CameraViews, BehindTheEyeNothingIsMet) {
   put(kPerspective);
   _variant_t found;
-  EXPECT_EQ(host->getPixelPlanIntersection(0, 0, doubleArray({0, 0, 1, -40}), &found), S_OK);
+  EXPECT_EQ(host->getPixelPlanIntersection(200, 199, doubleArray({0, 0, 1, -40}), &found), S_OK);
   EXPECT_EQ(found.vt, VT_EMPTY);
   put(kOblique);
-  EXPECT_EQ(host->getPixelPlanIntersection(0, 0, doubleArray({0, 0, 1, -40}), &found), S_OK);
+  EXPECT_EQ(host->getPixelPlanIntersection(200, 199, doubleArray({0, 0, 1, -40}), &found), S_OK);
   EXPECT_NE(found.vt, VT_EMPTY);
 }
 
 /// A plate far behind the target is picked where it is seen, and not beside.
 TEST_F(CameraViews, PicksWithPerspective) {
   put(L"Oeil=0 0 9 Cible=0 0 0 Haut=0 1 0 Largeur=20 Hauteur=10 Perspective=1 AngleOuverture=90 "
-      L"Profondeur=9");                                         // the eye is at z = 5
-  const auto distant = makePickable({7}, {-2, 2, -2, 2, -5});       // half as large: 80 pixels wide
+      L"Profondeur=9");                                          // the eye is at z = 5
+  const auto distant = makePickable({7}, {-2, 2, -2, 2, -5});    // half as large: 80 pixels wide
   const auto close = makePickable({8}, {3, 4, -0.5, 0.5, 2.5});  // twice as large
   host->AddSelection(distant->dispatch());
   host->AddSelection(close->dispatch());

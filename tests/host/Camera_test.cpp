@@ -53,7 +53,7 @@ TEST_F(CameraObject, KeepsWhatIsPut) {
       {L"HautZ", 7},           {L"Largeur", 8}, {L"Hauteur", 9}, {L"Profondeur", 0},
       {L"AngleOuverture", 170}};
   for (const auto& [name, number] : numbers) {
-    EXPECT_EQ(double(getProperty(camera.Get(), name).value), number) << std::string(_bstr_t(name));
+    EXPECT_EQ(double(getProperty(camera.Get(), name).value), number) << name;
   }
   EXPECT_TRUE(bool(getProperty(camera.Get(), L"Perspective").value));
   _variant_t place;

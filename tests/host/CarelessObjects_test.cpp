@@ -23,8 +23,9 @@ class CarelessObjects : public HostTest, protected EveryContainer {
     const PlainArguments plain{object, doubleArray({0.5, 0.25, 0.75}), folder_.file(L"out")};
     std::vector<ComPtr<IDispatch>> targets = {view3D_.get(), view2D_.get(), scene_.get(),
                                               graph_.get()};
-    for (const wchar_t* progId : {kTriangleProgId, kTextProgId, kSpriteProgId, kCoteProgId,
-                                  kScaleProgId, kMeshProgId, L"ZYNModeleGeom.Polyligne"}) {
+    for (const wchar_t* progId :
+         {kTriangleProgId, kTextProgId, kSpriteProgId, kCoteProgId, kScaleProgId, kMeshProgId,
+          kCameraProgId, L"ZYNModeleGeom.Polyligne"}) {
       targets.push_back(createObject<IDispatch>(progId));
     }
     for (const auto& target : targets) {

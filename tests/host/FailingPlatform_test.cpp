@@ -67,6 +67,7 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
     return sprite;
   });
   addMade(objects, [] { return createObject<IZYNGLCote>(kCoteProgId); });
+  addMade(objects, [] { return createObject<IZYNCamera>(kCameraProgId); });
   addMade(objects, [] {
     const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
     scale->put_Titre(_bstr_t(L"scale"));

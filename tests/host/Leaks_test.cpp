@@ -198,8 +198,21 @@ struct SimpleClass {
 };
 void PrintTo(const SimpleClass& tested, std::ostream* out) { *out << tested.name; }
 
+void useCamera() {
+  const auto camera = createObject<IZYNCamera>(kCameraProgId);
+  camera->put_Texte(_bstr_t(L"no camera"));
+  camera->setOeil(1, 2, 3);
+  ComPtr<IDispatch> copy;
+  camera->Copie(&copy);
+  ComPtr<IDispatch> between;
+  camera->Interpole(copy.Get(), 0.5, &between);
+  _bstr_t text;
+  camera->get_Texte(text.GetAddress());
+}
+
 const SimpleClass kSimpleClasses[] = {
     {"Cote", useCote},
+    {"Camera", useCamera},
     {"Vue2DChild", [] { createObject<IDispatch>(L"ZYNVue.ZYNVue2DChild"); }},
     {"Rectangle", [] { useByName(kRectangleProgId, L"Largeur"); }},
     {"Box2D", [] { useByName(L"ZYNModeleGeom.Box2D", L"DX"); }},

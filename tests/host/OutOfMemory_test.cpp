@@ -87,6 +87,7 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
           makeText(L"a label too long for a short string"),
           createObject<IDispatch>(kSpriteProgId),
           createObject<IDispatch>(kCoteProgId),
+          createObject<IDispatch>(kCameraProgId),
           createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
           makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}),
           foreign};
