@@ -13,6 +13,7 @@
 #include "glcontext/InitialState_gl.h"
 #include "glcontext/PixelFormats_win.h"
 #include "offscreen/Collection_com.h"
+#include "platform/HostState_win.h"
 #include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
 #include "view3d/BitmapCamera.h"
@@ -81,6 +82,7 @@ STDMETHODIMP CZYN3DGLBitmapContext::Add(IDispatch* NewObject, int Mode) noexcept
     // nothing.
     Collected collected;
     collect(NewObject, static_cast<std::uint32_t>(Mode), kCollectionLevels, false, collected);
+    HostState::setOurs();
     if (std::any_of(collected.elements.begin(), collected.elements.end(),
                     [](const auto& element) { return element && element->mayDrawText(); })) {
       needFonts();

@@ -3,6 +3,7 @@
 #include "com/ObjectArray_com.h"
 #include "com/arguments_com.h"
 #include "com/askFor_com.h"
+#include "platform/HostState_win.h"
 #include "view3d/CZYNCamera_com.h"
 #include "view3d/CZYNVue3D_com.h"
 
@@ -32,7 +33,9 @@ std::optional<Box3> boxOf(const std::vector<ComPtr<IDispatch>>& objects) {
     if (!drawable) {
       throw badArgument(L"Objets", L"an object is none that can be drawn");
     }
-    sum.add(boundsOf(*drawable.Get()));
+    const auto box = boundsOf(*drawable.Get());
+    HostState::setOurs();
+    sum.add(box);
   }
   return sum.box;
 }

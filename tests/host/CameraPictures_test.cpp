@@ -110,9 +110,9 @@ TEST_F(CameraPictures, TextsKeepTheirSizeWithPerspective) {
     const auto text = makeText(L"HHH", 40);
     text->setColor(1, 0, 0, 1);
     text->setPosition(0, 0, z, 0);
-    scene.add(text.Get());
     const auto box = makeCuboid({-30, 30, -30, 30, -20, -19}, kBackground);
     scene.addAll(box);
+    scene.add(text.Get());
     require(queryFor<IZYN3DGLBitmapContext2>(scene.get())->put_Camera(makeCamera(kAlongZ).Get()),
             "Camera");
     return rowsWithRed(scene.render());
