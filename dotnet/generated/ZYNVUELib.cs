@@ -690,6 +690,546 @@ namespace ZYNVue.Interop {
     }
   }
 
+  /// <summary>2D graph view control, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("C1CC1B4C-1167-4623-86ED-1D982B550282"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNVue2D2 {
+    /// <summary>Appends the object newTrace (null is ignored) to the draw list, refits the home view unless a graph frame exists, shows it for the first object, and repaints. drawing_mode is handed to the object at every drawing: 1 outline, 0 and other positive values filled. Fails with the error of an object that cannot tell its number and of a box that cannot be read; an object that fails to tell its box counts as having none.</summary>
+    [DispId(1)]
+    void Add([MarshalAs(UnmanagedType.IDispatch)] object newTrace, int drawing_mode);
+
+    /// <summary>Shows the home view and repaints; the history stays as it is.</summary>
+    [DispId(2)]
+    void initView();
+
+    /// <summary>Removes every element of the draw list whose object is Item, refits the home view unless a graph frame exists, and repaints.</summary>
+    [DispId(4)]
+    void Remove([MarshalAs(UnmanagedType.IDispatch)] object Item);
+
+    /// <summary>Asks for a redraw.</summary>
+    [DispId(5)]
+    void Repaint();
+
+    /// <summary>Refits the home view to the objects unless a graph frame exists; does not repaint.</summary>
+    [DispId(6)]
+    void UpdateParams();
+
+    /// <summary>Sets the background colour; r, g, b each in 0..1, otherwise the call is ignored. Does not repaint.</summary>
+    [DispId(7)]
+    void setBackground(float r, float g, float b);
+
+    /// <summary>Returns to the newest view of the history, if any, and repaints.</summary>
+    [DispId(8)]
+    void LastView();
+
+    /// <summary>Sets the trace that is asked for its nearest point in mode 3: an object with IZYNProfil; none when profil is null or lacks it.</summary>
+    [DispId(9)]
+    void setActiveProfil([MarshalAs(UnmanagedType.IDispatch)] object profil);
+
+    /// <summary>Empties the draw list and repaints; the home view stays.</summary>
+    [DispId(10)]
+    void RemoveAll();
+
+    /// <summary>Shows the rectangle Rect (an object with IZYNRectangle, plotting units: model units times XScale, YScale of the graph; ignored otherwise) enlarged by surplus, a fraction of its size, and repaints. Adds a history entry. Fails when the bounds shown cannot be recorded.</summary>
+    [DispId(11)]
+    void View([MarshalAs(UnmanagedType.IDispatch)] object Rect, double surplus);
+
+    /// <summary>Number of elements in the draw list.</summary>
+    [DispId(12)]
+    int Count();
+
+    /// <summary>What the left button does: 3 nearest point of the active trace (default), -1 and -2 select, 4 zoom to a rectangle, 1 pan, other values drag.</summary>
+    /// <value>Sets what the left button does: 3 nearest point of the active trace, -1 and -2 select, 4 zoom to a rectangle, 1 pan, other values drag. Any value is stored.</value>
+    [DispId(13)]
+    int Mode { get; set; }
+
+    /// <summary>Shows the range XMin..XMax, YMin..YMax (model units) as a graph with linear axes and replaces the graph frame. Colour of the axes 0..1; names and units are texts, or pictures (IPicture) in their place; graduations are steps above 0 in model units; XScale and YScale map model units to plotting units. Empties the history.</summary>
+    [DispId(14)]
+    void GraphView(double RGraphColor, double GGraphColor, double BGraphColor, [MarshalAs(UnmanagedType.BStr)] string XName, [MarshalAs(UnmanagedType.BStr)] string XUnit, [MarshalAs(UnmanagedType.IDispatch)] object PictX, double XMin, double XMax, double BigGraduationX, double SmallGraduationX, double XScale, [MarshalAs(UnmanagedType.BStr)] string YName, [MarshalAs(UnmanagedType.BStr)] string YUnit, [MarshalAs(UnmanagedType.IDispatch)] object PictY, double YMin, double YMax, double BigGraduationY, double SmallGraduationY, double YScale);
+
+    /// <summary>Shows the range XMin..XMax, YMin..YMax (decades, base 10 logarithms) as a graph with logarithmic axes and replaces the graph frame. Colour of the axes 0..1; PictX and PictY are pictures (IPicture) used as titles; ColGradX and ColGradY are colour objects (IZYNCouleur) for the graduations. Empties the history.</summary>
+    [DispId(15)]
+    void LogLogGraphView(double RGraphColor, double GGraphColor, double BGraphColor, [MarshalAs(UnmanagedType.IDispatch)] object PictX, double XMin, double XMax, [MarshalAs(UnmanagedType.IDispatch)] object ColGradX, [MarshalAs(UnmanagedType.IDispatch)] object PictY, double YMin, double YMax, [MarshalAs(UnmanagedType.IDispatch)] object ColGradY);
+
+    /// <summary>Shows the rectangle given by its bounds in plotting units (model units times XScale, YScale of the graph), enlarged by a tenth. No history entry, no repaint.</summary>
+    [DispId(16)]
+    void ViewRect(double XMin, double XMax, double YMin, double YMax);
+
+    /// <summary>Appends the object (null is ignored) to the list of objects that take part in picking.</summary>
+    [DispId(17)]
+    void AddSelection([MarshalAs(UnmanagedType.IDispatch)] object ObjSelection);
+
+    /// <summary>Empties the list of objects that take part in picking.</summary>
+    [DispId(18)]
+    void RemoveAllSelection();
+
+    /// <summary>Removes the object Item from the list of objects that take part in picking, if it is there.</summary>
+    [DispId(19)]
+    void RemoveSelection([MarshalAs(UnmanagedType.IDispatch)] object Item);
+
+    /// <summary>Whether lines are smoothed (default: yes).</summary>
+    /// <value>Smooths lines: on for VARIANT_TRUE only. Repaints when the state changes.</value>
+    [DispId(20)]
+    bool LineAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether points are smoothed (default: yes).</summary>
+    /// <value>Smooths points: on for VARIANT_TRUE only. Repaints when the state changes.</value>
+    [DispId(21)]
+    bool PointAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether multisampling is on; always no where the pixel format does not support it.</summary>
+    /// <value>Multisampling: on for VARIANT_TRUE only. Repaints; ignored where the pixel format does not support it.</value>
+    [DispId(22)]
+    bool MultiSampleAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Window handle of the control, truncated to 32 bits; 0 without a window.</summary>
+    [DispId(23)]
+    int hWnd { get; }
+
+    /// <summary>Client pixel of the model point (x, y): Top its row from the top, Left its column from the left.</summary>
+    [DispId(24)]
+    void getPixelPoint(double x, double y, out int Top, out int Left);
+
+    /// <summary>Model point of a client pixel: Top its row from the top, Left its column from the left.</summary>
+    [DispId(25)]
+    void getPoint(int Top, int Left, out double x, out double y);
+
+    /// <summary>Whether the cursor cross is drawn (default: no).</summary>
+    /// <value>Draws the cursor cross: on for VARIANT_TRUE only. Repaints.</value>
+    [DispId(26)]
+    bool DrawCursor { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the position of the cursor cross, model units. Repaints when DrawCursor is on.</summary>
+    [DispId(27)]
+    void setCursorPos(double x, double y);
+
+    /// <summary>The view: array of 7 doubles: window width and height in pixels, visible width and height, half-height, centre x and y in plotting units (model units times XScale, YScale of the graph).</summary>
+    [DispId(28)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getVueParams();
+
+    /// <summary>Sets the colour of the grid, r, g, b in 0..1. Stored as given; does not repaint.</summary>
+    [DispId(29)]
+    void setGrilleColor(float r, float g, float b);
+
+    /// <summary>Whether the grid is drawn (default: no).</summary>
+    /// <value>Draws the grid: on for VARIANT_TRUE only. Does not repaint.</value>
+    [DispId(30)]
+    bool GrilleVisible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the steps of the grid, model units; a step of 0 or less draws no lines in its direction. Does not repaint.</summary>
+    [DispId(31)]
+    void setGrille(double dX, double dY);
+
+    /// <summary>Side of the square pick region, pixels (default 1).</summary>
+    /// <value>Sets the side of the square pick region, pixels, above 0. Stored as given.</value>
+    [DispId(32)]
+    double PickSize { get; set; }
+
+    /// <summary>Whether the wheel zooms and the middle button pans (default: no).</summary>
+    /// <value>Makes the wheel zoom and the middle button pan: on for VARIANT_TRUE only.</value>
+    [DispId(33)]
+    bool MiddleButtonActive { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether picking reports superposed objects too (default: no).</summary>
+    /// <value>Makes picking report superposed objects too: on for VARIANT_TRUE only.</value>
+    [DispId(34)]
+    bool SelectSuperpose { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether a drag in the modes -1 and -2 selects with a rubber band (default: no).</summary>
+    /// <value>Makes a drag in the modes -1 and -2 select with a rubber band: on for VARIANT_TRUE only.</value>
+    [DispId(35)]
+    bool WindowSelection { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Plotting units (model units times YScale of the graph) per client pixel, vertically; 0 while the window is empty.</summary>
+    [DispId(36)]
+    double PixelSize { get; }
+
+    /// <summary>Whether mode 4 stays after a zoom to a rectangle (default: no).</summary>
+    /// <value>Keeps mode 4 after a zoom to a rectangle: on for VARIANT_TRUE only.</value>
+    [DispId(37)]
+    bool MaintainWindowZoom { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the wheel zooms the other way round (default: no).</summary>
+    /// <value>Makes the wheel zoom the other way round: on for VARIANT_TRUE only.</value>
+    [DispId(38)]
+    bool MiddleButtonInverse { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Gain of the wheel zoom, without unit (default 1).</summary>
+    /// <value>Sets the gain of the wheel zoom, without unit. Stored as given.</value>
+    [DispId(39)]
+    double MiddleButtonAcceleration { get; set; }
+
+    /// <summary>Shape of the mouse pointer over the control: 0 default, 1 to 15 standard shapes, 99 the picture of MouseIcon.</summary>
+    /// <value>Sets the shape of the mouse pointer over the control: 0 default, 1 to 15 standard shapes, 99 the picture of MouseIcon.</value>
+    [DispId(-521)]
+    int MousePointer { get; set; }
+
+    /// <summary>Picture used as mouse pointer when MousePointer is 99; null for none.</summary>
+    /// <value>Sets a copy of the picture (icon or cursor; null for none) used as mouse pointer when MousePointer is 99.</value>
+    [DispId(-522)]
+    object MouseIcon { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>Sets the picture (icon or cursor; null for none) used as mouse pointer when MousePointer is 99.</summary>
+    [DispId(-522)]
+    void putref_MouseIcon([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Whether any change of what is shown asks for a repaint by itself, many changes for one (default: no).</summary>
+    /// <value>Asks for a repaint at any change of what is shown: 0 no, any other value yes. Repaints when it is switched on.</value>
+    [DispId(100)]
+    bool RedessinAuto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether message boxes are left out now: because it was put on, or because nobody could answer them (services, window stations without a screen).</summary>
+    /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
+    [DispId(101)]
+    bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    [DispId(170)]
+    void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Quality of JPEG files that Exporter writes (default 90).</summary>
+    /// <value>Sets the quality of JPEG files that Exporter writes, 0 (smallest) to 100 (best).</value>
+    [DispId(171)]
+    int QualiteJPEG { get; set; }
+
+    /// <summary>Whether PNG files that Exporter writes, and a PNG picture that Copier gives, have a transparent background (default: no).</summary>
+    /// <value>Makes the background transparent in PNG files that Exporter writes, and in a PNG picture that Copier gives besides: 0 no, any other value yes. The scene is drawn twice for that, without a gradient: on black and on white.</value>
+    [DispId(172)]
+    bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    [DispId(173)]
+    void Copier();
+  }
+
+  /// <summary>3D view control, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("98D3C6D8-F072-49A8-A205-C526567C707F"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNVue3D2 {
+    /// <summary>Axis view of the whole scene from the +Z side, up +Y. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(1)]
+    void VueXYp(double surplus);
+
+    /// <summary>Axis view of the whole scene from the -Z side, up +Y. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(2)]
+    void VueXYm(double surplus);
+
+    /// <summary>Axis view of the whole scene from the +Y side, up +Z. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(3)]
+    void VueXZp(double surplus);
+
+    /// <summary>Axis view of the whole scene from the -Y side, up +Z. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(4)]
+    void VueXZm(double surplus);
+
+    /// <summary>Axis view of the whole scene from the +X side, up +Z. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(5)]
+    void VueYZp(double surplus);
+
+    /// <summary>Axis view of the whole scene from the -X side, up +Z. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(6)]
+    void VueYZm(double surplus);
+
+    /// <summary>Pans sideways by h model units; the eye backs off by 2|h|. No history entry.</summary>
+    [DispId(7)]
+    void TranslateH(double h);
+
+    /// <summary>Pans along screen-up by V model units; the eye backs off by 2|V|. No history entry.</summary>
+    [DispId(8)]
+    void TranslateV(double V);
+
+    /// <summary>Moves eye and target along the line of sight by p model units, forward when positive. No history entry.</summary>
+    [DispId(9)]
+    void TranslateP(double p);
+
+    /// <summary>Magnifies by coeff (above 1 enlarges the picture). Not checked: 0 leaves an infinite view. Adds a history entry.</summary>
+    [DispId(10)]
+    void Zoom(double coeff);
+
+    /// <summary>Rolls the camera about the line of sight, angle in degrees. No history entry.</summary>
+    [DispId(11)]
+    void RotateA(double angle);
+
+    /// <summary>Turns the eye about the up direction through the target, angle in degrees. No history entry.</summary>
+    [DispId(12)]
+    void RotateH(double angle);
+
+    /// <summary>Turns the eye about the horizontal axis through the target, angle in degrees. No history entry.</summary>
+    [DispId(13)]
+    void RotateV(double angle);
+
+    /// <summary>What dragging with the left button does: 1 pan, 2 rotate (default), 3 zoom, 4 one rubber-band selection, -1 and -2 select, any other value events only.</summary>
+    /// <value>Sets what dragging with the left button does: 1 pan, 2 rotate, 3 zoom, 4 one rubber-band selection after which the previous mode returns, -1 and -2 select, any other value events only.</value>
+    [DispId(14)]
+    short MouseMode { get; set; }
+
+    /// <summary>Makes or resets the camera: the whole scene from the +X side, up +Z. surplus: margin as a fraction of the size, 0 for none. Does nothing while the client area is empty. Adds a history entry when there was a camera.</summary>
+    [DispId(15)]
+    void initView(double surplus);
+
+    /// <summary>Appends the object newTrace (null is ignored) to the draw list and refits the scene box; does not repaint. drawing_mode is handed to the object at every drawing: 1 outline, 0 and other positive values shaded. Fails with the error of an object that cannot tell its number and of a box that cannot be read; an object that fails to tell its box counts as having none.</summary>
+    [DispId(16)]
+    void Add([MarshalAs(UnmanagedType.IDispatch)] object newTrace, int drawing_mode);
+
+    /// <summary>Removes the first element of the draw list whose object is Item, if any; does not repaint.</summary>
+    [DispId(17)]
+    void Remove([MarshalAs(UnmanagedType.IDispatch)] object Item);
+
+    /// <summary>Asks for a redraw.</summary>
+    [DispId(18)]
+    void Repaint();
+
+    /// <summary>Rebuilds the scene box from the draw list and refits the depth of the view to it.</summary>
+    [DispId(19)]
+    void UpdateParams();
+
+    /// <summary>Returns to the newest camera of the history, adapted to the client size; does nothing when the history is empty.</summary>
+    [DispId(20)]
+    void LastView();
+
+    /// <summary>Empties the draw list and repaints.</summary>
+    [DispId(21)]
+    void RemoveAll();
+
+    /// <summary>Fits the whole scene keeping the viewing direction; without a camera as initView. surplus: margin as a fraction of the size, 0 for none. Does nothing while the client area or the scene is empty. Adds a history entry.</summary>
+    [DispId(22)]
+    void ZoomTotal(double surplus);
+
+    /// <summary>Number of elements in the draw list.</summary>
+    [DispId(23)]
+    int Count();
+
+    /// <summary>Opens the ambient light dialog over the container's window and waits for it. The lights of the view stay as they are.</summary>
+    [DispId(24)]
+    void EditAmbiantLight();
+
+    /// <summary>Ambient light: array of 5 doubles: on (0 off), red, green, blue (0..1), intensity.</summary>
+    /// <value>Sets the ambient light: numeric array of exactly 5 values: on (0 off), red, green, blue (0..1), intensity; anything else is ignored. Does not repaint.</value>
+    [DispId(25)]
+    object AmbientLightProperty { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Light 1: array of 9 doubles: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye.</summary>
+    /// <value>Sets light 1: numeric array of exactly 9 values: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye; anything else is ignored. Does not repaint.</value>
+    [DispId(26)]
+    object DirectionLight1Property { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Light 2: array of 9 doubles: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye.</summary>
+    /// <value>Sets light 2: numeric array of exactly 9 values: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye; anything else is ignored. Does not repaint.</value>
+    [DispId(27)]
+    object DirectionLight2Property { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Whether the directions of the lights are drawn: -1 yes, 0 no (default).</summary>
+    /// <value>Draws the directions of lights whose switch is exactly 1 as lines: 0 no, any other value yes. Does not repaint.</value>
+    [DispId(28)]
+    int DrawLights { get; set; }
+
+    /// <summary>Model units per client pixel; 0 without a camera.</summary>
+    [DispId(29)]
+    double getWindowScale();
+
+    /// <summary>Turning view of the whole scene: eye on the +Y side, up +X. surplus: margin as a fraction of the size, 0 for none. Adds a history entry.</summary>
+    [DispId(30)]
+    void VueTournage(double surplus);
+
+    /// <summary>Sets the background colour; r, g, b each in 0..1, otherwise the call is ignored. Does not repaint.</summary>
+    [DispId(31)]
+    void setBackground(float r, float g, float b);
+
+    /// <summary>Frame of the camera: array of 16 doubles: axis A (3), axis B (3), viewing direction (3), corner point (3), model units per pixel, three zeros. Empty without a camera.</summary>
+    [DispId(32)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object XFormView();
+
+    /// <summary>Whether lines are smoothed (default: no).</summary>
+    /// <value>Smooths lines: on for VARIANT_TRUE only. Repaints when the state changes.</value>
+    [DispId(33)]
+    bool LineAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether points are smoothed (default: no).</summary>
+    /// <value>Smooths points: on for VARIANT_TRUE only. Repaints when the state changes.</value>
+    [DispId(34)]
+    bool PointAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether multisampling is on (default: no).</summary>
+    /// <value>Multisampling: on for VARIANT_TRUE where the pixel format supports it. Takes effect when the window is next created.</value>
+    [DispId(35)]
+    bool MultiSampleAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Appends the object (null is ignored) to the list of objects that take part in picking.</summary>
+    [DispId(36)]
+    void AddSelection([MarshalAs(UnmanagedType.IDispatch)] object ObjSelection);
+
+    /// <summary>Side of the square pick region, pixels (default 1).</summary>
+    /// <value>Sets the side of the square pick region, pixels, above 0. Stored as given.</value>
+    [DispId(37)]
+    double PickSize { get; set; }
+
+    /// <summary>Point where the line of sight through the client pixel (x, y) meets the plane: array of 3 doubles. Plan: numeric array a, b, c, d of ax + by + cz + d = 0. Empty without a camera, for another array, or when line and plane are parallel.</summary>
+    [DispId(38)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPixelPlanIntersection(int x, int y, [MarshalAs(UnmanagedType.Struct)] object Plan);
+
+    /// <summary>Whether the cursor glyph is drawn while the mouse is inside (default: no).</summary>
+    /// <value>Draws the cursor glyph while the mouse is inside: on for VARIANT_TRUE only. Repaints.</value>
+    [DispId(39)]
+    bool DrawCursor { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the position of the cursor glyph, model units. Repaints when DrawCursor is on.</summary>
+    [DispId(40)]
+    void setCursorPos(double x, double y, double Z);
+
+    /// <summary>Least distance from eye to target, model units (default 0).</summary>
+    /// <value>Sets the least distance from eye to target, model units, 0 or more. Takes effect at the next fit.</value>
+    [DispId(41)]
+    double ProfondeurDessin { get; set; }
+
+    /// <summary>Replaces the scene box by Box (an object with IZYNBox3D, ignored otherwise) and refits the depth of the view to it. Later changes of Box count, until Add, UpdateParams, initView or ZoomTotal measure the scene.</summary>
+    [DispId(42)]
+    void setViewBox([MarshalAs(UnmanagedType.IDispatch)] object Box);
+
+    /// <summary>Selection names of the nearest object of the selection list under the client pixel (x, y): array of longs. Empty when nothing is hit.</summary>
+    [DispId(43)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getSelectionUnderMouse(int x, int y);
+
+    /// <summary>Empties the list of objects that take part in picking; does not repaint.</summary>
+    [DispId(44)]
+    void RemoveAllSelection();
+
+    /// <summary>Removes the first element of the selection list whose object is Item, if any.</summary>
+    [DispId(45)]
+    void RemoveSelection([MarshalAs(UnmanagedType.IDispatch)] object Item);
+
+    /// <summary>Window handle of the control, truncated to 32 bits; 0 without a window.</summary>
+    [DispId(46)]
+    int hWnd { get; }
+
+    /// <summary>Whether MouseSelection reports every object under the press instead of the nearest (default: no).</summary>
+    /// <value>Makes MouseSelection report every object under the press instead of the nearest: on for VARIANT_TRUE only.</value>
+    [DispId(47)]
+    bool SelectSuperpose { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether a drag in the modes -1 and -2 selects with a rubber band (default: no).</summary>
+    /// <value>Makes a drag in the modes -1 and -2 select with a rubber band: on for VARIANT_TRUE only.</value>
+    [DispId(48)]
+    bool WindowSelection { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the middle button navigates: drag rotates, with Control pans, with Shift zooms (default: yes).</summary>
+    /// <value>Makes the middle button navigate: on for VARIANT_TRUE only.</value>
+    [DispId(49)]
+    bool MiddleButtonActive { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the background is drawn as a gradient (default: no). Putting it is inverted: FALSE switches the gradient on, any other value off.</summary>
+    /// <value>Inverted: FALSE (0) switches the gradient on, any other value switches it off. Does not repaint.</value>
+    [DispId(50)]
+    bool GradientBackground { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the top colour of the gradient; r, g, b all in 0..1, or all in 0..255; otherwise the call is ignored. Does not repaint.</summary>
+    [DispId(51)]
+    void setGradientColor(float r, float g, float b);
+
+    /// <summary>Whether the coordinate trihedron is drawn (default: yes).</summary>
+    /// <value>Draws the coordinate trihedron: 0 no, any other value yes. Does not repaint.</value>
+    [DispId(52)]
+    bool DrawCoordSys { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the wheel zooms the other way round (default: no).</summary>
+    /// <value>Makes the wheel zoom the other way round: on for VARIANT_TRUE only.</value>
+    [DispId(53)]
+    bool MiddleButtonInverse { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Gain of the wheel zoom, without unit (default 1).</summary>
+    /// <value>Sets the gain of the wheel zoom, without unit. Stored as given.</value>
+    [DispId(54)]
+    double MiddleButtonAcceleration { get; set; }
+
+    /// <summary>Whether any change of what is shown asks for a repaint by itself, many changes for one (default: no).</summary>
+    /// <value>Asks for a repaint at any change of what is shown: 0 no, any other value yes. Repaints when it is switched on.</value>
+    [DispId(100)]
+    bool RedessinAuto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether message boxes are left out now: because it was put on, or because nobody could answer them (services, window stations without a screen).</summary>
+    /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
+    [DispId(101)]
+    bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>A copy of the camera as it is shown now, an object with IZYNCamera; null without a camera.</summary>
+    /// <value>Shows what a camera sees, and more on one side where the window has another aspect. The camera is copied. Adds a history entry when there was a camera, and repaints.</value>
+    [DispId(120)]
+    object Camera { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>The same as putting it.</summary>
+    [DispId(120)]
+    void putref_Camera([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Moves smoothly to what a camera sees, in DureeMs milliseconds (0 and above), and ends exactly there; without a window or a camera to start from at once. Any press of a button or a key and the wheel stop it where it is; members that move the view start from its end. Adds a history entry.</summary>
+    [DispId(121)]
+    void AllerA([MarshalAs(UnmanagedType.IDispatch)] object Camera, int DureeMs);
+
+    /// <summary>Milliseconds that axis views, fits, LastView and NextView take to move (default 0: at once).</summary>
+    /// <value>Sets how many milliseconds axis views, fits, LastView and NextView take to move, 0 and above.</value>
+    [DispId(122)]
+    int DureeAnimation { get; set; }
+
+    /// <summary>Shows the rectangle between two points of the client area, client pixels from its upper left corner, and more on one side where that has another aspect. E_UNEXPECTED without a camera or a client area. Adds a history entry.</summary>
+    [DispId(123)]
+    void ZoomRectangle(double X1, double Y1, double X2, double Y2);
+
+    /// <summary>Shows objects as large as they fit, keeping the direction of view. Objets: an object, or an array of objects. surplus: margin as a fraction of the size, above -1, 0 for none. Objects without a box do not count, one has to have one. E_UNEXPECTED without a camera. Adds a history entry.</summary>
+    [DispId(124)]
+    void ZoomObjets([MarshalAs(UnmanagedType.Struct)] object Objets, double surplus);
+
+    /// <summary>Takes the newest LastView back that no move of the camera has followed; does nothing where there is none.</summary>
+    [DispId(125)]
+    void NextView();
+
+    /// <summary>How the mouse rotates: 0 about the axes of the screen (default), 1 as on a turntable (up stays up), 2 as a ball under the mouse.</summary>
+    /// <value>Sets how the mouse rotates: 0 about the axes of the screen, 1 as on a turntable (up stays up), 2 as a ball under the mouse.</value>
+    [DispId(126)]
+    int ModeRotation { get; set; }
+
+    /// <summary>About what the mouse rotates: 0 the target (default), 1 the point that is seen under the mouse at the press, 2 the point of setCentreRotation.</summary>
+    /// <value>Sets about what the mouse rotates: 0 the target, 1 the point that is seen under the mouse at the press (where nothing is seen, the one there that is as far away as the target), 2 the point of setCentreRotation.</value>
+    [DispId(127)]
+    int CentreRotation { get; set; }
+
+    /// <summary>Sets the point about which the mouse rotates while CentreRotation is 2 (default 0, 0, 0), model units.</summary>
+    [DispId(128)]
+    void setCentreRotation(double x, double y, double Z);
+
+    /// <summary>What the view shows at the centre of a pixel (client pixels, from the upper left corner): an array of x, y, z and the unit normal of the surface there, in scene units; nothing (an empty VARIANT) where no surface is shown. Surfaces are triangles and meshes, as exact as their coordinates, by their front unless both sides show; and all that objects of other components draw into the depth buffer, as exact as that, the normal towards the viewer. Outlines, texts, sprites and traces are no surfaces; what near and far planes cut off is not shown. Within a drawing of the view only objects of this library count.</summary>
+    [DispId(160)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPointSurface(int x, int y);
+
+    /// <summary>The names of the objects of the selection list (AddSelection) that lie in a rectangle between two points, in the order of the list, hidden ones too: an array of integers, without elements where there are none. The points are measured in pixels from the upper left corner of the client area; sides shorter than a pixel count as one pixel. Entier: 0 those of which something lies in it, its edge included; any other value those that lie in it wholly. A name is the object's NomSelection (Priority of a triangle, Numero of a trace, the first name that an object of another component pushes, or its attribute's Numero); a group without a name stands for its objects; objects with a negative one or none are left out. Surfaces count whichever side shows, texts by the box around them, lines without their width; what near and far planes cut off does not count.</summary>
+    [DispId(161)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getSelectionRectangle(double X1, double Y1, double X2, double Y2, [MarshalAs(UnmanagedType.VariantBool)] bool Entier);
+
+    /// <summary>The same for what a closed line encloses. Points: at least 3 points, x and y of each, in pixels from the upper left corner of the client area; where the line crosses itself, inside and outside change at each crossing (even-odd).</summary>
+    [DispId(162)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getSelectionLasso([MarshalAs(UnmanagedType.Struct)] object Points, [MarshalAs(UnmanagedType.VariantBool)] bool Entier);
+
+    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    [DispId(170)]
+    void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Quality of JPEG files that Exporter writes (default 90).</summary>
+    /// <value>Sets the quality of JPEG files that Exporter writes, 0 (smallest) to 100 (best).</value>
+    [DispId(171)]
+    int QualiteJPEG { get; set; }
+
+    /// <summary>Whether PNG files that Exporter writes, and a PNG picture that Copier gives, have a transparent background (default: no).</summary>
+    /// <value>Makes the background transparent in PNG files that Exporter writes, and in a PNG picture that Copier gives besides: 0 no, any other value yes. The scene is drawn twice for that, without a gradient: on black and on white.</value>
+    [DispId(172)]
+    bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    [DispId(173)]
+    void Copier();
+  }
+
   /// <summary>Triangle with a normal at each vertex and one colour or material.</summary>
   [ComImport, Guid("97810519-95F7-4047-A493-E371B8896169"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNGLTriangle {
@@ -923,6 +1463,76 @@ namespace ZYNVue.Interop {
     object BackColor { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
   }
 
+  /// <summary>Draws a 2D scene without a window, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("F475B011-A6D2-4B76-ABA2-AEB5AFC7FD8D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYN2DGLBitmapContext2 {
+    /// <summary>Sets the range shown: an object with IZYNRectangle, model units; none when Rect is null or lacks it. surplus is ignored.</summary>
+    [DispId(1)]
+    void ViewRect([MarshalAs(UnmanagedType.IDispatch)] object Rect, double surplus);
+
+    /// <summary>Appends the object newTrace (null is ignored) to the draw list. Mode is handed to the object at every drawing: 1 outline, 0 and other positive values filled.</summary>
+    [DispId(2)]
+    void Add([MarshalAs(UnmanagedType.IDispatch)] object newTrace, int Mode);
+
+    /// <summary>Draws the scene and writes it as a 24-bit BMP file. Nothing is written before CreateContexte. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(3)]
+    void CreateBitmap([MarshalAs(UnmanagedType.BStr)] string Filename);
+
+    /// <summary>Makes the surface, W by h pixels. ret is always 1. Where there can be no picture, GetErrorInfo tells why.</summary>
+    [DispId(4)]
+    int CreateContexte(int W, int h);
+
+    /// <summary>Draws the scene and writes it as a JPEG file of quality 0 (least) to 100 (best). TempBMPFile names a temporary file, deleted at the end. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(5)]
+    void CreateJPG([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string JPGFile, int JPEGQuality);
+
+    /// <summary>Draws the scene and writes it as a GIF file of at most 256 colours. TempBMPFile names a temporary file, deleted at the end. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(6)]
+    void CreateGIF([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string GIFFile);
+
+    /// <summary>Draws the scene and writes it as a PNG file. TempBMPFile names a temporary file, deleted at the end. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(7)]
+    void CreatePNG([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string PNGFile);
+
+    /// <summary>Draws the scene and hands over its bitmap as a picture, which owns it: take one picture a surface, and draw no more into it afterwards. Null when there is none.</summary>
+    [DispId(8)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object GetPictureDisp();
+
+    /// <summary>Resolution for what is measured in screen pixels, dots per inch (default: that of the screen).</summary>
+    /// <value>Sets the resolution for what is measured in screen pixels, dots per inch, above 0. Stored as given.</value>
+    [DispId(9)]
+    double DPIResolution { get; set; }
+
+    /// <summary>Background: array of 4 doubles: red, green, blue, alpha, 0..1.</summary>
+    /// <value>Sets the background: numeric array of 3 (alpha 0) or 4 values: red, green, blue, alpha, 0..1; anything else is ignored. Takes effect at the next CreateContexte.</value>
+    [DispId(10)]
+    object BackColor { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Whether message boxes are left out now: because it was put on, or because nobody could answer them (services, window stations without a screen).</summary>
+    /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
+    [DispId(101)]
+    bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    [DispId(170)]
+    void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Quality of JPEG files that Exporter writes (default 90).</summary>
+    /// <value>Sets the quality of JPEG files that Exporter writes, 0 (smallest) to 100 (best).</value>
+    [DispId(171)]
+    int QualiteJPEG { get; set; }
+
+    /// <summary>Whether PNG files that Exporter writes, and a PNG picture that Copier gives, have a transparent background (default: no).</summary>
+    /// <value>Makes the background transparent in PNG files that Exporter writes, and in a PNG picture that Copier gives besides: 0 no, any other value yes. The scene is drawn twice for that, without a gradient: on black and on white.</value>
+    [DispId(172)]
+    bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    [DispId(173)]
+    void Copier();
+  }
+
   /// <summary>Draws a 3D scene without a window and exports it as an image. Members fail with the error of an object or a collection that fails, otherwise they return S_OK; where no picture could be written, an older file stays and GetErrorInfo tells why.</summary>
   [ComImport, Guid("F5496B5D-E80F-45B4-A590-4E7A4DA2B2F4"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYN3DGLBitmapContext {
@@ -1011,6 +1621,235 @@ namespace ZYNVue.Interop {
     /// <value>Sets the resolution for what is measured in screen pixels, dots per inch, above 0. Stored as given.</value>
     [DispId(19)]
     double DPIResolution { get; set; }
+  }
+
+  /// <summary>Draws a 3D scene without a window, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("7655D1E7-B7EA-4C02-AF68-F7976FC5E9EE"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYN3DGLBitmapContext2 {
+    /// <summary>Appends the object NewObject, or every item of the collection NewObject, to the draw list; null is ignored. Mode is handed to the objects at every drawing: 1 outline, 0 and other positive values shaded. Fails with the error of a collection that cannot be walked.</summary>
+    [DispId(1)]
+    void Add([MarshalAs(UnmanagedType.IDispatch)] object NewObject, int Mode);
+
+    /// <summary>Draws the scene and writes it as a 24-bit BMP file. Nothing is written before CreateContext. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(2)]
+    void CreateBitmap([MarshalAs(UnmanagedType.BStr)] string Filename);
+
+    /// <summary>Makes the surface, W by h pixels. ret is always 1. Where there can be no picture, GetErrorInfo tells why.</summary>
+    [DispId(3)]
+    int CreateContext(int W, int h);
+
+    /// <summary>Draws the scene and writes it as a JPEG file of quality 0 (least) to 100 (best). TempBMPFile is ignored. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(4)]
+    void CreateJPG([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string JPGFile, int JPEGQuality);
+
+    /// <summary>Sets what the camera is built from at each drawing: the box to show (an object with IZYNBox3D, model units; null for that of the scene), a margin as a fraction of the size, and the frame of a view as XFormView gives it (numeric array of 16 values, anything else for the view from the +Z side).</summary>
+    [DispId(5)]
+    void ViewParams([MarshalAs(UnmanagedType.IDispatch)] object Box, double surplus, [In] [MarshalAs(UnmanagedType.Struct)] ref object XFormView);
+
+    /// <summary>Draws the scene and writes it as a GIF file of at most 256 colours. TempBMPFile is ignored. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(6)]
+    void CreateGIF([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string GIFFile);
+
+    /// <summary>Draws the scene and writes it as a PNG file. TempBMPFile is ignored. Where no picture could be written, GetErrorInfo tells why.</summary>
+    [DispId(7)]
+    void CreatePNG([MarshalAs(UnmanagedType.BStr)] string TempBMPFile, [MarshalAs(UnmanagedType.BStr)] string PNGFile);
+
+    /// <summary>Draws the scene and hands over its bitmap as a picture, which owns it: take one picture a surface, and draw no more into it afterwards. Null when there is none.</summary>
+    [DispId(8)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object GetPictureDisp();
+
+    /// <summary>Whether lines are smoothed (default: no).</summary>
+    /// <value>Smooths lines: on for VARIANT_TRUE only. Takes effect at the next CreateContext.</value>
+    [DispId(9)]
+    bool LineAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether points are smoothed (default: no).</summary>
+    /// <value>Smooths points: on for VARIANT_TRUE only. Takes effect at the next CreateContext.</value>
+    [DispId(10)]
+    bool PointAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether multisampling is asked for (default: no).</summary>
+    /// <value>Asks for multisampling: on for VARIANT_TRUE only. Takes effect at the next CreateContext, where the pixel format supports it.</value>
+    [DispId(11)]
+    bool MultiSampleAntialiasing { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Ambient light: array of 5 doubles: on (0 off), red, green, blue (0..1), intensity.</summary>
+    /// <value>Sets the ambient light: numeric array of exactly 5 values: on (0 off), red, green, blue (0..1), intensity; anything else is ignored.</value>
+    [DispId(12)]
+    object AmbientLightProperty { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Light 1: array of 9 doubles: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye.</summary>
+    /// <value>Sets light 1: numeric array of exactly 9 values: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye; anything else is ignored.</value>
+    [DispId(13)]
+    object DirectionLight1Property { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Light 2: array of 9 doubles: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye.</summary>
+    /// <value>Sets light 2: numeric array of exactly 9 values: on (0 off), red, green, blue (0..1), ambient, diffuse and specular factors, azimuth and elevation in radians, from the eye; anything else is ignored.</value>
+    [DispId(14)]
+    object DirectionLight2Property { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Background: array of 4 doubles: red, green, blue, alpha, 0..1.</summary>
+    /// <value>Sets the background: numeric array of 3 (alpha 0) or 4 values: red, green, blue, alpha, 0..1; anything else is ignored. Takes effect at the next CreateContext.</value>
+    [DispId(15)]
+    object BackColor { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Empties the draw list.</summary>
+    [DispId(16)]
+    void RemoveAll();
+
+    /// <summary>Whether the background is drawn as a gradient (default: no).</summary>
+    /// <value>Draws the background as a gradient: on for VARIANT_TRUE only.</value>
+    [DispId(17)]
+    bool GradientBackground { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the top colour of the gradient; r, g, b all in 0..1, or all in 0..255; otherwise the call is ignored.</summary>
+    [DispId(18)]
+    void setGradientColor(float r, float g, float b);
+
+    /// <summary>Resolution for what is measured in screen pixels, dots per inch (default: that of the screen).</summary>
+    /// <value>Sets the resolution for what is measured in screen pixels, dots per inch, above 0. Stored as given.</value>
+    [DispId(19)]
+    double DPIResolution { get; set; }
+
+    /// <summary>Whether message boxes are left out now: because it was put on, or because nobody could answer them (services, window stations without a screen).</summary>
+    /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
+    [DispId(101)]
+    bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>A copy of the camera of the next picture where one was put after the last ViewParams, else of the last picture; an object with IZYNCamera, or null.</summary>
+    /// <value>Draws pictures from now on as a 3D view of their size shows this camera, in place of what ViewParams says, until that is called again. The camera is copied.</value>
+    [DispId(120)]
+    object Camera { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>The same as putting it.</summary>
+    [DispId(120)]
+    void putref_Camera([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    [DispId(170)]
+    void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Quality of JPEG files that Exporter writes (default 90).</summary>
+    /// <value>Sets the quality of JPEG files that Exporter writes, 0 (smallest) to 100 (best).</value>
+    [DispId(171)]
+    int QualiteJPEG { get; set; }
+
+    /// <summary>Whether PNG files that Exporter writes, and a PNG picture that Copier gives, have a transparent background (default: no).</summary>
+    /// <value>Makes the background transparent in PNG files that Exporter writes, and in a PNG picture that Copier gives besides: 0 no, any other value yes. The scene is drawn twice for that, without a gradient: on black and on white.</value>
+    [DispId(172)]
+    bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    [DispId(173)]
+    void Copier();
+  }
+
+  /// <summary>A camera as a value: what a 3D view or a 3D bitmap context looks with, to be kept, changed and given back. A bad argument is E_INVALIDARG with a description, and then nothing has changed.</summary>
+  [ComImport, Guid("D5F9B969-0446-4C48-A2D6-9A163B5CEF72"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNCamera {
+    /// <summary>Sets the eye (default 0, 0, 2), model units: it tells from where the target is seen. With Perspective, Hauteur and AngleOuverture tell from how far.</summary>
+    [DispId(1)]
+    void setOeil(double x, double y, double Z);
+
+    /// <summary>Sets the target (default 0, 0, 0), model units: the centre of the view rectangle.</summary>
+    [DispId(2)]
+    void setCible(double x, double y, double Z);
+
+    /// <summary>Sets the direction that is upwards on the screen (default 0, 1, 0), of any length; it need not be square to the line of sight.</summary>
+    [DispId(3)]
+    void setHaut(double x, double y, double Z);
+
+    /// <summary>The eye: array of 3 doubles.</summary>
+    [DispId(4)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getOeil();
+
+    /// <summary>The target: array of 3 doubles.</summary>
+    [DispId(5)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getCible();
+
+    /// <summary>The upward direction: array of 3 doubles.</summary>
+    [DispId(6)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getHaut();
+
+    /// <summary>x of the eye.</summary>
+    [DispId(7)]
+    double OeilX { get; }
+
+    /// <summary>y of the eye.</summary>
+    [DispId(8)]
+    double OeilY { get; }
+
+    /// <summary>z of the eye.</summary>
+    [DispId(9)]
+    double OeilZ { get; }
+
+    /// <summary>x of the target.</summary>
+    [DispId(10)]
+    double CibleX { get; }
+
+    /// <summary>y of the target.</summary>
+    [DispId(11)]
+    double CibleY { get; }
+
+    /// <summary>z of the target.</summary>
+    [DispId(12)]
+    double CibleZ { get; }
+
+    /// <summary>x of the upward direction.</summary>
+    [DispId(13)]
+    double HautX { get; }
+
+    /// <summary>y of the upward direction.</summary>
+    [DispId(14)]
+    double HautY { get; }
+
+    /// <summary>z of the upward direction.</summary>
+    [DispId(15)]
+    double HautZ { get; }
+
+    /// <summary>Width of the view rectangle at the target, model units (default 2).</summary>
+    /// <value>Sets the width of the view rectangle at the target, model units, above 0. Views enlarge it where their window is wider.</value>
+    [DispId(16)]
+    double largeur { get; set; }
+
+    /// <summary>Height of the view rectangle at the target, model units (default 2).</summary>
+    /// <value>Sets the height of the view rectangle at the target, model units, above 0. Views enlarge it where their window is higher.</value>
+    [DispId(17)]
+    double hauteur { get; set; }
+
+    /// <summary>Whether what is farther away looks smaller (default: no).</summary>
+    /// <value>Switches perspective on: 0 no, any other value yes. What is as far away as the target keeps its size.</value>
+    [DispId(18)]
+    bool Perspective { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Angle that the perspective sees from bottom to top, degrees (default 30).</summary>
+    /// <value>Sets the angle that the perspective sees from bottom to top, degrees, 1 to 170.</value>
+    [DispId(19)]
+    double AngleOuverture { get; set; }
+
+    /// <summary>Depth for which the view was fitted, model units (default 2). The whole scene is held between the clipping planes whatever it is.</summary>
+    /// <value>Sets the depth, model units, 0 or above: so far around the target something may be drawn that has no box.</value>
+    [DispId(20)]
+    double Profondeur { get; set; }
+
+    /// <summary>The whole camera as one line of text, with every bit: Oeil=0 0 2 Cible=0 0 0 Haut=0 1 0 Largeur=2 Hauteur=2 Perspective=0 AngleOuverture=30 Profondeur=2.</summary>
+    /// <value>Takes all of the camera from such a text, its members in any order, each of them once. A text that is none tells in the error where.</value>
+    [DispId(21)]
+    string Texte { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>A new camera with the same values.</summary>
+    [DispId(22)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Copie();
+
+    /// <summary>A new camera on the way from this one, t = 0, to the camera Autre, t = 1: turned by the shortest way, sizes and distances geometrically, the target straight; Perspective switches at 0.5. t: 0 to 1.</summary>
+    [DispId(23)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Interpole([MarshalAs(UnmanagedType.IDispatch)] object Autre, double t);
   }
 
   /// <summary>Child 2D view: no members of its own.</summary>
@@ -1197,6 +2036,287 @@ namespace ZYNVue.Interop {
     double FontSize { get; set; }
   }
 
+  /// <summary>Colour scale: the colours of values, for meshes and hosts, and, added to a view or a bitmap context, a bar in its picture with ticks and a title. It has no box and cannot be picked. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("1EAA58FA-DDA5-47CB-B093-ECB1FC8EA83F"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNEchelleCouleurs {
+    /// <summary>Palette: 0 viridis (default), 1 plasma, 2 turbo, 3 grey, 4 cool-warm, 5 own colours.</summary>
+    /// <value>Sets the palette, 0 to 5. Own colours (5) are those of setCouleurs, from black to white before that.</value>
+    [DispId(1)]
+    int Palette { get; set; }
+
+    /// <summary>Sets own colours, from the low end to the high one, equally spaced and interpolated, and with them Palette 5. RGB: an array of at least 2 times red, green, blue; 0 to 1, bytes 0 to 255.</summary>
+    [DispId(2)]
+    void setCouleurs([MarshalAs(UnmanagedType.Struct)] object RGB);
+
+    /// <summary>Value at the low end of the palette, with Auto the one found.</summary>
+    /// <value>Sets the value at the low end of the palette; finite. It may lie above Maximum, then the scale is reversed. Switches Auto off.</value>
+    [DispId(3)]
+    double Minimum { get; set; }
+
+    /// <summary>Value at the high end of the palette, with Auto the one found.</summary>
+    /// <value>Sets the value at the high end of the palette; finite. Switches Auto off.</value>
+    [DispId(4)]
+    double Maximum { get; set; }
+
+    /// <summary>Whether the ends follow the values of everything that is coloured by the scale (default: yes).</summary>
+    /// <value>Makes the ends follow the finite values, those above 0 with Logarithmique, of everything that is coloured by the scale; without any they are 0 and 1 (1 and 10), a single value is widened by half of itself. Switched off, they stay as they are.</value>
+    [DispId(5)]
+    bool Auto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Number of bands of one colour each; 0 (default): continuous.</summary>
+    /// <value>Sets the number of equally wide bands, 0 (continuous) to 256. Band i of n, from 0, has the palette's colour at i/(n-1); a single one that of its middle.</value>
+    [DispId(6)]
+    int NbPaliers { get; set; }
+
+    /// <summary>Whether the logarithms of values are equally spaced (default: no).</summary>
+    /// <value>Spaces the logarithms of values equally: on for any value but 0. Values that are not above 0, and all where Minimum or Maximum is not, have the absent colour.</value>
+    [DispId(7)]
+    bool Logarithmique { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the colour of what the scale cannot show, 0 to 1 each (default 0.5, 0.5, 0.5, 1): NaN, and what has no logarithm. A face with such a corner has it as a whole.</summary>
+    [DispId(8)]
+    void setCouleurAbsente(double r, double g, double b, double alpha);
+
+    /// <summary>Colour of a value: an array of red, green, blue, alpha, 0 to 1. Beyond the ends it is that of the end.</summary>
+    [DispId(9)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object Couleur(double Valeur);
+
+    /// <summary>Title of the bar (default: none).</summary>
+    /// <value>Sets the title of the bar, in the characters of the system's code page.</value>
+    [DispId(10)]
+    string Titre { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Places the bar: x from the left edge of the picture (0) to the right one (1), y from the lower edge (0) to the upper one (1); Reference is the point of the bar, without ticks and texts, that lies there: 1 lower left, 2 lower right, 3 upper right, 4 upper left corner, 5 lower centre, 6 right middle, 7 upper centre, 8 left middle, 9 centre, 0 as 1. Default 0.92, 0.5, 6. Ticks are on the right or below, where there is no room on the other side.</summary>
+    [DispId(11)]
+    void setPosition(double x, double y, int Reference);
+
+    /// <summary>Sets the size of the bar, without ticks and texts, pixels, 1 to 32767 (default 20 wide, 200 high). A bar wider than high lies, its high end on the right.</summary>
+    [DispId(12)]
+    void setTaille(double l, double h);
+  }
+
+  /// <summary>Group: holds objects, and shows them moved, faded or not at all, in any number of views and contexts. Objects are those that a view takes, other groups too. Texts and pictures keep facing the viewer. A bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("9FF98435-A4D3-4B9D-8E5A-8164F3B1AFC3"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNGroupe {
+    /// <summary>Appends the object Objet; the same one may be there several times. Mode is handed to it at every drawing: 1 outline, 0 and other positive values shaded; where the group itself was added with another mode than 0, that one counts for all that it holds. E_INVALIDARG for no object, for a group that would hold itself at any depth, and for more than 256 groups in one another. Fails with the error of an object that cannot tell its number.</summary>
+    [DispId(1)]
+    void Add([MarshalAs(UnmanagedType.IDispatch)] object Objet, int Mode);
+
+    /// <summary>Removes the first element whose object is Objet. E_INVALIDARG when there is none.</summary>
+    [DispId(2)]
+    void Remove([MarshalAs(UnmanagedType.IDispatch)] object Objet);
+
+    /// <summary>Removes all objects.</summary>
+    [DispId(3)]
+    void RemoveAll();
+
+    /// <summary>Number of elements.</summary>
+    [DispId(4)]
+    int Count { get; }
+
+    /// <summary>The object at a place, from 0 to Count - 1. E_INVALIDARG for any other.</summary>
+    [DispId(5)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Item(int index);
+
+    /// <summary>An enumerator (IEnumVARIANT) over the objects as they are now.</summary>
+    [DispId(-4)]
+    object _NewEnum { [return: MarshalAs(UnmanagedType.IUnknown)] get; }
+
+    /// <summary>Whether what it holds is shown, can be picked and counts for boxes (default: yes).</summary>
+    /// <value>Shows what it holds: 0 no, any other value yes.</value>
+    [DispId(6)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>The matrix that moves what it holds: array of 16 doubles, column after column (default: the identity; elements 12 to 14 are the translation, model units).</summary>
+    /// <value>Sets the matrix: 16 numbers, column after column as OpenGL has them, or an array with two dimensions of 4 by 4, by (row, column). All are finite, the last row is 0 0 0 1, the matrix has an inverse. In the plane of a 2D view it moves x and y.</value>
+    [DispId(7)]
+    object Transformation { [return: MarshalAs(UnmanagedType.Struct)] get; [param: MarshalAs(UnmanagedType.Struct)] set; }
+
+    /// <summary>Sets the matrix to a frame: what it holds is given in the axes X and Y, and the one square to both, from Origine, arrays of 3 numbers each. The axes become one long, Y square to X. They are neither 0 nor parallel.</summary>
+    [DispId(8)]
+    void setRepere([MarshalAs(UnmanagedType.Struct)] object Origine, [MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
+
+    /// <summary>By how much the opacity of what it holds is multiplied, 0..1 (default: 1). Objects of other components stay as they are.</summary>
+    /// <value>Sets by how much the opacity of what it holds is multiplied, 0 (not seen) to 1.</value>
+    [DispId(9)]
+    double Opacite { get; set; }
+
+    /// <summary>The host's name for it (default: empty).</summary>
+    /// <value>Sets the host's name for it. Any text.</value>
+    [DispId(10)]
+    string Nom { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>The name that selections give before those of what it holds (default: -1, none).</summary>
+    /// <value>Sets the name that selections give before those of what it holds; below 0: none.</value>
+    [DispId(11)]
+    int NomSelection { get; set; }
+  }
+
+  /// <summary>Mesh: a whole part as one object, in space and, flat and in its plain colour, in the plane. Faces are triangles or polygons, counterclockwise seen from outside. Arrays have one dimension, or two and a row for each point, of any type of number. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("7316654D-4D84-4D2F-8494-F5F91D2D732F"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNGLMaillage {
+    /// <summary>Sets the points: array of x, y, z of each, model units, finite. The same number of points as before keeps everything else; another drops faces, normals, colours, values and names.</summary>
+    [DispId(1)]
+    void setSommets([MarshalAs(UnmanagedType.Struct)] object XYZ);
+
+    /// <summary>Sets the faces, triangles: array of the numbers of their points, from 0, three each. Drops what belongs to faces or corners: normals of corners, colours and names of faces.</summary>
+    [DispId(2)]
+    void setFaces([MarshalAs(UnmanagedType.Struct)] object Indices);
+
+    /// <summary>Sets the faces, polygons of three corners or more, also concave ones, about flat. Comptes: array of the number of corners of each; Indices: the numbers of their points, from 0, face after face. Drops what setFaces drops.</summary>
+    [DispId(3)]
+    void setPolygones([MarshalAs(UnmanagedType.Struct)] object Comptes, [MarshalAs(UnmanagedType.Struct)] object Indices);
+
+    /// <summary>Sets normals: array of x, y, z, finite, one a point (also where there are as many corners) or one a corner, used as given. Empty: they are calculated.</summary>
+    [DispId(4)]
+    void setNormales([MarshalAs(UnmanagedType.Struct)] object XYZ);
+
+    /// <summary>Angle of calculated normals, degrees (default 30): edges that turn by less are smooth.</summary>
+    /// <value>Sets the angle of calculated normals, 0 to 180 degrees. At each point they are the mean of the faces of a fan connected by edges that turn by less (exactly as much is sharp), weighted by their angles there.</value>
+    [DispId(5)]
+    double AngleLissage { get; set; }
+
+    /// <summary>Sets colour and opacity, 0 to 1 each (default: 0.5, 0.5, 0.5, 1), and drops the material.</summary>
+    [DispId(6)]
+    void setColor(double r, double g, double b, double alpha);
+
+    /// <summary>Sets colour and opacity (0 to 1 each) and the material: ambient, diffuse and specular factors, shininess, emissive factor, 0 to 1 each.</summary>
+    [DispId(7)]
+    void setMaterial(double r, double g, double b, double alpha, double Ambiant, double Diffuse, double Specular, double Shininess, double Emissive);
+
+    /// <summary>Sets a colour for each point: array of 3 (opaque) or 4 each, 0 to 1, bytes 0 to 255; empty for none. They come before those of faces and are interpolated, lit.</summary>
+    [DispId(8)]
+    void setCouleursSommets([MarshalAs(UnmanagedType.Struct)] object RGBA);
+
+    /// <summary>Sets a colour for each face: array of 3 (opaque) or 4 each, 0 to 1, bytes 0 to 255; empty for none. They come before that of the mesh, lit.</summary>
+    [DispId(9)]
+    void setCouleursFaces([MarshalAs(UnmanagedType.Struct)] object RGBA);
+
+    /// <summary>Sets a value for each point, coloured by EchelleCouleurs before all other colours, interpolated in the value, lit; NaN for none; an empty array takes them away.</summary>
+    [DispId(10)]
+    void setValeurs([MarshalAs(UnmanagedType.Struct)] object Valeurs);
+
+    /// <summary>The ZYNEchelleCouleurs by which values are coloured; Nothing (default) for viridis over the values of the mesh.</summary>
+    /// <value>Sets the ZYNEchelleCouleurs by which values are coloured; Nothing for the mesh's own.</value>
+    [DispId(11)]
+    object EchelleCouleurs { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>Sets the ZYNEchelleCouleurs by which values are coloured; Nothing for the mesh's own.</summary>
+    [DispId(11)]
+    void putref_EchelleCouleurs([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Sets a name, a whole number, for each face, by which picks tell it; an empty array: the number of the face, from 0 (default).</summary>
+    [DispId(12)]
+    void setNomsFaces([MarshalAs(UnmanagedType.Struct)] object Noms);
+
+    /// <summary>Selection name (default 0), which picks tell before the name of the face; below 0 the mesh is not pickable.</summary>
+    /// <value>Sets the selection name; below 0 the mesh is not pickable.</value>
+    [DispId(13)]
+    int NomSelection { get; set; }
+
+    /// <summary>Moves points: the point Premier, from 0, and those that follow it. XYZ: array of x, y, z of each, model units, finite.</summary>
+    [DispId(14)]
+    void setSommetsPartie(int Premier, [MarshalAs(UnmanagedType.Struct)] object XYZ);
+
+    /// <summary>Whether both sides of faces are drawn and lit (default: yes); otherwise backs as those of triangles.</summary>
+    /// <value>Draws and lights both sides of faces: 0 no, any other value yes.</value>
+    [DispId(15)]
+    bool DeuxFaces { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Number of points.</summary>
+    [DispId(16)]
+    int NbSommets { get; }
+
+    /// <summary>Number of faces, degenerate ones included.</summary>
+    [DispId(17)]
+    int NbFaces { get; }
+
+    /// <summary>Gives the points: array of doubles, x, y, z of each.</summary>
+    [DispId(18)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getSommets();
+
+    /// <summary>Gives the faces as triangles: array of longs, three numbers of points each. Polygons are cut into those that fill them.</summary>
+    [DispId(19)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getFaces();
+
+    /// <summary>Gives the faces as polygons: array of longs, for each the number of its corners, then the numbers of their points.</summary>
+    [DispId(20)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPolygones();
+
+    /// <summary>Gives the normals: array of doubles, x, y, z of each: as they were set, otherwise as calculated, one a corner.</summary>
+    [DispId(21)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getNormales();
+
+    /// <summary>Gives the names of the faces: array of longs.</summary>
+    [DispId(22)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getNomsFaces();
+
+    /// <summary>Name of the group of a face, from 0, in the file from which the mesh was loaded; empty where there is none.</summary>
+    [DispId(23)]
+    [return: MarshalAs(UnmanagedType.BStr)]
+    string NomGroupe(int Face);
+
+    /// <summary>Area of all faces, square model units.</summary>
+    [DispId(24)]
+    double Aire { get; }
+
+    /// <summary>Volume, cubic model units, of what lies between the faces and the centre of the box, negative for a mesh turned inside out. Of use where EstFerme.</summary>
+    [DispId(25)]
+    double Volume { get; }
+
+    /// <summary>Whether the mesh is closed: every edge, by the numbers of its points, lies in exactly two faces, which run through it in opposite directions. Degenerate faces count for nothing; a mesh without faces is not closed.</summary>
+    [DispId(26)]
+    bool EstFerme { [return: MarshalAs(UnmanagedType.VariantBool)] get; }
+
+    /// <summary>Box around all points, model units: array of 6 doubles, xMin, xMax, yMin, yMax, zMin, zMax; empty without points.</summary>
+    [DispId(27)]
+    object Boite { [return: MarshalAs(UnmanagedType.Struct)] get; }
+
+    /// <summary>Gives a new, independent mesh with everything copied; it shares EchelleCouleurs.</summary>
+    [DispId(28)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Copie();
+
+    /// <summary>Loads a model, in place of points, faces and all that belongs to them: STL (text and binary), OBJ, PLY (text and binary), OFF or 3MF, told by what is in the file; lengths become model units as they are. Equal corners of an STL become one point; polygons stay polygons; diffuse colours of the materials of an OBJ become colours of faces, its groups, numbered from 0, names of faces. E_INVALIDARG without a name, the system's error where the file cannot be read, HRESULT_FROM_WIN32(ERROR_INVALID_DATA) with the place and the cause where it holds no such model, E_ABORT where a Progression event stopped it; nothing has changed then.</summary>
+    [DispId(29)]
+    void Charger([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Writes the model: .stl (binary), .ply, .obj or .off. An older file is replaced when the new one is whole. E_INVALIDARG for another extension, the system's error where the file cannot be written, E_ABORT where a Progression event stopped it.</summary>
+    [DispId(30)]
+    void Enregistrer([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>Style: 0 surfaces (default), 1 every edge, 2 surfaces and feature edges, 3 hidden-line: feature edges and silhouette, what lies behind is hidden, 4 points.</summary>
+    /// <value>Sets the style, 0 to 4. Picks use surfaces in every style; mode 1 of Add shows outlines in every style.</value>
+    [DispId(31)]
+    int StyleRendu { get; set; }
+
+    /// <summary>Angle of feature edges, degrees (default 30).</summary>
+    /// <value>Sets the angle, 0 to 180 degrees: an edge is a feature where its faces meet at more, or it has one face.</value>
+    [DispId(32)]
+    double AngleAretes { get; set; }
+
+    /// <summary>Sets colour and opacity of edges, 0 to 1 each (default: opaque black), unlit.</summary>
+    [DispId(33)]
+    void setCouleurAretes(double r, double g, double b, double alpha);
+
+    /// <summary>Width of edges and size of points, pixels (default 1).</summary>
+    /// <value>Sets the width of edges and the size of points, pixels, above 0.</value>
+    [DispId(34)]
+    double EpaisseurAretes { get; set; }
+
+    /// <summary>Gives a new mesh of some faces, in the order given, with the points that they use and everything that belongs to them; it shares EchelleCouleurs. Picks tell its faces as before: faces without names get their numbers as names. Faces: array of numbers of faces, from 0.</summary>
+    [DispId(35)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Extraire([MarshalAs(UnmanagedType.Struct)] object Faces);
+  }
+
   /// <summary>2D graph view control (ProgID ZYNVue.ZYNVue2D)</summary>
   public static class ZYNVue2D {
     /// <summary>The name by which every host creates it.</summary>
@@ -1281,6 +2401,18 @@ namespace ZYNVue.Interop {
     public static IZYN3DGLBitmapContext Create() => (IZYN3DGLBitmapContext)Components.Create(ClassId);
   }
 
+  /// <summary>Camera as a value (ProgID ZYNVue.ZYNCamera)</summary>
+  public static class ZYNCamera {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNCamera";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("2C0BA8B2-B89B-44B2-A78C-5F753499DD0A");
+
+    /// <summary>A new object.</summary>
+    public static IZYNCamera Create() => (IZYNCamera)Components.Create(ClassId);
+  }
+
   /// <summary>Child 2D view (ProgID ZYNVue.ZYNVue2DChild)</summary>
   public static class ZYNVue2DChild {
     /// <summary>The name by which every host creates it.</summary>
@@ -1303,5 +2435,41 @@ namespace ZYNVue.Interop {
 
     /// <summary>A new object.</summary>
     public static IZYNGLCote Create() => (IZYNGLCote)Components.Create(ClassId);
+  }
+
+  /// <summary>Colour scale (ProgID ZYNVue.ZYNEchelleCouleurs)</summary>
+  public static class ZYNEchelleCouleurs {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNEchelleCouleurs";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("238B1F61-E725-4C5D-BB91-E566667A1AE2");
+
+    /// <summary>A new object.</summary>
+    public static IZYNEchelleCouleurs Create() => (IZYNEchelleCouleurs)Components.Create(ClassId);
+  }
+
+  /// <summary>Group of objects (ProgID ZYNVue.ZYNGroupe)</summary>
+  public static class ZYNGroupe {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNGroupe";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("B31CF9EE-7C69-4CFA-813C-D93234FC6C64");
+
+    /// <summary>A new object.</summary>
+    public static IZYNGroupe Create() => (IZYNGroupe)Components.Create(ClassId);
+  }
+
+  /// <summary>Mesh (ProgID ZYNVue.ZYNGLMaillage)</summary>
+  public static class ZYNGLMaillage {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNGLMaillage";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("346BFEAE-EC8D-4F08-BEF9-71FCFA70247A");
+
+    /// <summary>A new object.</summary>
+    public static IZYNGLMaillage Create() => (IZYNGLMaillage)Components.Create(ClassId);
   }
 }

@@ -1,5 +1,7 @@
 #include "IdlHelp.h"
 
+#include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -36,6 +38,12 @@ std::string helpIn(const std::string& declaration) {
   return declaration.substr(first, declaration.find("\")", first) - first);
 }
 
+std::string lowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return text;
+}
+
 }  // namespace
 
 IdlHelp::IdlHelp(const std::filesystem::path& file) {
@@ -66,8 +74,10 @@ std::string IdlHelp::bodyOf(const std::string& interfaceName) const {
 std::string IdlHelp::of(const std::string& interfaceName, const std::string& kind,
                         const std::string& member) const {
   const std::string body = bodyOf(interfaceName);
-  const std::string name = " " + member + "(";
-  for (std::size_t at = body.find(name); at != std::string::npos; at = body.find(name, at + 1)) {
+  // A type library spells a name everywhere as it first came, whatever its letters' case.
+  const std::string lower = lowerCase(body);
+  const std::string name = lowerCase(" " + member + "(");
+  for (std::size_t at = lower.find(name); at != std::string::npos; at = lower.find(name, at + 1)) {
     const std::size_t start = startOfDeclaration(body, at);
     const std::string declaration = body.substr(start, at - start);
     const std::string help = helpIn(declaration);

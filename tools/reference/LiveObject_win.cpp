@@ -37,6 +37,8 @@ std::string text(_variant_t& value) {
       return V_BOOL(&value) ? "True" : "False";
     case VT_DISPATCH:
       return V_DISPATCH(&value) ? "an object" : "null";
+    case VT_UNKNOWN:
+      return V_UNKNOWN(&value) ? "an object" : "null";
     case VT_BSTR:
       return '"' + test::narrow(V_BSTR(&value)) + '"';
     case VT_ARRAY | VT_R8:
