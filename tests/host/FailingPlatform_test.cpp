@@ -171,6 +171,25 @@ Pictures callByName() {
   return {};
 }
 
+/// A mesh from a file, with its materials, and to one.
+Pictures useFiles() {
+  const TempFolder folder;
+  const auto write = [&](const wchar_t* name, const char* text) {
+    std::ofstream(folder.file(name), std::ios::binary) << text;
+  };
+  write(L"part.obj", "mtllib part.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
+  write(L"part.mtl", "newmtl a\nKd 1 0 0\n");
+  attempt([&] {
+    const auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+    mesh->Charger(bstr(folder.file(L"part.obj")));
+    long faces = 0;
+    mesh->get_NbFaces(&faces);
+    EXPECT_TRUE(faces == 0 || faces == 1);
+    mesh->Enregistrer(bstr(folder.file(L"part.ply")));
+  });
+  return {};
+}
+
 /// The companion's objects, called by name and drawn.
 Pictures useGeometry() {
   Exports exports;
@@ -375,10 +394,10 @@ struct Steps {
 };
 
 /// The cheapest first.
-constexpr Steps kSteps[] = {{"by name", kViews, callByName},     {"documents", kViews, keepViews},
-                            {"scene", kViews, drawScene},        {"graph", kViews, drawGraph},
-                            {"view 3D", kViews, useView3D},      {"view 2D", kViews, useView2D},
-                            {"geometry", kGeometry, useGeometry}};
+constexpr Steps kSteps[] = {{"by name", kViews, callByName},  {"files", kViews, useFiles},
+                            {"documents", kViews, keepViews}, {"scene", kViews, drawScene},
+                            {"graph", kViews, drawGraph},     {"view 3D", kViews, useView3D},
+                            {"view 2D", kViews, useView2D},   {"geometry", kGeometry, useGeometry}};
 
 void PrintTo(const Steps& steps, std::ostream* out) { *out << steps.name; }
 
@@ -561,7 +580,7 @@ TEST_P(OpenGl11Test, IsEnough) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Drawing, OpenGl11Test,
-                         testing::Values(kSteps[2], kSteps[3], kSteps[4], kSteps[5]));
+                         testing::Values(kSteps[3], kSteps[4], kSteps[5], kSteps[6]));
 
 // A new import has to be added to the rules.
 TEST(ImportTest, EachHasARule) {
