@@ -5,7 +5,7 @@
 
 #include "contract/PickQuery.h"
 #include "contract/TextView_win.h"
-#include "core/GlMatrix.h"
+#include "contract/ViewAxes_gl.h"
 #include "glcontext/DisplayLists_gl.h"
 
 namespace zyn {
@@ -27,10 +27,8 @@ struct DrawPass {
   const PickQuery* query = nullptr;  ///< in a selection where something may be missed
   double opacity = 1.0;              ///< by which alpha is multiplied, 0 to 1
   std::int32_t names = 0;            ///< that groups around it have on the selection stack
-  /// The model-view matrix around the groups that it is in, whose axes texts and pictures keep;
-  /// null: those of the current one.
-  const GlMatrix* axes = nullptr;
-  bool onlyOutside = false;  ///< leave out what is not of other components
+  const ViewAxes* axes = nullptr;    ///< those of the view where groups move it
+  bool onlyOutside = false;          ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
 };
 

@@ -27,7 +27,7 @@ struct ListPass {
   std::shared_ptr<DisplayLists> lists{};  ///< of the current context; null: draw without lists
   double opacity = 1.0;                   ///< by which objects of ours multiply alpha, 0 to 1
   std::int32_t names = 0;          ///< that groups around the list have on the selection stack
-  const GlMatrix* axes = nullptr;  ///< see DrawPass
+  const ViewAxes* axes = nullptr;  ///< see DrawPass
   bool onlyOutside = false;        ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
 };

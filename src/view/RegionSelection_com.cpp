@@ -150,10 +150,10 @@ class RegionSearch {
     glDisable(GL_CULL_FACE);
     view_.look(part);
     ListPass pass = view_.pass;
-    GlMatrix around;
+    ViewAxes around;
     std::optional<MovedSpace> space;
     if (at.place) {
-      around = matrixState(GL_MODELVIEW_MATRIX);
+      around = {matrixState(GL_MODELVIEW_MATRIX), enumState(GL_FRONT_FACE)};
       pass.axes = &around;
       space.emplace(*at.place, false);
     }

@@ -87,6 +87,13 @@ TEST_F(GroupePicks3D, AreWhereTheGroupShowsItsObjects) {
   }
 }
 
+TEST_F(GroupePicks3D, TextsAreHitInMirrors) {
+  addTo(group.Get(), named(L"MMM", {-3, 0, 0}, 4).Get());
+  move(group.Get(), scaling(-1, 1, 1));
+  EXPECT_EQ(pick(3, 0), (Names{4}));
+  EXPECT_EQ(pick(-3, 0), Names{});
+}
+
 TEST_F(GroupePicks3D, WhatIsHiddenIsNotHit) {
   addTo(group.Get(), makePickable({7}, {-1, 1, -1, 1, 0})->dispatch());
   addTo(group.Get(), named(L"MMM", {5, 0, 0}, 4).Get());

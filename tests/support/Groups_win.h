@@ -22,8 +22,7 @@ bool isMirror(const Matrix16& matrix);
 
 ComPtr<IZYNGroupe> makeGroup(const std::vector<ComPtr<IDispatch>>& objects = {});
 /// With this transformation.
-ComPtr<IZYNGroupe> makeGroup(const std::vector<ComPtr<IDispatch>>& objects,
-                             const Matrix16& matrix);
+ComPtr<IZYNGroupe> makeGroup(const std::vector<ComPtr<IDispatch>>& objects, const Matrix16& matrix);
 void move(IZYNGroupe* group, const Matrix16& matrix);
 void addTo(IZYNGroupe* group, IUnknown* object, long mode = 0);
 
@@ -40,6 +39,10 @@ class MovedObjects {
   void sprite(const Vec& at);
   /// The faces of a cuboid.
   void cuboid(const Bounds& bounds, const Rgb& colour, double alpha = 1);
+
+  void add(const MovedObjects& others) {
+    objects_.insert(objects_.end(), others.objects_.begin(), others.objects_.end());
+  }
 
   const std::vector<ComPtr<IDispatch>>& all() const { return objects_; }
 

@@ -304,11 +304,11 @@ void CZYNGroupe::drawContents(const DrawPass& pass) {
                 .axes = pass.axes,
                 .onlyOutside = pass.onlyOutside,
                 .depth = pass.depth};
-  GlMatrix around;
+  ViewAxes around;
   std::optional<MovedSpace> space;
   if (place != kIdentity) {
     if (!list.axes && !isRecording()) {
-      around = matrixState(GL_MODELVIEW_MATRIX);
+      around = {matrixState(GL_MODELVIEW_MATRIX), enumState(GL_FRONT_FACE)};
       list.axes = &around;
     }
     space.emplace(place, pass.isFlat);

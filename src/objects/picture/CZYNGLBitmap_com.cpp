@@ -120,8 +120,12 @@ HRESULT STDMETHODCALLTYPE CZYNGLBitmap::draw(const DrawPass& pass) noexcept {
     if (!pass.isFlat) {
       drawSprite3D(shape_, pixelScale(), pass.opacity);
     } else if (pass.mode == kSelection) {
-      const auto drawRectangle = pass.axes ? drawUprightRectangle2D : drawSpriteRectangle2D;
-      drawRectangle(shape_, pixelScale(), isInView() ? view_.viewHeight : drawnHeight_);
+      const double viewHeight = isInView() ? view_.viewHeight : drawnHeight_;
+      if (pass.axes) {
+        drawUprightRectangle2D(shape_, pixelScale(), viewHeight, pass.axes->frontFace);
+      } else {
+        drawSpriteRectangle2D(shape_, pixelScale(), viewHeight);
+      }
     } else {
       drawnHeight_ = shownHeight();
       drawSprite2D(shape_, pixelScale(), pass.opacity);

@@ -82,7 +82,8 @@ void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double v
       rectangleOf(shape, pixel / scaleOfAxis(modelview, 0), pixel / scaleOfAxis(modelview, 1)));
 }
 
-void drawUprightRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight) {
+void drawUprightRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight,
+                            GLenum frontFace) {
   const double pixel = pixelScale * pixelLength(viewHeight);
   ModelView space;
   space.moveTo({shape.position.x, shape.position.y, 0});
@@ -90,7 +91,8 @@ void drawUprightRectangle2D(const SpriteShape& shape, double pixelScale, double 
   if (!space.isUsable()) {
     return;
   }
-  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PushedAttributes state(GL_TRANSFORM_BIT | GL_POLYGON_BIT);
+  glFrontFace(frontFace);
   const PushedMatrix modelView(GL_MODELVIEW);
   space.load();
   drawRectangle(aboutPosition(shape, pixel));

@@ -5,6 +5,7 @@
 #include "contract/PickQuery.h"
 #include "core/PixelImage.h"
 #include "core/Point.h"
+#include "glcontext/gl_api.h"
 
 namespace zyn {
 
@@ -28,7 +29,8 @@ void drawSprite2D(const SpriteShape& shape, double pixelScale, double opacity = 
 void drawSpriteRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight);
 
 /// The same where groups around the picture turn the model's axes, which it does not follow.
-void drawUprightRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight);
+void drawUprightRectangle2D(const SpriteShape& shape, double pixelScale, double viewHeight,
+                            GLenum frontFace);
 
 /// False when the sprite's raster position in a selection pass lies outside, which hits nothing.
 bool mayPickSprite(const SpriteShape& shape, const PickQuery& query);

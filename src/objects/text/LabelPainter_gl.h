@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "contract/PickQuery.h"
+#include "contract/ViewAxes_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/TextLabel.h"
 
@@ -14,7 +15,7 @@ struct LabelView {
   double height = 0.0;      ///< model units that the view shows from bottom to top, see TextView
   double pixelScale = 1.0;  ///< pixels for one pixel of the label's measures
   double opacity = 1.0;     ///< by which that of the label is multiplied
-  const GlMatrix* axes = nullptr;  ///< see DrawPass
+  const ViewAxes* axes = nullptr;  ///< see DrawPass
   bool perspective = false;
 };
 

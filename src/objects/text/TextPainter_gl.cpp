@@ -19,12 +19,26 @@ std::optional<ModelView> planeOf(const TextPlacement& placement, ModelView plane
   if (placement.facesViewer) {
     plane.faceViewer();
   } else if (placement.axes) {
-    plane.alignWith(*placement.axes);
+    plane.alignWith(placement.axes->modelView);
   }
   plane.scale(placement.scale);
   plane.moveTo({-placement.anchor.x, -placement.anchor.y, 0});
   return placement.scale != 0 && plane.isUsable() ? std::optional(plane) : std::nullopt;
 }
+
+/// The matrix mode, and the winding of faces that a mirror around the text does not turn.
+class PlaneState {
+ public:
+  explicit PlaneState(const ViewAxes* axes)
+      : saved_(axes ? GL_TRANSFORM_BIT | GL_POLYGON_BIT : GL_TRANSFORM_BIT) {
+    if (axes) {
+      glFrontFace(axes->frontFace);
+    }
+  }
+
+ private:
+  PushedAttributes saved_;
+};
 
 void callLists(GLuint base, std::string_view text) {
   const PushedMatrix start(GL_MODELVIEW);
@@ -63,7 +77,7 @@ void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlac
   if (text.empty() || !plane) {
     return;
   }
-  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PlaneState state(placement.axes);
   const PushedMatrix modelView(GL_MODELVIEW);
   plane->load();
   drawGlyphs(fonts, text, lineWidth);
@@ -74,7 +88,7 @@ void drawTextBox(const TextBox& box, const TextPlacement& placement, const Model
   if (!plane) {
     return;
   }
-  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
+  const PlaneState state(placement.axes);
   const PushedMatrix modelView(GL_MODELVIEW);
   plane->load();
   glBegin(GL_POLYGON);

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "contract/ViewAxes_gl.h"
 #include "core/PlanePoint.h"
 #include "core/Point.h"
 #include "glcontext/ModelView_gl.h"
@@ -17,7 +18,7 @@ struct TextPlacement {
   double scale = 1.0;  ///< model units of an em height
   bool facesViewer =
       false;  ///< upright and parallel to the screen, instead of in the plane of x, y
-  const GlMatrix* axes = nullptr;  ///< that of whose x and y otherwise; null: of the space
+  const ViewAxes* axes = nullptr;  ///< whose x and y otherwise; null: those of the space
 };
 
 /// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their
