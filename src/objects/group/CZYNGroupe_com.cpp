@@ -296,7 +296,9 @@ void CZYNGroupe::drawContents(const DrawPass& pass) {
   const bool isNamed = nomSelection_ >= 0 && canTakeName();
   const SelectionNames name(0, isNamed ? nomSelection_ : -1, false);
   const GlMatrix place = nest_.place(pass.isFlat);
-  ListPass list{.overrideMode = static_cast<std::uint32_t>(pass.mode),
+  // Outlines and selections are for all that it holds; surfaces leave each its own mode.
+  const bool isForAll = pass.mode == 1 || pass.mode < 0;
+  ListPass list{.overrideMode = isForAll ? static_cast<std::uint32_t>(pass.mode) : 0,
                 .texts = pass.texts,
                 .lists = pass.lists,
                 .opacity = pass.opacity * opacity_,
