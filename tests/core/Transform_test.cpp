@@ -41,7 +41,7 @@ TEST(Transform, SingularIsWhatHasNoUsableInverse) {
   EXPECT_TRUE(isSingular(scaled(1, 0, 1)));
   EXPECT_TRUE(isSingular(scaled(1, 1e-320, 1)));
   EXPECT_TRUE(isSingular({1, 2, 3, 0, 2, 4, 6, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
-  EXPECT_TRUE(isSingular({1e308, 1e308, 1e308, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
+  EXPECT_TRUE(isSingular({1.2e308, 1.2e308, 1.2e308, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
 }
 
 TEST(Transform, StretchIsToldFromTurning) {
