@@ -22,6 +22,7 @@ constexpr std::array<Group, 8> kGroups = {{{"SceneBuilding", measureSceneBuildin
                                            {"Picking", measurePicking},
                                            {"Labels", measureLabels},
                                            {"Traces", measureTraces},
+                                           {"Meshes", measureMeshes},
                                            {"Export", measureExport},
                                            {"Creation", measureCreation}}};
 

@@ -1,11 +1,13 @@
 // The mesh as a host sees it: its members, what it refuses, what it measures, how picks tell it.
 #include <cmath>
+#include <fstream>
 #include <functional>
 #include <limits>
 
 #include "support/Drawer_win.h"
 #include "support/Meshes.h"
 #include "support/Pickable_win.h"
+#include "support/TempFolder_win.h"
 
 namespace zyn::test {
 namespace {
@@ -298,6 +300,73 @@ TEST_F(MaillageTest, ItsScaleSpansItsValues) {
           .code(),
       "EchelleCouleurs");
   EXPECT_EQ(end(L"Minimum"), 0) << "nobody uses it";
+}
+
+// --- files ---------------------------------------------------------------------------------------
+
+class MaillageFilesTest : public MaillageTest {
+ protected:
+  void write(const wchar_t* name, const std::string& text) const {
+    std::ofstream(folder_.file(name), std::ios::binary) << text;
+  }
+  CallResult load(const wchar_t* name) const {
+    return call(L"Charger", {_variant_t(bstr(folder_.file(name)))});
+  }
+  CallResult save(const wchar_t* name) const {
+    return call(L"Enregistrer", {_variant_t(bstr(folder_.file(name)))});
+  }
+
+  TempFolder folder_;
+};
+
+TEST_F(MaillageFilesTest, WhatIsSavedIsLoadedAgain) {
+  mesh_ = makeMesh(steppedBlock());
+  const Numbers points = doubles(L"getSommets");
+  const Names polygons = integers(L"getPolygones");
+  for (const wchar_t* name : {L"b.obj", L"b.PLY", L"b.off"}) {
+    ASSERT_EQ(save(name).code(), S_OK) << name;
+    mesh_ = createObject<IZYNGLMaillage>(kMeshProgId);
+    ASSERT_EQ(load(name).code(), S_OK) << name;
+    EXPECT_EQ(doubles(L"getSommets"), points);
+    EXPECT_EQ(integers(L"getPolygones"), polygons);
+  }
+  ASSERT_EQ(save(L"b.stl").code(), S_OK);
+  ASSERT_EQ(load(L"b.stl").code(), S_OK);
+  EXPECT_EQ(number(L"NbSommets"), 12) << "equal corners are one point";
+  EXPECT_EQ(number(L"NbFaces"), 20);
+  EXPECT_DOUBLE_EQ(number(L"Volume"), 3);
+  EXPECT_TRUE(static_cast<bool>(get(L"EstFerme")));
+}
+
+TEST_F(MaillageFilesTest, GroupsOfAnObjNameItsFaces) {
+  write(L"m.mtl", "newmtl red\nKd 1 0 0\n");
+  write(L"g.obj",
+        "mtllib m.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\ng base\nusemtl red\nf 1 2 3 4\n"
+        "g lid\nf 1 2 3\n");
+  ASSERT_EQ(load(L"g.obj").code(), S_OK);
+  EXPECT_EQ(integers(L"getPolygones"), (Names{4, 0, 1, 2, 3, 3, 0, 1, 2}));
+  EXPECT_EQ(integers(L"getNomsFaces"), (Names{0, 1}));
+  EXPECT_EQ(_bstr_t(call(L"NomGroupe", {0L}).value), _bstr_t(L"base"));
+  EXPECT_EQ(_bstr_t(call(L"NomGroupe", {1L}).value), _bstr_t(L"lid"));
+}
+
+TEST_F(MaillageFilesTest, RefusesBadFilesAndChangesNothing) {
+  const auto expectFailure = [&](const CallResult& result, HRESULT code, const std::wstring& text) {
+    EXPECT_EQ(result.code(), code);
+    EXPECT_NE(result.description.find(text), std::wstring::npos)
+        << std::string(result.description.begin(), result.description.end());
+    EXPECT_EQ(state(), before_);
+  };
+  write(L"bad.obj", "v 0 0 0\nf 1 2 3\n");
+  expectFailure(load(L"bad.obj"), HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"bad.obj: line 2: ");
+  write(L"none.txt", "hello");
+  expectFailure(load(L"none.txt"), HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"none.txt: ");
+  expectFailure(load(L"missing.stl"), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), L"missing.stl");
+  expectFailure(call(L"Charger", {_variant_t(L"")}), E_INVALIDARG, L"Fichier: ");
+  expectFailure(save(L"part.xyz"), E_INVALIDARG, L"Fichier: ");
+  expectFailure(save(L"part"), E_INVALIDARG, L"Fichier: ");
+  expectFailure(save(L"no/such/folder/part.stl"), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND),
+                L"part.stl");
 }
 
 // --- picks ---------------------------------------------------------------------------------------
