@@ -414,7 +414,7 @@ void measureLoading(Report& report, const Sizes& sizes, const Part& part) {
   const PartArrays arrays(part);
   require(makeMesh(arrays)->Enregistrer(test::bstr(file)), "Enregistrer");
   const auto mesh = test::createObject<IZYNGLMaillage>(test::kMeshProgId);
-  std::size_t welded = 0;
+  int welded = 0;
   const auto plain = [&] {
     const auto bytes = test::readFile(file);
     struct Key {
@@ -446,7 +446,7 @@ void measureLoading(Report& report, const Sizes& sizes, const Part& part) {
         corners.push_back(place->second);
       }
     }
-    welded = points.size() / 3;
+    welded = static_cast<int>(points.size() / 3);
   };
   const auto times = interleave(
       {{[&] { require(mesh->Charger(test::bstr(file)), "Charger"); }}, {plain}}, sizes.rounds);
@@ -454,7 +454,7 @@ void measureLoading(Report& report, const Sizes& sizes, const Part& part) {
              1.5);
   long points = 0;
   mesh->get_NbSommets(&points);
-  report.note(textOf("points: %ld, the limit's %zu", points, welded));
+  report.note(textOf("points: %ld, the limit's %d", points, welded));
 }
 
 }  // namespace
