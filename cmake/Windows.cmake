@@ -75,7 +75,7 @@ target_link_libraries(manifest PRIVATE zyn_com)
 target_link_options(manifest PRIVATE -municode)
 
 # Hosts: programs that use the library by ProgID only.
-file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/mesh/*.cpp hosts/table/*.cpp)
+file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/table/*.cpp)
 add_library(zyn_hosts OBJECT ${host_sources})
 target_include_directories(zyn_hosts PUBLIC hosts)
 target_link_libraries(zyn_hosts PUBLIC zyn_common)
@@ -193,6 +193,7 @@ add_dependencies(MixedBuilds_test other_companion)
 include(EarlierBuild)
 add_dependencies(Zynshot_test zynshot)
 add_dependencies(Viewer_test viewer)
+target_include_directories(Viewer_test PRIVATE hosts)
 
 # Tests of the Windows layer from inside.
 file(GLOB_RECURSE win_tests CONFIGURE_DEPENDS tests/*_win_test.cpp)

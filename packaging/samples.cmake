@@ -12,7 +12,7 @@ endif()
 set(package ${CMAKE_CURRENT_SOURCE_DIR}/..)
 
 add_library(common OBJECT)
-file(GLOB sources common/*.cpp mesh/*.cpp table/*.cpp)
+file(GLOB sources common/*.cpp table/*.cpp)
 target_sources(common PRIVATE ${sources})
 target_include_directories(common PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${package}/include)
 target_compile_definitions(common PUBLIC UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601

@@ -39,6 +39,18 @@ shoot() {
   pictures+=("${shots[@]}")
 }
 
+# shoot_styles: a part of the samples in every style, in perspective.
+shoot_styles() {
+  local style arguments=()
+  for style in shaded edges shaded-edges hidden-line points; do
+    arguments+=(-o "part-$style.png" --style "$style")
+    [[ $style != points ]] || arguments+=(--edges navy,5)
+    pictures+=("part-$style.png")
+  done
+  "$zyn" run "$zynshot" "$root/hosts/data/part.obj" --size 800x600 --perspective 30 --edges navy,1.5 "${arguments[@]}" ||
+    die "zynshot failed"
+}
+
 # play SCRIPT FILE FOLDER PICTURES...: cscript ends with 0 even when a script fails: its end marker is what counts.
 play() {
   local script=$1 file=$2 folder=$3 output
@@ -54,6 +66,14 @@ play_both() {
   play gallery.vbs "$1" vbscript xy+.png xy-.png xz+.png xz-.png yz+.jpg yz-.gif turning.bmp translucent.png \
     annotated.png logo.bmp
   play heights.js "$2" jscript heights.png heights.jpg heights.gif heights.bmp
+}
+
+play_part() {
+  mkdir -p part
+  local output
+  output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/part.vbs" "$root/hosts/data/part.obj" part) || true
+  [[ $output == *"done: "* ]] || die "part.vbs failed: $output"
+  pictures+=(part/part.png)
 }
 
 # watch SCENE FILE: the viewer, driven by mouse and keys.
@@ -111,6 +131,8 @@ else
     anomalies-print.png
   shoot "$models/STL/Wuson.stl" wuson iso-y
   shoot "$models/OBJ/regr01.obj" house iso
+  shoot_styles
+  play_part
   watch model "$models/OBJ/spider.obj"
   watch graph "$root/hosts/data/sea_surface_temperature.csv"
   make_filter_table filter.csv

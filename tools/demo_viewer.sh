@@ -107,6 +107,15 @@ play_model() {
   xdotool key 4
   at 50 50
   take front
+  xdotool key ctrl+3
+  take edges
+  xdotool key ctrl+4
+  take hidden-line
+  xdotool key ctrl+1
+  take shaded
+  xdotool key v
+  take perspective
+  xdotool key v
   xdotool key s
   xdotool click 1
   take selected

@@ -52,6 +52,9 @@ sheet mouse 2 420x294 "initView, RotateH, RotateV" viewer/opened.png "drag: rota
   "drag in mode 1: pan" viewer/panned.png
 sheet views 4 220x165 "VueXYp" vbscript/xy+.png "VueXZp" vbscript/xz+.png "VueYZp" vbscript/yz+.jpg \
   "VueTournage" vbscript/turning.bmp "VueXYm" vbscript/xy-.png "VueXZm" vbscript/xz-.png "VueYZm" vbscript/yz-.gif
+sheet parts 3 320x240 "0 surfaces" part-shaded.png "1 every edge" part-edges.png "2 with feature edges" part-shaded-edges.png \
+  "3 hidden-line" part-hidden-line.png "4 points" part-points.png "values" part/part.png
+shrink_shaded viewer/selected.png viewer 900
 shrink camera/camera.png camera 900 64
 printf '== pictures of docs\n'
 du -bch "$docs"/*

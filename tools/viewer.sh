@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Opens the viewer on the display of whoever calls it.
-# usage: viewer.sh [FILE]   (run by "zyn viewer"; FILE is a model, STL or OBJ, or a table, CSV or TSV)
+# usage: viewer.sh [FILE]   (run by "zyn viewer"; FILE is a model, STL, OBJ, PLY, OFF or 3MF, or a table, CSV or TSV)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

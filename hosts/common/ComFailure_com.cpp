@@ -10,6 +10,20 @@
 
 namespace zyn::host {
 
+namespace {
+
+/// Throws the thread's error information, when there is any.
+void throwTold() {
+  Microsoft::WRL::ComPtr<IErrorInfo> told;
+  if (GetErrorInfo(0, &told) == S_OK) {
+    _bstr_t cause;
+    told->GetDescription(cause.GetAddress());
+    throw ComFailure(toUtf8({cause, cause.length()}));
+  }
+}
+
+}  // namespace
+
 void check(HRESULT result, const wchar_t* subject, const char* problem) {
   if (SUCCEEDED(result)) {
     return;
@@ -19,14 +33,16 @@ void check(HRESULT result, const wchar_t* subject, const char* problem) {
   throw ComFailure(toUtf8(subject) + ' ' + problem + code);
 }
 
+void checkTold(HRESULT result, const wchar_t* member) {
+  if (FAILED(result)) {
+    throwTold();
+    check(result, member);
+  }
+}
+
 void checkPicture(HRESULT result, const wchar_t* member) {
   check(result, member);
-  Microsoft::WRL::ComPtr<IErrorInfo> told;
-  if (GetErrorInfo(0, &told) == S_OK) {
-    _bstr_t cause;
-    told->GetDescription(cause.GetAddress());
-    throw ComFailure(toUtf8({cause, cause.length()}));
-  }
+  throwTold();
 }
 
 }  // namespace zyn::host

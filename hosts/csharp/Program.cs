@@ -2,6 +2,7 @@
 // ZYNVue.Interop, which bring the library with them: it is not registered).
 //
 //   Program.exe LATE.png EARLY.png
+//   Program.exe part PART.obj FOLDER    (Part.cs)
 using System;
 using System.IO;
 using System.Reflection;
@@ -32,8 +33,13 @@ internal static class Program {
 
   [STAThread]
   private static int Main(string[] arguments) {
+    if (arguments.Length == 3 && arguments[0] == "part") {
+      Part.Draw(arguments[1], arguments[2]);
+      Console.WriteLine("done");
+      return 0;
+    }
     if (arguments.Length != 2) {
-      Console.Error.WriteLine("usage: Program.exe LATE.png EARLY.png");
+      Console.Error.WriteLine("usage: Program.exe LATE.png EARLY.png, or: Program.exe part PART.obj FOLDER");
       return 2;
     }
     DrawLateBound(Path.GetFullPath(arguments[0]));

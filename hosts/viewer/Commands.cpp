@@ -9,7 +9,9 @@ namespace {
 constexpr std::string_view kFile = "&File";
 constexpr std::string_view kExport = "&File|&Export";
 constexpr std::string_view kView = "&View";
+constexpr std::string_view kStyle = "&View|St&yle";
 constexpr std::string_view kMouse = "&Mouse";
+constexpr std::string_view kRotation = "&Mouse|R&otation";
 constexpr std::string_view kLook = "&Look";
 constexpr std::string_view kPresets = "&Look|Light pr&esets";
 constexpr std::string_view kHelpMenu = "&Help";
@@ -30,6 +32,10 @@ constexpr CommandEntry kTable[] = {
     {kExportJpeg, "export-jpg", kAny, kExport, "&JPEG..."},
     {kExportGif, "export-gif", kAny, kExport, "&GIF..."},
     {kExportBmp, "export-bmp", kAny, kExport, "&BMP..."},
+    {kExportTiff, "export-tif", kAny, kExport, "&TIFF..."},
+    {kCopy, "copy", kAny, kFile, "&Copy picture", control('C')},
+    {kSaveCamera, "save-camera", kModel, kFile, "&Save camera...", control('S'), true},
+    {kRestoreCamera, "restore-camera", kModel, kFile, "Restore ca&mera...", control('R')},
     {kExit, "exit", kAny, kFile, "E&xit", control('Q'), true},
 
     {kViewXYp, "xy+", kModel, kView, "XY from +&Z (top)", {'1'}},
@@ -42,6 +48,8 @@ constexpr CommandEntry kTable[] = {
     {kViewDefault, "default", kModel, kView, "&Default", {kKeyHome}},
     {kZoomAll, "zoom-all", kAny, kView, "Zoom &all", {'F'}, true},
     {kUndoView, "undo", kAny, kView, "&Undo view", {kKeyBackspace}},
+    {kRedoView, "redo", kModel, kView, "Redo view", shift(kKeyBackspace)},
+    {kPerspective, "perspective", kModel, kView, "Perspecti&ve", {'V'}, true},
     {kZoomIn, "zoom-in", kAny, kView, "Zoom &in", {kKeyPlus}, true},
     {kZoomOut, "zoom-out", kAny, kView, "Zoom &out", {kKeyMinus}},
     {kTurnLeft, "turn-left", kModel, kView, "Turn &left", {kKeyLeft}, true},
@@ -51,6 +59,14 @@ constexpr CommandEntry kTable[] = {
     {kRollLeft, "roll-left", kModel, kView, "Roll left", shift(kKeyLeft)},
     {kRollRight, "roll-right", kModel, kView, "Roll right", shift(kKeyRight)},
 
+    {kStyleShaded, "style-shaded", kModel, kStyle, "&Shaded", control('1')},
+    {kStyleEdges, "style-edges", kModel, kStyle, "All &edges", control('2')},
+    {kStyleShadedEdges, "style-shaded-edges", kModel, kStyle, "Shaded &with edges", control('3')},
+    {kStyleHiddenLine, "style-hidden-line", kModel, kStyle, "&Hidden line", control('4')},
+    {kStylePoints, "style-points", kModel, kStyle, "&Points", control('5')},
+    {kHideSelection, "hide", kModel, kView, "&Hide selection", {'H'}, true},
+    {kShowAll, "show-all", kModel, kView, "&Show all parts", shift('H')},
+
     {kModeRotate, "rotate", kModel, kMouse, "&Rotate", {'R'}},
     {kModeNearest, "nearest", kGraph, kMouse, "&Nearest point", {'N'}},
     {kModePan, "pan", kAny, kMouse, "&Pan", {'P'}},
@@ -58,6 +74,17 @@ constexpr CommandEntry kTable[] = {
     {kModeRectangle, "rectangle", kGraph, kMouse, "&Zoom to rectangle once", {'Z'}},
     {kModeSelect, "select", kModel, kMouse, "&Select", {'S'}},
     {kModeWindow, "window", kModel, kMouse, "Select by &window once", {'W'}},
+    {kModeZoomWindow, "zoom-window", kModel, kMouse, "Zoom to r&ectangle once", {'X'}},
+    {kRotateFreely, "rotate-freely", kModel, kRotation, "As the &screen lies"},
+    {kRotateTurntable, "rotate-turntable", kModel, kRotation, "As on a &turntable"},
+    {kRotateTrackball, "rotate-trackball", kModel, kRotation, "As a &ball"},
+    {kRotateAboutPoint,
+     "rotate-about-point",
+     kModel,
+     kRotation,
+     "About the &point under the mouse",
+     {},
+     true},
     {kSelectThrough, "select-through", kModel, kMouse, "Select what lies behind, &too", {}, true},
     {kClearSelection, "clear-selection", kAny, kMouse, "&Clear selection", {kKeyEscape}},
     {kInverseWheel, "inverse-wheel", kAny, kMouse, "&Inverse wheel", {}, true},

@@ -6,8 +6,6 @@
 #include <array>
 #include <string>
 
-#include "common/Utf8_win.h"
-
 namespace zyn::viewer {
 
 namespace {
@@ -25,32 +23,39 @@ OPENFILENAMEW question(HWND owner, Buffer& file, const wchar_t* filter) {
 }
 
 /// "Picture (*.png)\0*.png\0"; c_str() adds the second terminator.
-std::wstring pictureFilter(const std::wstring& extension) {
+std::wstring filterOf(const wchar_t* what, const std::wstring& extension) {
   using namespace std::string_literals;
-  return L"Picture (*."s + extension + L")\0*."s + extension + L"\0"s;
+  return what + L" (*"s + extension + L")\0*"s + extension + L"\0"s;
 }
 
-}  // namespace
-
-std::optional<std::filesystem::path> askForInput(HWND owner) {
+std::optional<std::filesystem::path> askForExisting(HWND owner, const wchar_t* filter) {
   Buffer file = {};
-  OPENFILENAMEW asked = question(owner, file,
-                                 L"Models and tables (*.stl, *.obj, *.csv, *.tsv)\0"
-                                 L"*.stl;*.obj;*.csv;*.tsv\0All files\0*.*\0");
+  OPENFILENAMEW asked = question(owner, file, filter);
   asked.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   return GetOpenFileNameW(&asked) ? std::optional<std::filesystem::path>(file.data())
                                   : std::nullopt;
 }
 
-std::optional<std::filesystem::path> askForPicture(HWND owner,
-                                                   const std::filesystem::path& proposal,
-                                                   PictureFormat format) {
+}  // namespace
+
+std::optional<std::filesystem::path> askForInput(HWND owner) {
+  return askForExisting(owner,
+                        L"Models and tables (*.stl, *.obj, *.ply, *.off, *.3mf, *.csv, *.tsv)\0"
+                        L"*.stl;*.obj;*.ply;*.off;*.3mf;*.csv;*.tsv\0All files\0*.*\0");
+}
+
+std::optional<std::filesystem::path> askForCamera(HWND owner) {
+  return askForExisting(owner, filterOf(L"Camera", L".camera").c_str());
+}
+
+std::optional<std::filesystem::path> askForOutput(HWND owner, const std::filesystem::path& proposal,
+                                                  const wchar_t* what) {
   Buffer file = {};
   proposal.wstring().copy(file.data(), file.size() - 1);
-  const std::wstring extension = host::toWide(extensionOf(format));
-  const std::wstring filter = pictureFilter(extension);
+  const std::wstring extension = proposal.extension().wstring();
+  const std::wstring filter = filterOf(what, extension);
   OPENFILENAMEW asked = question(owner, file, filter.c_str());
-  asked.lpstrDefExt = extension.c_str();
+  asked.lpstrDefExt = extension.c_str() + 1;
   asked.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
   return GetSaveFileNameW(&asked) ? std::optional<std::filesystem::path>(file.data())
                                   : std::nullopt;

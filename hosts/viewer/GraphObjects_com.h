@@ -9,7 +9,7 @@
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "common/ClassObject_com.h"
-#include "viewer/GraphMarks.h"
+#include "viewer/Legend.h"
 #include "viewer/Plot.h"
 
 namespace zyn::viewer {

@@ -5,7 +5,6 @@
 
 #include "common/NumberArray_com.h"
 #include "common/Utf8_win.h"
-#include "viewer/GraphExport_com.h"
 #include "viewer/GraphReadout.h"
 #include "viewer/GraphView_com.h"
 #include "viewer/Readout.h"
@@ -25,7 +24,7 @@ constexpr int kMarkTextHeight = 16;
 
 GraphPane::GraphPane(PaneOwner& owner)
     : Pane(L"ZYNVue.ZYNVue2D", owner),
-      view_(control().as<IZYNVue2D>()),
+      view_(control().as<IZYNVue2D2>()),
       mark_(objects_.line({}, {}, kMarkColour, kMarkSize)),
       markText_(objects_.text({0, 0, TextAnchor::kLeftMiddle, {}, kMarkTextHeight}, kMarkColour)),
       connection_(view_.Get(), DIID__IZYNVue2DEvents, *this) {
@@ -111,10 +110,23 @@ bool GraphPane::isOn(Command command) {
   return command == Command::kLogLog ? plot_.isLogarithmic : viewer::isOn(view(), command);
 }
 
-void GraphPane::exportTo(const std::filesystem::path& file, PictureFormat format) {
-  const RECT area = owner().viewArea();
-  exportGraph(view(), plot_, scale_, {area.right - area.left, area.bottom - area.top}, file,
-              format);
+void GraphPane::exportTo(const std::filesystem::path& file) {
+  withoutCrosshair([&] { host::checkTold(view().Exporter(_bstr_t(file.c_str())), L"Exporter"); });
+}
+
+void GraphPane::copyPicture() {
+  withoutCrosshair([this] { host::checkTold(view().Copier(), L"Copier"); });
+}
+
+/// The crosshair follows the mouse: it is no part of a picture.
+void GraphPane::withoutCrosshair(const std::function<void()>& work) {
+  if (!viewer::isOn(view(), Command::kCrosshair)) {
+    work();
+    return;
+  }
+  viewer::carryOut(view(), Command::kCrosshair);
+  work();
+  viewer::carryOut(view(), Command::kCrosshair);
 }
 
 std::string GraphPane::mouseHelp() const {
@@ -123,7 +135,7 @@ std::string GraphPane::mouseHelp() const {
          "Drop a file\topen it\n\n";
 }
 
-void GraphPane::event(DISPID event, const EventArguments& arguments) {
+void GraphPane::event(DISPID event, const host::EventArguments& arguments) {
   enum { kPlusProche = 2, kMouseUp = 5, kMouseMove = 8, kMouseLeave = 11 };
   switch (event) {
     case kPlusProche:

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
+#include "common/EventSink_com.h"
 #include "table/Table.h"
-#include "viewer/EventSink_com.h"
 #include "viewer/GraphObjects_com.h"
 #include "viewer/NearestTrace_com.h"
 #include "viewer/Pane_com.h"
@@ -11,7 +12,7 @@
 namespace zyn::viewer {
 
 /// A table as a graph in the 2D view, and what a person does with it.
-class GraphPane final : public Pane, private EventListener {
+class GraphPane final : public Pane, private host::EventListener {
  public:
   static constexpr PaneKind kKind = PaneKind::kGraph;
 
@@ -21,14 +22,16 @@ class GraphPane final : public Pane, private EventListener {
 
   bool carryOut(Command command) override;
   bool isOn(Command command) override;
-  void exportTo(const std::filesystem::path& file, PictureFormat format) override;
+  void exportTo(const std::filesystem::path& file) override;
+  void copyPicture() override;
   std::string mouseHelp() const override;
 
  private:
   // EventListener
-  void event(DISPID event, const EventArguments& arguments) override;
+  void event(DISPID event, const host::EventArguments& arguments) override;
   void failed(const std::string& message) noexcept override { owner().failed(message); }
 
+  void withoutCrosshair(const std::function<void()>& work);
   void showPlot(Plot plot);
   void fitFrame();
   void fillView();
@@ -37,9 +40,9 @@ class GraphPane final : public Pane, private EventListener {
   void stepTrace(bool forward);
   void showPlace(double x, double y);
   void showMode();
-  IZYNVue2D& view() const { return *view_.Get(); }
+  IZYNVue2D2& view() const { return *view_.Get(); }
 
-  Microsoft::WRL::ComPtr<IZYNVue2D> view_;
+  Microsoft::WRL::ComPtr<IZYNVue2D2> view_;
   GraphObjects objects_;
   table::Table table_;
   Plot plot_;
@@ -49,7 +52,7 @@ class GraphPane final : public Pane, private EventListener {
   std::optional<std::size_t> emphasised_;
   Microsoft::WRL::ComPtr<IZYNPolyligne> mark_;  ///< the nearest point that was asked for last
   Microsoft::WRL::ComPtr<IZYNGLTexte> markText_;
-  EventConnection connection_;
+  host::EventConnection connection_;
 };
 
 }  // namespace zyn::viewer

@@ -1,20 +1,31 @@
 #include "viewer/ModelPane_com.h"
 
+#include <comutil.h>
+
 #include <array>
 
 #include "common/ComFailure_com.h"
+#include "common/InputFile.h"
 #include "common/NumberArray_com.h"
 #include "common/Utf8_win.h"
-#include "viewer/Export_com.h"
+#include "viewer/FileDialogs_win.h"
+#include "viewer/OutputName.h"
 #include "viewer/PointUnderMouse_com.h"
 #include "viewer/Readout.h"
+#include "viewer/ViewCamera_com.h"
 #include "viewer/ViewCommands_com.h"
 
 namespace zyn::viewer {
 
 using host::check;
+using host::checkTold;
 
 namespace {
+
+constexpr Colour kHoverColour = {0.05, 0.42, 0.74};
+constexpr Colour kSelectionColour = {0.75, 0.1, 0.05};
+constexpr double kMarkWidth = 3;  // pixels
+constexpr LONG kAnimation = 250;  // milliseconds
 
 std::optional<LightPreset> presetOf(Command command) {
   switch (command) {
@@ -33,38 +44,80 @@ std::optional<LightPreset> presetOf(Command command) {
   }
 }
 
+/// A StyleRendu of meshes.
+std::optional<LONG> styleOf(Command command) {
+  switch (command) {
+    case Command::kStyleShaded:
+      return 0;
+    case Command::kStyleEdges:
+      return 1;
+    case Command::kStyleShadedEdges:
+      return 2;
+    case Command::kStyleHiddenLine:
+      return 3;
+    case Command::kStylePoints:
+      return 4;
+    default:
+      return std::nullopt;
+  }
+}
+
+constexpr int kControl = 1;  // the key of an event
+
+/// Picks answer with two names for each face: its part's and its own.
+std::vector<int> partsOf(std::span<const std::int32_t> names) {
+  std::vector<int> parts;
+  for (std::size_t i = 0; i + 1 < names.size(); i += 2) {
+    parts.push_back(static_cast<int>(names[i]));
+  }
+  return parts;
+}
+
 }  // namespace
+
+std::optional<ModelPane::Face> ModelPane::faceOf(std::span<const std::int32_t> names) {
+  return names.size() < 2 ? std::nullopt
+                          : std::optional(Face{static_cast<int>(names[0]), names[1]});
+}
 
 ModelPane::ModelPane(PaneOwner& owner)
     : Pane(L"ZYNVue.ZYNVue3D", owner),
-      view_(control().as<IZYNVue3D>()),
+      view_(control().as<IZYNVue3D2>()),
       lighting_(presetLighting(LightPreset::kStudio)),
+      hoverMark_(kHoverColour, kMarkWidth),
+      selectionMark_(kSelectionColour, kMarkWidth),
       connection_(view_.Get(), DIID__IZYNVue3DEvents, *this) {
   check(view().put_WindowSelection(VARIANT_TRUE), L"WindowSelection");
   const auto& [r, g, b] = kGradientTop;
   check(view().setGradientColor(r, g, b), L"setGradientColor");
   viewer::carryOut(view(), Command::kGradient);
   light(lighting_);
-  check(view().initView(kMargin), L"initView");
+  fitAtOnce();
   showMode();
 }
 
 void ModelPane::show(std::unique_ptr<Model> model) {
+  const LONG style = model_ ? model_->style() : 0;
   model_ = std::move(model);
+  model_->setStyle(style);
   selection_.clear();
-  hovered_ = 0;
-  // Not to be interrupted: a scene is there whole or not at all.
-  model_->show(view(), outline_, [this](std::size_t done, std::size_t total) {
-    owner().showProgress("Showing", done, total);
-  });
-  check(view().UpdateParams(), L"UpdateParams");
-  check(view().initView(kMargin), L"initView");
+  hovered_.reset();
+  selected_.reset();
   setFile(model_->file());
   fillTree();
-  showSelection();
+  showScene();
+  check(view().UpdateParams(), L"UpdateParams");
+  fitAtOnce();
   owner().status().show(
       StatusBar::kMessage,
-      sizeText(model_->triangleCount(), static_cast<std::size_t>(model_->partCount())));
+      sizeText(model_->faceCount(), static_cast<std::size_t>(model_->partCount())));
+}
+
+/// Shows the whole scene; later views move there smoothly where somebody looks.
+void ModelPane::fitAtOnce() {
+  checkTold(view().put_DureeAnimation(0), L"DureeAnimation");
+  check(view().initView(kMargin), L"initView");
+  checkTold(view().put_DureeAnimation(owner().isWatched() ? kAnimation : 0), L"DureeAnimation");
 }
 
 bool ModelPane::carryOut(Command command) {
@@ -72,41 +125,98 @@ bool ModelPane::carryOut(Command command) {
     if (command == Command::kMultisampling) {
       control().remakeWindow();
     }
+    zoomsToWindow_ = false;
     showMode();
   } else if (const auto preset = presetOf(command)) {
     light(presetLighting(*preset));
-  } else if (command == Command::kClearSelection) {
-    selection_.clear();
-    showSelection();
-    owner().parts().emphasise(0);
-  } else if (command == Command::kOutline) {
-    toggleOutline();
-  } else if (command == Command::kLights) {
-    openLights();
+  } else if (const auto style = styleOf(command)) {
+    if (model_) {
+      model_->setStyle(*style);
+      check(view().Repaint(), L"Repaint");
+    }
   } else {
-    return false;
+    return carryOutOther(command);
   }
   return true;
+}
+
+bool ModelPane::carryOutOther(Command command) {
+  switch (command) {
+    case Command::kModeZoomWindow:
+      viewer::carryOut(view(), Command::kModeWindow);
+      zoomsToWindow_ = true;
+      showMode();
+      return true;
+    case Command::kClearSelection:
+      clearSelection();
+      return true;
+    case Command::kHideSelection:
+      hideSelection();
+      return true;
+    case Command::kShowAll:
+      partChecked(0, true);
+      return true;
+    case Command::kOutline:
+      outline_ = !outline_;
+      showScene();
+      return true;
+    case Command::kLights:
+      openLights();
+      return true;
+    case Command::kSaveCamera:
+      if (const auto file = cameraFile(true)) {
+        saveCamera(view(), *file);
+        owner().status().show(StatusBar::kMessage, "Written: " + host::utf8Name(*file));
+      }
+      return true;
+    case Command::kRestoreCamera:
+      if (const auto file = cameraFile(false)) {
+        restoreCamera(view(), *file);
+      }
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::optional<std::filesystem::path> ModelPane::cameraFile(bool toWrite) {
+  const std::filesystem::path proposal = outputName(file(), "camera");
+  if (!owner().isWatched()) {
+    return proposal;
+  }
+  return toWrite ? askForOutput(owner().window(), proposal, L"Camera")
+                 : askForCamera(owner().window());
 }
 
 bool ModelPane::isOn(Command command) {
   if (const auto preset = presetOf(command)) {
     return lighting_ == presetLighting(*preset);
   }
+  if (const auto style = styleOf(command)) {
+    return (model_ ? model_->style() : 0) == *style;
+  }
   switch (command) {
     case Command::kOutline:
       return outline_;
     case Command::kLights:
       return lights_ && lights_->isOpen();
+    case Command::kModeZoomWindow:
+      return zoomsToWindow_ && viewer::isOn(view(), Command::kModeWindow);
+    case Command::kModeWindow:
+      return !zoomsToWindow_ && viewer::isOn(view(), command);
     default:
       return viewer::isOn(view(), command);
   }
 }
 
-void ModelPane::exportTo(const std::filesystem::path& file, PictureFormat format) {
-  const RECT area = owner().viewArea();
-  exportPicture(view(), *model_, outline_, {area.right - area.left, area.bottom - area.top}, file,
-                format);
+void ModelPane::exportTo(const std::filesystem::path& file) {
+  hoverMark_.show({}, 0);
+  checkTold(view().Exporter(_bstr_t(file.c_str())), L"Exporter");
+}
+
+void ModelPane::copyPicture() {
+  hoverMark_.show({}, 0);
+  checkTold(view().Copier(), L"Copier");
 }
 
 std::string ModelPane::mouseHelp() const {
@@ -122,12 +232,15 @@ bool ModelPane::translate(MSG& message) {
 void ModelPane::fillTree() {
   std::vector<std::string> names;
   for (int part = 1; part <= model_->partCount(); ++part) {
-    names.push_back("Part " + std::to_string(part));
+    names.push_back(model_->nameOf(part));
   }
   owner().parts().fill(host::toUtf8(file().filename().wstring()), names);
 }
 
 void ModelPane::partChecked(int part, bool shown) {
+  if (!model_) {
+    return;
+  }
   const int first = part == 0 ? 1 : part;
   const int last = part == 0 ? model_->partCount() : part;
   owner().parts().check(part, shown);
@@ -135,23 +248,31 @@ void ModelPane::partChecked(int part, bool shown) {
     model_->setShown(i, shown);
     owner().parts().check(i, shown);
   }
-  model_->show(view(), outline_, {});
   check(view().Repaint(), L"Repaint");
 }
 
 void ModelPane::partClicked(int part) {
-  selection_.clear();
-  if (part != 0) {
-    selection_.pick(std::array{part}, false);
-  }
-  showSelection();
+  selected_.reset();
+  select(part == 0 ? std::vector<int>() : std::vector{part}, false);
 }
 
-void ModelPane::toggleOutline() {
-  outline_ = !outline_;
-  if (model_) {
-    model_->show(view(), outline_, {});
+void ModelPane::hideSelection() {
+  const std::set<int> parts = selection_.parts();
+  clearSelection();
+  for (const int part : parts) {
+    partChecked(part, false);
   }
+}
+
+/// Not to be interrupted: a scene is there whole or not at all.
+void ModelPane::showScene() {
+  if (!model_) {
+    return;
+  }
+  model_->show(view(), outline_);
+  hoverMark_.addTo(view());
+  selectionMark_.addTo(view());
+  showSelection();
 }
 
 void ModelPane::openLights() {
@@ -177,7 +298,7 @@ void ModelPane::light(const Lighting& lighting) {
   check(view().Repaint(), L"Repaint");
 }
 
-void ModelPane::event(DISPID event, const EventArguments& arguments) {
+void ModelPane::event(DISPID event, const host::EventArguments& arguments) {
   enum { kMouseDown = 1, kMouseMove, kMouseSelection, kMouseOn, kMouseUp, kWindowSelection };
   switch (event) {
     case kMouseDown:
@@ -197,7 +318,7 @@ void ModelPane::event(DISPID event, const EventArguments& arguments) {
       mouseOn(arguments.number(1), arguments.number(2), arguments.names(3));
       break;
     case kWindowSelection:
-      windowSelection(arguments.number(0), arguments.names(2));
+      windowSelection(arguments.number(0), arguments.reals(1), arguments.names(2));
       break;
     default:
       break;
@@ -212,51 +333,101 @@ void ModelPane::mouseUp(int button, int x, int y) {
   owner().status().show(StatusBar::kMessage, mouseText("MouseUp", button, x, y));
 }
 
-void ModelPane::mouseOn(int x, int y, std::span<const LONG> names) {
-  hovered_ = names.empty() ? 0 : static_cast<int>(names.front());
+void ModelPane::mouseOn(int x, int y, std::span<const std::int32_t> names) {
+  const std::optional<Face> hovered = faceOf(names);
   hoveredAt_ = {x, y};
+  if (hovered != hovered_) {
+    hovered_ = hovered;
+    mark(hoverMark_, hovered_);
+    check(view().Repaint(), L"Repaint");
+  }
 }
 
 void ModelPane::mouseMove(int x, int y) {
-  if (hoveredAt_.x != x || hoveredAt_.y != y) {
-    hovered_ = 0;  // no part was looked for here
+  if (hovered_ && (hoveredAt_.x != x || hoveredAt_.y != y)) {
+    mouseOn(x, y, {});  // no face was looked for here
   }
-  owner().status().show(StatusBar::kPicks, picksText(hovered_, selection_.parts()));
+  showPicks();
   showPoint(x, y);
   showMode();
 }
 
-void ModelPane::mouseSelection(int key, int x, int y, std::span<const LONG> names) {
+void ModelPane::mouseSelection(int key, int x, int y, std::span<const std::int32_t> names) {
   owner().status().show(StatusBar::kMessage, mouseText("MouseSelection", key, x, y));
-  pick(key, names);
+  selected_ = faceOf(names);
+  select(partsOf(names), key == kControl);
+  showPoint(x, y);
 }
 
-void ModelPane::windowSelection(int key, std::span<const LONG> names) {
+void ModelPane::windowSelection(int key, std::span<const double> box,
+                                std::span<const std::int32_t> names) {
+  if (zoomsToWindow_) {
+    zoomsToWindow_ = false;
+    zoomTo(box);
+    return;
+  }
   owner().status().show(StatusBar::kMessage, "WindowSelection");
-  pick(key, names);
+  selected_.reset();
+  select(partsOf(names), key == kControl);
 }
 
-void ModelPane::pick(int key, std::span<const LONG> names) {
-  constexpr int kControl = 1;
-  const std::vector<int> parts(names.begin(), names.end());
-  selection_.pick(parts, key == kControl);
+/// Shows what lies in a rubber band: its sides in fractions of the view from its centre, upwards.
+void ModelPane::zoomTo(std::span<const double> box) {
+  const RECT area = owner().viewArea();
+  const double width = area.right - area.left;
+  const double height = area.bottom - area.top;
+  const auto x = [&](double fraction) { return std::lround((0.5 + fraction) * width); };
+  const auto y = [&](double fraction) { return std::lround((0.5 - fraction) * height); };
+  if (box.size() >= 4) {
+    checkTold(view().ZoomRectangle(x(box[0]), y(box[3]), x(box[1]), y(box[2])), L"ZoomRectangle");
+  }
+}
+
+void ModelPane::select(const std::vector<int>& parts, bool toggle) {
+  selection_.pick(parts, toggle);
   showSelection();
   owner().parts().emphasise(selection_.parts().empty() ? 0 : *selection_.parts().begin());
+}
+
+void ModelPane::clearSelection() {
+  selected_.reset();
+  select({}, false);
 }
 
 void ModelPane::showSelection() {
   if (model_) {
     model_->paint(selection_);
   }
+  mark(selectionMark_, selected_);
   check(view().Repaint(), L"Repaint");
-  owner().status().show(StatusBar::kPicks, picksText(hovered_, selection_.parts()));
+  showPicks();
+}
+
+void ModelPane::mark(const FaceMark& mark, const std::optional<Face>& face) const {
+  constexpr double kDistance = 0.002;  // of what is seen: about a pixel
+  mark.show(face && model_ ? model_->cornersOf(face->face) : std::vector<host::Vector>(),
+            kDistance * heightSeen(view()));
+}
+
+void ModelPane::showPicks() {
+  std::string hovered;
+  std::vector<std::string> selected;
+  if (model_ && hovered_) {
+    hovered = faceText(hovered_->face, model_->nameOf(hovered_->part));
+  }
+  for (const int part : selection_.parts()) {
+    selected.push_back(model_->nameOf(part));
+  }
+  const std::string parts =
+      selected_ ? faceText(selected_->face, model_->nameOf(selected_->part)) : partsText(selected);
+  owner().status().show(StatusBar::kPicks, picksText(hovered, parts));
 }
 
 void ModelPane::showPoint(int x, int y) {
   std::string text;
   if (model_) {
-    if (const auto point = pointUnderMouse(view(), *model_, hovered_, x, y)) {
-      text = pointText(point->position, point->onSurface);
+    if (const auto point = pointUnderMouse(view(), model_->bounds().centre(), x, y)) {
+      text = pointText(point->position, point->normal);
     }
   }
   owner().status().show(StatusBar::kPoint, text);

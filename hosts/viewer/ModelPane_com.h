@@ -4,7 +4,8 @@
 #include <optional>
 
 #include "ZYNVUE.h"
-#include "viewer/EventSink_com.h"
+#include "common/EventSink_com.h"
+#include "viewer/FaceMark_com.h"
 #include "viewer/LightsWindow_win.h"
 #include "viewer/Model_com.h"
 #include "viewer/Pane_com.h"
@@ -12,7 +13,7 @@
 namespace zyn::viewer {
 
 /// A model in the 3D view, and what a person does with it.
-class ModelPane final : public Pane, private EventListener {
+class ModelPane final : public Pane, private host::EventListener {
  public:
   static constexpr PaneKind kKind = PaneKind::kModel;
 
@@ -22,43 +23,68 @@ class ModelPane final : public Pane, private EventListener {
 
   bool carryOut(Command command) override;
   bool isOn(Command command) override;
-  void exportTo(const std::filesystem::path& file, PictureFormat format) override;
+  void exportTo(const std::filesystem::path& file) override;
+  void copyPicture() override;
   std::string mouseHelp() const override;
   bool translate(MSG& message) override;
   void partChecked(int part, bool shown) override;
   void partClicked(int part) override;
 
  private:
+  /// A face under the mouse or selected, by the numbers with which picks answer.
+  struct Face {
+    int part;
+    std::int32_t face;
+
+    bool operator==(const Face&) const = default;
+  };
+
+  /// The nearest one that a pick has found.
+  static std::optional<Face> faceOf(std::span<const std::int32_t> names);
+
   // EventListener
-  void event(DISPID event, const EventArguments& arguments) override;
+  void event(DISPID event, const host::EventArguments& arguments) override;
   void failed(const std::string& message) noexcept override { owner().failed(message); }
 
   void mouseDown(int button, int x, int y);
   void mouseMove(int x, int y);
   void mouseUp(int button, int x, int y);
-  void mouseOn(int x, int y, std::span<const LONG> names);
-  void mouseSelection(int key, int x, int y, std::span<const LONG> names);
-  void windowSelection(int key, std::span<const LONG> names);
+  void mouseOn(int x, int y, std::span<const std::int32_t> names);
+  void mouseSelection(int key, int x, int y, std::span<const std::int32_t> names);
+  void windowSelection(int key, std::span<const double> box, std::span<const std::int32_t> names);
 
-  void toggleOutline();
+  bool carryOutOther(Command command);
+  void fitAtOnce();
   void openLights();
+  /// Asks for a file; without anybody to ask it is named after the model.
+  std::optional<std::filesystem::path> cameraFile(bool toWrite);
   void light(const Lighting& lighting);
-  void pick(int key, std::span<const LONG> names);
+  void zoomTo(std::span<const double> box);
+  void select(const std::vector<int>& parts, bool toggle);
+  void clearSelection();
+  void hideSelection();
+  void showScene();
   void showSelection();
-  void fillTree();
+  void showPicks();
   void showPoint(int x, int y);
   void showMode();
-  IZYNVue3D& view() const { return *view_.Get(); }
+  void mark(const FaceMark& mark, const std::optional<Face>& face) const;
+  void fillTree();
+  IZYNVue3D2& view() const { return *view_.Get(); }
 
-  Microsoft::WRL::ComPtr<IZYNVue3D> view_;
+  Microsoft::WRL::ComPtr<IZYNVue3D2> view_;
   std::unique_ptr<Model> model_;
   std::unique_ptr<LightsWindow> lights_;
   Lighting lighting_;
   PartSelection selection_;
   bool outline_ = false;
-  int hovered_ = 0;       ///< part under the mouse, 0 for none
-  POINT hoveredAt_ = {};  ///< where that was found
-  EventConnection connection_;
+  bool zoomsToWindow_ = false;  ///< the next rubber band is what is to be seen
+  std::optional<Face> hovered_;
+  std::optional<Face> selected_;  ///< the face that was clicked last
+  FaceMark hoverMark_;
+  FaceMark selectionMark_;
+  POINT hoveredAt_ = {};  ///< where `hovered_` was found
+  host::EventConnection connection_;
 };
 
 }  // namespace zyn::viewer

@@ -1,106 +1,144 @@
 #include "viewer/Model_com.h"
 
-#include "common/MeshObjects_com.h"
+#include <comutil.h>
+
+#include "common/ClassObject_com.h"
+#include "common/InputFile.h"
+#include "common/NumberArray_com.h"
+#include "common/Utf8_win.h"
 #include "viewer/PartColour.h"
-#include "viewer/Parts.h"
-#include "viewer/PickablePart_com.h"
 
 namespace zyn::viewer {
 
 using host::check;
+using host::checkTold;
 using Microsoft::WRL::ComPtr;
 
 namespace {
 
 constexpr int kShaded = 0;
 constexpr int kOutline = 1;
+constexpr std::size_t kMostParts = 500;  // more are not what a person looks at one by one
+
+std::string groupOf(IZYNGLMaillage& mesh, LONG face) {
+  _bstr_t name;
+  checkTold(mesh.NomGroupe(face, name.GetAddress()), L"NomGroupe");
+  return name.length() == 0 ? std::string() : host::toUtf8({name, name.length()});
+}
 
 }  // namespace
 
-Model::Model(std::filesystem::path file, const mesh::Mesh& mesh, const mesh::Progress& progress)
-    : file_(std::move(file)), bounds_(mesh.bounds()) {
+Model::Model(std::filesystem::path file, const ComPtr<IZYNGLMaillage>& mesh)
+    : file_(std::move(file)) {
+  readFaces(*mesh.Get());
   addParts(mesh);
-  const host::ClassObject factory(L"ZYNVue.ZYNGLTriangle");
-  mesh::ProgressMeter meter(progress, mesh_->triangles.size());
-  triangles_.reserve(mesh_->triangles.size());
-  for (const mesh::Triangle& facet : mesh_->triangles) {
-    triangles_.push_back(host::makeTriangle(factory, facet));
-    meter.reached(triangles_.size());
-  }
   for (int part = 1; part <= partCount(); ++part) {
     paint(part, false);
   }
 }
 
-void Model::addParts(const mesh::Mesh& mesh) {
-  const auto ordered = std::make_shared<mesh::Mesh>();
-  ordered->triangles.reserve(mesh.triangles.size());
-  for (const Part& part : connectedParts(mesh)) {
-    parts_.push_back({ordered->triangles.size(), part.size(), nullptr});
-    for (const std::uint32_t index : part) {
-      ordered->triangles.push_back(mesh.triangles[index]);
-    }
+void Model::readFaces(IZYNGLMaillage& mesh) {
+  _variant_t value;
+  checkTold(mesh.get_Boite(&value), L"Boite");
+  const std::vector<double> box = host::numbersOf(value);
+  if (box.size() == 6) {
+    bounds_ = {{box[0], box[2], box[4]}, {box[1], box[3], box[5]}};
   }
-  mesh_ = ordered;
-  for (int part = 1; part <= partCount(); ++part) {
-    parts_[static_cast<std::size_t>(part - 1)].pickable =
-        new PickablePart(static_cast<UINT>(part), mesh_, facetsOf(part));
+  checkTold(mesh.getSommets(&value), L"getSommets");
+  points_ = host::numbersOf(value);
+  checkTold(mesh.getPolygones(&value), L"getPolygones");
+  faces_ = facesOf(host::integersOf(value));
+  starts_ = cornerStarts(faces_);
+}
+
+void Model::addParts(const ComPtr<IZYNGLMaillage>& mesh) {
+  std::vector<Part> parts;
+  const bool hasGroups = faceCount() > 0 && !groupOf(*mesh.Get(), 0).empty();
+  if (hasGroups) {
+    _variant_t groups;
+    checkTold(mesh->getNomsFaces(&groups), L"getNomsFaces");
+    parts = partsOfGroups(host::integersOf(groups));
+  } else {
+    parts = connectedParts(faces_, points_.size() / 3);
+  }
+  // From now on picks tell faces by their numbers in the file.
+  checkTold(mesh->setNomsFaces(host::integerArray({})), L"setNomsFaces");
+  if (parts.size() <= 1 || parts.size() > kMostParts) {
+    addPart(hasGroups ? groupOf(*mesh.Get(), 0) : host::utf8Name(file_.stem()), mesh);
+    return;
+  }
+  for (const Part& part : parts) {
+    ComPtr<IDispatch> made;
+    checkTold(mesh->Extraire(host::integerArray(part), &made), L"Extraire");
+    ComPtr<IZYNGLMaillage> of;
+    check(made.As(&of), L"Extraire");
+    addPart(hasGroups ? groupOf(*mesh.Get(), part.front())
+                      : "Part " + std::to_string(parts_.size() + 1),
+            of);
   }
 }
 
-std::span<const mesh::Triangle> Model::facetsOf(int part) const {
-  if (part < 1 || part > partCount()) {
-    return {};
-  }
-  const PartRange& range = parts_[static_cast<std::size_t>(part - 1)];
-  return std::span(mesh_->triangles).subspan(range.first, range.count);
+void Model::addPart(const std::string& name, const ComPtr<IZYNGLMaillage>& mesh) {
+  const auto group = host::ClassObject(L"ZYNVue.ZYNGroupe").create<IZYNGroupe>();
+  checkTold(group->put_Nom(_bstr_t(host::toWide(name).c_str())), L"Nom");
+  checkTold(group->Add(mesh.Get(), kShaded), L"Add");
+  parts_.push_back({name, mesh, group});
+  checkTold(mesh->put_NomSelection(partCount()), L"NomSelection");
 }
 
-void Model::show(IZYNVue3D& view, bool outline, const mesh::Progress& progress) const {
+void Model::show(IZYNVue3D& view, bool outline) const {
   check(view.RemoveAllSelection(), L"RemoveAllSelection");
   check(view.RemoveAll(), L"RemoveAll");
-  mesh::ProgressMeter meter(progress, triangles_.size());
-  std::size_t done = 0;
-  for (const PartRange& part : parts_) {
-    for (const auto& triangle : trianglesOf(part)) {
-      check(view.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
-      meter.reached(++done);
-    }
-    if (part.shown) {
-      check(view.AddSelection(part.pickable.Get()), L"AddSelection");
-    }
+  for (const ShownPart& part : parts_) {
+    check(view.Add(part.group.Get(), outline ? kOutline : kShaded), L"Add");
+    check(view.AddSelection(part.group.Get()), L"AddSelection");
   }
 }
 
-void Model::addTo(IZYN3DGLBitmapContext& context, bool outline) const {
-  for (const PartRange& part : parts_) {
-    for (const auto& triangle : trianglesOf(part)) {
-      check(context.Add(triangle.Get(), outline ? kOutline : kShaded), L"Add");
-    }
-  }
+bool Model::isShown(int part) const {
+  VARIANT_BOOL visible = VARIANT_FALSE;
+  checkTold(at(part).group->get_Visible(&visible), L"Visible");
+  return visible != VARIANT_FALSE;
 }
 
-/// Those of a part that is shown.
-std::span<const ComPtr<IZYNGLTriangle>> Model::trianglesOf(const PartRange& part) const {
-  return std::span(triangles_).subspan(part.first, part.shown ? part.count : 0);
+void Model::setShown(int part, bool shown) const {
+  checkTold(at(part).group->put_Visible(shown ? VARIANT_TRUE : VARIANT_FALSE), L"Visible");
+}
+
+void Model::setStyle(LONG style) {
+  style_ = style;
+  for (const ShownPart& part : parts_) {
+    checkTold(part.mesh->put_StyleRendu(style), L"StyleRendu");
+  }
 }
 
 void Model::paint(const PartSelection& selection) {
   for (int part = 1; part <= partCount(); ++part) {
     const bool selected = selection.contains(part);
-    if (parts_[static_cast<std::size_t>(part - 1)].selected != selected) {
+    if (at(part).selected != selected) {
       paint(part, selected);
     }
   }
 }
 
 void Model::paint(int part, bool selected) {
-  PartRange& range = parts_[static_cast<std::size_t>(part - 1)];
+  ShownPart& shown = parts_[static_cast<std::size_t>(part - 1)];
   const auto& [r, g, b] = partColour(part, selected);
-  for (const auto& triangle : std::span(triangles_).subspan(range.first, range.count)) {
-    check(triangle->setColor(r, g, b, 1.0), L"setColor");
+  checkTold(shown.mesh->setColor(r, g, b, 1), L"setColor");
+  shown.selected = selected;
+}
+
+std::vector<host::Vector> Model::cornersOf(std::int32_t face) const {
+  std::vector<host::Vector> corners;
+  const auto number = static_cast<std::size_t>(face);
+  if (face < 0 || number >= faceCount()) {
+    return corners;
   }
-  range.selected = selected;
+  for (std::int32_t i = starts_[number]; i < starts_[number + 1]; ++i) {
+    const auto point = static_cast<std::size_t>(faces_.corners[static_cast<std::size_t>(i)]);
+    corners.push_back({points_[3 * point], points_[3 * point + 1], points_[3 * point + 2]});
+  }
+  return corners;
 }
 
 }  // namespace zyn::viewer

@@ -3,64 +3,67 @@
 #include <wrl/client.h>
 
 #include <filesystem>
-#include <memory>
-#include <span>
+#include <string>
 #include <vector>
 
 #include "ZYNVUE.h"
-#include "mesh/Mesh.h"
-#include "mesh/Progress.h"
+#include "common/Vector.h"
 #include "viewer/PartSelection.h"
+#include "viewer/Parts.h"
 
 namespace zyn::viewer {
 
-/// A model as the component's objects: a triangle for each facet, and for each part an object that
-/// can be picked. Parts are numbered from 1, the largest first.
+/// A model as the component's objects: for each part a group that holds a mesh. Parts are the
+/// groups of the file; where it has none, the pieces that hang together, the largest first. They
+/// are numbered from 1.
 class Model {
  public:
-  Model(std::filesystem::path file, const mesh::Mesh& mesh, const mesh::Progress& progress);
+  Model(std::filesystem::path file, const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh);
 
   const std::filesystem::path& file() const { return file_; }
-  const mesh::Bounds& bounds() const { return bounds_; }
-  std::size_t triangleCount() const { return triangles_.size(); }
+  const host::Bounds& bounds() const { return bounds_; }
+  std::size_t faceCount() const { return faces_.counts.size(); }
   int partCount() const { return static_cast<int>(parts_.size()); }
+  const std::string& nameOf(int part) const { return at(part).name; }
 
-  /// The facets of a part; none for a number that is no part's.
-  std::span<const mesh::Triangle> facetsOf(int part) const;
+  /// Makes the model the scene of `view` and its parts what can be picked there, by number of part
+  /// and face.
+  void show(IZYNVue3D& view, bool outline) const;
 
-  /// Makes the model the scene of `view` and its parts what can be picked there.
-  void show(IZYNVue3D& view, bool outline, const mesh::Progress& progress) const;
+  bool isShown(int part) const;
+  void setShown(int part, bool shown) const;
 
-  /// Adds the model to the scene of `context`.
-  void addTo(IZYN3DGLBitmapContext& context, bool outline) const;
-
-  bool isShown(int part) const { return parts_[static_cast<std::size_t>(part - 1)].shown; }
-
-  /// Takes a part out of what `show` and `addTo` add, or puts it back.
-  void setShown(int part, bool shown) { parts_[static_cast<std::size_t>(part - 1)].shown = shown; }
+  /// How the meshes are drawn: a StyleRendu.
+  LONG style() const { return style_; }
+  void setStyle(LONG style);
 
   /// Colours the parts whose state differs from what they show.
   void paint(const PartSelection& selection);
 
+  /// The corners of a face, by its number in the file; none for a number that is no face's.
+  std::vector<host::Vector> cornersOf(std::int32_t face) const;
+
  private:
-  /// Facets from `first` on, `count` of them.
-  struct PartRange {
-    std::size_t first;
-    std::size_t count;
-    Microsoft::WRL::ComPtr<IDispatch> pickable;
+  struct ShownPart {
+    std::string name;
+    Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh;
+    Microsoft::WRL::ComPtr<IZYNGroupe> group;
     bool selected = false;
-    bool shown = true;
   };
 
-  void addParts(const mesh::Mesh& mesh);
+  void readFaces(IZYNGLMaillage& mesh);
+  void addParts(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh);
+  void addPart(const std::string& name, const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh);
   void paint(int part, bool selected);
-  std::span<const Microsoft::WRL::ComPtr<IZYNGLTriangle>> trianglesOf(const PartRange& part) const;
+  const ShownPart& at(int part) const { return parts_[static_cast<std::size_t>(part - 1)]; }
 
   std::filesystem::path file_;
-  mesh::Bounds bounds_;
-  std::shared_ptr<const mesh::Mesh> mesh_;                         ///< in the order of the parts
-  std::vector<Microsoft::WRL::ComPtr<IZYNGLTriangle>> triangles_;  ///< in the same order
-  std::vector<PartRange> parts_;
+  host::Bounds bounds_;
+  std::vector<double> points_;
+  Faces faces_;
+  Numbers starts_;  ///< of the faces' corners
+  std::vector<ShownPart> parts_;
+  LONG style_ = 0;
 };
 
 }  // namespace zyn::viewer

@@ -5,11 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "mesh/Progress.h"
 #include "viewer/Commands.h"
 #include "viewer/ControlHost_com.h"
 #include "viewer/PartsTree_win.h"
-#include "viewer/PictureFormat.h"
 #include "viewer/StatusBar_win.h"
 
 namespace zyn::viewer {
@@ -24,7 +22,8 @@ class PaneOwner {
   virtual RECT viewArea() = 0;
   virtual StatusBar& status() = 0;
   virtual PartsTree& parts() = 0;
-  virtual void showProgress(const char* what, std::size_t done, std::size_t total) = 0;
+  /// Whether somebody looks at the window: else nothing is to take time for its looks.
+  virtual bool isWatched() = 0;
   virtual void failed(const std::string& message) noexcept = 0;
 };
 
@@ -44,9 +43,12 @@ class Pane {
   /// Whether a switch or a choice of the pane is on; false for other commands.
   virtual bool isOn(Command command) = 0;
 
-  /// Writes a picture of what is shown, of the size of the view. Throws std::runtime_error, and
-  /// leaves no file, on failure.
-  virtual void exportTo(const std::filesystem::path& file, PictureFormat format) = 0;
+  /// Writes a picture of what is shown, of the size of the view, in the format that the name ends
+  /// in. Throws std::runtime_error, and leaves no file, on failure.
+  virtual void exportTo(const std::filesystem::path& file) = 0;
+
+  /// The same into the clipboard.
+  virtual void copyPicture() = 0;
 
   /// What the mouse does, for the help box.
   virtual std::string mouseHelp() const = 0;

@@ -1,15 +1,11 @@
 #pragma once
 
+#include <array>
+
 namespace zyn::viewer {
 
 /// Red, green and blue, 0 to 1.
-struct Colour {
-  double r;
-  double g;
-  double b;
-
-  bool operator==(const Colour&) const = default;
-};
+using Colour = std::array<double, 3>;
 
 /// The colour of a part (1, 2, …): soft tones that follow each other, or the signal colour of what
 /// is selected.

@@ -1,80 +1,93 @@
 #include "viewer/Parts.h"
 
 #include <algorithm>
-#include <bit>
+#include <map>
 #include <numeric>
-#include <unordered_map>
 
 namespace zyn::viewer {
 
 namespace {
 
-struct VectorHash {
-  std::size_t operator()(const mesh::Vector& v) const {
-    std::uint64_t hash = 0;
-    for (const double coordinate : {v.x, v.y, v.z}) {
-      // + 0.0 makes -0 and 0, which are equal, hash alike.
-      hash = (hash ^ std::bit_cast<std::uint64_t>(coordinate + 0.0)) * 0x9E3779B97F4A7C15u;
-      hash ^= hash >> 32;
-    }
-    return hash;
-  }
-};
+constexpr std::int32_t kNone = -1;
 
-/// Disjoint sets of facets. Each is named after its smallest member.
-class FacetSets {
+std::size_t at(std::int32_t number) { return static_cast<std::size_t>(number); }
+
+/// Disjoint sets of points.
+class PointSets {
  public:
-  explicit FacetSets(std::size_t count) : parents_(count) {
-    std::iota(parents_.begin(), parents_.end(), 0u);
+  explicit PointSets(std::size_t count) : parents_(count) {
+    std::iota(parents_.begin(), parents_.end(), 0);
   }
 
-  std::uint32_t nameOf(std::uint32_t facet) {
-    while (parents_[facet] != facet) {
-      parents_[facet] = parents_[parents_[facet]];
-      facet = parents_[facet];
+  std::int32_t nameOf(std::int32_t point) {
+    while (parents_[at(point)] != point) {
+      parents_[at(point)] = parents_[at(parents_[at(point)])];
+      point = parents_[at(point)];
     }
-    return facet;
+    return point;
   }
 
-  void join(std::uint32_t a, std::uint32_t b) {
+  void join(std::int32_t a, std::int32_t b) {
     const auto [least, most] = std::minmax({nameOf(a), nameOf(b)});
-    parents_[most] = least;
+    parents_[at(most)] = least;
   }
 
  private:
-  std::vector<std::uint32_t> parents_;
+  Numbers parents_;
 };
-
-FacetSets joinedAtCorners(const std::vector<mesh::Triangle>& triangles) {
-  FacetSets sets(triangles.size());
-  std::unordered_map<mesh::Vector, std::uint32_t, VectorHash> firstAt;
-  firstAt.reserve(triangles.size());
-  for (std::uint32_t i = 0; i < triangles.size(); ++i) {
-    for (const mesh::Vector& corner : triangles[i].vertices) {
-      const auto [entry, isNew] = firstAt.try_emplace(corner, i);
-      if (!isNew) {
-        sets.join(entry->second, i);
-      }
-    }
-  }
-  return sets;
-}
 
 }  // namespace
 
-std::vector<Part> connectedParts(const mesh::Mesh& mesh) {
-  FacetSets sets = joinedAtCorners(mesh.triangles);
+Faces facesOf(std::span<const std::int32_t> countsAndCorners) {
+  Faces faces;
+  faces.corners.reserve(countsAndCorners.size());
+  for (std::size_t i = 0; i < countsAndCorners.size();) {
+    const std::int32_t count = countsAndCorners[i++];
+    faces.counts.push_back(count);
+    const auto corners = countsAndCorners.subspan(i, at(count));
+    faces.corners.insert(faces.corners.end(), corners.begin(), corners.end());
+    i += corners.size();
+  }
+  return faces;
+}
+
+Numbers cornerStarts(const Faces& faces) {
+  Numbers starts(faces.counts.size() + 1);
+  std::partial_sum(faces.counts.begin(), faces.counts.end(), starts.begin() + 1);
+  return starts;
+}
+
+std::vector<Part> partsOfGroups(std::span<const std::int32_t> groups) {
+  std::map<std::int32_t, Part> parts;
+  for (std::size_t face = 0; face < groups.size(); ++face) {
+    parts[groups[face]].push_back(static_cast<std::int32_t>(face));
+  }
+  std::vector<Part> result;
+  for (auto& [group, part] : parts) {
+    result.push_back(std::move(part));
+  }
+  return result;
+}
+
+std::vector<Part> connectedParts(const Faces& faces, std::size_t pointCount) {
+  PointSets sets(pointCount);
+  const Numbers starts = cornerStarts(faces);
+  for (std::size_t face = 0; face < faces.counts.size(); ++face) {
+    for (std::int32_t i = starts[face] + 1; i < starts[face + 1]; ++i) {
+      sets.join(faces.corners[at(starts[face])], faces.corners[at(i)]);
+    }
+  }
   std::vector<Part> parts;
-  std::unordered_map<std::uint32_t, std::size_t> places;
-  for (std::uint32_t i = 0; i < mesh.triangles.size(); ++i) {
-    const auto [place, isNew] = places.try_emplace(sets.nameOf(i), parts.size());
-    if (isNew) {
+  Numbers places(pointCount, kNone);
+  for (std::size_t face = 0; face < faces.counts.size(); ++face) {
+    std::int32_t& place = places[at(sets.nameOf(faces.corners[at(starts[face])]))];
+    if (place == kNone) {
+      place = static_cast<std::int32_t>(parts.size());
       parts.emplace_back();
     }
-    parts[place->second].push_back(i);
+    parts[at(place)].push_back(static_cast<std::int32_t>(face));
   }
-  std::stable_sort(parts.begin(), parts.end(),
-                   [](const Part& a, const Part& b) { return a.size() > b.size(); });
+  std::ranges::stable_sort(parts, std::ranges::greater(), &Part::size);
   return parts;
 }
 

@@ -3,18 +3,18 @@
 #include <optional>
 
 #include "ZYNVUE.h"
-#include "viewer/Model_com.h"
+#include "common/Vector.h"
 
 namespace zyn::viewer {
 
 struct ModelPoint {
-  mesh::Vector position;
-  bool onSurface;  ///< else on the plane through the model's centre that faces the viewer
+  host::Vector position;
+  std::optional<host::Vector> normal;  ///< of the surface; none: on a plane that faces the viewer
 };
 
-/// The point of the model that the person sees at a pixel of the view, where part `hovered` (0 for
-/// none) lies; none before the view has a camera.
-std::optional<ModelPoint> pointUnderMouse(IZYNVue3D& view, const Model& model, int hovered, int x,
+/// The point that the person sees at a pixel of the view: on a surface, else on the plane through
+/// `centre` that faces the viewer; none before the view has a camera.
+std::optional<ModelPoint> pointUnderMouse(IZYNVue3D2& view, const host::Vector& centre, int x,
                                           int y);
 
 }  // namespace zyn::viewer

@@ -43,9 +43,8 @@ void StatusBar::show(Pane pane, const std::string& text) {
   UpdateWindow(bar_);
 }
 
-void StatusBar::showProgress(std::size_t done, std::size_t total) {
-  const std::size_t step = total == 0 ? 0 : done * kSteps / total;
-  SendMessageW(progress_, PBM_SETPOS, step, 0);
+void StatusBar::showProgress(double part) {
+  SendMessageW(progress_, PBM_SETPOS, static_cast<WPARAM>(part * kSteps), 0);
   ShowWindow(progress_, SW_SHOWNA);
   UpdateWindow(progress_);
 }

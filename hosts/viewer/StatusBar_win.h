@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <array>
-#include <cstddef>
 #include <string>
 
 #include "viewer/UiScale_win.h"
@@ -23,8 +22,8 @@ class StatusBar {
   /// Shows UTF-8 text; cheap when the pane shows it already.
   void show(Pane pane, const std::string& text);
 
-  /// Shows `done` of `total` steps until hideProgress.
-  void showProgress(std::size_t done, std::size_t total);
+  /// Shows how much of something is done, 0 to 1, until hideProgress.
+  void showProgress(double part);
   void hideProgress();
 
   int height() const;

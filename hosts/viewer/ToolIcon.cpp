@@ -19,6 +19,10 @@ struct Drawing {
 constexpr std::string_view kCubeEdges =
     " line M 10 2 L 17 6 L 17 14 L 10 18 L 3 14 L 3 6 Z M 3 6 L 10 10 L 17 6 M 10 10 L 10 18";
 
+constexpr std::string_view kRectangle =
+    "line M 2 5 L 2 2 L 5 2 M 8 2 L 11 2 M 14 2 L 17 2 L 17 5 M 2 8 L 2 11 M 2 14 L 2 17 L 5 17 "
+    "accent A 12 12 4 0 360 M 15 15 L 18.5 18.5";
+
 constexpr Drawing kDrawings[] = {
     {kOpen,
      "middle M 2 16.5 L 2 4 L 8 4 L 10 6.5 L 18 6.5 L 18 16.5 Z line M 2 16.5 L 2 4 L 8 4 L 10 6.5 "
@@ -56,10 +60,34 @@ constexpr Drawing kDrawings[] = {
     {kViewDefault,
      "pale M 10 2 L 17 6 L 10 10 L 3 6 Z middle M 3 6 L 10 10 L 10 18 L 3 14 Z deep M 17 6 L 17 14 "
      "L 10 18 L 10 10 Z"},
+    {kRedoView,
+     "accent M 13 3.5 L 17 7.5 L 13 11.5 line M 17 7.5 L 8 7.5 M 8 7.5 A 8 11.75 4.25 90 270 M 8 "
+     "16 L 13 16"},
+    {kPerspective,
+     "middle M 2 16 L 18 16 L 13.5 5 L 6.5 5 Z line M 2 16 L 18 16 L 13.5 5 L 6.5 5 Z M 3.6 12 L "
+     "16.4 12 M 5.3 "
+     "8 L 14.7 8 M 10 5 L 10 16"},
+    {kCopy,
+     "white M 7 2.5 L 17 2.5 L 17 13 L 7 13 Z line M 7 2.5 L 17 2.5 L 17 13 L 7 13 Z middle M 3 7 "
+     "L 13 "
+     "7 L 13 17.5 L 3 17.5 Z line M 3 7 L 13 7 L 13 17.5 L 3 17.5 Z"},
+    {kModeZoomWindow, kRectangle},
+    {kStyleShaded,
+     "pale M 10 2 L 17 6 L 10 10 L 3 6 Z middle M 3 6 L 10 10 L 10 18 L 3 14 Z deep M 17 6 L 17 14 "
+     "L "
+     "10 18 L 10 10 Z"},
+    {kStyleEdges, "accent M 10 10 L 10 2 M 10 10 L 3 14 M 10 10 L 17 14"},
+    {kStyleShadedEdges,
+     "pale M 10 2 L 17 6 L 10 10 L 3 6 Z middle M 3 6 L 10 10 L 10 18 L 3 14 Z deep M 17 6 L 17 14 "
+     "L "
+     "10 18 L 10 10 Z accent M 6.5 4 L 13.5 8 L 13.5 16"},
+    {kStyleHiddenLine, "white M 10 2 L 17 6 L 17 14 L 10 18 L 3 14 L 3 6 Z"},
+    {kStylePoints,
+     "accent A 10 2.5 0.6 0 360 A 16.5 6 0.6 0 360 A 16.5 14 0.6 0 360 A 10 17.5 0.6 0 360 A 3.5 "
+     "14 0.6 "
+     "0 360 A 3.5 6 0.6 0 360 A 10 10 0.6 0 360"},
     {kModeNearest, "line M 2 15 L 6 11 L 10 12.5 L 14 6 L 18 8 accent A 14 6 2.6 0 360"},
-    {kModeRectangle,
-     "line M 2 5 L 2 2 L 5 2 M 8 2 L 11 2 M 14 2 L 17 2 L 17 5 M 2 8 L 2 11 M 2 14 L 2 17 L 5 17 "
-     "accent A 12 12 4 0 360 M 15 15 L 18.5 18.5"},
+    {kModeRectangle, kRectangle},
     {kLogLog,
      "line M 2 2 L 2 18 L 18 18 accent M 5.5 18 L 5.5 3 M 11 18 L 11 3 M 14.3 18 L 14.3 3 M 16.8 "
      "18 "
@@ -72,23 +100,33 @@ constexpr Drawing kDrawings[] = {
 
 /// Whether a cube's edges lie over what is drawn for the command.
 bool isCube(Command command) {
-  return command == kViewXYp || command == kViewXZm || command == kViewYZp ||
-         command == kViewDefault;
+  constexpr Command kCubes[] = {kViewXYp,    kViewXZm,          kViewYZp,        kViewDefault,
+                                kStyleEdges, kStyleShadedEdges, kStyleHiddenLine};
+  return std::ranges::find(kCubes, command) != std::end(kCubes);
 }
 
 }  // namespace
 
 std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
   constexpr Command kNoTool = {};
-  constexpr Command kTools[] = {
-      kOpen,       kExportPng,  kNoTool,        kModeRotate,  kModeNearest, kModePan,  kModeZoom,
-      kModeSelect, kModeWindow, kModeRectangle, kNoTool,      kZoomAll,     kUndoView, kNoTool,
-      kViewXYp,    kViewXZm,    kViewYZp,       kViewDefault, kLogLog,      kGrid,     kCrosshair};
+  constexpr Command kTools[] = {kOpen,        kExportPng,        kCopy,
+                                kNoTool,      kModeRotate,       kModeNearest,
+                                kModePan,     kModeZoom,         kModeRectangle,
+                                kModeSelect,  kModeWindow,       kModeZoomWindow,
+                                kNoTool,      kZoomAll,          kUndoView,
+                                kRedoView,    kNoTool,           kViewXYp,
+                                kViewXZm,     kViewYZp,          kViewDefault,
+                                kPerspective, kNoTool,           kStyleShaded,
+                                kStyleEdges,  kStyleShadedEdges, kStyleHiddenLine,
+                                kStylePoints, kLogLog,           kGrid,
+                                kCrosshair};
   std::vector<const CommandEntry*> tools;
   for (const Command command : kTools) {
     const auto entry = std::ranges::find(commandTable(), command, &CommandEntry::command);
     if (entry == commandTable().end()) {
-      tools.push_back(nullptr);
+      if (!tools.empty() && tools.back() != nullptr) {
+        tools.push_back(nullptr);
+      }
     } else if (entry->isFor(pane)) {
       tools.push_back(&*entry);
     }

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "common/ComFailure_com.h"
+#include "viewer/ViewCamera_com.h"
 #include "viewer/ViewSwitch_com.h"
 
 namespace zyn::viewer {
@@ -13,7 +14,7 @@ namespace {
 
 using enum Command;
 
-bool moveCamera(IZYNVue3D& view, Command command) {
+bool moveCamera(IZYNVue3D2& view, Command command) {
   constexpr double kStep = 15.0;  // degrees
   constexpr double kFactor = 1.25;
   const auto done = [](HRESULT result) {
@@ -41,6 +42,8 @@ bool moveCamera(IZYNVue3D& view, Command command) {
       return done(view.ZoomTotal(kMargin));
     case kUndoView:
       return done(view.LastView());
+    case kRedoView:
+      return done(view.NextView());
     case kZoomIn:
       return done(view.Zoom(kFactor));
     case kZoomOut:
@@ -79,6 +82,25 @@ std::optional<short> mouseModeOf(Command command) {
   }
 }
 
+std::optional<LONG> rotationOf(Command command) {
+  switch (command) {
+    case kRotateFreely:
+      return 0;
+    case kRotateTurntable:
+      return 1;
+    case kRotateTrackball:
+      return 2;
+    default:
+      return std::nullopt;
+  }
+}
+
+LONG rotationCentre(IZYNVue3D2& view) {
+  LONG centre = 0;
+  host::checkTold(view.get_CentreRotation(&centre), L"CentreRotation");
+  return centre;
+}
+
 using Switch = ViewSwitch<IZYNVue3D>;
 
 std::optional<Switch> switchOf(Command command) {
@@ -103,13 +125,13 @@ std::optional<Switch> switchOf(Command command) {
   }
 }
 
-void toggle(IZYNVue3D& view, Command command, const Switch& property) {
+void toggle(IZYNVue3D2& view, Command command, const Switch& property) {
   // What is put into the gradient's switch means its opposite.
   const bool on = property.isOn(view);
   property.set(view, command == kGradient ? on : !on);
 }
 
-bool drawsLights(IZYNVue3D& view) {
+bool drawsLights(IZYNVue3D2& view) {
   LONG drawn = 0;
   check(view.get_DrawLights(&drawn), L"DrawLights");
   return drawn != 0;
@@ -117,7 +139,7 @@ bool drawsLights(IZYNVue3D& view) {
 
 }  // namespace
 
-bool carryOut(IZYNVue3D& view, Command command) {
+bool carryOut(IZYNVue3D2& view, Command command) {
   if (const auto mode = mouseModeOf(command)) {
     check(view.put_MouseMode(*mode), L"MouseMode");
     return true;
@@ -126,7 +148,18 @@ bool carryOut(IZYNVue3D& view, Command command) {
     toggle(view, command, *property);
     return true;
   }
+  if (const auto rotation = rotationOf(command)) {
+    host::checkTold(view.put_ModeRotation(*rotation), L"ModeRotation");
+    return true;
+  }
   switch (command) {
+    case kRotateAboutPoint:
+      host::checkTold(view.put_CentreRotation(rotationCentre(view) == 0 ? 1 : 0),
+                      L"CentreRotation");
+      return true;
+    case kPerspective:
+      togglePerspective(view);
+      return true;
     case kDrawLights:
       check(view.put_DrawLights(drawsLights(view) ? 0 : 1), L"DrawLights");
       check(view.Repaint(), L"Repaint");
@@ -139,7 +172,7 @@ bool carryOut(IZYNVue3D& view, Command command) {
   }
 }
 
-bool isOn(IZYNVue3D& view, Command command) {
+bool isOn(IZYNVue3D2& view, Command command) {
   if (const auto mode = mouseModeOf(command)) {
     short current = 0;
     check(view.get_MouseMode(&current), L"MouseMode");
@@ -148,7 +181,19 @@ bool isOn(IZYNVue3D& view, Command command) {
   if (const auto property = switchOf(command)) {
     return property->isOn(view);
   }
-  return command == kDrawLights && drawsLights(view);
+  if (const auto rotation = rotationOf(command)) {
+    LONG current = 0;
+    host::checkTold(view.get_ModeRotation(&current), L"ModeRotation");
+    return current == *rotation;
+  }
+  switch (command) {
+    case kRotateAboutPoint:
+      return rotationCentre(view) != 0;
+    case kPerspective:
+      return isPerspective(view);
+    default:
+      return command == kDrawLights && drawsLights(view);
+  }
 }
 
 }  // namespace zyn::viewer

@@ -13,9 +13,9 @@ inline constexpr float kGradientTop[] = {0.53f, 0.67f, 0.85f};
 
 /// Carries out a command that concerns nothing but the view: camera, mouse, appearance. Whether it
 /// was one.
-bool carryOut(IZYNVue3D& view, Command command);
+bool carryOut(IZYNVue3D2& view, Command command);
 
 /// Whether a switch or a choice of the view is on; false for other commands.
-bool isOn(IZYNVue3D& view, Command command);
+bool isOn(IZYNVue3D2& view, Command command);
 
 }  // namespace zyn::viewer

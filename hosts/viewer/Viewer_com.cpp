@@ -2,13 +2,14 @@
 
 #include <stdexcept>
 
+#include "common/MeshFile_com.h"
 #include "common/Utf8_win.h"
 #include "common/Words.h"
-#include "mesh/MeshReader.h"
 #include "table/CsvReader.h"
 #include "viewer/FileDialogs_win.h"
 #include "viewer/GraphPane_com.h"
 #include "viewer/ModelPane_com.h"
+#include "viewer/OutputName.h"
 #include "viewer/Problem_win.h"
 
 namespace zyn::viewer {
@@ -30,18 +31,21 @@ class ScopedFlag {
   bool& flag_;
 };
 
-std::optional<PictureFormat> formatOf(Command command) {
+/// How names of pictures end that a command writes; null for other commands.
+const char* pictureExtension(Command command) {
   switch (command) {
     case Command::kExportPng:
-      return PictureFormat::kPng;
+      return "png";
     case Command::kExportJpeg:
-      return PictureFormat::kJpeg;
+      return "jpg";
     case Command::kExportGif:
-      return PictureFormat::kGif;
+      return "gif";
     case Command::kExportBmp:
-      return PictureFormat::kBmp;
+      return "bmp";
+    case Command::kExportTiff:
+      return "tif";
     default:
-      return std::nullopt;
+      return nullptr;
   }
 }
 
@@ -117,8 +121,11 @@ void Viewer::chosen(Command command) {
   if (loading_ || (pane_ && pane_->carryOut(command))) {
     return;
   }
-  if (const auto format = formatOf(command)) {
-    exportAs(*format);
+  if (const char* const extension = pictureExtension(command)) {
+    exportAs(extension);
+  } else if (command == Command::kCopy && pane_) {
+    pane_->copyPicture();
+    frame_.status().show(StatusBar::kMessage, "Copied to the clipboard");
   } else if (command == Command::kOpen) {
     askAndLoad();
   } else if (command == Command::kReload && pane_ && !pane_->file().empty()) {
@@ -204,9 +211,9 @@ void Viewer::load(const std::filesystem::path& file) {
 }
 
 void Viewer::loadModel(const std::filesystem::path& file) {
-  const mesh::Mesh mesh = mesh::readMesh(file, progress("Reading"));
-  auto model = std::make_unique<Model>(file, mesh, progress("Building"));
-  pane<ModelPane>().show(std::move(model));
+  frame_.status().show(StatusBar::kMessage, "Reading...");
+  const auto mesh = host::loadMesh(file);
+  pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
 }
 
 void Viewer::loadTable(const std::filesystem::path& file) {
@@ -215,16 +222,11 @@ void Viewer::loadTable(const std::filesystem::path& file) {
   pane<GraphPane>().show(file, std::move(table));
 }
 
-void Viewer::showProgress(const char* what, std::size_t done, std::size_t total) {
-  frame_.status().show(StatusBar::kMessage, std::string(what) + "...");
-  frame_.status().showProgress(done, total);
-}
-
-mesh::Progress Viewer::progress(const char* what) {
-  return [this, what](std::size_t done, std::size_t total) {
-    showProgress(what, done, total);
-    keepAlive();
-  };
+/// Shows how far the reading is and lets the person stop it.
+bool Viewer::showProgress(double part) {
+  frame_.status().showProgress(part);
+  keepAlive();
+  return true;
 }
 
 /// Lets the window paint and move during a long loading, deaf to keys and mouse.
@@ -243,19 +245,19 @@ void Viewer::keepAlive() {
   }
 }
 
-void Viewer::exportAs(PictureFormat format) {
+void Viewer::exportAs(const char* extension) {
   if (!pane_ || pane_->file().empty()) {
     throw std::runtime_error("there is no model and no table to make a picture of");
   }
-  std::filesystem::path file = defaultPictureName(pane_->file(), format);
+  std::filesystem::path file = outputName(pane_->file(), extension);
   if (!request_.batch) {
-    const auto answer = askForPicture(frame_.handle(), file, format);
+    const auto answer = askForOutput(frame_.handle(), file, L"Picture");
     if (!answer) {
       return;
     }
     file = *answer;
   }
-  pane_->exportTo(file, format);
+  pane_->exportTo(file);
   frame_.status().show(StatusBar::kMessage, "Written: " + host::toUtf8(file.wstring()));
 }
 

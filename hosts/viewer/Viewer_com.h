@@ -38,7 +38,7 @@ class Viewer final : private FrameEvents, private PaneOwner {
   RECT viewArea() override { return frame_.viewArea(); }
   StatusBar& status() override { return frame_.status(); }
   PartsTree& parts() override { return frame_.parts(); }
-  void showProgress(const char* what, std::size_t done, std::size_t total) override;
+  bool isWatched() override { return !request_.batch; }
 
   // Both
   void failed(const std::string& message) noexcept override;
@@ -51,10 +51,10 @@ class Viewer final : private FrameEvents, private PaneOwner {
   template <typename Kind>
   Kind& pane();
   /// Shows how far the work is and lets the person stop it.
-  mesh::Progress progress(const char* what);
+  bool showProgress(double part);
   void keepAlive();
   void askAndLoad();
-  void exportAs(PictureFormat format);
+  void exportAs(const char* extension);
   void showHelp();
 
   Request request_;

@@ -16,7 +16,7 @@ namespace zyn::shot {
 
 using host::check;
 using host::ClassObject;
-using mesh::Vector;
+using host::Vector;
 using Microsoft::WRL::ComPtr;
 
 namespace {
@@ -53,7 +53,7 @@ Colour paperInTheMiddle(const PictureOptions& picture) {
 
 class Annotator {
  public:
-  Annotator(const PictureOptions& picture, const mesh::Bounds& bounds, const Frame& frame,
+  Annotator(const PictureOptions& picture, const host::Bounds& bounds, const Frame& frame,
             double pixelScale)
       : picture_(picture), bounds_(bounds), frame_(frame), scale_(pixelScale) {}
 
@@ -119,7 +119,7 @@ class Annotator {
   }
 
   const PictureOptions& picture_;
-  const mesh::Bounds& bounds_;
+  const host::Bounds& bounds_;
   const Frame& frame_;
   double scale_;
 };
@@ -127,7 +127,7 @@ class Annotator {
 }  // namespace
 
 std::vector<ComPtr<IDispatch>> makeAnnotations(const PictureOptions& picture,
-                                               const mesh::Bounds& bounds, const Frame& frame,
+                                               const host::Bounds& bounds, const Frame& frame,
                                                double pixelScale) {
   const Annotator annotator(picture, bounds, frame, pixelScale);
   std::vector<ComPtr<IDispatch>> objects;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ZYNVUE.h"
-#include "mesh/Mesh.h"
+#include "common/Vector.h"
 #include "zynshot/Frame.h"
 #include "zynshot/PictureOptions.h"
 
@@ -15,7 +15,7 @@ namespace zyn::shot {
 /// objects that go on top of the model. `pixelScale`: pixels of the picture for a pixel of a
 /// screen. Throws std::runtime_error for a logo that cannot be read.
 std::vector<Microsoft::WRL::ComPtr<IDispatch>> makeAnnotations(const PictureOptions& picture,
-                                                               const mesh::Bounds& bounds,
+                                                               const host::Bounds& bounds,
                                                                const Frame& frame,
                                                                double pixelScale);
 

@@ -12,20 +12,20 @@ STDMETHODIMP BoxObject::Draw3D(int mode) noexcept {
     return S_OK;
   }
   constexpr double kFaint = 0.3;
-  const std::array<mesh::Vector, 2> ends = {bounds_.minimum, bounds_.maximum};
+  const std::array<host::Vector, 2> ends = {bounds_.minimum, bounds_.maximum};
   glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT);
   glDisable(GL_LIGHTING);
   glColor4d(colour_.r, colour_.g, colour_.b, kFaint);
   glBegin(GL_LINES);
-  for (const mesh::Vector& a : ends) {
-    for (const mesh::Vector& b : ends) {
-      for (const mesh::Vector& end : ends) {
+  for (const host::Vector& a : ends) {
+    for (const host::Vector& b : ends) {
+      for (const host::Vector& end : ends) {
         glVertex3d(end.x, a.y, b.z);
       }
-      for (const mesh::Vector& end : ends) {
+      for (const host::Vector& end : ends) {
         glVertex3d(a.x, end.y, b.z);
       }
-      for (const mesh::Vector& end : ends) {
+      for (const host::Vector& end : ends) {
         glVertex3d(a.x, b.y, end.z);
       }
     }

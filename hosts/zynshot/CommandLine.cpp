@@ -45,7 +45,29 @@ void setColour(PictureOptions& picture, std::string_view value) {
   picture.appearance.alpha = alpha.value_or(picture.appearance.alpha);
 }
 
-const std::array<PictureOption, 17> kPictureOptions = {{
+int parseStyle(std::string_view value) {
+  constexpr std::string_view kStyles[] = {"shaded", "edges", "shaded-edges", "hidden-line",
+                                          "points"};
+  const auto* const found = std::find(std::begin(kStyles), std::end(kStyles), value);
+  if (found == std::end(kStyles)) {
+    throw UsageError('"' + std::string(value) +
+                     "\" is not a style: shaded edges shaded-edges hidden-line points");
+  }
+  return static_cast<int>(found - std::begin(kStyles));
+}
+
+/// "COLOUR" or "COLOUR,WIDTH".
+void setEdges(PictureOptions& picture, std::string_view value) {
+  const std::vector<std::string_view> parts = split(value);
+  const bool hasWidth = parts.size() == 2 || parts.size() == 4;
+  if (hasWidth) {
+    picture.strokes.width = parseNumber(parts.back(), 0.1, 100);
+    value.remove_suffix(parts.back().size() + 1);
+  }
+  picture.strokes.colour = parseColour(value);
+}
+
+const std::array<PictureOption, 21> kPictureOptions = {{
     {"--view", "VIEW",
      "xy+ xy- xz+ xz- yz+ yz- (the plane shown and the\n"
      "side of the eye), turning (from +y, +x up), iso\n"
@@ -56,7 +78,10 @@ const std::array<PictureOption, 17> kPictureOptions = {{
      [](PictureOptions& p, std::string_view v) { p.surface.background = parseColour(v); }},
     {"--gradient", "COLOUR", "fade the background to this colour upwards",
      [](PictureOptions& p, std::string_view v) { p.gradient = parseColour(v); }},
-    {"--color", "COLOUR[,ALPHA]", "of the model; ALPHA as for --transparent", setColour},
+    {"--color", "COLOUR[,ALPHA]",
+     "of the model, in place of the colours that the file\n"
+     "has; ALPHA as for --transparent",
+     setColour},
     {"--transparent", "ALPHA", "how opaque the model is: 0 (invisible) to 1",
      [](PictureOptions& p, std::string_view v) { p.appearance.alpha = parseNumber(v, 0, 1); }},
     {"--material", "MATERIAL",
@@ -65,6 +90,17 @@ const std::array<PictureOption, 17> kPictureOptions = {{
      [](PictureOptions& p, std::string_view v) { p.appearance.material = parseMaterial(v); }},
     {"--outline", "", "draw the edges of the triangles only",
      [](PictureOptions& p, std::string_view) { p.outline = true; }},
+    {"--style", "STYLE",
+     "shaded (default) edges shaded-edges hidden-line\n"
+     "points",
+     [](PictureOptions& p, std::string_view v) { p.strokes.style = parseStyle(v); }},
+    {"--edges", "COLOUR[,WIDTH]", "of edges and points (default black,1 pixel)", setEdges},
+    {"--perspective", "DEGREES", "see so much from bottom to top, 1 to 170",
+     [](PictureOptions& p, std::string_view v) { p.perspective = parseNumber(v, 1, 170); }},
+    {"--camera", "TEXT",
+     "look with this camera, the line of text that the viewer\n"
+     "saves, in place of --view, --surplus and --perspective",
+     [](PictureOptions& p, std::string_view v) { p.camera = v; }},
     {"--light1", "AZ,EL[,COLOUR]",
      "where the main light comes from, in degrees from the\n"
      "viewer: AZ to the right, EL upwards; or off (default\n"
@@ -98,24 +134,17 @@ const PictureOption* findPictureOption(std::string_view name) {
   return found == kPictureOptions.end() ? nullptr : found;
 }
 
-PictureFormat formatOf(const std::string& file) {
+void demandPictureName(const std::string& file) {
+  constexpr std::string_view kExtensions[] = {"png", "jpg", "jpeg", "gif", "bmp", "tif", "tiff"};
   const std::size_t dot = file.find_last_of("./\\");
   std::string extension = dot == file.npos || file[dot] != '.' ? "" : file.substr(dot + 1);
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  if (extension == "png") {
-    return PictureFormat::kPng;
+  if (std::find(std::begin(kExtensions), std::end(kExtensions), extension) ==
+      std::end(kExtensions)) {
+    throw UsageError("-o " + file +
+                     ": the name must end in .png, .jpg, .jpeg, .gif, .bmp, .tif or .tiff");
   }
-  if (extension == "jpg" || extension == "jpeg") {
-    return PictureFormat::kJpeg;
-  }
-  if (extension == "gif") {
-    return PictureFormat::kGif;
-  }
-  if (extension == "bmp") {
-    return PictureFormat::kBmp;
-  }
-  throw UsageError("-o " + file + ": the name must end in .png, .jpg, .jpeg, .gif or .bmp");
 }
 
 class Parser {
@@ -180,7 +209,7 @@ class Parser {
     if (name == "-o" || name == "--output") {
       const std::string file = value(name);
       PictureOptions picture = forAll_;
-      picture.format = formatOf(file);
+      demandPictureName(file);
       picture.file = pathOf(file);
       request_.pictures.push_back(std::move(picture));
     } else if (name == "--smooth") {
@@ -252,7 +281,7 @@ Request parseCommandLine(std::span<const std::string> arguments) {
 
 std::string helpText() {
   std::string text =
-      "zynshot: pictures of a 3D model (STL, binary or text, or OBJ)\n"
+      "zynshot: pictures of a 3D model (STL, OBJ, PLY, OFF or 3MF)\n"
       "\n"
       "usage: zynshot MODEL [OPTIONS] -o PICTURE [OPTIONS] [-o PICTURE [OPTIONS]]...\n"
       "\n"
@@ -264,7 +293,7 @@ std::string helpText() {
     describe(text, std::string(option.name) + ' ' + std::string(option.value), option.help);
   }
   text += "\nof the whole run:\n";
-  describe(text, "-o, --output FILE", "picture to write: .png .jpg .jpeg .gif .bmp");
+  describe(text, "-o, --output FILE", "picture to write: .png .jpg .jpeg .gif .bmp .tif");
   describe(text, "--smooth DEGREES", "round off edges that bend less than this");
   describe(text, "--progress", "show progress even when stderr is no terminal");
   describe(text, "--help, --version", "show this text, or the version, and stop");

@@ -10,7 +10,7 @@ namespace zyn::shot {
 
 namespace {
 
-using mesh::Vector;
+using host::Vector;
 
 /// Sine of the angle to the line of sight below which a length cannot be read.
 constexpr double kForeshortened = 0.1;
@@ -60,7 +60,7 @@ Vector wayOut(const Sides& sides, const Frame::Screen& aside, const Frame& frame
 
 }  // namespace
 
-std::vector<Dimension> overallDimensions(const mesh::Bounds& bounds, const Frame& frame) {
+std::vector<Dimension> overallDimensions(const host::Bounds& bounds, const Frame& frame) {
   std::vector<Dimension> dimensions;
   const Vector extents = bounds.extents();
   for (std::size_t i = 0; i < kAxes.size(); ++i) {

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace zyn::shot {
 
 namespace {
 
-using mesh::Vector;
+using host::Vector;
 
 /// Length of a box's shadow along a direction.
 double extentAlong(const Vector& direction, const Vector& sizes) {
@@ -17,7 +18,7 @@ double extentAlong(const Vector& direction, const Vector& sizes) {
 
 }  // namespace
 
-Frame::Frame(const mesh::Bounds& bounds, const View& view, int width, int height, double surplus)
+Frame::Frame(const host::Bounds& bounds, const View& view, int width, int height, double surplus)
     : centre_(bounds.centre()),
       right_(cross(view.direction, view.up)),
       up_(view.up),
@@ -25,6 +26,21 @@ Frame::Frame(const mesh::Bounds& bounds, const View& view, int width, int height
       height_(height),
       pixel_((1.0 + surplus) * std::max(extentAlong(right_, bounds.extents()) / width,
                                         extentAlong(up_, bounds.extents()) / height)) {}
+
+Frame::Frame(const Vector& centre, const View& view, int width, int height, double pixel)
+    : centre_(centre),
+      right_(cross(view.direction, view.up)),
+      up_(view.up),
+      width_(width),
+      height_(height),
+      pixel_(pixel) {}
+
+Frame Frame::inPerspective(const host::Bounds& bounds, double angle) const {
+  const double depth = extentAlong(cross(up_, right_), bounds.extents());
+  Frame larger = *this;
+  larger.pixel_ += depth * std::tan(angle * std::numbers::pi / 360) / height_;
+  return larger;
+}
 
 Vector Frame::at(double x, double y) const {
   return centre_ + right_ * ((x - width_ / 2) * pixel_) + up_ * ((y - height_ / 2) * pixel_);

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "mesh/Mesh.h"
-#include "mesh/Vector.h"
+#include "common/Vector.h"
 #include "zynshot/View.h"
 
 namespace zyn::shot {
@@ -10,26 +9,35 @@ namespace zyn::shot {
 /// picture, with a margin, and looks at the middle of the box.
 class Frame {
  public:
-  Frame(const mesh::Bounds& bounds, const View& view, int width, int height, double surplus);
+  Frame(const host::Bounds& bounds, const View& view, int width, int height, double surplus);
+
+  /// What is seen around `centre`, with pixels of that many model units there.
+  Frame(const host::Vector& centre, const View& view, int width, int height, double pixel);
+
+  /// The same with room for what comes nearer in a perspective of so many degrees from bottom to
+  /// top.
+  Frame inPerspective(const host::Bounds& bounds, double angle) const;
+
+  const host::Vector& centre() const { return centre_; }
 
   /// Model units of a pixel.
   double pixel() const { return pixel_; }
 
   /// The point at the depth of the model's middle that is seen at a place, in pixels from the lower
   /// left corner.
-  mesh::Vector at(double x, double y) const;
+  host::Vector at(double x, double y) const;
 
   /// Where a direction points on the picture.
   struct Screen {
     double right = 0.0;
     double up = 0.0;
   };
-  Screen onScreen(const mesh::Vector& direction) const;
+  Screen onScreen(const host::Vector& direction) const;
 
  private:
-  mesh::Vector centre_;
-  mesh::Vector right_;
-  mesh::Vector up_;
+  host::Vector centre_;
+  host::Vector right_;
+  host::Vector up_;
   double width_;
   double height_;
   double pixel_;

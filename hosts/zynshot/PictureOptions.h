@@ -11,15 +11,25 @@
 
 namespace zyn::shot {
 
-enum class PictureFormat { kBmp, kJpeg, kGif, kPng };
+/// Of models that have no colours and get none.
+inline constexpr Colour kModelColour{0.76, 0.79, 0.84};
 
 /// How the model's surface looks.
 struct Appearance {
-  Colour colour{0.76, 0.79, 0.84};
+  std::optional<Colour> colour;      ///< none: those of the file
   double alpha = 1.0;                ///< 0 invisible, 1 opaque
   std::optional<Material> material;  ///< none: the component's own for plain colours
 
   bool operator==(const Appearance&) const = default;
+};
+
+/// How faces and edges are drawn.
+struct Strokes {
+  int style = 0;  ///< the component's StyleRendu
+  Colour colour;  ///< of edges and points
+  double width = 1;
+
+  bool operator==(const Strokes&) const = default;
 };
 
 /// What the bitmap context reads only when its surface is made.
@@ -43,12 +53,14 @@ struct Annotations {
 /// Everything that one picture is made from.
 struct PictureOptions {
   std::filesystem::path file;
-  PictureFormat format = PictureFormat::kPng;
   Surface surface;
   View view = parseView("iso");
   std::optional<Colour> gradient;  ///< top colour
   Appearance appearance;
+  Strokes strokes;
   bool outline = false;
+  std::optional<double> perspective;  ///< angle from bottom to top, degrees
+  std::string camera;                 ///< as a line of text, in place of view and surplus; UTF-8
   AmbientLight ambient{.intensity = 0.4};
   DirectionalLight light1{.azimuth = -30, .elevation = 30, .strength = 1.0};
   DirectionalLight light2{.on = false, .strength = 0.4};

@@ -6,14 +6,13 @@ namespace zyn::shot {
 
 ProgressLine::~ProgressLine() { clear(); }
 
-void ProgressLine::show(const std::string& what, std::size_t done, std::size_t total) {
-  if (style_ == Style::kOff || total == 0) {
+void ProgressLine::show(const std::string& what, double part) {
+  if (style_ == Style::kOff) {
     return;
   }
   const int step = style_ == Style::kTerminal ? 1 : 10;
-  const int percent =
-      static_cast<int>(100.0 * static_cast<double>(done) / static_cast<double>(total)) / step *
-      step;
+  constexpr double kRounding = 1e-6;  // 29 / 100 * 100 is less than 29
+  const int percent = static_cast<int>(100.0 * part + kRounding) / step * step;
   if (what == what_ && percent == percent_) {
     return;
   }

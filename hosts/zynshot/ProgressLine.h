@@ -18,8 +18,8 @@ class ProgressLine {
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// `done` of `total` steps of `what` (a word or two) are behind us.
-  void show(const std::string& what, std::size_t done, std::size_t total);
+  /// This part of `what` (a word or two), 0 to 1, is behind us.
+  void show(const std::string& what, double part);
 
   /// Takes the line off the terminal.
   void clear();

@@ -1,57 +1,121 @@
 #include "zynshot/Scene_com.h"
 
 #include <algorithm>
+#include <numeric>
+#include <span>
+#include <vector>
 
-#include "common/MeshObjects_com.h"
+#include "common/ClassObject_com.h"
+#include "common/NumberArray_com.h"
 
 namespace zyn::shot {
 
 using host::check;
+using host::checkTold;
+using Microsoft::WRL::ComPtr;
 
-Scene::Scene(const mesh::Mesh& mesh, const mesh::Progress& progress) : bounds_(mesh.bounds()) {
-  const host::ClassObject factory(L"ZYNVue.ZYNGLTriangle");
-  mesh::ProgressMeter meter(progress, mesh.triangles.size());
-  facets_.reserve(mesh.triangles.size());
-  for (const mesh::Triangle& facet : mesh.triangles) {
-    const auto& [a, b, c] = facet.vertices;
-    facets_.push_back({host::makeTriangle(factory, facet), (a + b + c) * (1.0 / 3.0)});
-    meter.reached(facets_.size());
+namespace {
+
+constexpr int kShaded = 0;
+constexpr int kOutline = 1;
+
+ComPtr<IZYNGLMaillage> meshIn(const ComPtr<IDispatch>& object, const wchar_t* member) {
+  ComPtr<IZYNGLMaillage> mesh;
+  check(object.As(&mesh), member);
+  return mesh;
+}
+
+/// How far the middle of each face lies along a direction.
+std::vector<double> depthsOf(IZYNGLMaillage& mesh, const host::Vector& direction) {
+  _variant_t value;
+  checkTold(mesh.getSommets(&value), L"getSommets");
+  const std::vector<double> points = host::numbersOf(value);
+  checkTold(mesh.getPolygones(&value), L"getPolygones");
+  const std::vector<std::int32_t> numbers = host::integersOf(value);
+  std::vector<double> depths;
+  for (std::size_t i = 0; i < numbers.size();) {
+    const auto count = static_cast<std::size_t>(numbers[i++]);
+    double sum = 0;
+    for (const std::int32_t corner : std::span(numbers).subspan(i, count)) {
+      const double* const point = points.data() + 3 * static_cast<std::size_t>(corner);
+      sum += dot({point[0], point[1], point[2]}, direction);
+    }
+    depths.push_back(sum / static_cast<double>(count));
+    i += count;
+  }
+  return depths;
+}
+
+void paint(IZYNGLMaillage& mesh, const Appearance& appearance) {
+  const auto& [r, g, b] = appearance.colour.value_or(kModelColour);
+  if (const auto& m = appearance.material) {
+    checkTold(mesh.setMaterial(r, g, b, 1, m->ambient, m->diffuse, m->specular, m->shininess,
+                               m->emissive),
+              L"setMaterial");
+  } else {
+    checkTold(mesh.setColor(r, g, b, 1), L"setColor");
   }
 }
 
-void Scene::paint(const Appearance& appearance) {
-  if (painted_ == appearance) {
-    return;
+void draw(IZYNGLMaillage& mesh, const Strokes& strokes) {
+  const auto& [r, g, b] = strokes.colour;
+  checkTold(mesh.put_StyleRendu(strokes.style), L"StyleRendu");
+  checkTold(mesh.setCouleurAretes(r, g, b, 1), L"setCouleurAretes");
+  checkTold(mesh.put_EpaisseurAretes(strokes.width), L"EpaisseurAretes");
+}
+
+}  // namespace
+
+Scene::Scene(const ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle)
+    : mesh_(mesh), group_(host::ClassObject(L"ZYNVue.ZYNGroupe").create<IZYNGroupe>()) {
+  if (smoothAngle) {
+    checkTold(mesh->setNormales(host::numberArray({})), L"setNormales");
   }
-  const auto& [r, g, b] = appearance.colour;
-  for (const Facet& facet : facets_) {
-    if (const auto& m = appearance.material) {
-      check(facet.object->setMaterial(r, g, b, appearance.alpha, m->ambient, m->diffuse,
-                                      m->specular, m->shininess, m->emissive),
-            L"setMaterial");
-    } else {
-      check(facet.object->setColor(r, g, b, appearance.alpha), L"setColor");
-    }
+  checkTold(mesh->put_AngleLissage(smoothAngle.value_or(0)), L"AngleLissage");
+  _variant_t value;
+  checkTold(mesh->get_Boite(&value), L"Boite");
+  const std::vector<double> box = host::numbersOf(value);
+  if (box.size() == 6) {
+    bounds_ = {{box[0], box[2], box[4]}, {box[1], box[3], box[5]}};
   }
-  painted_ = appearance;
 }
 
 void Scene::show(IZYN3DGLBitmapContext& context, const PictureOptions& picture) {
-  constexpr int kShaded = 0;
-  constexpr int kOutline = 1;
-  if (picture.appearance.alpha < 1.0) {
-    sortAlong(picture.view.direction);
-  }
+  const ComPtr<IZYNGLMaillage> mesh = meshOf(picture);
+  paint(*mesh.Get(), picture.appearance);
+  draw(*mesh.Get(), picture.strokes);
+  checkTold(group_->RemoveAll(), L"RemoveAll");
+  checkTold(group_->Add(mesh.Get(), kShaded), L"Add");
+  checkTold(group_->put_Opacite(picture.appearance.alpha), L"Opacite");
   check(context.RemoveAll(), L"RemoveAll");
-  for (const Facet& facet : facets_) {
-    check(context.Add(facet.object.Get(), picture.outline ? kOutline : kShaded), L"Add");
-  }
+  check(context.Add(group_.Get(), picture.outline ? kOutline : kShaded), L"Add");
 }
 
-void Scene::sortAlong(const mesh::Vector& direction) {
-  std::sort(facets_.begin(), facets_.end(), [&direction](const Facet& a, const Facet& b) {
-    return dot(a.centre, direction) > dot(b.centre, direction);
+/// Where a colour is asked for, those of the file do not count.
+ComPtr<IZYNGLMaillage> Scene::meshOf(const PictureOptions& picture) {
+  if (picture.appearance.colour && !plain_) {
+    ComPtr<IDispatch> copy;
+    checkTold(mesh_->Copie(&copy), L"Copie");
+    plain_ = meshIn(copy, L"Copie");
+    checkTold(plain_->setCouleursSommets(host::numberArray({})), L"setCouleursSommets");
+    checkTold(plain_->setCouleursFaces(host::numberArray({})), L"setCouleursFaces");
+  }
+  const ComPtr<IZYNGLMaillage>& mesh = picture.appearance.colour ? plain_ : mesh_;
+  return picture.appearance.alpha < 1 ? sortedAlong(*mesh.Get(), picture.view.direction) : mesh;
+}
+
+/// The farthest faces first, since what lies behind must be drawn before what it shines through.
+ComPtr<IZYNGLMaillage> Scene::sortedAlong(IZYNGLMaillage& mesh,
+                                          const host::Vector& direction) const {
+  const std::vector<double> depths = depthsOf(mesh, direction);
+  std::vector<std::int32_t> faces(depths.size());
+  std::iota(faces.begin(), faces.end(), 0);
+  std::ranges::stable_sort(faces, std::ranges::greater(), [&depths](std::int32_t face) {
+    return depths[static_cast<std::size_t>(face)];
   });
+  ComPtr<IDispatch> sorted;
+  checkTold(mesh.Extraire(host::integerArray(faces), &sorted), L"Extraire");
+  return meshIn(sorted, L"Extraire");
 }
 
 }  // namespace zyn::shot

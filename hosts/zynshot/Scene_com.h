@@ -3,41 +3,33 @@
 #include <wrl/client.h>
 
 #include <optional>
-#include <vector>
 
 #include "ZYNVUE.h"
-#include "mesh/Mesh.h"
-#include "mesh/Progress.h"
+#include "common/Vector.h"
 #include "zynshot/PictureOptions.h"
 
 namespace zyn::shot {
 
-/// A mesh as the component's objects: a triangle for each facet.
+/// A mesh as pictures show it.
 class Scene {
  public:
-  explicit Scene(const mesh::Mesh& mesh, const mesh::Progress& progress);
+  /// `smoothAngle`: degrees up to which edges are rounded off; none: as the file has it, else flat.
+  Scene(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle);
 
-  const mesh::Bounds& bounds() const { return bounds_; }
+  const host::Bounds& bounds() const { return bounds_; }
 
-  /// Colours all triangles.
-  void paint(const Appearance& appearance);
-
-  /// Makes the triangles the draw list of `context`. Translucent ones are ordered along
-  /// `direction`, the farthest first, since what lies behind must be drawn before what it shines
-  /// through.
+  /// Makes the mesh the draw list of `context`.
   void show(IZYN3DGLBitmapContext& context, const PictureOptions& picture);
 
  private:
-  struct Facet {
-    Microsoft::WRL::ComPtr<IZYNGLTriangle> object;
-    mesh::Vector centre;
-  };
+  Microsoft::WRL::ComPtr<IZYNGLMaillage> meshOf(const PictureOptions& picture);
+  Microsoft::WRL::ComPtr<IZYNGLMaillage> sortedAlong(IZYNGLMaillage& mesh,
+                                                     const host::Vector& direction) const;
 
-  void sortAlong(const mesh::Vector& direction);
-
-  std::vector<Facet> facets_;
-  mesh::Bounds bounds_;
-  std::optional<Appearance> painted_;
+  Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh_;   ///< in the colours of the file
+  Microsoft::WRL::ComPtr<IZYNGLMaillage> plain_;  ///< without them; made when it is needed
+  Microsoft::WRL::ComPtr<IZYNGroupe> group_;      ///< what is drawn
+  host::Bounds bounds_;
 };
 
 }  // namespace zyn::shot

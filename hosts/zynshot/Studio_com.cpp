@@ -2,9 +2,12 @@
 
 #include <comutil.h>
 
+#include <algorithm>
+
+#include "ZYNMODELEGEOM.h"
 #include "common/ClassObject_com.h"
-#include "common/MeshObjects_com.h"
 #include "common/NumberArray_com.h"
+#include "common/Utf8_win.h"
 #include "zynshot/AnnotationObjects_com.h"
 #include "zynshot/Dimensions.h"
 
@@ -12,23 +15,46 @@ namespace zyn::shot {
 
 using host::check;
 using host::checkPicture;
+using host::checkTold;
 using host::ClassObject;
 using host::numberArray;
 
+namespace {
+
+Microsoft::WRL::ComPtr<IDispatch> makeBox(const host::Bounds& bounds) {
+  const auto box = ClassObject(L"ZYNModeleGeom.Box3D").create<IZYNBox3D>();
+  const auto& [least, most] = bounds;
+  check(box->put_XMin(least.x), L"XMin");
+  check(box->put_XMax(most.x), L"XMax");
+  check(box->put_YMin(least.y), L"YMin");
+  check(box->put_YMax(most.y), L"YMax");
+  check(box->put_ZMin(least.z), L"ZMin");
+  check(box->put_ZMax(most.z), L"ZMax");
+  return box;
+}
+
+host::Vector vectorOf(IZYNCamera& camera, HRESULT (STDMETHODCALLTYPE IZYNCamera::*get)(VARIANT*)) {
+  _variant_t value;
+  checkTold((camera.*get)(&value), L"a vector of the camera");
+  const std::vector<double> numbers = host::numbersOf(value);
+  return numbers.size() == 3 ? host::Vector{numbers[0], numbers[1], numbers[2]} : host::Vector();
+}
+
+}  // namespace
+
 Studio::Studio(Scene& scene)
     : scene_(scene),
-      context_(ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext>()),
-      box_(host::makeBox(scene.bounds())) {
+      context_(ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext2>()),
+      box_(makeBox(scene.bounds())) {
   check(context_->get_DPIResolution(&screenDpi_), L"DPIResolution");
 }
 
 void Studio::take(const PictureOptions& picture) {
   prepare(picture.surface);
   light(picture);
-  aim(picture);
-  scene_.paint(picture.appearance);
+  const Frame frame = aim(picture);
   scene_.show(*context_.Get(), picture);
-  annotate(picture);
+  annotate(picture, frame);
   write(picture);
 }
 
@@ -62,15 +88,56 @@ void Studio::light(const PictureOptions& picture) {
   }
 }
 
-void Studio::aim(const PictureOptions& picture) {
-  _variant_t frame = numberArray(frameOf(picture.view));
-  check(context_->ViewParams(box_.Get(), surplusOf(picture), &frame), L"ViewParams");
+Frame Studio::aim(const PictureOptions& picture) {
+  _variant_t view = numberArray(viewNumbers(picture.view));
+  check(context_->ViewParams(box_.Get(), surplusOf(picture), &view), L"ViewParams");
   check(context_->put_DPIResolution(picture.dpi.value_or(screenDpi_)), L"DPIResolution");
+  if (!picture.camera.empty()) {
+    return aimByText(picture);
+  }
+  const Surface& surface = picture.surface;
+  const Frame frame(scene_.bounds(), picture.view, surface.width, surface.height,
+                    surplusOf(picture));
+  if (!picture.perspective) {
+    return frame;
+  }
+  const Frame deep = frame.inPerspective(scene_.bounds(), *picture.perspective);
+  look(deep, picture);
+  return deep;
 }
 
-void Studio::annotate(const PictureOptions& picture) {
-  const Frame frame(scene_.bounds(), picture.view, picture.surface.width, picture.surface.height,
-                    surplusOf(picture));
+void Studio::look(const Frame& frame, const PictureOptions& picture) {
+  const auto camera = ClassObject(L"ZYNVue.ZYNCamera").create<IZYNCamera>();
+  const host::Vector& target = frame.centre();
+  const host::Vector eye = target - picture.view.direction;
+  const host::Vector& up = picture.view.up;
+  checkTold(camera->setCible(target.x, target.y, target.z), L"setCible");
+  checkTold(camera->setOeil(eye.x, eye.y, eye.z), L"setOeil");
+  checkTold(camera->setHaut(up.x, up.y, up.z), L"setHaut");
+  checkTold(camera->put_Largeur(frame.pixel() * picture.surface.width), L"Largeur");
+  checkTold(camera->put_Hauteur(frame.pixel() * picture.surface.height), L"Hauteur");
+  checkTold(camera->put_Perspective(VARIANT_TRUE), L"Perspective");
+  checkTold(camera->put_AngleOuverture(*picture.perspective), L"AngleOuverture");
+  checkTold(context_->putref_Camera(camera.Get()), L"Camera");
+}
+
+Frame Studio::aimByText(const PictureOptions& picture) {
+  const auto camera = ClassObject(L"ZYNVue.ZYNCamera").create<IZYNCamera>();
+  checkTold(camera->put_Texte(_bstr_t(host::toWide(picture.camera).c_str())), L"Texte");
+  checkTold(context_->putref_Camera(camera.Get()), L"Camera");
+  const host::Vector target = vectorOf(*camera.Get(), &IZYNCamera::getCible);
+  const host::Vector sight = target - vectorOf(*camera.Get(), &IZYNCamera::getOeil);
+  const View view = viewAlong(sight, vectorOf(*camera.Get(), &IZYNCamera::getHaut));
+  double width = 0;
+  double height = 0;
+  checkTold(camera->get_Largeur(&width), L"Largeur");
+  checkTold(camera->get_Hauteur(&height), L"Hauteur");
+  const Surface& surface = picture.surface;
+  return {target, view, surface.width, surface.height,
+          std::max(width / surface.width, height / surface.height)};
+}
+
+void Studio::annotate(const PictureOptions& picture, const Frame& frame) {
   for (const auto& object :
        makeAnnotations(picture, scene_.bounds(), frame, pixelScaleOf(picture))) {
     check(context_->Add(object.Get(), 0), L"Add");
@@ -90,21 +157,8 @@ double Studio::surplusOf(const PictureOptions& picture) const {
 }
 
 void Studio::write(const PictureOptions& picture) {
-  const _bstr_t file(picture.file.c_str());
-  switch (picture.format) {
-    case PictureFormat::kBmp:
-      checkPicture(context_->CreateBitmap(file), L"CreateBitmap");
-      break;
-    case PictureFormat::kJpeg:
-      checkPicture(context_->CreateJPG(nullptr, file, picture.quality), L"CreateJPG");
-      break;
-    case PictureFormat::kGif:
-      checkPicture(context_->CreateGIF(nullptr, file), L"CreateGIF");
-      break;
-    case PictureFormat::kPng:
-      checkPicture(context_->CreatePNG(nullptr, file), L"CreatePNG");
-      break;
-  }
+  checkTold(context_->put_QualiteJPEG(picture.quality), L"QualiteJPEG");
+  checkTold(context_->Exporter(_bstr_t(picture.file.c_str())), L"Exporter");
 }
 
 }  // namespace zyn::shot

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "ZYNVUE.h"
+#include "zynshot/Frame.h"
 #include "zynshot/Scene_com.h"
 
 namespace zyn::shot {
@@ -20,8 +21,11 @@ class Studio {
  private:
   void prepare(const Surface& surface);
   void light(const PictureOptions& picture);
-  void aim(const PictureOptions& picture);
-  void annotate(const PictureOptions& picture);
+  Frame aim(const PictureOptions& picture);
+  /// Looks with the camera of a text.
+  Frame aimByText(const PictureOptions& picture);
+  void look(const Frame& frame, const PictureOptions& picture);
+  void annotate(const PictureOptions& picture, const Frame& frame);
   void write(const PictureOptions& picture);
 
   /// Pixels of the picture for a pixel of a screen.
@@ -30,7 +34,7 @@ class Studio {
   double surplusOf(const PictureOptions& picture) const;
 
   Scene& scene_;
-  Microsoft::WRL::ComPtr<IZYN3DGLBitmapContext> context_;
+  Microsoft::WRL::ComPtr<IZYN3DGLBitmapContext2> context_;
   Microsoft::WRL::ComPtr<IDispatch> box_;
   std::optional<Surface> prepared_;
   double screenDpi_ = 0.0;

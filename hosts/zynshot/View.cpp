@@ -8,7 +8,7 @@ namespace zyn::shot {
 
 namespace {
 
-using mesh::Vector;
+using host::Vector;
 
 struct NamedView {
   std::string_view name;
@@ -33,16 +33,20 @@ constexpr std::array<NamedView, 9> kViews = {{
 View parseView(std::string_view name) {
   for (const NamedView& view : kViews) {
     if (view.name == name) {
-      const Vector direction = normalised(view.eye * -1.0, {});
-      const Vector left = normalised(cross(view.up, direction), {});
-      return {direction, cross(direction, left)};
+      return viewAlong(view.eye * -1.0, view.up);
     }
   }
   throw UsageError('"' + std::string(name) +
                    "\" is not a view: xy+ xy- xz+ xz- yz+ yz- turning iso iso-y");
 }
 
-std::array<double, 16> frameOf(const View& view) {
+View viewAlong(const Vector& direction, const Vector& up) {
+  const Vector sight = normalised(direction, {});
+  const Vector left = normalised(cross(up, sight), {});
+  return {sight, cross(sight, left)};
+}
+
+std::array<double, 16> viewNumbers(const View& view) {
   const auto& [d, up] = view;
   const Vector left = cross(up, d);
   return {left.x, left.y, left.z, up.x, up.y, up.z, d.x, d.y, d.z};

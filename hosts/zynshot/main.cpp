@@ -11,10 +11,9 @@
 #include <vector>
 
 #include "common/ComFailure_com.h"
+#include "common/MeshFile_com.h"
 #include "common/OutputFile.h"
 #include "common/Utf8_win.h"
-#include "mesh/MeshReader.h"
-#include "mesh/SmoothNormals.h"
 #include "zynshot/CommandLine.h"
 #include "zynshot/Console_win.h"
 #include "zynshot/ProgressLine.h"
@@ -53,21 +52,14 @@ void render(const Request& request) {
     host::probeOutputFile(picture.file);
   }
   ProgressLine line(progressStyle(request), writeError);
-  const auto showing = [&line](const char* what) {
-    return [&line, what](std::size_t done, std::size_t total) { line.show(what, done, total); };
-  };
-
-  mesh::Mesh mesh = mesh::readMesh(request.model, showing("reading"));
-  if (request.smoothAngle) {
-    smoothNormals(mesh, *request.smoothAngle);
-  }
   const Apartment apartment;
-  Scene scene(mesh, showing("building"));
-  mesh.triangles = {};  // the scene holds them now
+  line.show("reading", 0);
+  Scene scene(host::loadMesh(request.model), request.smoothAngle);
   Studio studio(scene);
   std::size_t done = 0;
   for (const PictureOptions& picture : request.pictures) {
-    line.show("rendering", done++, request.pictures.size());
+    line.show("rendering",
+              static_cast<double>(done++) / static_cast<double>(request.pictures.size()));
     studio.take(picture);
   }
 }

@@ -119,6 +119,31 @@ TEST_F(ScriptHostsTest, graphsShowTheTable) {
   }
 }
 
+TEST_F(ScriptHostsTest, partIsColouredByItsHeightWithoutItsBase) {
+  std::filesystem::create_directories(folder_.file(L"out"));
+  std::filesystem::copy_file(hosts() / "data" / "part.obj", folder_.file(L"part.obj"));
+  const std::string output = play(L"part.vbs", L"part.obj");
+  ASSERT_NE(output.find("done: 44 faces"), std::string::npos) << output;
+  const Image part = picture(L"part.png", L"png");
+  // Low is violet and high is yellow, in the part and in the bar.
+  const auto isYellow = [](const Rgb& c) { return c.r > c.b + 80 && c.g > c.b + 80; };
+  const auto isViolet = [](const Rgb& c) { return c.b > c.g + 20 && c.r > c.g + 20; };
+  int yellow = 0;
+  int violet = 0;
+  for (int y = 0; y < part.height(); ++y) {
+    for (int x = 200; x < 600; ++x) {
+      yellow += isYellow(part.at(x, y)) ? 1 : 0;
+      violet += isViolet(part.at(x, y)) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(yellow, 2000) << "the top of the step";
+  EXPECT_EQ(violet, 0) << "the base is hidden, and nothing else is as low";
+  std::ifstream file(folder_.file(L"out") / "part.camera");
+  std::string line;
+  std::getline(file, line);
+  EXPECT_TRUE(line.starts_with("Oeil=60 -110 90 Cible=0 0 22 ")) << line;
+}
+
 TEST_F(ScriptHostsTest, allNameTheReasonWhenTheyFail) {
   writeFile(folder_.file(L"cut short"), cone().substr(0, 200) + "\r\n1950,20,21,22\r\n");
   for (const wchar_t* script : {L"gallery.vbs", L"heights.js", L"graphs.js"}) {

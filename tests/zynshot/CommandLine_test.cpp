@@ -43,19 +43,35 @@ TEST(CommandLine, takesModelAndPictureInAnyOrder) {
   }
 }
 
-TEST(CommandLine, choosesTheFormatByExtension) {
-  const auto format = [](const std::string& file) {
-    return parse("m -o " + file).pictures.at(0).format;
-  };
-  EXPECT_EQ(format("a.png"), PictureFormat::kPng);
-  EXPECT_EQ(format("a.b/c.JPG"), PictureFormat::kJpeg);
-  EXPECT_EQ(format("a.jpeg"), PictureFormat::kJpeg);
-  EXPECT_EQ(format("a.Gif"), PictureFormat::kGif);
-  EXPECT_EQ(format("C:\\a\\b.bmp"), PictureFormat::kBmp);
-  for (const char* file : {"a.tiff", "png", "a.png/b", "a.png\\b", "a.", "a"}) {
-    EXPECT_EQ(complaint(std::string("m -o ") + file),
-              std::string("-o ") + file + ": the name must end in .png, .jpg, .jpeg, .gif or .bmp");
+TEST(CommandLine, takesNamesOfPicturesOnly) {
+  for (const char* file :
+       {"a.png", "a.b/c.JPG", "a.jpeg", "a.Gif", "C:\\a\\b.bmp", "a.tif", "a.TIFF"}) {
+    EXPECT_EQ(parse(std::string("m -o ") + file).pictures.at(0).file, file);
   }
+  for (const char* file : {"a.webp", "png", "a.png/b", "a.png\\b", "a.", "a"}) {
+    EXPECT_EQ(complaint(std::string("m -o ") + file),
+              std::string("-o ") + file +
+                  ": the name must end in .png, .jpg, .jpeg, .gif, .bmp, .tif or .tiff");
+  }
+}
+
+TEST(CommandLine, takesStylesAndEdges) {
+  EXPECT_EQ(picture("").strokes, Strokes());
+  EXPECT_EQ(picture("--style shaded-edges").strokes.style, 2);
+  EXPECT_EQ(picture("--style points").strokes.style, 4);
+  EXPECT_EQ(picture("--edges red").strokes, (Strokes{0, {1, 0, 0}, 1}));
+  EXPECT_EQ(picture("--edges red,2.5").strokes, (Strokes{0, {1, 0, 0}, 2.5}));
+  EXPECT_EQ(picture("--edges 0,0,1").strokes, (Strokes{0, {0, 0, 1}, 1}));
+  EXPECT_EQ(picture("--edges 0,0,1,3").strokes, (Strokes{0, {0, 0, 1}, 3}));
+  EXPECT_NE(complaint("m -o a.png --style bold").find("is not a style"), std::string::npos);
+  EXPECT_NE(complaint("m -o a.png --edges red,0"), "");
+}
+
+TEST(CommandLine, takesACameraOrPerspective) {
+  EXPECT_FALSE(picture("").perspective);
+  EXPECT_EQ(picture("--perspective 45").perspective, 45);
+  EXPECT_NE(complaint("m -o a.png --perspective 180"), "");
+  EXPECT_EQ(picture("--camera Oeil=0").camera, "Oeil=0");
 }
 
 TEST(CommandLine, readsEveryPictureOption) {

@@ -7,8 +7,8 @@
 namespace zyn::shot {
 namespace {
 
-using mesh::Bounds;
-using mesh::Vector;
+using host::Bounds;
+using host::Vector;
 
 constexpr Bounds kBounds{{-2, 0, 1}, {6, 2, 5}};  // 8 x 2 x 4
 

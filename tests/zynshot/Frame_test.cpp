@@ -5,8 +5,8 @@
 namespace zyn::shot {
 namespace {
 
-using mesh::Bounds;
-using mesh::Vector;
+using host::Bounds;
+using host::Vector;
 
 constexpr Bounds kBounds{{-2, 0, 1}, {6, 2, 5}};  // 8 x 2 x 4 about (2, 1, 3)
 
@@ -41,6 +41,14 @@ TEST(Frame, knowsWhereADirectionPoints) {
   EXPECT_GT(frame.onScreen({1, 0, 0}).right, 0.5);
   EXPECT_GT(frame.onScreen({0, 1, 0}).right, 0.5);
   EXPECT_GT(frame.onScreen({0, 1, 0}).up, 0.3);
+}
+
+TEST(Frame, makesRoomForWhatPerspectiveBringsNearer) {
+  const Frame flat(kBounds, parseView("xy+"), 400, 300, 0);
+  const Frame deep = flat.inPerspective(kBounds, 90);
+  // The eye is half a height away; what is 2 nearer (half of the depth) just fits.
+  const double distance = deep.pixel() * 300 / 2;
+  EXPECT_NEAR(deep.pixel() * 400 * (distance - 2) / distance, 8, 1e-12);
 }
 
 }  // namespace

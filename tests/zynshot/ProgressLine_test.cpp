@@ -9,22 +9,23 @@ std::string shown(ProgressLine::Style style) {
   std::string text;
   {
     ProgressLine line(style, [&text](const std::string& part) { text += part; });
-    line.show("building", 1, 100);
-    line.show("building", 1, 100);
-    line.show("building", 15, 100);
-    line.show("go", 100, 100);
-    line.show("nothing", 0, 0);
+    line.show("building", 0.01);
+    line.show("building", 0.0101);
+    line.show("building", 0.15);
+    line.show("building", 0.29);
+    line.show("go", 1);
   }
   return text;
 }
 
 TEST(ProgressLine, overwritesItselfOnATerminalAndLeavesNothing) {
   EXPECT_EQ(shown(ProgressLine::Style::kTerminal),
-            "\rbuilding 1%\rbuilding 15%\rgo 100%     \r       \r");
+            "\rbuilding 1%\rbuilding 15%\rbuilding 29%\rgo 100%     \r       \r");
 }
 
 TEST(ProgressLine, writesALineForEveryTenPerCentElsewhere) {
-  EXPECT_EQ(shown(ProgressLine::Style::kLines), "building 0%\nbuilding 10%\ngo 100%\n");
+  EXPECT_EQ(shown(ProgressLine::Style::kLines),
+            "building 0%\nbuilding 10%\nbuilding 20%\ngo 100%\n");
 }
 
 TEST(ProgressLine, isSilentWhenOff) { EXPECT_EQ(shown(ProgressLine::Style::kOff), ""); }

@@ -7,7 +7,7 @@
 namespace zyn::shot {
 namespace {
 
-using mesh::Vector;
+using host::Vector;
 
 struct Expected {
   const char* name;
@@ -24,7 +24,7 @@ TEST(View, looksAlongTheAxes) {
       {"turning", {0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
   };
   for (const Expected& expected : views) {
-    const std::array<double, 16> frame = frameOf(parseView(expected.name));
+    const std::array<double, 16> frame = viewNumbers(parseView(expected.name));
     const auto axis = [&frame](std::size_t i) {
       return Vector{frame[i], frame[i + 1], frame[i + 2]};
     };
