@@ -89,7 +89,7 @@ as_before() {
 # creates_all: every class, by ProgID, from a script host.
 creates_all() {
   run cscript.exe //nologo "$(windows_path "$root/tests/package/create_all.vbs")" || true
-  grep -q '^created 19' "$work/output" || { cat "$work/output" >&2; return 1; }
+  grep -q '^created 20' "$work/output" || { cat "$work/output" >&2; return 1; }
 }
 
 creates_none() { ! creates_all 2>>"$work/wine.log"; }

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "com/askFor_com.h"
+#include "core/Progress.h"
 #include "platform/Failure_win.h"
 
 namespace zyn {
@@ -68,6 +69,8 @@ CallFailure rethrown() {
     return {codeOf(error.Error()), L"", adopt(error.ErrorInfo())};
   } catch (const Failure& failure) {
     return {codeOf(failure.code()), failure.text()};
+  } catch (const Aborted&) {
+    return {E_ABORT, L"Stopped, as who heard of the progress has asked"};
   } catch (const std::bad_alloc&) {
     return {E_OUTOFMEMORY};
   } catch (const std::system_error& error) {

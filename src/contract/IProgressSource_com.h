@@ -4,6 +4,7 @@
 // After windows.h:
 #include <unknwn.h>
 
+#include "contract/ISceneObject_com.h"
 #include "contract/ProgressListener.h"
 
 namespace zyn {
@@ -13,8 +14,10 @@ namespace zyn {
 struct IProgressSource : public IUnknown {
   virtual ProgressListeners& STDMETHODCALLTYPE progressListeners() noexcept = 0;
 };
+/// Builds that lay these out in another way do not know each other.
+constexpr unsigned short kProgressLayout = layoutOf<ProgressListeners, ProgressListener>();
 
 }  // namespace zyn
 
-__CRT_UUID_DECL(zyn::IProgressSource, 0x8a2c6f04, 0x1d5e, 0x4b39, 0xa7, 0x60, 0x3c, 0x92, 0xe1,
-                0x58, 0xbf, 0x0d)
+__CRT_UUID_DECL(zyn::IProgressSource, 0x8a2c6f04, 0x1d5e ^ zyn::kProgressLayout, 0x4b39, 0xa7, 0x60,
+                0x3c, 0x92, 0xe1, 0x58, 0xbf, 0x0e)

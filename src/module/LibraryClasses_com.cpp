@@ -2,6 +2,7 @@
 
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
+#include "events/CZYNEvenements_com.h"
 #include "glcontext/PixelFormats_win.h"
 #include "module/CZYNVue2DChild_com.h"
 #include "module/resource.h"
@@ -36,6 +37,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
     {&CLSID_ZYNGLMaillage, createInstance<CZYNGLMaillage>, IDR_ZYNGLMAILLAGE},
     {&CLSID_ZYNCamera, createInstance<CZYNCamera>, IDR_ZYNCAMERA},
+    {&CLSID_ZYNEvenements, createInstance<CZYNEvenements>, IDR_ZYNEVENEMENTS},
 };
 
 }  // namespace

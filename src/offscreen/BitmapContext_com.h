@@ -15,6 +15,7 @@
 #include "com/NumericArrayVariant_com.h"
 #include "com/errors_com.h"
 #include "com/properties_com.h"
+#include "contract/IProgressSource_com.h"
 #include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
 #include "image/ImageExport_win.h"
@@ -41,11 +42,27 @@ Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap);
 /// Throws why there is nothing to draw on, if so; `surface` may be null.
 void requireSurface(const OffscreenSurface* surface);
 
+/// How a picture is to be drawn.
+struct PictureWish {
+  std::optional<Float4> flat{};  ///< the background, in place of the context's own
+  Progress progress{};           ///< is told before each part of the picture
+
+  /// To be called before a tile; throws Aborted where the work is to stop.
+  void tell(const Tile& tile) const {
+    const double pixels = 1.0 * tile.imageWidth * tile.imageHeight;
+    const double rows = 1.0 * tile.kept.y * tile.imageWidth;
+    if (progress && !progress((rows + 1.0 * tile.kept.x * tile.kept.height) / pixels)) {
+      throw Aborted();
+    }
+  }
+};
+
 /// What the two classes that draw without a window have in common: the surface, the objects to
 /// draw, the fonts, and the members that both interfaces have. `Interface` is the newest of the
 /// class, `First` its default one. A class declares `kFontOwner` and `kIsFlat`.
 template <class Derived, class Interface, class First>
-class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Interface, First>>> {
+class BitmapContext
+    : public OutputMembers<Derived, ComClass<Derived, Dual<Interface, First>, IProgressSource>> {
  public:
   STDMETHODIMP CreateBitmap(BSTR Filename) noexcept final {
     return exportWith(
@@ -111,7 +128,7 @@ class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Inter
     return automation(derived(), [&] {
       withSurface([&](OffscreenSurface* surface, bool isNested) {
         if (!isNested && surface && surface->hasContext()) {
-          drawPicture(*surface, std::nullopt);
+          drawPicture(*surface, {});
         }
         tellFailure([&] {
           requirePicture(surface, isNested);
@@ -155,8 +172,9 @@ class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Inter
   virtual void setInitialState() = 0;
   /// Adds to the fonts of the rendering context, which is current.
   virtual void addLists(CGLFontContext&) {}
-  /// On a flat background in place of its own, if one is given.
-  virtual void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) = 0;
+  virtual void drawOn(OffscreenSurface& surface, const PictureWish& wish) = 0;
+
+  ProgressListeners& STDMETHODCALLTYPE progressListeners() noexcept final { return listeners_; }
 
   Derived& derived() { return static_cast<Derived&>(*this); }
 
@@ -174,11 +192,11 @@ class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Inter
     work(surface.get(), rendering.isNested());
   }
 
-  void drawPicture(OffscreenSurface& surface, const std::optional<Float4>& flat) {
+  void drawPicture(OffscreenSurface& surface, const PictureWish& wish) {
     if (drawList_.holdsNests() && drawList_.mayHoldText()) {
       needFonts();  // groups may have got texts since they were added
     }
-    drawOn(surface, flat);
+    drawOn(surface, wish);
   }
 
   static void requirePicture(const OffscreenSurface* surface, bool isNested) {
@@ -192,7 +210,7 @@ class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Inter
     withSurface([&](OffscreenSurface* surface, bool isNested) {
       requirePicture(surface, isNested);
       use([&](const std::optional<Float4>& flat) {
-        drawPicture(*surface, flat);
+        drawPicture(*surface, {flat, listeners_.about(L"Exporter")});
         surface->requireContext();
         return surface->picture()->view();
       });
@@ -251,6 +269,7 @@ class BitmapContext : public OutputMembers<Derived, ComClass<Derived, Dual<Inter
     isLost_ = false;
   }
 
+  ProgressListeners listeners_;
   CListTrace drawList_{nullptr, Derived::kIsFlat};
   Colour4 background_ = {1.0F, 1.0F, 1.0F, 0.0F};
   double screenResolution_;  ///< dots per inch

@@ -82,7 +82,7 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
   return std::nullopt;
 }
 
-void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) {
+void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface, const PictureWish& wish) {
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   TracePicture picture;
@@ -94,7 +94,8 @@ void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optiona
   picture.pixelScale = pixelScale();
   list.texts.viewHeight = picture.shown.view.height();
   surface.render([&](const Tile& tile) {
-    const AutoGLClearColor background(flat);
+    wish.tell(tile);
+    const AutoGLClearColor background(wish.flat);
     picture.part = list.texts.part = tile.part();
     drawTraces(picture, [&] { drawList().draw2D(list); });
   });

@@ -34,7 +34,7 @@ class CZYN2DGLBitmapContext final
  private:
   void setInitialState() override;
   void addLists(CGLFontContext& fonts) override;
-  void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) override;
+  void drawOn(OffscreenSurface& surface, const PictureWish& wish) override;
 
   /// What the picture is to show: the rectangle, or all traces; none where there is nothing to see.
   std::optional<CParamsVue2D::Target> range();

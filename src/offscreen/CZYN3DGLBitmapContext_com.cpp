@@ -161,7 +161,7 @@ CParamsVue3D CZYN3DGLBitmapContext::cameraFor(ClientSize size) {
   return camera;
 }
 
-void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) {
+void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const PictureWish& wish) {
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   const ClientSize size{static_cast<std::int32_t>(surface.width()),
@@ -170,14 +170,15 @@ void CZYN3DGLBitmapContext::drawOn(OffscreenSurface& surface, const std::optiona
   ScenePass pass;
   pass.camera = &*camera_;
   pass.lights = lights_;
-  if (gradientOn_ && !flat) {
+  if (gradientOn_ && !wish.flat) {
     pass.gradient = gradient_;
   }
   pass.pixelScale = pixelScale();
   list.texts = shownBy(list.texts);
   hand(itemTexts_, list.texts);
   surface.render([&](const Tile& tile) {
-    const AutoGLClearColor background(flat);
+    wish.tell(tile);
+    const AutoGLClearColor background(wish.flat);
     pass.part = list.texts.part = tile.part();
     drawScene(pass, [&] { drawList().draw3D(list); });
   });

@@ -58,7 +58,7 @@ class CZYN3DGLBitmapContext final
 
  private:
   void setInitialState() override;
-  void drawOn(OffscreenSurface& surface, const std::optional<Float4>& flat) override;
+  void drawOn(OffscreenSurface& surface, const PictureWish& wish) override;
   /// With the measures of the last picture's camera.
   TextView shownBy(TextView view) const;
   std::optional<Box3> boxToShow();

@@ -17,7 +17,7 @@
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
 #include "view/ContainerPicture_win.h"
-#include "view/ViewListener.h"
+#include "view/IViewListening_com.h"
 #include "view/WindowMouse_win.h"
 
 namespace zyn {
@@ -30,10 +30,12 @@ using DrawOffscreen = std::function<void(const std::optional<Float4>& flat)>;
 /// the rendering context, and the members that both interfaces have. `Interface` is the newest of
 /// the view, `First` its default one, `Mouse` the view's mouse logic, `Host` what that needs.
 template <class Derived, class Interface, class First, class Mouse, class Host>
-class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>>>,
-                    protected Host,
-                    private SceneWatcher {
-  using Base = OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>>>;
+class ViewControl
+    : public OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>, IViewListening>>,
+      protected Host,
+      private SceneWatcher {
+  using Base =
+      OutputMembers<Derived, ControlClass<Derived, Dual<Interface, First>, IViewListening>>;
 
  public:
   STDMETHODIMP RemoveAll() noexcept final {
@@ -203,6 +205,8 @@ class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Int
     }
   }
 
+  ViewListeners& listeners() { return listeners_; }
+
   /// What the view shows has changed by a member that leaves repainting to the host.
   void lookChanged() noexcept {
     if (redrawsItself_) {
@@ -297,6 +301,8 @@ class ViewControl : public OutputMembers<Derived, ControlClass<Derived, Dual<Int
   virtual void smoothingChanged() = 0;
 
   Derived& derived() { return static_cast<Derived&>(*this); }
+
+  ViewListeners& STDMETHODCALLTYPE viewListeners() noexcept final { return listeners_; }
 
   ViewListeners listeners_;
   bool redrawsItself_ = false;

@@ -14,6 +14,9 @@ class ViewListener {
   /// The camera has come to rest, where it was to arrive or where it was stopped.
   virtual void animationFinished() noexcept {}
 
+  /// The view is gone, and so is the place among its listeners.
+  virtual void viewEnded() noexcept {}
+
  protected:
   ~ViewListener() = default;
 };
@@ -21,6 +24,13 @@ class ViewListener {
 /// Those who listen to one view. Owns none of them: each leaves before its end.
 class ViewListeners {
  public:
+  ViewListeners() = default;
+  ~ViewListeners() {
+    tell([](ViewListener& listener) { listener.viewEnded(); });
+  }
+  ViewListeners(const ViewListeners&) = delete;
+  ViewListeners& operator=(const ViewListeners&) = delete;
+
   void add(ViewListener& listener) { listeners_.append(&listener); }
   void remove(ViewListener& listener) noexcept { listeners_.remove(&listener, true); }
 

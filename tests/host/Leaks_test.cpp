@@ -210,7 +210,14 @@ void useCamera() {
   camera->get_Texte(text.GetAddress());
 }
 
+void useEvents() {
+  const auto events = createObject<IZYNEvenements>(L"ZYNVue.ZYNEvenements");
+  const auto context = createObject<IDispatch>(kContext2DProgId);
+  require(events->putref_Vue(context.Get()), "Vue");
+}
+
 const SimpleClass kSimpleClasses[] = {
+    {"Evenements", useEvents},
     {"Cote", useCote},
     {"Camera", useCamera},
     {"Vue2DChild", [] { createObject<IDispatch>(L"ZYNVue.ZYNVue2DChild"); }},

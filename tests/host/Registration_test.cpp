@@ -28,6 +28,7 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYNGroupe, L"ZYNGroupe", 0},
     {&CLSID_ZYNGLMaillage, L"ZYNGLMaillage", 0},
     {&CLSID_ZYNCamera, L"ZYNCamera", 0},
+    {&CLSID_ZYNEvenements, L"ZYNEvenements", 0},
 };
 
 const std::pair<IID, std::wstring> kInterfaces[] = {
@@ -46,6 +47,8 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYNGroupe), L"IZYNGroupe"},
     {__uuidof(IZYNGLMaillage), L"IZYNGLMaillage"},
     {__uuidof(IZYNCamera), L"IZYNCamera"},
+    {__uuidof(IZYNEvenements), L"IZYNEvenements"},
+    {__uuidof(_IZYNEvenements), L"_IZYNEvenements"},
 };
 
 constexpr const wchar_t* kDefault = L"(default)";

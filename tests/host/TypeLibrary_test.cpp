@@ -42,6 +42,8 @@ Expected expectZYNVue() {
            {"IZYNGroupe", __uuidof(IZYNGroupe)},
            {"IZYNGLMaillage", __uuidof(IZYNGLMaillage)},
            {"IZYNCamera", __uuidof(IZYNCamera)},
+           {"IZYNEvenements", __uuidof(IZYNEvenements)},
+           {"_IZYNEvenements", __uuidof(_IZYNEvenements)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
            {"IZYN3DGLBitmapContext", __uuidof(IZYN3DGLBitmapContext)},
            {"IZYNVue3D2", __uuidof(IZYNVue3D2)},
@@ -62,7 +64,8 @@ Expected expectZYNVue() {
            {"ZYNEchelleCouleurs", __uuidof(ZYNEchelleCouleurs)},
            {"ZYNGroupe", __uuidof(ZYNGroupe)},
            {"ZYNGLMaillage", __uuidof(ZYNGLMaillage)},
-           {"ZYNCamera", __uuidof(ZYNCamera)}},
+           {"ZYNCamera", __uuidof(ZYNCamera)},
+           {"ZYNEvenements", __uuidof(ZYNEvenements)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
            {"ZYNGLTriangle", {"default IZYNGLTriangle"}},
@@ -75,7 +78,8 @@ Expected expectZYNVue() {
            {"ZYNEchelleCouleurs", {"default IZYNEchelleCouleurs"}},
            {"ZYNGroupe", {"default IZYNGroupe"}},
            {"ZYNGLMaillage", {"default IZYNGLMaillage"}},
-           {"ZYNCamera", {"default IZYNCamera"}}}};
+           {"ZYNCamera", {"default IZYNCamera"}},
+           {"ZYNEvenements", {"default IZYNEvenements", "default source _IZYNEvenements"}}}};
 }
 
 Expected expectZYNModeleGeom() {

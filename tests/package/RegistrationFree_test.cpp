@@ -30,6 +30,7 @@ const NamedClass kClasses[] = {
     {L"ZYNVue.ZYNGroupe", CLSID_ZYNGroupe},
     {L"ZYNVue.ZYNGLMaillage", CLSID_ZYNGLMaillage},
     {L"ZYNVue.ZYNCamera", CLSID_ZYNCamera},
+    {L"ZYNVue.ZYNEvenements", CLSID_ZYNEvenements},
     {L"ZYNModeleGeom.Rectangle", CLSID_RectangleGeom},
     {L"ZYNModeleGeom.Box2D", CLSID_Box2DGeom},
     {L"ZYNModeleGeom.Box3D", CLSID_Box3DGeom},

@@ -279,6 +279,22 @@ PublishedMembers group() {
       .getput(11, "NomSelection", "long");
 }
 
+PublishedMembers furtherEvents() {
+  return PublishedMembers("IZYNEvenements", 2)
+      .get(1, "Vue", "IDispatch*")
+      .putref(1, "Vue", "IDispatch*");
+}
+
+PublishedMembers furtherEventsFired() {
+  return PublishedMembers("_IZYNEvenements", 6)
+      .method(1, "CameraChangee()")
+      .method(2, "Progression(double Part, BSTR Texte, inout VARIANT_BOOL* Annuler)")
+      .method(3, "AxeChange(IDispatch* Axe)")
+      .method(4, "CurseurDeplace(long Numero, double x)")
+      .method(5, "SerieCliquee(IDispatch* Serie)")
+      .method(6, "AnimationFinie()");
+}
+
 PublishedMembers events3D() {
   return PublishedMembers("_IZYNVue3DEvents", 6)
       .method(1, "MouseDown(int button, int x, int y)")
@@ -499,6 +515,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           PublishedMembers("IZYNVue2DChild", 0),
           dimension(),
           colourScale(),
+          furtherEvents(),
           group(),
           mesh(),
           camera(),
@@ -507,7 +524,8 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           furtherOfContext("IZYN2DGLBitmapContext2", 8),
           furtherOfContext3D(),
           events3D(),
-          events2D()};
+          events2D(),
+          furtherEventsFired()};
 }
 
 std::vector<PublishedMembers> publishedByZYNModeleGeom() {

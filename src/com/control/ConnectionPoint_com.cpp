@@ -76,9 +76,13 @@ STDMETHODIMP ConnectionPoint::QueryInterface(REFIID iid, void** out) noexcept {
   return S_OK;
 }
 
-STDMETHODIMP_(ULONG) ConnectionPoint::AddRef() noexcept { return identityOf(control_)->AddRef(); }
+STDMETHODIMP_(ULONG) ConnectionPoint::AddRef() noexcept {
+  return owner_.connectionIdentity()->AddRef();
+}
 
-STDMETHODIMP_(ULONG) ConnectionPoint::Release() noexcept { return identityOf(control_)->Release(); }
+STDMETHODIMP_(ULONG) ConnectionPoint::Release() noexcept {
+  return owner_.connectionIdentity()->Release();
+}
 
 STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* iid) noexcept {
   if (!iid) {
@@ -93,7 +97,7 @@ STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(
   if (!container) {
     return E_POINTER;
   }
-  *container = control_.connectionPoints();
+  *container = owner_.connectionPoints();
   (*container)->AddRef();
   return S_OK;
 }
@@ -106,7 +110,7 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
   if (!sink) {
     return E_POINTER;
   }
-  const ComPtr<IUnknown> alive = control_.keepAlive();
+  const ComPtr<IUnknown> alive(owner_.connectionIdentity());
   return boundary([&] {
     ComPtr<IUnknown> wanted;
     const auto ask = [&](const IID& iid) {
@@ -123,7 +127,7 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
 }
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) noexcept {
-  const ComPtr<IUnknown> alive = control_.keepAlive();
+  const ComPtr<IUnknown> alive(owner_.connectionIdentity());
   return boundary([&] { return sinks_.remove(cookie) ? S_OK : CONNECT_E_NOCONNECTION; });
 }
 
@@ -151,24 +155,28 @@ struct PointPolicy {
 
 }  // namespace
 
-STDMETHODIMP ConnectionPointsFacet::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-  if (!points) {
+HRESULT enumeratePoints(std::initializer_list<ConnectionPoint*> points,
+                        IEnumConnectionPoints** enumerator) noexcept {
+  if (!enumerator) {
     return E_POINTER;
   }
-  *points = nullptr;
-  return entry([&] {
-    giveEnumerator<PointPolicy>({&control().events(), &control().propertyNotifications()}, points);
+  *enumerator = nullptr;
+  return boundary([&] {
+    std::vector<PointPolicy::Stored> list;
+    for (IConnectionPoint* const point : points) {
+      list.emplace_back(point);
+    }
+    giveEnumerator<PointPolicy>(std::move(list), enumerator);
   });
 }
 
-STDMETHODIMP ConnectionPointsFacet::FindConnectionPoint(REFIID iid,
-                                                        IConnectionPoint** point) noexcept {
+HRESULT findPoint(std::initializer_list<ConnectionPoint*> points, REFIID iid,
+                  IConnectionPoint** point) noexcept {
   if (!point) {
     return E_POINTER;
   }
   *point = nullptr;
-  for (ConnectionPoint* const candidate :
-       {&control().events(), &control().propertyNotifications()}) {
+  for (ConnectionPoint* const candidate : points) {
     if (candidate->iid() == iid) {
       *point = candidate;
       candidate->AddRef();
@@ -176,6 +184,17 @@ STDMETHODIMP ConnectionPointsFacet::FindConnectionPoint(REFIID iid,
     }
   }
   return CONNECT_E_NOCONNECTION;
+}
+
+STDMETHODIMP ConnectionPointsFacet::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
+  return entry([&] {
+    return enumeratePoints({&control().events(), &control().propertyNotifications()}, points);
+  });
+}
+
+STDMETHODIMP ConnectionPointsFacet::FindConnectionPoint(REFIID iid,
+                                                        IConnectionPoint** point) noexcept {
+  return findPoint({&control().events(), &control().propertyNotifications()}, iid, point);
 }
 
 }  // namespace zyn

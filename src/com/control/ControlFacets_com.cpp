@@ -62,18 +62,16 @@ STDMETHODIMP QuickActivateFacet::GetContentExtent(LPSIZEL extent) noexcept {
   return control().oleObject().GetExtent(DVASPECT_CONTENT, extent);
 }
 
-STDMETHODIMP ProvideClassInfoFacet::GetClassInfo(ITypeInfo** info) noexcept {
+HRESULT giveClassInfo(REFCLSID id, ITypeInfo** info) noexcept {
   if (!info) {
     return E_POINTER;
   }
   *info = nullptr;
-  return entry([&] {
-    return ModuleState::instance().typeLibrary()->GetTypeInfoOfGuid(control().description().id,
-                                                                    info);
-  });
+  return boundary(
+      [&] { return ModuleState::instance().typeLibrary()->GetTypeInfoOfGuid(id, info); });
 }
 
-STDMETHODIMP ProvideClassInfoFacet::GetGUID(DWORD kind, GUID* guid) noexcept {
+HRESULT giveEventsGuid(REFIID events, DWORD kind, GUID* guid) noexcept {
   if (!guid) {
     return E_POINTER;
   }
@@ -81,8 +79,16 @@ STDMETHODIMP ProvideClassInfoFacet::GetGUID(DWORD kind, GUID* guid) noexcept {
   if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) {
     return E_INVALIDARG;
   }
-  *guid = control().description().events;
+  *guid = events;
   return S_OK;
+}
+
+STDMETHODIMP ProvideClassInfoFacet::GetClassInfo(ITypeInfo** info) noexcept {
+  return entry([&] { return giveClassInfo(control().description().id, info); });
+}
+
+STDMETHODIMP ProvideClassInfoFacet::GetGUID(DWORD kind, GUID* guid) noexcept {
+  return giveEventsGuid(control().description().events, kind, guid);
 }
 
 }  // namespace zyn

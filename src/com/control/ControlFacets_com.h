@@ -27,6 +27,10 @@ class QuickActivateFacet final : public Facet<IQuickActivate> {
   STDMETHODIMP GetContentExtent(LPSIZEL extent) noexcept override;
 };
 
+// What an IProvideClassInfo2 answers for a class of the module with these events.
+HRESULT giveClassInfo(REFCLSID id, ITypeInfo** info) noexcept;
+HRESULT giveEventsGuid(REFIID events, DWORD kind, GUID* guid) noexcept;
+
 /// IProvideClassInfo2: the control's class in the module's type library, and its events.
 class ProvideClassInfoFacet final : public Facet<IProvideClassInfo2> {
  public:

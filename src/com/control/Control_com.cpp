@@ -142,19 +142,8 @@ void Control::fireEvent(DISPID event, std::initializer_list<EventArgument> argum
   }
   const ComPtr<IUnknown> alive = keepAlive();
   boundary([&] {
-    std::vector<VARIANT> values;
-    std::transform(std::rbegin(arguments), std::rend(arguments), std::back_inserter(values),
-                   [](const EventArgument& argument) { return argument.value(); });
-    events_.sinks().forEach([&](IUnknown* sink) {
-      if (eventFreezes_ > 0) {
-        return;  // a handler of the same event has them frozen
-      }
-      DISPPARAMS parameters = {values.data(), nullptr, static_cast<UINT>(values.size()), 0};
-      boundary([&] {
-        static_cast<IDispatch*>(sink)->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                              &parameters, nullptr, nullptr, nullptr);
-      });
-    });
+    // A handler may have them frozen.
+    events_.fire(event, arguments, [this] { return eventFreezes_ == 0; });
   });
 }
 

@@ -41,41 +41,11 @@ inline constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLIN
                                      OLEMISC_SETCLIENTSITEFIRST;
 static_assert(kMiscStatus == 131473);
 
-/// One argument of an event. Borrows what it refers to.
-class EventArgument {
- public:
-  // NOLINTBEGIN(google-explicit-constructor)
-  EventArgument(int number) noexcept : EventArgument(long{number}) {}
-  EventArgument(long number) noexcept {
-    V_VT(&value_) = VT_I4;
-    V_I4(&value_) = number;
-  }
-  EventArgument(double number) noexcept {
-    V_VT(&value_) = VT_R8;
-    V_R8(&value_) = number;
-  }
-  EventArgument(bool yes) noexcept {
-    V_VT(&value_) = VT_BOOL;
-    V_BOOL(&value_) = yes ? VARIANT_TRUE : VARIANT_FALSE;
-  }
-  EventArgument(IDispatch* object) noexcept {
-    V_VT(&value_) = VT_DISPATCH;
-    V_DISPATCH(&value_) = object;
-  }
-  EventArgument(const VARIANT& value) noexcept : value_(value) {}
-  // NOLINTEND(google-explicit-constructor)
-
-  const VARIANT& value() const noexcept { return value_; }
-
- private:
-  VARIANT value_ = {};
-};
-
 /// An ActiveX control towards its container, whatever it shows: site, activation, window, advise
 /// sinks, persistent state, and the interfaces for all that. What it shows is up to the class that
 /// derives from it through ControlClass, which is where its use is described. What is public here
 /// is for the parts of the control among themselves.
-class Control : public ControlHooks {
+class Control : public ControlHooks, private ConnectionOwner {
  public:
   ComIdentity& identity() noexcept { return identity_; }
   const ControlDescription& description() const noexcept { return description_; }
@@ -90,7 +60,6 @@ class Control : public ControlHooks {
   OleObjectFacet& oleObject() noexcept { return oleObject_; }
   IDataObject* dataObject() noexcept { return &dataObject_; }
   IOleInPlaceActiveObject* activeObject() noexcept { return &activeObject_; }
-  IConnectionPointContainer* connectionPoints() noexcept { return &connectionPoints_; }
 
   HWND window() const noexcept { return window_.handle(); }
 
@@ -161,6 +130,10 @@ class Control : public ControlHooks {
   HRESULT queryPart(REFIID iid, void** out) noexcept;
 
  private:
+  // ConnectionOwner
+  IUnknown* connectionIdentity() noexcept override { return identity_.controllingUnknown(); }
+  IConnectionPointContainer* connectionPoints() noexcept override { return &connectionPoints_; }
+
   void fireEvent(DISPID event, std::initializer_list<EventArgument> arguments) noexcept;
   IUnknown* findPart(REFIID iid) noexcept;
 

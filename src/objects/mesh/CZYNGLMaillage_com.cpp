@@ -16,7 +16,6 @@
 #include "model/SubMesh.h"
 #include "objects/mesh/MeshArguments_com.h"
 #include "objects/mesh/MeshStorage_win.h"
-#include "platform/HostState_win.h"
 
 namespace zyn {
 
@@ -308,7 +307,7 @@ STDMETHODIMP CZYNGLMaillage::Extraire(VARIANT Faces, IDispatch** Maillage) noexc
 STDMETHODIMP CZYNGLMaillage::Charger(BSTR Fichier) noexcept {
   return automation(*this, [&] {
     const std::wstring file = readFileName(Fichier);
-    Mesh mesh = loadMesh(file, progressOf(file));
+    Mesh mesh = loadMesh(file, listeners_.about(file));
     return changeValues([&] { model_.take(std::move(mesh)); });
   });
 }
@@ -321,7 +320,7 @@ STDMETHODIMP CZYNGLMaillage::Enregistrer(BSTR Fichier) noexcept {
     }
     // A listener may change the mesh meanwhile.
     const Mesh mesh = model_.mesh();
-    saveMesh(mesh, file, progressOf(file));
+    saveMesh(mesh, file, listeners_.about(file));
   });
 }
 
@@ -460,14 +459,6 @@ void CZYNGLMaillage::scaleChanged() noexcept {
   if (!model_.mesh().values.empty()) {
     watch_.tell(SceneChange::kLook);
   }
-}
-
-Progress CZYNGLMaillage::progressOf(std::wstring text) {
-  return [this, text = std::move(text)](double part) {
-    const bool goesOn = listeners_.goesOn(part, text);
-    HostState::setOurs();
-    return goesOn;
-  };
 }
 
 void CZYNGLMaillage::paint(const MeshPass& pass) {

@@ -8,7 +8,6 @@
 #include "ZYNVUE.h"
 #include "contract/IProgressSource_com.h"
 #include "contract/SceneObject_com.h"
-#include "core/Progress.h"
 #include "objects/mesh/MeshPainter_gl.h"
 #include "objects/scale/IScaleObject_com.h"
 
@@ -98,8 +97,6 @@ class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage, 
   template <class Body>
   HRESULT changeValues(Body body) noexcept;
 
-  /// Tells the listeners; `text` is what is done.
-  Progress progressOf(std::wstring text);
   void paint(const MeshPass& pass);
   const MeshScale* currentScale();
   SharedScale& scale() { return scaleObject_ ? scaleObject_->sharedScale() : ownScale_; }

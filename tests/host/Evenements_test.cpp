@@ -1,0 +1,309 @@
+// ZYNEvenements: what it attaches to, without keeping it alive, the progress of exports and its
+// end, handlers that do what they like, and scripts as sinks.
+#include <activscp.h>
+
+#include <functional>
+#include <optional>
+
+#include "support/Drawer_win.h"
+#include "support/ForeignBase_win.h"
+
+namespace zyn::test {
+namespace {
+
+enum Event : DISPID { kCameraChangee = 1, kProgression = 2, kAnimationFinie = 6 };
+
+/// Hears the events, and does with each what it is told.
+class Listener final : public ForeignBase<Listener, IDispatch> {
+ public:
+  std::function<HRESULT(DISPID event, const DISPPARAMS& arguments, VARIANT* answer)> onEvent;
+  std::vector<double> parts;  ///< of Progression
+  std::wstring what;
+
+  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* answer,
+                      EXCEPINFO*, UINT*) override {
+    if (event == kProgression && arguments->cArgs == 3) {
+      parts.push_back(V_R8(&arguments->rgvarg[2]));
+      what = V_BSTR(&arguments->rgvarg[1]);
+    }
+    return onEvent ? onEvent(event, *arguments, answer) : S_OK;
+  }
+};
+
+/// Answers Progression with "stop", in place as VBA does.
+HRESULT stop(DISPID, const DISPPARAMS& arguments, VARIANT*) {
+  *V_BOOLREF(&arguments.rgvarg[0]) = VARIANT_TRUE;
+  return S_OK;
+}
+
+class EvenementsTest : public HostTest {
+ protected:
+  EvenementsTest() {
+    const auto points = queryFor<IConnectionPointContainer>(events_.Get());
+    require(points->FindConnectionPoint(DIID__IZYNEvenements, &point_), "FindConnectionPoint");
+    require(point_->Advise(listener_.Get(), &cookie_), "Advise");
+  }
+
+  HRESULT attach(IDispatch* object) const { return events_->putref_Vue(object); }
+  ComPtr<IDispatch> attached() const {
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(events_->get_Vue(&object), S_OK);
+    return object;
+  }
+
+  ComPtr<IZYNEvenements> events_ = createObject<IZYNEvenements>(L"ZYNVue.ZYNEvenements");
+  ComPtr<Listener> listener_ = makeForeign<Listener>();
+  ComPtr<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+};
+
+bool areSame(IUnknown* a, IUnknown* b) {
+  return queryFor<IUnknown>(a).Get() == queryFor<IUnknown>(b).Get();
+}
+
+TEST_F(EvenementsTest, TellsItsDefaultSource) {
+  const auto info = queryFor<IProvideClassInfo2>(events_.Get());
+  GUID source = {};
+  ASSERT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK);
+  EXPECT_EQ(source, DIID__IZYNEvenements);
+  EXPECT_EQ(info->GetGUID(7, &source), E_INVALIDARG);
+  ComPtr<ITypeInfo> type;
+  ASSERT_EQ(queryFor<IProvideClassInfo>(events_.Get())->GetClassInfo(&type), S_OK);
+  _bstr_t name;
+  ASSERT_EQ(type->GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr),
+            S_OK);
+  EXPECT_EQ(name, _bstr_t(L"ZYNEvenements"));
+  const auto points = queryFor<IConnectionPointContainer>(events_.Get());
+  ComPtr<IEnumConnectionPoints> enumerator;
+  ASSERT_EQ(points->EnumConnectionPoints(&enumerator), S_OK);
+  ComPtr<IConnectionPoint> listed[2];
+  ULONG count = 0;
+  EXPECT_EQ(enumerator->Next(2, listed[0].GetAddressOf(), &count), S_FALSE);
+  EXPECT_EQ(count, 1U);
+  EXPECT_EQ(listed[0], point_);
+  ComPtr<IConnectionPointContainer> container;
+  ASSERT_EQ(point_->GetConnectionPointContainer(&container), S_OK);
+  EXPECT_TRUE(areSame(container.Get(), events_.Get()));
+}
+
+TEST_F(EvenementsTest, AttachesToViewsAndBitmapContextsOnly) {
+  EXPECT_FALSE(attached());
+  for (const DrawerClass& each : drawerClasses()) {
+    const auto object = createObject<IDispatch>(each.progId);
+    ASSERT_EQ(putReference(events_.Get(), L"Vue", object.Get()).code(), S_OK) << each.name;
+    EXPECT_TRUE(areSame(attached().Get(), object.Get()));
+    const auto triangle = createObject<IDispatch>(kTriangleProgId);
+    const auto foreign = makeForeign<Listener>();
+    for (IDispatch* const other : {triangle.Get(), foreign->dispatch()}) {
+      const CallResult refused = putReference(events_.Get(), L"Vue", other);
+      EXPECT_EQ(refused.code(), E_INVALIDARG);
+      EXPECT_EQ(refused.description.substr(0, 5), L"Vue: ");
+      EXPECT_TRUE(areSame(attached().Get(), object.Get()));
+    }
+    ASSERT_EQ(attach(object.Get()), S_OK);  // again
+  }
+  ASSERT_EQ(attach(nullptr), S_OK);
+  EXPECT_FALSE(attached());
+}
+
+TEST_F(EvenementsTest, DoesNotKeepAlive) {
+  for (const DrawerClass& each : drawerClasses()) {
+    auto object = createObject<IDispatch>(each.progId);
+    object->AddRef();
+    const ULONG before = object->Release();
+    ASSERT_EQ(attach(object.Get()), S_OK);
+    object->AddRef();
+    EXPECT_EQ(object->Release(), before);
+    object.Reset();
+    EXPECT_FALSE(attached()) << each.name;
+  }
+}
+
+TEST_F(EvenementsTest, MayEndBeforeWhatItIsAttachedTo) {
+  OffscreenScene scene(16, 16);
+  ASSERT_EQ(attach(scene.dispatch()), S_OK);
+  require(point_->Unadvise(cookie_), "Unadvise");
+  point_.Reset();
+  events_.Reset();
+  EXPECT_EQ(callMethod(scene.dispatch(), L"Exporter", {bstr(scene.folder().file(L"a.png"))}).code(),
+            S_OK);
+}
+
+// --- progress of exports -------------------------------------------------------------------------
+
+class ProgressionTest : public EvenementsTest, public testing::WithParamInterface<OffscreenClass> {
+ protected:
+  ProgressionTest() {
+    context_->addAll(makeRectangle(0, 4, 0, 3, 0, kRed));
+    require(attach(context_->dispatch()), "Vue");
+  }
+
+  CallResult exportTo(const std::wstring& name) {
+    return callMethod(context_->dispatch(), L"Exporter", {bstr(folder_.file(name))});
+  }
+
+  TempFolder folder_;
+  // Larger than what is drawn at once.
+  std::unique_ptr<OffscreenContext> context_ = GetParam().make(64, 17000);
+};
+
+TEST_P(ProgressionTest, IsToldFromTheBeginOn) {
+  ASSERT_EQ(exportTo(L"a.png").code(), S_OK);
+  ASSERT_GE(listener_->parts.size(), 2U) << "drawn in several parts";
+  EXPECT_LE(listener_->parts.size(), 101U);
+  EXPECT_EQ(listener_->parts.front(), 0);
+  EXPECT_TRUE(std::ranges::is_sorted(listener_->parts));
+  EXPECT_LE(listener_->parts.back(), 1);
+  EXPECT_EQ(listener_->what, L"Exporter");
+  listener_->parts.clear();
+  EXPECT_EQ(context_->exportPng(folder_.file(L"b.png")), S_OK);
+  EXPECT_TRUE(listener_->parts.empty()) << "members of the first interface tell nothing";
+}
+
+TEST_P(ProgressionTest, StopsTheExport) {
+  writeFile(folder_.file(L"a.png"), "older");
+  for (const bool byAnswer : {false, true}) {
+    listener_->onEvent = [&](DISPID event, const DISPPARAMS& arguments, VARIANT* answer) {
+      if (!byAnswer) return stop(event, arguments, answer);
+      V_VT(answer) = VT_BOOL;
+      V_BOOL(answer) = VARIANT_TRUE;
+      return S_OK;
+    };
+    listener_->parts.clear();
+    const CallResult stopped = exportTo(L"a.png");
+    EXPECT_EQ(stopped.code(), E_ABORT);
+    EXPECT_FALSE(stopped.description.empty());
+    EXPECT_EQ(listener_->parts.size(), 1U);
+    EXPECT_EQ(readFile(folder_.file(L"a.png")), (Bytes{'o', 'l', 'd', 'e', 'r'}));
+  }
+  listener_->onEvent = nullptr;
+  EXPECT_EQ(exportTo(L"a.png").code(), S_OK);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+}
+
+TEST_P(ProgressionTest, HandlersMayDoWhatTheyLike) {
+  const auto other = GetParam().make(16, 16);
+  const std::vector<std::function<void()>> actions = {
+      [&] { attach(nullptr); },
+      [&] { attach(other->dispatch()); },
+      [&] { point_->Unadvise(cookie_); },
+      [&] { EXPECT_EQ(exportTo(L"nested.png").code(), E_UNEXPECTED); },
+      [&] { context_->resize(8, 8); },
+      [&] {
+        point_->Unadvise(cookie_);
+        point_.Reset();
+        events_.Reset();
+        context_->release();
+      }};
+  for (const auto& action : actions) {
+    context_->resize(64, 17000);
+    require(attach(context_->dispatch()), "Vue");
+    point_->Unadvise(cookie_);
+    require(point_->Advise(listener_.Get(), &cookie_), "Advise");
+    int calls = 0;
+    listener_->onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+      if (++calls == 1) action();
+      return E_FAIL;
+    };
+    const ComPtr<IDispatch> called(context_->dispatch());
+    const auto file = folder_.file(L"a.png");
+    EXPECT_EQ(callMethod(called.Get(), L"Exporter", {bstr(file)}).code(), S_OK);
+    EXPECT_GE(calls, 1);
+    EXPECT_TRUE(exists(file));
+    std::filesystem::remove(file);
+  }
+  EXPECT_TRUE(folder_.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ProgressionTest, testing::ValuesIn(offscreenClasses()),
+                         [](const auto& chosen) { return nameOf(chosen); });
+
+// --- scripts -------------------------------------------------------------------------------------
+
+/// A script whose functions can be called, as script hosts call those that listen.
+class ScriptText final : public ForeignBase<ScriptText, IDispatch, IActiveScriptSite> {
+ public:
+  void start(const wchar_t* engine, const wchar_t* text) {
+    engine_ = createObject<IActiveScript>(engine);
+    require(engine_->SetScriptSite(static_cast<IActiveScriptSite*>(this)), "SetScriptSite");
+    const auto parser = queryFor<IActiveScriptParse>(engine_.Get());
+    require(parser->InitNew(), "InitNew");
+    require(parser->ParseScriptText(text, nullptr, nullptr, nullptr, 0, 0, 0, nullptr, nullptr),
+            "ParseScriptText");
+    require(engine_->SetScriptState(SCRIPTSTATE_CONNECTED), "SetScriptState");
+    require(engine_->GetScriptDispatch(nullptr, &functions_), "GetScriptDispatch");
+  }
+  void stop() {
+    functions_.Reset();
+    engine_->Close();
+    engine_.Reset();
+  }
+
+  HRESULT call(const wchar_t* function, const DISPPARAMS& arguments, VARIANT* answer) const {
+    DISPID id = 0;
+    auto* name = const_cast<LPOLESTR>(function);
+    require(functions_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_NEUTRAL, &id), "GetIDsOfNames");
+    // Not every engine takes references.
+    std::vector<_variant_t> values(arguments.cArgs);
+    for (UINT i = 0; i < arguments.cArgs; ++i) VariantCopyInd(&values[i], &arguments.rgvarg[i]);
+    DISPPARAMS passed = {values.data(), nullptr, arguments.cArgs, 0};
+    return functions_->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &passed, answer,
+                              nullptr, nullptr);
+  }
+
+  STDMETHODIMP GetLCID(LCID*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetItemInfo(LPCOLESTR, DWORD, IUnknown**, ITypeInfo**) override {
+    return TYPE_E_ELEMENTNOTFOUND;
+  }
+  STDMETHODIMP GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
+  STDMETHODIMP OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
+  STDMETHODIMP OnStateChange(SCRIPTSTATE) override { return S_OK; }
+  STDMETHODIMP OnScriptError(IActiveScriptError*) override { return S_OK; }
+  STDMETHODIMP OnEnterScript() override { return S_OK; }
+  STDMETHODIMP OnLeaveScript() override { return S_OK; }
+
+ private:
+  ComPtr<IActiveScript> engine_;
+  ComPtr<IDispatch> functions_;
+};
+
+struct ScriptLanguage {
+  const char* name;
+  const wchar_t* engine;
+  const wchar_t* text;
+};
+
+class ScriptSinkTest : public EvenementsTest, public testing::WithParamInterface<ScriptLanguage> {};
+
+TEST_P(ScriptSinkTest, HearsOfProgressAndStopsIt) {
+  const auto script = makeForeign<ScriptText>();
+  script->start(GetParam().engine, GetParam().text);
+  listener_->onEvent = [&](DISPID, const DISPPARAMS& arguments, VARIANT* answer) {
+    return script->call(L"events_Progression", arguments, answer);
+  };
+  OffscreenScene scene(64, 64);
+  scene.addAll(makeRectangle(0, 4, 0, 3, 0, kRed));
+  ASSERT_EQ(attach(scene.dispatch()), S_OK);
+  const auto file = scene.folder().file(L"a.png");
+  EXPECT_EQ(callMethod(scene.dispatch(), L"Exporter", {bstr(file)}).code(), E_ABORT);
+  EXPECT_EQ(listener_->parts, std::vector<double>{0});
+  EXPECT_FALSE(exists(file));
+  script->stop();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Languages, ScriptSinkTest,
+    testing::Values(
+        ScriptLanguage{
+            "VBScript", L"VBScript",
+            L"Function events_Progression(part, text, cancel)\r\n"
+            L"  events_Progression = (part = 0 And text = \"Exporter\" And Not cancel)\r\n"
+            L"End Function\r\n"},
+        ScriptLanguage{"JScript", L"JScript",
+                       L"function events_Progression(part, text, cancel) {\n"
+                       L"  return part == 0 && text == \"Exporter\" && !cancel;\n"
+                       L"}\n"}),
+    [](const auto& chosen) { return std::string(chosen.param.name); });
+
+}  // namespace
+}  // namespace zyn::test
