@@ -205,8 +205,6 @@ class ViewControl
     }
   }
 
-  ViewListeners& listeners() { return listeners_; }
-
   /// What the view shows has changed by a member that leaves repainting to the host.
   void lookChanged() noexcept {
     if (redrawsItself_) {

@@ -3,7 +3,7 @@
 #include <activscp.h>
 
 #include <functional>
-#include <optional>
+#include <utility>
 
 #include "support/Drawer_win.h"
 #include "support/ForeignBase_win.h"
@@ -217,6 +217,60 @@ TEST_P(ProgressionTest, HandlersMayDoWhatTheyLike) {
 
 INSTANTIATE_TEST_SUITE_P(All, ProgressionTest, testing::ValuesIn(offscreenClasses()),
                          [](const auto& chosen) { return nameOf(chosen); });
+
+// --- views ---------------------------------------------------------------------------------------
+
+class ViewEventsTest : public EvenementsTest {
+ protected:
+  ViewEventsTest() {
+    listener_->onEvent = [this](DISPID event, const DISPPARAMS& arguments, VARIANT*) {
+      EXPECT_EQ(arguments.cArgs, 0U);
+      fired_.push_back(event);
+      return S_OK;
+    };
+    view_.addBox({-1, 1, -1, 1, -1, 1});
+    require(view_->initView(0), "initView");
+    require(attach(view_.get()), "Vue");
+  }
+
+  std::vector<DISPID> takeFired() { return std::exchange(fired_, {}); }
+
+  View3DHost view_{SIZE{60, 40}};
+  std::vector<DISPID> fired_;
+};
+
+TEST_F(ViewEventsTest, TellOfAnotherCamera) {
+  require(view_->VueXYp(0), "VueXYp");
+  EXPECT_EQ(takeFired(), std::vector<DISPID>{kCameraChangee});
+  require(view_->Repaint(), "Repaint");
+  view_.paint();
+  EXPECT_TRUE(takeFired().empty());
+  require(attach(nullptr), "Vue");
+  require(view_->VueXZp(0), "VueXZp");
+  EXPECT_TRUE(takeFired().empty());
+}
+
+TEST_F(ViewEventsTest, TellOfTheEndOfAMovement) {
+  const _variant_t camera = getProperty(view_.get(), L"Camera").value;
+  require(view_->VueXYp(0), "VueXYp");
+  takeFired();
+  ASSERT_EQ(callMethod(view_.get(), L"AllerA", {camera, 0L}).code(), S_OK);
+  EXPECT_EQ(takeFired(), (std::vector<DISPID>{kCameraChangee, kAnimationFinie}));
+}
+
+TEST_F(ViewEventsTest, HandlersMayReleaseEverything) {
+  int calls = 0;
+  listener_->onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+    ++calls;
+    point_->Unadvise(cookie_);
+    point_.Reset();
+    events_.Reset();
+    view_.close();
+    return E_FAIL;
+  };
+  EXPECT_EQ(view_->VueXYp(0), S_OK);
+  EXPECT_EQ(calls, 1);
+}
 
 // --- scripts -------------------------------------------------------------------------------------
 
