@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "ZYNVUE.h"
@@ -343,8 +344,26 @@ std::optional<Box3> CListTrace::ownBounds() {
   return all.box;
 }
 
+/// Those that reach furthest come first: most of the others then lie within, and are not looked at.
 std::optional<Box3> CListTrace::movedBounds(const GlMatrix& matrix, bool isFlat) {
+  std::array<std::pair<ElementGroup*, double>, 6> furthest{};
+  for (ElementGroup& group : groups_) {
+    if (const auto& box = group.bounds()) {
+      const Box3 m = moved(matrix, *box);
+      const std::array<double, 6> reach = {-m.xMin, m.xMax, -m.yMin, m.yMax, -m.zMin, m.zMax};
+      for (std::size_t side = 0; side < reach.size(); ++side) {
+        if (!furthest[side].first || reach[side] > furthest[side].second) {
+          furthest[side] = {&group, reach[side]};
+        }
+      }
+    }
+  }
   BoundsSum all;
+  for (const auto& [group, reach] : furthest) {
+    if (group) {
+      group->addMoved(matrix, isFlat, all);
+    }
+  }
   for (ElementGroup& group : groups_) {
     group.addMoved(matrix, isFlat, all);
   }

@@ -45,13 +45,16 @@ void SceneNest::moveTo(const GlMatrix& place) {
 
 void SceneNest::show(bool isShown) {
   isShown_ = isShown;
-  objectChanged(SceneChange::kExtent);
+  watch_.tell(SceneChange::kExtent);  // where the objects would be shown is known as before
 }
 
 std::optional<Box3> SceneNest::bounds(bool isFlat) {
+  if (!isShown_) {
+    return std::nullopt;
+  }
   BoundsSum& known = bounds_[isFlat ? 1 : 0];
   if (!known.isKnown) {
-    known = {isShown_ ? list_.movedBounds(place(isFlat), isFlat) : std::nullopt, true};
+    known = {list_.movedBounds(place(isFlat), isFlat), true};
   }
   return known.box;
 }

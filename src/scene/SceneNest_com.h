@@ -64,7 +64,7 @@ class SceneNest final : private SceneWatcher {
   SceneWatch& watch_;
   GlMatrix place_ = kIdentity;
   bool isShown_ = true;
-  /// As shown in space and in the plane.
+  /// As shown in space and in the plane, or hidden there.
   std::array<BoundsSum, 2> bounds_{BoundsSum{{}, false}, BoundsSum{{}, false}};
   CListTrace list_{*this, *this};  ///< tells of its end
 };
