@@ -16,7 +16,7 @@ struct Group {
 };
 
 // Memory is measured before anything has been freed that could be used again: SceneBuilding first.
-constexpr std::array<Group, 8> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+constexpr std::array<Group, 9> kGroups = {{{"SceneBuilding", measureSceneBuilding},
                                            {"SceneFrames", measureSceneFrames},
                                            {"Assemblies", measureAssemblies},
                                            {"Picking", measurePicking},
