@@ -690,6 +690,100 @@ namespace ZYNVue.Interop {
     }
   }
 
+  /// <summary>Events that the event interfaces of the views do not have, of the object that it is attached to. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed.</summary>
+  [ComImport, Guid("2E461C6A-C2CD-4F9D-B7DB-D5311012B986"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNEvenements {
+    /// <summary>The object that it is attached to; Nothing for none, and when that is gone: it is not kept alive.</summary>
+    /// <value>Attaches it to a view, or to any object that reports progress (a mesh, a bitmap context), in place of what it was attached to; Nothing detaches it. Anything else is E_INVALIDARG.</value>
+    [DispId(1)]
+    object Vue { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+  }
+
+  /// <summary>Events of the object that a ZYNEvenements is attached to. A handler may do anything, detach it and release it included.</summary>
+  [ComImport, Guid("07964B4B-AF39-4794-951C-F712477D5ADD"), InterfaceType(ComInterfaceType.InterfaceIsIDispatch)]
+  public interface _IZYNEvenements {
+    /// <summary>A view shows another camera from now on, whoever changed it; it has not been repainted yet.</summary>
+    [DispId(1)]
+    void CameraChangee();
+    /// <summary>Long work has got so far: Part from 0 to 1; Texte says what it is. Told at its begin and then at most a hundred times. Put Annuler on (or answer True, in languages whose handlers cannot change arguments) to stop it: the member then answers E_ABORT, and nothing has changed.</summary>
+    [DispId(2)]
+    void Progression(double Part, [MarshalAs(UnmanagedType.BStr)] string Texte, [MarshalAs(UnmanagedType.VariantBool)] ref bool Annuler);
+    /// <summary>The range of an axis of a graph has changed; once for each axis before the repaint.</summary>
+    [DispId(3)]
+    void AxeChange([MarshalAs(UnmanagedType.IDispatch)] object Axe);
+    /// <summary>The cursor of that number (0, 1) of a graph was moved to x, in units of its axis.</summary>
+    [DispId(4)]
+    void CurseurDeplace(int Numero, double x);
+    /// <summary>A series of a graph was clicked, or its entry in the legend.</summary>
+    [DispId(5)]
+    void SerieCliquee([MarshalAs(UnmanagedType.IDispatch)] object Serie);
+    /// <summary>The camera of a view has come to rest after a movement, where it was to arrive or where an input has stopped it.</summary>
+    [DispId(6)]
+    void AnimationFinie();
+  }
+
+  /// <summary>Events of the object that a ZYNEvenements is attached to. A handler may do anything, detach it and release it included. They come until this is disposed of.</summary>
+  public sealed class ZYNEvenementsEvents : IDisposable {
+    private readonly EventConnection connection_;
+
+    /// <summary>Connects to a ZYNEvenements, on the thread that made it.</summary>
+    public ZYNEvenementsEvents(object view) =>
+      connection_ = new EventConnection(view, typeof(_IZYNEvenements), new Sink(this));
+
+    /// <summary>Ends the connection; no event comes any more.</summary>
+    public void Dispose() => connection_.Dispose();
+
+    /// <summary>Handles CameraChangee.</summary>
+    public delegate void CameraChangeeHandler();
+    /// <summary>A view shows another camera from now on, whoever changed it; it has not been repainted yet.</summary>
+    public event CameraChangeeHandler CameraChangee;
+
+    /// <summary>Handles Progression.</summary>
+    public delegate void ProgressionHandler(double Part, string Texte, ref bool Annuler);
+    /// <summary>Long work has got so far: Part from 0 to 1; Texte says what it is. Told at its begin and then at most a hundred times. Put Annuler on (or answer True, in languages whose handlers cannot change arguments) to stop it: the member then answers E_ABORT, and nothing has changed.</summary>
+    public event ProgressionHandler Progression;
+
+    /// <summary>Handles AxeChange.</summary>
+    public delegate void AxeChangeHandler(object Axe);
+    /// <summary>The range of an axis of a graph has changed; once for each axis before the repaint.</summary>
+    public event AxeChangeHandler AxeChange;
+
+    /// <summary>Handles CurseurDeplace.</summary>
+    public delegate void CurseurDeplaceHandler(int Numero, double x);
+    /// <summary>The cursor of that number (0, 1) of a graph was moved to x, in units of its axis.</summary>
+    public event CurseurDeplaceHandler CurseurDeplace;
+
+    /// <summary>Handles SerieCliquee.</summary>
+    public delegate void SerieCliqueeHandler(object Serie);
+    /// <summary>A series of a graph was clicked, or its entry in the legend.</summary>
+    public event SerieCliqueeHandler SerieCliquee;
+
+    /// <summary>Handles AnimationFinie.</summary>
+    public delegate void AnimationFinieHandler();
+    /// <summary>The camera of a view has come to rest after a movement, where it was to arrive or where an input has stopped it.</summary>
+    public event AnimationFinieHandler AnimationFinie;
+
+    [ComVisible(true), ClassInterface(ClassInterfaceType.None)]
+    private sealed class Sink : _IZYNEvenements {
+      private readonly ZYNEvenementsEvents owner_;
+
+      public Sink(ZYNEvenementsEvents owner) => owner_ = owner;
+
+      void _IZYNEvenements.CameraChangee() =>
+        owner_.CameraChangee?.Invoke();
+      void _IZYNEvenements.Progression(double Part, string Texte, ref bool Annuler) =>
+        owner_.Progression?.Invoke(Part, Texte, ref Annuler);
+      void _IZYNEvenements.AxeChange(object Axe) =>
+        owner_.AxeChange?.Invoke(Axe);
+      void _IZYNEvenements.CurseurDeplace(int Numero, double x) =>
+        owner_.CurseurDeplace?.Invoke(Numero, x);
+      void _IZYNEvenements.SerieCliquee(object Serie) =>
+        owner_.SerieCliquee?.Invoke(Serie);
+      void _IZYNEvenements.AnimationFinie() =>
+        owner_.AnimationFinie?.Invoke();
+    }
+  }
+
   /// <summary>2D graph view control, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("C1CC1B4C-1167-4623-86ED-1D982B550282"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNVue2D2 {
@@ -2471,5 +2565,17 @@ namespace ZYNVue.Interop {
 
     /// <summary>A new object.</summary>
     public static IZYNGLMaillage Create() => (IZYNGLMaillage)Components.Create(ClassId);
+  }
+
+  /// <summary>Further events of views, and of objects that report progress (ProgID ZYNVue.ZYNEvenements)</summary>
+  public static class ZYNEvenements {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNEvenements";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("11538FC3-F626-4325-88A0-0C71160F7AE7");
+
+    /// <summary>A new object.</summary>
+    public static IZYNEvenements Create() => (IZYNEvenements)Components.Create(ClassId);
   }
 }

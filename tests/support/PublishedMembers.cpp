@@ -288,7 +288,7 @@ PublishedMembers furtherEvents() {
 PublishedMembers furtherEventsFired() {
   return PublishedMembers("_IZYNEvenements", 6)
       .method(1, "CameraChangee()")
-      .method(2, "Progression(double Part, BSTR Texte, out VARIANT_BOOL* Annuler)")
+      .method(2, "Progression(double Part, BSTR Texte, inout VARIANT_BOOL* Annuler)")
       .method(3, "AxeChange(IDispatch* Axe)")
       .method(4, "CurseurDeplace(long Numero, double x)")
       .method(5, "SerieCliquee(IDispatch* Serie)")

@@ -84,7 +84,7 @@ MemberDescription describe(ITypeInfo* type, const FunctionDescription& function)
     const USHORT flags = element.paramdesc.wParamFlags;
     ArgumentDescription argument{typeText(type, element.tdesc),
                                  names[static_cast<std::size_t>(i) + 1],
-                                 (flags & PARAMFLAG_FOUT) != 0};
+                                 (flags & PARAMFLAG_FOUT) != 0, (flags & PARAMFLAG_FIN) != 0};
     if (flags & PARAMFLAG_FRETVAL) {
       argument.type.pop_back();
       member.result = argument;
@@ -146,7 +146,8 @@ std::string MemberDescription::signature() const {
   }
   std::string text;
   for (const ArgumentDescription& argument : arguments) {
-    text += (text.empty() ? "" : ", ") + std::string(argument.isOut ? "out " : "") + argument.type +
+    text += (text.empty() ? "" : ", ") +
+            std::string(argument.isOut ? argument.isIn ? "inout " : "out " : "") + argument.type +
             " " + argument.name;
   }
   return name + "(" + text + ")" + (result ? " -> " + result->type + " " + result->name : "");

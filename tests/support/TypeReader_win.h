@@ -51,6 +51,7 @@ struct ArgumentDescription {
   std::string type;
   std::string name;
   bool isOut = false;
+  bool isIn = false;
 };
 
 /// A function of a type.

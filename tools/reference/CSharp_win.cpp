@@ -92,13 +92,17 @@ std::string marshalAs(const CSharpType& type, const std::string& target = {}) {
   return type.marshalling.empty() ? "" : "[" + target + "MarshalAs(" + type.marshalling + ")] ";
 }
 
+std::string directionOf(const TypeMap& types, const ArgumentDescription& argument) {
+  if (argument.isOut) return argument.isIn ? "ref " : "out ";
+  return types.knows(argument.type) ? "" : "ref ";
+}
+
 std::string argumentText(const TypeMap& types, const ArgumentDescription& argument) {
   const bool isReference = argument.isOut || !types.knows(argument.type);
   const CSharpType type =
       types[isReference ? argument.type.substr(0, argument.type.size() - 1) : argument.type];
-  const char* const direction = argument.isOut ? "out " : isReference ? "ref " : "";
-  return std::string(isReference && !argument.isOut ? "[In] " : "") + marshalAs(type) + direction +
-         type.name + " " + argument.name;
+  return std::string(isReference && !argument.isOut ? "[In] " : "") + marshalAs(type) +
+         directionOf(types, argument) + type.name + " " + argument.name;
 }
 
 std::string argumentsText(const TypeMap& types, const MemberDescription& member) {
@@ -234,7 +238,7 @@ std::string eventInterfaceText(const TypeMap& types, const InterfaceEntry& entry
 std::string handedOn(const MemberDescription& member) {
   std::string text;
   for (const ArgumentDescription& argument : member.arguments) {
-    text += (text.empty() ? "" : ", ") + argument.name;
+    text += (text.empty() ? "" : ", ") + std::string(argument.isOut ? "ref " : "") + argument.name;
   }
   return "(" + text + ")";
 }
@@ -243,7 +247,10 @@ std::string handedOn(const MemberDescription& member) {
 std::string plainArguments(const TypeMap& types, const MemberDescription& member) {
   std::string text;
   for (const ArgumentDescription& argument : member.arguments) {
-    text += (text.empty() ? "" : ", ") + types[argument.type].name + " " + argument.name;
+    const std::string type =
+        argument.isOut ? argument.type.substr(0, argument.type.size() - 1) : argument.type;
+    text += (text.empty() ? "" : ", ") + directionOf(types, argument) + types[type].name + " " +
+            argument.name;
   }
   return "(" + text + ")";
 }
