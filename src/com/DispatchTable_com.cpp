@@ -91,8 +91,11 @@ const Member* DispatchTable::choose(const LateCall& call) const {
   if (putsObject(call.arguments)) {
     std::swap(order[2], order[3]);
   }
+  // JScript calls what enumerates a collection, be it a property.
+  const WORD flags =
+      call.member == DISPID_NEWENUM ? WORD{DISPATCH_METHOD | DISPATCH_PROPERTYGET} : call.flags;
   for (const INVOKEKIND kind : order) {
-    const Member* const member = (call.flags & kind) != 0 ? find(call.member, kind) : nullptr;
+    const Member* const member = (flags & kind) != 0 ? find(call.member, kind) : nullptr;
     if (member) {
       return member;
     }

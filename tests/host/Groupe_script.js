@@ -69,5 +69,11 @@ refused(function () { group.setRepere([0, 0, 0], [1, 0, 0], [2, 0, 0]); },
 refused(function () { group.Add(group, 0); }, "Objet: the group would hold itself");
 expect(isCovered(), true, "the pixel after refusals");
 
+var walked = 0;
+for (var items = new Enumerator(group); !items.atEnd(); items.moveNext()) {
+  walked++;
+}
+expect(walked, group.Count, "what an Enumerator walks");
+
 files.DeleteFolder(folder);
 WScript.Echo("script ok");
