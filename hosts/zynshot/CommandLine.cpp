@@ -98,8 +98,8 @@ const std::array<PictureOption, 21> kPictureOptions = {{
     {"--perspective", "DEGREES", "see so much from bottom to top, 1 to 170",
      [](PictureOptions& p, std::string_view v) { p.perspective = parseNumber(v, 1, 170); }},
     {"--camera", "TEXT",
-     "look with this camera, the line of text that the viewer\n"
-     "saves, in place of --view, --surplus and --perspective",
+     "look with this camera, a line of text that the viewer\n"
+     "saves; --view, --surplus, --perspective do not count",
      [](PictureOptions& p, std::string_view v) { p.camera = v; }},
     {"--light1", "AZ,EL[,COLOUR]",
      "where the main light comes from, in degrees from the\n"

@@ -180,7 +180,8 @@ STDMETHODIMP CZYNCamera::get_Texte(BSTR* pVal) noexcept {
     if (!pVal) {
       return E_POINTER;
     }
-    *pVal = SysAllocString(widened(textOf(value_)).c_str());
+    const std::wstring text = widened(textOf(value_));
+    *pVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     return *pVal ? S_OK : E_OUTOFMEMORY;
   });
 }

@@ -2,7 +2,9 @@
 // files against frames, names and places that cannot be written, older files, the clipboard.
 #include <cmath>
 #include <cstring>
+#include <future>
 #include <map>
+#include <thread>
 
 #include "support/Drawer_win.h"
 #include "support/ImageDecoder_win.h"
@@ -214,6 +216,24 @@ TEST_P(ExporterTest, CopierPutsThePictureOnTheClipboard) {
   const DecodedImage file = exported(L"a.png");
   EXPECT_EQ(copied.image, file.image);
   EXPECT_EQ(copied.alpha, file.alpha);
+}
+
+TEST_P(ExporterTest, CopierTellsThatAnotherHoldsTheClipboard) {
+  std::promise<bool> isHeld;
+  std::promise<void> isOver;
+  std::thread other([&] {
+    isHeld.set_value(OpenClipboard(nullptr) != FALSE);
+    isOver.get_future().wait();
+    CloseClipboard();
+  });
+  const bool held = isHeld.get_future().get();
+  const CallResult result = drawer_->call(L"Copier");
+  isOver.set_value();
+  other.join();
+  ASSERT_TRUE(held);
+  EXPECT_EQ(result.code(), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
+  EXPECT_FALSE(result.description.empty());
+  EXPECT_EQ(drawer_->call(L"Copier").code(), S_OK);
 }
 
 TEST_P(ExporterTest, IsRefusedWhileTheSceneIsDrawn) {

@@ -257,7 +257,8 @@ TEST_F(ZynshotTest, refusesModelsItCannotUse) {
   expectRefused(L"{cut.stl} -o {a.png}", "cut.stl: line 6: ", 1);
   expectRefused(L"{cut_binary.stl} -o {a.png}", "cut_binary.stl: byte 80: ", 1);
   expectRefused(L"{bad.obj} -o {a.png}", "bad.obj: line 2: vertex 2 does not exist", 1);
-  expectRefused(L"{letter.stl} -o {a.png}", "letter.stl: not a model in STL, OBJ, PLY, OFF or 3MF format", 1);
+  expectRefused(L"{letter.stl} -o {a.png}",
+                "letter.stl: not a model in STL, OBJ, PLY, OFF or 3MF format", 1);
 }
 
 TEST_F(ZynshotTest, refusesPicturesItCannotWrite) {

@@ -48,7 +48,8 @@ Matrix16 operator*(const Matrix16& a, const Matrix16& b) {
 }
 
 Vec operator*(const Matrix16& m, const Vec& p) {
-  return {m[0] * p.x + m[4] * p.y + m[8] * p.z + m[12], m[1] * p.x + m[5] * p.y + m[9] * p.z + m[13],
+  return {m[0] * p.x + m[4] * p.y + m[8] * p.z + m[12],
+          m[1] * p.x + m[5] * p.y + m[9] * p.z + m[13],
           m[2] * p.x + m[6] * p.y + m[10] * p.z + m[14]};
 }
 
