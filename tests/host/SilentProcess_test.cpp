@@ -6,6 +6,7 @@
 
 #include "support/FailingImport_win.h"
 #include "support/GlCanvas_win.h"
+#include "support/LateBinding_win.h"
 #include "support/MessageCatcher_win.h"
 #include "support/Pickable_win.h"
 #include "support/Scene_win.h"
@@ -161,6 +162,54 @@ class SilentProcess : public HostTest {
     return messages.texts() == std::vector<std::wstring>{L"wglCreateContext Failed"};
   }
 };
+
+/// One view of two, by its own switch.
+template <class Host>
+void expectSilentByItself() {
+  Host silent({30, 20});
+  Host other({30, 20});
+  ASSERT_EQ(putProperty(silent.get(), L"Silencieux", 1L).code(), S_OK);
+  silent.deactivate();
+  other.deactivate();
+  const FailingImport failing(library(), "wglCreateContext", Failure{0, kError});
+  const MessageCatcher messages(library());
+  const DebuggerCatcher debugger;
+  silent.activate();
+  EXPECT_TRUE(messages.texts().empty());
+  EXPECT_TRUE(debugger.heard(L"wglCreateContext"));
+  SetErrorInfo(0, nullptr);
+  EXPECT_EQ(silent->Repaint(), S_OK);
+  EXPECT_EQ(reason().first.substr(0, 16), L"wglCreateContext");
+  other.activate();
+  EXPECT_EQ(messages.texts().size(), 1U);
+}
+
+TEST_F(SilentProcess, ViewsMayBeSilentByThemselves) {
+  expectSilentByItself<View3DHost>();
+  expectSilentByItself<View2DHost>();
+}
+
+TEST_F(SilentProcess, ContextsMayBeSilentByThemselves) {
+  for (const OffscreenClass& each : offscreenClasses()) {
+    const auto silent = each.makeBare();
+    const auto other = each.makeBare();
+    ASSERT_EQ(putProperty(silent->dispatch(), L"Silencieux", -1L).code(), S_OK);
+    const auto failing = refuse("wglCreateContext");
+    const MessageCatcher messages(library());
+    const DebuggerCatcher debugger;
+    long made = 0;
+    EXPECT_EQ(silent->create(8, 8, &made), S_OK);
+    EXPECT_TRUE(messages.texts().empty());
+    EXPECT_TRUE(debugger.heard(L"wglCreateContext"));
+    const auto file = silent->folder().file(L"a.png");
+    const CallResult exported = callMethod(silent->dispatch(), L"Exporter", {bstr(file)});
+    EXPECT_TRUE(FAILED(exported.code()));
+    EXPECT_NE(exported.description.find(L"wglCreateContext"), std::wstring::npos);
+    EXPECT_FALSE(exists(file));
+    EXPECT_EQ(other->create(8, 8, &made), S_OK);
+    EXPECT_EQ(messages.texts().size(), 1U);
+  }
+}
 
 TEST_F(SilentProcess, ViewsTellWhoNeedsTheContext) {
   const EnvironmentText silence(L"1");
