@@ -358,14 +358,23 @@ std::optional<Box3> CListTrace::movedBounds(const GlMatrix& matrix, bool isFlat)
       }
     }
   }
+  // Each once: in groups of groups a second look would double with every level.
+  const auto isEarlier = [&](std::size_t side) {
+    const auto sameAs = [&](const auto& other) { return other.first == furthest[side].first; };
+    return std::any_of(furthest.begin(), furthest.begin() + static_cast<std::ptrdiff_t>(side),
+                       sameAs);
+  };
   BoundsSum all;
-  for (const auto& [group, reach] : furthest) {
-    if (group) {
-      group->addMoved(matrix, isFlat, all);
+  for (std::size_t side = 0; side < furthest.size(); ++side) {
+    if (furthest[side].first && !isEarlier(side)) {
+      furthest[side].first->addMoved(matrix, isFlat, all);
     }
   }
   for (ElementGroup& group : groups_) {
-    group.addMoved(matrix, isFlat, all);
+    const auto isGroup = [&](const auto& other) { return other.first == &group; };
+    if (std::none_of(furthest.begin(), furthest.end(), isGroup)) {
+      group.addMoved(matrix, isFlat, all);
+    }
   }
   return all.box;
 }
