@@ -7,7 +7,8 @@
 #include <exception>
 #include <numbers>
 
-#include "common/MeshObjects_com.h"
+#include "ZYNMODELEGEOM.h"
+#include "common/ClassObject_com.h"
 
 namespace zyn::sample {
 namespace {
@@ -78,9 +79,14 @@ STDMETHODIMP Spring::GetBox3D(IDispatch** box) noexcept {
   *box = nullptr;
   try {
     const double side = shape_.radius + shape_.wire;
-    const double top = shape_.coils * shape_.pitch + shape_.wire;
-    *box = host::makeBox({{-side, -side, -shape_.wire}, {side, side, top}}).Detach();
-    return S_OK;
+    const auto bounds = host::ClassObject(L"ZYNModeleGeom.Box3D").create<IZYNBox3D>();
+    host::check(bounds->put_XMin(-side), L"XMin");
+    host::check(bounds->put_XMax(side), L"XMax");
+    host::check(bounds->put_YMin(-side), L"YMin");
+    host::check(bounds->put_YMax(side), L"YMax");
+    host::check(bounds->put_ZMin(-shape_.wire), L"ZMin");
+    host::check(bounds->put_ZMax(shape_.coils * shape_.pitch + shape_.wire), L"ZMax");
+    return bounds.CopyTo(box);
   } catch (const std::exception&) {
     return E_FAIL;
   }

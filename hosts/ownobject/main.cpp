@@ -20,7 +20,7 @@ constexpr short kPick = -1;
 constexpr LONG kShaded = 0;
 
 void showPicked(ViewWindow& window, Spring& spring, const VARIANT& selection) {
-  const std::vector<LONG> names = host::integersOf(selection);
+  const std::vector<std::int32_t> names = host::integersOf(selection);
   if (names.empty()) {
     spring.mark({});
     SetWindowTextW(window.window(), L"Nothing picked");
