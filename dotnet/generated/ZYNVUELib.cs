@@ -2193,7 +2193,7 @@ namespace ZYNVue.Interop {
   /// <summary>Group: holds objects, and shows them moved, faded or not at all, in any number of views and contexts. Objects are those that a view takes, other groups too. Texts and pictures keep facing the viewer. A bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("9FF98435-A4D3-4B9D-8E5A-8164F3B1AFC3"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNGroupe {
-    /// <summary>Appends the object Objet; the same one may be there several times. Mode is handed to it at every drawing: 1 outline, 0 and other positive values shaded; where the group itself was added with another mode than 0, that one counts for all that it holds. E_INVALIDARG for no object, for a group that would hold itself at any depth, and for more than 256 groups in one another. Fails with the error of an object that cannot tell its number.</summary>
+    /// <summary>Appends the object Objet; the same one may be there several times. Mode is handed to it at every drawing: 1 outline, 0 and other positive values shaded; where the group itself was added with mode 1, all that it holds is outlined. E_INVALIDARG for no object, for a group that would hold itself at any depth, and for more than 256 groups in one another. Fails with the error of an object that cannot tell its number.</summary>
     [DispId(1)]
     void Add([MarshalAs(UnmanagedType.IDispatch)] object Objet, int Mode);
 

@@ -126,8 +126,10 @@ double areaCoverage(const std::vector<Path>& paths, const Place& p, double pixel
   constexpr int kSamples = 4;  // along a side
   int hits = 0;
   for (int i = 0; i < kSamples * kSamples; ++i) {
-    const Place sample = {p.x + ((i % kSamples + 0.5) / kSamples - 0.5) * pixel,
-                          p.y + ((i / kSamples + 0.5) / kSamples - 0.5) * pixel};
+    const int column = i % kSamples;
+    const int row = i / kSamples;
+    const Place sample = {p.x + ((column + 0.5) / kSamples - 0.5) * pixel,
+                          p.y + ((row + 0.5) / kSamples - 0.5) * pixel};
     hits += std::ranges::any_of(paths, [&](const Path& path) { return isInside(path, sample); });
   }
   return hits / static_cast<double>(kSamples * kSamples);

@@ -95,6 +95,17 @@ std::optional<double> numberIn(const VARIANT& value) {
 
 std::wstring element(std::size_t index) { return L"element " + std::to_wstring(index); }
 
+/// Whether the property is a number, which is then given.
+bool readNumber(IDispatch& object, const std::wstring& name, double& number) {
+  OwnedVariant value;
+  if (FAILED(readProperty(object, name, value))) {
+    return false;
+  }
+  const std::optional<double> found = numberIn(*value.get());
+  number = found.value_or(0);
+  return found.has_value();
+}
+
 }  // namespace
 
 NumberArray::NumberArray(const wchar_t* name, const VARIANT& argument) : name_(name) {
@@ -180,23 +191,18 @@ void NumberArray::takeVariants() {
 
 void NumberArray::takeScriptObject(IDispatch& object) {
   const Microsoft::WRL::ComPtr<IDispatch> alive(&object);
-  OwnedVariant length;
-  const auto count =
-      SUCCEEDED(readProperty(object, L"length", length)) ? numberIn(*length.get()) : std::nullopt;
-  if (!count || !(*count >= 0 && *count <= kMostScriptElements)) {
+  double length = 0;
+  if (!readNumber(object, L"length", length) || !(length >= 0 && length <= kMostScriptElements)) {
     throw badArgument(name_, L"an array of numbers is wanted, this is another object");
   }
-  const auto wanted = static_cast<std::size_t>(*count);
+  const auto wanted = static_cast<std::size_t>(length);
   while (numbers_.size() < wanted) {
-    OwnedVariant value;
+    double number = 0;
     const std::size_t index = numbers_.size();
-    const auto number = SUCCEEDED(readProperty(object, std::to_wstring(index), value))
-                            ? numberIn(*value.get())
-                            : std::nullopt;
-    if (!number) {
+    if (!readNumber(object, std::to_wstring(index), number)) {
       throw badArgument(name_, element(index) + L" is no number");
     }
-    numbers_.push_back(*number);
+    numbers_.push_back(number);
   }
   rows_ = wanted;
   data_ = numbers_.data();
