@@ -68,6 +68,7 @@ struct CListTrace::Drawing {
   const ListPass& pass;
   bool isFlat;
   bool isSelection = false;
+  bool keepsMode = false;  ///< selection or feedback, which no object may end
   bool isQueryKnown = false;
   std::optional<PickQuery> query{};  ///< in a selection, where it makes sense
   std::vector<GLuint> called{};      ///< lists that are to be called next
@@ -79,6 +80,7 @@ struct CListTrace::Drawing {
     return pass.overrideMode != 0 ? pass.overrideMode == ElementGroup::kOutlineMode
                                   : group.kind() == ElementGroup::Kind::kOutlines;
   }
+  void takeMode();
   bool canCallLists() const;
   void callLists();
   PickQuery* pickQuery();
@@ -90,6 +92,12 @@ struct CListTrace::Drawing {
   std::optional<PickQuery> makeQuery() const;
   std::shared_ptr<const CGLFontContext> currentFonts() const;
 };
+
+void CListTrace::Drawing::takeMode() {
+  const GLenum mode = enumState(GL_RENDER_MODE);
+  isSelection = mode == GL_SELECT;
+  keepsMode = mode != GL_RENDER;
+}
 
 /// Display lists are for rendering: in other modes some platforms lock up. What objects of other
 /// components leave behind may be a list of theirs that is being compiled.
@@ -422,7 +430,7 @@ void CListTrace::drawDepth(const ListPass& pass) {
 
 void CListTrace::draw3D(DrawElem& element, const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = false};
-  drawing.isSelection = enumState(GL_RENDER_MODE) == GL_SELECT;
+  drawing.takeMode();
   drawObject(element, drawing);
 }
 
@@ -432,7 +440,7 @@ void CListTrace::draw2D(const ListPass& pass) {
 }
 
 void CListTrace::draw(Drawing& drawing) {
-  drawing.isSelection = enumState(GL_RENDER_MODE) == GL_SELECT;
+  drawing.takeMode();
   if (drawing.pass.lists) {
     drawing.pass.lists->collect();
   }
@@ -467,7 +475,7 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
   drawing.isQueryKnown = false;
-  const OutsideDrawing scope(!isRendering());
+  const OutsideDrawing scope(drawing.keepsMode);
   if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
     throwIfFailed(drawing.drawOutside(*drawable.Get(), mode), drawable.Get(), __uuidof(IGLDraw));
