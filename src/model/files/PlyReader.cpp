@@ -238,8 +238,8 @@ class PlyReader {
   void readList(const Property& property) {
     const bool isWanted = property.name == "vertex_indices" || property.name == "vertex_index";
     const double count = numbers_.next(property, *property.countType);
-    const std::size_t size = numbers_.leastSize(property.type);
-    if (!(count >= 0 && count <= static_cast<double>(numbers_.left() / size))) {
+    const std::size_t most = numbers_.left() / numbers_.leastSize(property.type);
+    if (!(count >= 0 && count <= static_cast<double>(most))) {
       numbers_.fail("the file is too short for a list of " + textOf(count));
     }
     for (auto left = static_cast<std::size_t>(count); left > 0; --left) {
