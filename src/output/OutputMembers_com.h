@@ -84,7 +84,7 @@ class OutputMembers : public Base {
 
  protected:
   using Base::Base;
-  ~OutputMembers() = default;
+  ~OutputMembers() = default;  // NOLINT(modernize-use-override): virtual in views only
 
   /// Tells the user, or the debugger.
   void tell(const std::wstring& text) const { tellUser(text, isSilent_); }

@@ -154,7 +154,7 @@ class ElementGroup final : public SceneWatcher {
 template <class Visit>
 void ElementGroup::forEach(Visit visit) const {
   const DrawElem* element = first_;
-  for (std::uint32_t i = 0; i < count_; ++i) {
+  for (std::uint32_t left = count_; element && left > 0; --left) {
     visit(*element->own);
     element = element->node.next ? element->node.next->value : nullptr;
   }

@@ -1,6 +1,7 @@
 #include "view3d/CZYNCamera_com.h"
 
 #include <limits>
+#include <memory>
 #include <string>
 
 #include "com/NumericArrayVariant_com.h"
