@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/Ray.h"
+#include "core/ShearedRay.h"
 #include "model/Faces.h"
 #include "model/Measures.h"
 
@@ -83,52 +85,9 @@ std::vector<std::uint32_t> facesAlongCurve(const Mesh& mesh) {
   return faces;
 }
 
-/// A ray in coordinates in which it runs along the last axis, so that neighbouring triangles
-/// decide alike on which side of their edge it passes (Woop, Benthin, Wald 2013).
-class ShearedRay {
- public:
-  ShearedRay(const Vector& origin, const Vector& direction) : origin_(origin) {
-    const Triple d = tripleOf(direction);
-    while (std::abs(d[z_]) < largestComponent(direction)) {
-      ++z_;
-    }
-    x_ = (z_ + 1) % kAxes;
-    y_ = (z_ + 2) % kAxes;
-    shearX_ = d[x_] / d[z_];
-    shearY_ = d[y_] / d[z_];
-    scale_ = 1 / d[z_];
-  }
-
-  /// Where it meets a triangle; none where it does not, or runs in its plane.
-  std::optional<double> meet(const Vector& a, const Vector& b, const Vector& c) const {
-    const Triple p = sheared(a);
-    const Triple q = sheared(b);
-    const Triple r = sheared(c);
-    const double u = r[0] * q[1] - r[1] * q[0];
-    const double v = p[0] * r[1] - p[1] * r[0];
-    const double w = q[0] * p[1] - q[1] * p[0];
-    const bool isOutside = (u < 0 || v < 0 || w < 0) && (u > 0 || v > 0 || w > 0);
-    const double area = u + v + w;
-    if (isOutside || area == 0) {
-      return std::nullopt;
-    }
-    return (u * p[2] + v * q[2] + w * r[2]) / area;
-  }
-
- private:
-  Triple sheared(const Vector& point) const {
-    const Triple p = tripleOf(point - origin_);
-    return {p[x_] - shearX_ * p[z_], p[y_] - shearY_ * p[z_], scale_ * p[z_]};
-  }
-
-  Vector origin_;
-  std::size_t x_ = 0;
-  std::size_t y_ = 0;
-  std::size_t z_ = 0;
-  double shearX_;
-  double shearY_;
-  double scale_;
-};
+Ray rayOf(const Vector& origin, const Vector& direction) {
+  return {{origin.x, origin.y, origin.z}, {direction.x, direction.y, direction.z}};
+}
 
 }  // namespace
 
@@ -207,7 +166,7 @@ class BoxTree::NearestSearch {
         triangles_(triangles),
         direction_(direction),
         frontsOnly_(frontsOnly),
-        ray_(origin, direction),
+        ray_(rayOf(origin, direction)),
         from_(tripleOf(origin)),
         along_(tripleOf(direction)) {}
 
