@@ -32,10 +32,11 @@ Microsoft::WRL::ComPtr<IPictureDisp> makePicture(UniqueBitmap bitmap) {
 }
 
 void requireSurface(const OffscreenSurface* surface) {
-  if (!surface) {
-    throw Failure(E_UNEXPECTED, L"There is no picture yet to draw in");
+  if (!surface || !surface->hasContext()) {
+    throw Failure(E_UNEXPECTED, surface && surface->whyEmpty()
+                                    ? surface->whyEmpty()->text()
+                                    : L"There is no picture yet to draw in");
   }
-  surface->requireContext();
 }
 
 }  // namespace zyn

@@ -272,21 +272,42 @@ TEST_P(ExporterTest, FailuresOfWhatIsDrawnArePassedOn) {
 INSTANTIATE_TEST_SUITE_P(All, ExporterTest, testing::ValuesIn(drawerClasses()),
                          [](const auto& chosen) { return nameOf(chosen); });
 
-class ExporterOfNothing : public HostTest, public testing::WithParamInterface<DrawerClass> {};
-
-TEST_P(ExporterOfNothing, IsUnexpected) {
-  const auto object = createObject<IDispatch>(GetParam().progId);
+void expectNoPicture(IDispatch* object, const std::wstring& why) {
   const TempFolder folder;
   for (const auto& [name, arguments] : std::map<const wchar_t*, std::vector<_variant_t>>{
            {L"Exporter", {bstr(folder.file(L"a.png"))}}, {L"Copier", {}}}) {
-    const CallResult result = callMethod(object.Get(), name, arguments);
+    const CallResult result = callMethod(object, name, arguments);
     EXPECT_EQ(result.code(), E_UNEXPECTED);
     EXPECT_FALSE(result.description.empty());
+    EXPECT_NE(result.description.find(why), std::wstring::npos)
+        << std::filesystem::path(result.description);
   }
   EXPECT_TRUE(folder.empty());
 }
 
+class ExporterOfNothing : public HostTest, public testing::WithParamInterface<DrawerClass> {};
+
+TEST_P(ExporterOfNothing, IsUnexpected) {
+  expectNoPicture(createObject<IDispatch>(GetParam().progId).Get(), L"");
+}
+
 INSTANTIATE_TEST_SUITE_P(All, ExporterOfNothing, testing::ValuesIn(drawerClasses()),
+                         [](const auto& chosen) { return nameOf(chosen); });
+
+class ExporterOfContext : public HostTest, public testing::WithParamInterface<OffscreenClass> {};
+
+TEST_P(ExporterOfContext, IsUnexpectedWhereThereCanBeNoPicture) {
+  const auto context = GetParam().make(8, 8);
+  for (const auto& [width, height] : {std::pair(0, 0), {-8, 8}, {8, 0}, {2000000000, 2000000000}}) {
+    context->resize(width, height);
+    expectNoPicture(context->dispatch(),
+                    std::to_wstring(width) + L" x " + std::to_wstring(height) + L" pixels");
+  }
+  context->resize(8, 8);
+  EXPECT_EQ(callMethod(context->dispatch(), L"Copier", {}).code(), S_OK);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExporterOfContext, testing::ValuesIn(offscreenClasses()),
                          [](const auto& chosen) { return nameOf(chosen); });
 
 class ExporterOfView : public ExporterTest {};
