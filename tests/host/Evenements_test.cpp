@@ -6,55 +6,22 @@
 #include <utility>
 
 #include "support/Drawer_win.h"
-#include "support/ForeignBase_win.h"
+#include "support/EventListener_win.h"
 
 namespace zyn::test {
 namespace {
 
-enum Event : DISPID { kCameraChangee = 1, kProgression = 2, kAnimationFinie = 6 };
-
-/// Hears the events, and does with each what it is told.
-class Listener final : public ForeignBase<Listener, IDispatch> {
- public:
-  std::function<HRESULT(DISPID event, const DISPPARAMS& arguments, VARIANT* answer)> onEvent;
-  std::vector<double> parts;  ///< of Progression
-  std::wstring what;
-
-  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT* answer,
-                      EXCEPINFO*, UINT*) override {
-    if (event == kProgression && arguments->cArgs == 3) {
-      parts.push_back(V_R8(&arguments->rgvarg[2]));
-      what = V_BSTR(&arguments->rgvarg[1]);
-    }
-    return onEvent ? onEvent(event, *arguments, answer) : S_OK;
-  }
-};
-
-/// Answers Progression with "stop", in place as VBA does.
-HRESULT stop(DISPID, const DISPPARAMS& arguments, VARIANT*) {
-  *V_BOOLREF(&arguments.rgvarg[0]) = VARIANT_TRUE;
-  return S_OK;
-}
-
 class EvenementsTest : public HostTest {
  protected:
-  EvenementsTest() {
-    const auto points = queryFor<IConnectionPointContainer>(events_.Get());
-    require(points->FindConnectionPoint(DIID__IZYNEvenements, &point_), "FindConnectionPoint");
-    require(point_->Advise(listener_.Get(), &cookie_), "Advise");
-  }
-
-  HRESULT attach(IDispatch* object) const { return events_->putref_Vue(object); }
+  HRESULT attach(IDispatch* object) const { return events_.attach(object); }
   ComPtr<IDispatch> attached() const {
     ComPtr<IDispatch> object;
-    EXPECT_EQ(events_->get_Vue(&object), S_OK);
+    EXPECT_EQ(events_.get()->get_Vue(&object), S_OK);
     return object;
   }
 
-  ComPtr<IZYNEvenements> events_ = createObject<IZYNEvenements>(L"ZYNVue.ZYNEvenements");
-  ComPtr<Listener> listener_ = makeForeign<Listener>();
-  ComPtr<IConnectionPoint> point_;
-  DWORD cookie_ = 0;
+  HeardEvents events_;
+  EventListener& listener_ = events_.listener();
 };
 
 bool areSame(IUnknown* a, IUnknown* b) {
@@ -62,40 +29,40 @@ bool areSame(IUnknown* a, IUnknown* b) {
 }
 
 TEST_F(EvenementsTest, TellsItsDefaultSource) {
-  const auto info = queryFor<IProvideClassInfo2>(events_.Get());
+  const auto info = queryFor<IProvideClassInfo2>(events_.get());
   GUID source = {};
   ASSERT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK);
   EXPECT_EQ(source, DIID__IZYNEvenements);
   EXPECT_EQ(info->GetGUID(7, &source), E_INVALIDARG);
   ComPtr<ITypeInfo> type;
-  ASSERT_EQ(queryFor<IProvideClassInfo>(events_.Get())->GetClassInfo(&type), S_OK);
+  ASSERT_EQ(queryFor<IProvideClassInfo>(events_.get())->GetClassInfo(&type), S_OK);
   _bstr_t name;
   ASSERT_EQ(type->GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr),
             S_OK);
   EXPECT_EQ(name, _bstr_t(L"ZYNEvenements"));
-  const auto points = queryFor<IConnectionPointContainer>(events_.Get());
+  const auto points = queryFor<IConnectionPointContainer>(events_.get());
   ComPtr<IEnumConnectionPoints> enumerator;
   ASSERT_EQ(points->EnumConnectionPoints(&enumerator), S_OK);
   ComPtr<IConnectionPoint> listed[2];
   ULONG count = 0;
   EXPECT_EQ(enumerator->Next(2, listed[0].GetAddressOf(), &count), S_FALSE);
   EXPECT_EQ(count, 1U);
-  EXPECT_EQ(listed[0], point_);
+  EXPECT_EQ(listed[0].Get(), events_.point());
   ComPtr<IConnectionPointContainer> container;
-  ASSERT_EQ(point_->GetConnectionPointContainer(&container), S_OK);
-  EXPECT_TRUE(areSame(container.Get(), events_.Get()));
+  ASSERT_EQ(events_.point()->GetConnectionPointContainer(&container), S_OK);
+  EXPECT_TRUE(areSame(container.Get(), events_.get()));
 }
 
 TEST_F(EvenementsTest, AttachesToViewsAndBitmapContextsOnly) {
   EXPECT_FALSE(attached());
   for (const DrawerClass& each : drawerClasses()) {
     const auto object = createObject<IDispatch>(each.progId);
-    ASSERT_EQ(putReference(events_.Get(), L"Vue", object.Get()).code(), S_OK) << each.name;
+    ASSERT_EQ(putReference(events_.get(), L"Vue", object.Get()).code(), S_OK) << each.name;
     EXPECT_TRUE(areSame(attached().Get(), object.Get()));
     const auto triangle = createObject<IDispatch>(kTriangleProgId);
-    const auto foreign = makeForeign<Listener>();
+    const auto foreign = makeForeign<EventListener>();
     for (IDispatch* const other : {triangle.Get(), foreign->dispatch()}) {
-      const CallResult refused = putReference(events_.Get(), L"Vue", other);
+      const CallResult refused = putReference(events_.get(), L"Vue", other);
       EXPECT_EQ(refused.code(), E_INVALIDARG);
       EXPECT_EQ(refused.description.substr(0, 5), L"Vue: ");
       EXPECT_TRUE(areSame(attached().Get(), object.Get()));
@@ -122,9 +89,8 @@ TEST_F(EvenementsTest, DoesNotKeepAlive) {
 TEST_F(EvenementsTest, MayEndBeforeWhatItIsAttachedTo) {
   OffscreenScene scene(16, 16);
   ASSERT_EQ(attach(scene.dispatch()), S_OK);
-  require(point_->Unadvise(cookie_), "Unadvise");
-  point_.Reset();
-  events_.Reset();
+  events_.unadvise();
+  events_.release();
   EXPECT_EQ(callMethod(scene.dispatch(), L"Exporter", {bstr(scene.folder().file(L"a.png"))}).code(),
             S_OK);
 }
@@ -149,34 +115,34 @@ class ProgressionTest : public EvenementsTest, public testing::WithParamInterfac
 
 TEST_P(ProgressionTest, IsToldFromTheBeginOn) {
   ASSERT_EQ(exportTo(L"a.png").code(), S_OK);
-  ASSERT_GE(listener_->parts.size(), 2U) << "drawn in several parts";
-  EXPECT_LE(listener_->parts.size(), 101U);
-  EXPECT_EQ(listener_->parts.front(), 0);
-  EXPECT_TRUE(std::ranges::is_sorted(listener_->parts));
-  EXPECT_LE(listener_->parts.back(), 1);
-  EXPECT_EQ(listener_->what, L"Exporter");
-  listener_->parts.clear();
+  ASSERT_GE(listener_.parts.size(), 2U) << "drawn in several parts";
+  EXPECT_LE(listener_.parts.size(), 101U);
+  EXPECT_EQ(listener_.parts.front(), 0);
+  EXPECT_TRUE(std::ranges::is_sorted(listener_.parts));
+  EXPECT_LE(listener_.parts.back(), 1);
+  EXPECT_EQ(listener_.what, L"Exporter");
+  listener_.parts.clear();
   EXPECT_EQ(context_->exportPng(folder_.file(L"b.png")), S_OK);
-  EXPECT_TRUE(listener_->parts.empty()) << "members of the first interface tell nothing";
+  EXPECT_TRUE(listener_.parts.empty()) << "members of the first interface tell nothing";
 }
 
 TEST_P(ProgressionTest, StopsTheExport) {
   writeFile(folder_.file(L"a.png"), "older");
   for (const bool byAnswer : {false, true}) {
-    listener_->onEvent = [&](DISPID event, const DISPPARAMS& arguments, VARIANT* answer) {
-      if (!byAnswer) return stop(event, arguments, answer);
+    listener_.onEvent = [&](DISPID event, const DISPPARAMS& arguments, VARIANT* answer) {
+      if (!byAnswer) return stopWork(event, arguments, answer);
       V_VT(answer) = VT_BOOL;
       V_BOOL(answer) = VARIANT_TRUE;
       return S_OK;
     };
-    listener_->parts.clear();
+    listener_.parts.clear();
     const CallResult stopped = exportTo(L"a.png");
     EXPECT_EQ(stopped.code(), E_ABORT);
     EXPECT_FALSE(stopped.description.empty());
-    EXPECT_EQ(listener_->parts.size(), 1U);
+    EXPECT_EQ(listener_.parts.size(), 1U);
     EXPECT_EQ(readFile(folder_.file(L"a.png")), (Bytes{'o', 'l', 'd', 'e', 'r'}));
   }
-  listener_->onEvent = nullptr;
+  listener_.onEvent = nullptr;
   EXPECT_EQ(exportTo(L"a.png").code(), S_OK);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
 }
@@ -186,22 +152,21 @@ TEST_P(ProgressionTest, HandlersMayDoWhatTheyLike) {
   const std::vector<std::function<void()>> actions = {
       [&] { attach(nullptr); },
       [&] { attach(other->dispatch()); },
-      [&] { point_->Unadvise(cookie_); },
+      [&] { events_.unadvise(); },
       [&] { EXPECT_EQ(exportTo(L"nested.png").code(), E_UNEXPECTED); },
       [&] { context_->resize(8, 8); },
       [&] {
-        point_->Unadvise(cookie_);
-        point_.Reset();
-        events_.Reset();
+        events_.unadvise();
+        events_.release();
         context_->release();
       }};
   for (const auto& action : actions) {
     context_->resize(64, 17000);
     require(attach(context_->dispatch()), "Vue");
-    point_->Unadvise(cookie_);
-    require(point_->Advise(listener_.Get(), &cookie_), "Advise");
+    events_.unadvise();
+    events_.advise();
     int calls = 0;
-    listener_->onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+    listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
       if (++calls == 1) action();
       return E_FAIL;
     };
@@ -223,7 +188,7 @@ INSTANTIATE_TEST_SUITE_P(All, ProgressionTest, testing::ValuesIn(offscreenClasse
 class ViewEventsTest : public EvenementsTest {
  protected:
   ViewEventsTest() {
-    listener_->onEvent = [this](DISPID event, const DISPPARAMS& arguments, VARIANT*) {
+    listener_.onEvent = [this](DISPID event, const DISPPARAMS& arguments, VARIANT*) {
       EXPECT_EQ(arguments.cArgs, 0U);
       fired_.push_back(event);
       return S_OK;
@@ -260,11 +225,10 @@ TEST_F(ViewEventsTest, TellOfTheEndOfAMovement) {
 
 TEST_F(ViewEventsTest, HandlersMayReleaseEverything) {
   int calls = 0;
-  listener_->onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+  listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
     ++calls;
-    point_->Unadvise(cookie_);
-    point_.Reset();
-    events_.Reset();
+    events_.unadvise();
+    events_.release();
     view_.close();
     return E_FAIL;
   };
@@ -332,7 +296,7 @@ class ScriptSinkTest : public EvenementsTest, public testing::WithParamInterface
 TEST_P(ScriptSinkTest, HearsOfProgressAndStopsIt) {
   const auto script = makeForeign<ScriptText>();
   script->start(GetParam().engine, GetParam().text);
-  listener_->onEvent = [&](DISPID, const DISPPARAMS& arguments, VARIANT* answer) {
+  listener_.onEvent = [&](DISPID, const DISPPARAMS& arguments, VARIANT* answer) {
     return script->call(L"events_Progression", arguments, answer);
   };
   OffscreenScene scene(64, 64);
@@ -340,7 +304,7 @@ TEST_P(ScriptSinkTest, HearsOfProgressAndStopsIt) {
   ASSERT_EQ(attach(scene.dispatch()), S_OK);
   const auto file = scene.folder().file(L"a.png");
   EXPECT_EQ(callMethod(scene.dispatch(), L"Exporter", {bstr(file)}).code(), E_ABORT);
-  EXPECT_EQ(listener_->parts, std::vector<double>{0});
+  EXPECT_EQ(listener_.parts, std::vector<double>{0});
   EXPECT_FALSE(exists(file));
   script->stop();
 }
