@@ -126,11 +126,9 @@ bool PartsTree::notified(const NMHDR& message) {
 void PartsTree::toggle(HTREEITEM item) {
   TVITEMW asked = {};
   asked.hItem = item;
-  asked.mask = TVIF_PARAM | TVIF_STATE;
-  asked.stateMask = TVIS_STATEIMAGEMASK;
+  asked.mask = TVIF_PARAM;
   if (item != nullptr && TreeView_GetItem(tree_, &asked)) {
-    events_.partChecked(static_cast<int>(asked.lParam),
-                        asked.state != INDEXTOSTATEIMAGEMASK(kChecked));
+    events_.partChecked(static_cast<int>(asked.lParam), TreeView_GetCheckState(tree_, item) == 0);
   }
 }
 

@@ -42,7 +42,7 @@ class PartsTree {
   /// Emphasises a part and scrolls to it; 0: none.
   void emphasise(int part);
 
-  /// Whether the message from a child was the tree's; `result` is then what it is answered by.
+  /// Whether the message from a child was the tree's.
   bool notified(const NMHDR& message);
 
  private:

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "common/InputFile.h"
 #include "common/MeshFile_com.h"
 #include "common/Utf8_win.h"
 #include "common/Words.h"
@@ -16,7 +17,7 @@ namespace zyn::viewer {
 
 namespace {
 
-/// Thrown through a loading that the person has had enough of.
+/// Thrown through a loading that the person has stopped.
 class Cancelled : public std::exception {};
 
 /// Sets a flag for the time of a scope.
@@ -159,7 +160,7 @@ void Viewer::activated(bool active) {
 }
 
 bool Viewer::mayClose() {
-  cancelled_ = loading_;
+  closesAfterLoading_ = loading_;
   return !loading_;
 }
 
@@ -201,7 +202,10 @@ void Viewer::load(const std::filesystem::path& file) {
     }
     frame_.setTitle(file.filename().wstring() + L" - ZYNVue viewer");
   } catch (const Cancelled&) {
-    PostMessageW(frame_.handle(), WM_CLOSE, 0, 0);
+    frame_.status().show(StatusBar::kMessage, "Stopped: " + host::utf8Name(file.filename()));
+    if (closesAfterLoading_) {
+      PostMessageW(frame_.handle(), WM_CLOSE, 0, 0);
+    }
   } catch (...) {
     frame_.status().hideProgress();
     frame_.status().show(StatusBar::kMessage, "");
@@ -212,7 +216,7 @@ void Viewer::load(const std::filesystem::path& file) {
 
 void Viewer::loadModel(const std::filesystem::path& file) {
   frame_.status().show(StatusBar::kMessage, "Reading...");
-  const auto mesh = host::loadMesh(file);
+  const auto mesh = host::loadMesh(file, [this](double part) { showProgress(part); });
   pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
 }
 
@@ -222,25 +226,23 @@ void Viewer::loadTable(const std::filesystem::path& file) {
   pane<GraphPane>().show(file, std::move(table));
 }
 
-/// Shows how far the reading is and lets the person stop it.
-bool Viewer::showProgress(double part) {
+void Viewer::showProgress(double part) {
   frame_.status().showProgress(part);
   keepAlive();
-  return true;
 }
 
 /// Lets the window paint and move during a long loading, deaf to keys and mouse.
 void Viewer::keepAlive() {
   MSG message = {};
-  while (!cancelled_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (!closesAfterLoading_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
-      throw std::runtime_error("the model was not loaded: Esc was pressed");
+      throw Cancelled();
     }
     if (!isInput(message.message)) {
       DispatchMessageW(&message);
     }
   }
-  if (cancelled_) {
+  if (closesAfterLoading_) {
     throw Cancelled();
   }
 }

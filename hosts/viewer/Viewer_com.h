@@ -50,8 +50,8 @@ class Viewer final : private FrameEvents, private PaneOwner {
   /// The pane of this class, in the place of any other.
   template <typename Kind>
   Kind& pane();
-  /// Shows how far the work is and lets the person stop it.
-  bool showProgress(double part);
+  /// Shows how far the loading is and lets the person stop it.
+  void showProgress(double part);
   void keepAlive();
   void askAndLoad();
   void exportAs(const char* extension);
@@ -62,7 +62,7 @@ class Viewer final : private FrameEvents, private PaneOwner {
   FrameWindow frame_;
   std::unique_ptr<Pane> pane_;
   bool loading_ = false;
-  bool cancelled_ = false;  ///< the person closes the window during loading
+  bool closesAfterLoading_ = false;  ///< the person has closed the window meanwhile
   bool problem_ = false;
 };
 

@@ -53,8 +53,9 @@ void render(const Request& request) {
   }
   ProgressLine line(progressStyle(request), writeError);
   const Apartment apartment;
-  line.show("reading", 0);
-  Scene scene(host::loadMesh(request.model), request.smoothAngle);
+  const auto mesh =
+      host::loadMesh(request.model, [&line](double part) { line.show("reading", part); });
+  Scene scene(mesh, request.smoothAngle);
   Studio studio(scene);
   std::size_t done = 0;
   for (const PictureOptions& picture : request.pictures) {

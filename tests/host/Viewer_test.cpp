@@ -1,6 +1,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "support/ImageDecoder_win.h"
 #include "support/Program_win.h"
@@ -236,8 +237,7 @@ class RunningViewer {
             "the viewer starts");
   }
   ~RunningViewer() {
-    PostMessageW(window_, WM_CLOSE, 0, 0);
-    WaitForSingleObject(process_.hProcess, INFINITE);
+    exitCode();
     CloseHandle(process_.hThread);
     CloseHandle(process_.hProcess);
   }
@@ -253,21 +253,85 @@ class RunningViewer {
     }
   }
 
+  /// Closes the window and waits for the program's end.
+  DWORD exitCode() const {
+    PostMessageW(window_, WM_CLOSE, 0, 0);
+    WaitForSingleObject(process_.hProcess, INFINITE);
+    DWORD code = STILL_ACTIVE;
+    GetExitCodeProcess(process_.hProcess, &code);
+    return code;
+  }
+
   /// Chooses an entry of the menus.
   void choose(viewer::Command command) const {
     SendMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
   }
 
+  /// The same as one of the inputs that wait for the program.
+  void chooseLater(viewer::Command command) const {
+    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  }
+
   /// Clicks the name of a part of the tree, from 0.
-  void select(int part) const {
+  void select(int part) const { TreeView_SelectItem(tree_, itemOf(part)); }
+
+  /// Clicks the box of a part of the tree. It lies below the name of the model, one step in.
+  void clickBox(int part) const {
+    const auto height = static_cast<int>(TreeView_GetItemHeight(tree_));
+    const int indent = static_cast<int>(TreeView_GetIndent(tree_));
+    const POINT box = {indent + indent / 2, height * (1 + part) + height / 2};
+    POINT mouse = box;
+    ClientToScreen(tree_, &mouse);
+    SetCursorPos(mouse.x, mouse.y);
+    const LPARAM place = MAKELPARAM(box.x, box.y);
+    PostMessageW(tree_, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    PostMessageW(tree_, WM_LBUTTONUP, 0, place);
+    settle();
+  }
+
+  /// Presses a key in the tree.
+  void pressInTree(WORD key) const {
+    PostMessageW(tree_, WM_KEYDOWN, key, 1);
+    PostMessageW(tree_, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+    settle();
+  }
+
+  /// Presses a key while the program may be busy.
+  void pressLater(WORD key) const { PostMessageW(window_, WM_KEYDOWN, key, 1); }
+
+  bool hasParts(UINT count) const { return TreeView_GetCount(tree_) == 1 + count; }
+
+  /// The text at the left of the status bar.
+  std::wstring message() const {
+    wchar_t text[256] = {};
+    SendMessageW(status(), WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
+    return text;
+  }
+
+  /// The progress that is shown, of a thousand; none while there is nothing to wait for.
+  std::optional<LRESULT> progress() const {
+    const HWND bar = FindWindowExW(status(), nullptr, PROGRESS_CLASSW, nullptr);
+    return IsWindowVisible(bar) ? std::optional(SendMessageW(bar, PBM_GETPOS, 0, 0)) : std::nullopt;
+  }
+
+ private:
+  HTREEITEM itemOf(int part) const {
     HTREEITEM item = TreeView_GetChild(tree_, TreeView_GetRoot(tree_));
     for (int i = 0; i < part; ++i) {
       item = TreeView_GetNextSibling(tree_, item);
     }
-    TreeView_SelectItem(tree_, item);
+    return item;
   }
+  /// Waits until the inputs so far are behind the program, by one more that it tells of.
+  void settle() const {
+    chooseLater(viewer::Command::kSaveCamera);
+    while (!message().ends_with(L".camera")) {
+      Sleep(5);
+    }
+    choose(viewer::Command::kExportBmp);  // tells something else
+  }
+  HWND status() const { return FindWindowExW(window_, nullptr, STATUSCLASSNAMEW, nullptr); }
 
- private:
   PROCESS_INFORMATION process_ = {};
   HWND window_ = nullptr;
   HWND tree_ = nullptr;
@@ -294,6 +358,87 @@ TEST_F(ViewerTest, hidesAndShowsTheGroupsOfTheFile) {
   EXPECT_EQ(differentPixels(all, again), 0);
   EXPECT_GT(differentPixels(all, withoutBoss), 200);
   EXPECT_LT(differentPixels(all, withoutBoss), differentPixels(all, withoutBase));
+}
+
+TEST_F(ViewerTest, boxesOfTheTreeFollowTheSpaceKeyAsTheMouse) {
+  RunningViewer running(part() + L" --size 320x240 --script gradient,turn-up,turn-left");
+  running.waitFor(L"part.obj - ZYNVue viewer", 4);
+  const auto picture = [&] {
+    running.choose(viewer::Command::kClearSelection);
+    running.choose(viewer::Command::kExportBmp);
+    return decodeImageFile(folder_.file(L"part.bmp")).image;
+  };
+  const Image all = picture();
+  running.clickBox(0);
+  const Image clicked = picture();
+  running.clickBox(0);
+  EXPECT_GT(differentPixels(all, clicked), 3000);
+  EXPECT_EQ(differentPixels(all, picture()), 0);
+  running.select(0);
+  running.pressInTree(VK_SPACE);
+  EXPECT_EQ(differentPixels(clicked, picture()), 0);
+  running.select(0);
+  running.pressInTree(VK_SPACE);
+  EXPECT_EQ(differentPixels(all, picture()), 0);
+}
+
+/// An OBJ that takes a while to be read, in one group; `end` are its last lines.
+std::string longModel(const std::string& end) {
+  constexpr int kSide = 300;
+  std::string text = "g long\n";
+  for (int i = 0; i < kSide * kSide; ++i) {
+    text += "v " + std::to_string(i % kSide) + ' ' + std::to_string(i / kSide) + " 0\n";
+  }
+  for (int i = 1; i + kSide < kSide * kSide; ++i) {
+    text += "f " + std::to_string(i) + ' ' + std::to_string(i + 1) + ' ' +
+            std::to_string(i + kSide) + '\n';
+  }
+  return text + end;
+}
+
+TEST_F(ViewerTest, showsHowFarTheLoadingIs) {
+  RunningViewer running(part() + L" --size 320x240");
+  running.waitFor(L"part.obj - ZYNVue viewer", 4);
+  EXPECT_FALSE(running.progress());
+  writeFile(folder_.file(L"part.obj"), longModel(""));
+  running.chooseLater(viewer::Command::kReload);
+  std::vector<LRESULT> shown;
+  while (!running.hasParts(1)) {
+    if (const auto progress = running.progress()) {
+      shown.push_back(*progress);
+    }
+  }
+  EXPECT_TRUE(std::ranges::is_sorted(shown));
+  EXPECT_GT(std::ranges::count_if(shown, [](LRESULT part) { return part > 0 && part < 1000; }), 0);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(ViewerTest, keepsItsModelWhenTheLoadingIsStopped) {
+  RunningViewer running(part() + L" --size 320x240 --script gradient");
+  running.waitFor(L"part.obj - ZYNVue viewer", 4);
+  const auto picture = [&] {
+    running.choose(viewer::Command::kExportBmp);
+    return decodeImageFile(folder_.file(L"part.bmp")).image;
+  };
+  const Image before = picture();
+  writeFile(folder_.file(L"part.obj"), longModel("f 1 2 none\n"));
+  running.chooseLater(viewer::Command::kReload);
+  running.pressLater(VK_ESCAPE);
+  while (running.message() != L"Stopped: part.obj") {
+    Sleep(10);
+  }
+  EXPECT_FALSE(running.progress());
+  EXPECT_TRUE(running.hasParts(4));
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+  EXPECT_EQ(running.exitCode(), 0u) << "the end of the file, which is wrong, was not reached";
+}
+
+TEST_F(ViewerTest, closesWhileItLoads) {
+  RunningViewer running(part());
+  running.waitFor(L"part.obj - ZYNVue viewer", 4);
+  writeFile(folder_.file(L"part.obj"), longModel("f 1 2 none\n"));
+  running.chooseLater(viewer::Command::kReload);
+  EXPECT_EQ(running.exitCode(), 0u) << "the end of the file, which is wrong, was not reached";
 }
 
 TEST_F(ViewerTest, saysWhatIsWrong) {
