@@ -6,18 +6,15 @@ namespace zyn {
 
 namespace {
 
-/// Height of a face that counts as none, of its length.
-constexpr double kFlat = 1e-12;
-
-/// Squared lengths within which squares neither overflow nor lose digits.
-constexpr double kLeastSquare = 1e-140;
-constexpr double kMostSquare = 1e140;
+/// Whether a face has a height; `norm` is the square of twice its area, `square` that of its
+/// largest extent.
+bool hasHeight(double norm, double square) { return norm > kFlat * kFlat * square * square; }
 
 /// `normal` as long as twice the area of a face, made one long; `square` is that of the face's
 /// largest extent.
 Vector unitOrNone(const Vector& normal, double square) {
   const double norm = dot(normal, normal);
-  return norm > kFlat * kFlat * square * square ? normal * (1 / std::sqrt(norm)) : Vector{};
+  return hasHeight(norm, square) ? normal * (1 / std::sqrt(norm)) : Vector{};
 }
 
 bool isTame(double square) { return square > kLeastSquare && square < kMostSquare; }
@@ -135,6 +132,12 @@ Vector measurePolygon(const Mesh& mesh, std::size_t face, double* angles) {
 Vector triangleNormal(const Vector& a, const Vector& b, const Vector& c) {
   const TriangleSides sides(a, b, c);
   return unitOrNone(cross(sides.u, sides.v), sides.square);
+}
+
+bool hasAreaExactly(const Vector& a, const Vector& b, const Vector& c) {
+  const TriangleSides sides(a, b, c);
+  const Vector normal = cross(sides.u, sides.v);
+  return hasHeight(dot(normal, normal), sides.square);
 }
 
 Vector faceNormal(const Mesh& mesh, std::size_t face) {

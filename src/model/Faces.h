@@ -12,6 +12,27 @@ namespace zyn {
 /// its coordinates tell.
 Vector triangleNormal(const Vector& a, const Vector& b, const Vector& c);
 
+/// Height of a face that counts as none, of its length.
+inline constexpr double kFlat = 1e-12;
+
+/// Squared lengths within which squares neither overflow nor lose digits.
+inline constexpr double kLeastSquare = 1e-140;
+inline constexpr double kMostSquare = 1e140;
+
+/// Whether a triangle is not degenerate: exactly where `hasArea` cannot decide at once.
+bool hasAreaExactly(const Vector& a, const Vector& b, const Vector& c);
+
+/// Whether a triangle is not degenerate.
+inline bool hasArea(const Vector& a, const Vector& b, const Vector& c) {
+  const Vector u = b - a;
+  const Vector v = c - a;
+  const Vector normal = cross(u, v);
+  const double norm = dot(normal, normal);
+  const double square = 2 * (dot(u, u) + dot(v, v));  // at least that of the longest side
+  return (norm > kFlat * kFlat * square * square && norm > kLeastSquare * kLeastSquare) ||
+         hasAreaExactly(a, b, c);
+}
+
 /// The normal of a face, one long, of the plane that fits a polygon best; all 0 for a degenerate
 /// face, which encloses no area.
 Vector faceNormal(const Mesh& mesh, std::size_t face);

@@ -1,6 +1,5 @@
 #include "model/Triangulation.h"
 
-#include "model/Faces.h"
 #include "model/PolygonCutter.h"
 
 namespace zyn {
@@ -28,11 +27,6 @@ Triangulation::Triangulation(const Mesh& mesh) {
     }
     ends_.push_back(static_cast<std::uint32_t>(triangles_.size()));
   }
-}
-
-bool Triangulation::hasArea(const Mesh& mesh, std::uint32_t first) {
-  return !isDegenerate(
-      triangleNormal(cornerAt(mesh, first), cornerAt(mesh, first + 1), cornerAt(mesh, first + 2)));
 }
 
 }  // namespace zyn

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "model/Faces.h"
 #include "model/Mesh.h"
 
 namespace zyn {
@@ -24,7 +25,7 @@ class Triangulation {
   void forEach(const Mesh& mesh, std::size_t face, Visit visit) const {
     if (mesh.faceEnds.empty()) {
       const auto first = static_cast<std::uint32_t>(3 * face);
-      if (hasArea(mesh, first)) {
+      if (hasArea(cornerAt(mesh, first), cornerAt(mesh, first + 1), cornerAt(mesh, first + 2))) {
         visit(Triangle{first, first + 1, first + 2});
       }
       return;
@@ -35,8 +36,6 @@ class Triangulation {
   }
 
  private:
-  static bool hasArea(const Mesh& mesh, std::uint32_t first);
-
   std::vector<Triangle> triangles_;
   std::vector<std::uint32_t> ends_;  ///< where the triangles of the next face begin
 };

@@ -4,6 +4,7 @@
 
 #include <numbers>
 #include <numeric>
+#include <random>
 
 #include "support/GeometryChecks.h"
 #include "support/Meshes.h"
@@ -57,6 +58,26 @@ TEST(Faces, aPolygonOnALineIsDegenerate) {
   }
   test::addPolygon(mesh, {0, 1, 2, 3});
   EXPECT_TRUE(isDegenerate(faceNormal(mesh, 0)));
+}
+
+TEST(Faces, aTriangleHasAreaExactlyWhereItHasANormal) {
+  std::mt19937 random(5);
+  std::uniform_real_distribution<double> place(-1, 1);
+  std::uniform_real_distribution<double> exponent(-14, -10);
+  int flat = 0;
+  for (int i = 0; i < 100000; ++i) {
+    const double size = i % 3 == 0 ? std::pow(10, 160 * place(random)) : 1;
+    const auto point = [&] { return Vector{place(random), place(random), place(random)} * size; };
+    const Vector a = point();
+    const Vector b = point();
+    const Vector c =
+        i % 2 == 0 ? point() : a + (b - a) * 0.3 + point() * std::pow(10, exponent(random));
+    const bool isFlat = isDegenerate(triangleNormal(a, b, c));
+    EXPECT_EQ(hasArea(a, b, c), !isFlat);
+    flat += isFlat ? 1 : 0;
+  }
+  EXPECT_GT(flat, 1000);
+  EXPECT_LT(flat, 60000);
 }
 
 TEST(Faces, anglesAreExact) {

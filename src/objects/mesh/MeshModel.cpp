@@ -143,28 +143,9 @@ void MeshModel::tryNormals() const noexcept {
   }
 }
 
-std::array<float, 3> MeshModel::normalAt(std::size_t corner) const {
-  const NormalSource source = normalSource();
-  if (source == NormalSource::kCalculated) {
-    const float* const xyz = normals_.data() + 3 * corner;
-    return {xyz[0], xyz[1], xyz[2]};
-  }
-  const std::size_t place = source == NormalSource::kPoints ? mesh_.corners[corner] : corner;
-  const double* const xyz = mesh_.normals.data() + 3 * place;
-  return {static_cast<float>(xyz[0]), static_cast<float>(xyz[1]), static_cast<float>(xyz[2])};
-}
-
 std::vector<double> MeshModel::normals() const {
   return normalSource() == NormalSource::kCalculated ? cornerNormals<double>(mesh_, smoothAngle_)
                                                      : mesh_.normals;
-}
-
-MeshModel::NormalSource MeshModel::normalSource() const {
-  if (mesh_.normals.empty()) {
-    return NormalSource::kCalculated;
-  }
-  return mesh_.normals.size() == mesh_.points.size() ? NormalSource::kPoints
-                                                     : NormalSource::kCorners;
 }
 
 /// Comes before a change: it may fail.

@@ -49,7 +49,16 @@ class MeshModel {
   /// Of every corner as it is drawn; made before the first is asked for. Changes of the shape make
   /// them at once where memory allows, so that the next frame need not.
   void prepareNormals() const;
-  std::array<float, 3> normalAt(std::size_t corner) const;
+  std::array<float, 3> normalAt(std::size_t corner) const {
+    const NormalSource source = normalSource();
+    if (source == NormalSource::kCalculated) {
+      const float* const xyz = normals_.data() + 3 * corner;
+      return {xyz[0], xyz[1], xyz[2]};
+    }
+    const std::size_t place = source == NormalSource::kPoints ? mesh_.corners[corner] : corner;
+    const double* const xyz = mesh_.normals.data() + 3 * place;
+    return {static_cast<float>(xyz[0]), static_cast<float>(xyz[1]), static_cast<float>(xyz[2])};
+  }
   /// As hosts get them: as they were set, otherwise as calculated, one a corner.
   std::vector<double> normals() const;
 
@@ -64,7 +73,13 @@ class MeshModel {
 
  private:
   enum class NormalSource { kCalculated, kPoints, kCorners };
-  NormalSource normalSource() const;
+  NormalSource normalSource() const {
+    if (mesh_.normals.empty()) {
+      return NormalSource::kCalculated;
+    }
+    return mesh_.normals.size() == mesh_.points.size() ? NormalSource::kPoints
+                                                       : NormalSource::kCorners;
+  }
 
   void touchAll(std::size_t faceCount);
   void forgetShape() noexcept;
