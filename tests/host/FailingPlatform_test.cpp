@@ -9,6 +9,7 @@
 
 #include "support/ControlTest_win.h"
 #include "support/Documents_win.h"
+#include "support/EventListener_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/ImportTable.h"
@@ -90,6 +91,20 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
   return objects;
 }
 
+/// Events of an object that are listened to, where they can be made.
+class Hearing {
+ public:
+  explicit Hearing(IDispatch* object) {
+    attempt([&] {
+      events_.emplace();
+      events_->attach(object);
+    });
+  }
+
+ private:
+  std::optional<HeardEvents> events_;
+};
+
 class Exports {
  public:
   template <class Write>
@@ -118,6 +133,11 @@ void exportAll(Context& context, const std::string& name, Exports& exports) {
                [&](const Names& spare, const Names& file) { context.CreateGIF(spare, file); });
   exports.take((name + " jpg").c_str(),
                [&](const Names& spare, const Names& file) { context.CreateJPG(spare, file, 80); });
+  const Hearing hearing(&context);
+  exports.take((name + " exported").c_str(), [&](const Names&, const Names& file) {
+    callMethod(&context, L"Exporter", {_bstr_t(file + L".png")});
+    MoveFileW(file + L".png", file);
+  });
   ComPtr<IPictureDisp> picture;
   context.GetPictureDisp(&picture);
 }
@@ -181,6 +201,7 @@ Pictures useFiles() {
   write(L"part.mtl", "newmtl a\nKd 1 0 0\n");
   attempt([&] {
     const auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+    const Hearing hearing(mesh.Get());
     mesh->Charger(bstr(folder.file(L"part.obj")));
     long faces = 0;
     mesh->get_NbFaces(&faces);
@@ -325,6 +346,7 @@ void useView(const wchar_t* progId, const std::vector<ComPtr<IDispatch>>& object
   ScriptedContainer container;
   control->SetClientSite(&container.site);
   const auto view = queryFor<IDispatch>(control.Get());
+  const Hearing hearing(view.Get());
   for (const auto& object : objects) {
     callMethod(view.Get(), L"Add", {object.Get(), 0L});
   }

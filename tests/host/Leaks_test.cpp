@@ -5,6 +5,7 @@
 #include <map>
 
 #include "support/ControlTest_win.h"
+#include "support/EventListener_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/Pictures_win.h"
 #include "support/ProcessUsage_win.h"
@@ -39,6 +40,7 @@ class Stage {
     watcher_->onDraw3D = [this](int) { return noteLists(); };
     watcher_->onDraw2D = watcher_->onDraw3D;
     view3D_->initView(0);
+    context2D_.add(group2D_.Get());
   }
 
   void show(IDispatch* object) {
@@ -48,6 +50,7 @@ class Stage {
       view2D_->Add(drawn, 0);
       view2D_->AddSelection(drawn);
       context3D_->Add(drawn, 0);
+      group2D_->Add(drawn, 0);
     }
     // A picture takes longer than all the rest.
     if (++shown_ % 8 == 0) {
@@ -55,9 +58,11 @@ class Stage {
       view3D_.move(shown_ % 40, 10);
       view2D_.paint();
       ComPtr<IPictureDisp> picture;
-      context3D_->GetPictureDisp(picture.GetAddressOf());
+      context3D_->GetPictureDisp(picture.ReleaseAndGetAddressOf());
+      context2D_->GetPictureDisp(picture.ReleaseAndGetAddressOf());
     }
     context3D_->RemoveAll();
+    group2D_->RemoveAll();
     view3D_->RemoveAll();
     view3D_->RemoveAllSelection();
     view2D_->RemoveAll();
@@ -84,6 +89,9 @@ class Stage {
   View3DHost view3D_{{kSize, kSize}};
   View2DHost view2D_{{kSize, kSize}};
   OffscreenScene context3D_{kSize, kSize};
+  OffscreenGraph context2D_{kSize, kSize};
+  /// In the 2D bitmap context, from which nothing can be removed.
+  ComPtr<IZYNGroupe> group2D_ = createObject<IZYNGroupe>(kGroupProgId);
   ComPtr<ForeignObject> watcher_ = makeForeign<ForeignObject>();
   int shown_ = 0;
   bool counting_ = false;
@@ -159,7 +167,7 @@ TEST_P(SceneObjectLeaks, NothingStays) {
   Stage stage;
   for (int i = 0; i < 64; ++i) stage.show(GetParam().make().Get());
   const auto before = stage.lists();
-  EXPECT_EQ(before.size(), 3U) << "of both views and of the bitmap context";
+  EXPECT_EQ(before.size(), 4U) << "of both views and both bitmap contexts";
   expectNoGrowth(kCycles, kAllowedMb, [&] { stage.show(GetParam().make().Get()); });
   EXPECT_EQ(stage.lists(), before) << "display lists are left";
 }
@@ -211,9 +219,16 @@ void useCamera() {
 }
 
 void useEvents() {
-  const auto events = createObject<IZYNEvenements>(L"ZYNVue.ZYNEvenements");
-  const auto context = createObject<IDispatch>(kContext2DProgId);
-  require(events->putref_Vue(context.Get()), "Vue");
+  HeardEvents events;
+  for (const wchar_t* const progId :
+       {kContextProgId, kContext2DProgId, kMeshProgId, kVue3DProgId, kVue2DProgId}) {
+    require(events.attach(createObject<IDispatch>(progId).Get()), "Vue");
+  }
+  // These end before what they are attached to.
+  const auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+  require(events.attach(mesh.Get()), "Vue");
+  require(HeardEvents().attach(mesh.Get()), "Vue");
+  mesh->Charger(_bstr_t(L"no such file"));
 }
 
 const SimpleClass kSimpleClasses[] = {
@@ -326,7 +341,8 @@ class Reloading : public HostTest {
   /// One object of each class, used and released.
   static void useEveryClass() {
     Stage stage;
-    for (const auto make : {makeSomeTriangle, makeText, makeSprite, makeTrace}) {
+    for (const auto make :
+         {makeSomeTriangle, makeText, makeSprite, makeTrace, makeScale, makeGroup, makeSomeMesh}) {
       for (int i = 0; i < 8; ++i) stage.show(make().Get());
     }
     for (const SimpleClass& simple : kSimpleClasses) simple.use();

@@ -1,11 +1,14 @@
 // Every allocation of the library's own code is made to fail once: the caller is told, nothing
 // changes, nothing is lost, and the next call works.
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <optional>
 
+#include "support/EventListener_win.h"
 #include "support/FailingAllocations_win.h"
 #include "support/ForeignObject_win.h"
+#include "support/Pickable_win.h"
 #include "support/PlainCalls_win.h"
 #include "support/Scene_win.h"
 #include "support/ServerModule_win.h"
@@ -78,6 +81,28 @@ const ContainerClass kContainers[] = {{"View3D", make<ViewContainer<View3DHost>>
 
 void PrintTo(const ContainerClass& chosen, std::ostream* out) { *out << chosen.name; }
 
+ComPtr<IDispatch> makeScale() {
+  const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  require(scale->put_Titre(_bstr_t(L"a title too long for a short string")), "Titre");
+  require(scale->setCouleurs(doubleArray({0, 0, 0, 1, 0, 0, 1, 1, 1})), "setCouleurs");
+  return scale;
+}
+
+/// With a mesh that has values, a text, and another group twice.
+ComPtr<IDispatch> makeGroup() {
+  const auto mesh = makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2});
+  require(mesh->setValeurs(doubleArray({0, 1, 2})), "setValeurs");
+  require(mesh->put_EchelleCouleurs(makeScale().Get()), "EchelleCouleurs");
+  const auto inner = createObject<IZYNGroupe>(kGroupProgId);
+  require(inner->Add(mesh.Get(), 0), "Add");
+  require(inner->Add(makeText(L"in a group").Get(), 1), "Add");
+  const auto group = createObject<IZYNGroupe>(kGroupProgId);
+  require(group->Add(inner.Get(), 0), "Add");
+  require(group->Add(inner.Get(), 1), "Add");
+  require(group->put_Opacite(0.5), "Opacite");
+  return group;
+}
+
 /// Objects of each kind that can be added.
 std::vector<ComPtr<IDispatch>> addableObjects() {
   const auto plate = makeForeign<ForeignObject>();
@@ -90,6 +115,8 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
           createObject<IDispatch>(kCameraProgId),
           createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
           makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}),
+          makeScale(),
+          makeGroup(),
           foreign};
 }
 
@@ -162,6 +189,7 @@ TEST_F(OutOfMemoryTest, EveryMemberOfEveryClass) {
   OffscreenGraph graph(40, 40);
   std::vector<ComPtr<IDispatch>> targets = addableObjects();
   targets.pop_back();
+  targets.push_back(createObject<IDispatch>(L"ZYNVue.ZYNEvenements"));
   for (IDispatch* target :
        std::initializer_list<IDispatch*>{view3D.get(), view2D.get(), scene.get(), graph.get()}) {
     targets.emplace_back(target);
@@ -185,6 +213,81 @@ TEST_F(OutOfMemoryTest, EveryMemberOfEveryClass) {
     }
   }
   EXPECT_GT(failures, 100U);
+}
+
+/// All that a mesh is, as it can be read back: colours by the file that holds them.
+Bytes stateOf(IZYNGLMaillage& mesh, const TempFolder& folder) {
+  Bytes state;
+  const auto append = [&](const auto& numbers) {
+    for (const auto number : numbers) {
+      state.push_back(static_cast<std::uint8_t>(std::lround(100 * number)));
+    }
+  };
+  for (const wchar_t* const name : {L"state.ply", L"state.obj"}) {
+    require(mesh.Enregistrer(bstr(folder.file(name))), "Enregistrer");
+    const Bytes file = readFile(folder.file(name));
+    state.insert(state.end(), file.begin(), file.end());
+  }
+  _variant_t names;
+  require(mesh.getNomsFaces(&names), "getNomsFaces");
+  append(namesIn(names));
+  _variant_t normals;
+  require(mesh.getNormales(&normals), "getNormales");
+  append(doublesIn(normals));
+  return state;
+}
+
+TEST_F(OutOfMemoryTest, MeshesStayAsTheyAre) {
+  const TempFolder folder;
+  writeFile(folder.file(L"part.obj"),
+            "mtllib part.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\ng base\nusemtl a\nf 1 2 3 4\n");
+  writeFile(folder.file(L"part.mtl"), "newmtl a\nKd 1 0 0\n");
+  const auto mesh = makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2, 2, 1, 0});
+  require(mesh->setCouleursSommets(doubleArray({1, 0, 0, 0, 1, 0, 0, 0, 1})), "colours");
+  require(mesh->setNomsFaces(numberArray(VT_I4, {7, 9})), "setNomsFaces");
+  View3DHost view({40, 40});
+  OffscreenGraph graph(40, 40);
+  require(view->Add(mesh.Get(), 0), "Add");
+  graph.add(mesh.Get());
+  HeardEvents events;
+  require(events.attach(mesh.Get()), "Vue");
+  // The change is made wholly or not. Those that hear of it, or of its progress, may miss it.
+  const auto call = [&](const auto& member) {
+    const Bytes old = stateOf(*mesh.Get(), folder);
+    std::vector<Bytes> changed;
+    std::uint32_t failures = 0;
+    FailingAllocations allocations(library());
+    const auto check = [&](std::uint32_t n, HRESULT answer) {
+      EXPECT_TRUE(answer == S_OK || answer == E_OUTOFMEMORY) << n;
+      Bytes state = stateOf(*mesh.Get(), folder);
+      if (answer == S_OK) {
+        changed.push_back(std::move(state));
+      } else {
+        ++failures;
+        EXPECT_TRUE(state == (changed.empty() ? old : changed.back()))
+            << "changed in part by " << n;
+      }
+    };
+    EXPECT_EQ(allocations.failEach(member, check), S_OK);
+    EXPECT_GT(failures, 0U);
+    const Bytes wanted = stateOf(*mesh.Get(), folder);
+    EXPECT_FALSE(wanted == old) << "nothing was to change";
+    for (const Bytes& state : changed) EXPECT_TRUE(state == wanted) << "not what it should be";
+    view.paint();
+    graph.renderBytes();
+  };
+  call([&] { return mesh->setSommets(doubleArray({0, 0, 1, 2, 0, 0, 0, 2, 0})); });
+  call([&] { return mesh->setSommetsPartie(1, doubleArray({3, 0, 0})); });
+  call([&] { return mesh->setNormales(doubleArray({1, 0, 0, 0, 1, 0, 0, 0, 1})); });
+  call([&] { return mesh->setCouleursFaces(doubleArray({1, 0, 1, 0, 1, 1})); });
+  call([&] { return mesh->setNomsFaces(numberArray(VT_I4, {1, 2})); });
+  call([&] { return mesh->setFaces(numberArray(VT_I4, {0, 1, 2})); });
+  call([&] { return mesh->Charger(bstr(folder.file(L"part.obj"))); });
+  call([&] {
+    return mesh->setPolygones(numberArray(VT_I4, {3, 3, 4}),
+                              numberArray(VT_I4, {0, 1, 2, 0, 2, 3, 3, 2, 1, 0}));
+  });
+  EXPECT_FALSE(events.listener().parts.empty());
 }
 
 /// An export member with the file that it writes.
@@ -275,11 +378,11 @@ TEST_F(OutOfMemoryTest, PropertiesAreSavedAndLoadedOrTheCallerIsTold) {
 TEST_F(OutOfMemoryTest, PaintingGoesOnAfterwards) {
   View3DHost view({40, 40});
   View2DHost graph({40, 40});
-  const auto triangle = makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed);
-  const auto label = makeText(L"label");
-  for (IDispatch* object : std::initializer_list<IDispatch*>{triangle.Get(), label.Get()}) {
-    require(view->Add(object, 0), "Add");
-    require(graph->Add(object, 0), "Add");
+  for (const auto& object :
+       {ComPtr<IDispatch>(makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed)),
+        ComPtr<IDispatch>(makeText(L"label")), makeScale(), makeGroup()}) {
+    require(view->Add(object.Get(), 0), "Add");
+    require(graph->Add(object.Get(), 0), "Add");
   }
   FailingAllocations allocations(library());
   for (const ViewHost* each : std::initializer_list<const ViewHost*>{&view, &graph}) {

@@ -56,7 +56,7 @@ Objects::Objects(Random& random, const Published& published)
   for (const auto& each : controls_) own(each.Get());
   for (const PublishedClass& each : published.classes) {
     own(create(each).Get());
-    createSurface(own_.back().object.Get());
+    equip(own_.back().object.Get());
   }
   staying_ = own_.size();
   for (int i = 0; i < kForeign; ++i) foreign_.push_back(makeHostile(random, *this));
@@ -72,19 +72,20 @@ ComPtr<IUnknown> Objects::create(const PublishedClass& which) const {
   return made;
 }
 
-void Objects::createSurface(IUnknown* context) {
+void Objects::equip(IUnknown* object) {
+  if (answers(object, __uuidof(IZYNEvenements))) connectEvents(object);
   long made = 0;
   ComPtr<IZYN2DGLBitmapContext> graph;
   ComPtr<IZYN3DGLBitmapContext> scene;
-  if (SUCCEEDED(context->QueryInterface(IID_PPV_ARGS(&graph))))
-    graph->CreateContexte(40, 30, &made);
-  if (SUCCEEDED(context->QueryInterface(IID_PPV_ARGS(&scene)))) scene->CreateContext(40, 30, &made);
+  if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&graph)))) graph->CreateContexte(40, 30, &made);
+  if (SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&scene)))) scene->CreateContext(40, 30, &made);
 }
 
-void Objects::connectEvents(IUnknown* control) {
-  for (const IID& iid : {IID(DIID__IZYNVue3DEvents), IID(DIID__IZYNVue2DEvents)}) {
+void Objects::connectEvents(IUnknown* object) {
+  for (const IID& iid :
+       {IID(DIID__IZYNVue3DEvents), IID(DIID__IZYNVue2DEvents), IID(DIID__IZYNEvenements)}) {
     ComPtr<IConnectionPoint> point;
-    const auto points = queryFor<IConnectionPointContainer>(control);
+    const auto points = queryFor<IConnectionPointContainer>(object);
     DWORD cookie = 0;
     if (SUCCEEDED(points->FindConnectionPoint(iid, point.ReleaseAndGetAddressOf()))) {
       point->Advise(&plain_->events, &cookie);
@@ -159,7 +160,7 @@ void Objects::renew() {
     return;
   }
   const auto made = create(anyClass());
-  if (random_.oneIn(2)) createSurface(made.Get());
+  if (random_.oneIn(2)) equip(made.Get());
   takeIn(made.Get());
 }
 
@@ -172,8 +173,8 @@ void Objects::fillScene() {
   if (!drawable) return;
   ComPtr<IDispatch> item;
   drawable->QueryInterface(IID_PPV_ARGS(&item));
-  auto DBG = callMethod(dispatch.Get(), random_.oneIn(4) ? L"AddSelection" : L"Add",
-                        {_variant_t(item.Get()), _variant_t(static_cast<long>(random_.below(4)))});
+  callMethod(dispatch.Get(), random_.oneIn(4) ? L"AddSelection" : L"Add",
+             {_variant_t(item.Get()), _variant_t(static_cast<long>(random_.below(4)))});
 }
 
 void Objects::activate() {

@@ -67,9 +67,10 @@ class Objects final : public ObjectSource {
   void takeIn(IUnknown* object);
   void own(IUnknown* object) { own_.push_back({object, ++births_}); }
   ComPtr<IUnknown> create(const PublishedClass& which) const;
-  void createSurface(IUnknown* context);
+  /// Gives a bitmap context its surface, and events a sink.
+  void equip(IUnknown* object);
   void show(IOleObject* control, IOleClientSite* site) const;
-  void connectEvents(IUnknown* control);
+  void connectEvents(IUnknown* object);
 
   Random& random_;
   const Published& published_;

@@ -470,13 +470,14 @@ void addConnectionCalls(std::vector<StandardCall>& calls) {
     enumerate<IEnumConnectionPoints, IConnectionPoint*>(
         points, odds, [](IConnectionPoint*& point) { point->Release(); });
     ComPtr<IConnectionPoint> point;
-    const IID known[] = {DIID__IZYNVue3DEvents, DIID__IZYNVue2DEvents, IID_IPropertyNotifySink,
-                         IID_IUnknown};
+    const IID known[] = {DIID__IZYNVue3DEvents, DIID__IZYNVue2DEvents, DIID__IZYNEvenements,
+                         IID_IPropertyNotifySink, IID_IUnknown};
     container.FindConnectionPoint(odds.random.pick(known), place(odds, point));
   }));
   calls.push_back(on<Points>("IConnectionPoint", [](Points& container, Odds& odds) {
     ComPtr<IConnectionPoint> point;
-    const IID known[] = {DIID__IZYNVue3DEvents, DIID__IZYNVue2DEvents, IID_IPropertyNotifySink};
+    const IID known[] = {DIID__IZYNVue3DEvents, DIID__IZYNVue2DEvents, DIID__IZYNEvenements,
+                         IID_IPropertyNotifySink};
     if (FAILED(
             container.FindConnectionPoint(odds.random.pick(known), point.ReleaseAndGetAddressOf())))
       return;
