@@ -30,7 +30,8 @@ constexpr double kRing = 3;
 struct Part {
   std::vector<double> points;
   std::vector<std::int32_t> corners;
-  std::vector<float> colours;  ///< red, green, blue of each face
+  std::vector<std::int32_t> edges;  ///< the sharp ones, where the tube has sides
+  std::vector<float> colours;       ///< red, green, blue of each face
 
   std::size_t pointCount() const { return points.size() / 3; }
   std::size_t faceCount() const { return corners.size() / 3; }
@@ -41,17 +42,32 @@ struct Part {
   static test::Bounds bounds() { return {-4, 4, -4, 4, -1, 1}; }
 };
 
-Part makePart(int triangles) {
+/// How far a side of the tube lies from its middle in a direction, its corners being at 1.
+double flattened(double angle, int sides) {
+  if (sides == 0) {
+    return 1;
+  }
+  const double half = std::numbers::pi / sides;
+  return std::cos(half) / std::cos(std::fmod(angle, 2 * half) - half);
+}
+
+/// `sides`: of the tube, which is round with 0.
+Part makePart(int triangles, int sides) {
   Part part;
-  const int around = static_cast<int>(std::sqrt(triangles / 4.0));
+  const int rough = static_cast<int>(std::sqrt(triangles / 4.0));
+  const int around = sides == 0 ? rough : rough / sides * sides;
   const int along = 2 * around;
   for (int i = 0; i < along; ++i) {
     for (int j = 0; j < around; ++j) {
       const double u = 2 * std::numbers::pi * i / along;
       const double v = 2 * std::numbers::pi * j / around;
-      const double radius = kRing + kTube * std::cos(v);
+      const double tube = kTube * flattened(v, sides);
+      const double radius = kRing + tube * std::cos(v);
       part.points.insert(part.points.end(),
-                         {radius * std::cos(u), radius * std::sin(u), kTube * std::sin(v)});
+                         {radius * std::cos(u), radius * std::sin(u), tube * std::sin(v)});
+      if (sides != 0 && j % (around / sides) == 0) {
+        part.edges.insert(part.edges.end(), {i * around + j, (i + 1) % along * around + j});
+      }
     }
   }
   for (int i = 0; i < along; ++i) {
@@ -192,8 +208,8 @@ class RawPart {
     glEnd();
   }
 
-  /// With these edges in black.
-  void drawWithEdges(const std::vector<std::int32_t>& ends) const {
+  /// With its edges in black.
+  void drawWithEdges() const {
     glPushAttrib(GL_ENABLE_BIT | GL_POLYGON_BIT);
     glEnable(GL_POLYGON_OFFSET_FILL);
     glPolygonOffset(2, 2);
@@ -201,7 +217,7 @@ class RawPart {
     glPopAttrib();
     glDisable(GL_LIGHTING);
     glColor3f(0, 0, 0);
-    drawElements(GL_LINES, points_, nullptr, ends.data(), ends.size());
+    drawElements(GL_LINES, points_, nullptr, part_.edges.data(), part_.edges.size());
     glEnable(GL_LIGHTING);
   }
 
@@ -210,15 +226,6 @@ class RawPart {
   std::vector<float> points_;
   std::vector<float> normals_;
 };
-
-/// Edges around the tube, each once: those whose faces meet at more than nearly nothing.
-std::vector<std::int32_t> someEdges(const Part& part) {
-  std::vector<std::int32_t> ends;
-  for (std::size_t corner = 0; corner < part.corners.size(); corner += 6) {
-    ends.insert(ends.end(), {part.corners[corner], part.corners[corner + 5]});
-  }
-  return ends;
-}
 
 double residentBytes() {
   PROCESS_MEMORY_COUNTERS memory = {};
@@ -333,31 +340,38 @@ void measureFrames(Report& report, const Sizes& sizes, const Part& part) {
   noteDifference(report, ours.scene(), raw.scene());
 }
 
-void measureStyles(Report& report, const Sizes& sizes, const Part& part) {
-  const PartArrays arrays(part);
+void compareStyle(Report& report, const Sizes& sizes, const char* name, IZYNGLMaillage* mesh,
+                  const std::function<void()>& draw, double required) {
+  View3DHost ours(kViewSize);
+  View3DHost raw(kViewSize);
+  RawScene scene(draw, Part::bounds());
+  show(ours, mesh);
+  show(raw, scene.dispatch());
+  const auto times =
+      interleave({{[&] { drawOrbitFrame(ours); }}, {[&] { drawOrbitFrame(raw); }}}, sizes.rounds);
+  report.add(name, "one display list", times[0], times[1], required);
+  noteDifference(report, ours.scene(), raw.scene());
+}
+
+void measureColours(Report& report, const Sizes& sizes, const Part& part) {
   const RawPart plain(part);
-  const std::vector<std::int32_t> ends = someEdges(part);
-  const auto compare = [&](const char* name, IZYNGLMaillage* mesh,
-                           const std::function<void()>& draw, double required) {
-    View3DHost ours(kViewSize);
-    View3DHost raw(kViewSize);
-    RawScene scene(draw, Part::bounds());
-    show(ours, mesh);
-    show(raw, scene.dispatch());
-    const auto times =
-        interleave({{[&] { drawOrbitFrame(ours); }}, {[&] { drawOrbitFrame(raw); }}}, sizes.rounds);
-    report.add(name, "one display list", times[0], times[1], required);
-    noteDifference(report, ours.scene(), raw.scene());
-  };
-  const auto coloured = makeMesh(arrays);
-  require(coloured->setCouleursFaces(arrayOf(VT_R4, part.colours)), "setCouleursFaces");
-  compare(
-      "mesh: orbit frame, colours of faces", coloured.Get(), [&] { plain.drawColoured(); }, 1.1);
-  const auto edged = makeMesh(arrays);
-  require(edged->put_StyleRendu(2), "StyleRendu");
-  compare(
-      "mesh: orbit frame, feature edges", edged.Get(), [&] { plain.drawWithEdges({}); }, 1.15);
-  require(edged->put_StyleRendu(1), "StyleRendu");
+  const auto mesh = makeMesh(PartArrays(part));
+  require(mesh->setCouleursFaces(arrayOf(VT_R4, part.colours)), "setCouleursFaces");
+  compareStyle(
+      report, sizes, "mesh: orbit frame, colours of faces", mesh.Get(),
+      [&] { plain.drawColoured(); }, 1.1);
+}
+
+void measureEdges(Report& report, const Sizes& sizes) {
+  const Part part = makePart(sizes.meshTriangles, 10);
+  const RawPart plain(part);
+  const auto mesh = makeMesh(PartArrays(part));
+  require(mesh->put_AngleLissage(90), "AngleLissage");
+  require(mesh->put_StyleRendu(2), "StyleRendu");
+  compareStyle(
+      report, sizes, "mesh: orbit frame, feature edges", mesh.Get(), [&] { plain.drawWithEdges(); },
+      1.15);
+  report.note(textOf("edges: %d", static_cast<int>(part.edges.size() / 2)));
 }
 
 /// The distance of the nearest triangle that a ray meets, by trying all.
@@ -460,11 +474,12 @@ void measureLoading(Report& report, const Sizes& sizes, const Part& part) {
 }  // namespace
 
 void measureMeshes(Report& report, const Sizes& sizes) {
-  const Part part = makePart(sizes.meshTriangles);
+  const Part part = makePart(sizes.meshTriangles, 0);
   measureMemory(report, part);
   measureFilling(report, sizes, part);
   measureFrames(report, sizes, part);
-  measureStyles(report, sizes, part);
+  measureColours(report, sizes, part);
+  measureEdges(report, sizes);
   measurePicks(report, sizes, part);
   measureLoading(report, sizes, part);
 }
