@@ -112,17 +112,15 @@ STDMETHODIMP CZYNGLMaillage::setMaterial(double r, double g, double b, double al
 }
 
 STDMETHODIMP CZYNGLMaillage::setCouleursSommets(VARIANT RGBA) noexcept {
-  return changeLook(
-      [&] { model_.setPointColours(readColours(RGBA, model_.mesh().pointCount(), L"points")); });
+  return changeLook([&] { model_.setPointColours(readPointColours(RGBA, model_.mesh())); });
 }
 
 STDMETHODIMP CZYNGLMaillage::setCouleursFaces(VARIANT RGBA) noexcept {
-  return changeLook(
-      [&] { model_.setFaceColours(readColours(RGBA, model_.mesh().faceCount(), L"faces")); });
+  return changeLook([&] { model_.setFaceColours(readFaceColours(RGBA, model_.mesh())); });
 }
 
 STDMETHODIMP CZYNGLMaillage::setValeurs(VARIANT Valeurs) noexcept {
-  return changeValues([&] { model_.setValues(readValues(Valeurs, model_.mesh().pointCount())); });
+  return changeValues([&] { model_.setValues(readValues(Valeurs, model_.mesh())); });
 }
 
 STDMETHODIMP CZYNGLMaillage::get_EchelleCouleurs(IDispatch** pVal) noexcept {
@@ -138,8 +136,7 @@ STDMETHODIMP CZYNGLMaillage::putref_EchelleCouleurs(IDispatch* newVal) noexcept 
 }
 
 STDMETHODIMP CZYNGLMaillage::setNomsFaces(VARIANT Noms) noexcept {
-  return automation(*this,
-                    [&] { model_.setFaceNames(readNames(Noms, model_.mesh().faceCount())); });
+  return automation(*this, [&] { model_.setFaceNames(readNames(Noms, model_.mesh())); });
 }
 
 STDMETHODIMP CZYNGLMaillage::get_NomSelection(LONG* pVal) noexcept {

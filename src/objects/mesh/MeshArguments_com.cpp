@@ -16,6 +16,34 @@ std::wstring mismatch(std::size_t numbers, const wchar_t* what, std::size_t coun
          things;
 }
 
+/// For each of `count` `things`.
+std::vector<float> coloursIn(const NumberArray& rgba, std::size_t count, const wchar_t* things) {
+  if (rgba.isEmpty()) {
+    return {};
+  }
+  const std::size_t width = rgba.count() == 3 * count ? 3 : 4;
+  if (rgba.count() != width * count) {
+    throw badArgument(L"RGBA",
+                      mismatch(rgba.count(), L"numbers", count, things) + L" with 3 or 4 each");
+  }
+  rgba.rows(width);
+  const double full = rgba.holdsBytes() ? 255 : 1;
+  const std::vector<double> numbers = rgba.doubles();
+  std::vector<float> colours;
+  colours.reserve(4 * count);
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (!(numbers[i] >= 0 && numbers[i] <= full)) {
+      throw badArgument(L"RGBA",
+                        element(i) + L" is " + textOf(numbers[i]) + L", colours are from 0 to 1");
+    }
+    colours.push_back(static_cast<float>(numbers[i] / full));
+    if (width == 3 && i % 3 == 2) {
+      colours.push_back(1);
+    }
+  }
+  return colours;
+}
+
 }  // namespace
 
 std::vector<double> readPoints(const VARIANT& XYZ) {
@@ -63,32 +91,14 @@ std::vector<double> readNormals(const VARIANT& XYZ, const Mesh& mesh) {
   return xyz.finiteDoubles();
 }
 
-std::vector<float> readColours(const VARIANT& RGBA, std::size_t count, const wchar_t* things) {
+std::vector<float> readPointColours(const VARIANT& RGBA, const Mesh& mesh) {
   const NumberArray rgba(L"RGBA", RGBA);
-  if (rgba.isEmpty()) {
-    return {};
-  }
-  const std::size_t width = rgba.count() == 3 * count ? 3 : 4;
-  if (rgba.count() != width * count) {
-    throw badArgument(L"RGBA",
-                      mismatch(rgba.count(), L"numbers", count, things) + L" with 3 or 4 each");
-  }
-  rgba.rows(width);
-  const double full = rgba.holdsBytes() ? 255 : 1;
-  const std::vector<double> numbers = rgba.doubles();
-  std::vector<float> colours;
-  colours.reserve(4 * count);
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (!(numbers[i] >= 0 && numbers[i] <= full)) {
-      throw badArgument(L"RGBA",
-                        element(i) + L" is " + textOf(numbers[i]) + L", colours are from 0 to 1");
-    }
-    colours.push_back(static_cast<float>(numbers[i] / full));
-    if (width == 3 && i % 3 == 2) {
-      colours.push_back(1);
-    }
-  }
-  return colours;
+  return coloursIn(rgba, mesh.pointCount(), L"points");
+}
+
+std::vector<float> readFaceColours(const VARIANT& RGBA, const Mesh& mesh) {
+  const NumberArray rgba(L"RGBA", RGBA);
+  return coloursIn(rgba, mesh.faceCount(), L"faces");
 }
 
 std::wstring readFileName(BSTR Fichier) {
@@ -104,18 +114,19 @@ MeshLook::Colour readColour(double r, double g, double b, double alpha) {
           inRange(L"alpha", alpha, 0, 1)};
 }
 
-std::vector<double> readValues(const VARIANT& Valeurs, std::size_t points) {
+std::vector<double> readValues(const VARIANT& Valeurs, const Mesh& mesh) {
   const NumberArray values(L"Valeurs", Valeurs);
-  if (!values.isEmpty() && values.count() != points) {
-    throw badArgument(L"Valeurs", mismatch(values.count(), L"values", points, L"points"));
+  if (!values.isEmpty() && values.count() != mesh.pointCount()) {
+    throw badArgument(L"Valeurs",
+                      mismatch(values.count(), L"values", mesh.pointCount(), L"points"));
   }
   return values.doubles();
 }
 
-std::vector<std::int32_t> readNames(const VARIANT& Noms, std::size_t faces) {
+std::vector<std::int32_t> readNames(const VARIANT& Noms, const Mesh& mesh) {
   const NumberArray names(L"Noms", Noms);
-  if (!names.isEmpty() && names.count() != faces) {
-    throw badArgument(L"Noms", mismatch(names.count(), L"names", faces, L"faces"));
+  if (!names.isEmpty() && names.count() != mesh.faceCount()) {
+    throw badArgument(L"Noms", mismatch(names.count(), L"names", mesh.faceCount(), L"faces"));
   }
   return names.integers();
 }

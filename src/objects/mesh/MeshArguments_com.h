@@ -14,7 +14,9 @@
 
 namespace zyn {
 
-// The arguments of a mesh's members. All throw badArgument for what they refuse.
+// The arguments of a mesh's members. All throw badArgument for what they refuse. Reading an array
+// may run code of a script, which may change the mesh: counts of points and faces are those after
+// it.
 
 /// x, y, z of each.
 std::vector<double> readPoints(const VARIANT& XYZ);
@@ -25,8 +27,10 @@ std::vector<std::uint32_t> readFaceEnds(const VARIANT& Comptes, std::size_t corn
 /// One a point, one a corner, or none.
 std::vector<double> readNormals(const VARIANT& XYZ, const Mesh& mesh);
 
-/// Red, green, blue and alpha for each of `count` `things`, or none.
-std::vector<float> readColours(const VARIANT& RGBA, std::size_t count, const wchar_t* things);
+/// Red, green, blue and alpha for each point, or none.
+std::vector<float> readPointColours(const VARIANT& RGBA, const Mesh& mesh);
+/// The same for each face.
+std::vector<float> readFaceColours(const VARIANT& RGBA, const Mesh& mesh);
 
 /// A name that is not empty.
 std::wstring readFileName(BSTR Fichier);
@@ -34,10 +38,10 @@ std::wstring readFileName(BSTR Fichier);
 MeshLook::Colour readColour(double r, double g, double b, double alpha);
 
 /// One a point, or none.
-std::vector<double> readValues(const VARIANT& Valeurs, std::size_t points);
+std::vector<double> readValues(const VARIANT& Valeurs, const Mesh& mesh);
 
 /// One a face, or none.
-std::vector<std::int32_t> readNames(const VARIANT& Noms, std::size_t faces);
+std::vector<std::int32_t> readNames(const VARIANT& Noms, const Mesh& mesh);
 
 /// The name of a face's group; empty where there is none.
 std::wstring groupName(const Mesh& mesh, std::size_t face);
