@@ -2163,7 +2163,7 @@ namespace ZYNVue.Interop {
     int NbPaliers { get; set; }
 
     /// <summary>Whether the logarithms of values are equally spaced (default: no).</summary>
-    /// <value>Spaces the logarithms of values equally: on for any value but 0. Values that are not above 0, and all where Minimum or Maximum is not, have the absent colour.</value>
+    /// <value>Spaces the logarithms of values equally: on for any value but 0. Between the corners of a face it is the value that is interpolated, as without. Values that are not above 0, and all where Minimum or Maximum is not, have the absent colour.</value>
     [DispId(7)]
     bool Logarithmique { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 

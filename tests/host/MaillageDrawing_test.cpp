@@ -1,6 +1,7 @@
 // Pictures of meshes in both views and both bitmap contexts, against those of the same triangles as
 // objects of their own, pixel for pixel.
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "support/Drawer_win.h"
@@ -246,6 +247,24 @@ TEST_P(MaillageDrawingTest, ValuesAreInterpolatedAsValues) {
   const Image absent = drawer->frame();
   EXPECT_EQ(strongest(absent.at(kWidth * 5 / 6, kHeight - 20)), 2) << "the face of that corner";
   EXPECT_EQ(strongest(absent.at(20, 20)), 0) << "the other face";
+}
+
+TEST_P(MaillageDrawingTest, OnALogarithmicScaleValuesAreInterpolatedToo) {
+  const auto drawer = GetParam().make(kWidth, kHeight);
+  const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  require(scale->setCouleurs(doubleArray({1, 0, 0, 0, 1, 0})), "setCouleurs");
+  require(scale->put_Logarithmique(VARIANT_TRUE), "Logarithmique");
+  const auto mesh = plate(true);
+  require(mesh->setMaterial(0.5, 0.5, 0.5, 1, 0, 0, 0, 0, 1), "setMaterial");
+  require(mesh->setValeurs(doubleArray({1, 100, 100, 1})), "setValeurs");
+  require(mesh->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  drawer->add(mesh.Get());
+  look(*drawer, 0);
+  const Image image = drawer->frame();
+  const Rgb quarter = image.at(kWidth / 4, 50);
+  EXPECT_GT(quarter.g, quarter.r * 3 / 2) << "25 lies beyond the middle, 10";
+  const Rgb half = image.at(kWidth / 2, 50);
+  EXPECT_NEAR(static_cast<double>(half.g) / (half.r + half.g), std::log10(50.5) / 2, 0.02);
 }
 
 int drawnPixels(const Image& image) {

@@ -32,6 +32,7 @@ void FaceEmitter::emitArrays(std::size_t begin, std::size_t end) {
   firstOfPoint_.resize(mesh_.pointCount(), kNone);
   for (std::size_t face = begin; face < end; ++face) {
     if (isChosen(face)) {
+      chooseRow(face);
       model_.triangles().forEach(mesh_, face, [&](const Corners& corners) {
         for (const std::uint32_t corner : corners) {
           arrays_.indices.push_back(vertexOf(corner));
@@ -48,12 +49,27 @@ void FaceEmitter::emitArrays(std::size_t begin, std::size_t end) {
   nextOfPoint_.clear();
 }
 
+void FaceEmitter::chooseRow(std::size_t face) {
+  if (hasCoordinates()) {
+    row_ = setting_.scale->rowOf(mesh_, face);
+  }
+}
+
+FaceEmitter::Coordinate FaceEmitter::coordinateOf(std::uint32_t point) const {
+  return setting_.scale->texels.coordinateOf(mesh_.values[point], row_);
+}
+
 GLuint FaceEmitter::vertexOf(std::uint32_t corner) {
   const std::uint32_t point = mesh_.corners[corner];
   const bool hasNormals = !setting_.isFlat;
   const std::array<float, 3> normal = hasNormals ? model_.normalAt(corner) : std::array<float, 3>{};
+  const Coordinate coordinate = hasCoordinates() ? coordinateOf(point) : Coordinate{};
+  const auto isAnother = [&](GLuint vertex) {
+    return (hasNormals && arrays_.normals[vertex] != normal) ||
+           (hasCoordinates() && arrays_.coordinates[vertex] != coordinate);
+  };
   GLuint vertex = firstOfPoint_[point];
-  while (vertex != kNone && hasNormals && arrays_.normals[vertex] != normal) {
+  while (vertex != kNone && isAnother(vertex)) {
     vertex = nextOfPoint_[vertex];
   }
   if (vertex != kNone) {
@@ -67,8 +83,8 @@ GLuint FaceEmitter::vertexOf(std::uint32_t corner) {
   if (hasNormals) {
     arrays_.normals.push_back(normal);
   }
-  if (setting_.scale && !setting_.absentOnly) {
-    arrays_.coordinates.push_back(setting_.scale->coordinateOf(mesh_.values[point]));
+  if (hasCoordinates()) {
+    arrays_.coordinates.push_back(coordinate);
   }
   return vertex;
 }
@@ -82,6 +98,7 @@ void FaceEmitter::emitCalls(std::size_t begin, std::size_t end) {
     if (setting_.hasColours) {
       setTransparency(isTransparent(face));
     }
+    chooseRow(face);
     if (setting_.isOutline) {
       giveOutline(face);
     } else {
@@ -116,8 +133,8 @@ void FaceEmitter::giveCorner(std::size_t face, std::uint32_t corner) {
   if (setting_.hasColours) {
     setColour(colourOf(face, corner));
   }
-  if (setting_.scale && !setting_.absentOnly) {
-    glTexCoord1f(setting_.scale->coordinateOf(mesh_.values[point]));
+  if (hasCoordinates()) {
+    glTexCoord2fv(coordinateOf(point).data());
   }
   if (!setting_.isFlat && !setting_.isOutline && !setting_.isPick) {
     glNormal3fv(model_.normalAt(corner).data());

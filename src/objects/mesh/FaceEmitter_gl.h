@@ -48,7 +48,12 @@ class FaceEmitter {
  private:
   using Corners = Triangulation::Triangle;
 
+  using Coordinate = ScaleTexels::Coordinate;
+
   bool isChosen(std::size_t face) const;
+  bool hasCoordinates() const { return setting_.scale && !setting_.absentOnly; }
+  void chooseRow(std::size_t face);
+  Coordinate coordinateOf(std::uint32_t point) const;
 
   /// Surfaces in what is set: as arrays.
   void emitArrays(std::size_t begin, std::size_t end);
@@ -70,6 +75,7 @@ class FaceEmitter {
   const Mesh& mesh_;
   const FaceSetting& setting_;
 
+  std::int32_t row_ = 0;  ///< of the scale's texture, for the face that is being given
   VertexArrays arrays_;
   static constexpr GLuint kNone = 0xFFFFFFFF;
   std::vector<GLuint> firstOfPoint_;   ///< vertex of each point, kNone without one

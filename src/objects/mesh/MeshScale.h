@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "objects/mesh/MeshModel.h"
@@ -30,8 +31,16 @@ struct MeshScale {
     }
     return isAny;
   }
-  float coordinateOf(double value) const {
-    return texels.coordinateOf(scale.placeOf(value).value_or(0));
+  /// The row of the texture in which its corners lie.
+  std::int32_t rowOf(const Mesh& mesh, std::size_t face) const {
+    if (texels.rows() == 1) {
+      return 0;
+    }
+    double greatest = 0;
+    for (std::size_t i = mesh.faceBegin(face); i < mesh.faceEnd(face); ++i) {
+      greatest = std::max(greatest, mesh.values[mesh.corners[i]]);
+    }
+    return texels.rowFor(greatest);
   }
 };
 

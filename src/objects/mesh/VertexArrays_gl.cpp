@@ -70,7 +70,7 @@ void VertexArrays::draw(GLenum mode) const {
   }
   if (!coordinates.empty()) {
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(1, GL_FLOAT, 0, coordinates.data());
+    glTexCoordPointer(2, GL_FLOAT, 0, coordinates.data());
   }
   if (indices.empty()) {
     glDrawArrays(mode, 0, static_cast<GLsizei>(positions.size()));
@@ -91,7 +91,7 @@ void VertexArrays::drawByCalls(GLenum mode) const {
       glColor4fv(colours[vertex].data());
     }
     if (!coordinates.empty()) {
-      glTexCoord1f(coordinates[vertex]);
+      glTexCoord2fv(coordinates[vertex].data());
     }
     glVertex3fv(positions[vertex].data());
   }

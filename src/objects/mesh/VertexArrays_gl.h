@@ -12,8 +12,8 @@ struct VertexArrays {
   std::vector<std::array<GLfloat, 3>> positions;
   std::vector<std::array<GLfloat, 3>> normals;
   std::vector<std::array<GLfloat, 4>> colours;
-  std::vector<GLfloat> coordinates;  ///< of a texture with one dimension
-  std::vector<GLuint> indices;       ///< which of them follow each other; empty: all, as they stand
+  std::vector<std::array<GLfloat, 2>> coordinates;  ///< of a texture
+  std::vector<GLuint> indices;  ///< which of them follow each other; empty: all, as they stand
 
   void clear();
 

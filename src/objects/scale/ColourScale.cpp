@@ -162,25 +162,60 @@ ColourPalette::Colour ColourScale::colourAtPlace(double place) const {
   return palette.at(std::clamp(std::floor(place * bands), 0.0, last) / last);
 }
 
-// A band has a texel, the last one all that are left.
-ScaleTexels::ScaleTexels(const ColourScale& scale)
-    : isSmooth_(scale.bands == 0),
-      slope_(isSmooth_ ? (kCount - 1.0) / kCount : 1.0 * scale.bands / kCount),
-      offset_(isSmooth_ ? 0.5 / kCount : 0.0) {
-  rgba_.reserve(4 * std::size_t{kCount});
-  for (std::int32_t texel = 0; texel < kCount; ++texel) {
-    const auto colour = isSmooth_ ? scale.palette.at(texel / (kCount - 1.0))
-                                  : scale.colourAtPlace((texel + 0.5) / scale.bands);
-    for (const double component : colour) {
-      rgba_.push_back(static_cast<std::uint8_t>(std::lround(255 * component)));
+// OpenGL 1.1 takes powers of two; what lies below the last row is one colour there.
+ScaleTexels::ScaleTexels(const ColourScale& scale) : scale_(scale) {
+  constexpr std::int32_t kMostRows = 256;
+  const auto [low, high] = std::minmax(scale.range.first, scale.range.last);
+  if (scale.isLogarithmic && low > 0 && std::isfinite(high)) {
+    top_ = high;
+    while (rows_ < kMostRows && topOf(rows_ - 1) > low) {
+      rows_ *= 2;
     }
-    rgba_.push_back(255);
+  }
+  rgba_.reserve(std::size_t{4} * kColumns * static_cast<std::size_t>(rows_));
+  for (std::int32_t row = 0; row < rows_; ++row) {
+    for (std::int32_t column = 0; column < kColumns; ++column) {
+      for (const double component : colourAt(row, column)) {
+        rgba_.push_back(static_cast<std::uint8_t>(std::lround(255 * component)));
+      }
+      rgba_.push_back(255);
+    }
   }
 }
 
-float ScaleTexels::coordinateOf(double place) const {
+double ScaleTexels::topOf(std::int32_t row) const { return std::ldexp(top_, -2 * row); }
+
+std::int32_t ScaleTexels::rowFor(double greatest) const {
+  std::int32_t row = 0;
+  while (row + 1 < rows_ && topOf(row + 1) >= greatest) {
+    ++row;
+  }
+  return row;
+}
+
+/// Of linear scales a band has a texel, the last one all that are left.
+ColourPalette::Colour ScaleTexels::colourAt(std::int32_t row, std::int32_t column) const {
+  if (hasRows()) {
+    const bool isEnd = column + 1 == kColumns;
+    const double value = topOf(row) * (isEnd ? 1 : (column + 0.5) / kColumns);
+    return scale_.colourAtPlace(scale_.placeOf(value).value_or(0));
+  }
+  return isSmooth() ? scale_.palette.at(column / (kColumns - 1.0))
+                    : scale_.colourAtPlace((column + 0.5) / scale_.bands);
+}
+
+double ScaleTexels::across(double value, std::int32_t row) const {
+  if (hasRows()) {
+    return value / topOf(row);
+  }
+  const double place = scale_.placeOf(value).value_or(0);
+  return isSmooth() ? (place * (kColumns - 1) + 0.5) / kColumns : place * scale_.bands / kColumns;
+}
+
+ScaleTexels::Coordinate ScaleTexels::coordinateOf(double value, std::int32_t row) const {
   constexpr double kFar = 1e6;  // finite, where values are not
-  return static_cast<float>(slope_ * std::clamp(place, -kFar, kFar) + offset_);
+  return {static_cast<float>(std::clamp(across(value, row), -kFar, kFar)),
+          (static_cast<float>(row) + 0.5F) / static_cast<float>(rows_)};
 }
 
 }  // namespace zyn

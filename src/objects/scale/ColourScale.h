@@ -74,27 +74,41 @@ struct ColourScale {
   ColourPalette::Colour colourAtPlace(double place) const;
 };
 
-/// The scale as a texture of one row, for surfaces whose corners have values: their texture
-/// coordinates are interpolated, so that what lies between two values has the colour of a value
-/// between them. On both sides the colours at the ends go on (ScaleTexture).
+/// The scale as a texture, for surfaces whose corners have values: their texture coordinates are
+/// interpolated, so that what lies between two values has the colour of a value between them.
+/// Beyond its edges the colours there go on (ScaleTexture).
+///
+/// On a logarithmic scale, too, it is the value that is interpolated. Its rows go from 0 up to the
+/// greatest value of the scale, to a quarter of it, and so on: a face uses the lowest row that
+/// holds its values, in which even small ones are told apart.
 class ScaleTexels {
  public:
-  static constexpr std::int32_t kCount = 1024;
+  using Coordinate = std::array<float, 2>;
+  static constexpr std::int32_t kColumns = 1024;
 
   explicit ScaleTexels(const ColourScale& scale);
 
-  const std::vector<std::uint8_t>& rgba() const { return rgba_; }
+  std::int32_t rows() const { return rows_; }
+  const std::vector<std::uint8_t>& rgba() const { return rgba_; }  ///< row after row
   /// Whether there are colours between the texels.
-  bool isSmooth() const { return isSmooth_; }
+  bool isSmooth() const { return scale_.bands == 0; }
 
-  /// The texture coordinate of a place of the scale.
-  float coordinateOf(double place) const;
+  /// The row for a face of which this is the greatest value.
+  std::int32_t rowFor(double greatest) const;
+
+  /// Where a value that the scale can show lies in a row.
+  Coordinate coordinateOf(double value, std::int32_t row) const;
 
  private:
+  bool hasRows() const { return top_ > 0; }
+  double topOf(std::int32_t row) const;
+  double across(double value, std::int32_t row) const;
+  ColourPalette::Colour colourAt(std::int32_t row, std::int32_t column) const;
+
+  ColourScale scale_;
+  double top_ = 0;  ///< the greatest value of a logarithmic scale
+  std::int32_t rows_ = 1;
   std::vector<std::uint8_t> rgba_;
-  bool isSmooth_;
-  double slope_;
-  double offset_;
 };
 
 }  // namespace zyn

@@ -51,11 +51,15 @@ void drawBox(const BarBox& box, double grow = 0.0) {
   glRectd(box.left - grow, box.bottom - grow, box.right + grow, box.top + grow);
 }
 
-void drawColours(const BarBox& box, const ColourScale& scale, bool isUpright, double opacity) {
+/// By places: the logarithms of values are equally spaced on the bar.
+void drawColours(const BarBox& box, ColourScale scale, bool isUpright, double opacity) {
+  scale.isLogarithmic = false;
+  scale.range = {0, 1};
   const ScaleTexels texels(scale);
   const ScaleTexture texture(texels);
   const auto corner = [&](bool isRight, bool isTop) {
-    glTexCoord1f(texels.coordinateOf(isUpright ? isTop : isRight));
+    const bool isLast = isUpright ? isTop : isRight;
+    glTexCoord2fv(texels.coordinateOf(isLast ? 1 : 0, 0).data());
     glVertex2d(isRight ? box.right : box.left, isTop ? box.top : box.bottom);
   };
   glColor4d(1, 1, 1, opacity);

@@ -21,7 +21,7 @@ bool canClampToEdge() {
 }
 
 void setParameter(GLenum name, GLenum value) {
-  glTexParameteri(GL_TEXTURE_1D, name, static_cast<GLint>(value));
+  glTexParameteri(GL_TEXTURE_2D, name, static_cast<GLint>(value));
 }
 
 }  // namespace
@@ -33,21 +33,22 @@ ScaleTexture::ScaleTexture(const ScaleTexels& texels) {
   }
   glLoadIdentity();
   glMatrixMode(GL_MODELVIEW);
-  glBindTexture(GL_TEXTURE_1D, texture_);
+  glBindTexture(GL_TEXTURE_2D, texture_);
   const bool clampsToEdge = canClampToEdge();
   const GLenum filter = texels.isSmooth() && clampsToEdge ? GL_LINEAR : GL_NEAREST;
   setParameter(GL_TEXTURE_MIN_FILTER, filter);
   setParameter(GL_TEXTURE_MAG_FILTER, filter);
   setParameter(GL_TEXTURE_WRAP_S, clampsToEdge ? kClampToEdge : GL_CLAMP);
+  setParameter(GL_TEXTURE_WRAP_T, clampsToEdge ? kClampToEdge : GL_CLAMP);
   {
     const PlainPixelStore store(1);
-    glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, ScaleTexels::kCount, 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                 texels.rgba().data());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, ScaleTexels::kColumns, texels.rows(), 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, texels.rgba().data());
   }
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
   glDisable(GL_TEXTURE_GEN_S);
-  glDisable(GL_TEXTURE_2D);
-  glEnable(GL_TEXTURE_1D);
+  glDisable(GL_TEXTURE_GEN_T);
+  glEnable(GL_TEXTURE_2D);
 }
 
 ScaleTexture::~ScaleTexture() {

@@ -182,9 +182,10 @@ TEST(ScaleRangeTest, OfNothingAndOfOneValue) {
 
 /// The colour that a texture gives at a place, as OpenGL takes it.
 double texelGrey(const ScaleTexels& texels, double place) {
-  const double position = ScaleTexels::kCount * static_cast<double>(texels.coordinateOf(place));
+  const double position =
+      ScaleTexels::kColumns * static_cast<double>(texels.coordinateOf(place, 0)[0]);
   const auto at = [&](double index) {
-    const double held = std::clamp(index, 0.0, ScaleTexels::kCount - 1.0);
+    const double held = std::clamp(index, 0.0, ScaleTexels::kColumns - 1.0);
     return texels.rgba()[4 * static_cast<std::size_t>(held)] / 255.0;
   };
   if (!texels.isSmooth()) {
@@ -200,7 +201,7 @@ TEST(ScaleTexelsTest, AreTheScale) {
     ColourScale scale = scaleOf(0, 1);
     scale.bands = bands;
     const ScaleTexels texels(scale);
-    EXPECT_EQ(texels.rgba().size(), 4U * ScaleTexels::kCount);
+    EXPECT_EQ(texels.rgba().size(), 4U * ScaleTexels::kColumns);
     for (int i = -100; i <= 1100; ++i) {
       const double place = (i + 0.0123) / 1000;
       EXPECT_NEAR(texelGrey(texels, place), scale.colourAtPlace(place)[0], 0.6 / 255)
@@ -220,8 +221,24 @@ TEST(ScaleTexelsTest, InterpolateOwnColoursToTheLevel) {
 
 TEST(ScaleTexelsTest, CoordinatesOfInfinitePlacesAreFinite) {
   const ScaleTexels texels{ColourScale()};
-  EXPECT_TRUE(std::isfinite(texels.coordinateOf(kInfinity)));
-  EXPECT_TRUE(std::isfinite(texels.coordinateOf(-kInfinity)));
+  EXPECT_TRUE(std::isfinite(texels.coordinateOf(kInfinity, 0)[0]));
+  EXPECT_TRUE(std::isfinite(texels.coordinateOf(-kInfinity, 0)[0]));
+}
+
+TEST(ScaleTexelsTest, ALogarithmicScaleHasARowForEveryGreatestValue) {
+  for (const auto& [least, greatest] : {std::pair(1.0, 10.0), std::pair(1e-300, 1e300),
+                                        std::pair(3.0, 3.1), std::pair(1e-12, 1e12)}) {
+    ColourScale scale = scaleOf(least, greatest);
+    scale.isLogarithmic = true;
+    const ScaleTexels texels(scale);
+    EXPECT_EQ(texels.rgba().size(),
+              std::size_t{4} * ScaleTexels::kColumns * static_cast<std::size_t>(texels.rows()));
+    for (double value = greatest; value > greatest * 1e-100 && value > least; value /= 1.7) {
+      const double along = static_cast<double>(texels.coordinateOf(value, texels.rowFor(value))[0]);
+      EXPECT_LE(along, 1) << value << " of " << greatest;
+      EXPECT_GT(along, 0.2499) << value << " of " << greatest;
+    }
+  }
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "objects/scale/ScaleTexture_gl.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -15,11 +17,12 @@ class ScaleTextureTest : public GlTest {
   void draw(double left, double right) const {
     const ScaleTexels texels(scale);
     const ScaleTexture texture(texels);
+    const std::int32_t row = texels.rowFor(std::max(left, right));
     glColor3d(1, 1, 1);
     glBegin(GL_QUADS);
     for (const auto& [x, y] :
          {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)}) {
-      glTexCoord1f(texels.coordinateOf(scale.placeOf(x < 0 ? left : right).value()));
+      glTexCoord2fv(texels.coordinateOf(x < 0 ? left : right, row).data());
       glVertex2d(x, y);
     }
     glEnd();
@@ -59,6 +62,18 @@ TEST_F(ScaleTextureTest, BandsHaveSharpEdges) {
   expectScale(0, 1, 1);
 }
 
+TEST_F(ScaleTextureTest, LogarithmicScalesInterpolateTheValue) {
+  scale.isLogarithmic = true;
+  for (const ScaleRange range : {ScaleRange{1, 100}, ScaleRange{1e6, 1e-3}, ScaleRange{2, 3}}) {
+    scale.range = range;
+    for (const auto& [left, right] :
+         {std::pair(1.0, 100.0), std::pair(0.01, 0.3), std::pair(5e5, 4.0), std::pair(2.0, 2.5)}) {
+      draw(left, right);
+      expectScale(left, right, 2);
+    }
+  }
+}
+
 TEST_F(ScaleTextureTest, MultipliesWhatLightingMakes) {
   scale.palette = ColourPalette({{1, 0.5, 0}, {1, 0.5, 0}});
   const ScaleTexels texels(scale);
@@ -71,18 +86,19 @@ TEST_F(ScaleTextureTest, MultipliesWhatLightingMakes) {
 TEST_F(ScaleTextureTest, GivesTheStateBack) {
   GLuint texture = 0;
   glGenTextures(1, &texture);
-  glBindTexture(GL_TEXTURE_1D, texture);
+  glBindTexture(GL_TEXTURE_2D, texture);
   glMatrixMode(GL_TEXTURE);
   glScaled(3, 3, 3);
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_BLEND);
-  glEnable(GL_TEXTURE_2D);
+  glEnable(GL_TEXTURE_1D);
   glEnable(GL_TEXTURE_GEN_S);
+  glEnable(GL_TEXTURE_GEN_T);
   glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
   glTexCoord1f(0.25F);
   const GlState before = readGlState();
   draw(0, 1);
   EXPECT_EQ(differences(before, readGlState()), kNone);
-  EXPECT_EQ(integerState(GL_TEXTURE_BINDING_1D), static_cast<GLint>(texture));
+  EXPECT_EQ(integerState(GL_TEXTURE_BINDING_2D), static_cast<GLint>(texture));
 }
 
 TEST_F(ScaleTextureTest, HoldsInADisplayList) {
