@@ -336,6 +336,61 @@ TEST_F(View3DRegions, MeshesByTheirFaces) {
   EXPECT_EQ(within(100, 50, 150, 100, kPart), (Names{1}));
 }
 
+TEST_F(View3DRegions, MeshesInLassos) {
+  // Two bars, the second beyond a gap: one face each.
+  const auto bars = [] {
+    std::vector<double> points;
+    for (const double x : {110.0, 150.0}) {
+      for (const auto& [dx, dy] : {std::pair(0, 0), {0, 40}, {20, 40}, {20, 0}}) {
+        const Vec p = at(x + dx, 60 + dy, 0);
+        points.insert(points.end(), {p.x, p.y, p.z});
+      }
+    }
+    const auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+    require(mesh->setSommets(doubleArray(points)), "setSommets");
+    require(mesh->setPolygones(doubleArray({4, 4}), doubleArray({0, 1, 2, 3, 4, 5, 6, 7})),
+            "setPolygones");
+    return mesh;
+  }();
+  require(bars->put_NomSelection(31), "NomSelection");
+  require(host->AddSelection(bars.Get()), "AddSelection");
+  const std::vector<double> aroundAll = {100, 50, 180, 50, 180, 110, 100, 110};
+  const std::vector<double> aroundOne = {100, 50, 140, 50, 140, 110, 100, 110};
+  const std::vector<double> between = {132, 0, 148, 0, 148, 200, 132, 200};
+  const std::vector<double> within1 = {112, 62, 128, 70, 115, 90};
+  // Around both bars, but for a notch from above that takes in a corner of the second one.
+  const std::vector<double> notched = {100, 50, 145, 50, 145, 70,  155, 70,
+                                       155, 50, 180, 50, 180, 110, 100, 110};
+  const auto expectLassos = [&](const char* what) {
+    EXPECT_EQ(inLasso(aroundAll, kWhole), (Names{31})) << what;
+    EXPECT_EQ(inLasso(aroundOne, kWhole), Names()) << what;
+    EXPECT_EQ(inLasso(aroundOne, kPart), (Names{31})) << what;
+    EXPECT_EQ(inLasso(between, kPart), Names()) << what << ": in the box, on no face";
+    EXPECT_EQ(inLasso(within1, kPart), (Names{31})) << what;
+    EXPECT_EQ(inLasso(within1, kWhole), Names()) << what;
+    EXPECT_EQ(inLasso(notched, kWhole), Names()) << what;
+    EXPECT_EQ(inLasso(notched, kPart), (Names{31})) << what;
+  };
+  for (const long style : {0, 1, 2, 3, 4}) {
+    require(bars->put_StyleRendu(style), "StyleRendu");
+    expectLassos("every style");
+  }
+  require(host->RemoveAllSelection(), "RemoveAllSelection");
+  const auto group = createObject<IZYNGroupe>(kGroupProgId);
+  const auto outer = createObject<IZYNGroupe>(kGroupProgId);
+  require(group->Add(bars.Get(), 0), "Add");
+  require(outer->Add(group.Get(), 0), "Add");
+  // Ten times as large, a tenth of it.
+  require(
+      group->put_Transformation(doubleArray({10, 0, 0, 0, 0, -10, 0, 0, 0, 0, 1, 0, 7, 3, 0, 1})),
+      "Transformation");
+  require(outer->put_Transformation(
+              doubleArray({0.1, 0, 0, 0, 0, -0.1, 0, 0, 0, 0, 1, 0, -0.7, 0.3, 0, 1})),
+          "Transformation");
+  require(host->AddSelection(outer.Get()), "AddSelection");
+  expectLassos("in groups");
+}
+
 TEST_F(View3DRegions, GroupsWithANameAreOneObject) {
   const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
   const auto inner = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");

@@ -358,6 +358,57 @@ TEST_F(View3DSurfacePicking, GroupsMoveTheirSurfaces) {
   }
 }
 
+/// Two groups of groups whose objects lie in turn one behind the other, each stretched and mirrored
+/// in another way: the nearest is told by where it is shown, not by its own units.
+TEST_F(View3DSurfacePicking, TheNearestOfOverlappingGroups) {
+  look({0, 0, 0}, 10);
+  const auto placed = [](IDispatch* object, double scale, double z) {
+    // Its z = 0 lies in z.
+    auto inner = createObject<IZYNGroupe>(kGroupProgId);
+    auto outer = createObject<IZYNGroupe>(kGroupProgId);
+    inner->Add(object, 0);
+    inner->put_Transformation(
+        doubleArray({scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, -scale, 0, 0, 0, 100, 1}));
+    outer->Add(inner.Get(), 0);
+    outer->put_Transformation(doubleArray(
+        {1 / scale, 0, 0, 0, 0, 1 / scale, 0, 0, 0, 0, 1 / scale, 0, 0, 0, z - 100 / scale, 1}));
+    return outer;
+  };
+  const auto plate = makeMesh({{{-5, -4, 0}, {5, -4, 0}, {0, 4, 0}}});
+  const auto triangle = makeTriangle({-5, -4, 0}, {5, -4, 0}, {0, 4, 0});
+  triangle->setMaterial(1, 0, 0, 0.5, 1, 1, 0, 0, 0);  // backs count too
+  const auto low = placed(plate.Get(), 1000, -2);
+  const auto middle = placed(triangle.Get(), 0.001, 0.5);
+  const auto high = placed(plate.Get(), 0.001, 1);
+  const auto both = createObject<IZYNGroupe>(kGroupProgId);
+  const auto expectHeight = [&](double z, const char* what) {
+    const auto found = surfaceAt(200, 100);
+    ASSERT_TRUE(found) << what;
+    EXPECT_NEAR(found->point.z, z, 1e-7) << what;
+    EXPECT_NEAR(std::abs(found->normal.z), 1, 1e-9) << what;
+  };
+  for (IZYNGroupe* const group : {low.Get(), high.Get(), middle.Get()}) {
+    require(both->Add(group, 0), "Add");
+  }
+  host->Add(both.Get(), 0);
+  for (const bool perspective : {false, true}) {
+    switchPerspective(perspective);
+    host->VueXYp(0);
+    expectHeight(1, "from above");
+    high->put_Visible(VARIANT_FALSE);
+    expectHeight(0.5, "without the highest");
+    middle->put_Visible(VARIANT_FALSE);
+    expectHeight(-2, "the lowest alone");
+    high->put_Visible(VARIANT_TRUE);
+    middle->put_Visible(VARIANT_TRUE);
+    host->VueXYm(0);
+    expectHeight(-2, "from below");
+    low->put_Visible(VARIANT_FALSE);
+    expectHeight(0.5, "from below, without the lowest");
+    low->put_Visible(VARIANT_TRUE);
+  }
+}
+
 TEST_F(View3DSurfacePicking, GroupsAsTheyAreShown) {
   look({0, 0, 0}, 10);
   const auto group = createObject<IZYNGroupe>(L"ZYNVue.ZYNGroupe");
