@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numbers>
+#include <numeric>
 #include <span>
 
 #include "model/Faces.h"
@@ -80,6 +81,58 @@ class SidesAtPoints {
   std::vector<Side> sides_;
 };
 
+/// Walks along edges, each once and as far as it comes, and turns them into the direction of the
+/// walk: where several meet the first walk to come there goes on, or has begun there.
+class EdgeWalk {
+ public:
+  /// `ends`: the points at the ends of the edges, two each.
+  explicit EdgeWalk(const std::vector<std::uint32_t>& ends)
+      : ends_(ends), isWalked_(ends.size() / 2), places_(ends.size()) {
+    next_.resize(ends.empty() ? 0 : *std::max_element(ends.begin(), ends.end()) + std::size_t{1});
+    for (const std::uint32_t point : ends) {
+      ++next_[point];
+    }
+    std::partial_sum(next_.begin(), next_.end(), next_.begin());
+    for (std::uint32_t place = 0; place < ends.size(); ++place) {
+      places_[--next_[ends[place]]] = place;
+    }
+  }
+
+  std::vector<std::uint32_t> walked() {
+    std::vector<std::uint32_t> result;
+    result.reserve(ends_.size());
+    for (std::uint32_t place = 0; place < ends_.size(); place += 2) {
+      std::uint32_t from = isWalked_[place / 2] ? kNone : place;
+      while (from != kNone) {
+        const std::uint32_t to = ends_[from ^ 1U];
+        isWalked_[from / 2] = true;
+        result.push_back(ends_[from]);
+        result.push_back(to);
+        from = unwalkedAt(to);
+      }
+    }
+    return result;
+  }
+
+ private:
+  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+  /// The place among the ends of one at this point whose edge has not been walked.
+  std::uint32_t unwalkedAt(std::uint32_t point) {
+    for (std::uint32_t& i = next_[point]; i < places_.size() && ends_[places_[i]] == point; ++i) {
+      if (!isWalked_[places_[i] / 2]) {
+        return places_[i];
+      }
+    }
+    return kNone;
+  }
+
+  const std::vector<std::uint32_t>& ends_;
+  std::vector<bool> isWalked_;         ///< of each edge
+  std::vector<std::uint32_t> places_;  ///< in the ends, by point
+  std::vector<std::uint32_t> next_;    ///< of each point: in the places
+};
+
 /// Of the edges for which `isChosen` holds with one of their pairs of faces.
 template <class IsChosen>
 std::vector<std::uint32_t> chosenEdges(const std::vector<MeshEdge>& edges, IsChosen isChosen) {
@@ -93,7 +146,7 @@ std::vector<std::uint32_t> chosenEdges(const std::vector<MeshEdge>& edges, IsCho
     }
     edge = next;
   }
-  return ends;
+  return EdgeWalk(ends).walked();
 }
 
 }  // namespace
@@ -148,7 +201,7 @@ std::vector<std::uint32_t> silhouetteEdges(const Mesh& mesh, const std::vector<M
   for (std::size_t face = 0; face < mesh.faceCount(); ++face) {
     const Vector towards =
         Vector{eye[0], eye[1], eye[2]} - cornerAt(mesh, mesh.faceBegin(face)) * eye[3];
-    facesViewer.push_back(dot(faceNormal(mesh, face), towards) > 0);
+    facesViewer.push_back(dot(faceNormal(mesh, face), towards) > kEdgeOn * length(towards));
   }
   return chosenEdges(edges, [&](const MeshEdge& edge) {
     return edge.otherFace != MeshEdge::kNoFace &&

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "support/Drawer_win.h"
 #include "support/Meshes.h"
@@ -318,6 +319,118 @@ TEST_P(MaillageDrawingTest, HiddenLinesAreHidden) {
     require(behind->put_StyleRendu(style), "StyleRendu");
     EXPECT_TRUE(shown({front.Get(), behind.Get()}) == expected) << "style " << style;
     EXPECT_TRUE(shown({behind.Get(), front.Get()}) == expected) << "style " << style << ", first";
+  }
+}
+
+/// The least number of black pixels in the middle columns between these rows.
+int leastInColumns(const Image& image, int top, int bottom) {
+  int least = image.height();
+  for (int x = kWidth / 4; x < kWidth * 3 / 4; ++x) {
+    int count = 0;
+    for (int y = top; y < bottom; ++y) count += image.at(x, y) == kBlack ? 1 : 0;
+    least = std::min(least, count);
+  }
+  return least;
+}
+
+TEST_P(MaillageDrawingTest, LinesOfManyEdgesHaveNoGaps) {
+  constexpr int kSteps = 16;
+  Mesh band;
+  // Every other point first: the edges of the border run towards these and away from these by
+  // turns.
+  for (const int parity : {0, 1}) {
+    for (int i = parity; i <= kSteps; i += 2) {
+      addPoint(band, i * kWidth / kSteps, 20, 0);
+      addPoint(band, i * kWidth / kSteps, kHeight - 20, 0);
+    }
+  }
+  const auto lowAt = [](int i) {
+    return static_cast<std::uint32_t>(2 * (i / 2 + (i % 2 == 0 ? 0 : kSteps / 2 + 1)));
+  };
+  for (int i = 0; i < kSteps; ++i) {
+    addFace(band, {lowAt(i), lowAt(i + 1), lowAt(i + 1) + 1});
+    addFace(band, {lowAt(i), lowAt(i + 1) + 1, lowAt(i) + 1});
+  }
+  const auto mesh = meshOf(band);
+  const auto drawer = GetParam().make(kWidth, kHeight);
+  drawer->add(mesh.Get());
+  look(*drawer, 0);
+  for (const long style : {1, 2, 3}) {
+    for (const double width : {1, 3}) {
+      require(mesh->put_StyleRendu(style), "StyleRendu");
+      require(mesh->put_EpaisseurAretes(width), "EpaisseurAretes");
+      const Image picture = drawer->frame();
+      EXPECT_GE(leastInColumns(picture, 0, kHeight / 2), width) << style;
+      EXPECT_GE(leastInColumns(picture, kHeight / 2, kHeight), width) << style;
+    }
+  }
+}
+
+/// A tube of 36 facets along x, turned by so many degrees about its axis.
+Mesh tube(double turn) {
+  constexpr std::uint32_t kFacets = 36;
+  constexpr double kRadius = 50;
+  Mesh mesh;
+  for (std::uint32_t i = 0; i < kFacets; ++i) {
+    const double angle = (10.0 * i + turn) * std::numbers::pi / 180;
+    for (const double x : {0, kWidth}) {
+      addPoint(mesh, x, kHeight / 2 + kRadius * std::cos(angle), kRadius * std::sin(angle));
+    }
+  }
+  for (std::uint32_t i = 0; i < kFacets; ++i) {
+    const std::uint32_t a = 2 * i;
+    const std::uint32_t b = 2 * ((i + 1) % kFacets);
+    addFace(mesh, {a, b, b + 1});
+    addFace(mesh, {a, b + 1, a + 1});
+  }
+  return mesh;
+}
+
+TEST_P(MaillageDrawingTest, SilhouettesAreAsThickAsOtherEdges) {
+  if (GetParam().isPlane) return;
+  for (double turn = 0; turn < 10; turn += 0.25) {
+    const auto mesh = meshOf(tube(turn));
+    const auto drawer = GetParam().make(kWidth, kHeight);
+    drawer->add(mesh.Get());
+    look(*drawer, 0);
+    require(mesh->put_StyleRendu(3), "StyleRendu");
+    for (const double width : {1, 3}) {
+      require(mesh->put_EpaisseurAretes(width), "EpaisseurAretes");
+      const Image picture = drawer->frame();
+      EXPECT_GE(leastInColumns(picture, 0, kHeight / 2), width) << turn;
+      EXPECT_GE(leastInColumns(picture, kHeight / 2, kHeight), width) << turn;
+    }
+  }
+}
+
+TEST_P(MaillageDrawingTest, WhatLiesBehindDoesNotShowBesideEdges) {
+  if (GetParam().isPlane) return;
+  // A wedge: two steep red faces meet above its green back.
+  for (double x = 40.1; x < 41; x += 0.2) {
+    const auto mesh =
+        makeMesh({x, 20, -40, x, 100, -40, 80, 20, 40, 80, 100, 40, 120, 20, -40, 120, 100, -40},
+                 {0, 2, 3, 0, 3, 1, 2, 4, 5, 2, 5, 3, 0, 1, 5, 0, 5, 4});
+    const Numbers colours = {1, 0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 1, 0, 0, 1, 0};
+    require(mesh->setCouleursFaces(doubleArray(colours)), "setCouleursFaces");
+    require(mesh->put_StyleRendu(2), "StyleRendu");
+    const auto drawer = GetParam().make(kWidth, kHeight);
+    drawer->add(mesh.Get());
+    look(*drawer, 0);
+    for (const double width : {1, 3}) {
+      require(mesh->put_EpaisseurAretes(width), "EpaisseurAretes");
+      const Image picture = drawer->frame();
+      int green = 0;
+      int red = 0;
+      for (int row = 0; row < kHeight; ++row) {
+        for (int column = 0; column < kWidth; ++column) {
+          const Rgb colour = picture.at(column, row);
+          green += colour.g > colour.r && colour.g > colour.b ? 1 : 0;
+          red += colour.r > colour.g && colour.r > colour.b ? 1 : 0;
+        }
+      }
+      EXPECT_GT(red, 70 * 70) << x;
+      EXPECT_EQ(green, 0) << x << ", " << width;
+    }
   }
 }
 

@@ -17,12 +17,21 @@ namespace {
 using Ends = std::pair<std::uint32_t, std::uint32_t>;
 using EdgeSet = std::set<Ends>;
 
-/// Each once, the lower number first.
+/// Each once; where several meet one begins.
 EdgeSet setOf(const std::vector<std::uint32_t>& ends) {
   EdgeSet edges;
+  std::map<std::uint32_t, int> meeting;
+  std::set<std::uint32_t> begins;
   for (std::size_t i = 0; i < ends.size(); i += 2) {
-    EXPECT_LT(ends[i], ends[i + 1]);
-    EXPECT_TRUE(edges.emplace(ends[i], ends[i + 1]).second);
+    const auto [low, high] = std::minmax(ends[i], ends[i + 1]);
+    EXPECT_NE(low, high);
+    EXPECT_TRUE(edges.emplace(low, high).second);
+    ++meeting[low];
+    ++meeting[high];
+    begins.insert(ends[i]);
+  }
+  for (const auto& [point, count] : meeting) {
+    EXPECT_TRUE(count == 1 || begins.contains(point)) << point;
   }
   return edges;
 }
@@ -68,7 +77,8 @@ EdgeSet featuresByLooking(const Mesh& mesh, double angle) {
 EdgeSet silhouetteByLooking(const Mesh& mesh, const Vector& eye) {
   EdgeSet silhouette;
   const auto isSeen = [&](std::size_t face) {
-    return dot(faceNormal(mesh, face), eye - cornerAt(mesh, mesh.faceBegin(face))) > 0;
+    const Vector sight = eye - cornerAt(mesh, mesh.faceBegin(face));
+    return dot(faceNormal(mesh, face), sight) / length(sight) > kEdgeOn;
   };
   for (const auto& [ends, faces] : facesAtEdges(mesh)) {
     if (std::any_of(faces.begin(), faces.end(), isSeen) &&
@@ -145,6 +155,16 @@ TEST(Edges, theSilhouetteInADirectionIsThatFromVeryFarAway) {
   const std::vector<MeshEdge> edges = meshEdges(sphere);
   EXPECT_EQ(setOf(silhouetteEdges(sphere, edges, {0.1, 0.2, 0.9, 0})),
             setOf(silhouetteEdges(sphere, edges, {1e8, 2e8, 9e8, 1})));
+}
+
+TEST(Edges, aFaceThatIsSeenEdgeOnLiesBehindTheSilhouette) {
+  const Mesh box = test::box(1, 2, 3);
+  const auto silhouetteFrom = [&](double x) {
+    return setOf(silhouetteEdges(box, meshEdges(box), {x, 0, 1, 0}));
+  };
+  EXPECT_EQ(silhouetteFrom(0), silhouetteFrom(0.02));
+  EXPECT_EQ(silhouetteFrom(0), silhouetteFrom(-0.02));
+  EXPECT_NE(silhouetteFrom(0), silhouetteFrom(0.03));
 }
 
 TEST(Edges, closedIsWhatHasTwoOpposedSidesAtEveryEdge) {

@@ -1,6 +1,8 @@
 #include "objects/mesh/MeshPainter_gl.h"
 
+#include <algorithm>
 #include <bit>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 
@@ -28,12 +30,13 @@ std::uint64_t mixed(std::initializer_list<double> numbers) {
   return mix;
 }
 
-/// Lets lines and points win against the surfaces that they lie on, for a scope.
+/// Lets lines win against the surfaces that they lie on, for a scope. `reach`: how far from an
+/// edge, in pixels. Near it steep surfaces come to lie behind the flatter ones that they hide.
 class SurfacesBehind {
  public:
-  SurfacesBehind() {
+  explicit SurfacesBehind(double reach) {
     glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(2, 2);
+    glPolygonOffset(static_cast<GLfloat>(std::min(reach, 64.0)), 2);
   }
 
  private:
@@ -67,7 +70,7 @@ class ShadeModel {
 };
 
 /// Where all lines of sight come from, in model coordinates: x, y, z and w, up to a factor. It is
-/// the third column of the inverse of what maps the model to the screen.
+/// the third column of the inverse of what maps the model to the screen, pointing to lesser depths.
 std::array<double, 4> eyeOf(const GlMatrix& m) {
   constexpr std::size_t kRows[] = {0, 1, 3};
   std::array<double, 4> eye{};
@@ -85,6 +88,10 @@ std::array<double, 4> eyeOf(const GlMatrix& m) {
                          at(0, 1) * (at(1, 0) * at(2, 2) - at(1, 2) * at(2, 0)) +
                          at(0, 2) * (at(1, 0) * at(2, 1) - at(1, 1) * at(2, 0));
     eye[left] = left % 2 == 0 ? minor : -minor;
+  }
+  const double depth = m[2] * eye[0] + m[6] * eye[1] + m[10] * eye[2] + m[14] * eye[3];
+  if (depth > 0) {
+    std::ranges::transform(eye, eye.begin(), std::negate());
   }
   return eye;
 }
@@ -156,7 +163,7 @@ void MeshPainter::draw() {
       drawEdges(false);
       break;
     case MeshLook::kSurfacesAndFeatures: {
-      const SurfacesBehind scope;
+      const SurfacesBehind scope(0.5 * std::max(1.0, look_.edgeWidth));
       drawFaces(false);
     }
       drawEdges(true);
@@ -265,7 +272,8 @@ void MeshPainter::drawByValues(FaceSetting setting, Part part) {
 }
 
 void MeshPainter::drawDepth() {
-  const SurfacesBehind behind;
+  // Silhouettes win against the faces beside those that they lie on, too.
+  const SurfacesBehind behind(2 + look_.edgeWidth);
   const DepthOnly scope;
   drawChunks({}, Part::kSurfaces, 0);
 }
