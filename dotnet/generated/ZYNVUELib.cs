@@ -1850,7 +1850,7 @@ namespace ZYNVue.Interop {
     [DispId(2)]
     void setCible(double x, double y, double Z);
 
-    /// <summary>Sets the direction that is upwards on the screen (default 0, 1, 0), of any length; it need not be square to the line of sight.</summary>
+    /// <summary>Sets the direction that is upwards on the screen (default 0, 1, 0), of any length above 0; it need not be square to the line of sight.</summary>
     [DispId(3)]
     void setHaut(double x, double y, double Z);
 
@@ -2251,7 +2251,7 @@ namespace ZYNVue.Interop {
   /// <summary>Mesh: a whole part as one object, in space and, flat and in its plain colour, in the plane. Faces are triangles or polygons, counterclockwise seen from outside. Arrays have one dimension, or two and a row for each point, of any type of number. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("7316654D-4D84-4D2F-8494-F5F91D2D732F"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNGLMaillage {
-    /// <summary>Sets the points: array of x, y, z of each, model units, finite. The same number of points as before keeps everything else; another drops faces, normals, colours, values and names.</summary>
+    /// <summary>Sets the points: array of x, y, z of each, model units, finite; an array without elements for none. The same number of points as before keeps everything else; another drops faces, normals, colours, values and names.</summary>
     [DispId(1)]
     void setSommets([MarshalAs(UnmanagedType.Struct)] object XYZ);
 
@@ -2382,7 +2382,7 @@ namespace ZYNVue.Interop {
     [DispId(29)]
     void Charger([MarshalAs(UnmanagedType.BStr)] string Fichier);
 
-    /// <summary>Writes the model: .stl (binary), .ply, .obj or .off. An older file is replaced when the new one is whole. E_INVALIDARG for another extension, the system's error where the file cannot be written, E_ABORT where a Progression event stopped it.</summary>
+    /// <summary>Writes the model: .stl (binary), .ply, .obj or .off. An older file is replaced when the new one is whole. E_INVALIDARG for another extension, HRESULT_FROM_WIN32(ERROR_INVALID_DATA) where there is nothing to write (no points, for .stl no faces), the system's error where the file cannot be written, E_ABORT where a Progression event stopped it.</summary>
     [DispId(30)]
     void Enregistrer([MarshalAs(UnmanagedType.BStr)] string Fichier);
 

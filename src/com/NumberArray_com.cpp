@@ -137,6 +137,7 @@ void NumberArray::take(const VARIANT& argument) {
   if (type == VT_EMPTY || (type == VT_ERROR && V_ERROR(value) == DISP_E_PARAMNOTFOUND)) {
     return;
   }
+  isGiven_ = true;
   if ((type & VT_ARRAY) != 0 && !(isReference && !V_ARRAYREF(value))) {
     takeArray(type & VT_TYPEMASK, isReference ? *V_ARRAYREF(value) : V_ARRAY(value));
     return;
@@ -206,6 +207,12 @@ void NumberArray::takeScriptObject(IDispatch& object) {
   }
   rows_ = wanted;
   data_ = numbers_.data();
+}
+
+void NumberArray::requireGiven() const {
+  if (!isGiven_) {
+    throw badArgument(name_, L"an array of numbers is wanted, this is empty");
+  }
 }
 
 std::size_t NumberArray::rows(std::size_t width) const {

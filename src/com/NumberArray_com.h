@@ -25,6 +25,9 @@ class NumberArray {
   NumberArray(const NumberArray&) = delete;
   NumberArray& operator=(const NumberArray&) = delete;
 
+  /// Throws badArgument for an empty VARIANT, as unset variables of scripts are, and one left out.
+  void requireGiven() const;
+
   std::size_t count() const { return rows_ * columns_; }
   bool isEmpty() const { return count() == 0; }
 
@@ -68,6 +71,7 @@ class NumberArray {
   const void* data_ = nullptr;  ///< the first row's first number; columns lie one after the other
   std::size_t rows_ = 0;
   std::size_t columns_ = 1;
+  bool isGiven_ = false;         ///< not left out, nor an empty VARIANT
   bool hasRows_ = false;         ///< two dimensions
   std::vector<double> numbers_;  ///< of VARIANTs and script objects
 };

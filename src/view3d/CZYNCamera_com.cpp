@@ -83,7 +83,11 @@ STDMETHODIMP CZYNCamera::setCible(double x, double y, double z) noexcept {
 
 STDMETHODIMP CZYNCamera::setHaut(double x, double y, double z) noexcept {
   return automation(*this, [&] {
-    value_.up = {finite(L"x", x), finite(L"y", y), finite(L"z", z)};
+    const Vecteur up(finite(L"x", x), finite(L"y", y), finite(L"z", z));
+    if (!hasDirection(up)) {
+      throw badArgument(L"x, y, z", L"together they have no direction");
+    }
+    value_.up = up;
   });
 }
 

@@ -20,12 +20,18 @@ bool areFinite(std::initializer_list<double> values) {
 
 bool isSize(double value) { return std::isfinite(value) && value > 0.0; }
 
+}  // namespace
+
+bool hasDirection(const Vecteur& v) { return isSize(v.norm()); }
+
+namespace {
+
 std::optional<std::string> faultOfDirections(const CameraValue& camera) {
   const Vecteur sight = camera.target - camera.eye;
-  if (!isSize(sight.norm())) {
+  if (!hasDirection(sight)) {
     return "Oeil: it lies at Cible, or too far from it";
   }
-  if (!isSize(camera.up.norm())) {
+  if (!hasDirection(camera.up)) {
     return "Haut: it has no direction";
   }
   if (!(cross(normalised(sight), normalised(camera.up)).norm() > kParallel)) {

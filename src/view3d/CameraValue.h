@@ -25,6 +25,9 @@ struct CameraValue {
   bool operator==(const CameraValue& other) const = default;
 };
 
+/// Whether it has a length.
+bool hasDirection(const Vecteur& v);
+
 /// What is wrong with a camera that nothing can be seen with, its member named first; none for
 /// one that can be used.
 std::optional<std::string> faultOf(const CameraValue& camera);

@@ -72,6 +72,8 @@ TEST_F(CameraObject, RefusesWhatIsNoCameraAndSaysWhy) {
                 L"x: inf is no finite number");
   expectRefused(callMethod(object, L"setHaut", {0.0, 1.0, -kInfinity}),
                 L"z: -inf is no finite number");
+  expectRefused(callMethod(object, L"setHaut", {0.0, 0.0, 0.0}),
+                L"x, y, z: together they have no direction");
   expectRefused(putProperty(object, L"Largeur", 0.0), L"Largeur: 0 is not above 0");
   expectRefused(putProperty(object, L"Hauteur", -3.5), L"Hauteur: -3.5 is not above 0");
   expectRefused(putProperty(object, L"AngleOuverture", 0.5),

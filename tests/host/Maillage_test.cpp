@@ -233,6 +233,19 @@ TEST_F(MaillageTest, RefusesBadArgumentsAndChangesNothing) {
                 L"XYZ: 4 numbers are no multiple of 3");
   expectRefused(call(L"setSommets", {doubleArray({1, 2, kNaN})}), L"XYZ: element 2 is ");
   expectRefused(call(L"setSommets", {_variant_t(L"points")}), L"XYZ: ");
+  // What a script has not set.
+  _variant_t unset;
+  for (const _variant_t& empty : {unset, variantReference(&unset)}) {
+    for (const auto& [member, name] : {std::pair(L"setSommets", L"XYZ: an array "),
+                                       {L"setFaces", L"Indices: an array "},
+                                       {L"Extraire", L"Faces: an array "}}) {
+      expectRefused(call(member, {empty}), name);
+    }
+    const _variant_t three = numberArray(VT_I4, {3});
+    expectRefused(call(L"setPolygones", {three, empty}), L"Indices: an array ");
+    expectRefused(call(L"setPolygones", {empty, doubleArray({})}), L"Comptes: an array ");
+    expectRefused(call(L"setSommetsPartie", {0L, empty}), L"XYZ: an array ");
+  }
   expectRefused(call(L"setFaces", {numberArray(VT_I4, {0, 1, 2, 0, 1, 8})}),
                 L"Indices: element 5 is 8, there are 8 points");
   expectRefused(call(L"setFaces", {doubleArray({0, 1, 0.5})}), L"Indices: element 2 is 0.5");
@@ -278,6 +291,18 @@ TEST_F(MaillageTest, RefusesBadArgumentsAndChangesNothing) {
   const auto triangle = makeTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
   expectRefused(putReference(mesh_.Get(), L"EchelleCouleurs", triangle.Get()),
                 L"EchelleCouleurs: a ZYNVue.ZYNEchelleCouleurs is wanted");
+}
+
+TEST_F(MaillageTest, EmptyIsNoneForWhatItCanDoWithout) {
+  const Numbers normals = doubles(L"getNormales");
+  require(mesh_->setNormales(doubleArray(Numbers(24, 1))), "setNormales");
+  require(mesh_->setNomsFaces(numberArray(VT_I4, Numbers(12, 5))), "setNomsFaces");
+  for (const wchar_t* const member : {L"setNormales", L"setCouleursSommets", L"setCouleursFaces",
+                                      L"setValeurs", L"setNomsFaces"}) {
+    EXPECT_EQ(call(member, {_variant_t()}).code(), S_OK) << std::filesystem::path(member);
+  }
+  EXPECT_EQ(doubles(L"getNormales"), normals);
+  EXPECT_EQ(integers(L"getNomsFaces").back(), 11);
 }
 
 TEST_F(MaillageTest, ItsScaleSpansItsValues) {
@@ -336,6 +361,25 @@ TEST_F(MaillageFilesTest, WhatIsSavedIsLoadedAgain) {
   EXPECT_EQ(number(L"NbFaces"), 20);
   EXPECT_DOUBLE_EQ(number(L"Volume"), 3);
   EXPECT_TRUE(static_cast<bool>(get(L"EstFerme")));
+}
+
+TEST_F(MaillageFilesTest, WhatCouldNotBeLoadedAgainIsNotSaved) {
+  mesh_ = createObject<IZYNGLMaillage>(kMeshProgId);
+  const auto expectRefusedFile = [&](const wchar_t* name) {
+    write(name, "older");
+    const CallResult result = save(name);
+    EXPECT_EQ(result.code(), HRESULT_FROM_WIN32(ERROR_INVALID_DATA)) << name;
+    EXPECT_NE(result.description.find(std::wstring(name) + L": "), std::wstring::npos);
+    EXPECT_EQ(readFile(folder_.file(name)), (Bytes{'o', 'l', 'd', 'e', 'r'}));
+  };
+  for (const wchar_t* name : {L"e.stl", L"e.obj", L"e.ply", L"e.off"}) expectRefusedFile(name);
+  require(mesh_->setSommets(doubleArray({1, 2, 3})), "setSommets");
+  expectRefusedFile(L"p.stl");
+  for (const wchar_t* name : {L"p.obj", L"p.ply", L"p.off"}) {
+    ASSERT_EQ(save(name).code(), S_OK) << name;
+    ASSERT_EQ(load(name).code(), S_OK) << name;
+    EXPECT_EQ(doubles(L"getSommets"), (Numbers{1, 2, 3}));
+  }
 }
 
 TEST_F(MaillageFilesTest, GroupsOfAnObjNameItsFaces) {

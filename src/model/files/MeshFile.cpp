@@ -129,6 +129,9 @@ std::optional<MeshFormat> writtenFormat(std::string_view extension) {
 
 void writeMesh(const Mesh& mesh, MeshFormat format, const ByteSink& sink,
                const Progress& progress) {
+  if (mesh.points.empty()) {
+    throw MeshFileError("there are no points to write");
+  }
   switch (format) {
     case MeshFormat::kBinaryStl:
       return writeStl(mesh, sink, progress);

@@ -24,8 +24,9 @@ Mesh readMesh(std::string_view bytes, const SiblingFile& sibling = {},
 /// The format of the files with an extension, ".stl" in any case, that models are written to.
 std::optional<MeshFormat> writtenFormat(std::string_view extension);
 
-/// Writes a model, which reads back the same to the last bit of what the format holds. Throws
-/// MeshFileError, Aborted and what the sink throws.
+/// Writes a model, which reads back the same to the last bit of what the format holds; one without
+/// anything that could be read back is refused. Throws MeshFileError, Aborted and what the sink
+/// throws.
 void writeMesh(const Mesh& mesh, MeshFormat format, const ByteSink& sink,
                const Progress& progress = {});
 

@@ -18,10 +18,14 @@ class StlWriter {
       : mesh_(mesh), triangles_(mesh), out_(sink), meter_(progress, mesh.faceCount()) {}
 
   void write() {
+    const std::uint32_t count = countTriangles();
+    if (count == 0) {
+      throw MeshFileError("STL files hold triangles only, there are none to write");
+    }
     std::string comment = "binary STL, written by ZYNVue";
     comment.resize(80, ' ');
     out_.text(comment);
-    out_.little(countTriangles());
+    out_.little(count);
     for (std::size_t face = 0; face < mesh_.faceCount(); ++face) {
       forEachTriangle(face, [&](const Triangulation::Triangle& corners) { writeFacet(corners); });
       meter_.reached(face);

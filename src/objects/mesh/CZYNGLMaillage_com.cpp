@@ -65,6 +65,7 @@ STDMETHODIMP CZYNGLMaillage::setSommets(VARIANT XYZ) noexcept {
 STDMETHODIMP CZYNGLMaillage::setFaces(VARIANT Indices) noexcept {
   return changeLook([&] {
     const NumberArray indices(L"Indices", Indices);
+    indices.requireGiven();
     indices.rows(3);
     model_.setFaces(indices.indices(model_.mesh().pointCount(), L"points"), {});
   });
@@ -73,6 +74,7 @@ STDMETHODIMP CZYNGLMaillage::setFaces(VARIANT Indices) noexcept {
 STDMETHODIMP CZYNGLMaillage::setPolygones(VARIANT Comptes, VARIANT Indices) noexcept {
   return changeLook([&] {
     const NumberArray indices(L"Indices", Indices);
+    indices.requireGiven();
     std::vector<std::uint32_t> ends = readFaceEnds(Comptes, indices.count());
     model_.setFaces(indices.indices(model_.mesh().pointCount(), L"points"), std::move(ends));
   });
@@ -297,6 +299,7 @@ STDMETHODIMP CZYNGLMaillage::Extraire(VARIANT Faces, IDispatch** Maillage) noexc
     }
     const Mesh& mesh = model_.mesh();
     const NumberArray faces(L"Faces", Faces);
+    faces.requireGiven();
     return giveLike(subMesh(mesh, faces.indices(mesh.faceCount(), L"faces")), Maillage);
   });
 }

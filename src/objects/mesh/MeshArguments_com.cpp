@@ -48,12 +48,14 @@ std::vector<float> coloursIn(const NumberArray& rgba, std::size_t count, const w
 
 std::vector<double> readPoints(const VARIANT& XYZ) {
   const NumberArray xyz(L"XYZ", XYZ);
+  xyz.requireGiven();
   xyz.rows(3);
   return xyz.finiteDoubles();
 }
 
 std::vector<std::uint32_t> readFaceEnds(const VARIANT& Comptes, std::size_t corners) {
   const NumberArray argument(L"Comptes", Comptes);
+  argument.requireGiven();
   const std::vector<std::int32_t> counts = argument.integers();
   std::vector<std::uint32_t> ends;
   ends.reserve(counts.size());

@@ -53,6 +53,19 @@ TEST(MeshFile, writesAPlyThatReadsBackToTheLastBit) {
   EXPECT_EQ(read.faceNames, mesh.faceNames);
 }
 
+TEST(MeshFile, writesNothingThatCouldNotBeRead) {
+  Mesh mesh;
+  for (const MeshFormat format :
+       {MeshFormat::kPly, MeshFormat::kObj, MeshFormat::kOff, MeshFormat::kBinaryStl}) {
+    EXPECT_THROW(written(mesh, format), MeshFileError);
+  }
+  mesh.points = {1, 2, 3};
+  for (const MeshFormat format : {MeshFormat::kPly, MeshFormat::kObj, MeshFormat::kOff}) {
+    EXPECT_EQ(readMesh(written(mesh, format)).points, mesh.points);
+  }
+  EXPECT_THROW(written(mesh, MeshFormat::kBinaryStl), MeshFileError);
+}
+
 TEST(MeshFile, writesEveryByteOfColourToAPly) {
   Mesh mesh;
   mesh.points.assign(3 * 64, 1.5);
