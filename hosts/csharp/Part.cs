@@ -32,8 +32,8 @@ internal static class Part {
     camera.setOeil(60, -110, 90);
     camera.setCible(0, 0, 22);
     camera.setHaut(0, 0, 1);
-    camera.Largeur = 100;
-    camera.Hauteur = 75;
+    camera.largeur = 100;
+    camera.hauteur = 75;
     camera.Perspective = true;
     context.Camera = camera;
     context.Exporter(Path.GetFullPath(Path.Combine(folder, "part.png")));

@@ -21,7 +21,7 @@ begin
 end;
 
 { The faces of the base, or all others. }
-function Faces(const Mesh: OleVariant; OfBase: Boolean): OleVariant;
+function Faces(const Mesh: OleVariant; OfBase: Boolean): Variant;
 var
   Face, Count: LongInt;
 begin

@@ -6,7 +6,7 @@ python part.py PART.obj FOLDER
 import os
 import sys
 
-from win32com.client import Dispatch
+from win32com.client.dynamic import Dispatch
 
 source, folder = (os.path.abspath(argument) for argument in sys.argv[1:])
 part = Dispatch("ZYNVue.ZYNGLMaillage")

@@ -1,40 +1,30 @@
 ' A part, coloured by its height with a colour bar, its base hidden: cscript //nologo part.vbs PART.obj FOLDER
 Option Explicit
-Dim files, folder, part, lines, words, heights, i, colours, context, name, group, camera
+Dim files, part, heights, line, words, i, colours, base, others, face, hidden, context, camera
 Set files = CreateObject("Scripting.FileSystemObject")
-folder = WScript.Arguments(1) & "\"
 Set part = CreateObject("ZYNVue.ZYNGLMaillage")
 part.Charger WScript.Arguments(0)
 ReDim heights(part.NbSommets - 1) ' from the file: VBScript does not look into arrays of numbers
-Set lines = files.OpenTextFile(WScript.Arguments(0))
-Do Until lines.AtEndOfStream
-  words = Split(lines.ReadLine)
-  If words(0) = "v" Then heights(i) = CDbl(words(3)): i = i + 1
-Loop
-part.setValeurs heights
-Set colours = CreateObject("ZYNVue.ZYNEchelleCouleurs")
-colours.Titre = "height, mm"
-Set part.EchelleCouleurs = colours
-Set context = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
-context.CreateContext 800, 600
-context.Add colours, 0
-For Each name In Array("base", "block", "step", "boss")
-  Set group = CreateObject("ZYNVue.ZYNGroupe")
-  group.Add part.Extraire(FacesOf(name)), 0
-  group.Visible = (name <> "base")
-  context.Add group, 0
+For Each line In Split(files.OpenTextFile(WScript.Arguments(0)).ReadAll, vbLf)
+  ' with the decimal sign of the country
+  If Left(line, 2) = "v " Then words = Split(line): heights(i) = CDbl(Replace(words(3), ".", Mid(1.5, 2, 1))): i = i + 1
 Next
+part.setValeurs heights
+Set colours = CreateObject("ZYNVue.ZYNEchelleCouleurs"): colours.Titre = "height, mm"
+Set part.EchelleCouleurs = colours
+Set base = CreateObject("Scripting.Dictionary"): Set others = CreateObject("Scripting.Dictionary")
+For face = 0 To part.NbFaces - 1
+  If part.NomGroupe(face) = "base" Then base.Add face, "" Else others.Add face, ""
+Next
+Set hidden = CreateObject("ZYNVue.ZYNGroupe"): hidden.Visible = False
+hidden.Add part.Extraire(base.Keys), 0
+Set context = CreateObject("ZYNVue.ZYN3dGLBitmapContext"): context.CreateContext 800, 600
+context.Add part.Extraire(others.Keys), 0
+context.Add hidden, 0
+context.Add colours, 0
 Set camera = CreateObject("ZYNVue.ZYNCamera")
 camera.Texte = "Oeil=60 -110 90 Cible=0 0 22 Haut=0 0 1 Largeur=100 Hauteur=75 Perspective=1 AngleOuverture=30 Profondeur=100"
 Set context.Camera = camera
-context.Exporter folder & "part.png"
-files.CreateTextFile(folder & "part.camera").WriteLine camera.Texte
+context.Exporter WScript.Arguments(1) & "\part.png"
+files.CreateTextFile(WScript.Arguments(1) & "\part.camera").WriteLine camera.Texte
 WScript.Echo "done: " & part.NbFaces & " faces"
-
-Function FacesOf(name)
-  Dim faces(), count, face
-  For face = 0 To part.NbFaces - 1
-    If part.NomGroupe(face) = name Then ReDim Preserve faces(count): faces(count) = face: count = count + 1
-  Next
-  FacesOf = faces
-End Function

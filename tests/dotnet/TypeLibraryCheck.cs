@@ -64,7 +64,8 @@ internal static class LibrarySide {
     var arguments = new List<string>();
     for (int i = 0; i < function.cParams; ++i) {
       var element = Marshal.PtrToStructure<ELEMDESC>(function.lprgelemdescParam + i * Marshal.SizeOf<ELEMDESC>());
-      bool isOut = (element.desc.paramdesc.wParamFlags & PARAMFLAG.PARAMFLAG_FOUT) != 0;
+      const PARAMFLAG directions = PARAMFLAG.PARAMFLAG_FIN | PARAMFLAG.PARAMFLAG_FOUT;
+      bool isOut = (element.desc.paramdesc.wParamFlags & directions) == PARAMFLAG.PARAMFLAG_FOUT;
       arguments.Add((isOut ? "out " : "") + TypeText(type, element.tdesc));
     }
     string kind = function.invkind == INVOKEKIND.INVOKE_FUNC ? "method"
@@ -138,6 +139,7 @@ internal static class AssemblySide {
     if (type == typeof(string) && marshalling == UnmanagedType.BStr) return "VT_BSTR";
     if (type == typeof(object) && marshalling == UnmanagedType.Struct) return "VT_VARIANT";
     if (type == typeof(object) && marshalling == UnmanagedType.IDispatch) return "VT_DISPATCH";
+    if (type == typeof(object) && marshalling == UnmanagedType.IUnknown) return "VT_UNKNOWN";
     return "?" + type + " as " + marshalling;
   }
 }
