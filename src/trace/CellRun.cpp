@@ -75,7 +75,7 @@ class Outline {
   /// there.
   std::size_t tailOf(const IndexRange& points) const {
     const auto [first, last] = points;
-    if (last + 1 < trace_.points.size() && !trace_.points.isGap(last + 1)) {
+    if (last + 1 < trace_.points.end() && !trace_.points.isGap(last + 1)) {
       return last + 1;
     }
     const double x = std::floor(trace_.windowX(last)) + 0.5;

@@ -17,6 +17,10 @@ struct TraceInWindow {
   const RunBoxes& boxes;
   const WindowMapping& mapping;
 
+  /// What is chosen does not depend on where boxes begin: a trace that has lost its oldest points
+  /// is drawn as a new one of those that are left.
+  bool isStable = false;
+
   /// A form, or anything else that has a value `at` a place, at a point.
   template <class Form>
   double at(const Form& form, std::size_t i) const {

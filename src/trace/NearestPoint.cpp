@@ -50,7 +50,8 @@ class Search {
         target_{target.x * scale_, target.y * scale_, target.z * scale_} {}
 
   TracePoint run() {
-    visit(boxes_.levels() - 1, 0);
+    const std::size_t top = boxes_.levels() - 1;
+    visit(top, boxes_.firstRun(top));
     return {segment_, fraction_, position(), direction()};
   }
 
@@ -67,7 +68,9 @@ class Search {
     return {points_.x(i) * scale_, points_.y(i) * scale_, points_.z(i) * scale_};
   }
 
-  bool isPoint(std::size_t i) const { return i < points_.size() && !points_.isGap(i); }
+  bool isPoint(std::size_t i) const {
+    return i >= points_.first() && i < points_.end() && !points_.isGap(i);
+  }
   bool isSegment(std::size_t i) const { return isPoint(i) && isPoint(i + 1); }
   bool isAlone(std::size_t i) const {
     return isPoint(i) && !isPoint(i + 1) && (i == 0 || !isPoint(i - 1));
@@ -87,11 +90,11 @@ class Search {
 
   void visit(std::size_t level, std::size_t index) {
     if (level == 0) {
-      visitSegments(index * RunBoxes::kFan);
+      visitSegments(index);
       return;
     }
-    const std::size_t first = index * RunBoxes::kFan;
-    const std::size_t end = std::min(first + RunBoxes::kFan, boxes_.runs(level - 1));
+    const std::size_t first = std::max(index * RunBoxes::kFan, boxes_.firstRun(level - 1));
+    const std::size_t end = std::min((index + 1) * RunBoxes::kFan, boxes_.endRun(level - 1));
     std::array<Child, RunBoxes::kFan> children;
     std::size_t count = 0;
     for (std::size_t i = first; i < end; ++i) {
@@ -107,9 +110,10 @@ class Search {
     }
   }
 
-  void visitSegments(std::size_t first) {
+  void visitSegments(std::size_t run) {
     // The run's last point begins a segment of the next run; a point on its own may be met twice.
-    const std::size_t last = std::min(first + RunBoxes::kFan, points_.size() - 1);
+    const std::size_t first = std::max(run * RunBoxes::kFan, points_.first());
+    const std::size_t last = std::min((run + 1) * RunBoxes::kFan, points_.end() - 1);
     for (std::size_t i = first; i <= last; ++i) {
       if (isSegment(i)) {
         measureSegment(i);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 #include "trace/PathWriter.h"
 
@@ -28,7 +29,7 @@ class Walk {
   /// the one behind its last that is not shared, and answers whether it took it.
   template <class TakePoint, class TakeBox>
   void run(const TakePoint& takePoint, const TakeBox& takeBox) const {
-    for (std::size_t i = 0; i < trace_.points.size();) {
+    for (std::size_t i = trace_.points.first(); i < trace_.points.end();) {
       const std::size_t end = endOfBoxes(i, takeBox);
       if (end == i) {
         takePoint(i);
@@ -60,8 +61,8 @@ class Walk {
   std::size_t endOfBoxes(std::size_t i, const TakeBox& takeBox) const {
     for (std::size_t level = levelsAt(i); level-- > 0;) {
       const std::size_t length = RunBoxes::length(level);
-      const std::size_t size = trace_.points.size();
-      const std::size_t end = i + length + 1 < size ? i + length : size;
+      const std::size_t last = trace_.points.end();
+      const std::size_t end = i + length + 1 < last ? i + length : last;
       if (takeBox(trace_.boxes.run(level, i / length), i, end)) {
         return end;
       }
@@ -74,7 +75,7 @@ class Walk {
     std::size_t level = 0;
     std::size_t length = RunBoxes::kFan;
     while (level < trace_.boxes.levels() && i % length == 0 &&
-           i / length < trace_.boxes.runs(level)) {
+           i / length < trace_.boxes.endRun(level)) {
       ++level;
       length *= RunBoxes::kFan;
     }
@@ -89,7 +90,11 @@ class Walk {
 class Reduction {
  public:
   Reduction(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
-      : points_(trace.points), walk_(trace, grid), grid_(grid), writer_(trace, grid, path) {}
+      : trace_(trace),
+        points_(trace.points),
+        walk_(trace, grid),
+        grid_(grid),
+        writer_(trace, grid, path) {}
 
   void run() {
     walk_.run([this](std::size_t i) { takePoint(i); },
@@ -113,7 +118,8 @@ class Reduction {
     if (box.whole && !box.isEmpty()) {
       return take(walk_.extentOf(box.box), {first, end - 1});
     }
-    if (!walk_.isUnseen(box)) {
+    const bool isInSight = lineIsOpen_ && !run_.isOutside();
+    if (!walk_.isUnseen(box) || (trace_.isStable && isInSight)) {
       return false;
     }
     if (lineIsOpen_ && !points_.isGap(first)) {
@@ -129,9 +135,13 @@ class Reduction {
     if (lineIsOpen_ && join(extent, points)) {
       return true;
     }
-    const CellRun begun = runOf(extent, points);
-    if (points.first != points.last &&
-        !isRun(begun, begun.isInColumn, begun.isInRow, begun.depth)) {
+    const bool isBox = points.first != points.last;
+    const Extent first = isBox && trace_.isStable ? walk_.extentOf(points.first) : extent;
+    if (isBox && trace_.isStable && lineIsOpen_ && joined(first)) {
+      return false;
+    }
+    const CellRun begun = runOf(extent, first, points);
+    if (isBox && !isRun(begun, {begun.isInColumn, begun.isInRow, begun.depth})) {
       return false;
     }
     if (lineIsOpen_) {
@@ -144,17 +154,30 @@ class Reduction {
     return true;
   }
 
+  /// How points lie in a column and a row of cells.
+  struct Lie {
+    bool isInColumn;
+    bool isInRow;
+    Range depth;
+  };
+
+  /// The run together with more points; none where that would not be one run.
+  std::optional<Lie> joined(const Extent& extent) const {
+    const Lie lie{
+        run_.isInColumn && run_.column.pixels.holds(extent.x),
+        run_.isInRow && run_.row.pixels.holds(extent.y),
+        {std::min(run_.depth.low, extent.depth.low), std::max(run_.depth.high, extent.depth.high)}};
+    return isRun(run_, lie) ? std::optional(lie) : std::nullopt;
+  }
+
   bool join(const Extent& extent, const IndexRange& points) {
-    const bool isInColumn = run_.isInColumn && run_.column.pixels.holds(extent.x);
-    const bool isInRow = run_.isInRow && run_.row.pixels.holds(extent.y);
-    const Range depth{std::min(run_.depth.low, extent.depth.low),
-                      std::max(run_.depth.high, extent.depth.high)};
-    if (!isRun(run_, isInColumn, isInRow, depth)) {
+    const std::optional<Lie> lie = joined(extent);
+    if (!lie) {
       return false;
     }
-    run_.isInColumn = isInColumn;
-    run_.isInRow = isInRow;
-    run_.depth = depth;
+    run_.isInColumn = lie->isInColumn;
+    run_.isInRow = lie->isInRow;
+    run_.depth = lie->depth;
     run_.points.last = points.last;
     const IndexRange reached = reachedBy(points);
     run_.x.unite(extent.x, reached);
@@ -162,9 +185,10 @@ class Reduction {
     return true;
   }
 
-  CellRun runOf(const Extent& extent, const IndexRange& points) const {
-    const PixelCell column = grid_.column(extent.x.low);
-    const PixelCell row = grid_.row(extent.y.low);
+  /// `first`: where it begins.
+  CellRun runOf(const Extent& extent, const Extent& first, const IndexRange& points) const {
+    const PixelCell column = grid_.column(first.x.low);
+    const PixelCell row = grid_.row(first.y.low);
     const IndexRange reached = reachedBy(points);
     return {
         points, {extent.x, reached, reached},  {extent.y, reached, reached}, extent.depth, column,
@@ -177,10 +201,14 @@ class Reduction {
   }
 
   /// Whether points may be drawn as one run that lies like this where another one begins.
-  bool isRun(const CellRun& begun, bool isInColumn, bool isInRow, const Range& depth) const {
-    return (isInColumn && isInRow) || (isInColumn && begun.column.isOutside) ||
-           (isInRow && begun.row.isOutside) ||
-           ((isInColumn || isInRow) && depth.size() <= grid_.depthStep);
+  bool isRun(const CellRun& begun, const Lie& lie) const {
+    const bool beginsOutside = begun.column.isOutside || begun.row.isOutside;
+    if ((lie.isInColumn && begun.column.isOutside) || (lie.isInRow && begun.row.isOutside)) {
+      return true;
+    }
+    return !(trace_.isStable && beginsOutside) &&
+           ((lie.isInColumn && lie.isInRow) ||
+            ((lie.isInColumn || lie.isInRow) && lie.depth.size() <= grid_.depthStep));
   }
 
   void endLine() {
@@ -190,6 +218,7 @@ class Reduction {
     }
   }
 
+  const TraceInWindow& trace_;
   const PointSequence& points_;
   const Walk walk_;
   const PixelGrid& grid_;
@@ -237,7 +266,7 @@ ReducedPath pathInSight(const TraceInWindow& trace, const PixelGrid& grid) {
 ReducedPath wholePath(const PointSequence& points) {
   ReducedPath path;
   bool isOpen = false;
-  for (std::size_t i = 0; i < points.size(); ++i) {
+  for (std::size_t i = points.first(); i < points.end(); ++i) {
     isOpen = writeUnlessGap(points, i, isOpen, path);
   }
   path.locate(points);

@@ -95,8 +95,9 @@ std::optional<double> PathWriter::litEnd(const DiamondReach& reach, const CellRu
            !isInMiddle(trace_.at(reach.along, i));
   };
   const double last = std::floor(height);
-  if (isClear(height, last) &&
-      isInDiamond(search.highest({among.first, std::min(among.last, run.points.last)}), last)) {
+  const IndexRange searched =
+      trace_.isStable ? run.points : IndexRange{among.first, std::min(among.last, run.points.last)};
+  if (isClear(height, last) && isInDiamond(search.highest(searched), last)) {
     return last + 1;
   }
   const std::size_t furthest = RunSearch(trace_, reach).highest(run.points);

@@ -28,42 +28,75 @@ RunBox around(const PointSequence& points, std::size_t first, std::size_t last) 
   return run;
 }
 
-std::vector<RunBox> lowestLevel(const PointSequence& points) {
-  std::vector<RunBox> runs;
-  const std::size_t end = points.size() - 1;
-  runs.reserve(end / RunBoxes::kFan + 1);
-  std::size_t first = 0;
-  do {
-    const std::size_t last = std::min(first + RunBoxes::kFan, end);
-    runs.push_back(around(points, first, last));
-    first = last;
-  } while (first < end);
-  return runs;
+}  // namespace
+
+/// What there is to be of a level.
+struct RunBoxes::Change {
+  std::size_t first;
+  std::size_t last;
+  bool lostPoints;
+};
+
+void RunBoxes::follow(const PointSequence& points) {
+  if (points.first() >= end_) {
+    levels_.clear();
+  }
+  if (points.size() > 0) {
+    const std::size_t last = std::max<std::size_t>(points.end() - 1, 1);
+    Change change{0, (last - 1) / kFan, points.first() > first_};
+    change.first = std::min(points.first() / kFan, change.last);
+    std::size_t level = 0;
+    renew(points, level, change);
+    while (change.first < change.last) {
+      change.first /= kFan;
+      change.last /= kFan;
+      renew(points, ++level, change);
+    }
+    levels_.resize(level + 1);
+  }
+  first_ = points.first();
+  end_ = points.end();
 }
 
-std::vector<RunBox> levelAbove(const std::vector<RunBox>& below) {
-  std::vector<RunBox> runs((below.size() + RunBoxes::kFan - 1) / RunBoxes::kFan, nothing());
-  for (std::size_t i = 0; i < below.size(); ++i) {
-    RunBox& run = runs[i / RunBoxes::kFan];
+/// The runs that were not there, the last of those that were, since it may have become longer, and
+/// the first where it has become shorter.
+void RunBoxes::renew(const PointSequence& points, std::size_t level, const Change& change) {
+  if (level == levels_.size()) {
+    levels_.emplace_back(change.first).reserve(change.last - change.first + 1);
+  }
+  SlidingVector<RunBox>& runs = levels_[level];
+  const std::size_t known = runs.end();
+  runs.dropBefore(change.first);
+  if (change.lostPoints && change.first < known) {
+    runs[change.first] = made(points, level, change.first);
+  }
+  if (change.first < known) {
+    runs[known - 1] = made(points, level, known - 1);
+  }
+  for (std::size_t i = known; i <= change.last; ++i) {
+    runs.push_back(made(points, level, i));
+  }
+}
+
+RunBox RunBoxes::made(const PointSequence& points, std::size_t level, std::size_t index) const {
+  const std::size_t first = index * kFan;
+  if (level == 0) {
+    return around(points, std::max(first, points.first()),
+                  std::min(first + kFan, points.end() - 1));
+  }
+  const SlidingVector<RunBox>& below = levels_[level - 1];
+  const std::size_t end = std::min(first + kFan, below.end());
+  RunBox run = nothing();
+  for (std::size_t i = std::max(first, below.first()); i < end; ++i) {
     run.box.unite(below[i].box);
     run.whole = run.whole && below[i].whole;
   }
-  return runs;
+  return run;
 }
 
-}  // namespace
-
-RunBoxes::RunBoxes(const PointSequence& points) {
-  if (points.size() == 0) {
-    return;
-  }
-  levels_.push_back(lowestLevel(points));
-  while (levels_.back().size() > 1) {
-    levels_.push_back(levelAbove(levels_.back()));
-  }
+RunBox RunBoxes::all() const {
+  return levels_.empty() ? nothing() : levels_.back()[levels_.back().first()];
 }
-
-RunBox RunBoxes::all() const { return levels_.empty() ? nothing() : levels_.back().front(); }
 
 std::size_t RunBoxes::length(std::size_t level) {
   std::size_t length = kFan;

@@ -2,28 +2,45 @@
 
 #include <cmath>
 #include <cstddef>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "core/Box3.h"
+#include "trace/SlidingVector.h"
 
 namespace zyn {
 
 /// The points of a trace, one array a coordinate. A point with a coordinate that is not finite is a
-/// gap: it is no part of the trace, and nothing connects its neighbours.
+/// gap: it is no part of the trace, and nothing connects its neighbours. Points may be appended,
+/// and the oldest dropped: each keeps the index that it has got.
 class PointSequence {
  public:
   PointSequence() = default;
 
   /// Arrays of equal length; without `z` the points lie in the plane z = 0.
   PointSequence(std::vector<double> x, std::vector<double> y, std::vector<double> z = {})
-      : x_(std::move(x)), y_(std::move(y)), z_(std::move(z)) {}
+      : isFlat_(z.empty()), x_(std::move(x)), y_(std::move(y)), z_(std::move(z)) {}
 
+  /// Points in the plane, after those of a sequence without z; `x` and `y` are of equal length.
+  void append(std::span<const double> x, std::span<const double> y) {
+    x_.append(x.begin(), x.end());
+    y_.append(y.begin(), y.end());
+  }
+
+  /// Drops the points before this one; those of a sequence without z.
+  void dropBefore(std::size_t first) {
+    x_.dropBefore(first);
+    y_.dropBefore(first);
+  }
+
+  std::size_t first() const { return x_.first(); }  ///< the index of the oldest point
+  std::size_t end() const { return x_.end(); }      ///< behind the newest one
   std::size_t size() const { return x_.size(); }
 
   double x(std::size_t i) const { return x_[i]; }
   double y(std::size_t i) const { return y_[i]; }
-  double z(std::size_t i) const { return z_.empty() ? 0.0 : z_[i]; }
+  double z(std::size_t i) const { return isFlat_ ? 0.0 : z_[i]; }
   Point at(std::size_t i) const { return {x(i), y(i), z(i)}; }
 
   bool isGap(std::size_t i) const {
@@ -31,9 +48,10 @@ class PointSequence {
   }
 
  private:
-  std::vector<double> x_;
-  std::vector<double> y_;
-  std::vector<double> z_;
+  bool isFlat_ = true;
+  SlidingVector<double> x_;
+  SlidingVector<double> y_;
+  SlidingVector<double> z_;
 };
 
 /// What is known of a run of consecutive points without looking at them.
@@ -46,16 +64,23 @@ struct RunBox {
 
 /// Boxes around runs of consecutive points, in levels: a run of level 0 holds kFan segments, one of
 /// a further level kFan runs of the level below. Neighbours share the point between them, so that
-/// every segment lies in a run. Takes time and memory in proportion to the number of points.
+/// every segment lies in a run. Takes time and memory in proportion to the number of points. Runs
+/// have numbers as points have: run i of a level begins with point i * length(level).
 class RunBoxes {
  public:
   static constexpr std::size_t kFan = 16;
 
-  explicit RunBoxes(const PointSequence& points);
+  RunBoxes() = default;
+  explicit RunBoxes(const PointSequence& points) { follow(points); }
+
+  /// Takes notice of points that have been appended and dropped, in time proportional to their
+  /// number; always of the same sequence.
+  void follow(const PointSequence& points);
 
   /// 0 without points; the highest level has a single run.
   std::size_t levels() const { return levels_.size(); }
-  std::size_t runs(std::size_t level) const { return levels_[level].size(); }
+  std::size_t firstRun(std::size_t level) const { return levels_[level].first(); }
+  std::size_t endRun(std::size_t level) const { return levels_[level].end(); }
   const RunBox& run(std::size_t level, std::size_t index) const { return levels_[level][index]; }
 
   /// Around all points; empty without a point that is no gap.
@@ -65,7 +90,13 @@ class RunBoxes {
   static std::size_t length(std::size_t level);
 
  private:
-  std::vector<std::vector<RunBox>> levels_;
+  struct Change;
+  RunBox made(const PointSequence& points, std::size_t level, std::size_t index) const;
+  void renew(const PointSequence& points, std::size_t level, const Change& change);
+
+  std::vector<SlidingVector<RunBox>> levels_;
+  std::size_t first_ = 0;  ///< of the points that are known
+  std::size_t end_ = 0;
 };
 
 }  // namespace zyn

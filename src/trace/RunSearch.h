@@ -17,7 +17,8 @@ class RunSearch {
  public:
   RunSearch(const TraceInWindow& trace, const Form& form) : trace_(trace), form_(form) {}
 
-  /// The point at which the function is greatest; of points none of which is a gap.
+  /// The point at which the function is greatest; of points none of which is a gap. In a stable
+  /// trace, of several the first.
   std::size_t highest(const IndexRange& points) {
     found_ = points.first;
     value_ = -std::numeric_limits<double>::infinity();
@@ -44,8 +45,12 @@ class RunSearch {
 
   double boundOf(std::size_t level, std::size_t run) const {
     // Where the last of all points ends a full run, it begins none of its own.
-    return run < trace_.boxes.runs(level) ? form_.highest(trace_.boxes.run(level, run).box)
-                                          : std::numeric_limits<double>::infinity();
+    return run < trace_.boxes.endRun(level) ? form_.highest(trace_.boxes.run(level, run).box)
+                                            : std::numeric_limits<double>::infinity();
+  }
+
+  bool isBetter(double value, std::size_t first) const {
+    return value > value_ || (trace_.isStable && value == value_ && first < found_);
   }
 
   static IndexRange partIn(std::size_t level, std::size_t run, const IndexRange& points) {
@@ -67,7 +72,7 @@ class RunSearch {
     }
     enter(level, partIn(level, best, points));
     for (std::size_t run = from; run <= to; ++run) {
-      if (run != best && bounds[run - from] > value_) {
+      if (run != best && isBetter(bounds[run - from], run * RunBoxes::length(level))) {
         enter(level, partIn(level, run, points));
       }
     }
@@ -79,7 +84,7 @@ class RunSearch {
       return;
     }
     for (std::size_t i = points.first; i <= points.last; ++i) {
-      if (const double value = trace_.at(form_, i); value > value_) {
+      if (const double value = trace_.at(form_, i); isBetter(value, i)) {
         value_ = value;
         found_ = i;
       }

@@ -45,11 +45,11 @@ TEST(RunBoxesTest, EveryRunHoldsItsSegmentsOnEveryLevel) {
   for (const std::size_t count : {2U, 16U, 17U, 18U, 32U, 33U, 256U, 257U, 258U, 5000U}) {
     const PointSequence points = steps(count);
     const RunBoxes boxes(points);
-    ASSERT_EQ(boxes.runs(boxes.levels() - 1), 1U) << count;
+    ASSERT_EQ(boxes.endRun(boxes.levels() - 1), 1U) << count;
     for (std::size_t level = 0; level < boxes.levels(); ++level) {
       const std::size_t length = RunBoxes::length(level);
-      ASSERT_EQ(boxes.runs(level), std::max<std::size_t>(1, (count - 1 + length - 1) / length));
-      for (std::size_t i = 0; i < boxes.runs(level); ++i) {
+      ASSERT_EQ(boxes.endRun(level), std::max<std::size_t>(1, (count - 1 + length - 1) / length));
+      for (std::size_t i = 0; i < boxes.endRun(level); ++i) {
         const auto first = static_cast<double>(i * length);
         const auto last = static_cast<double>(std::min(i * length + length, count - 1));
         const Box3& box = boxes.run(level, i).box;
@@ -79,7 +79,7 @@ TEST(RunBoxesTest, AGapSpoilsTheRunsThatHoldIt) {
   std::vector<double> x(600, 1.0);
   x[32] = std::nan("");  // shared by the second and the third run
   const RunBoxes boxes(PointSequence(x, x));
-  for (std::size_t i = 0; i < boxes.runs(0); ++i) {
+  for (std::size_t i = 0; i < boxes.endRun(0); ++i) {
     EXPECT_EQ(boxes.run(0, i).whole, i != 1 && i != 2) << i;
   }
   EXPECT_FALSE(boxes.run(1, 0).whole);
