@@ -160,6 +160,12 @@ def classes_known() -> Iterator[None]:
         _kernel32.DeactivateActCtx(0, cookie)
 
 
+def _newest(coclass: Any) -> Any:
+    """The interface of a class that has all of its members: that which derives from its default one, if there is one."""
+    default = coclass._com_interfaces_[0]
+    return max((kind for kind in coclass._com_interfaces_ if issubclass(kind, default)), key=lambda kind: len(kind.__mro__))
+
+
 def create(prog_id: str) -> Any:
     """A new object of a published class, as comtypes has it.
 
@@ -181,4 +187,4 @@ def create_many(prog_id: str, count: int) -> list[Any]:
             factory = comtypes.CoGetClassObject(
                 coclass._reg_clsid_, comtypes.CLSCTX_INPROC_SERVER, interface=IClassFactory
             )
-        return [factory.CreateInstance(None, coclass._com_interfaces_[0]) for _ in range(count)]
+        return [factory.CreateInstance(None, _newest(coclass)) for _ in range(count)]

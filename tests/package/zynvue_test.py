@@ -158,6 +158,16 @@ class LiveViews(unittest.TestCase):
             picture.com.ViewParams(None, 0.1, frame)
             self.assertEqual(picture.pixels(), seen)
 
+    def test_objects_have_the_further_members_of_their_class(self):
+        with zynvue.Picture3D(40, 30) as picture:
+            picture.pixels()
+            picture.com.QualiteJPEG = 70
+            self.assertEqual(picture.com.QualiteJPEG, 70)
+            self.assertIsNotNone(picture.com.Camera)
+        with zynvue.Graph(40, 30) as graph:
+            graph.com.FondTransparent = True
+            self.assertTrue(graph.com.FondTransparent)
+
     def test_classes_are_known_within_only(self):
         with zynvue.classes_known():
             comtypes.GUID.from_progid("ZYNVue.ZYNVue2D")
