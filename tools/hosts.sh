@@ -340,18 +340,21 @@ host_javascript() {
   expect_part
 }
 
-# in_python SCRIPT ARGS...: $words run it. It prints into printed.txt, which a Windows program opens: under Wine it does not
-# start with an output that this shell has opened.
-in_python() { words=(cmd.exe /c "..\\tools\\python\\python.exe ..\\..\\..\\hosts\\python\\$* >printed.txt 2>&1"); }
+# in_python SCRIPT ARGS...: $words run it. It prints into $printed, which a Windows program opens: under Wine it does not
+# start with an output that this shell has opened. Each has its own: that of the one before may still be open.
+in_python() {
+  printed=${1%.py}.txt
+  words=(cmd.exe /c "..\\tools\\python\\python.exe ..\\..\\..\\hosts\\python\\$* >$printed 2>&1")
+}
 
 python_is_done() {
-  output=$(tr -d '\r' <printed.txt)
+  output=$(tr -d '\r' <"$printed")
   printf '%s\n' "$output"
   [[ $output == *done ]] || fail 'it did not end with "done"'
 }
 
 run_python() {
-  local words status=0
+  local words printed status=0
   in_python "$@"
   try "${words[@]}" || status=$?
   python_is_done
@@ -366,7 +369,7 @@ open_python() {
 }
 
 host_python() {
-  local views
+  local views printed
   "$root/tools/windows_python.sh" "$tools/python" "$hosts/python/requirements.txt" || skip "pip does not get what it needs"
   run_python late_bound.py late_bound.png
   run_python early_bound.py early_bound.png
