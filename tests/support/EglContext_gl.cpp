@@ -68,7 +68,7 @@ EglContext::EglContext(int width, int height) : width_(width), height_(height) {
   const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
   surface_ = checked(eglCreatePbufferSurface(display(), config, size), "eglCreatePbufferSurface");
   context_ = checked(eglCreateContext(display(), config, nullptr, nullptr), "eglCreateContext");
-  checked(eglMakeCurrent(display(), surface_, surface_, context_), "eglMakeCurrent");
+  makeCurrent();
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
@@ -76,6 +76,10 @@ EglContext::~EglContext() {
   eglMakeCurrent(display(), nullptr, nullptr, nullptr);
   eglDestroyContext(display(), context_);
   eglDestroySurface(display(), surface_);
+}
+
+void EglContext::makeCurrent() const {
+  checked(eglMakeCurrent(display(), surface_, surface_, context_), "eglMakeCurrent");
 }
 
 Image EglContext::read(int width, int height) const {

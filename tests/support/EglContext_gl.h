@@ -13,6 +13,9 @@ class EglContext {
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;
 
+  /// Again, after another one was.
+  void makeCurrent() const;
+
   int width() const { return width_; }
   int height() const { return height_; }
 

@@ -373,6 +373,7 @@ void MeshPainter::drawForPick() {
   }
   std::optional<AutoGLColor> guard;
   setColour(guard, look_.colour);
+  const CurrentNormal normal;
   showBacks();
   const SelectionNames names(0, look_.name, false);
   const SelectionNames faceName(0, 0, false);
