@@ -215,7 +215,7 @@ void Viewer::load(const std::filesystem::path& file) {
 }
 
 void Viewer::loadModel(const std::filesystem::path& file) {
-  frame_.status().show(StatusBar::kMessage, "Reading...");
+  frame_.status().show(StatusBar::kMessage, "Reading... (Esc stops)");
   const auto mesh = host::loadMesh(file, [this](double part) { showProgress(part); });
   pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
 }
