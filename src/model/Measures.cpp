@@ -1,5 +1,7 @@
 #include "model/Measures.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "model/Vector.h"
@@ -22,6 +24,15 @@ class Sum {
   double sum_ = 0;
   double rest_ = 0;
 };
+
+/// The mesh is measured in units of a power of two that are about as long as its box, so that
+/// products of lengths neither overflow nor vanish, and are rounded as those of the lengths.
+int unitOf(const Box3& box) {
+  const double size = std::max(
+      {box.xMax / 2 - box.xMin / 2, box.yMax / 2 - box.yMin / 2, box.zMax / 2 - box.zMin / 2});
+  constexpr int kMost = 1000;  // its inverse is a number as well
+  return size > 0 ? std::clamp(std::ilogb(size), -kMost, kMost) : 0;
+}
 
 template <class Term>
 double sumOver(const Mesh& mesh, const Triangulation& triangles, Term term) {
@@ -51,9 +62,17 @@ std::optional<Box3> boundsOf(const Mesh& mesh) {
 }
 
 double areaOf(const Mesh& mesh, const Triangulation& triangles) {
-  return sumOver(mesh, triangles, [](const Vector& a, const Vector& b, const Vector& c) {
-    return length(cross(b - a, c - a)) / 2;
-  });
+  const std::optional<Box3> box = boundsOf(mesh);
+  if (!box) {
+    return 0;
+  }
+  const int unit = unitOf(*box);
+  const double inverse = std::ldexp(1, -unit);
+  const double area =
+      sumOver(mesh, triangles, [&](const Vector& a, const Vector& b, const Vector& c) {
+        return length(cross((b - a) * inverse, (c - a) * inverse)) / 2;
+      });
+  return std::ldexp(area, 2 * unit);
 }
 
 double volumeOf(const Mesh& mesh, const Triangulation& triangles) {
@@ -63,9 +82,14 @@ double volumeOf(const Mesh& mesh, const Triangulation& triangles) {
   }
   const Point middle = box->centre();
   const Vector centre{middle.x, middle.y, middle.z};
-  return sumOver(mesh, triangles, [&](const Vector& a, const Vector& b, const Vector& c) {
-    return dot(a - centre, cross(b - centre, c - centre)) / 6;
-  });
+  const int unit = unitOf(*box);
+  const double inverse = std::ldexp(1, -unit);
+  const auto fromCentre = [&](const Vector& v) { return (v - centre) * inverse; };
+  const double volume =
+      sumOver(mesh, triangles, [&](const Vector& a, const Vector& b, const Vector& c) {
+        return dot(fromCentre(a), cross(fromCentre(b), fromCentre(c))) / 6;
+      });
+  return std::ldexp(volume, 3 * unit);
 }
 
 }  // namespace zyn

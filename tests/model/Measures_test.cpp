@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "support/Meshes.h"
 
 namespace zyn {
 namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 double area(const Mesh& mesh) { return areaOf(mesh, Triangulation(mesh)); }
 double volume(const Mesh& mesh) { return volumeOf(mesh, Triangulation(mesh)); }
@@ -41,6 +45,21 @@ TEST(Measures, aMeshTurnedInsideOutHasANegativeVolume) {
 TEST(Measures, farAwayAsAtTheOrigin) {
   EXPECT_DOUBLE_EQ(volume(movedBy(test::box(1, 2, 3), 1e6)), 6);
   EXPECT_DOUBLE_EQ(area(movedBy(test::box(1, 2, 3), 1e6)), 22);
+}
+
+TEST(Measures, sidesOfAnySize) {
+  // Powers of two: exact in every size.
+  for (const int exponent : {-400, -340, -330, 330, 340, 400, 500}) {
+    const double unit = std::ldexp(1, exponent);
+    EXPECT_DOUBLE_EQ(area(test::box(unit, 2 * unit, 3 * unit)), 22 * unit * unit) << exponent;
+  }
+  for (const int exponent : {-250, -180, 180, 250, 330}) {
+    const double unit = std::ldexp(1, exponent);
+    EXPECT_DOUBLE_EQ(volume(test::box(unit, 2 * unit, 3 * unit)), 6 * unit * unit * unit)
+        << exponent;
+  }
+  EXPECT_EQ(area(test::box(1e200, 1e200, 1e200)), kInfinity) << "no number is as large";
+  EXPECT_EQ(area(test::box(0, 0, 0)), 0);
 }
 
 TEST(Measures, aFineSphereIsNearlyRound) {
