@@ -5,10 +5,12 @@
 #include <functional>
 #include <optional>
 
+#include "support/CameraView_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/ImageDecoder_win.h"
+#include "support/Meshes.h"
 #include "support/MessageCatcher_win.h"
 #include "support/Pictures_win.h"
 #include "support/Scene_win.h"
@@ -334,6 +336,53 @@ TEST_P(OffscreenCanvasTest, NoTileIsLargerThanAViewport) {
   EXPECT_TRUE(drawsInWindow_);
   EXPECT_EQ(largestTile_, 256);
   expectSame(inWindow, wanted, kEdges);
+}
+
+/// A dimension, a mesh with its edges and a group, besides the rest: what places itself by the
+/// screen is to be in the same place whatever the tile.
+TEST_P(OffscreenCanvasTest, TilesFitTogetherWithPerspective) {
+  ComPtr<IZYN3DGLBitmapContext2> scene;
+  context_->dispatch()->QueryInterface(IID_PPV_ARGS(&scene));
+  if (!scene) GTEST_SKIP() << "there is none in the plane";
+  widen();
+  const auto dimension = createObject<IZYNGLCote>(kCoteProgId);
+  require(dimension->put_Texte(_bstr_t(L"29.0")), "Texte");
+  require(dimension->put_TypeCotation(3), "TypeCotation");
+  require(dimension->put_DecalageCotation(4), "DecalageCotation");
+  require(dimension->setPointsCotation(1, 3, 2, 30, 3.8, 2), "setPointsCotation");
+  const auto measured = makeForeign<ForeignObject>();
+  measured->onDraw3D = [&](int) { return dimension->Draw(); };
+  const Mesh block = steppedBlock();
+  const auto group = createObject<IZYNGroupe>(kGroupProgId);
+  for (const long style : {2, 3}) {
+    const auto mesh = createObject<IZYNGLMaillage>(kMeshProgId);
+    require(mesh->setSommets(doubleArray(block.points)), "setSommets");
+    require(mesh->setPolygones(doubleArray({6, 6, 4, 4, 4, 4, 4, 4}),
+                               doubleArray({block.corners.begin(), block.corners.end()})),
+            "setPolygones");
+    require(mesh->put_StyleRendu(style), "StyleRendu");
+    const auto place = createObject<IZYNGroupe>(kGroupProgId);
+    require(place->Add(mesh.Get(), 0), "Add");
+    require(place->put_Transformation(doubleArray({3, 0, 0, 0, 0, 1.5, 0, 0, 0, 0, 3, 0,
+                                                   6.0 * static_cast<double>(style), 0.5, 1, 1})),
+            "Transformation");
+    require(group->Add(place.Get(), 0), "Add");
+  }
+  context_->add(group.Get());
+  context_->add(measured->dispatch());
+  for (const wchar_t* const text :
+       {L"Oeil=16 2 30 Cible=16 2 0 Haut=0 1 0 Largeur=34 Hauteur=24 Perspective=1 "
+        L"AngleOuverture=60 Profondeur=60",
+        L"Oeil=-8 -6 12 Cible=14 2 0 Haut=0 0 1 Largeur=20 Hauteur=14 Perspective=1 "
+        L"AngleOuverture=110 Profondeur=60"}) {
+    require(scene->put_Camera(makeCamera(text).Get()), "Camera");
+    const Image wanted = drawn(600, 420);
+    EXPECT_EQ(tiles_, 1);
+    const Limit viewport(largestViewport, 256, "glGetIntegerv", address(&getIntegers));
+    const Image tiled = drawn(600, 420);
+    EXPECT_EQ(tiles_, 5 * 4);
+    expectSame(tiled, wanted, kEdges);
+  }
 }
 
 TEST_P(OffscreenCanvasTest, WhatDrawsMayLeaveReadingInDisorder) {
