@@ -8,6 +8,7 @@ namespace zyn {
 std::span<const PolygonCutter::Triangle> PolygonCutter::cut(std::span<const Vector> corners,
                                                             const Vector& normal) {
   triangles_.clear();
+  looks_ = 0;
   flatten(corners, normal);
   if (isFan()) {
     for (std::uint32_t i = 1; i + 1 < flat_.size(); ++i) {
@@ -57,8 +58,8 @@ void PolygonCutter::clipEars() {
   const auto count = static_cast<std::uint32_t>(flat_.size());
   next_.resize(count);
   previous_.resize(count);
-  reflex_.clear();
   isReflex_.assign(count, false);
+  layCells();
   for (std::uint32_t i = 0; i < count; ++i) {
     next_[i] = i + 1 < count ? i + 1 : 0;
     previous_[i] = i > 0 ? i - 1 : count - 1;
@@ -89,7 +90,31 @@ void PolygonCutter::clipEars() {
   triangles_.push_back({previous_[corner], corner, next_[corner]});
 }
 
-bool PolygonCutter::isEar(std::uint32_t corner) const {
+/// About one for every four corners.
+void PolygonCutter::layCells() {
+  least_ = flat_[0];
+  Flat most = flat_[0];
+  for (const Flat& p : flat_) {
+    least_ = {std::min(least_.u, p.u), std::min(least_.v, p.v)};
+    most = {std::max(most.u, p.u), std::max(most.v, p.v)};
+  }
+  side_ = std::max<std::size_t>(
+      1, static_cast<std::size_t>(std::sqrt(static_cast<double>(flat_.size()) / 4)));
+  const auto side = static_cast<double>(side_);
+  perUnit_ = {side / (most.u - least_.u), side / (most.v - least_.v)};
+  cells_.resize(std::max(cells_.size(), side_ * side_));
+  std::for_each_n(cells_.begin(), side_ * side_, [](auto& cell) { cell.clear(); });
+}
+
+/// Never falls with the value, so that what lies between two values lies between their cells.
+std::size_t PolygonCutter::placeOf(double value, double least, double perUnit) const {
+  const double place = (value - least) * perUnit;
+  return place > 0 ? std::min(side_ - 1,
+                              static_cast<std::size_t>(std::min(place, static_cast<double>(side_))))
+                   : 0;
+}
+
+bool PolygonCutter::isEar(std::uint32_t corner) {
   if (isReflex_[corner]) {
     return false;
   }
@@ -97,11 +122,27 @@ bool PolygonCutter::isEar(std::uint32_t corner) const {
   const Flat& b = flat_[corner];
   const Flat& c = flat_[next_[corner]];
   // Where anything lies within, a corner does at which the polygon turns the other way.
-  return std::none_of(reflex_.begin(), reflex_.end(), [&](std::uint32_t other) {
+  const auto liesWithin = [&](std::uint32_t other) {
     const Flat& p = flat_[other];
-    return isReflex_[other] && p != a && p != b && p != c && turn(a, b, p) >= 0.0 &&
-           turn(b, c, p) >= 0.0 && turn(c, a, p) >= 0.0;
-  });
+    ++looks_;
+    return p != a && p != b && p != c && turn(a, b, p) >= 0.0 && turn(b, c, p) >= 0.0 &&
+           turn(c, a, p) >= 0.0;
+  };
+  const auto [uMin, uMax] = std::minmax({a.u, b.u, c.u});
+  const auto [vMin, vMax] = std::minmax({a.v, b.v, c.v});
+  const std::size_t lastColumn = placeOf(uMax, least_.u, perUnit_.u);
+  const std::size_t lastRow = placeOf(vMax, least_.v, perUnit_.v);
+  for (std::size_t row = placeOf(vMin, least_.v, perUnit_.v); row <= lastRow; ++row) {
+    for (std::size_t column = placeOf(uMin, least_.u, perUnit_.u); column <= lastColumn; ++column) {
+      std::vector<std::uint32_t>& cell = cellAt(column, row);
+      ++looks_;
+      std::erase_if(cell, [&](std::uint32_t other) { return !isReflex_[other]; });
+      if (std::any_of(cell.begin(), cell.end(), liesWithin)) {
+        return false;
+      }
+    }
+  }
+  return true;
 }
 
 /// A corner on a straight line counts as one.
@@ -109,7 +150,9 @@ void PolygonCutter::tellWhetherReflex(std::uint32_t corner) {
   const bool wasReflex = isReflex_[corner];
   isReflex_[corner] = turn(flat_[previous_[corner]], flat_[corner], flat_[next_[corner]]) <= 0.0;
   if (isReflex_[corner] && !wasReflex) {
-    reflex_.push_back(corner);
+    const Flat& p = flat_[corner];
+    cellAt(placeOf(p.u, least_.u, perUnit_.u), placeOf(p.v, least_.v, perUnit_.v))
+        .push_back(corner);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 
 namespace zyn {
@@ -91,6 +92,29 @@ TEST(PolygonCutter, cutsWhatCrossesItselfSomehow) {
   PolygonCutter cutter;
   const std::vector<Vector> bow = {{0, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 3, 0}, {-1, 1, 0}};
   EXPECT_EQ(cutter.cut(bow, {0, 0, 1}).size(), 3u);
+}
+
+/// Teeth beside each other, of many lengths, on a bar.
+std::vector<Vector> comb(int teeth) {
+  std::vector<Vector> corners = {{0, 0, 0}, {2.0 * teeth, 0, 0}};
+  for (int i = teeth; i > 0; --i) {
+    corners.push_back({2.0 * i, 10.0 + i * 37 % 100, 0});
+    corners.push_back({2.0 * i - 1, 1.0 + i * 7 % 5, 0});
+  }
+  return corners;
+}
+
+/// Long teeth lie in a row of cells each; a quarter of all pairs of corners would be far more.
+TEST(PolygonCutter, looksAtFewCornersForEach) {
+  for (const int size : {1000, 4000, 16000}) {
+    for (const std::vector<Vector>& corners : {star(size), comb(size)}) {
+      PolygonCutter cutter;
+      EXPECT_EQ(cutter.cut(corners, {0, 0, 1}).size(), corners.size() - 2);
+      const auto count = static_cast<double>(corners.size());
+      EXPECT_LT(static_cast<double>(cutter.looks()), 2 * count * std::sqrt(count)) << size;
+    }
+  }
+  EXPECT_NEAR(coveredArea(star(16000), {0, 0, 1}), starArea(16000), 1e-9);
 }
 
 }  // namespace
