@@ -19,7 +19,7 @@ constexpr std::size_t kMostBeyond = 8;
 /// So many points in or beyond the last pixel are looked at.
 constexpr std::size_t kMostLookedAt = 32;
 
-/// Between two spans so many points are looked at one by one.
+/// Between two spans no more points are drawn one by one.
 constexpr std::size_t kManyPoints = 64;
 
 /// Whether a place in the pixel above this edge is sure to be in it.
@@ -49,7 +49,7 @@ void PathWriter::add(const CellRun& run) {
   }
   path_.spans.push_back(
       {run.isInColumn, run.lane().middle, span->low, span->high, run.points.first});
-  writeBeyond(run, *span);
+  writeAround(span->beyond, run.points);
   spanned_ = {run, span->lit()};
 }
 
@@ -138,12 +138,12 @@ bool PathWriter::isBeside(const CellRun& run) const {
          (!spanned_->passage || distanceFrom(*spanned_->passage) == 0.5);
 }
 
-/// Writes the lines within the run that light more than its span tells.
-void PathWriter::writeBeyond(const CellRun& run, const Span& span) {
+/// Writes the lines within a range that lead to these points of it, which are in order.
+void PathWriter::writeAround(const std::vector<std::size_t>& chosen, const IndexRange& range) {
   isOpen_ = false;
-  for (const std::size_t i : span.beyond) {
-    const std::size_t before = std::max(i, run.points.first + 1) - 1;
-    const std::size_t after = std::min(i + 1, run.points.last);
+  for (const std::size_t i : chosen) {
+    const std::size_t before = std::max(i, range.first + 1) - 1;
+    const std::size_t after = std::min(i + 1, range.last);
     isOpen_ = isOpen_ && before <= path_.points.back();
     for (std::size_t j = isOpen_ ? path_.points.back() : before; j <= after; ++j) {
       write(j);
@@ -156,25 +156,23 @@ void PathWriter::writeBeyond(const CellRun& run, const Span& span) {
 /// between points that lie in what is lit on both sides make no difference. `next`: what is lit
 /// there.
 void PathWriter::writeBetween(const Range& next, std::size_t first) {
-  const std::size_t last = spanned_->run.points.last;
-  if (first - last >= kManyPoints) {
+  const IndexRange between{spanned_->run.points.last, first};
+  const AffineForm& along = spanned_->run.along(trace_.mapping);
+  std::vector<std::size_t> unlit;
+  const auto take = [&unlit](std::size_t i) {
+    unlit.push_back(i);
+    return unlit.size() <= kManyPoints;
+  };
+  const bool areFew =
+      (trace_.isStable || between.last - between.first < kManyPoints) &&
+      RunSearch(trace_, along).allAbove(std::min(spanned_->lit.high, next.high), between, take) &&
+      RunSearch(trace_, -along).allAbove(-std::max(spanned_->lit.low, next.low), between, take);
+  if (!areFew) {
     writeLeft();
     return;
   }
-  const AffineForm& along = spanned_->run.along(trace_.mapping);
-  const Range lit{std::max(spanned_->lit.low, next.low), std::min(spanned_->lit.high, next.high)};
-  bool wasLit = lit.holds(trace_.at(along, last));
-  for (std::size_t i = last + 1; i <= first; ++i) {
-    const bool isLit = lit.holds(trace_.at(along, i));
-    if (!wasLit || !isLit) {
-      write(i - 1);
-      write(i);
-    } else {
-      isOpen_ = false;
-    }
-    wasLit = isLit;
-  }
-  isOpen_ = false;
+  std::sort(unlit.begin(), unlit.end());
+  writeAround(unlit, between);
   spanned_.reset();
 }
 

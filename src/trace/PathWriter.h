@@ -51,7 +51,7 @@ class PathWriter {
                                std::vector<std::size_t>& beyond) const;
   bool isPassage(const CellRun& run) const;
   bool isBeside(const CellRun& run) const;
-  void writeBeyond(const CellRun& run, const Span& span);
+  void writeAround(const std::vector<std::size_t>& chosen, const IndexRange& range);
   void writeBetween(const Range& next, std::size_t first);
   void writeLeft();
   void writeWhole(const CellRun& run);

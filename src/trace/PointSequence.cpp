@@ -41,6 +41,7 @@ void RunBoxes::follow(const PointSequence& points) {
   if (points.first() >= end_) {
     levels_.clear();
   }
+  end_ = 0;  // until all is done
   if (points.size() > 0) {
     const std::size_t last = std::max<std::size_t>(points.end() - 1, 1);
     Change change{0, (last - 1) / kFan, points.first() > first_};

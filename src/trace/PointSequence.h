@@ -16,14 +16,23 @@ namespace zyn {
 /// and the oldest dropped: each keeps the index that it has got.
 class PointSequence {
  public:
+#ifdef ZYN_COUNT_READS
+  static inline std::size_t reads = 0;  ///< how often points were looked at: tests tell costs by it
+#endif
+
   PointSequence() = default;
 
   /// Arrays of equal length; without `z` the points lie in the plane z = 0.
   PointSequence(std::vector<double> x, std::vector<double> y, std::vector<double> z = {})
       : isFlat_(z.empty()), x_(std::move(x)), y_(std::move(y)), z_(std::move(z)) {}
 
+  /// Without points, of which the first will have this index; they lie in the plane.
+  explicit PointSequence(std::size_t first) : x_(first), y_(first) {}
+
   /// Points in the plane, after those of a sequence without z; `x` and `y` are of equal length.
   void append(std::span<const double> x, std::span<const double> y) {
+    x_.reserve(x.size());
+    y_.reserve(y.size());
     x_.append(x.begin(), x.end());
     y_.append(y.begin(), y.end());
   }
@@ -39,7 +48,12 @@ class PointSequence {
   std::size_t size() const { return x_.size(); }
 
   double x(std::size_t i) const { return x_[i]; }
-  double y(std::size_t i) const { return y_[i]; }
+  double y(std::size_t i) const {
+#ifdef ZYN_COUNT_READS
+    ++reads;
+#endif
+    return y_[i];
+  }
   double z(std::size_t i) const { return isFlat_ ? 0.0 : z_[i]; }
   Point at(std::size_t i) const { return {x(i), y(i), z(i)}; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -29,8 +30,13 @@ class SlidingVector {
   }
   T& operator[](std::size_t i) { return i < split_ ? older_[i - start_] : newer_[i - split_]; }
 
-  /// Prepares for so many more.
-  void reserve(std::size_t count) { newer_.reserve(newer_.size() + count); }
+  /// Makes room for so many more: to append them does not fail then.
+  void reserve(std::size_t count) {
+    const std::size_t needed = newer_.size() + count;
+    if (needed > newer_.capacity()) {
+      newer_.reserve(std::max(needed, 2 * newer_.capacity()));
+    }
+  }
 
   void push_back(const T& element) { newer_.push_back(element); }
 
