@@ -123,5 +123,36 @@ TEST_F(CameraPictures, TextsKeepTheirSizeWithPerspective) {
   EXPECT_NEAR(heightAt(6), atTarget, 1);
 }
 
+TEST_F(CameraPictures, TheCursorIsWhereItsPointIsSeenWithPerspective) {
+  addAll(makeRectangle(-30, 30, -30, 30, -15, kRed));
+  look(kAlongZ);
+  host->put_DrawCursor(VARIANT_TRUE);
+  host.move(100, 100);
+  // The plane z = 5 is twice as large as that of the target, z = -10 half as large.
+  for (const auto& [z, scale] : {std::pair(5.0, 20.0), {0.0, 10.0}, {-10.0, 5.0}}) {
+    host->setCursorPos(4, 2, z);
+    host.paint();
+    const Image shown = host.shown();
+    const PixelBox glyph = boxOf(shown, kBlack);
+    ASSERT_FALSE(glyph.empty()) << z;
+    EXPECT_NEAR(glyph.centreX(), 200 + 4 * scale, 2) << z;
+    EXPECT_NEAR(glyph.centreY(), 100 - 2 * scale, 2) << z;
+  }
+}
+
+TEST_F(CameraPictures, LightsAreDrawnAsLinesWithPerspective) {
+  addAll(makeRectangle(-30, 30, -30, 30, -15, kRed));
+  look(kAlongZ);
+  const SIZE size = {400, 200};
+  const Image plain = host.picture(size);
+  host->put_DrawLights(-1);
+  host->put_DirectionLight1Property(doubleArray({1, 1, 1, 1, 0, 0, 0, 1.2, 0}));
+  const Image lit = host.picture(size);
+  EXPECT_GT(lit.count(kBlack), 50);
+  const PixelBox line = boxOf(lit, kBlack);
+  EXPECT_EQ(line.top, line.bottom);
+  EXPECT_NEAR(line.left, 200, 1) << "from the light's side to the centre";
+}
+
 }  // namespace
 }  // namespace zyn::test
