@@ -100,7 +100,8 @@ HRESULT failureOf(Gdiplus::Status answer) {
   return answer == Gdiplus::OutOfMemory ? E_OUTOFMEMORY : E_FAIL;
 }
 
-/// A file as GDI+ writes to it. GDI+ may keep it, but not the file.
+/// A file as GDI+ writes to it. GDI+ may keep it, but not the file. It seems to take what no longer
+/// goes into the file: not every encoder survives a write that fails, and the file tells.
 class FileStream final : public IStream {
  public:
   static std::unique_ptr<FileStream, ReleaseStream> make(OutputFile& file) {
@@ -129,35 +130,36 @@ class FileStream final : public IStream {
 
   STDMETHODIMP Write(const void* bytes, ULONG count, ULONG* written) noexcept override {
     if (written != nullptr) {
-      *written = 0;
+      *written = count;
     }
-    return withFile([&](OutputFile& file) {
-      file.write({static_cast<const std::uint8_t*>(bytes), count});
-      if (written != nullptr) {
-        *written = count;
-      }
-    });
+    tryOn([&](OutputFile& file) { file.write({static_cast<const std::uint8_t*>(bytes), count}); });
+    place_ += count;
+    size_ = std::max(size_, place_);
+    return S_OK;
   }
   STDMETHODIMP Seek(LARGE_INTEGER distance, DWORD from, ULARGE_INTEGER* place) noexcept override {
-    return withFile([&](OutputFile& file) {
-      const std::int64_t reached = file.seek(distance.QuadPart, from);
-      if (place != nullptr) {
-        place->QuadPart = static_cast<std::uint64_t>(reached);
-      }
-    });
+    const std::int64_t origins[] = {0, place_, size_};
+    if (from >= std::size(origins) || origins[from] + distance.QuadPart < 0) {
+      return STG_E_INVALIDFUNCTION;
+    }
+    place_ = origins[from] + distance.QuadPart;
+    tryOn([&](OutputFile& file) { file.seek(place_, FILE_BEGIN); });
+    if (place != nullptr) {
+      place->QuadPart = static_cast<std::uint64_t>(place_);
+    }
+    return S_OK;
   }
   STDMETHODIMP Stat(STATSTG* state, DWORD flags) noexcept override {
-    return withFile([&](OutputFile& file) {
-      *state = {};
-      state->type = STGTY_STREAM;
-      state->grfMode = STGM_WRITE;
-      const std::int64_t place = file.seek(0, FILE_CURRENT);
-      state->cbSize.QuadPart = static_cast<std::uint64_t>(file.seek(0, FILE_END));
-      file.seek(place, FILE_BEGIN);
+    *state = {};
+    state->type = STGTY_STREAM;
+    state->grfMode = STGM_WRITE;
+    state->cbSize.QuadPart = static_cast<std::uint64_t>(size_);
+    tryOn([&](OutputFile& file) {
       if (flags != STATFLAG_NONAME) {
         state->pwcsName = copyForCaller(file.name());
       }
     });
+    return S_OK;
   }
   STDMETHODIMP Commit(DWORD) noexcept override { return S_OK; }
 
@@ -189,22 +191,21 @@ class FileStream final : public IStream {
     return copy;
   }
 
+  /// The file keeps its first failure.
   template <class Work>
-  HRESULT withFile(const Work& work) noexcept {
-    if (file_ == nullptr) {
-      return STG_E_REVERTED;
-    }
+  void tryOn(const Work& work) noexcept {
     try {
-      work(*file_);
-      return S_OK;
-    } catch (const Failure& failure) {
-      return failure.code();
-    } catch (const std::bad_alloc&) {
-      return E_OUTOFMEMORY;
+      if (file_ != nullptr) {
+        work(*file_);
+      }
+    } catch (...) {
+      leaveFile();
     }
   }
 
-  OutputFile* file_;
+  OutputFile* file_;  ///< null once nothing is to be written any more
+  std::int64_t place_ = 0;
+  std::int64_t size_ = 0;
   std::atomic<ULONG> references_ = 1;
 };
 

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "support/Drawer_win.h"
+#include "support/FailingImport_win.h"
 #include "support/ImageDecoder_win.h"
 #include "support/Texts_win.h"
 
@@ -112,6 +113,30 @@ TEST_P(ExporterTest, AnOlderFileIsReplacedOrStaysWhole) {
   ASSERT_EQ(exportTo(file).code(), S_OK);
   EXPECT_EQ(decodeImageFile(file).image, drawer_->frame());
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+}
+
+// Any of the writes, up to the last.
+TEST_P(ExporterTest, AFullDiskLeavesTheOlderFile) {
+  const HMODULE library = GetModuleHandleW(L"ZYNVue.dll");
+  for (const wchar_t* name : {L"a.bmp", L"a.jpg", L"a.gif", L"a.png", L"a.tif"}) {
+    const auto file = folder_.file(name);
+    std::uint32_t writes = 0;
+    {
+      const FailingImport counter(library, "WriteFile", {}, FailingCalls::kAll);
+      ASSERT_EQ(exportTo(file).code(), S_OK) << file;
+      writes = counter.calls().made;
+    }
+    writeFile(file, "older");
+    for (const std::uint32_t first : {1U, 2U, writes / 2, writes}) {
+      const FailingImport full(library, "WriteFile", {0, ERROR_DISK_FULL}, first);
+      const CallResult result = exportTo(file);
+      EXPECT_EQ(result.code(), HRESULT_FROM_WIN32(ERROR_DISK_FULL)) << file << ", " << first;
+      EXPECT_NE(result.description.find(name), std::wstring::npos);
+      EXPECT_EQ(readFile(file), (Bytes{'o', 'l', 'd', 'e', 'r'})) << file;
+    }
+    std::filesystem::remove(file);
+    EXPECT_TRUE(folder_.empty());
+  }
 }
 
 TEST_P(ExporterTest, QualityDecidesTheSizeOfJpegFiles) {
