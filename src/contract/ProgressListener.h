@@ -34,7 +34,8 @@ class ProgressListeners {
   ProgressListeners(const ProgressListeners&) = delete;
   ProgressListeners& operator=(const ProgressListeners&) = delete;
 
-  void add(ProgressListener& listener) { listeners_.append(&listener); }
+  /// It does not hear what is being told now: a handler that attaches again would have no end.
+  void add(ProgressListener& listener) { listeners_.prepend(&listener); }
   void remove(ProgressListener& listener) noexcept { listeners_.remove(&listener, true); }
 
   /// What the work tells: passed on at its begin, at each hundredth and at its end. Not to be used

@@ -31,7 +31,8 @@ class ViewListeners {
   ViewListeners(const ViewListeners&) = delete;
   ViewListeners& operator=(const ViewListeners&) = delete;
 
-  void add(ViewListener& listener) { listeners_.append(&listener); }
+  /// It does not hear what is being told now: a handler that attaches again would have no end.
+  void add(ViewListener& listener) { listeners_.prepend(&listener); }
   void remove(ViewListener& listener) noexcept { listeners_.remove(&listener, true); }
 
   void cameraChanged() {

@@ -147,6 +147,19 @@ TEST_P(ProgressionTest, StopsTheExport) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
 }
 
+TEST_P(ProgressionTest, AHandlerThatAttachesAgainHearsEachStepOnce) {
+  listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+    if (listener_.parts.size() < 1000) {
+      attach(nullptr);
+      EXPECT_EQ(attach(context_->dispatch()), S_OK);
+    }
+    return S_OK;
+  };
+  ASSERT_EQ(exportTo(L"a.png").code(), S_OK);
+  EXPECT_LE(listener_.parts.size(), 101U);
+  EXPECT_TRUE(std::ranges::is_sorted(listener_.parts));
+}
+
 TEST_P(ProgressionTest, HandlersMayDoWhatTheyLike) {
   const auto other = GetParam().make(16, 16);
   const std::vector<std::function<void()>> actions = {
@@ -221,6 +234,21 @@ TEST_F(ViewEventsTest, TellOfTheEndOfAMovement) {
   takeFired();
   ASSERT_EQ(callMethod(view_.get(), L"AllerA", {camera, 0L}).code(), S_OK);
   EXPECT_EQ(takeFired(), (std::vector<DISPID>{kCameraChangee, kAnimationFinie}));
+}
+
+TEST_F(ViewEventsTest, AHandlerThatAttachesAgainHearsAChangeOnce) {
+  int calls = 0;
+  listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+    if (++calls < 100) {
+      attach(nullptr);
+      EXPECT_EQ(attach(view_.get()), S_OK);
+    }
+    return S_OK;
+  };
+  EXPECT_EQ(view_->VueXYp(0), S_OK);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(view_->VueXZp(0), S_OK);
+  EXPECT_EQ(calls, 2);
 }
 
 TEST_F(ViewEventsTest, HandlersMayReleaseEverything) {
