@@ -61,6 +61,12 @@ CameraValue cameraIn(const wchar_t* name, IDispatch* argument) {
   return parsed(name, text);
 }
 
+void requireSight(const wchar_t* name, const CameraValue& camera) {
+  if (const auto fault = faultOf(camera)) {
+    throw badArgument(name, L"nothing would be seen any more. " + widened(*fault));
+  }
+}
+
 HRESULT giveCamera(IDispatch** place, const std::optional<CameraValue>& value) {
   if (!place) {
     return E_POINTER;

@@ -54,6 +54,10 @@ class CZYNCamera final : public ComClass<CZYNCamera, Dual<IZYNCamera>> {
 /// `name` where it is none.
 CameraValue cameraIn(const wchar_t* name, IDispatch* argument);
 
+/// Throws badArgument for `name`, which would have led to this camera, where nothing can be seen
+/// with it.
+void requireSight(const wchar_t* name, const CameraValue& camera);
+
 /// Answers with a new camera object; with null where there is none. E_POINTER without a place.
 HRESULT giveCamera(IDispatch** place, const std::optional<CameraValue>& value);
 

@@ -146,6 +146,9 @@ STDMETHODIMP CZYNVue3D::ZoomRectangle(double X1, double Y1, double X2, double Y2
       throw badArgument(L"Y2", L"the rectangle has no height");
     }
     requireCamera();
+    CParamsVue3D aim = view_.aim();
+    aim.showPart(view_.clientSize(), X1, Y1, X2, Y2);
+    requireSight(L"X1, Y1, X2, Y2", aim.value());
     goOrFly([&] { return view_.zoomRectangle(X1, Y1, X2, Y2); });
   });
 }
@@ -160,6 +163,9 @@ STDMETHODIMP CZYNVue3D::ZoomObjets(VARIANT Objets, double surplus) noexcept {
       throw badArgument(L"Objets", L"none of them has a box");
     }
     requireCamera();
+    CParamsVue3D aim = view_.aim();
+    aim.showBox(*box, surplus);
+    requireSight(L"Objets", aim.value());
     goOrFly([&] { return view_.zoomBox(*box, surplus); });
   });
 }

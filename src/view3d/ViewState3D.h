@@ -94,6 +94,8 @@ class ViewState3D {
   /// Applies an operation that moves the camera, then flies from what is shown now to where that
   /// has brought it. Without a way or a duration above 0 it is there at once.
   bool fly(double now, double duration, const std::function<bool()>& operation);
+  /// The camera at the end of a flight, or where there is none, the one shown, which is there.
+  const CParamsVue3D& aim() const { return flight_ ? flight_->aim() : *camera_; }
   bool isFlying() const { return flight_.has_value(); }
   /// Shows the camera at another moment of its flight; false when it was not flying.
   bool advance(double now);

@@ -125,6 +125,16 @@ TEST_F(CameraViews, BadArgumentsChangeNothingAndSayWhy) {
                 L"Y2: the rectangle has no height");
   expectRefused(callMethod(host.get(), L"ZoomRectangle", {std::nan(""), 2.0, 3.0, 2.0}),
                 L"X1: nan is no finite number");
+  const CallResult blinding = callMethod(host.get(), L"ZoomRectangle", {1e308, 0.0, -1e308, 5.0});
+  EXPECT_EQ(blinding.code(), E_INVALIDARG);
+  EXPECT_EQ(blinding.description.substr(0, 16), L"X1, Y1, X2, Y2: ");
+  EXPECT_EQ(shown(), kOblique);
+  const auto distant =
+      makeTriangle({1e300, 1e300, 1e300}, {2e300, 1e300, 1e300}, {1e300, 2e300, 0});
+  const CallResult tooFar = callMethod(host.get(), L"ZoomObjets", {_variant_t(distant.Get()), 0.0});
+  EXPECT_EQ(tooFar.code(), E_INVALIDARG);
+  EXPECT_EQ(tooFar.description.substr(0, 8), L"Objets: ");
+  EXPECT_EQ(shown(), kOblique);
   expectRefused(callMethod(host.get(), L"ZoomObjets", {wrong, -1.0}),
                 L"surplus: -1 is not above -1");
   expectRefused(callMethod(host.get(), L"ZoomObjets", {none, 0.0}),
