@@ -11,6 +11,14 @@ std::wstring textOf(double number) {
   return {text.begin(), end};
 }
 
+std::wstring fileName(const wchar_t* name, BSTR value) {
+  std::wstring file(value ? value : L"", SysStringLen(value));
+  if (file.find(L'\0') != std::wstring::npos) {
+    throw badArgument(name, L"the name holds a null character");
+  }
+  return file;
+}
+
 double finite(const wchar_t* name, double value) {
   if (!std::isfinite(value)) {
     throw badArgument(name, textOf(value) + L" is no finite number");

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <windows.h>
+// After windows.h:
+#include <oleauto.h>
 
 #include <cmath>
 #include <string>
@@ -17,6 +19,9 @@ inline Failure badArgument(const std::wstring& name, const std::wstring& what) {
 
 /// The shortest text that reads as the same number.
 std::wstring textOf(double number);
+
+/// The name of a file as the system takes it: without null characters.
+std::wstring fileName(const wchar_t* name, BSTR value);
 
 /// The value, which is to be neither infinite nor not a number.
 double finite(const wchar_t* name, double value);

@@ -4,14 +4,6 @@ namespace zyn {
 
 namespace {
 
-std::wstring nameIn(BSTR argument) {
-  std::wstring name(argument ? argument : L"", SysStringLen(argument));
-  if (name.find(L'\0') != std::wstring::npos) {
-    throw badArgument(L"Fichier", L"the name holds a null character");
-  }
-  return name;
-}
-
 ImageFormat formatOf(const std::wstring& name) {
   const auto format = imageFormatOf(name);
   if (!format) {
@@ -24,7 +16,8 @@ ImageFormat formatOf(const std::wstring& name) {
 
 }  // namespace
 
-ImageFile::ImageFile(BSTR argument) : name(nameIn(argument)), format(formatOf(name)) {}
+ImageFile::ImageFile(BSTR argument)
+    : name(fileName(L"Fichier", argument)), format(formatOf(name)) {}
 
 AlphaPicture transparentPicture(const DrawPicture& draw) {
   const PixelView onBlack = draw(Float4{0, 0, 0, 0});

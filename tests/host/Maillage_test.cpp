@@ -382,6 +382,20 @@ TEST_F(MaillageFilesTest, WhatCouldNotBeLoadedAgainIsNotSaved) {
   }
 }
 
+TEST_F(MaillageFilesTest, RefusesNamesWithNullCharacters) {
+  mesh_ = makeMesh(steppedBlock());
+  std::wstring name = folder_.file(L"a.stl").wstring();
+  name.insert(name.size() - 4, 1, L'\0');
+  const _variant_t argument(
+      _bstr_t(SysAllocStringLen(name.data(), static_cast<UINT>(name.size())), false));
+  for (const wchar_t* member : {L"Enregistrer", L"Charger"}) {
+    const CallResult result = call(member, {argument});
+    EXPECT_EQ(result.code(), E_INVALIDARG) << member;
+    EXPECT_EQ(result.description, L"Fichier: the name holds a null character");
+    EXPECT_TRUE(folder_.empty());
+  }
+}
+
 TEST_F(MaillageFilesTest, GroupsOfAnObjNameItsFaces) {
   write(L"m.mtl", "newmtl red\nKd 1 0 0\n");
   write(L"g.obj",

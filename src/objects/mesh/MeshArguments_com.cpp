@@ -104,7 +104,7 @@ std::vector<float> readFaceColours(const VARIANT& RGBA, const Mesh& mesh) {
 }
 
 std::wstring readFileName(BSTR Fichier) {
-  const std::wstring name(Fichier ? Fichier : L"", SysStringLen(Fichier));
+  std::wstring name = fileName(L"Fichier", Fichier);
   if (name.empty()) {
     throw badArgument(L"Fichier", L"the name of a file is wanted");
   }
