@@ -74,9 +74,15 @@ class SceneWatch {
     return nullptr;
   }
 
+  /// Once for all links of one watcher that follow one another: groups that hold a group twice,
+  /// which holds another one twice, ... would be told twice as often at each level.
   void tell(SceneChange change) const noexcept {
-    find([change](const WatchLink& link) {
-      link.watcher->objectChanged(change);
+    const SceneWatcher* told = nullptr;
+    find([change, &told](const WatchLink& link) {
+      if (link.watcher != told) {
+        told = link.watcher;
+        link.watcher->objectChanged(change);
+      }
       return false;
     });
   }

@@ -48,6 +48,16 @@ TEST_F(SceneWatchTest, TellsAllOfAChange) {
   EXPECT_EQ(b_.recorder.changes, expected);
 }
 
+TEST_F(SceneWatchTest, TellsAWatcherWithSeveralLinksOnce) {
+  WatchLink second{nullptr, &a_.recorder};
+  watch_.join(a_.link);
+  watch_.join(second);
+  watch_.join(b_.link);
+  watch_.tell(SceneChange::kLook);
+  EXPECT_EQ(a_.recorder.changes, std::vector{SceneChange::kLook});
+  EXPECT_EQ(b_.recorder.changes, std::vector{SceneChange::kLook});
+}
+
 TEST_F(SceneWatchTest, KeepsTheOrderOfJoining) {
   watch_.join(a_.link);
   watch_.join(b_.link);
