@@ -134,7 +134,8 @@ void NumberArray::take(const VARIANT& argument) {
   }
   const VARTYPE type = V_VT(value);
   const bool isReference = V_ISBYREF(value);
-  if (type == VT_EMPTY || (type == VT_ERROR && V_ERROR(value) == DISP_E_PARAMNOTFOUND)) {
+  const bool isLeftOut = type == VT_ERROR && V_ERROR(value) == DISP_E_PARAMNOTFOUND;
+  if (type == VT_EMPTY || type == VT_NULL || isLeftOut) {
     return;
   }
   isGiven_ = true;

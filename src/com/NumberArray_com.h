@@ -71,7 +71,7 @@ class NumberArray {
   const void* data_ = nullptr;  ///< the first row's first number; columns lie one after the other
   std::size_t rows_ = 0;
   std::size_t columns_ = 1;
-  bool isGiven_ = false;         ///< not left out, nor an empty VARIANT
+  bool isGiven_ = false;         ///< not left out, nor Empty or Null
   bool hasRows_ = false;         ///< two dimensions
   std::vector<double> numbers_;  ///< of VARIANTs and script objects
 };

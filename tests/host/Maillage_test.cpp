@@ -299,7 +299,11 @@ TEST_F(MaillageTest, EmptyIsNoneForWhatItCanDoWithout) {
   require(mesh_->setNomsFaces(numberArray(VT_I4, Numbers(12, 5))), "setNomsFaces");
   for (const wchar_t* const member : {L"setNormales", L"setCouleursSommets", L"setCouleursFaces",
                                       L"setValeurs", L"setNomsFaces"}) {
-    EXPECT_EQ(call(member, {_variant_t()}).code(), S_OK) << std::filesystem::path(member);
+    for (const VARTYPE none : {VT_EMPTY, VT_NULL}) {
+      _variant_t value;
+      V_VT(&value) = none;
+      EXPECT_EQ(call(member, {value}).code(), S_OK) << std::filesystem::path(member);
+    }
   }
   EXPECT_EQ(doubles(L"getNormales"), normals);
   EXPECT_EQ(integers(L"getNomsFaces").back(), 11);
