@@ -243,7 +243,7 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     drawPath(space, pathInSight({points, boxes, *mapping}, grid), band);
     return;
   }
-  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping}, grid);
+  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping, style.isStable}, grid);
   drawPath(space, reduced.path, band);
   drawSpans(space, points, reduced, *mapping, grid);
 }

@@ -12,6 +12,7 @@ struct LineStyle {
   double alpha = 1.0;
   double width = 1.0;       ///< pixels of a screen; 1 where it is not above 0
   double pixelScale = 1.0;  ///< pixels for one pixel of a screen: above 1 in fine pictures
+  bool isStable = false;    ///< TraceInWindow::isStable
 };
 
 /// Draws a line through the points in the current context, unlit; points without a neighbour as

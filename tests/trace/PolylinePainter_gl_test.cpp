@@ -177,17 +177,20 @@ TEST_P(PolylinePictureTest, ShowsWhatDrawingEveryPointShows) {
     glClear(GL_COLOR_BUFFER_BIT);
     drawEveryPoint(points, width);
     const Image every = context.read();
-    glClear(GL_COLOR_BUFFER_BIT);
-    drawnVertices = 0;
-    drawPolyline2D(points, boxes, style, cache);
-    const Image picture = context.read();
     const int lit = every.count(kYellow);
     ASSERT_GT(lit, 0);
     const int allowed = width == 1 ? 2 : lit / 200;  // roundings at the ends of lines
-    EXPECT_LE(differentPixels(picture, every), allowed)
-        << "of " << lit << " at " << window.x << ", " << window.halfWidth;
-    EXPECT_GT(drawnVertices, 0U);
-    EXPECT_LT(drawnVertices, shape == Shape::Spiral ? 80000U : 400U * 60);
+    for (const bool isStable : {false, true}) {
+      style.isStable = isStable;
+      glClear(GL_COLOR_BUFFER_BIT);
+      cache.clear();
+      drawnVertices = 0;
+      drawPolyline2D(points, boxes, style, cache);
+      EXPECT_LE(differentPixels(context.read(), every), allowed)
+          << "of " << lit << " at " << window.x << ", " << window.halfWidth;
+      EXPECT_GT(drawnVertices, 0U);
+      EXPECT_LT(drawnVertices, shape == Shape::Spiral ? 80000U : 400U * 60);
+    }
   }
 }
 
@@ -216,8 +219,11 @@ TEST_F(PolylineTest, AFewPointsAreDrawnExactly) {
 TEST_F(PolylineTest, WhateverTheViewShowsOfATraceIsWhatEveryPointShows) {
   std::mt19937 random(7);
   std::uniform_real_distribution<double> unit(-1, 1);
+  LineStyle stable = kPlainYellow;
+  stable.isStable = true;
   int lit = 0;
   int different = 0;
+  int differentStable = 0;
   for (int i = 0; i < 30; ++i) {
     const auto shape = static_cast<Shape>(i % 10);
     const auto count = static_cast<std::size_t>(1000 * std::exp(3 * std::fabs(unit(random))));
@@ -229,9 +235,49 @@ TEST_F(PolylineTest, WhateverTheViewShowsOfATraceIsWhatEveryPointShows) {
     const Image every = context.read();
     lit += every.count(kYellow);
     different += differentPixels(drawn(points, kPlainYellow), every);
+    differentStable += differentPixels(drawn(points, stable), every);
   }
   EXPECT_GT(lit, 100000);
   EXPECT_LE(different, lit / 20000);  // where points lie on what OpenGL rounds
+  EXPECT_LE(differentStable, lit / 20000);
+}
+
+TEST_F(PolylineTest, ManyPointsOnTheEdgesOfColumnsAddNothingToAStableLine) {
+  look({0, 0, 1, 1});
+  const PointSequence points = trace(Shape::Noise, 3000000);
+  glClear(GL_COLOR_BUFFER_BIT);
+  drawEveryPoint(points, 1);
+  const Image every = context.read();
+  LineStyle stable = kPlainYellow;
+  stable.isStable = true;
+  drawnVertices = 0;
+  EXPECT_LE(differentPixels(drawn(points, stable), every), 2);
+  EXPECT_LT(drawnVertices, 400U * 20);
+}
+
+TEST_F(PolylineTest, AStableLineThatHasLostItsOldestPointsIsDrawnAsANewOne) {
+  for (int i = 0; i < 10; ++i) {
+    const auto shape = static_cast<Shape>(i);
+    PointSequence points = trace(shape, 60000);
+    points.dropBefore(23457);
+    std::vector<double> x;
+    std::vector<double> y;
+    for (std::size_t k = points.first(); k < points.end(); ++k) {
+      x.push_back(points.x(k));
+      y.push_back(points.y(k));
+    }
+    const PointSequence left(x, y);
+    for (const double alpha : {1.0, 0.4}) {
+      for (const double width : {1.0, 1.5, 3.0}) {  // a fraction is smooth
+        LineStyle style{1, 1, 0, alpha, width, 1, true};
+        for (const Window& window : {Window{0.4, 0, 0.7, 1}, Window{0.31, 0.05, 0.11, 0.2}}) {
+          look(window);
+          EXPECT_EQ(differentPixels(drawn(points, style), drawn(left, style)), 0)
+              << nameOf(shape) << ", " << alpha << ", " << width;
+        }
+      }
+    }
+  }
 }
 
 TEST_F(PolylineTest, AViewThatMovesShowsWhatAFreshOneShows) {
