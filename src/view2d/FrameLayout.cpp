@@ -26,8 +26,8 @@ using LineGroup = FrameLayout::LineGroup;
 
 /// A graph of any kind, reduced to what its frame needs.
 struct Frame {
-  AxisScale x;
-  AxisScale y;
+  FrameAxis x;
+  FrameAxis y;
   Graduations graduationsX;
   Graduations graduationsY;
   FrameArea area;

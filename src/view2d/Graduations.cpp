@@ -42,7 +42,7 @@ double roundNumber(double least) {
   return 10 * power;
 }
 
-std::vector<Graduation> multiplesOn(const AxisScale& axis, double step) {
+std::vector<Graduation> multiplesOn(const FrameAxis& axis, double step) {
   const Multiples multiples = Multiples::between(axis.min, axis.max, step, axis.pixels());
   std::vector<Graduation> marks;
   marks.reserve(static_cast<std::size_t>(multiples.count()));
@@ -53,11 +53,11 @@ std::vector<Graduation> multiplesOn(const AxisScale& axis, double step) {
 }
 
 /// The axis with its end, which is exclusive, moved to include it.
-AxisScale withEnd(const AxisScale& decades, double step) {
+FrameAxis withEnd(const FrameAxis& decades, double step) {
   return {decades.min, decades.max + kEndTolerance * step, decades.unitsPerPixel};
 }
 
-std::vector<Graduation> powersOn(const AxisScale& decades) {
+std::vector<Graduation> powersOn(const FrameAxis& decades) {
   const double step = roundNumber(kClosestPowers * std::abs(decades.unitsPerPixel));
   std::vector<Graduation> powers = multiplesOn(withEnd(decades, step), step);
   for (Graduation& power : powers) {
@@ -67,7 +67,7 @@ std::vector<Graduation> powersOn(const AxisScale& decades) {
   return powers;
 }
 
-Multipliers drawnMultipliers(const AxisScale& decades) {
+Multipliers drawnMultipliers(const FrameAxis& decades) {
   const double pixels = 1.0 / std::abs(decades.unitsPerPixel);
   if (pixels >= kRoomForAll) {
     return kAll;
@@ -76,12 +76,12 @@ Multipliers drawnMultipliers(const AxisScale& decades) {
 }
 
 /// Whole decades of which the axis shows at least a part; none where they are too many for marks.
-Multiples decadesOf(const AxisScale& decades) {
+Multiples decadesOf(const FrameAxis& decades) {
   return Multiples::between(std::floor(decades.min), decades.max + kEndTolerance, 1.0,
                             decades.pixels());
 }
 
-std::vector<Graduation> multipliedPowersOn(const AxisScale& decades) {
+std::vector<Graduation> multipliedPowersOn(const FrameAxis& decades) {
   const Multipliers multipliers = drawnMultipliers(decades);
   std::vector<Graduation> marks;
   if (multipliers.empty()) {
@@ -99,7 +99,7 @@ std::vector<Graduation> multipliedPowersOn(const AxisScale& decades) {
   return marks;
 }
 
-void labelWithValues(std::vector<Graduation>& marks, const AxisScale& decades) {
+void labelWithValues(std::vector<Graduation>& marks, const FrameAxis& decades) {
   for (Graduation& mark : marks) {
     const double value = std::pow(10.0, decades.min + mark.position * decades.unitsPerPixel);
     mark.exponent.clear();
@@ -180,7 +180,7 @@ void thinMultiplied(Graduations& graduations, const LabelExtent& extent, double 
 
 }  // namespace
 
-Graduations linearGraduations(const AxisScale& axis, double bigStep, double smallStep) {
+Graduations linearGraduations(const FrameAxis& axis, double bigStep, double smallStep) {
   Graduations graduations{.small = multiplesOn(axis, smallStep), .big = multiplesOn(axis, bigStep)};
   for (Graduation& mark : graduations.big) {
     mark.label = numberText(mark.factor * bigStep);
@@ -188,7 +188,7 @@ Graduations linearGraduations(const AxisScale& axis, double bigStep, double smal
   return graduations;
 }
 
-Graduations decadeGraduations(const AxisScale& axis) {
+Graduations decadeGraduations(const FrameAxis& axis) {
   Graduations graduations{.small = multipliedPowersOn(axis), .big = powersOn(axis)};
   if (graduations.big.size() < 2) {
     labelWithValues(graduations.small, axis);

@@ -8,7 +8,7 @@
 namespace zyn {
 
 /// An axis of a graph in its window: its range in model units, and the size of a pixel.
-struct AxisScale {
+struct FrameAxis {
   double min = 0.0;
   double max = 0.0;
   double unitsPerPixel = 0.0;  ///< below 0 where the axis is mirrored
@@ -38,12 +38,12 @@ struct Graduations {
 
 /// The multiples of two steps, from the start of the axis (inclusive) to its end (exclusive); the
 /// big ones are labelled. A step that cannot be followed gives none.
-Graduations linearGraduations(const AxisScale& axis, double bigStep, double smallStep);
+Graduations linearGraduations(const FrameAxis& axis, double bigStep, double smallStep);
 
 /// For an axis in decades, both ends inclusive: powers of ten as big graduations, their multiples
 /// by 2 to 9 as small ones, as far as there is room. The powers are labelled as such; where less
 /// than two of them lie on the axis, all graduations are labelled with their values.
-Graduations decadeGraduations(const AxisScale& axis);
+Graduations decadeGraduations(const FrameAxis& axis);
 
 /// Length of a graduation's label along the axis, in pixels.
 using LabelExtent = std::function<double(const Graduation&)>;

@@ -52,8 +52,8 @@ FrameLayout layOut(const Graph& graph, ClientSize client, double xScale = 1, dou
 /// What the window shows of a graph, around the graph's origin.
 template <class Graph>
 FrameBox windowOf(const Graph& graph, const GraphPlacement& placement) {
-  const AxisScale x{graph.x.min, graph.x.max, placement.unitsPerPixelX};
-  const AxisScale y{graph.y.min, graph.y.max, placement.unitsPerPixelY};
+  const FrameAxis x{graph.x.min, graph.x.max, placement.unitsPerPixelX};
+  const FrameAxis y{graph.y.min, graph.y.max, placement.unitsPerPixelY};
   return {x.position(placement.visible.xMin), x.position(placement.visible.xMax),
           y.position(placement.visible.yMin), y.position(placement.visible.yMax)};
 }

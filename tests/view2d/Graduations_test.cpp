@@ -14,7 +14,7 @@ using Texts = std::vector<std::string>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// An axis as long as `pixels`.
-AxisScale axis(double min, double max, double pixels) { return {min, max, (max - min) / pixels}; }
+FrameAxis axis(double min, double max, double pixels) { return {min, max, (max - min) / pixels}; }
 
 std::vector<double> positionsOf(const std::vector<Graduation>& marks) {
   std::vector<double> positions;
@@ -141,8 +141,8 @@ TEST(GraduationsTest, CrowdedPowersAreThinnedEvenly) {
 }
 
 TEST(GraduationsTest, UselessDecadesHaveNone) {
-  for (const AxisScale& useless :
-       {AxisScale{kNaN, 1, 0.1}, {0, kNaN, 0.1}, {0, 1, kNaN}, {2, 1, 0.1}, {0, 1, 0}}) {
+  for (const FrameAxis& useless :
+       {FrameAxis{kNaN, 1, 0.1}, {0, kNaN, 0.1}, {0, 1, kNaN}, {2, 1, 0.1}, {0, 1, 0}}) {
     EXPECT_TRUE(decadeGraduations(useless).big.empty());
     EXPECT_TRUE(decadeGraduations(useless).small.empty());
   }

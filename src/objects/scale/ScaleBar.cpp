@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <utility>
 
-#include "objects/scale/ScaleTicks.h"
+#include "graph/Ticks.h"
 
 namespace zyn {
 
@@ -12,12 +14,14 @@ namespace {
 // In pixels.
 constexpr double kEmHeight = 15;
 constexpr double kTickLength = 5;
-constexpr double kGap = 4;         ///< between tick and label, between bar and title
-constexpr double kLabelSpace = 8;  ///< between labels at least
+constexpr double kGap = 4;       ///< between tick and label, between bar and title
+constexpr double kClosest = 20;  ///< of ticks
+/// However long the bar.
+constexpr double kMostTicks = 50;
 
 /// A label beside the middle of its tick.
 struct Label {
-  double place;
+  double tick;  ///< pixels along the bar
   std::string text;
   TextBox box;  ///< pixels, from the start of the baseline
 };
@@ -58,46 +62,43 @@ class Layout {
     made_.bar = {left, left + width, bottom, bottom + height};
   }
 
-  std::vector<Label> labelsOf(const ColourScale& scale, int most) const {
-    std::vector<Label> labels;
-    for (ScaleTick& tick : ticksOf(scale, most)) {
-      const TextBox box = measure(tick.label, metrics_.digits);
-      labels.push_back({tick.place, std::move(tick.label), box});
-    }
-    return labels;
-  }
-
   /// How much of the bar's length a label takes.
-  double extentOf(const Label& label) const {
-    return bar_.isUpright() ? label.box.height() : label.box.right - label.box.left;
+  double extentOf(const TextBox& box) const {
+    return bar_.isUpright() ? box.height() : box.right - box.left;
   }
 
-  /// Along the bar, where its label is moved into the picture.
-  double centreOf(const Label& label) const {
-    const double half = extentOf(label) / 2;
-    const double end = bar_.isUpright() ? picture_.y : picture_.x;
-    return std::max(std::min(along(label.place), end - kGap - half), kGap + half);
-  }
-
-  bool haveRoom(const std::vector<Label>& labels) const {
-    const auto meet = [&](const Label& a, const Label& b) {
-      return std::abs(centreOf(b) - centreOf(a)) <
-             (extentOf(a) + extentOf(b)) / 2 + kLabelSpace * scale_;
-    };
-    return std::ranges::adjacent_find(labels, meet) == labels.end();
+  /// The middles of the first and the last tick are half of it within the bar.
+  AxisScale axisOf(const ColourScale& scale) const {
+    const auto [low, high] = std::minmax({scale.range.first, scale.range.last});
+    const double begin = bar_.isUpright() ? made_.bar.bottom : made_.bar.left;
+    const double half = made_.lineWidth / 2;
+    return {.kind = scale.isLogarithmic ? AxisKind::kLog10 : AxisKind::kLinear,
+            .min = low,
+            .max = high,
+            .isInverted = scale.range.first > scale.range.last,
+            .pixelFrom = begin + half,
+            .pixelTo = begin + length() - half};
   }
 
   std::vector<Label> chooseLabels(const ColourScale& scale) const {
-    constexpr double kClosest = 20;
-    constexpr double kMost = 50;
-    for (int most = static_cast<int>(std::clamp(length() / (kClosest * scale_), 2.0, kMost));
-         most > 0; --most) {
-      std::vector<Label> labels = labelsOf(scale, most);
-      if (haveRoom(labels)) {
-        return labels;
-      }
+    const AxisScale axis = axisOf(scale);
+    Ticks ticks =
+        chooseLoneTicks(axis, {.first = kGap,
+                               .last = (bar_.isUpright() ? picture_.y : picture_.x) - kGap,
+                               .gap = kGap * scale_,
+                               .pitch = std::max(kClosest * scale_, length() / kMostTicks),
+                               .extentOf = [&](std::string_view text) {
+                                 return extentOf(measure(text, metrics_.digits));
+                               }});
+    std::vector<Label> labels;
+    for (std::size_t i = 0; i < ticks.major.size(); ++i) {
+      const TextBox box = measure(ticks.labels[i], metrics_.digits);
+      // On a pixel of its own.
+      const double tick =
+          axis.pixelFrom + std::round(axis.pixelOf(ticks.major[i]) - axis.pixelFrom);
+      labels.push_back({tick, std::move(ticks.labels[i]), box});
     }
-    return {};
+    return labels;
   }
 
   void placeLabels(const std::vector<Label>& labels) {
@@ -111,21 +112,14 @@ class Layout {
                      ? made_.bar.right + room > picture_.x && made_.bar.left - room >= 0
                      : made_.bar.bottom - room < 0 && made_.bar.top + room <= picture_.y;
     for (const Label& label : labels) {
-      placeTick(label.place);
+      placeTick(label.tick);
       placeLabel(label);
     }
     labelRoom_ = labels.empty() ? 0.0 : room;
   }
 
-  /// The middle of a tick along the bar, on a pixel of its own and not beyond the bar.
-  double along(double place) const {
-    const double begin = bar_.isUpright() ? made_.bar.bottom : made_.bar.left;
-    const double half = made_.lineWidth / 2;
-    return begin + half + std::round(place * (length() - made_.lineWidth));
-  }
-
-  void placeTick(double place) {
-    const double from = along(place) - made_.lineWidth / 2;
+  void placeTick(double middle) {
+    const double from = middle - made_.lineWidth / 2;
     const double to = from + made_.lineWidth;
     const double length = std::round(kTickLength * scale_);
     const BarBox& bar = made_.bar;
@@ -140,7 +134,7 @@ class Layout {
 
   void placeLabel(const Label& label) {
     const double away = (kTickLength + kGap) * scale_;
-    const double at = along(label.place);
+    const double at = label.tick;
     const BarBox& bar = made_.bar;
     if (bar_.isUpright()) {
       const double x = isFlipped_ ? bar.left - away : bar.right + away;
