@@ -123,8 +123,8 @@ void SeriesData::appendLogarithms(PointSequence& logarithms, const AxisLogs& log
     logarithms = PointSequence(points_.first());
   }
   constexpr std::size_t kAtOnce = 1024;
-  std::array<double, kAtOnce> x;
-  std::array<double, kAtOnce> y;
+  std::array<double, kAtOnce> x{};
+  std::array<double, kAtOnce> y{};
   while (logarithms.end() < points_.end()) {
     const std::size_t from = std::max(logarithms.end(), points_.first());
     const std::size_t count = std::min(kAtOnce, points_.end() - from);
