@@ -2248,7 +2248,7 @@ namespace ZYNVue.Interop {
     int NomSelection { get; set; }
   }
 
-  /// <summary>Mesh: a whole part as one object, in space and, flat and in its plain colour, in the plane. Faces are triangles or polygons, counterclockwise seen from outside. Arrays have one dimension, or two and a row for each point, of any type of number. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  /// <summary>Mesh: a whole part as one object, in space and, flat and without its material, in the plane. Faces are triangles or polygons, counterclockwise seen from outside. Arrays have one dimension, or two and a row for each point, of any type of number. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("7316654D-4D84-4D2F-8494-F5F91D2D732F"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNGLMaillage {
     /// <summary>Sets the points: array of x, y, z of each, model units, finite; an array without elements for none. The same number of points as before keeps everything else; another drops faces, normals, colours, values and names.</summary>
