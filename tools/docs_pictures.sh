@@ -48,7 +48,7 @@ shrink viewer/log-log.png log-log 800 64
 shrink_shaded viewer/lights.png lights 700
 sheet picking 3 320x224 "a press picks" viewer/selected.png "rubber band" viewer/rubber-band.png \
   "what it selected" viewer/window-selection.png
-sheet mouse 2 420x294 "initView, RotateH, RotateV" viewer/opened.png "drag: rotate" viewer/rotated.png "wheel: zoom" viewer/wheel.png \
+sheet mouse 2 420x294 "VueYZp, RotateH, RotateV" viewer/opened.png "drag: rotate" viewer/rotated.png "wheel: zoom" viewer/wheel.png \
   "drag in mode 1: pan" viewer/panned.png
 sheet views 4 220x165 "VueXYp" vbscript/xy+.png "VueXZp" vbscript/xz+.png "VueYZp" vbscript/yz+.jpg \
   "VueTournage" vbscript/turning.bmp "VueXYm" vbscript/xy-.png "VueXZm" vbscript/xz-.png "VueYZm" vbscript/yz-.gif

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <string_view>
 
 namespace zyn::viewer {
@@ -73,6 +74,7 @@ class Arguments {
 
 Request parseCommandLine(std::span<const std::string> arguments) {
   Request request;
+  std::optional<std::string> settings;
   Arguments rest(arguments);
   while (!rest.empty()) {
     const std::string& argument = rest.next();
@@ -82,6 +84,10 @@ Request parseCommandLine(std::span<const std::string> arguments) {
       request.script = parseScript(rest.valueOf(argument));
     } else if (argument == "--batch") {
       request.batch = true;
+    } else if (argument == "--settings") {
+      settings = rest.valueOf(argument);
+    } else if (argument == "--help" || argument == "-h" || argument == "/?") {
+      request.help = true;
     } else if (argument.starts_with("--")) {
       throw UsageError(quoted(argument) + " is not an option");
     } else if (!request.file.empty()) {
@@ -90,7 +96,24 @@ Request parseCommandLine(std::span<const std::string> arguments) {
       request.file = argument;
     }
   }
+  // Nobody's recent files are what a script has opened.
+  request.settings = settings.value_or(request.batch ? "" : "ZYNVue\\Viewer");
   return request;
+}
+
+std::string usageText() {
+  return "viewer: 3D models (STL, OBJ, PLY, OFF, 3MF) and tables (CSV, TSV) in a window\n"
+         "\n"
+         "usage: viewer [FILE] [OPTIONS]\n"
+         "\n"
+         "  --size WIDTHxHEIGHT      of the view, 16 to 8192 pixels (default 1000x700)\n"
+         "  --script COMMAND,...     carry these out behind the loading: export-png, exit ...\n"
+         "  --batch                  no boxes: a problem is written to stderr and ends it\n"
+         "  --settings KEY           keep settings in HKEY_CURRENT_USER\\Software\\KEY (default\n"
+         "                           ZYNVue\\Viewer; with --batch none are kept)\n"
+         "  --help                   show this text and stop\n"
+         "\n"
+         "exit code: 0; 1 wrong usage, or with --batch something failed\n";
 }
 
 }  // namespace zyn::viewer

@@ -22,10 +22,14 @@ struct Request {
   int height = 700;
   std::vector<Command> script;  ///< carried out behind the loading
   bool batch = false;           ///< no boxes: a problem is written and ends the program
+  bool help = false;            ///< to say how it is used, and nothing else
+  /// Where settings are kept, below the person's own key of the registry; empty: nowhere.
+  std::string settings;
 };
 
-/// Understands "[FILE] [--size WxH] [--script COMMAND,COMMAND...] [--batch]" (UTF-8, without the
-/// program's name). Throws UsageError.
+/// Understands what usageText tells of (UTF-8, without the program's name). Throws UsageError.
 Request parseCommandLine(std::span<const std::string> arguments);
+
+std::string usageText();
 
 }  // namespace zyn::viewer

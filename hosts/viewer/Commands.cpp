@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kFile = "&File";
 constexpr std::string_view kExport = "&File|&Export";
+constexpr std::string_view kRecentFiles = "&File|Rece&nt files";
 constexpr std::string_view kView = "&View";
 constexpr std::string_view kStyle = "&View|St&yle";
 constexpr std::string_view kMouse = "&Mouse";
@@ -27,6 +28,7 @@ constexpr std::uint8_t kAny = kModel | kGraph;
 
 constexpr CommandEntry kTable[] = {
     {kOpen, "open", kAny, kFile, "&Open...", control('O')},
+    {kRecent, "recent", kAny, kRecentFiles, "None"},
     {kReload, "reload", kAny, kFile, "&Reload", {kKeyF5}},
     {kExportPng, "export-png", kAny, kExport, "&PNG...", control('E')},
     {kExportJpeg, "export-jpg", kAny, kExport, "&JPEG..."},
@@ -45,7 +47,7 @@ constexpr CommandEntry kTable[] = {
     {kViewYZp, "yz+", kModel, kView, "YZ from +&X (right)", {'5'}},
     {kViewYZm, "yz-", kModel, kView, "YZ from -X (left)", {'6'}},
     {kViewTurning, "turning", kModel, kView, "&Turning", {'7'}},
-    {kViewDefault, "default", kModel, kView, "&Default", {kKeyHome}},
+    {kViewIsometric, "isometric", kModel, kView, "Iso&metric", {kKeyHome}},
     {kZoomAll, "zoom-all", kAny, kView, "Zoom &all", {'F'}, true},
     {kUndoView, "undo", kAny, kView, "&Undo view", {kKeyBackspace}},
     {kRedoView, "redo", kModel, kView, "Redo view", shift(kKeyBackspace)},
@@ -110,6 +112,7 @@ constexpr CommandEntry kTable[] = {
     {kAmbientDialog, "ambient-dialog", kModel, kLook, "&Ambient light dialog of the view..."},
 
     {kHelp, "help", kAny, kHelpMenu, "&Mouse and keys", {kKeyF1}},
+    {kAbout, "about", kAny, kHelpMenu, "&About...", {}, true},
 };
 
 std::string codeText(int code) {
@@ -141,6 +144,14 @@ std::string codeText(int code) {
   }
 }
 
+/// A label as it is read: without the mark of its letter and the dots of a question to come.
+std::string plain(std::string_view label) {
+  std::string text(label);
+  std::erase(text, '&');
+  std::erase(text, '.');
+  return text;
+}
+
 }  // namespace
 
 std::span<const CommandEntry> commandTable() { return kTable; }
@@ -157,16 +168,17 @@ std::string keyText(const Key& key) {
   return (key.control ? "Ctrl+" : "") + std::string(key.shift ? "Shift+" : "") + codeText(key.code);
 }
 
-std::string keyHelp(PaneKind pane) {
-  std::string text;
+std::vector<HelpRow> keyHelp(PaneKind pane) {
+  std::vector<HelpRow> rows;
   for (const CommandEntry& entry : kTable) {
     if (entry.key.code != 0 && entry.isFor(pane)) {
-      std::string label(entry.label);
-      std::erase(label, '&');
-      text += keyText(entry.key) + '\t' + label + '\n';
+      const std::size_t bar = entry.menu.find('|');
+      rows.push_back({keyText(entry.key),
+                      (bar == entry.menu.npos ? "" : plain(entry.menu.substr(bar + 1)) + ": ") +
+                          plain(entry.label)});
     }
   }
-  return text;
+  return rows;
 }
 
 }  // namespace zyn::viewer

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zyn::viewer {
 
@@ -28,7 +29,7 @@ enum class Command : std::uint16_t {
   kViewYZp,
   kViewYZm,
   kViewTurning,
-  kViewDefault,
+  kViewIsometric,
   kZoomAll,
   kUndoView,
   kRedoView,
@@ -83,6 +84,8 @@ enum class Command : std::uint16_t {
   kNextTrace,
   kPreviousTrace,
   kHelp,
+  kAbout,
+  kRecent,  ///< the file that was opened last; those behind it, the ones before
 };
 
 /// What the window shows: each has commands of its own.
@@ -133,7 +136,16 @@ std::optional<Command> commandNamed(std::string_view name);
 /// "Ctrl+Shift+O", as menus show it; empty for no key.
 std::string keyText(const Key& key);
 
-/// One line for each command of the pane that has a key, for the help box.
-std::string keyHelp(PaneKind pane);
+/// What the mouse or a key does.
+struct HelpRow {
+  std::string key;
+  std::string what;
+
+  bool operator==(const HelpRow&) const = default;
+};
+
+/// A row for each command of the pane that has a key; commands of submenus say of which: "Style:
+/// Points".
+std::vector<HelpRow> keyHelp(PaneKind pane);
 
 }  // namespace zyn::viewer

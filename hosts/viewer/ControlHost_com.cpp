@@ -48,6 +48,12 @@ void ControlHost::frameActivated(bool active) {
   }
 }
 
+bool ControlHost::isMouseLeaving(const MSG& message) const {
+  HWND window = nullptr;
+  return message.message == WM_MOUSELEAVE && SUCCEEDED(as<IOleWindow>()->GetWindow(&window)) &&
+         message.hwnd == window;
+}
+
 bool ControlHost::translate(MSG& message) {
   const ComPtr<IOleInPlaceActiveObject> object = frame_->activeObject();
   return object && object->TranslateAccelerator(&message) == S_OK;

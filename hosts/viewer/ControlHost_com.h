@@ -34,6 +34,9 @@ class ControlHost {
   /// The main window has become active or inactive.
   void frameActivated(bool active);
 
+  /// Whether the message says that the mouse has left the control.
+  bool isMouseLeaving(const MSG& message) const;
+
   /// Whether the active control took the message as one of its keys.
   bool translate(MSG& message);
 

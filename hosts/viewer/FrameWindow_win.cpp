@@ -7,6 +7,8 @@
 #include <exception>
 #include <stdexcept>
 
+#include "viewer/WindowClass_win.h"
+
 namespace zyn::viewer {
 
 namespace {
@@ -21,23 +23,11 @@ struct FinishDrop {
 };
 using Drop = std::unique_ptr<std::remove_pointer_t<HDROP>, FinishDrop>;
 
-void registerClass(WNDPROC procedure) {
-  WNDCLASSEXW description = {};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-  description.lpszClassName = kClassName;
-  RegisterClassExW(&description);
-}
-
 }  // namespace
 
 FrameWindow::FrameWindow(FrameEvents& events, PaneKind pane, SIZE view)
     : events_(events), pane_(pane), accelerators_(makeAccelerators(pane)) {
-  registerClass(&FrameWindow::procedure);
+  registerWindowClass(kClassName, &FrameWindow::procedure);
   window_ =
       CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
                       WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, view.cx,
@@ -158,8 +148,8 @@ LRESULT CALLBACK FrameWindow::procedure(HWND window, UINT message, WPARAM wParam
   auto* const self = reinterpret_cast<FrameWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (self != nullptr) {
     try {
-      if (self->handle(message, wParam, lParam)) {
-        return 0;
+      if (const auto answer = self->handle(message, wParam, lParam)) {
+        return *answer;
       }
     } catch (const std::exception& error) {
       self->events_.failed(error.what());
@@ -169,63 +159,64 @@ LRESULT CALLBACK FrameWindow::procedure(HWND window, UINT message, WPARAM wParam
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
-bool FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+std::optional<LRESULT> FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED) {
         arrange();
         events_.arranged(viewArea());
       }
-      return true;
+      return 0;
     case WM_COMMAND:
       // Of a menu, a key or the tool bar.
       events_.chosen(static_cast<Command>(LOWORD(wParam)));
-      return true;
+      return 0;
     case WM_NOTIFY:
-      return parts_->notified(*reinterpret_cast<const NMHDR*>(lParam));
+      return parts_->notified(*reinterpret_cast<NMHDR*>(lParam));
     case WM_SETCURSOR:
       if (!isOverSplitter()) {
-        return false;
+        return std::nullopt;
       }
       SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
-      return true;
+      return 0;
     case WM_LBUTTONDOWN:
       if (isOverSplitter()) {
         SetCapture(window_);
       }
-      return true;
+      return 0;
     case WM_MOUSEMOVE:
       if (GetCapture() == window_) {
         dragSplitter(static_cast<short>(LOWORD(lParam)));
       }
-      return true;
+      return 0;
     case WM_LBUTTONUP:
       ReleaseCapture();
-      return true;
+      return 0;
     case WM_DPICHANGED:
       changeScale(*reinterpret_cast<const RECT*>(lParam));
-      return true;
+      return 0;
     case WM_INITMENUPOPUP:
+      showRecentFiles(reinterpret_cast<HMENU>(wParam), events_.recentFiles());
       markCommands(GetMenu(window_), [this](Command command) { return events_.isOn(command); });
-      return true;
+      return 0;
     case WM_DROPFILES:
       openDropped(wParam);
-      return true;
+      return 0;
     case WM_ACTIVATE:
       events_.activated(LOWORD(wParam) != WA_INACTIVE);
-      return true;
+      return 0;
     case WM_CLOSE:
-      return !events_.mayClose();
+      return events_.mayClose() ? std::nullopt : std::optional<LRESULT>(0);
     case WM_DESTROY:
       events_.closing();
       PostQuitMessage(0);
-      return true;
+      return 0;
     case WM_NCDESTROY:
       SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
       window_ = nullptr;
-      return false;
+      return std::nullopt;
     default:
-      return false;
+      return std::nullopt;
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "viewer/Commands.h"
@@ -21,6 +22,7 @@ class FrameEvents : public PartsTreeEvents {
  public:
   virtual void chosen(Command command) = 0;
   virtual bool isOn(Command command) = 0;
+  virtual std::vector<std::wstring> recentFiles() = 0;
   virtual void dropped(const std::filesystem::path& file) = 0;
   /// The place for the view has changed; client coordinates.
   virtual void arranged(const RECT& viewArea) = 0;
@@ -62,8 +64,8 @@ class FrameWindow {
  private:
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
                                     LPARAM lParam) noexcept;
-  /// Whether the message was dealt with, by answering 0.
-  bool handle(UINT message, WPARAM wParam, LPARAM lParam);
+  /// The answer to a message; none where it was not dealt with.
+  std::optional<LRESULT> handle(UINT message, WPARAM wParam, LPARAM lParam);
   void openDropped(WPARAM message);
   void fitViewTo(SIZE view);
   void arrange();

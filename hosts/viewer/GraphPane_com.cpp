@@ -20,6 +20,9 @@ constexpr Colour kMarkColour = {0.85, 0.05, 0.05};
 constexpr double kMarkSize = 9;  // pixels
 constexpr int kMarkTextHeight = 16;
 
+/// As that of the legend; more in windows so large that the frame's own numbers are larger, too.
+int titleHeight(int shorterSide) { return std::max(13, shorterSide / 100); }
+
 }  // namespace
 
 GraphPane::GraphPane(PaneOwner& owner)
@@ -57,11 +60,12 @@ void GraphPane::showPlot(Plot plot) {
 /// Shows all of the graph, fitted to the window as it is now.
 void GraphPane::fitFrame() {
   const RECT area = owner().viewArea();
-  scale_ = fittingScale(plot_, static_cast<double>(std::max(area.right - area.left, 1L)) /
-                                   static_cast<double>(std::max(area.bottom - area.top, 1L)));
+  const LONG width = std::max(area.right - area.left, 1L);
+  const LONG height = std::max(area.bottom - area.top, 1L);
+  scale_ = fittingScale(plot_, static_cast<double>(width) / static_cast<double>(height));
   nearest_ = new NearestTrace(objects_.traces(plot_, scale_), scale_);
   nearest_->restrictTo(emphasised_);
-  showFrame(view(), plot_, scale_);
+  showFrame(view(), plot_, scale_, titleHeight(static_cast<int>(std::min(width, height))));
   fillView();
 }
 
@@ -129,10 +133,12 @@ void GraphPane::withoutCrosshair(const std::function<void()>& work) {
   viewer::carryOut(view(), Command::kCrosshair);
 }
 
-std::string GraphPane::mouseHelp() const {
-  return "Wheel\tzoom about the mouse\nMiddle button\tpan\n"
-         "Left button\tas chosen in the Mouse menu: a click marks the nearest point\n"
-         "Drop a file\topen it\n\n";
+std::vector<HelpRow> GraphPane::mouseHelp() const {
+  return {{"Wheel", "Zoom about the mouse"},
+          {"Middle button", "Pan"},
+          {"Left button", "As chosen in the Mouse menu"},
+          {"Click", "Mark the nearest point"},
+          {"Drop a file", "Open it"}};
 }
 
 void GraphPane::event(DISPID event, const host::EventArguments& arguments) {

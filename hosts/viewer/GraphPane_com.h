@@ -24,7 +24,7 @@ class GraphPane final : public Pane, private host::EventListener {
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
   void copyPicture() override;
-  std::string mouseHelp() const override;
+  std::vector<HelpRow> mouseHelp() const override;
 
  private:
   // EventListener

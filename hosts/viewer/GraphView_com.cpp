@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "common/NumberArray_com.h"
-#include "common/Utf8_win.h"
+#include "viewer/AxisPicture_com.h"
 #include "viewer/ViewSwitch_com.h"
 
 namespace zyn::viewer {
@@ -15,8 +15,6 @@ namespace {
 
 using enum Command;
 using Switch = ViewSwitch<IZYNVue2D>;
-
-_bstr_t textOf(const std::string& text) { return host::toWide(text).c_str(); }
 
 constexpr Colour kDecadeColour = {0.72, 0.75, 0.8};
 
@@ -81,21 +79,21 @@ GraphWindow windowOf(IZYNVue2D& view) {
   return {numbers[kCentreX], numbers[kCentreY], numbers[kWidth], numbers[kHeight]};
 }
 
-void showFrame(IZYNVue2D& view, const Plot& plot, const PlotScale& scale) {
+void showFrame(IZYNVue2D& view, const Plot& plot, const PlotScale& scale, int letters) {
   const auto& [r, g, b] = kFrameColour;
   const AxisRange& x = plot.xRange;
   const AxisRange& y = plot.yRange;
-  const AxisTitle yTitle = plot.yTitle();
+  const ComPtr<IDispatch> xTitle = axisPicture(plot.xTitle, kFrameColour, letters);
+  const ComPtr<IDispatch> yTitle = axisPicture(plot.yTitle(), kFrameColour, letters);
   if (plot.isLogarithmic) {
     const auto colour = makeColour(kDecadeColour);
-    check(view.LogLogGraphView(r, g, b, nullptr, x.low, x.high, colour.Get(), nullptr, y.low,
-                               y.high, colour.Get()),
+    check(view.LogLogGraphView(r, g, b, xTitle.Get(), x.low, x.high, colour.Get(), yTitle.Get(),
+                               y.low, y.high, colour.Get()),
           L"LogLogGraphView");
   } else {
-    check(view.GraphView(r, g, b, textOf(plot.xTitle.name), textOf(plot.xTitle.unit), nullptr,
-                         x.low, x.high, x.bigStep, x.smallStep, scale.x, textOf(yTitle.name),
-                         textOf(yTitle.unit), nullptr, y.low, y.high, y.bigStep, y.smallStep,
-                         scale.y),
+    check(view.GraphView(r, g, b, nullptr, nullptr, xTitle.Get(), x.low, x.high, x.bigStep,
+                         x.smallStep, scale.x, nullptr, nullptr, yTitle.Get(), y.low, y.high,
+                         y.bigStep, y.smallStep, scale.y),
           L"GraphView");
   }
   // A logarithmic frame has lines of its own.

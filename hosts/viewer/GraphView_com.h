@@ -24,8 +24,9 @@ struct GraphWindow {
 
 GraphWindow windowOf(IZYNVue2D& view);
 
-/// Shows all of a graph with its frame, at a scale.
-void showFrame(IZYNVue2D& view, const Plot& plot, const PlotScale& scale);
+/// Shows all of a graph with its frame, at a scale; the titles of its axes in letters of so many
+/// pixels.
+void showFrame(IZYNVue2D& view, const Plot& plot, const PlotScale& scale, int letters);
 
 /// Carries out a command that concerns nothing but the view: zoom, mouse, smoothing, grid and
 /// cursor. Whether it was one.

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <string>
 
+#include "viewer/WindowClass_win.h"
+
 namespace zyn::viewer {
 
 namespace {
@@ -84,24 +86,13 @@ bool& switchOf(Lighting& lighting, int light) {
   return light == 0 ? lighting.ambient.on : directional(lighting, light).on;
 }
 
-void registerClass(WNDPROC procedure) {
-  WNDCLASSEXW description = {};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-  description.lpszClassName = kClassName;
-  RegisterClassExW(&description);
-}
-
 }  // namespace
 
 LightsWindow::LightsWindow(HWND owner, const Lighting& lighting, Changed changed)
     : changed_(std::move(changed)), scale_(owner) {
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  registerClass(&LightsWindow::procedure);
+  registerWindowClass(kClassName, &LightsWindow::procedure);
   constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
   RECT frame = {0, 0, scale_.px(kWidth), scale_.px(2 * kMargin + kRows * kRow)};
   AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_TOOLWINDOW);

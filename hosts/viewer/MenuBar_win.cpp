@@ -1,5 +1,8 @@
 #include "viewer/MenuBar_win.h"
 
+// After windows.h:
+#include <shlwapi.h>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -37,6 +40,18 @@ class MenuTree {
   std::map<std::string, HMENU> menus_;
 };
 
+/// "&1 C:\\...\\part.obj": with the letter that chooses it, no longer than is read at a glance.
+std::wstring recentText(UINT place, const std::wstring& file) {
+  constexpr UINT kLongest = 60;
+  wchar_t shown[kLongest + 1] = {};
+  PathCompactPathExW(shown, file.c_str(), kLongest + 1, 0);
+  std::wstring text = L'&' + std::to_wstring(place + 1) + L' ';
+  for (const wchar_t* letter = shown; *letter != L'\0'; ++letter) {
+    text.append(*letter == L'&' ? 2 : 1, *letter);  // twice: no mark
+  }
+  return text;
+}
+
 }  // namespace
 
 Accelerators makeAccelerators(PaneKind pane) {
@@ -69,6 +84,21 @@ HMENU makeMenuBar(PaneKind pane) {
     AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(entry.command), host::toWide(text).c_str());
   }
   return tree.at("");
+}
+
+void showRecentFiles(HMENU menu, std::span<const std::wstring> files) {
+  constexpr auto kFirst = static_cast<UINT>(Command::kRecent);
+  if (GetMenuItemID(menu, 0) != kFirst) {
+    return;
+  }
+  while (DeleteMenu(menu, 0, MF_BYPOSITION)) {
+  }
+  if (files.empty()) {
+    AppendMenuW(menu, MF_STRING | MF_GRAYED, kFirst, L"None");
+  }
+  for (UINT i = 0; i < files.size(); ++i) {
+    AppendMenuW(menu, MF_STRING, kFirst + i, recentText(i, files[i]).c_str());
+  }
 }
 
 void markCommands(HMENU menuBar, const std::function<bool(Command)>& isOn) {

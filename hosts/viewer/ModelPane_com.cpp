@@ -92,14 +92,16 @@ ModelPane::ModelPane(PaneOwner& owner)
   check(view().setGradientColor(r, g, b), L"setGradientColor");
   viewer::carryOut(view(), Command::kGradient);
   light(lighting_);
-  fitAtOnce();
+  viewer::carryOut(view(), Command::kMultisampling);
+  control().remakeWindow();
+  check(view().initView(kMargin), L"initView");
   showMode();
 }
 
 void ModelPane::show(std::unique_ptr<Model> model) {
   const LONG style = model_ ? model_->style() : 0;
   model_ = std::move(model);
-  model_->setStyle(style);
+  setStyle(style);
   selection_.clear();
   hovered_.reset();
   selected_.reset();
@@ -107,16 +109,22 @@ void ModelPane::show(std::unique_ptr<Model> model) {
   fillTree();
   showScene();
   check(view().UpdateParams(), L"UpdateParams");
-  fitAtOnce();
+  openView();
   owner().status().show(
       StatusBar::kMessage,
       sizeText(model_->faceCount(), static_cast<std::size_t>(model_->partCount())));
 }
 
-/// Shows the whole scene; later views move there smoothly where somebody looks.
-void ModelPane::fitAtOnce() {
+void ModelPane::setStyle(LONG style) {
+  constexpr LONG kPoints = 4;
+  const UiScale scale(owner().window());
+  model_->setStyle(style, scale.px(style == kPoints ? 3 : 1));
+}
+
+/// Shows the whole model; later views move there smoothly where somebody looks.
+void ModelPane::openView() {
   checkTold(view().put_DureeAnimation(0), L"DureeAnimation");
-  check(view().initView(kMargin), L"initView");
+  lookIsometrically(view(), model_->bounds(), kMargin);
   checkTold(view().put_DureeAnimation(owner().isWatched() ? kAnimation : 0), L"DureeAnimation");
 }
 
@@ -131,7 +139,7 @@ bool ModelPane::carryOut(Command command) {
     light(presetLighting(*preset));
   } else if (const auto style = styleOf(command)) {
     if (model_) {
-      model_->setStyle(*style);
+      setStyle(*style);
       check(view().Repaint(), L"Repaint");
     }
   } else {
@@ -142,6 +150,11 @@ bool ModelPane::carryOut(Command command) {
 
 bool ModelPane::carryOutOther(Command command) {
   switch (command) {
+    case Command::kViewIsometric:
+      if (model_) {
+        lookIsometrically(view(), model_->bounds(), kMargin);
+      }
+      return true;
     case Command::kModeZoomWindow:
       viewer::carryOut(view(), Command::kModeWindow);
       zoomsToWindow_ = true;
@@ -219,13 +232,18 @@ void ModelPane::copyPicture() {
   checkTold(view().Copier(), L"Copier");
 }
 
-std::string ModelPane::mouseHelp() const {
-  return "Wheel\tzoom about the mouse\nMiddle button\trotate; with Ctrl pan, with Shift zoom\n"
-         "Left button\tas chosen in the Mouse menu\nCtrl+click\tadd to the selection, or take out\n"
-         "Drop a file\topen it\n\n";
+std::vector<HelpRow> ModelPane::mouseHelp() const {
+  return {{"Wheel", "Zoom about the mouse"},
+          {"Middle button", "Rotate; with Ctrl pan, with Shift zoom"},
+          {"Left button", "As chosen in the Mouse menu"},
+          {"Ctrl+click", "Add to the selection, or take out"},
+          {"Drop a file", "Open it"}};
 }
 
 bool ModelPane::translate(MSG& message) {
+  if (control().isMouseLeaving(message)) {
+    mouseLeft();
+  }
   return (lights_ && lights_->translate(message)) || Pane::translate(message);
 }
 
@@ -248,7 +266,20 @@ void ModelPane::partChecked(int part, bool shown) {
     model_->setShown(i, shown);
     owner().parts().check(i, shown);
   }
+  forgetHidden();
   check(view().Repaint(), L"Repaint");
+}
+
+/// Takes the marks off faces that are no longer to be seen.
+void ModelPane::forgetHidden() {
+  if (hovered_ && !model_->isShown(hovered_->part)) {
+    hover(std::nullopt);
+  }
+  if (selected_ && !model_->isShown(selected_->part)) {
+    selected_.reset();
+    mark(selectionMark_, selected_);
+  }
+  showPicks();
 }
 
 void ModelPane::partClicked(int part) {
@@ -299,16 +330,10 @@ void ModelPane::light(const Lighting& lighting) {
 }
 
 void ModelPane::event(DISPID event, const host::EventArguments& arguments) {
-  enum { kMouseDown = 1, kMouseMove, kMouseSelection, kMouseOn, kMouseUp, kWindowSelection };
+  enum { kMouseMove = 2, kMouseSelection, kMouseOn, kWindowSelection = 6 };
   switch (event) {
-    case kMouseDown:
-      mouseDown(arguments.number(0), arguments.number(1), arguments.number(2));
-      break;
     case kMouseMove:
       mouseMove(arguments.number(1), arguments.number(2));
-      break;
-    case kMouseUp:
-      mouseUp(arguments.number(0), arguments.number(1), arguments.number(2));
       break;
     case kMouseSelection:
       mouseSelection(arguments.number(0), arguments.number(1), arguments.number(2),
@@ -325,22 +350,23 @@ void ModelPane::event(DISPID event, const host::EventArguments& arguments) {
   }
 }
 
-void ModelPane::mouseDown(int button, int x, int y) {
-  owner().status().show(StatusBar::kMessage, mouseText("MouseDown", button, x, y));
-}
-
-void ModelPane::mouseUp(int button, int x, int y) {
-  owner().status().show(StatusBar::kMessage, mouseText("MouseUp", button, x, y));
-}
-
 void ModelPane::mouseOn(int x, int y, std::span<const std::int32_t> names) {
-  const std::optional<Face> hovered = faceOf(names);
   hoveredAt_ = {x, y};
-  if (hovered != hovered_) {
-    hovered_ = hovered;
+  hover(faceOf(names));
+}
+
+void ModelPane::hover(const std::optional<Face>& face) {
+  if (face != hovered_) {
+    hovered_ = face;
     mark(hoverMark_, hovered_);
     check(view().Repaint(), L"Repaint");
   }
+}
+
+void ModelPane::mouseLeft() {
+  hover(std::nullopt);
+  showPicks();
+  owner().status().show(StatusBar::kPoint, "");
 }
 
 void ModelPane::mouseMove(int x, int y) {
@@ -353,7 +379,6 @@ void ModelPane::mouseMove(int x, int y) {
 }
 
 void ModelPane::mouseSelection(int key, int x, int y, std::span<const std::int32_t> names) {
-  owner().status().show(StatusBar::kMessage, mouseText("MouseSelection", key, x, y));
   selected_ = faceOf(names);
   select(partsOf(names), key == kControl);
   showPoint(x, y);
@@ -366,7 +391,6 @@ void ModelPane::windowSelection(int key, std::span<const double> box,
     zoomTo(box);
     return;
   }
-  owner().status().show(StatusBar::kMessage, "WindowSelection");
   selected_.reset();
   select(partsOf(names), key == kControl);
 }
@@ -386,7 +410,7 @@ void ModelPane::zoomTo(std::span<const double> box) {
 void ModelPane::select(const std::vector<int>& parts, bool toggle) {
   selection_.pick(parts, toggle);
   showSelection();
-  owner().parts().emphasise(selection_.parts().empty() ? 0 : *selection_.parts().begin());
+  owner().parts().emphasise(selection_.parts());
 }
 
 void ModelPane::clearSelection() {
@@ -396,7 +420,7 @@ void ModelPane::clearSelection() {
 
 void ModelPane::showSelection() {
   if (model_) {
-    model_->paint(selection_);
+    model_->highlight(selection_);
   }
   mark(selectionMark_, selected_);
   check(view().Repaint(), L"Repaint");

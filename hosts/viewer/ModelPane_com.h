@@ -25,7 +25,7 @@ class ModelPane final : public Pane, private host::EventListener {
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
   void copyPicture() override;
-  std::string mouseHelp() const override;
+  std::vector<HelpRow> mouseHelp() const override;
   bool translate(MSG& message) override;
   void partChecked(int part, bool shown) override;
   void partClicked(int part) override;
@@ -46,15 +46,16 @@ class ModelPane final : public Pane, private host::EventListener {
   void event(DISPID event, const host::EventArguments& arguments) override;
   void failed(const std::string& message) noexcept override { owner().failed(message); }
 
-  void mouseDown(int button, int x, int y);
   void mouseMove(int x, int y);
-  void mouseUp(int button, int x, int y);
   void mouseOn(int x, int y, std::span<const std::int32_t> names);
+  void mouseLeft();
+  void hover(const std::optional<Face>& face);
   void mouseSelection(int key, int x, int y, std::span<const std::int32_t> names);
   void windowSelection(int key, std::span<const double> box, std::span<const std::int32_t> names);
 
   bool carryOutOther(Command command);
-  void fitAtOnce();
+  void setStyle(LONG style);
+  void openView();
   void openLights();
   /// Asks for a file; without anybody to ask it is named after the model.
   std::optional<std::filesystem::path> cameraFile(bool toWrite);
@@ -63,6 +64,7 @@ class ModelPane final : public Pane, private host::EventListener {
   void select(const std::vector<int>& parts, bool toggle);
   void clearSelection();
   void hideSelection();
+  void forgetHidden();
   void showScene();
   void showSelection();
   void showPicks();

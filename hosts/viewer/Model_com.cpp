@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kShaded = 0;
 constexpr int kOutline = 1;
+constexpr double kMatt = 0;              // without highlights, which are white
 constexpr std::size_t kMostParts = 500;  // more are not what a person looks at one by one
 
 std::string groupOf(IZYNGLMaillage& mesh, LONG face) {
@@ -32,9 +33,6 @@ Model::Model(std::filesystem::path file, const ComPtr<IZYNGLMaillage>& mesh)
     : file_(std::move(file)) {
   readFaces(*mesh.Get());
   addParts(mesh);
-  for (int part = 1; part <= partCount(); ++part) {
-    paint(part, false);
-  }
 }
 
 void Model::readFaces(IZYNGLMaillage& mesh) {
@@ -82,8 +80,10 @@ void Model::addPart(const std::string& name, const ComPtr<IZYNGLMaillage>& mesh)
   const auto group = host::ClassObject(L"ZYNVue.ZYNGroupe").create<IZYNGroupe>();
   checkTold(group->put_Nom(_bstr_t(host::toWide(name).c_str())), L"Nom");
   checkTold(group->Add(mesh.Get(), kShaded), L"Add");
-  parts_.push_back({name, mesh, group});
+  parts_.push_back({name, mesh, group, nullptr});
   checkTold(mesh->put_NomSelection(partCount()), L"NomSelection");
+  const auto& [r, g, b] = partColour(partCount());
+  checkTold(mesh->setColor(r, g, b, 1), L"setColor");
 }
 
 void Model::show(IZYNVue3D& view, bool outline) const {
@@ -105,27 +105,56 @@ void Model::setShown(int part, bool shown) const {
   checkTold(at(part).group->put_Visible(shown ? VARIANT_TRUE : VARIANT_FALSE), L"Visible");
 }
 
-void Model::setStyle(LONG style) {
+void Model::setStyle(LONG style, double strokes) {
   style_ = style;
+  strokes_ = strokes;
   for (const ShownPart& part : parts_) {
-    checkTold(part.mesh->put_StyleRendu(style), L"StyleRendu");
-  }
-}
-
-void Model::paint(const PartSelection& selection) {
-  for (int part = 1; part <= partCount(); ++part) {
-    const bool selected = selection.contains(part);
-    if (at(part).selected != selected) {
-      paint(part, selected);
+    setStyleOf(*part.mesh.Get());
+    if (part.highlighted) {
+      setStyleOf(*part.highlighted.Get());
     }
   }
 }
 
-void Model::paint(int part, bool selected) {
-  ShownPart& shown = parts_[static_cast<std::size_t>(part - 1)];
-  const auto& [r, g, b] = partColour(part, selected);
-  checkTold(shown.mesh->setColor(r, g, b, 1), L"setColor");
-  shown.selected = selected;
+void Model::setStyleOf(IZYNGLMaillage& mesh) const {
+  checkTold(mesh.put_StyleRendu(style_), L"StyleRendu");
+  checkTold(mesh.put_EpaisseurAretes(strokes_), L"EpaisseurAretes");
+}
+
+void Model::highlight(const PartSelection& selection) {
+  for (int part = 1; part <= partCount(); ++part) {
+    ShownPart& shown = parts_[static_cast<std::size_t>(part - 1)];
+    const bool selected = selection.contains(part);
+    if (selected && !shown.highlighted) {
+      highlight(shown);
+    } else if (!selected && shown.highlighted) {
+      unhighlight(shown);
+    }
+  }
+}
+
+/// Colours of points and faces come before that of a mesh, and cannot be put aside: a copy does
+/// without them.
+void Model::highlight(ShownPart& part) {
+  ComPtr<IDispatch> made;
+  checkTold(part.mesh->Copie(&made), L"Copie");
+  ComPtr<IZYNGLMaillage> copy;
+  check(made.As(&copy), L"Copie");
+  checkTold(copy->setCouleursSommets(host::numberArray({})), L"setCouleursSommets");
+  checkTold(copy->setCouleursFaces(host::numberArray({})), L"setCouleursFaces");
+  const auto& [r, g, b] = kSelectedColour;
+  checkTold(copy->setMaterial(r, g, b, 1, 1, 1, kMatt, kMatt, 0), L"setMaterial");
+  const auto& [edgeR, edgeG, edgeB] = kSelectedEdgeColour;
+  checkTold(copy->setCouleurAretes(edgeR, edgeG, edgeB, 1), L"setCouleurAretes");
+  checkTold(part.group->Add(copy.Get(), kShaded), L"Add");
+  checkTold(part.group->Remove(part.mesh.Get()), L"Remove");
+  part.highlighted = copy;
+}
+
+void Model::unhighlight(ShownPart& part) {
+  checkTold(part.group->Add(part.mesh.Get(), kShaded), L"Add");
+  checkTold(part.group->Remove(part.highlighted.Get()), L"Remove");
+  part.highlighted.Reset();
 }
 
 std::vector<host::Vector> Model::cornersOf(std::int32_t face) const {

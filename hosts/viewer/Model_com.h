@@ -33,12 +33,12 @@ class Model {
   bool isShown(int part) const;
   void setShown(int part, bool shown) const;
 
-  /// How the meshes are drawn: a StyleRendu.
+  /// How the meshes are drawn: a StyleRendu; with edges and points of so many pixels.
   LONG style() const { return style_; }
-  void setStyle(LONG style);
+  void setStyle(LONG style, double strokes);
 
-  /// Colours the parts whose state differs from what they show.
-  void paint(const PartSelection& selection);
+  /// Shows which parts are selected, whatever colours the file gives them.
+  void highlight(const PartSelection& selection);
 
   /// The corners of a face, by its number in the file; none for a number that is no face's.
   std::vector<host::Vector> cornersOf(std::int32_t face) const;
@@ -48,13 +48,15 @@ class Model {
     std::string name;
     Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh;
     Microsoft::WRL::ComPtr<IZYNGroupe> group;
-    bool selected = false;
+    Microsoft::WRL::ComPtr<IZYNGLMaillage> highlighted;  ///< in the mesh's place while selected
   };
 
   void readFaces(IZYNGLMaillage& mesh);
   void addParts(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh);
   void addPart(const std::string& name, const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh);
-  void paint(int part, bool selected);
+  void highlight(ShownPart& part);
+  static void unhighlight(ShownPart& part);
+  void setStyleOf(IZYNGLMaillage& mesh) const;
   const ShownPart& at(int part) const { return parts_[static_cast<std::size_t>(part - 1)]; }
 
   std::filesystem::path file_;
@@ -64,6 +66,7 @@ class Model {
   Numbers starts_;  ///< of the faces' corners
   std::vector<ShownPart> parts_;
   LONG style_ = 0;
+  double strokes_ = 1;
 };
 
 }  // namespace zyn::viewer

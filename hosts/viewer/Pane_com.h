@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "viewer/Commands.h"
 #include "viewer/ControlHost_com.h"
@@ -50,8 +51,8 @@ class Pane {
   /// The same into the clipboard.
   virtual void copyPicture() = 0;
 
-  /// What the mouse does, for the help box.
-  virtual std::string mouseHelp() const = 0;
+  /// What the mouse does.
+  virtual std::vector<HelpRow> mouseHelp() const = 0;
 
   /// What the person does in the tree of parts.
   virtual void partChecked(int, bool) {}

@@ -10,12 +10,9 @@ constexpr Colour kTones[] = {
     {0.72, 0.76, 0.82}, {0.56, 0.72, 0.86}, {0.66, 0.82, 0.64}, {0.90, 0.82, 0.56},
     {0.82, 0.66, 0.80}, {0.60, 0.80, 0.80}, {0.86, 0.72, 0.62},
 };
-constexpr Colour kSelected = {1.0, 0.45, 0.1};
 
 }  // namespace
 
-Colour partColour(int part, bool selected) {
-  return selected ? kSelected : kTones[(part - 1) % static_cast<int>(std::size(kTones))];
-}
+Colour partColour(int part) { return kTones[(part - 1) % static_cast<int>(std::size(kTones))]; }
 
 }  // namespace zyn::viewer

@@ -10,6 +10,8 @@ namespace {
 constexpr UINT kUnchecked = 1;  // places in the list of state images; 0 means no box
 constexpr UINT kChecked = 2;
 
+constexpr COLORREF kEmphasis = RGB(255, 204, 160);  // a pale tone of what is selected in the view
+
 constexpr std::string_view kBoxes[] = {
     "",
     "white M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L 2.5 17.5 Z line M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L "
@@ -92,16 +94,44 @@ void PartsTree::check(int part, bool shown) {
   TreeView_SetItemState(tree_, itemOf(part), INDEXTOSTATEIMAGEMASK(image), TVIS_STATEIMAGEMASK);
 }
 
-void PartsTree::emphasise(int part) {
+void PartsTree::emphasise(const std::set<int>& parts) {
   const OwnChange choosing(filling_);
-  if (!items_.empty()) {
-    TreeView_SelectItem(tree_, part == 0 ? nullptr : itemOf(part));
+  if (items_.empty()) {
+    return;
   }
+  for (int part = 1; part < static_cast<int>(items_.size()); ++part) {
+    if (parts.contains(part) != isEmphasised(itemOf(part))) {
+      TreeView_SetItemState(tree_, itemOf(part), parts.contains(part) ? TVIS_BOLD : 0, TVIS_BOLD);
+    }
+  }
+  TreeView_SelectItem(tree_, parts.empty() ? nullptr : itemOf(*parts.begin()));
 }
 
-bool PartsTree::notified(const NMHDR& message) {
-  if (message.hwndFrom != tree_ || filling_) {
-    return false;
+bool PartsTree::isEmphasised(HTREEITEM item) const {
+  return (TreeView_GetItemState(tree_, item, TVIS_BOLD) & TVIS_BOLD) != 0;
+}
+
+/// Rows of what is selected look alike, whichever of them has the keys.
+LRESULT PartsTree::paint(NMTVCUSTOMDRAW& drawing) const {
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    return CDRF_NOTIFYITEMDRAW;
+  }
+  if (isEmphasised(reinterpret_cast<HTREEITEM>(drawing.nmcd.dwItemSpec))) {
+    drawing.clrText = RGB(0, 0, 0);
+    drawing.clrTextBk = kEmphasis;
+  }
+  return CDRF_DODEFAULT;
+}
+
+std::optional<LRESULT> PartsTree::notified(NMHDR& message) {
+  if (message.hwndFrom != tree_) {
+    return std::nullopt;
+  }
+  if (message.code == NM_CUSTOMDRAW) {
+    return paint(reinterpret_cast<NMTVCUSTOMDRAW&>(message));
+  }
+  if (filling_) {
+    return std::nullopt;
   }
   if (message.code == NM_CLICK || message.code == NM_DBLCLK) {
     TVHITTESTINFO hit = {};
@@ -110,17 +140,17 @@ bool PartsTree::notified(const NMHDR& message) {
     TreeView_HitTest(tree_, &hit);
     if ((hit.flags & TVHT_ONITEMSTATEICON) != 0) {
       toggle(hit.hItem);
-      return true;
+      return 0;
     }
   } else if (message.code == TVN_KEYDOWN &&
              reinterpret_cast<const NMTVKEYDOWN&>(message).wVKey == VK_SPACE) {
     toggle(TreeView_GetSelection(tree_));
-    return true;
+    return 0;
   } else if (message.code == TVN_SELCHANGEDW) {
     const auto& change = reinterpret_cast<const NMTREEVIEWW&>(message);
     events_.partClicked(static_cast<int>(change.itemNew.lParam));
   }
-  return false;
+  return std::nullopt;
 }
 
 void PartsTree::toggle(HTREEITEM item) {

@@ -4,7 +4,8 @@
 // After windows.h:
 #include <commctrl.h>
 
-#include <functional>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,14 +40,16 @@ class PartsTree {
   /// Checks parts, or part 0, the model's own box.
   void check(int part, bool shown);
 
-  /// Emphasises a part and scrolls to it; 0: none.
-  void emphasise(int part);
+  /// Marks the rows of these parts, and only these, and scrolls to the first.
+  void emphasise(const std::set<int>& parts);
 
-  /// Whether the message from a child was the tree's.
-  bool notified(const NMHDR& message);
+  /// The answer to a message from the tree; none where it needs no answer.
+  std::optional<LRESULT> notified(NMHDR& message);
 
  private:
   HTREEITEM itemOf(int part) const { return items_[static_cast<std::size_t>(part)]; }
+  bool isEmphasised(HTREEITEM item) const;
+  LRESULT paint(NMTVCUSTOMDRAW& drawing) const;
   void toggle(HTREEITEM item);
 
   PartsTreeEvents& events_;

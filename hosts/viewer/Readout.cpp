@@ -51,11 +51,6 @@ std::string sizeText(std::size_t faces, std::size_t parts) {
   return countText(faces, "face") + " in " + countText(parts, "part");
 }
 
-std::string mouseText(const char* event, int buttonOrKey, int x, int y) {
-  return std::string(event) + ' ' + std::to_string(buttonOrKey) + " at " + std::to_string(x) +
-         ", " + std::to_string(y);
-}
-
 std::string modeText(int mode) {
   switch (mode) {
     case 1:

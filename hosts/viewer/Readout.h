@@ -27,9 +27,6 @@ std::string countText(std::size_t count, const char* what);
 /// "1200 faces in 3 parts".
 std::string sizeText(std::size_t faces, std::size_t parts);
 
-/// "MouseDown 0 at 120, 80": an event with its button or key and its pixel.
-std::string mouseText(const char* event, int buttonOrKey, int x, int y);
-
 /// What MouseMode does, in a word.
 std::string modeText(int mode);
 

@@ -57,7 +57,7 @@ constexpr Drawing kDrawings[] = {
      "pale M 10 2 L 17 6 L 17 14 L 10 18 L 10 10 L 3 6 Z deep M 3 6 L 10 10 L 10 18 L 3 14 Z"},
     {kViewYZp,
      "pale M 10 2 L 17 6 L 10 10 L 10 18 L 3 14 L 3 6 Z deep M 17 6 L 17 14 L 10 18 L 10 10 Z"},
-    {kViewDefault,
+    {kViewIsometric,
      "pale M 10 2 L 17 6 L 10 10 L 3 6 Z middle M 3 6 L 10 10 L 10 18 L 3 14 Z deep M 17 6 L 17 14 "
      "L 10 18 L 10 10 Z"},
     {kRedoView,
@@ -100,7 +100,7 @@ constexpr Drawing kDrawings[] = {
 
 /// Whether a cube's edges lie over what is drawn for the command.
 bool isCube(Command command) {
-  constexpr Command kCubes[] = {kViewXYp,    kViewXZm,          kViewYZp,        kViewDefault,
+  constexpr Command kCubes[] = {kViewXYp,    kViewXZm,          kViewYZp,        kViewIsometric,
                                 kStyleEdges, kStyleShadedEdges, kStyleHiddenLine};
   return std::ranges::find(kCubes, command) != std::end(kCubes);
 }
@@ -115,7 +115,7 @@ std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
                                 kModeSelect,  kModeWindow,       kModeZoomWindow,
                                 kNoTool,      kZoomAll,          kUndoView,
                                 kRedoView,    kNoTool,           kViewXYp,
-                                kViewXZm,     kViewYZp,          kViewDefault,
+                                kViewXZm,     kViewYZp,          kViewIsometric,
                                 kPerspective, kNoTool,           kStyleShaded,
                                 kStyleEdges,  kStyleShadedEdges, kStyleHiddenLine,
                                 kStylePoints, kLogLog,           kGrid,

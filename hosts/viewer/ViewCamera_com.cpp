@@ -3,6 +3,7 @@
 #include <comutil.h>
 #include <wrl/client.h>
 
+#include <cmath>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -14,6 +15,7 @@
 namespace zyn::viewer {
 
 using host::checkTold;
+using host::Vector;
 using Microsoft::WRL::ComPtr;
 
 namespace {
@@ -53,6 +55,33 @@ void restoreCamera(IZYNVue3D2& view, const std::filesystem::path& file) {
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(host::utf8Name(file) + ": " + error.what());
   }
+}
+
+void lookIsometrically(IZYNVue3D2& view, const host::Bounds& box, double margin) {
+  const Vector eye = host::normalised({1, -1, 1}, {});
+  const Vector right = host::normalised(cross({0, 0, 1}, eye), {});
+  const Vector up = cross(eye, right);
+  const Vector centre = box.centre();
+  const Vector size = box.extents();
+  const double diagonal = length(size) > 0 ? length(size) : 1.0;
+  const auto extentAlong = [&](const Vector& direction) {
+    const double extent = std::fabs(direction.x) * size.x + std::fabs(direction.y) * size.y +
+                          std::fabs(direction.z) * size.z;
+    return (extent > 0 ? extent : diagonal) * (1 + margin);
+  };
+  ComPtr<IZYNCamera> camera = cameraOf(view);
+  if (!camera) {
+    camera = host::ClassObject(L"ZYNVue.ZYNCamera").create<IZYNCamera>();
+  }
+  const Vector from = centre + eye * diagonal;
+  checkTold(camera->setCible(centre.x, centre.y, centre.z), L"setCible");
+  checkTold(camera->setOeil(from.x, from.y, from.z), L"setOeil");
+  checkTold(camera->setHaut(up.x, up.y, up.z), L"setHaut");
+  checkTold(camera->put_Largeur(extentAlong(right)), L"Largeur");
+  checkTold(camera->put_Hauteur(extentAlong(up)), L"Hauteur");
+  LONG duration = 0;
+  checkTold(view.get_DureeAnimation(&duration), L"DureeAnimation");
+  checkTold(view.AllerA(camera.Get(), duration), L"AllerA");
 }
 
 void togglePerspective(IZYNVue3D2& view) {

@@ -36,8 +36,6 @@ bool moveCamera(IZYNVue3D2& view, Command command) {
       return done(view.VueYZm(kMargin));
     case kViewTurning:
       return done(view.VueTournage(kMargin));
-    case kViewDefault:
-      return done(view.initView(kMargin));
     case kZoomAll:
       return done(view.ZoomTotal(kMargin));
     case kUndoView:

@@ -1,5 +1,7 @@
 #include "viewer/Viewer_com.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "common/InputFile.h"
@@ -9,9 +11,9 @@
 #include "table/CsvReader.h"
 #include "viewer/FileDialogs_win.h"
 #include "viewer/GraphPane_com.h"
+#include "viewer/Message_win.h"
 #include "viewer/ModelPane_com.h"
 #include "viewer/OutputName.h"
-#include "viewer/Problem_win.h"
 
 namespace zyn::viewer {
 
@@ -64,6 +66,7 @@ bool isInput(UINT message) {
 
 Viewer::Viewer(Request request)
     : request_(std::move(request)),
+      settings_(host::toWide(request_.settings)),
       kind_(isTable(host::toWide(request_.file)) ? PaneKind::kGraph : PaneKind::kModel),
       frame_(*this, kind_, {request_.width, request_.height}) {}
 
@@ -89,7 +92,8 @@ int Viewer::run() {
 int Viewer::exchangeMessages() {
   MSG message = {};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if ((pane_ && pane_->translate(message)) || frame_.translate(message)) {
+    if ((help_ && help_->translate(message)) || (pane_ && pane_->translate(message)) ||
+        frame_.translate(message)) {
       continue;
     }
     TranslateMessage(&message);
@@ -107,6 +111,9 @@ Kind& Viewer::pane() {
     return *shown;
   }
   pane_.reset();
+  help_.reset();
+  frame_.status().show(StatusBar::kPicks, "");
+  frame_.status().show(StatusBar::kPoint, "");
   if (kind_ != Kind::kKind) {
     kind_ = Kind::kKind;
     frame_.showCommandsOf(kind_);
@@ -131,8 +138,12 @@ void Viewer::chosen(Command command) {
     askAndLoad();
   } else if (command == Command::kReload && pane_ && !pane_->file().empty()) {
     load(pane_->file());
+  } else if (command >= Command::kRecent) {
+    loadRecent(static_cast<std::size_t>(command) - static_cast<std::size_t>(Command::kRecent));
   } else if (command == Command::kHelp) {
     showHelp();
+  } else if (command == Command::kAbout && !request_.batch) {
+    tellAbout(frame_.handle());
   } else if (command == Command::kExit) {
     // Later: the control may be the one that passed the key on.
     PostMessageW(frame_.handle(), WM_CLOSE, 0, 0);
@@ -201,6 +212,7 @@ void Viewer::load(const std::filesystem::path& file) {
       loadModel(file);
     }
     frame_.setTitle(file.filename().wstring() + L" - ZYNVue viewer");
+    keepRecent(file);
   } catch (const Cancelled&) {
     frame_.status().show(StatusBar::kMessage, "Stopped: " + host::utf8Name(file.filename()));
     if (closesAfterLoading_) {
@@ -212,6 +224,25 @@ void Viewer::load(const std::filesystem::path& file) {
     throw;
   }
   frame_.status().hideProgress();
+}
+
+void Viewer::loadRecent(std::size_t place) {
+  RecentFiles recent = settings_.recentFiles();
+  if (place >= recent.files().size()) {
+    return;
+  }
+  const std::filesystem::path file = recent.files()[place];
+  if (!std::filesystem::exists(file)) {
+    recent.remove(file.wstring());
+    settings_.keep(recent);
+  }
+  load(file);
+}
+
+void Viewer::keepRecent(const std::filesystem::path& file) {
+  RecentFiles recent = settings_.recentFiles();
+  recent.add(std::filesystem::absolute(file).wstring());
+  settings_.keep(recent);
 }
 
 void Viewer::loadModel(const std::filesystem::path& file) {
@@ -264,8 +295,9 @@ void Viewer::exportAs(const char* extension) {
 }
 
 void Viewer::showHelp() {
-  const std::string text = (pane_ ? pane_->mouseHelp() : "") + keyHelp(kind_);
-  MessageBoxW(frame_.handle(), host::toWide(text).c_str(), L"Mouse and keys", MB_OK);
+  std::vector<HelpRow> rows = pane_ ? pane_->mouseHelp() : std::vector<HelpRow>();
+  std::ranges::move(keyHelp(kind_), std::back_inserter(rows));
+  help_ = std::make_unique<HelpWindow>(frame_.handle(), rows);
 }
 
 }  // namespace zyn::viewer

@@ -8,7 +8,9 @@
 
 #include "viewer/CommandLine.h"
 #include "viewer/FrameWindow_win.h"
+#include "viewer/HelpWindow_win.h"
 #include "viewer/Pane_com.h"
+#include "viewer/Settings_win.h"
 
 namespace zyn::viewer {
 
@@ -25,6 +27,7 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void chosen(Command command) override;
   bool isOn(Command command) override;
   void dropped(const std::filesystem::path& file) override;
+  std::vector<std::wstring> recentFiles() override { return settings_.recentFiles().files(); }
   void arranged(const RECT& viewArea) override;
   void activated(bool active) override;
   bool mayClose() override;
@@ -54,13 +57,17 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void showProgress(double part);
   void keepAlive();
   void askAndLoad();
+  void loadRecent(std::size_t place);
+  void keepRecent(const std::filesystem::path& file);
   void exportAs(const char* extension);
   void showHelp();
 
   Request request_;
+  Settings settings_;
   PaneKind kind_;
   FrameWindow frame_;
   std::unique_ptr<Pane> pane_;
+  std::unique_ptr<HelpWindow> help_;
   bool loading_ = false;
   bool closesAfterLoading_ = false;  ///< the person has closed the window meanwhile
   bool problem_ = false;

@@ -14,7 +14,7 @@
 #include "common/ComFailure_com.h"
 #include "common/Utf8_win.h"
 #include "viewer/CommandLine.h"
-#include "viewer/Problem_win.h"
+#include "viewer/Message_win.h"
 #include "viewer/Viewer_com.h"
 
 namespace zyn::viewer {
@@ -48,6 +48,10 @@ std::vector<std::string> programArguments() {
 int run(const std::vector<std::string>& arguments) {
   try {
     Request request = parseCommandLine(arguments);
+    if (request.help) {
+      tellUsage(usageText(), request.batch);
+      return 0;
+    }
     SetProcessDPIAware();  // where the manifest is not beside the program
     const OleApartment apartment;
     return Viewer(std::move(request)).run();

@@ -94,7 +94,10 @@ const std::array<PictureOption, 21> kPictureOptions = {{
      "shaded (default) edges shaded-edges hidden-line\n"
      "points",
      [](PictureOptions& p, std::string_view v) { p.strokes.style = parseStyle(v); }},
-    {"--edges", "COLOUR[,WIDTH]", "of edges and points (default black,1 pixel)", setEdges},
+    {"--edges", "COLOUR[,WIDTH]",
+     "of edges (default black,1 pixel); points have the\n"
+     "colours of the model, and the WIDTH for their size",
+     setEdges},
     {"--perspective", "DEGREES", "see so much from bottom to top, 1 to 170",
      [](PictureOptions& p, std::string_view v) { p.perspective = parseNumber(v, 1, 170); }},
     {"--camera", "TEXT",

@@ -25,9 +25,9 @@ struct Appearance {
 
 /// How faces and edges are drawn.
 struct Strokes {
-  int style = 0;  ///< the component's StyleRendu
-  Colour colour;  ///< of edges and points
-  double width = 1;
+  int style = 0;     ///< the component's StyleRendu
+  Colour colour;     ///< of edges
+  double width = 1;  ///< of edges and points
 
   bool operator==(const Strokes&) const = default;
 };
@@ -60,7 +60,7 @@ struct PictureOptions {
   Strokes strokes;
   bool outline = false;
   std::optional<double> perspective;  ///< angle from bottom to top, degrees
-  std::string camera;                 ///< as a line of text, in place of view and surplus; UTF-8
+  std::optional<std::string> camera;  ///< as a line of text, in place of view and surplus; UTF-8
   AmbientLight ambient{.intensity = 0.4};
   DirectionalLight light1{.azimuth = -30, .elevation = 30, .strength = 1.0};
   DirectionalLight light2{.on = false, .strength = 0.4};

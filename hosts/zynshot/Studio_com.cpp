@@ -9,6 +9,7 @@
 #include "common/NumberArray_com.h"
 #include "common/Utf8_win.h"
 #include "zynshot/AnnotationObjects_com.h"
+#include "zynshot/CameraText_com.h"
 #include "zynshot/Dimensions.h"
 
 namespace zyn::shot {
@@ -92,7 +93,7 @@ Frame Studio::aim(const PictureOptions& picture) {
   _variant_t view = numberArray(viewNumbers(picture.view));
   check(context_->ViewParams(box_.Get(), surplusOf(picture), &view), L"ViewParams");
   check(context_->put_DPIResolution(picture.dpi.value_or(screenDpi_)), L"DPIResolution");
-  if (!picture.camera.empty()) {
+  if (picture.camera) {
     return aimByText(picture);
   }
   const Surface& surface = picture.surface;
@@ -122,9 +123,8 @@ void Studio::look(const Frame& frame, const PictureOptions& picture) {
 }
 
 Frame Studio::aimByText(const PictureOptions& picture) {
-  const auto camera = ClassObject(L"ZYNVue.ZYNCamera").create<IZYNCamera>();
-  checkTold(camera->put_Texte(_bstr_t(host::toWide(picture.camera).c_str())), L"Texte");
-  checkTold(context_->putref_Camera(camera.Get()), L"Camera");
+  const auto camera = cameraOfText(*picture.camera);
+  lookWith(*context_.Get(), *camera.Get());
   const host::Vector target = vectorOf(*camera.Get(), &IZYNCamera::getCible);
   const host::Vector sight = target - vectorOf(*camera.Get(), &IZYNCamera::getOeil);
   const View view = viewAlong(sight, vectorOf(*camera.Get(), &IZYNCamera::getHaut));

@@ -14,6 +14,7 @@
 #include "common/MeshFile_com.h"
 #include "common/OutputFile.h"
 #include "common/Utf8_win.h"
+#include "zynshot/CameraText_com.h"
 #include "zynshot/CommandLine.h"
 #include "zynshot/Console_win.h"
 #include "zynshot/ProgressLine.h"
@@ -48,11 +49,14 @@ ProgressLine::Style progressStyle(const Request& request) {
 }
 
 void render(const Request& request) {
+  const Apartment apartment;
   for (const PictureOptions& picture : request.pictures) {
     host::probeOutputFile(picture.file);
+    if (picture.camera) {
+      cameraOfText(*picture.camera);
+    }
   }
   ProgressLine line(progressStyle(request), writeError);
-  const Apartment apartment;
   const auto mesh =
       host::loadMesh(request.model, [&line](double part) { line.show("reading", part); });
   Scene scene(mesh, request.smoothAngle);

@@ -100,6 +100,18 @@ TEST_F(ZynshotTest, drawsEdgesInTheirColour) {
   EXPECT_FALSE(isWhite(both.at(50, 80)));
 }
 
+TEST_F(ZynshotTest, pointsHaveTheColoursOfTheModelAndTheWidthOfEdges) {
+  const std::wstring options =
+      L"--view xy+ --style points --color blue --light1 off --ambient 1 "
+      L"--material matte --edges red,";
+  const Image small = picture(options + L"1");
+  const Image large = picture(options + L"6");
+  EXPECT_EQ(large.count({255, 0, 0}), 0);
+  EXPECT_GT(large.count({0, 0, 255}), 3 * small.count({0, 0, 255}));
+  const std::string help = zynshot(L"--help").output;
+  EXPECT_EQ(help.find("of edges and points"), help.npos);
+}
+
 TEST_F(ZynshotTest, looksWithACameraThatIsGivenAsText) {
   const Image fitted = picture(L"--view xy+");
   const Image given = picture(
@@ -110,7 +122,13 @@ TEST_F(ZynshotTest, looksWithACameraThatIsGivenAsText) {
       ASSERT_EQ(given.at(x, y), fitted.at(x, y)) << x << ", " << y;
     }
   }
-  expectRefused(L"{corner.stl} -o {b.png} --camera Oeil=2", "Texte: ", 1);
+  for (const wchar_t* const wrong :
+       {L"rubbish", L"Oeil=2", L"\"\"",
+        L"\"Oeil=0 0 5 Cible=0 0 0 Haut=0 0 1 Largeur=4 Hauteur=3 Perspective=0 AngleOuverture=30 "
+        L"Profondeur=4\""}) {
+    expectRefused(std::wstring(L"{corner.stl} -o {b.png} --camera ") + wrong,
+                  "zynshot: --camera: ", 2);
+  }
 }
 
 TEST_F(ZynshotTest, perspectiveMakesSmallerWhatIsFartherAway) {

@@ -35,6 +35,23 @@ TEST(ViewerCommandLineTest, EverythingIsUnderstoodInAnyOrder) {
   EXPECT_TRUE(request.batch);
 }
 
+TEST(ViewerCommandLineTest, ScriptsKeepNoSettingsUnlessTheySayWhere) {
+  EXPECT_EQ(parse({}).settings, "ZYNVue\\Viewer");
+  EXPECT_EQ(parse({"--batch"}).settings, "");
+  EXPECT_EQ(parse({"--settings", "Mine", "--batch"}).settings, "Mine");
+  EXPECT_EQ(complaint({"--settings"}), "--settings needs a value");
+}
+
+TEST(ViewerCommandLineTest, HelpTellsOfAllOptions) {
+  EXPECT_FALSE(parse({}).help);
+  for (const char* const word : {"--help", "-h", "/?"}) {
+    EXPECT_TRUE(parse({word}).help) << word;
+  }
+  for (const char* const option : {"--size", "--script", "--batch", "--settings", "--help"}) {
+    EXPECT_NE(usageText().find(option), std::string::npos) << option;
+  }
+}
+
 TEST(ViewerCommandLineTest, SizesAreChecked) {
   EXPECT_EQ(complaint({"--size", "640"}), "\"640\" is not WIDTHxHEIGHT");
   for (const char* const size : {"15x100", "100x8193", "x100", "100x", "1e3x100", "100x100px",

@@ -34,10 +34,6 @@ TEST(ReadoutTest, SizesAreCounted) {
   EXPECT_EQ(sizeText(1200, 3), "1200 faces in 3 parts");
 }
 
-TEST(ReadoutTest, EventsAreShownWithTheirPixel) {
-  EXPECT_EQ(mouseText("MouseUp", 2, -1, 80), "MouseUp 2 at -1, 80");
-}
-
 TEST(ReadoutTest, EveryMouseModeHasAWord) {
   EXPECT_EQ(modeText(1), "pan");
   EXPECT_EQ(modeText(2), "rotate");
