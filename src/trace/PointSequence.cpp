@@ -63,7 +63,7 @@ void RunBoxes::follow(const PointSequence& points) {
 /// the first where it has become shorter.
 void RunBoxes::renew(const PointSequence& points, std::size_t level, const Change& change) {
   if (level == levels_.size()) {
-    levels_.emplace_back(change.first).reserve(change.last - change.first + 1);
+    levels_.emplace_back(change.first);
   }
   SlidingVector<RunBox>& runs = levels_[level];
   const std::size_t known = runs.end();
@@ -74,6 +74,7 @@ void RunBoxes::renew(const PointSequence& points, std::size_t level, const Chang
   if (change.first < known) {
     runs[known - 1] = made(points, level, known - 1);
   }
+  runs.reserve(change.last + 1 - known);
   for (std::size_t i = known; i <= change.last; ++i) {
     runs.push_back(made(points, level, i));
   }

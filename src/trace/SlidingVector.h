@@ -30,12 +30,16 @@ class SlidingVector {
   }
   T& operator[](std::size_t i) { return i < split_ ? older_[i - start_] : newer_[i - split_]; }
 
-  /// Makes room for so many more: to append them does not fail then.
+  /// Makes room for so many more: to append them does not fail then. Those that were there at first
+  /// stay where they are.
   void reserve(std::size_t count) {
-    const std::size_t needed = newer_.size() + count;
-    if (needed > newer_.capacity()) {
-      newer_.reserve(std::max(needed, 2 * newer_.capacity()));
+    if (newer_.size() + count <= newer_.capacity()) {
+      return;
     }
+    if (older_.empty()) {
+      makeOlder();
+    }
+    newer_.reserve(std::max(newer_.size() + count, 2 * newer_.capacity()));
   }
 
   void push_back(const T& element) { newer_.push_back(element); }
@@ -48,15 +52,19 @@ class SlidingVector {
   /// Lets those before `first` go; it is no more than `end`.
   void dropBefore(std::size_t first) {
     if (first > first_ && first >= split_) {
-      older_.swap(newer_);
-      newer_.clear();
-      start_ = split_;
-      split_ = start_ + older_.size();
+      makeOlder();
     }
     first_ = first;
   }
 
  private:
+  void makeOlder() {
+    older_.swap(newer_);
+    newer_.clear();
+    start_ = split_;
+    split_ = start_ + older_.size();
+  }
+
   std::vector<T> older_;  ///< from `start_` to `split_`
   std::vector<T> newer_;  ///< from there
   std::size_t start_ = 0;
