@@ -24,6 +24,8 @@ constexpr double kShortestCalendar = 5.0 / static_cast<double>(CalendarTime::kPe
 constexpr std::size_t kEnough = 3;
 /// Of the pixels between ticks, what minor ones need.
 constexpr double kMinorPart = 1.0 / 8;
+/// Pixels of an axis that are filled with ticks at most.
+constexpr double kLongest = 1e5;
 /// Parts into which minor ticks divide what lies between major ones: at most.
 constexpr std::size_t kMostParts = 10;
 constexpr std::size_t kMostCalendarParts = 31;
@@ -53,7 +55,9 @@ class Candidates {
       : scale_(scale),
         range_{scale.min, scale.max},
         format_(format),
-        most_(scale.length() / std::min(kMinorPart * room.pitch, room.gap) + 1) {
+        most_(std::min(scale.length(), kLongest) /
+                  std::max(std::min(kMinorPart * room.pitch, room.gap), 1.0) +
+              1) {
     if (scale.kind == AxisKind::kLog10) {
       addDecades(room);
     } else if (scale.kind == AxisKind::kDate && hasCalendar()) {

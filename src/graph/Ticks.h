@@ -25,8 +25,8 @@ struct Ticks {
   std::vector<double> major;
   std::vector<double> minor;        ///< between the major ones and beyond them
   std::vector<std::string> labels;  ///< of the major ones
-  std::vector<double>
-      labelPixels;     ///< where their middles are: at their ticks, or moved into the room
+  /// Where their middles are: at their ticks, or moved into the room.
+  std::vector<double> labelPixels;
   std::string offset;  ///< see TickLabels
 };
 

@@ -189,6 +189,16 @@ TEST(TicksTest, NoneWithoutRoomOrRange) {
   EXPECT_TRUE(chooseTicks(scale, room).minor.empty());
 }
 
+TEST(TicksTest, NeitherGapsNorLengthsMakeThemEndless) {
+  AxisScale scale = scaleOf(AxisKind::kLinear, 0, 1);
+  TickRoom room = roomOf(scale, false);
+  room.gap = room.pitch = 0;
+  EXPECT_GE(chooseTicks(scale, room).major.size(), 3U);
+  room = roomOf(scale, false);
+  scale.pixelTo = room.last = 1e300;
+  EXPECT_LE(chooseTicks(scale, room).major.size(), 100'001U);
+}
+
 TEST(TicksTest, LoneLabelsTellEverything) {
   const AxisScale scale = scaleOf(AxisKind::kLinear, 0, 2e9);
   const Ticks ticks = chooseLoneTicks(scale, roomOf(scale, false));
