@@ -7,10 +7,10 @@
 
 namespace zyn {
 
-/// Base of the scene objects that have no parameters: what they all answer in the same way. `Main`
-/// is the interface by which hosts know them, their boxes are those that modelBounds tells.
+/// Base of the scene objects that have no parameters: what they all answer in the same way. `Main`,
+/// a Dual, is the interface by which hosts know them, their boxes are those that modelBounds tells.
 template <class Object, class Main, class... More>
-class SceneObject : public ComClass<Object, Dual<Main>, IGLDraw, ISceneObject, More...> {
+class SceneObject : public ComClass<Object, Main, IGLDraw, ISceneObject, More...> {
  public:
   STDMETHODIMP GetBox2D(IDispatch** box) noexcept final {
     return automation(self(), [&] { return giveBox(box, makeBox2D); });

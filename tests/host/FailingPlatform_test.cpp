@@ -58,6 +58,13 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
     return label;
   });
   addMade(objects, [] {
+    const auto label = queryFor<IZYNGLTexte2>(makeText(L"\x394 \x4E2D e\x301").Get());
+    label->put_Unicode(VARIANT_TRUE);
+    label->put_Italique(VARIANT_TRUE);
+    label->put_Fond(VARIANT_TRUE);
+    return label;
+  });
+  addMade(objects, [] {
     const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
     sprite->putref_Picture(pictureOfBitmap24(makeQuarters(4, 4)).Get());
     return sprite;

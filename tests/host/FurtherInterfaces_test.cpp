@@ -1,4 +1,4 @@
-// The further interfaces of the views and bitmap contexts, beside the first ones on the same
+// The further interfaces of views, bitmap contexts and texts, beside the first ones on the same
 // objects: by their own identifiers, and by name.
 #include <map>
 #include <string>
@@ -15,6 +15,7 @@ struct FurtherInterface {
   std::string name;
   IID first;
   IID further;
+  const wchar_t* aSwitch = L"Silencieux";
 };
 
 class FurtherInterfacesTest : public HostTest,
@@ -80,8 +81,8 @@ TEST_P(FurtherInterfacesTest, MembersOfBothAreFoundByName) {
 
 TEST_P(FurtherInterfacesTest, AnyValueButZeroTurnsSwitchesOn) {
   for (const auto& [value, expected] : std::map<short, bool>{{1, true}, {0, false}, {-1, true}}) {
-    ASSERT_EQ(putProperty(object_.Get(), L"Silencieux", value).code(), S_OK);
-    EXPECT_EQ(static_cast<bool>(getProperty(object_.Get(), L"Silencieux").value), expected);
+    ASSERT_EQ(putProperty(object_.Get(), GetParam().aSwitch, value).code(), S_OK);
+    EXPECT_EQ(static_cast<bool>(getProperty(object_.Get(), GetParam().aSwitch).value), expected);
   }
 }
 
@@ -96,7 +97,9 @@ INSTANTIATE_TEST_SUITE_P(
                                      __uuidof(IZYN2DGLBitmapContext2)},
                     FurtherInterface{L"ZYNVue.ZYN3dGLBitmapContext", "IZYN3DGLBitmapContext2",
                                      __uuidof(IZYN3DGLBitmapContext),
-                                     __uuidof(IZYN3DGLBitmapContext2)}),
+                                     __uuidof(IZYN3DGLBitmapContext2)},
+                    FurtherInterface{L"ZYNVue.ZYNGLTexte", "IZYNGLTexte2", __uuidof(IZYNGLTexte),
+                                     __uuidof(IZYNGLTexte2), L"Unicode"}),
     [](const auto& tested) { return tested.param.name; });
 
 }  // namespace

@@ -81,6 +81,13 @@ const ContainerClass kContainers[] = {{"View3D", make<ViewContainer<View3DHost>>
 
 void PrintTo(const ContainerClass& chosen, std::ostream* out) { *out << chosen.name; }
 
+ComPtr<IDispatch> makeUnicodeText() {
+  const auto text = queryFor<IZYNGLTexte2>(makeText(L"a label \x394 \x4E2D on a box").Get());
+  require(text->put_Unicode(VARIANT_TRUE), "Unicode");
+  require(text->put_Fond(VARIANT_TRUE), "Fond");
+  return text;
+}
+
 ComPtr<IDispatch> makeScale() {
   const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
   require(scale->put_Titre(_bstr_t(L"a title too long for a short string")), "Titre");
@@ -110,6 +117,7 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
   require(plate->QueryInterface(IID_PPV_ARGS(&foreign)), "QueryInterface");
   return {makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed),
           makeText(L"a label too long for a short string"),
+          makeUnicodeText(),
           createObject<IDispatch>(kSpriteProgId),
           createObject<IDispatch>(kCoteProgId),
           createObject<IDispatch>(kCameraProgId),
@@ -380,7 +388,7 @@ TEST_F(OutOfMemoryTest, PaintingGoesOnAfterwards) {
   View2DHost graph({40, 40});
   for (const auto& object :
        {ComPtr<IDispatch>(makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed)),
-        ComPtr<IDispatch>(makeText(L"label")), makeScale(), makeGroup()}) {
+        ComPtr<IDispatch>(makeText(L"label")), makeUnicodeText(), makeScale(), makeGroup()}) {
     require(view->Add(object.Get(), 0), "Add");
     require(graph->Add(object.Get(), 0), "Add");
   }

@@ -80,7 +80,18 @@ class RecordedTexts : public HostTest {
   }
 };
 
-/// A label, a small number and the three dimensions, as a 2D view draws them.
+/// The label, in Unicode and on a box with a frame.
+ComPtr<IZYNGLTexte> withBox(IZYNGLTexte* label) {
+  const auto further = queryFor<IZYNGLTexte2>(label);
+  further->put_Unicode(VARIANT_TRUE);
+  further->setCouleurFond(0.5, 0.7, 1, 0.8);
+  further->put_Fond(VARIANT_TRUE);
+  further->put_Cadre(VARIANT_TRUE);
+  return further;
+}
+
+/// A label, a small number and the three dimensions, as a 2D view draws them; two of them with
+/// boxes too.
 std::vector<ComPtr<IZYNGLTexte>> makeLabels() {
   std::vector<ComPtr<IZYNGLTexte>> labels;
   for (const int type : {0, 1, 2, 3, 4}) {
@@ -94,22 +105,28 @@ std::vector<ComPtr<IZYNGLTexte>> makeLabels() {
   labels.back()->put_IsNumeric(VARIANT_TRUE);
   labels.back()->put_Value(-12.5);
   labels.back()->put_HauteurPixels(9);
+  for (const std::size_t like : {1, 4}) {
+    ComPtr<IDispatch> copy;
+    labels[like]->Copie(&copy);
+    labels.push_back(withBox(queryFor<IZYNGLTexte>(copy.Get()).Get()));
+  }
   return labels;
 }
 
 TEST_F(RecordedTexts, AListDrawsWhatTheLabelDraws) {
-  const auto label = makeText(L"Lp", 40);
-  label->setPosition(20, -10, 5, 1);
   for (const VARIANT_BOOL readable : {VARIANT_TRUE, VARIANT_FALSE}) {
-    label->put_ToujoursLisible(readable);
-    inView3D(label.Get(), [&](IGLDraw& drawn) {
-      glRotated(20, 0, 0, 1);
-      const Image expected = picture([&] { drawn.Draw3D(0); });
-      ASSERT_GT(inkOf(expected, kWhite), 100);
-      const GLuint list = record([&] { drawn.Draw3D(0); });
-      EXPECT_LT(meanDifference(picture([&] { glCallList(list); }), expected), 0.05);
-      glDeleteLists(list, 1);
-    });
+    for (const auto& label : {makeText(L"Lp", 40), withBox(makeText(L"L\x394", 40).Get())}) {
+      label->setPosition(20, -10, 5, 1);
+      label->put_ToujoursLisible(readable);
+      inView3D(label.Get(), [&](IGLDraw& drawn) {
+        glRotated(20, 0, 0, 1);
+        const Image expected = picture([&] { drawn.Draw3D(0); });
+        ASSERT_GT(inkOf(expected, kWhite), 100);
+        const GLuint list = record([&] { drawn.Draw3D(0); });
+        EXPECT_LT(meanDifference(picture([&] { glCallList(list); }), expected), 0.05);
+        glDeleteLists(list, 1);
+      });
+    }
   }
 }
 

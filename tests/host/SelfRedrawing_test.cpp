@@ -101,7 +101,17 @@ TYPED_TEST(SelfRedrawingOfBoth, FollowsTexts) {
                             {"HauteurPixels", [](const auto& o) { put(o, L"HauteurPixels", 30L); }},
                             {"Value", [](const auto& o) { put(o, L"Value", 1.5); }},
                             {"IsNumeric", [](const auto& o) { put(o, L"IsNumeric", true); }},
-                            {"TypeCotation", [](const auto& o) { put(o, L"TypeCotation", 1L); }}});
+                            {"TypeCotation", [](const auto& o) { put(o, L"TypeCotation", 1L); }},
+                            {"Unicode", [](const auto& o) { put(o, L"Unicode", true); }},
+                            {"Police", [](const auto& o) { put(o, L"Police", L"Tahoma"); }},
+                            {"Gras", [](const auto& o) { put(o, L"Gras", false); }},
+                            {"Italique", [](const auto& o) { put(o, L"Italique", true); }},
+                            {"Fond", [](const auto& o) { put(o, L"Fond", true); }},
+                            {"setCouleurFond",
+                             [](const auto& o) {
+                               call(o, L"setCouleurFond", {1.0, 0.0, 0.0, 1.0});
+                             }},
+                            {"Cadre", [](const auto& o) { put(o, L"Cadre", true); }}});
 }
 
 TYPED_TEST(SelfRedrawingOfBoth, FollowsSprites) {

@@ -32,7 +32,7 @@ void addKernel(Rules& rules) {
        "CreateFileMappingW MapViewOfFile GlobalAlloc GlobalLock FormatMessageW VirtualAlloc");
   fail(rules, 0, kAccessDenied,
        "GetProcAddress LoadLibraryExW GetModuleFileNameW "
-       "GetCurrentActCtx WideCharToMultiByte");
+       "GetCurrentActCtx WideCharToMultiByte FoldStringW");
   fail(rules, kMinusOne, kAccessDenied, "CreateFileW");
   fail(rules, 0, kAccessDenied, "GetFileSizeEx GetFileType ReadFile");
   fail(rules, 0, kDiskFull, "WriteFile SetFilePointerEx MoveFileExW");
@@ -89,9 +89,12 @@ void addGraphics(Rules& rules) {
   fail(rules, 0, kNoSystemResources,
        "ChoosePixelFormat CloseEnhMetaFile CloseMetaFile CreateCompatibleDC CreateDIBSection "
        "CreateEnhMetaFileW CreateFontIndirectW CreateMetaFileW "
-       "DescribePixelFormat GetDeviceCaps GetObjectType GetOutlineTextMetricsW LPtoDP SelectObject "
+       "DescribePixelFormat EnumFontFamiliesExW GetDeviceCaps GetObjectType "
+       "GetOutlineTextMetricsW GetTextMetricsW LPtoDP SelectObject "
        "SetDIBitsToDevice SetPixelFormat StretchDIBits SwapBuffers");
-  fail(rules, kGdiError, kNoSystemResources, "GetGlyphOutlineA");
+  fail(rules, kGdiError, kNoSystemResources, "GetFontData GetGlyphOutlineA GetGlyphOutlineW");
+  leave(rules, "asked only where the system lays out no text; that is missing then",
+        "GetGlyphIndicesW");
   fail(rules, 0, kNotEnoughMemory,
        "gluNewTess glGenLists glGetString wglCreateContext wglMakeCurrent wglGetProcAddress");
   leave(rules, "gives something back",

@@ -153,6 +153,17 @@ PublishedMembers text() {
       .method(24, "Copie() -> IDispatch* TxtCpy");
 }
 
+PublishedMembers furtherOfText() {
+  return PublishedMembers("IZYNGLTexte2", 13)
+      .getput(100, "Unicode", "VARIANT_BOOL")
+      .getput(101, "Police", "BSTR")
+      .getput(102, "Gras", "VARIANT_BOOL")
+      .getput(103, "Italique", "VARIANT_BOOL")
+      .getput(104, "Fond", "VARIANT_BOOL")
+      .method(105, "setCouleurFond(double r, double g, double b, double alpha)")
+      .getput(106, "Cadre", "VARIANT_BOOL");
+}
+
 PublishedMembers sprite() {
   return PublishedMembers("IZYNGLBitmap", 13)
       .get(1, "Picture", "IDispatch*")
@@ -523,6 +534,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           furtherOfView("IZYNVue2D2", 10),
           furtherOfContext("IZYN2DGLBitmapContext2", 8),
           furtherOfContext3D(),
+          furtherOfText(),
           events3D(),
           events2D(),
           furtherEventsFired()};

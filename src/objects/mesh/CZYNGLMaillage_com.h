@@ -15,8 +15,9 @@ namespace zyn {
 
 /// A whole part as one object: points and faces, how they are coloured and drawn, and what can be
 /// asked of them.
-class CZYNGLMaillage final : public SceneObject<CZYNGLMaillage, IZYNGLMaillage, IProgressSource>,
-                             private ScaleUser {
+class CZYNGLMaillage final
+    : public SceneObject<CZYNGLMaillage, Dual<IZYNGLMaillage>, IProgressSource>,
+      private ScaleUser {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLMaillage";
 

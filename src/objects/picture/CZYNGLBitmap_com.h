@@ -9,7 +9,7 @@
 namespace zyn {
 
 /// A picture shown at a model position in its natural size, whatever the zoom.
-class CZYNGLBitmap final : public SceneObject<CZYNGLBitmap, IZYNGLBitmap, ITextView> {
+class CZYNGLBitmap final : public SceneObject<CZYNGLBitmap, Dual<IZYNGLBitmap>, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLBitmap";
 

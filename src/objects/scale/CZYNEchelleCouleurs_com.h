@@ -13,7 +13,7 @@ namespace zyn {
 /// A colour scale: tells the colours of values, for meshes and for hosts, and draws itself as a
 /// bar in the picture, where it is in a list.
 class CZYNEchelleCouleurs final
-    : public SceneObject<CZYNEchelleCouleurs, IZYNEchelleCouleurs, ITextView, IScaleObject>,
+    : public SceneObject<CZYNEchelleCouleurs, Dual<IZYNEchelleCouleurs>, ITextView, IScaleObject>,
       private ScaleUser {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNEchelleCouleurs";

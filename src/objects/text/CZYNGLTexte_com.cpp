@@ -2,12 +2,14 @@
 
 #include <new>
 
+#include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
 #include "contract/CompanionObjects_com.h"
 #include "glcontext/StateQuery_gl.h"
 #include "objects/text/ContextFonts_win.h"
 #include "objects/text/TextFont_win.h"
+#include "objects/text/TextShaper_win.h"
 
 namespace zyn {
 
@@ -67,7 +69,7 @@ STDMETHODIMP CZYNGLTexte::put_Texte(BSTR newVal) noexcept {
     }
     label_.text = text ? narrowText(*text) : std::string();
     text_ = std::move(text);
-    extent_.forget();
+    forgetGlyphs();
   });
 }
 
@@ -166,7 +168,7 @@ STDMETHODIMP CZYNGLTexte::get_Value(double* pVal) noexcept {
 STDMETHODIMP CZYNGLTexte::put_Value(double newVal) noexcept {
   return changeLook([&] {
     label_.value = newVal;
-    extent_.forget();
+    forgetGlyphs();
   });
 }
 
@@ -177,7 +179,7 @@ STDMETHODIMP CZYNGLTexte::get_IsNumeric(VARIANT_BOOL* pVal) noexcept {
 STDMETHODIMP CZYNGLTexte::put_IsNumeric(VARIANT_BOOL newVal) noexcept {
   return changeLook([&] {
     label_.isNumeric = isExactlyTrue(newVal);
-    extent_.forget();
+    forgetGlyphs();
   });
 }
 
@@ -187,6 +189,7 @@ STDMETHODIMP CZYNGLTexte::GetPixelRect(IDispatch** retour) noexcept {
       return E_POINTER;
     }
     *retour = nullptr;
+    shape();
     const TextBox box = label_.pixelBox(*textFontMetrics());
     *retour = makeRectangle(box.left, box.right, box.bottom, box.top).Detach();
     return S_OK;
@@ -212,9 +215,95 @@ STDMETHODIMP CZYNGLTexte::Copie(IDispatch** TxtCpy) noexcept {
     const auto copy = makeObject<CZYNGLTexte>();
     copy->label_ = label_;
     copy->text_ = text_;
+    copy->face_ = face_;
+    copy->isUnicode_ = isUnicode_;
+    copy->isShaped_ = isShaped_;
     copy->priority_ = priority_;
     return copy.CopyTo(TxtCpy);
   });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Unicode(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, isUnicode_); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Unicode(VARIANT_BOOL newVal) noexcept {
+  return changeLook([&] {
+    isUnicode_ = isOn(newVal);
+    forgetGlyphs();
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Police(BSTR* pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    *pVal = SysAllocStringLen(face_.family.data(), static_cast<UINT>(face_.family.size()));
+    return *pVal ? S_OK : E_OUTOFMEMORY;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Police(BSTR newVal) noexcept {
+  return changeLook([&] {
+    FontFace face = face_;
+    face.family = newVal ? std::wstring(newVal, SysStringLen(newVal)) : std::wstring();
+    if (face.family.size() >= LF_FACESIZE) {
+      throw badArgument(L"Police", L"a font's name has at most " +
+                                       std::to_wstring(LF_FACESIZE - 1) + L" characters, not " +
+                                       std::to_wstring(face.family.size()));
+    }
+    if (face.family.find(L'\0') != std::wstring::npos) {
+      throw badArgument(L"Police", L"there is a null character in it");
+    }
+    if (face.family.empty()) {
+      face.family = FontFace{}.family;
+    }
+    setFace(face);
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Gras(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, face_.bold); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Gras(VARIANT_BOOL newVal) noexcept {
+  return changeLook([&] { setFace({face_.family, isOn(newVal), face_.italic}); });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Italique(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, face_.italic); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Italique(VARIANT_BOOL newVal) noexcept {
+  return changeLook([&] { setFace({face_.family, face_.bold, isOn(newVal)}); });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Fond(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.background.isFilled); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Fond(VARIANT_BOOL newVal) noexcept {
+  return changeLook([&] { label_.background.isFilled = isOn(newVal); });
+}
+
+STDMETHODIMP CZYNGLTexte::setCouleurFond(double r, double g, double b, double alpha) noexcept {
+  return changeLook([&] {
+    TextBackground background = label_.background;
+    background.r = inRange(L"r", r, 0, 1);
+    background.g = inRange(L"g", g, 0, 1);
+    background.b = inRange(L"b", b, 0, 1);
+    background.alpha = inRange(L"alpha", alpha, 0, 1);
+    label_.background = background;
+  });
+}
+
+STDMETHODIMP CZYNGLTexte::get_Cadre(VARIANT_BOOL* pVal) noexcept {
+  return automation(*this, [&] { return giveFlag(pVal, label_.background.isFramed); });
+}
+
+STDMETHODIMP CZYNGLTexte::put_Cadre(VARIANT_BOOL newVal) noexcept {
+  return changeLook([&] { label_.background.isFramed = isOn(newVal); });
 }
 
 STDMETHODIMP CZYNGLTexte::Draw3D(int mode) noexcept {
@@ -228,6 +317,7 @@ STDMETHODIMP CZYNGLTexte::Draw2D(int mode) noexcept {
 HRESULT STDMETHODCALLTYPE CZYNGLTexte::draw(const DrawPass& pass) noexcept {
   return automation(*this, [&] {
     if (const auto fonts = fontsToDrawWith(view_)) {
+      shape();
       LabelView view = viewOf(pass.mode);
       view.opacity = pass.opacity;
       view.axes = pass.axes;
@@ -252,10 +342,36 @@ bool STDMETHODCALLTYPE CZYNGLTexte::mayBePicked(const PickQuery& query) noexcept
     return true;
   }
   try {
+    shape();
     return mayPickLabel(label_, extent_, viewOf(query.mode), query);
   } catch (const std::bad_alloc&) {
     return true;
   }
+}
+
+void CZYNGLTexte::forgetGlyphs() {
+  label_.shaped.reset();
+  isShaped_ = false;
+  extent_.forget();
+}
+
+void CZYNGLTexte::setFace(const FontFace& face) {
+  face_ = face;
+  forgetGlyphs();
+}
+
+/// Lays the text out if that is to be done: all of its characters, or a font that the rendering
+/// contexts have no glyphs of.
+void CZYNGLTexte::shape() {
+  const bool isWide = isUnicode_ && !label_.isNumeric;
+  if (isShaped_ || (!isWide && face_ == FontFace{})) {
+    return;
+  }
+  bool isWhole = true;
+  label_.shaped = shapeText(isWide ? text_.value_or(std::wstring()) : wideText(label_.shownText()),
+                            face_, isWhole);
+  isShaped_ = isWhole;
+  extent_.forget();
 }
 
 LabelView CZYNGLTexte::viewOf(int mode) {

@@ -8,6 +8,7 @@
 #include "ZYNVUE.h"
 #include "contract/SceneObject_com.h"
 #include "glcontext/ViewMeasures_gl.h"
+#include "objects/text/FontFace.h"
 #include "objects/text/LabelPainter_gl.h"
 #include "objects/text/TextLabel.h"
 
@@ -15,7 +16,8 @@ namespace zyn {
 
 /// A text or a number at a model position, with a height in pixels; in a 2D view also a linear
 /// dimension.
-class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView> {
+class CZYNGLTexte final
+    : public SceneObject<CZYNGLTexte, Dual<IZYNGLTexte2, IZYNGLTexte>, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTexte";
 
@@ -56,6 +58,19 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
   STDMETHODIMP get_UseNumericSize(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_UseNumericSize(VARIANT_BOOL newVal) noexcept override;
   STDMETHODIMP Copie(IDispatch** TxtCpy) noexcept override;
+  STDMETHODIMP get_Unicode(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Unicode(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_Police(BSTR* pVal) noexcept override;
+  STDMETHODIMP put_Police(BSTR newVal) noexcept override;
+  STDMETHODIMP get_Gras(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Gras(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_Italique(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Italique(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP get_Fond(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Fond(VARIANT_BOOL newVal) noexcept override;
+  STDMETHODIMP setCouleurFond(double r, double g, double b, double alpha) noexcept override;
+  STDMETHODIMP get_Cadre(VARIANT_BOOL* pVal) noexcept override;
+  STDMETHODIMP put_Cadre(VARIANT_BOOL newVal) noexcept override;
 
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;
@@ -72,10 +87,16 @@ class CZYNGLTexte final : public SceneObject<CZYNGLTexte, IZYNGLTexte, ITextView
 
  private:
   LabelView viewOf(int mode);
+  void forgetGlyphs();
+  void setFace(const FontFace& face);
+  void shape();
 
   TextLabel label_;
   LabelExtent extent_;
   std::optional<std::wstring> text_;  ///< as the host gave it
+  FontFace face_;
+  bool isUnicode_ = false;
+  bool isShaped_ = false;  ///< the label has all of the glyphs that it is to have
   LONG priority_ = 1;
   TextView view_;
   ShownView drawn_;  ///< by the view of the last picture

@@ -4,27 +4,15 @@
 #include <string_view>
 #include <vector>
 
-#include "core/PlanePoint.h"
 #include "glcontext/gl_api.h"
 #include "objects/text/FontMetrics.h"
+#include "objects/text/GlyphShape.h"
 
 namespace zyn {
-
-/// A closed line, joined from its last point to its first.
-using Contour = std::vector<PlanePoint>;
-
-/// A plane figure as triangles: three corners each, counterclockwise.
-using Triangles = std::vector<PlanePoint>;
 
 /// Fills what the contours wind around, however they cross: holes are contours that turn the other
 /// way. Needs no rendering context. Throws std::bad_alloc.
 Triangles tessellate(const std::vector<Contour>& contours);
-
-/// The shape of a character, in em heights from the start of the baseline.
-struct GlyphShape {
-  std::vector<Contour> contours;
-  Triangles filled;
-};
 
 /// The shapes of a font's characters, by the byte that stands for them.
 using GlyphShapes = std::array<GlyphShape, 256>;

@@ -55,30 +55,73 @@ bool startAt(const Point& origin, ModelView space) {
 void drawBoxForSelection(const TextLabel& label, const TextBox& box, const TextPlacement& placement,
                          const ModelView& space) {
   const SelectionNames names(label.typeSelection, label.nomSelection, label.pushTypeSelection);
-  drawTextBox(box, placement, space);
+  drawTextBox(label.surround(box), placement, space);
+}
+
+/// Behind a text with this box, of which an em height is `em` pixels. It lies in the plane of the
+/// text, which is to be seen on it, and so leaves the depth to be set afterwards.
+void drawBackground(const TextLabel& label, const TextBox& box, const TextPlacement& placement,
+                    double em, const LabelView& view, const ModelView& space) {
+  const TextBackground& background = label.background;
+  if (!label.hasBackground(box)) {
+    return;
+  }
+  const PushedAttributes depth(GL_DEPTH_BUFFER_BIT);
+  glDepthMask(GL_FALSE);
+  const TextBox whole = label.surround(box);
+  if (background.isFilled) {
+    const UnlitColour colour(background.r, background.g, background.b,
+                             view.opacity * background.alpha);
+    drawTextBox(whole, placement, space);
+  }
+  if (background.isFramed) {
+    drawTextFrame(whole, placement, view.pixelScale, view.pixelScale / em, space);
+  }
+}
+
+/// So that what is drawn later and lies behind a background does not cover it.
+void setDepthOfBackground(const TextLabel& label, const TextBox& box,
+                          const TextPlacement& placement, const ModelView& space) {
+  if (label.background.isFilled && label.hasBackground(box) && !label.alwaysReadable) {
+    const PushedAttributes colours(GL_COLOR_BUFFER_BIT);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    drawTextBox(label.surround(box), placement, space);
+  }
 }
 
 void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const TextPlace& place,
                      const LabelView& view, int mode) {
-  const std::string text = label.shownText();
-  const TextBox box = measureText(fonts.metrics(), text, label.line(fonts.metrics()));
-  const TextPlacement placement{place.position, anchorOf(box, label.reference),
-                                place.pixel * label.emHeight(box), label.alwaysReadable, view.axes};
+  const std::string text = label.shaped ? std::string() : label.shownText();
+  const TextLine& line = label.line(fonts.metrics());
+  const TextBox box =
+      label.shaped ? label.shaped->box(line) : measureText(fonts.metrics(), text, line);
+  const double em = label.emHeight(box);
+  const TextPlacement placement{place.position, anchorOf(box, label.reference), place.pixel * em,
+                                label.alwaysReadable, view.axes};
   if (mode < 0) {
     drawBoxForSelection(label, box, placement, place.space);
-  } else {
-    drawText(fonts, text, placement, kGlyphLineWidth * view.pixelScale, place.space);
+    return;
   }
+  drawBackground(label, box, placement, view.pixelScale * em, view, place.space);
+  const double lineWidth = kGlyphLineWidth * view.pixelScale;
+  if (label.shaped) {
+    drawShapedText(fonts, *label.shaped, placement, lineWidth, place.space);
+  } else {
+    drawText(fonts, text, placement, lineWidth, place.space);
+  }
+  setDepthOfBackground(label, box, placement, place.space);
 }
 
 void drawDigits(const TextLabel& label, CGLFontContext& fonts, int size, const TextPlace& place,
-                int mode) {
+                const LabelView& view, int mode) {
   const TextBox box = label.digitBox(size);
   const PlanePoint anchor = anchorOf(box, label.reference);
+  const TextPlacement placement{place.position, anchor, place.pixel, true};
   if (mode < 0) {
-    drawBoxForSelection(label, box, {place.position, anchor, place.pixel, true}, place.space);
+    drawBoxForSelection(label, box, placement, place.space);
     return;
   }
+  drawBackground(label, box, placement, 1, view, place.space);
   if (!isRecording()) {
     fonts.buildDigits();
   }
@@ -187,7 +230,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   position.x = label.position.x * plane.scale.x;
   position.y = label.position.y * plane.scale.y;
   if (const int size = label.digitSize(view.pixelScale)) {
-    drawDigits(label, fonts, size, {plane.matrix, position, screenPixel}, mode);
+    drawDigits(label, fonts, size, {plane.matrix, position, screenPixel}, view, mode);
   } else {
     drawOutlineText(label, fonts, {plane.matrix, position, pixel}, view, mode);
   }
@@ -209,8 +252,9 @@ LabelRectangle rectangleOf(const TextLabel& label, LabelExtent& extent, const La
   const double scale =
       digitSize != 0 ? screenPixel : screenPixel * view.pixelScale * label.emHeight(box);
   const PlanePoint anchor = anchorOf(box, label.reference);
-  return {{scale * (box.left - anchor.x), scale * (box.right - anchor.x),
-           scale * (box.bottom - anchor.y), scale * (box.top - anchor.y)},
+  const TextBox whole = label.surround(box);
+  return {{scale * (whole.left - anchor.x), scale * (whole.right - anchor.x),
+           scale * (whole.bottom - anchor.y), scale * (whole.top - anchor.y)},
           label.alwaysReadable || digitSize != 0};
 }
 

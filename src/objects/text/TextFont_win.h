@@ -13,6 +13,9 @@ namespace zyn {
 /// of fonts are numbered; up to its first null character.
 std::string narrowText(std::wstring_view text);
 
+/// A text in the system's ANSI code page, as it reads.
+std::wstring wideText(std::string_view text);
+
 /// The measures of the glyphs of the font that all text is drawn with, as rendering contexts have
 /// them, without a rendering context; all 0 where the system has no such font.
 std::shared_ptr<const FontMetrics> textFontMetrics();

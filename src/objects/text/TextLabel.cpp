@@ -8,6 +8,10 @@ namespace zyn {
 
 namespace {
 
+/// Room between a text and the edge of its background, heights of its line.
+constexpr double kRoomBeside = 0.2;
+constexpr double kRoomAbove = 0.1;
+
 /// How far a side may lie past a whole pixel by rounding.
 constexpr double kRounding = 1e-9;
 
@@ -20,11 +24,23 @@ double upToPixel(double value) { return std::ceil(value - kRounding) + 0.0; }
 std::string TextLabel::shownText() const { return isNumeric ? numberText(value) : text; }
 
 const TextLine& TextLabel::line(const FontMetrics& metrics) const {
+  if (shaped) {
+    return numericSize ? shaped->digits : shaped->text;
+  }
   return numericSize ? metrics.digits : metrics.text;
 }
 
 TextBox TextLabel::box(const FontMetrics& metrics) const {
-  return measureText(metrics, shownText(), line(metrics));
+  return shaped ? shaped->box(line(metrics)) : measureText(metrics, shownText(), line(metrics));
+}
+
+TextBox TextLabel::surround(const TextBox& box) const {
+  if (!hasBackground(box)) {
+    return box;
+  }
+  const double beside = kRoomBeside * box.height();
+  const double above = kRoomAbove * box.height();
+  return {box.left - beside, box.right + beside, box.bottom - above, box.top + above};
 }
 
 double TextLabel::emHeight(const TextBox& box) const {
@@ -32,7 +48,7 @@ double TextLabel::emHeight(const TextBox& box) const {
 }
 
 int TextLabel::digitSize(double pixelScale) const {
-  if (!isNumeric || !std::isfinite(value)) {
+  if (!isNumeric || shaped || !std::isfinite(value)) {
     return 0;
   }
   const double pixels = std::round(height * pixelScale);
@@ -48,9 +64,10 @@ TextBox TextLabel::digitBox(int size) const {
 }
 
 TextBox TextLabel::pixelBox(const FontMetrics& metrics) const {
-  const TextBox whole = box(metrics);
-  const PlanePoint anchor = anchorOf(whole, reference);
-  const double em = emHeight(whole);
+  const TextBox inner = box(metrics);
+  const TextBox whole = surround(inner);
+  const PlanePoint anchor = anchorOf(inner, reference);
+  const double em = emHeight(inner);
   return {downToPixel((whole.left - anchor.x) * em), upToPixel((whole.right - anchor.x) * em),
           downToPixel((whole.bottom - anchor.y) * em), upToPixel((whole.top - anchor.y) * em)};
 }

@@ -46,6 +46,49 @@ void callLists(GLuint base, std::string_view text) {
   glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
 }
 
+/// Draws something in the plane of a text, if any of it can be seen.
+template <class Body>
+void drawInPlane(const TextPlacement& placement, const ModelView& space, const Body& body) {
+  const auto plane = planeOf(placement, space);
+  if (!plane) {
+    return;
+  }
+  const PlaneState state(placement.axes);
+  const PushedMatrix modelView(GL_MODELVIEW);
+  plane->load();
+  body();
+}
+
+void smoothLines(double width) {
+  glEnable(GL_LINE_SMOOTH);
+  glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
+  glLineWidth(static_cast<GLfloat>(width));
+}
+
+void drawAt(const PlanePoint& at, const std::vector<PlanePoint>& points) {
+  for (const PlanePoint& point : points) {
+    glVertex2d(at.x + point.x, at.y + point.y);
+  }
+}
+
+void drawFilled(const ShapedText& text) {
+  glBegin(GL_TRIANGLES);
+  for (const PlacedGlyph& glyph : text.glyphs) {
+    drawAt(glyph.at, glyph.shape->filled);
+  }
+  glEnd();
+}
+
+void drawOutlines(const ShapedText& text) {
+  for (const PlacedGlyph& glyph : text.glyphs) {
+    for (const Contour& contour : glyph.shape->contours) {
+      glBegin(GL_LINE_LOOP);
+      drawAt(glyph.at, contour);
+      glEnd();
+    }
+  }
+}
+
 }  // namespace
 
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
@@ -61,9 +104,7 @@ void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineW
   if (!isOutlined && (isFilled || !shapes)) {
     return;
   }
-  glEnable(GL_LINE_SMOOTH);
-  glHint(GL_LINE_SMOOTH_HINT, GL_DONT_CARE);
-  glLineWidth(static_cast<GLfloat>(lineWidth));
+  smoothLines(lineWidth);
   if (shapes) {
     drawGlyphOutlines(*shapes, fonts.metrics(), text);
   } else {
@@ -73,30 +114,55 @@ void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineW
 
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
               double lineWidth, const ModelView& space) {
-  const auto plane = planeOf(placement, space);
-  if (text.empty() || !plane) {
-    return;
+  if (!text.empty()) {
+    drawInPlane(placement, space, [&] { drawGlyphs(fonts, text, lineWidth); });
   }
-  const PlaneState state(placement.axes);
-  const PushedMatrix modelView(GL_MODELVIEW);
-  plane->load();
-  drawGlyphs(fonts, text, lineWidth);
+}
+
+void drawShapedText(const CGLFontContext& fonts, const ShapedText& text,
+                    const TextPlacement& placement, double lineWidth, const ModelView& space) {
+  drawInPlane(placement, space, [&] {
+    const PushedAttributes attributes(kTouchedState);
+    drawFilled(text);
+    if (fonts.outlineLists() != 0) {
+      smoothLines(lineWidth);
+      drawOutlines(text);
+    }
+  });
 }
 
 void drawTextBox(const TextBox& box, const TextPlacement& placement, const ModelView& space) {
-  const auto plane = planeOf(placement, space);
-  if (!plane) {
-    return;
-  }
-  const PlaneState state(placement.axes);
-  const PushedMatrix modelView(GL_MODELVIEW);
-  plane->load();
-  glBegin(GL_POLYGON);
-  glVertex2d(box.left, box.bottom);
-  glVertex2d(box.right, box.bottom);
-  glVertex2d(box.right, box.top);
-  glVertex2d(box.left, box.top);
-  glEnd();
+  drawInPlane(placement, space, [&] {
+    glBegin(GL_POLYGON);
+    glVertex2d(box.left, box.bottom);
+    glVertex2d(box.right, box.bottom);
+    glVertex2d(box.right, box.top);
+    glVertex2d(box.left, box.top);
+    glEnd();
+  });
+}
+
+// Lines, since polygons that are as thin as a pixel may fall between two. They are as much longer
+// as they are thick, so that no corner is missing.
+void drawTextFrame(const TextBox& box, const TextPlacement& placement, double lineWidth,
+                   double thickness, const ModelView& space) {
+  drawInPlane(placement, space, [&] {
+    const PushedAttributes attributes(kTouchedState);
+    glDisable(GL_LINE_SMOOTH);
+    glDisable(GL_LINE_STIPPLE);
+    glLineWidth(static_cast<GLfloat>(lineWidth));
+    const double more = thickness / 2;
+    glBegin(GL_LINES);
+    for (const double y : {box.bottom, box.top}) {
+      glVertex2d(box.left - more, y);
+      glVertex2d(box.right + more, y);
+    }
+    for (const double x : {box.left, box.right}) {
+      glVertex2d(x, box.bottom - more);
+      glVertex2d(x, box.top + more);
+    }
+    glEnd();
+  });
 }
 
 }  // namespace zyn

@@ -8,6 +8,7 @@
 #include "glcontext/ModelView_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/FontMetrics.h"
+#include "objects/text/ShapedText.h"
 
 namespace zyn {
 
@@ -32,7 +33,16 @@ void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineW
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
               double lineWidth = 0.1, const ModelView& space = {});
 
-/// Draws the box of a text (em heights) as one polygon, for selection passes.
+/// The same for a text that has been laid out; its glyphs' outlines are drawn too where the fonts
+/// of the context have these.
+void drawShapedText(const CGLFontContext& fonts, const ShapedText& text,
+                    const TextPlacement& placement, double lineWidth, const ModelView& space);
+
+/// Draws the box of a text (em heights) as one polygon.
 void drawTextBox(const TextBox& box, const TextPlacement& placement, const ModelView& space = {});
+
+/// Draws lines `lineWidth` pixels wide, and `thickness` em heights, around the box of a text.
+void drawTextFrame(const TextBox& box, const TextPlacement& placement, double lineWidth,
+                   double thickness, const ModelView& space);
 
 }  // namespace zyn

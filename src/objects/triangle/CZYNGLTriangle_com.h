@@ -13,7 +13,7 @@ namespace zyn {
 
 /// One triangle with a normal at each vertex and a colour or a material: the brick of a host's
 /// meshes.
-class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, IZYNGLTriangle>,
+class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, Dual<IZYNGLTriangle>>,
                              public Pooled<CZYNGLTriangle> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
