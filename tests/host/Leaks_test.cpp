@@ -112,6 +112,18 @@ ComPtr<IDispatch> makeText() {
   return text;
 }
 
+/// Another text each time, in one of more fonts than are kept.
+ComPtr<IDispatch> makeUnicodeText() {
+  static int count = 0;
+  const std::wstring number = std::to_wstring(++count % 40);
+  const auto text = createObject<IZYNGLTexte2>(kTextProgId);
+  text->put_Unicode(VARIANT_TRUE);
+  text->put_Texte(_bstr_t((L"\x394 \x4E2D \x5D0 " + number).c_str()));
+  text->put_Police(_bstr_t((L"Family " + number).c_str()));
+  text->put_Fond(VARIANT_TRUE);
+  return text;
+}
+
 ComPtr<IDispatch> makeSprite() {
   const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
   sprite->putref_Picture(pictureOfBitmap24(makeQuarters(4, 4)).Get());
@@ -175,9 +187,9 @@ TEST_P(SceneObjectLeaks, NothingStays) {
 INSTANTIATE_TEST_SUITE_P(
     All, SceneObjectLeaks,
     testing::Values(SceneClass{"Triangle", makeSomeTriangle}, SceneClass{"Texte", makeText},
-                    SceneClass{"Bitmap", makeSprite}, SceneClass{"Polyligne", makeTrace},
-                    SceneClass{"EchelleCouleurs", makeScale}, SceneClass{"Groupe", makeGroup},
-                    SceneClass{"Maillage", makeSomeMesh}),
+                    SceneClass{"UnicodeTexte", makeUnicodeText}, SceneClass{"Bitmap", makeSprite},
+                    SceneClass{"Polyligne", makeTrace}, SceneClass{"EchelleCouleurs", makeScale},
+                    SceneClass{"Groupe", makeGroup}, SceneClass{"Maillage", makeSomeMesh}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- classes that are not drawn by views ---------------------------------------------------------

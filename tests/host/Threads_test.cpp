@@ -7,6 +7,7 @@
 #include "support/ForeignObject_win.h"
 #include "support/LateBinding_win.h"
 #include "support/Scene_win.h"
+#include "support/Texts_win.h"
 
 namespace zyn::test {
 namespace {
@@ -52,6 +53,25 @@ TEST(ThreadsTest, ContextsAndTrianglesComeAndGoInSeveralApartments) {
     }
   });
   EXPECT_EQ(pictures, kThreads * kRounds);
+}
+
+TEST(ThreadsTest, TextsAreLaidOutBySeveralThreadsAtOnce) {
+  const auto laidOut = [](int number) {
+    const auto text = createObject<IZYNGLTexte2>(kTextProgId);
+    text->put_Unicode(VARIANT_TRUE);
+    text->put_Italique(number % 2 == 0 ? VARIANT_TRUE : VARIANT_FALSE);
+    text->put_Texte(_bstr_t((L"\x394 \x4E2D \x5D0 " + std::to_wstring(number)).c_str()));
+    return pixelRect(text.Get());
+  };
+  std::vector<Sides> expected;
+  {
+    const Apartment apartment;
+    for (int number = 0; number < 100; ++number) expected.push_back(laidOut(number));
+  }
+  inApartments(kThreads, [&](int) {
+    for (int number = 0; number < 100; ++number)
+      EXPECT_EQ(laidOut(number), expected.at(static_cast<std::size_t>(number)));
+  });
 }
 
 TEST(ThreadsTest, EveryFormatIsWrittenBySeveralThreadsAtOnce) {

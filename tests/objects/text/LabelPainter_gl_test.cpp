@@ -82,6 +82,18 @@ class LabelTest : public testing::Test {
     EXPECT_EQ(box.bottom - box.top + 1, height);
   }
 
+  /// Laid out beforehand: two glyphs half an em wide and high, upright triangles that fill half of
+  /// that, an em apart.
+  static std::shared_ptr<const ShapedText> twoTriangles() {
+    const Contour corners = {{0, 0}, {0.5, 0}, {0.5, 0.5}};
+    const auto shape = std::make_shared<const GlyphShape>(GlyphShape{{corners}, corners});
+    return std::make_shared<const ShapedText>(ShapedText{.glyphs = {{shape, {}}, {shape, {1, 0}}},
+                                                         .left = 0,
+                                                         .right = 1.5,
+                                                         .text = {-0.25, 1},
+                                                         .digits = {0, 0.5}});
+  }
+
   static bool isBlank(const Image& picture) { return picture.count({0, 0, 0}) == kWidth * kHeight; }
 
   test::EglContext context_{kWidth, kHeight};
@@ -141,6 +153,47 @@ TEST_F(PlainLabelTest, IsWhereItsPositionIs) {
   label_.position.z = 1e6;
   EXPECT_TRUE(isBlank(draw3D())) << "behind the eye";
   expectRed(draw2D(), 10, -30, 15, 20);
+}
+
+TEST_F(PlainLabelTest, DrawsWhatIsLaidOutInPlaceOfItsText) {
+  label_.shaped = twoTriangles();
+  label_.reference = 1;
+  for (const Image& picture : {draw3D(), draw2D()}) {
+    expectRed(picture, 0, 0, 60, 20);  // 40 pixels an em
+    EXPECT_NEAR(picture.count(kRed), 2 * 200, 20);
+  }
+  label_.numericSize = false;  // 16 pixels an em, of which a quarter is below
+  expectRed(draw3D(), 0, 4, 24, 8);
+  label_.isNumeric = true;
+  label_.height = 10;
+  label_.numericSize = true;
+  expectRed(draw2D(), 0, 0, 30, 10);
+}
+
+TEST_F(PlainLabelTest, ItsBackgroundIsBehindItAndAFifthWider) {
+  label_.text = "M";
+  label_.background = {.isFilled = true, .r = 0, .g = 0, .b = 1};
+  label_.reference = 9;
+  const int left = kWidth / 2 - 8 - 4;
+  const int top = kHeight / 2 - 10 - 2;
+  for (const Image& picture : {draw3D(), draw2D()}) {
+    const PixelBox box = boxOf(picture, {0, 0, 255});
+    EXPECT_NEAR(box.left, left, 1);
+    EXPECT_NEAR(box.right - box.left + 1, 15 + 8, 1);
+    EXPECT_EQ(box.top, top);
+    EXPECT_EQ(box.bottom - box.top + 1, 24);
+    EXPECT_NEAR(picture.count(kRed), 15 * 20, 20);
+  }
+}
+
+TEST_F(PlainLabelTest, ItsFrameIsAPixelWideInItsColour) {
+  label_.background = {.isFramed = true};
+  label_.reference = 9;
+  for (const double scale : {1.0, 3.0}) {
+    view_.pixelScale = scale;
+    const double frame = 2 * scale * (23 * scale + 24 * scale);
+    EXPECT_NEAR(draw3D().count(kRed), 15 * 20 * scale * scale + frame, 0.05 * frame + 20 * scale);
+  }
 }
 
 TEST_F(PlainLabelTest, ShowsItsValue) {
@@ -645,6 +698,14 @@ TEST_F(LabelPickTest, ADigitNumberIsHitWithinItsBox) {
   expectHits(Space::k2D, -6.5, 0, 6.5, 11);
 }
 
+TEST_F(LabelPickTest, ABackgroundIsHitToo) {
+  label_.background.isFramed = true;
+  label_.reference = 1;
+  expectHits(-4, -2, 35 + 4, 22);
+  label_.background = {.isFilled = true};
+  expectHits(-4, -2, 35 + 4, 22);
+}
+
 TEST_F(LabelPickTest, ADimensionIsHitAtItsText) {
   label_.dimension = {.type = 2, .first = {-40, -30}, .second = {40, -30}, .offset = 20};
   // The dimension line at -10, the text 15 above it.
@@ -695,7 +756,7 @@ class LabelStateTest : public LabelTest, public testing::WithParamInterface<Surr
 
   /// Every way to draw a label.
   std::vector<TextLabel> labels() const {
-    std::vector<TextLabel> all(7, label_);  // the first is a plain one
+    std::vector<TextLabel> all(10, label_);  // the first is a plain one
     all[1].position.x = Limits::quiet_NaN();
     all[2].height = 0;
     all[3].alpha = 0.5;
@@ -703,6 +764,11 @@ class LabelStateTest : public LabelTest, public testing::WithParamInterface<Surr
     all[4].height = 7;
     all[5].dimension = {.type = 1, .first = {-10, 0}, .second = {10, 3}, .offset = 5};
     all[6].dimension = {.type = 3, .first = {-10, 0}, .second = {10, 3}, .offset = 5};
+    all[7].background = {.isFilled = true, .isFramed = true};
+    all[8].shaped = twoTriangles();
+    all[8].background = {.isFilled = true};
+    all[9] = all[4];
+    all[9].background = {.isFilled = true, .isFramed = true};
     return all;
   }
 };

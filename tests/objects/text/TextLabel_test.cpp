@@ -50,6 +50,29 @@ TEST(TextLabel, PixelBoxAroundItsPosition) {
   expectPixels(label.pixelBox(metrics()), -4, 4, -10, 10);
 }
 
+TEST(TextLabel, WhatIsBehindItSurroundsIt) {
+  TextLabel label = labelOf("A");
+  label.reference = 1;
+  for (const bool filled : {true, false}) {
+    label.background = {.isFilled = filled, .isFramed = !filled};
+    expectPixels(label.pixelBox(metrics()), -4, 12, -2, 22);  // the text stays
+  }
+  label.text.clear();
+  EXPECT_FALSE(label.hasBackground(label.box(metrics())));
+  expectPixels(label.pixelBox(metrics()), 0, 0, 0, 20);
+}
+
+TEST(TextLabel, LaidOutItHasTheBoxAndTheLinesOfThat) {
+  TextLabel label = labelOf("A");
+  label.shaped = std::make_shared<const ShapedText>(
+      ShapedText{.glyphs = {}, .left = -0.5, .right = 2, .text = {-0.5, 1.5}, .digits = {0, 1}});
+  expectPixels(label.pixelBox(metrics()), -5, 20, -5, 15);
+  label.numericSize = true;
+  expectPixels(label.pixelBox(metrics()), -10, 40, 0, 20);
+  label.isNumeric = true;
+  EXPECT_EQ(label.digitSize(0.25), 0) << "no bitmaps in its place";
+}
+
 TEST(TextLabel, PixelBoxGoesOutToWholePixels) {
   TextLabel label = labelOf("A");
   label.height = 21;  // 16.8 an em: from 2.1 to 10.5 and from -4.2 to 16.8
