@@ -1462,6 +1462,145 @@ namespace ZYNVue.Interop {
     object Copie();
   }
 
+  /// <summary>Text label, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("DEB72F2E-6F4B-4782-B466-F3CD1B74C5FD"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNGLTexte2 {
+    /// <summary>Sets colour and opacity, 0..1 each (default: opaque black). Stored as given.</summary>
+    [DispId(2)]
+    void setColor(double r, double g, double b, double alpha);
+
+    /// <summary>Sets the position, model units, and the point of the text box put there: 1 bottom left, 2 bottom right, 3 top right, 4 top left, 5 bottom centre, 6 right middle, 7 top centre, 8 left middle, 9 centre, any other value the start of the baseline.</summary>
+    [DispId(3)]
+    void setPosition(double x, double y, double Z, int Reference);
+
+    /// <summary>Drawing priority, any value (default 1).</summary>
+    /// <value>Sets the drawing priority. Stored as given.</value>
+    [DispId(6)]
+    int Priorite { get; set; }
+
+    /// <summary>The text (default: none).</summary>
+    /// <value>Sets the text; null for none. Fails with E_OUTOFMEMORY only.</value>
+    [DispId(7)]
+    string Texte { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Height of the text line, pixels (default 20).</summary>
+    /// <value>Sets the height of the text line, pixels, above 0. Stored as given.</value>
+    [DispId(8)]
+    int HauteurPixels { get; set; }
+
+    /// <summary>Selection name (default 0); below 0 the text is not pickable.</summary>
+    /// <value>Sets the selection name; below 0 the text is not pickable.</value>
+    [DispId(9)]
+    int NomSelection { get; set; }
+
+    /// <summary>Second selection name, classifying the object for the host (default 0).</summary>
+    /// <value>Sets the second selection name, classifying the object for the host. Any value.</value>
+    [DispId(10)]
+    int TypeSelection { get; set; }
+
+    /// <summary>Whether TypeSelection precedes NomSelection in hits (default: no).</summary>
+    /// <value>Makes TypeSelection precede NomSelection in hits: on for VARIANT_TRUE only.</value>
+    [DispId(11)]
+    bool PushTypeSelection { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the text faces the viewer and ignores depth in a 3D view (default: yes).</summary>
+    /// <value>Makes the text face the viewer and ignore depth in a 3D view: on for VARIANT_TRUE only.</value>
+    [DispId(12)]
+    bool ToujoursLisible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Gives the position, model units, and the anchor code of setPosition.</summary>
+    [DispId(13)]
+    void getPosition(out double x, out double y, out double Z, out int Reference);
+
+    /// <summary>Sets the two points measured by the dimension, model units.</summary>
+    [DispId(14)]
+    void setPointsCotation(double X1, double Y1, double Z1, double X2, double Y2, double Z2);
+
+    /// <summary>Kind of dimension: 0 plain label (default), 1 along y, 2 along x, 3 aligned with the points.</summary>
+    /// <value>Sets the kind of dimension: 1 along y, 2 along x, 3 aligned with the points, any other value plain label.</value>
+    [DispId(15)]
+    int TypeCotation { get; set; }
+
+    /// <summary>Signed offset of the dimension line from the measured points, model units (default 0).</summary>
+    /// <value>Sets the signed offset of the dimension line from the measured points, model units. Any value.</value>
+    [DispId(16)]
+    double DecalageCotation { get; set; }
+
+    /// <summary>Distance of the text from the dimension line, pixels (default 15).</summary>
+    /// <value>Sets the distance of the text from the dimension line, pixels. Stored as given.</value>
+    [DispId(17)]
+    int DecalageTexteCotationPX { get; set; }
+
+    /// <summary>How far the extension lines run past the dimension line, pixels (default 5).</summary>
+    /// <value>Sets how far the extension lines run past the dimension line, pixels. Stored as given.</value>
+    [DispId(18)]
+    int AjoutCotationPX { get; set; }
+
+    /// <summary>Length of the arrows, pixels (default 15).</summary>
+    /// <value>Sets the length of the arrows, pixels. Stored as given.</value>
+    [DispId(19)]
+    int LongueurFlecheCotationPX { get; set; }
+
+    /// <summary>Number shown when IsNumeric is on (default 0).</summary>
+    /// <value>Sets the number shown when IsNumeric is on. Any value.</value>
+    [DispId(20)]
+    double Value { get; set; }
+
+    /// <summary>Whether Value is shown instead of Texte (default: no).</summary>
+    /// <value>Shows Value instead of Texte: on for VARIANT_TRUE only.</value>
+    [DispId(21)]
+    bool IsNumeric { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Rectangle around the text relative to its position on the screen, whole pixels, y upwards: a new object with IZYNRectangle.</summary>
+    [DispId(22)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object GetPixelRect();
+
+    /// <summary>Whether the height of the text line is that of digits only (default: no).</summary>
+    /// <value>Takes the height of digits only for the text line: on for VARIANT_TRUE only.</value>
+    [DispId(23)]
+    bool UseNumericSize { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Gives a new, independent text with every property copied. S_FALSE when TxtCpy is null.</summary>
+    [DispId(24)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Copie();
+
+    /// <summary>Whether all characters of Texte are drawn (default: no, those of the system's ANSI code page up to a null character).</summary>
+    /// <value>Draws all characters of Texte: 0 no, any other value yes. All scripts are laid out as they are written, from right to left too, on one line; line breaks are blanks. What the font lacks is drawn in another installed font that has it, and as the font's sign for missing characters where none has. Numbers (IsNumeric) stay as they are.</value>
+    [DispId(100)]
+    bool Unicode { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Family of the font (default Arial), as it was put.</summary>
+    /// <value>Sets the family of the font, at most 31 characters; null or empty for Arial. Where it is not installed, or has no outlines, the font is drawn that the system takes in its place.</value>
+    [DispId(101)]
+    string Police { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Whether the font is bold (default: yes).</summary>
+    /// <value>Makes the font bold: 0 no, any other value yes.</value>
+    [DispId(102)]
+    bool Gras { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether the font is italic (default: no).</summary>
+    /// <value>Makes the font italic: 0 no, any other value yes.</value>
+    [DispId(103)]
+    bool Italique { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether a box behind the text is filled (default: no).</summary>
+    /// <value>Fills a box behind the text with the colour of setCouleurFond: 0 no, any other value yes. The text stays in its place; the box is a tenth of the line's height higher at top and bottom, and a fifth wider at both sides, and can be picked. Nothing is filled behind an empty text.</value>
+    [DispId(104)]
+    bool Fond { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Sets the colour and opacity of the box behind the text, 0..1 each (default: opaque white).</summary>
+    [DispId(105)]
+    void setCouleurFond(double r, double g, double b, double alpha);
+
+    /// <summary>Whether a frame is drawn around that box (default: no).</summary>
+    /// <value>Draws a frame, one pixel wide, in the text's colour around the box, whether that is filled or not: 0 no, any other value yes.</value>
+    [DispId(106)]
+    bool Cadre { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+  }
+
   /// <summary>Picture shown at a model position in its natural size in pixels.</summary>
   [ComImport, Guid("C2DC65CE-9E8E-4D81-A201-98A6D8AD6CBC"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNGLBitmap {
