@@ -60,9 +60,17 @@ void add(const wchar_t* name, Objects& objects, const VARIANT& value) {
   objects.push_back(std::move(object));
 }
 
+/// Whether an array holds what the VARIANT around it says: what is taken out of it is copied as the
+/// array itself has it.
+bool holds(const SAFEARRAY& array, VARTYPE type) {
+  const int wanted = type == VT_VARIANT ? FADF_VARIANT : FADF_DISPATCH | FADF_UNKNOWN;
+  return (array.fFeatures & wanted) != 0;
+}
+
 Objects objectsOf(const wchar_t* name, SAFEARRAY* array, VARTYPE type) {
   const bool holdsObjects = type == VT_DISPATCH || type == VT_UNKNOWN;
-  if (!array || SafeArrayGetDim(array) != 1 || !(holdsObjects || type == VT_VARIANT)) {
+  if (!array || SafeArrayGetDim(array) != 1 || !(holdsObjects || type == VT_VARIANT) ||
+      !holds(*array, type)) {
     throw badArgument(name, L"an object or an array of objects with one dimension is wanted");
   }
   LONG first = 0;

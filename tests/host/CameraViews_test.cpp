@@ -143,6 +143,11 @@ TEST_F(CameraViews, BadArgumentsChangeNothingAndSayWhy) {
                 L"Objets: an object is none that can be drawn");
   expectRefused(callMethod(host.get(), L"ZoomObjets", {doubleArray({1, 2}), 0.0}),
                 L"Objets: an object or an array of objects with one dimension is wanted");
+  for (const int type : {VT_DISPATCH, VT_UNKNOWN, VT_VARIANT}) {
+    _variant_t misnamed = doubleArray({1, 2});
+    V_VT(&misnamed) = static_cast<VARTYPE>(VT_ARRAY | type);
+    EXPECT_EQ(view->ZoomObjets(misnamed, 0), E_INVALIDARG) << type;
+  }
   expectRefused(callMethod(host.get(), L"ZoomObjets", {variantArray({wrong, 5L}), 0.0}),
                 L"Objets: element 1 is no object");
   expectRefused(callMethod(host.get(), L"ZoomObjets", {variantArray({}), 0.0}),
