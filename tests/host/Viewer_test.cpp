@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
-#include <tuple>
 
 #include "support/ImageDecoder_win.h"
 #include "support/Program_win.h"
@@ -633,25 +631,6 @@ TEST_F(ViewerTest, opensInAnIsometricView) {
   std::string line;
   std::getline(file, line);
   EXPECT_NE(line.find("Cible=2 2 2 "), line.npos) << line;
-}
-
-TEST_F(ViewerTest, edgesAreSmoothAtFirst) {
-  const auto greys = [this](const std::wstring& script) {
-    const ProgramResult result =
-        viewer(L"corner.stl --size 320x240 --script gradient,trihedron,xy+," + script +
-               L"export-bmp,exit");
-    EXPECT_EQ(result.exitCode, 0u) << result.error;
-    const Image picture = decodeImageFile(folder_.file(L"corner.bmp")).image;
-    std::set<std::tuple<int, int, int>> colours;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) {
-        const auto [r, g, b] = picture.at(x, y);
-        colours.emplace(r, g, b);
-      }
-    }
-    return colours.size();
-  };
-  EXPECT_GE(greys(L""), greys(L"multisampling,"));
 }
 
 TEST_F(ViewerTest, pointsAreLargeEnoughToBeSeen) {
