@@ -90,7 +90,7 @@ stop() {
 
 # play_model: turns, picks, looks.
 play_model() {
-  start yz+,turn-left,turn-left,turn-up
+  start yz+,turn-left,turn-left,turn-up,zoom-all
   find_view
   at 2 2
   take opened

@@ -409,8 +409,13 @@ class RunningViewer {
     postToView(WM_LBUTTONUP, 0, 98, 98);
   }
 
-  /// Tells the view that the mouse has gone, as the system does.
+  /// Moves the mouse out of the window, and tells the view so as the system does, behind all that
+  /// the system still tells of the mouse being there.
   void leaveView() const {
+    RECT frame;
+    GetWindowRect(GetAncestor(viewWindow(), GA_ROOT), &frame);
+    SetCursorPos(frame.right + 50, frame.bottom + 50);
+    settle();
     PostMessageW(viewWindow(), WM_MOUSELEAVE, 0, 0);
     settle();
   }
