@@ -28,17 +28,61 @@ std::array<GLfloat, 3> FaceEmitter::positionOf(std::uint32_t point) const {
           setting_.isFlat ? 0 : static_cast<GLfloat>(xyz[2])};
 }
 
-void FaceEmitter::emitArrays(std::size_t begin, std::size_t end) {
-  firstOfPoint_.resize(mesh_.pointCount(), kNone);
+template <bool kHasNormals, bool kHasCoordinates>
+GLuint FaceEmitter::vertexOf(std::uint32_t corner) {
+  const std::uint32_t point = mesh_.corners[corner];
+  const std::array<float, 3> normal =
+      kHasNormals ? model_.normalAt(corner) : std::array<float, 3>{};
+  const Coordinate coordinate = kHasCoordinates ? coordinateOf(point) : Coordinate{};
+  const auto isAnother = [&](GLuint vertex) {
+    return (kHasNormals && arrays_.normals[vertex] != normal) ||
+           (kHasCoordinates && arrays_.coordinates[vertex] != coordinate);
+  };
+  GLuint vertex = firstOfPoint_[point];
+  while (vertex != kNone && isAnother(vertex)) {
+    vertex = nextOfPoint_[vertex];
+  }
+  if (vertex != kNone) {
+    return vertex;
+  }
+  vertex = static_cast<GLuint>(arrays_.positions.size());
+  nextOfPoint_.push_back(firstOfPoint_[point]);
+  points_.push_back(point);
+  firstOfPoint_[point] = vertex;
+  arrays_.positions.push_back(positionOf(point));
+  if constexpr (kHasNormals) {
+    arrays_.normals.push_back(normal);
+  }
+  if constexpr (kHasCoordinates) {
+    arrays_.coordinates.push_back(coordinate);
+  }
+  return vertex;
+}
+
+template <bool kHasNormals, bool kHasCoordinates>
+void FaceEmitter::collect(std::size_t begin, std::size_t end) {
   for (std::size_t face = begin; face < end; ++face) {
     if (isChosen(face)) {
       chooseRow(face);
       model_.triangles().forEach(mesh_, face, [&](const Corners& corners) {
         for (const std::uint32_t corner : corners) {
-          arrays_.indices.push_back(vertexOf(corner));
+          arrays_.indices.push_back(vertexOf<kHasNormals, kHasCoordinates>(corner));
         }
       });
     }
+  }
+}
+
+void FaceEmitter::emitArrays(std::size_t begin, std::size_t end) {
+  firstOfPoint_.resize(mesh_.pointCount(), kNone);
+  if (hasCoordinates() && setting_.isFlat) {
+    collect<false, true>(begin, end);
+  } else if (hasCoordinates()) {
+    collect<true, true>(begin, end);
+  } else if (setting_.isFlat) {
+    collect<false, false>(begin, end);
+  } else {
+    collect<true, false>(begin, end);
   }
   arrays_.draw(GL_TRIANGLES);
   for (const std::uint32_t point : points_) {
@@ -57,36 +101,6 @@ void FaceEmitter::chooseRow(std::size_t face) {
 
 FaceEmitter::Coordinate FaceEmitter::coordinateOf(std::uint32_t point) const {
   return setting_.scale->texels.coordinateOf(mesh_.values[point], row_);
-}
-
-GLuint FaceEmitter::vertexOf(std::uint32_t corner) {
-  const std::uint32_t point = mesh_.corners[corner];
-  const bool hasNormals = !setting_.isFlat;
-  const std::array<float, 3> normal = hasNormals ? model_.normalAt(corner) : std::array<float, 3>{};
-  const Coordinate coordinate = hasCoordinates() ? coordinateOf(point) : Coordinate{};
-  const auto isAnother = [&](GLuint vertex) {
-    return (hasNormals && arrays_.normals[vertex] != normal) ||
-           (hasCoordinates() && arrays_.coordinates[vertex] != coordinate);
-  };
-  GLuint vertex = firstOfPoint_[point];
-  while (vertex != kNone && isAnother(vertex)) {
-    vertex = nextOfPoint_[vertex];
-  }
-  if (vertex != kNone) {
-    return vertex;
-  }
-  vertex = static_cast<GLuint>(arrays_.positions.size());
-  nextOfPoint_.push_back(firstOfPoint_[point]);
-  points_.push_back(point);
-  firstOfPoint_[point] = vertex;
-  arrays_.positions.push_back(positionOf(point));
-  if (hasNormals) {
-    arrays_.normals.push_back(normal);
-  }
-  if (hasCoordinates()) {
-    arrays_.coordinates.push_back(coordinate);
-  }
-  return vertex;
 }
 
 void FaceEmitter::emitCalls(std::size_t begin, std::size_t end) {

@@ -57,6 +57,9 @@ class FaceEmitter {
 
   /// Surfaces in what is set: as arrays.
   void emitArrays(std::size_t begin, std::size_t end);
+  template <bool kHasNormals, bool kHasCoordinates>
+  void collect(std::size_t begin, std::size_t end);
+  template <bool kHasNormals, bool kHasCoordinates>
   GLuint vertexOf(std::uint32_t corner);
 
   /// Anything else.
