@@ -57,6 +57,7 @@ class FaceEmitter {
 
   /// Surfaces in what is set: as arrays.
   void emitArrays(std::size_t begin, std::size_t end);
+  /// What a vertex has is known when this is compiled: it takes most of a first frame.
   template <bool kHasNormals, bool kHasCoordinates>
   void collect(std::size_t begin, std::size_t end);
   template <bool kHasNormals, bool kHasCoordinates>
