@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "plot/Drawing.h"
+
+namespace zyn {
+
+/// Colours of a graph. As hosts number them: 0 light, 1 dark.
+enum class PlotThemeKind { kLight, kDark };
+
+struct PlotTheme {
+  DrawColour background;  ///< of the whole picture
+  DrawColour plot;        ///< of the plot area
+  DrawColour text;
+  DrawColour axis;
+  DrawColour grid;
+  DrawColour fineGrid;
+  DrawColour legend;                 ///< behind its entries
+  DrawColour hidden;                 ///< of entries whose series are hidden
+  std::array<DrawColour, 10> cycle;  ///< of series without a colour, told apart by anybody
+};
+
+const PlotTheme& themeOf(PlotThemeKind kind);
+
+}  // namespace zyn
