@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string>
 #include <utility>
+
+#include "core/FileExtension.h"
 
 namespace zyn {
 
@@ -15,23 +16,10 @@ constexpr std::pair<std::wstring_view, ImageFormat> kExtensions[] = {
     {L"tiff", ImageFormat::kTiff},
 };
 
-/// Without the dot; empty where the last part of the path has none.
-std::wstring_view extensionOf(std::wstring_view fileName) {
-  const auto end = fileName.find_last_of(L".\\/:");
-  const bool isDot = end != std::wstring_view::npos && fileName[end] == L'.';
-  return isDot ? fileName.substr(end + 1) : std::wstring_view();
-}
-
-/// The letters of extensions have no others of the same look.
-wchar_t lowered(wchar_t letter) {
-  return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter - L'A' + L'a') : letter;
-}
-
 }  // namespace
 
 std::optional<ImageFormat> imageFormatOf(std::wstring_view fileName) {
-  std::wstring extension(extensionOf(fileName));
-  std::ranges::transform(extension, extension.begin(), lowered);
+  const std::wstring extension = fileExtension(fileName);
   const auto* const found =
       std::ranges::find(kExtensions, extension, &std::pair<std::wstring_view, ImageFormat>::first);
   return found != std::end(kExtensions) ? std::optional(found->second) : std::nullopt;

@@ -14,6 +14,7 @@
 #include "image/ClipboardPicture_win.h"
 #include "image/ImageExport_win.h"
 #include "platform/MessageBox_win.h"
+#include "vector/VectorPicture.h"
 
 namespace zyn {
 
@@ -94,6 +95,9 @@ class OutputMembers : public Base {
 
   /// Calls `use` with what draws the picture, or throws why there is none.
   virtual void withPicture(const UsePicture& use) = 0;
+
+  /// What is shown as lines and texts, where it is a graph. Throws why there is no picture.
+  virtual std::optional<VectorPicture> vectorPicture() { return std::nullopt; }
 
   Derived& derived() { return static_cast<Derived&>(*this); }
 
