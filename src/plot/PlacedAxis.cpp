@@ -1,0 +1,111 @@
+#include "plot/PlacedAxis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <variant>
+
+namespace zyn {
+
+namespace {
+
+/// Distances between ticks in em heights, and how many an axis has at most, about.
+constexpr double kPitch = 6;
+constexpr double kUprightPitch = 4;
+constexpr double kMostTicks = 12;
+constexpr double kMostUprightTicks = 10;
+/// Between labels, in em heights.
+constexpr double kGap = 0.5;
+constexpr double kUprightGap = 0.25;
+
+}  // namespace
+
+double AxisContext::overhang() const {
+  const TextStyle style{.emHeight = measures.emHeight};
+  const double accents = placer.lineOf(style).top - placer.digitsOf(style).top;
+  return std::max(0.0, measures.tick + measures.gap - std::ceil(accents) - 1);
+}
+
+PlacedAxis::PlacedAxis(const ShownAxis& shown, const AxisContext& context)
+    : axis_(shown.axis),
+      context_(context),
+      isVisible_(shown.isVisible),
+      scale_{.kind = axis_->kind,
+             .min = shown.range.min,
+             .max = shown.range.max,
+             .isInverted = axis_->isInverted} {}
+
+std::string PlacedAxis::title() const {
+  if (axis_->title.empty() || axis_->unit.empty()) {
+    return axis_->title + axis_->unit;
+  }
+  return axis_->title + " (" + axis_->unit + ")";
+}
+
+TextStyle PlacedAxis::titleStyle() const {
+  return {.emHeight = context_.measures.axisTitleEm,
+          .colour = axis_->colour.value_or(context_.theme.text)};
+}
+
+TextStyle PlacedAxis::labelStyle() const {
+  return {.emHeight = context_.measures.emHeight,
+          .colour = axis_->colour.value_or(context_.theme.text)};
+}
+
+/// As much as its line is high, about the middle of the digits, which is at the tick.
+double PlacedAxis::labelExtent(std::string_view label) const {
+  const TextStyle style = labelStyle();
+  if (!isUpright()) {
+    return context_.placer.layOut(label, style).box.width();
+  }
+  const TextLine digits = context_.placer.digitsOf(style);
+  const TextLine line = isPlainNumber(label) ? digits : context_.placer.lineOf(style);
+  return 2 * std::max(line.top - digits.middle(), digits.middle() - line.bottom);
+}
+
+void PlacedAxis::stretch(double pixelFrom, double pixelTo, double first, double last) {
+  scale_.pixelFrom = pixelFrom;
+  scale_.pixelTo = pixelTo;
+  const double em = context_.measures.emHeight;
+  const double length = scale_.length();
+  ticks_ =
+      chooseTicks(scale_,
+                  {.first = first,
+                   .last = last,
+                   .gap = em * (isUpright() ? kUprightGap : kGap),
+                   .pitch = isUpright() ? std::max(em * kUprightPitch, length / kMostUprightTicks)
+                                        : std::max(em * kPitch, length / kMostTicks),
+                   .extentOf = [this](std::string_view label) { return labelExtent(label); }},
+                  axis_->tickFormat);
+  widest_ = 0;
+  for (const std::string& label : ticks_.labels) {
+    widest_ = std::max(widest_, context_.placer.layOut(label, labelStyle()).box.width());
+  }
+}
+
+/// Beside an upright axis in steps, so that the plot area stays where it is while ranges change.
+double PlacedAxis::labelDepth() const {
+  if (!hasLabels()) {
+    return 0;
+  }
+  const PlotMeasures& measures = context_.measures;
+  const TextStyle style = labelStyle();
+  const TextLine digits = context_.placer.digitsOf(style);
+  double depth = digits.height();
+  if (isUpright()) {
+    const double step = measures.emHeight / 2;
+    depth = std::ceil(widest_ / step) * step;
+  } else if (!std::holds_alternative<std::monostate>(axis_->tickFormat)) {
+    depth = digits.top - context_.placer.lineOf(style).bottom;
+  }
+  return std::ceil(measures.tick + measures.gap + depth);
+}
+
+double PlacedAxis::titleDepth() const {
+  return hasTitle()
+             ? std::ceil(context_.measures.gap + context_.placer.lineOf(titleStyle()).height())
+             : 0;
+}
+
+double PlacedAxis::end() const { return at + labelDepth() + offsetDepth + titleDepth(); }
+
+}  // namespace zyn

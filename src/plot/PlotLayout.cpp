@@ -1,0 +1,384 @@
+#include "plot/PlotLayout.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "plot/AxisDrawing.h"
+#include "plot/Bands.h"
+#include "plot/PlacedAxis.h"
+#include "plot/PlotMeasures.h"
+#include "plot/TextPlacer.h"
+
+namespace zyn {
+
+namespace {
+
+/// Times the room around the plot area is measured anew, as what it has to hold becomes known.
+constexpr int kMostPasses = 4;
+/// Of the picture, or in em heights, what the plot area has before something takes room from it.
+constexpr double kPartBesideTitle = 0.55;
+constexpr double kEmBesideTitle = 8;
+constexpr double kPartBesideAxisTitle = 0.5;
+constexpr double kEmBesideAxisTitle = 6;
+constexpr double kPartBesideLabels = 0.35;
+constexpr double kEmBesideLabels = 4;
+/// Of the width, what labels at the ends of an axis have on each side.
+constexpr double kMostOverhang = 0.12;
+/// Of the size of a picture, what is free around everything at most.
+constexpr double kMostPad = 1.0 / 12;
+
+std::optional<double> marginOf(double set, double pixelScale) {
+  return set > 0 ? std::optional(set * pixelScale) : std::nullopt;
+}
+
+class Layout {
+ public:
+  explicit Layout(const PlotInput& input)
+      : input_(input),
+        page_(*input.page),
+        theme_(*input.theme),
+        measures_(page_.pixelScale, input.texts.points),
+        placer_(page_) {
+    for (const ShownAxis& axis : input.axes) {
+      axes_.emplace_back(axis, context_);
+    }
+    title_ = placer_.layOutWithin(
+        page_.width - 2 * measures_.edge, input.texts.title,
+        {.face = {.bold = true}, .emHeight = measures_.titleEm, .colour = theme_.text});
+    subtitle_ = placer_.layOutWithin(page_.width - 2 * measures_.edge, input.texts.subtitle,
+                                     {.emHeight = measures_.subtitleEm, .colour = theme_.axis});
+  }
+
+  PlotLayout make() {
+    for (int pass = 0; pass < kMostPasses; ++pass) {
+      fitVertically();
+      fitHorizontally();
+      if (!growRoom()) {
+        break;
+      }
+    }
+    PlotLayout made;
+    made.area = area_;
+    drawBehind(made.behind);
+    drawInFront(made.inFront);
+    for (const PlacedAxis& axis : axes_) {
+      made.axes.push_back({axis.scale(), axis.ticks(), boxOf(axis)});
+    }
+    return made;
+  }
+
+ private:
+  double leastLength(double size, double part, double ems) const {
+    return std::min(part * size, ems * measures_.emHeight);
+  }
+
+  double pad(double size) const { return std::min(measures_.pad, kMostPad * size); }
+
+  double depthOf(const LaidText& text) const {
+    return text.isEmpty() ? 0 : std::ceil(measures_.gap + text.box.height());
+  }
+
+  /// Room above the plot area and its axes for offset texts of upright ones.
+  double offsetsDepth() const {
+    const double row = placer_.lineOf({.emHeight = measures_.emHeight}).height() + 1;
+    return offsetRows_ == 0 ? 0
+                            : std::ceil(offsetsStart() + static_cast<double>(offsetRows_) * row);
+  }
+
+  double offsetsStart() const { return context_.overhang() + 1; }
+
+  /// Where the axes of a side begin, from the inner one outwards.
+  void placeLines(AxisSide side) {
+    double at = 0;
+    for (PlacedAxis& axis : axes_) {
+      if (axis.side() == side && axis.isVisible()) {
+        axis.at = at;
+        at = axis.hasLabels() ? axis.end() + measures_.axisGap : at;
+      }
+    }
+  }
+
+  double endOf(AxisSide side) const {
+    double end = 0;
+    for (const PlacedAxis& axis : axes_) {
+      end = axis.side() == side && axis.hasLabels() ? std::max(end, axis.end()) : end;
+    }
+    return end;
+  }
+
+  /// Of the axes along one direction: titles, which are left out first, or labels; from the outer
+  /// ones to the inner ones.
+  template <class Add>
+  void eachOutermostFirst(bool isUpright, const Add& add) {
+    std::array<bool, 4> isOuter{};
+    std::vector<std::pair<PlacedAxis*, bool>> found;
+    for (PlacedAxis& axis : axes_) {
+      if (axis.isUpright() == isUpright && axis.isVisible()) {
+        bool& isNext = isOuter.at(static_cast<std::size_t>(axis.side()));
+        found.emplace_back(&axis, isNext);
+        isNext = true;
+      }
+    }
+    for (auto one = found.rbegin(); one != found.rend(); ++one) {
+      add(*one->first, one->second);
+    }
+  }
+
+  static bool isHigh(const PlacedAxis& axis) {
+    return axis.side() == AxisSide::kTop || axis.side() == AxisSide::kRight;
+  }
+
+  void addTitles(std::vector<Band>& bands, bool isUpright, double size) {
+    const double least = leastLength(size, kPartBesideAxisTitle, kEmBesideAxisTitle);
+    eachOutermostFirst(isUpright, [&](PlacedAxis& axis, bool) {
+      axis.isTitleKept = true;
+      bands.push_back({isHigh(axis), axis.titleDepth(), least, &axis.isTitleKept});
+    });
+  }
+
+  void addLabels(std::vector<Band>& bands, bool isUpright, double size) {
+    const double least = leastLength(size, kPartBesideLabels, kEmBesideLabels);
+    eachOutermostFirst(isUpright, [&](PlacedAxis& axis, bool isOuter) {
+      const double depth = axis.labelDepth() + axis.offsetDepth;
+      bands.push_back(
+          {isHigh(axis), depth + (isOuter ? measures_.axisGap : 0), least, &axis.areLabelsKept});
+    });
+  }
+
+  void keepAll() {
+    isTitleKept_ = isSubtitleKept_ = areOffsetsKept_ = true;
+    for (PlacedAxis& axis : axes_) {
+      axis.areLabelsKept = axis.isTitleKept = true;
+    }
+  }
+
+  void fitVertically() {
+    keepAll();
+    const double size = page_.height;
+    const double least = leastLength(size, kPartBesideTitle, kEmBesideTitle);
+    std::vector<Band> bands{{true, depthOf(subtitle_), least, &isSubtitleKept_},
+                            {true, depthOf(title_), least, &isTitleKept_}};
+    addTitles(bands, false, size);
+    bands.push_back({true, offsetsDepth(), leastLength(size, kPartBesideLabels, kEmBesideLabels),
+                     &areOffsetsKept_});
+    addLabels(bands, false, size);
+    const BandFit fit = fitBands(bands, {.size = size,
+                                         .pad = pad(size),
+                                         .low = marginOf(input_.margins.bottom, measures_.scale),
+                                         .high = marginOf(input_.margins.top, measures_.scale)});
+    area_.bottom = fit.from;
+    area_.top = fit.to;
+    placeLines(AxisSide::kBottom);
+    placeLines(AxisSide::kTop);
+  }
+
+  void fitHorizontally() {
+    const double edge = measures_.edge;
+    for (PlacedAxis& axis : axes_) {
+      if (axis.isUpright()) {
+        const double overhang = context_.overhang();
+        axis.stretch(area_.bottom, area_.top, std::max(edge, area_.bottom - overhang),
+                     std::min(page_.height - edge, area_.top + overhang));
+        axis.areLabelsKept = areOffsetsKept_ || axis.ticks().offset.empty();
+      }
+    }
+    const double size = page_.width;
+    std::vector<Band> bands;
+    addTitles(bands, true, size);
+    addLabels(bands, true, size);
+    const BandFit fit = fitBands(bands, {.size = size,
+                                         .pad = pad(size),
+                                         .leastMargin = leastMargin_,
+                                         .low = marginOf(input_.margins.left, measures_.scale),
+                                         .high = marginOf(input_.margins.right, measures_.scale)});
+    area_.left = fit.from;
+    area_.right = fit.to;
+    placeLines(AxisSide::kLeft);
+    placeLines(AxisSide::kRight);
+    for (PlacedAxis& axis : axes_) {
+      if (!axis.isUpright()) {
+        axis.stretch(area_.left, area_.right, edge, size - edge);
+      }
+    }
+  }
+
+  /// More room for what has turned out to need it; whether there is such.
+  bool growRoom() {
+    const std::size_t rows = placeOffsets();
+    bool hasGrown = rows > offsetRows_;
+    offsetRows_ = std::max(rows, offsetRows_);
+    const double step = measures_.emHeight / 2;
+    for (PlacedAxis& axis : axes_) {
+      if (axis.isUpright() || !axis.hasLabels()) {
+        continue;
+      }
+      const double overhang = std::ceil((axis.widestLabel() / 2 + measures_.edge) / step) * step;
+      const double margin = std::min(overhang, std::floor(kMostOverhang * page_.width));
+      hasGrown = hasGrown || margin > leastMargin_;
+      leastMargin_ = std::max(leastMargin_, margin);
+      if (axis.offsetDepth == 0 && needsOffsetRow(axis)) {
+        axis.offsetDepth = std::ceil(measures_.gap + placer_.lineOf(axis.labelStyle()).height());
+        hasGrown = true;
+      }
+    }
+    return hasGrown;
+  }
+
+  /// The offset text of a horizontal axis is at its right end, in the row of the title if both have
+  /// room.
+  bool needsOffsetRow(const PlacedAxis& axis) const {
+    const LaidText offset = axis.offset();
+    if (offset.isEmpty() || !axis.hasTitle()) {
+      return !offset.isEmpty();
+    }
+    const double width = placer_.layOut(axis.title(), axis.titleStyle()).box.width();
+    return area_.width() / 2 < width / 2 + 2 * measures_.gap + offset.box.width() ||
+           (area_.left + area_.right) / 2 - width / 2 < measures_.edge;
+  }
+
+  /// Finds places for the offset texts of upright axes: above the labels, in as many rows as it
+  /// takes. The number of rows.
+  std::size_t placeOffsets() {
+    offsets_.clear();
+    std::size_t rows = 0;
+    for (const PlacedAxis& axis : axes_) {
+      if (!axis.isUpright() || !axis.hasLabels() || axis.ticks().offset.empty()) {
+        continue;
+      }
+      const LaidText text = axis.offset();
+      const double away = axis.at + axis.labelDepth();
+      const double wanted = axis.side() == AxisSide::kLeft ? area_.left - away
+                                                           : area_.right + away - text.box.width();
+      const double edge = measures_.edge;
+      const double left =
+          std::clamp(wanted, edge, std::max(edge, page_.width - edge - text.box.width()));
+      OffsetPlace place{text, left, left + text.box.width() + measures_.gap, 0, &axis};
+      while (std::ranges::any_of(offsets_, [&](const OffsetPlace& other) {
+        return other.row == place.row && other.left < place.right && place.left < other.right;
+      })) {
+        ++place.row;
+      }
+      rows = std::max(rows, place.row + 1);
+      offsets_.push_back(std::move(place));
+    }
+    return rows;
+  }
+
+  PixelBox boxOf(const PlacedAxis& axis) const {
+    if (!axis.hasLabels()) {
+      return {};
+    }
+    const auto [from, to] = std::minmax({axis.scale().pixelFrom, axis.scale().pixelTo});
+    return BesideArea{from, to, axis.at, axis.end()}.on(axis.side(), area_);
+  }
+
+  void drawBehind(Drawing& drawing) const {
+    DrawnLayer& ground = drawing.emplace_back();
+    ground.items.emplace_back(DrawnBoxes{theme_.background, {{0, page_.width, 0, page_.height}}});
+    ground.items.emplace_back(DrawnBoxes{theme_.plot, {area_}});
+    drawing.push_back({.clip = area_, .items = {}});
+    drawGrids(axes_, area_, context_, drawing.back());
+  }
+
+  void drawInFront(Drawing& drawing) {
+    DrawnLayer& layer = drawing.emplace_back();
+    drawFrame(axes_, area_, context_, layer);
+    for (const PlacedAxis& axis : axes_) {
+      if (axis.hasLabels()) {
+        drawAxis(axis, area_, measures_, layer);
+        if (axis.ticks().offset.empty() || putOffset(axis)) {
+          putLabels(axis, area_, measures_, placer_);
+        }
+      }
+    }
+    putTitles();
+    for (DrawnText& text : placer_.takeTexts()) {
+      layer.items.emplace_back(std::move(text));
+    }
+  }
+
+  bool putOffset(const PlacedAxis& axis) {
+    return axis.isUpright() ? putUprightOffset(axis) : putHorizontalOffset(axis);
+  }
+
+  bool putUprightOffset(const PlacedAxis& axis) {
+    const auto place = std::ranges::find(offsets_, &axis, &OffsetPlace::axis);
+    if (place == offsets_.end()) {
+      return false;
+    }
+    const LaidText& text = place->text;
+    const TextLine line = placer_.lineOf(axis.labelStyle());
+    const double row = line.height() + 1;
+    const double bottom =
+        area_.top + endOf(AxisSide::kTop) + offsetsStart() + static_cast<double>(place->row) * row;
+    return placer_.put(text, {place->left - text.box.left, bottom - line.bottom}, false);
+  }
+
+  bool putHorizontalOffset(const PlacedAxis& axis) {
+    const LaidText text = axis.offset();
+    const double away = axis.at + axis.labelDepth() + measures_.gap;
+    const TextLine line = placer_.lineOf(axis.labelStyle());
+    const double baseline = axis.side() == AxisSide::kTop ? area_.top + away - line.bottom
+                                                          : area_.bottom - away - line.top;
+    return placer_.put(text, {area_.right - text.box.right, baseline}, false);
+  }
+
+  void putTitles() {
+    for (const bool isUpright : {false, true}) {
+      for (const PlacedAxis& axis : axes_) {
+        if (axis.isUpright() == isUpright && axis.hasTitle()) {
+          putAxisTitle(axis, area_, context_, placer_);
+        }
+      }
+    }
+    double bottom = area_.top + endOf(AxisSide::kTop) + (areOffsetsKept_ ? offsetsDepth() : 0);
+    for (const auto& [text, isKept] :
+         {std::pair(&subtitle_, isSubtitleKept_), std::pair(&title_, isTitleKept_)}) {
+      if (isKept && !text->isEmpty()) {
+        const double edge = measures_.edge;
+        const double width = text->box.width();
+        const double left = std::clamp((area_.left + area_.right - width) / 2, edge,
+                                       std::max(edge, page_.width - edge - width));
+        placer_.put(*text, {left - text->box.left, bottom + measures_.gap - text->box.bottom},
+                    false);
+        bottom += depthOf(*text);
+      }
+    }
+  }
+
+  struct OffsetPlace {
+    LaidText text;
+    double left;
+    double right;
+    std::size_t row;
+    const PlacedAxis* axis;
+  };
+
+  const PlotInput& input_;
+  const PlotPage& page_;
+  const PlotTheme& theme_;
+  PlotMeasures measures_;
+  TextPlacer placer_;
+  AxisContext context_{page_, theme_, measures_, placer_};
+  std::vector<PlacedAxis> axes_;
+  LaidText title_;
+  LaidText subtitle_;
+  PixelBox area_;
+  double leastMargin_ = 0.0;
+  std::size_t offsetRows_ = 0;
+  std::vector<OffsetPlace> offsets_;
+  bool isTitleKept_ = true;
+  bool isSubtitleKept_ = true;
+  bool areOffsetsKept_ = true;
+};
+
+}  // namespace
+
+PlotLayout layOutPlot(const PlotInput& input) { return Layout(input).make(); }
+
+}  // namespace zyn
