@@ -19,6 +19,8 @@ namespace zyn {
 struct AxisLogs {
   bool x = false;
   bool y = false;
+
+  bool operator==(const AxisLogs&) const = default;
 };
 
 /// By how much a value may be wrong: the lengths of an error bar's two parts.

@@ -1,6 +1,7 @@
 #include "graph/SeriesShapes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -171,6 +172,37 @@ class MarkedPixels {
   std::vector<std::uint64_t> marks_;
 };
 
+/// As far away as can be calculated with.
+PlanePoint finite(const PlanePoint& point) {
+  constexpr double kFar = 1e150;
+  return {std::clamp(point.x, -kFar, kFar), std::clamp(point.y, -kFar, kFar)};
+}
+
+PlanePoint clamped(const PlanePoint& point, const PixelBox& box) {
+  return {std::clamp(point.x, box.left, box.right), std::clamp(point.y, box.bottom, box.top)};
+}
+
+/// Adds where a segment crosses the sides of a box.
+void addCrossings(const PlanePoint& from, const PlanePoint& to, const PixelBox& box,
+                  std::vector<PlanePoint>& points) {
+  std::array<double, 4> parts{kInfinity, kInfinity, kInfinity, kInfinity};
+  std::size_t count = 0;
+  const auto cross = [&](double start, double end, double side) {
+    if ((start < side && end > side) || (start > side && end < side)) {
+      parts[count++] = (side - start) / (end - start);
+    }
+  };
+  cross(from.x, to.x, box.left);
+  cross(from.x, to.x, box.right);
+  cross(from.y, to.y, box.bottom);
+  cross(from.y, to.y, box.top);
+  std::sort(parts.begin(), parts.end());
+  for (std::size_t i = 0; i < count; ++i) {
+    points.push_back(
+        clamped({std::lerp(from.x, to.x, parts[i]), std::lerp(from.y, to.y, parts[i])}, box));
+  }
+}
+
 PixelBar barAround(double middle, double width, const Range& extent, double base) {
   return {middle - width / 2, middle + width / 2, std::min(base, extent.low),
           std::max(base, extent.high)};
@@ -238,6 +270,22 @@ PixelLines areaOf(const PixelLines& lines, double base) {
     }
   });
   return area;
+}
+
+PixelLines heldIn(const PixelLines& lines, const PixelBox& box) {
+  PixelLines held;
+  held.points.reserve(lines.points.size());
+  forEachLine(lines.starts, lines.points.size(), [&](std::size_t first, std::size_t end) {
+    held.starts.push_back(held.points.size());
+    for (std::size_t i = first; i < end; ++i) {
+      const PlanePoint to = finite(lines.points[i]);
+      if (i > first) {
+        addCrossings(finite(lines.points[i - 1]), to, box, held.points);
+      }
+      held.points.push_back(clamped(to, box));
+    }
+  });
+  return held;
 }
 
 std::vector<PixelBar> barsOf(const TraceInWindow& trace, const PixelGrid& grid,

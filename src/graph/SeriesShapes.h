@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "core/PixelBox.h"
 #include "core/PlanePoint.h"
 #include "trace/PathReduction.h"
 
@@ -26,6 +27,9 @@ PixelLines stepsOf(const ReducedPath& path, const WindowMapping& mapping);
 /// The upper (or lower) edge of the area between lines and a base: where a line crosses the base
 /// there is a point, so that each piece lies on one side of it.
 PixelLines areaOf(const PixelLines& lines, double base);
+
+/// Lines that do not leave a box, in which they are the same: what is outside runs along its edges.
+PixelLines heldIn(const PixelLines& lines, const PixelBox& box);
 
 /// A rectangle.
 struct PixelBar {

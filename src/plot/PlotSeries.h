@@ -32,8 +32,10 @@ struct PlotSeries {
   std::optional<DrawColour> markerColour{};  ///< none: that colour
   bool isVisible = true;
 
-  /// What was chosen of the line for views of late; to be cleared with each change of the points.
+  /// What was chosen of the line for views of late, and of which points.
   PathCache cache;
+  std::uint64_t cachedRevision = 0;
+  AxisLogs cachedLogs{};
 };
 
 /// Where something is plotted.

@@ -1,6 +1,7 @@
 #include "trace/PolylinePainter_gl.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -22,12 +23,18 @@ constexpr GLenum kSampleBuffers = 0x80A8;
 /// Cells where lines that lie side by side add up to what a pixel shows.
 constexpr double kFineCells = 8;
 
+/// Left, bottom, width and height.
 struct Viewport {
-  GLint values[4] = {};
+  std::array<int, 4> values{};
 
-  Viewport() { glGetIntegerv(GL_VIEWPORT, values); }
   bool isEmpty() const { return values[2] <= 0 || values[3] <= 0; }
 };
+
+Viewport currentViewport() {
+  Viewport viewport;
+  glGetIntegerv(GL_VIEWPORT, viewport.values.data());
+  return viewport;
+}
 
 std::optional<WindowMapping> currentMapping(const Viewport& viewport, bool isFlat) {
   std::optional<WindowMapping> mapping = windowMapping(
@@ -75,34 +82,10 @@ PixelGrid gridOf(const Viewport& viewport, const WindowMapping& mapping, double 
   return grid;
 }
 
-/// Draws vertices by their place before the eye, calculated in double precision, for a scope: a
-/// trace far from the origin, in a view that looks there, keeps its shape. The current model-view
-/// matrix is given back at the end. A display list, which is called under other matrices, records
-/// them as they are.
-class EyeSpace {
+/// Draws vertices where a matrix says, calculated in double precision.
+class VertexSpace {
  public:
-  explicit EyeSpace(bool isFlat, bool isRecorded = false)
-      : mode_(enumState(GL_MATRIX_MODE)), isRecorded_(isRecorded) {
-    if (!isRecorded_) {
-      saved_ = matrixState(GL_MODELVIEW_MATRIX);
-      rows_ = saved_;
-      glMatrixMode(GL_MODELVIEW);
-      glLoadIdentity();
-      glMatrixMode(mode_);
-    }
-    if (isFlat) {
-      std::fill(rows_.begin() + 8, rows_.begin() + 12, 0.0);
-    }
-  }
-  ~EyeSpace() {
-    if (!isRecorded_) {
-      glMatrixMode(GL_MODELVIEW);
-      glLoadMatrixd(saved_.data());
-      glMatrixMode(mode_);
-    }
-  }
-  EyeSpace(const EyeSpace&) = delete;
-  EyeSpace& operator=(const EyeSpace&) = delete;
+  explicit VertexSpace(const GlMatrix& matrix) : rows_(matrix) {}
 
   /// Between glBegin and glEnd.
   void vertex(double x, double y, double z) const {
@@ -114,16 +97,50 @@ class EyeSpace {
     return ((rows_[i] * x + rows_[4 + i] * y) + rows_[8 + i] * z) + rows_[12 + i];
   }
 
+  GlMatrix rows_;
+};
+
+constexpr GlMatrix kIdentity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+
+GlMatrix flattened(GlMatrix matrix) {
+  std::fill(matrix.begin() + 8, matrix.begin() + 12, 0.0);
+  return matrix;
+}
+
+GlMatrix eyeMatrix(bool isFlat) {
+  const GlMatrix matrix = matrixState(GL_MODELVIEW_MATRIX);
+  return isFlat ? flattened(matrix) : matrix;
+}
+
+/// Draws vertices by their place before the eye for a scope: a trace far from the origin, in a view
+/// that looks there, keeps its shape. The current model-view matrix is given back at the end.
+class EyeSpace : public VertexSpace {
+ public:
+  explicit EyeSpace(bool isFlat)
+      : VertexSpace(eyeMatrix(isFlat)),
+        mode_(enumState(GL_MATRIX_MODE)),
+        saved_(matrixState(GL_MODELVIEW_MATRIX)) {
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glMatrixMode(mode_);
+  }
+  ~EyeSpace() {
+    glMatrixMode(GL_MODELVIEW);
+    glLoadMatrixd(saved_.data());
+    glMatrixMode(mode_);
+  }
+  EyeSpace(const EyeSpace&) = delete;
+  EyeSpace& operator=(const EyeSpace&) = delete;
+
+ private:
   GLenum mode_;
-  bool isRecorded_;
-  GlMatrix saved_{};
-  GlMatrix rows_{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+  GlMatrix saved_;
 };
 
 using Places = std::span<const Point>;
 
 /// Draws what the band leaves of the line.
-void drawClipped(const EyeSpace& space, Places places, const ClipBand& band) {
+void drawClipped(const VertexSpace& space, Places places, const ClipBand& band) {
   bool isOpen = false;
   const auto close = [&isOpen] {
     if (isOpen) {
@@ -149,7 +166,7 @@ void drawClipped(const EyeSpace& space, Places places, const ClipBand& band) {
 }
 
 /// Draws the connected lines, and the points on their own. `band`: what can be seen of the plane.
-void drawPath(const EyeSpace& space, const ReducedPath& path, const ClipBand* band) {
+void drawPath(const VertexSpace& space, const ReducedPath& path, const ClipBand* band) {
   const Places places = path.places;
   for (std::size_t i = 0; i < path.starts.size(); ++i) {
     const std::size_t end = i + 1 < path.starts.size() ? path.starts[i + 1] : places.size();
@@ -169,8 +186,9 @@ void drawPath(const EyeSpace& space, const ReducedPath& path, const ClipBand* ba
 /// Lights the pixels of each span where they lie in the window now, as far as they can be seen:
 /// OpenGL may lose the last pixel of lines that it clips. From within the first one's diamond to
 /// within that of the pixel after the last one.
-void drawSpans(const EyeSpace& space, const PointSequence& points, const PathCache::Entry& reduced,
-               const WindowMapping& mapping, const PixelGrid& grid) {
+void drawSpans(const VertexSpace& space, const PointSequence& points,
+               const PathCache::Entry& reduced, const WindowMapping& mapping,
+               const PixelGrid& grid) {
   constexpr double kWithin = 0.25;
   const double moveX = std::round(mapping.x.constant - reduced.mapping.x.constant);
   const double moveY = std::round(mapping.y.constant - reduced.mapping.y.constant);
@@ -196,8 +214,8 @@ void drawSpans(const EyeSpace& space, const PointSequence& points, const PathCac
   glEnd();
 }
 
-/// Into the display list that is being compiled: all points, in a state that does not depend on
-/// today's.
+/// Into the display list that is being compiled, which is called under other matrices: all points,
+/// as they are, in a state that does not depend on today's.
 void recordPolyline(const PointSequence& points, const LineStyle& style, double width,
                     bool isFlat) {
   const PushedAttributes attributes(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT |
@@ -211,7 +229,15 @@ void recordPolyline(const PointSequence& points, const LineStyle& style, double 
   }
   glLineWidth(static_cast<GLfloat>(width));
   glPointSize(static_cast<GLfloat>(width));
-  drawPath(EyeSpace(isFlat, true), wholePath(points), nullptr);
+  drawPath(VertexSpace(isFlat ? flattened(kIdentity) : kIdentity), wholePath(points), nullptr);
+}
+
+/// `band`: what can be seen of the plane.
+void drawReduced(const VertexSpace& space, const TraceInWindow& trace, const PixelGrid& grid,
+                 const ClipBand* band, PathCache& cache) {
+  const PathCache::Entry& reduced = cache.reduced(trace, grid);
+  drawPath(space, reduced.path, band);
+  drawSpans(space, trace.points, reduced, trace.mapping, grid);
 }
 
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
@@ -221,7 +247,7 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     recordPolyline(points, style, width, isFlat);
     return;
   }
-  const Viewport viewport;
+  const Viewport viewport = currentViewport();
   if (viewport.isEmpty()) {
     return;
   }
@@ -243,9 +269,7 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     drawPath(space, pathInSight({points, boxes, *mapping}, grid), band);
     return;
   }
-  const PathCache::Entry& reduced = cache.reduced({points, boxes, *mapping, style.isStable}, grid);
-  drawPath(space, reduced.path, band);
-  drawSpans(space, points, reduced, *mapping, grid);
+  drawReduced(space, {points, boxes, *mapping, style.isStable}, grid, band, cache);
 }
 
 }  // namespace
@@ -258,6 +282,20 @@ void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const Li
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache) {
   drawPolyline(points, boxes, style, true, cache);
+}
+
+void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, double alpha,
+                          PathCache& cache) {
+  const auto& [x, y, depth] = trace.mapping;
+  const Viewport viewport{{static_cast<int>(std::floor(seen.left)),
+                           static_cast<int>(std::floor(seen.bottom)),
+                           static_cast<int>(std::ceil(seen.width())) + 1,
+                           static_cast<int>(std::ceil(seen.height())) + 1}};
+  const PixelGrid grid = gridOf(viewport, trace.mapping, alpha);
+  const ClipBand band(trace.mapping, viewport.values, viewport.values[0] - grid.left);
+  const VertexSpace space(
+      {x.x, y.x, 0, 0, x.y, y.y, 0, 0, 0, 0, 0, 0, x.constant, y.constant, 0, 1});
+  drawReduced(space, trace, grid, &band, cache);
 }
 
 }  // namespace zyn

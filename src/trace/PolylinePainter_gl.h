@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/PixelBox.h"
 #include "trace/PathCache.h"
 
 namespace zyn {
@@ -26,5 +27,11 @@ void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const Li
 /// The same in the plane z = 0. Lines may lead as far away as numbers do.
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache);
+
+/// The same with a mapping of its own, to pixels, which the current matrices take to the window;
+/// `seen` is what can be seen of them. The current line width, smoothness and colour count, of
+/// which `alpha` is the opacity.
+void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, double alpha,
+                          PathCache& cache);
 
 }  // namespace zyn

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "glcontext/SurfaceState_gl.h"
+#include "glcontext/VertexArrays_gl.h"
 #include "objects/mesh/MeshLook.h"
 #include "objects/mesh/MeshModel.h"
 #include "objects/mesh/MeshScale.h"
-#include "objects/mesh/VertexArrays_gl.h"
 
 namespace zyn {
 

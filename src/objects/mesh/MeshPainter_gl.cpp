@@ -8,8 +8,8 @@
 
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/SurfaceState_gl.h"
+#include "glcontext/VertexArrays_gl.h"
 #include "objects/mesh/FaceEmitter_gl.h"
-#include "objects/mesh/VertexArrays_gl.h"
 #include "objects/scale/ScaleTexture_gl.h"
 
 namespace zyn {

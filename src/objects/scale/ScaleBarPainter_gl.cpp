@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "glcontext/FrontState_gl.h"
 #include "glcontext/Projection_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "objects/scale/ScaleTexture_gl.h"
@@ -15,28 +16,6 @@ constexpr double kDark = 0.1;
 constexpr double kLight = 0.95;
 constexpr double kHaloOpacity = 0.6;
 constexpr double kGlyphLineWidth = 0.1;
-
-/// What is drawn without OpenGL's lighting, textures, fog and tests, in front.
-class FrontState {
- public:
-  FrontState() {
-    for (const GLenum capability :
-         GLNames{GL_LIGHTING, GL_COLOR_MATERIAL, GL_FOG, GL_TEXTURE_1D, GL_TEXTURE_2D, GL_CULL_FACE,
-                 GL_ALPHA_TEST, GL_POLYGON_STIPPLE, GL_POLYGON_SMOOTH}) {
-      glDisable(capability);
-    }
-    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    // The nearest depth stays in the buffer: what comes later lies behind.
-    glDepthFunc(GL_ALWAYS);
-    glDepthRange(0, 0);
-  }
-
- private:
-  PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT |
-                          GL_ENABLE_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT | GL_VIEWPORT_BIT};
-};
 
 /// Size in pixels of the picture of which the viewport shows a part.
 PlanePoint pictureSize(const PicturePart& part) {

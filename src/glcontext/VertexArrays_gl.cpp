@@ -1,4 +1,4 @@
-#include "objects/mesh/VertexArrays_gl.h"
+#include "glcontext/VertexArrays_gl.h"
 
 #include <cstdlib>
 

@@ -1,0 +1,290 @@
+#include "plot/DrawingPainter_gl.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <utility>
+#include <variant>
+
+#include "glcontext/FrontState_gl.h"
+#include "glcontext/Projection_gl.h"
+#include "glcontext/RasterImage_gl.h"
+#include "plot/Coverage.h"
+#include "plot/Dashes.h"
+#include "plot/SpriteAtlas_gl.h"
+#include "trace/PolylinePainter_gl.h"
+
+namespace zyn {
+
+namespace {
+
+/// Dashes of a trace with no more points run along all of them, so that they move with it; those of
+/// a longer one along what is drawn of it.
+constexpr std::size_t kMostDashed = 20000;
+
+/// The pixels that the viewport shows. What is drawn is moved there in double precision, so that it
+/// is as exact in any part of a large picture.
+struct Canvas {
+  PlanePoint origin;  ///< of the viewport in the picture
+  PixelBox seen;      ///< what can be seen, from there
+
+  PlanePoint at(const PlanePoint& point) const { return point - origin; }
+  PixelBox at(const PixelBox& box) const {
+    return {box.left - origin.x, box.right - origin.x, box.bottom - origin.y, box.top - origin.y};
+  }
+};
+
+void setColour(const DrawColour& colour) { glColor4d(colour.r, colour.g, colour.b, colour.alpha); }
+
+void vertex(const PlanePoint& point) { glVertex2d(point.x, point.y); }
+
+template <class Each>
+void forEachLine(const PixelLines& lines, const Each& each) {
+  for (std::size_t i = 0; i < lines.starts.size(); ++i) {
+    each(lines.starts[i], i + 1 < lines.starts.size() ? lines.starts[i + 1] : lines.points.size());
+  }
+}
+
+/// Within a scope whose state is given back.
+void setStroke(const Stroke& stroke) {
+  setColour(stroke.colour);
+  setEnabled(GL_LINE_SMOOTH, stroke.isSmooth);
+  glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+  const double width = std::max(stroke.width, stroke.isSmooth ? 0.1 : 1.0);
+  glLineWidth(static_cast<GLfloat>(width));
+  glPointSize(static_cast<GLfloat>(width));
+}
+
+WindowMapping mappingTo(const Canvas& canvas, const DrawnTrace& trace) {
+  WindowMapping mapping = trace.mapping;
+  mapping.x.constant -= canvas.origin.x;
+  mapping.y.constant -= canvas.origin.y;
+  return mapping;
+}
+
+ReducedPath pathOf(const DrawnTrace& trace, const PixelBox& seen) {
+  if (trace.points->size() <= kMostDashed) {
+    return wholePath(*trace.points);
+  }
+  PixelGrid grid;
+  grid.left = seen.left;
+  grid.right = seen.right;
+  grid.bottom = seen.bottom;
+  grid.top = seen.top;
+  grid.depthStep = std::numeric_limits<double>::infinity();
+  return reducePath({*trace.points, *trace.boxes, trace.mapping, true}, grid);
+}
+
+/// A place as a pixel and one of some places within it.
+struct Phase {
+  int pixel;
+  int phase;
+
+  static constexpr int kCount = 4;
+  double within() const { return static_cast<double>(phase) / kCount; }
+};
+
+Phase phaseOf(double place) {
+  const double steps = std::floor(place * Phase::kCount + 0.5);
+  const double pixel = std::floor(steps / Phase::kCount);
+  return {static_cast<int>(pixel), static_cast<int>(steps - pixel * Phase::kCount)};
+}
+
+Phase wholeOf(double place) { return {static_cast<int>(std::floor(place + 0.5)), 0}; }
+
+struct PhasedPlace {
+  Phase x;
+  Phase y;
+};
+
+std::vector<Contour> moved(std::vector<Contour> figure, double scale, bool isUpright,
+                           const PlanePoint& by) {
+  for (Contour& contour : figure) {
+    for (PlanePoint& point : contour) {
+      const PlanePoint turned = isUpright ? PlanePoint{-point.y, point.x} : point;
+      point = by + scale * turned;
+    }
+  }
+  return figure;
+}
+
+/// With hard edges.
+Coverage sharpened(Coverage coverage) {
+  for (std::uint8_t& pixel : coverage.pixels) {
+    pixel = pixel < 128 ? 0 : 255;
+  }
+  return coverage;
+}
+
+class DrawingPainter {
+ public:
+  DrawingPainter(const Canvas& canvas, SpriteAtlas& atlas) : canvas_(canvas), atlas_(atlas) {}
+
+  void operator()(const DrawnLines& item) {
+    atlas_.flush();
+    setStroke(item.stroke);
+    if (item.stroke.dashes.empty()) {
+      drawLines(item.lines);
+    } else {
+      drawLines(dashed(item.lines, item.stroke.dashes, seenInPicture()));
+    }
+  }
+
+  void operator()(const DrawnTrace& item) {
+    atlas_.flush();
+    setStroke(item.stroke);
+    if (item.stroke.dashes.empty()) {
+      drawPolylineInPixels({*item.points, *item.boxes, mappingTo(canvas_, item), true},
+                           canvas_.seen, item.stroke.colour.alpha, *item.cache);
+    } else {
+      drawLines(dashed(linesOf(pathOf(item, seenInPicture()), item.mapping), item.stroke.dashes,
+                       seenInPicture()));
+    }
+  }
+
+  void operator()(const DrawnArea& item) {
+    atlas_.flush();
+    setColour(item.colour);
+    const double base = item.base - canvas_.origin.y;
+    forEachLine(item.edge, [&](std::size_t first, std::size_t end) {
+      glBegin(GL_QUAD_STRIP);
+      for (std::size_t i = first; i < end; ++i) {
+        const PlanePoint point = canvas_.at(item.edge.points[i]);
+        vertex({point.x, base});
+        vertex(point);
+      }
+      glEnd();
+    });
+  }
+
+  void operator()(const DrawnBoxes& item) {
+    atlas_.flush();
+    setColour(item.colour);
+    for (const PixelBox& box : item.boxes) {
+      const PixelBox at = canvas_.at(box);
+      glRectd(at.left, at.bottom, at.right, at.top);
+    }
+  }
+
+  void operator()(const DrawnMarkers& item) {
+    const std::vector<Contour> outline = outlineOf(item);
+    for (const PlanePoint& middle : item.middles) {
+      const PlanePoint at = canvas_.at(middle);
+      if (canvas_.seen.shrunk(-item.size).holds(at.x, at.y)) {
+        drawFigure({phaseOf(at.x), phaseOf(at.y)}, {&item, item.size, false, 0, 0}, item.colour,
+                   [&](const PlanePoint& within) {
+                     Coverage coverage = coverageOf(moved(outline, 1, false, within));
+                     return item.isSmooth ? coverage : sharpened(std::move(coverage));
+                   });
+      }
+    }
+  }
+
+  /// Its baseline lies between pixels, so that all its characters look alike.
+  void operator()(const DrawnText& item) {
+    const PlanePoint start = canvas_.at(item.start);
+    for (const PlacedGlyph& glyph : item.shaped->glyphs) {
+      const PlanePoint along = item.emHeight * glyph.at;
+      const PlanePoint at = start + (item.isUpright ? PlanePoint{-along.y, along.x} : along);
+      if (!canvas_.seen.shrunk(-4 * item.emHeight).holds(at.x, at.y)) {
+        continue;
+      }
+      const Phase x = item.isUpright ? wholeOf(at.x) : phaseOf(at.x);
+      const Phase y = item.isUpright ? phaseOf(at.y) : wholeOf(at.y);
+      drawFigure(
+          {x, y}, {glyph.shape.get(), item.emHeight, item.isUpright, 0, 0}, item.colour,
+          [&](const PlanePoint& within) {
+            return coverageOf(moved(glyph.shape->contours, item.emHeight, item.isUpright, within));
+          });
+    }
+  }
+
+  void operator()(const DrawnImage& item) {
+    atlas_.flush();
+    if (moveRasterTo(0, 0, 0, item.box.left - canvas_.origin.x,
+                     item.box.bottom - canvas_.origin.y)) {
+      drawImage(*item.image);
+    }
+  }
+
+ private:
+  PixelBox seenInPicture() const {
+    constexpr double kAround = 64;
+    const PixelBox seen = canvas_.seen.shrunk(-kAround);
+    return {seen.left + canvas_.origin.x, seen.right + canvas_.origin.x,
+            seen.bottom + canvas_.origin.y, seen.top + canvas_.origin.y};
+  }
+
+  void drawLines(const PixelLines& lines) const {
+    forEachLine(lines, [&](std::size_t first, std::size_t end) {
+      glBegin(end - first == 1 ? GL_POINTS : GL_LINE_STRIP);
+      for (std::size_t i = first; i < end; ++i) {
+        vertex(canvas_.at(lines.points[i]));
+      }
+      glEnd();
+    });
+  }
+
+  template <class Make>
+  void drawFigure(const PhasedPlace& place, SpriteAtlas::Key key, const DrawColour& colour,
+                  const Make& make) {
+    key.phaseX = place.x.phase;
+    key.phaseY = place.y.phase;
+    const PlanePoint within{place.x.within(), place.y.within()};
+    atlas_.draw(key, place.x.pixel, place.y.pixel, colour, [&] { return make(within); });
+  }
+
+  const Canvas& canvas_;
+  SpriteAtlas& atlas_;
+};
+
+/// In pixels of the window.
+void clipTo(const PixelBox& box, const std::array<GLint, 4>& viewport) {
+  const auto edge = [](double place) { return static_cast<GLint>(std::lround(place)); };
+  glEnable(GL_SCISSOR_TEST);
+  glScissor(viewport[0] + edge(box.left), viewport[1] + edge(box.bottom),
+            std::max(edge(box.right) - edge(box.left), 0),
+            std::max(edge(box.top) - edge(box.bottom), 0));
+}
+
+PixelBox common(const PixelBox& a, const PixelBox& b) {
+  return {std::max(a.left, b.left), std::min(a.right, b.right), std::max(a.bottom, b.bottom),
+          std::min(a.top, b.top)};
+}
+
+}  // namespace
+
+void paintDrawing(const Drawing& drawing, const PlanePoint& picture, const PicturePart& part) {
+  std::array<GLint, 4> viewport{};
+  glGetIntegerv(GL_VIEWPORT, viewport.data());
+  const PixelBox whole{0, static_cast<double>(viewport[2]), 0, static_cast<double>(viewport[3])};
+  const PlanePoint origin{part.left * picture.x, part.bottom * picture.y};
+  const FrontState state;
+  const PushedAttributes lines(GL_LINE_BIT | GL_POINT_BIT | GL_HINT_BIT | GL_SCISSOR_BIT);
+  glDisable(GL_DEPTH_TEST);
+  glDisable(GL_LINE_STIPPLE);
+  const PushedMatrix projection(GL_PROJECTION);
+  loadOrthographic({0, 0, whole.right, whole.top, -1, 1}, {});
+  const PushedMatrix modelView(GL_MODELVIEW);
+  glLoadIdentity();
+  SpriteAtlas atlas;
+  for (const DrawnLayer& layer : drawing) {
+    Canvas canvas{origin, whole};
+    if (layer.clip) {
+      canvas.seen = common(whole, canvas.at(*layer.clip));
+    }
+    if (canvas.seen.isEmpty()) {
+      continue;
+    }
+    clipTo(canvas.seen, viewport);
+    DrawingPainter painter(canvas, atlas);
+    for (const DrawnItem& item : layer.items) {
+      std::visit(painter, item);
+    }
+    atlas.flush();
+  }
+}
+
+}  // namespace zyn
