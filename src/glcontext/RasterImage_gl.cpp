@@ -130,4 +130,15 @@ void drawImage(const PixelImage& image, double scale, double opacity) {
   glDrawPixels(image.width, image.height, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
 }
 
+void drawImagePart(const PixelImage& image, const PixelRect& part) {
+  const PushedAttributes attributes(GL_PIXEL_MODE_BIT | GL_ENABLE_BIT);
+  const PlainPixelStore store(4);
+  setPlainTransfer(1);
+  glPixelZoom(1, 1);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, image.width);
+  glPixelStorei(GL_UNPACK_SKIP_ROWS, part.y);
+  glPixelStorei(GL_UNPACK_SKIP_PIXELS, part.x);
+  glDrawPixels(part.width, part.height, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
+}
+
 }  // namespace zyn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/PixelImage.h"
+#include "glcontext/Tile.h"
 
 namespace zyn {
 
@@ -15,5 +16,8 @@ bool moveRasterTo(double x, double y, double z, double offsetX = 0.0, double off
 /// for anything drawn; textures, fog and the context's ways with pixels do not, and are left as
 /// they were.
 void drawImage(const PixelImage& image, double scale = 1.0, double opacity = 1.0);
+
+/// Draws a part of a picture, which lies within it, pixel for pixel.
+void drawImagePart(const PixelImage& image, const PixelRect& part);
 
 }  // namespace zyn

@@ -13,6 +13,7 @@
 #include "glcontext/RasterImage_gl.h"
 #include "plot/Coverage.h"
 #include "plot/Dashes.h"
+#include "plot/ImagePart.h"
 #include "plot/SpriteAtlas_gl.h"
 #include "trace/PolylinePainter_gl.h"
 
@@ -35,6 +36,15 @@ struct Canvas {
     return {box.left - origin.x, box.right - origin.x, box.bottom - origin.y, box.top - origin.y};
   }
 };
+
+PixelBox common(const PixelBox& a, const PixelBox& b) {
+  return {std::max(a.left, b.left), std::min(a.right, b.right), std::max(a.bottom, b.bottom),
+          std::min(a.top, b.top)};
+}
+
+PixelBox rounded(const PixelBox& box) {
+  return {std::round(box.left), std::round(box.right), std::round(box.bottom), std::round(box.top)};
+}
 
 void setColour(const DrawColour& colour) { glColor4d(colour.r, colour.g, colour.b, colour.alpha); }
 
@@ -201,11 +211,15 @@ class DrawingPainter {
     }
   }
 
+  /// A raster position within a pixel is that pixel, however it is rounded.
   void operator()(const DrawnImage& item) {
+    constexpr double kWithin = 0.25;
     atlas_.flush();
-    if (moveRasterTo(0, 0, 0, item.box.left - canvas_.origin.x,
-                     item.box.bottom - canvas_.origin.y)) {
-      drawImage(*item.image);
+    const PixelBox box = canvas_.at(item.box);
+    const PixelBox seen = common(rounded(box), canvas_.seen);
+    if (!item.image->isEmpty() && !seen.isEmpty() &&
+        moveRasterTo(0, 0, 0, seen.left + kWithin, seen.bottom + kWithin)) {
+      drawPart(item, box, seen);
     }
   }
 
@@ -215,6 +229,17 @@ class DrawingPainter {
     const PixelBox seen = canvas_.seen.shrunk(-kAround);
     return {seen.left + canvas_.origin.x, seen.right + canvas_.origin.x,
             seen.bottom + canvas_.origin.y, seen.top + canvas_.origin.y};
+  }
+
+  static void drawPart(const DrawnImage& item, const PixelBox& box, const PixelBox& part) {
+    const PixelImage& image = *item.image;
+    if (box.width() == image.width && box.height() == image.height) {
+      drawImagePart(image, {static_cast<int>(std::lround(part.left - box.left)),
+                            static_cast<int>(std::lround(part.bottom - box.bottom)),
+                            static_cast<int>(part.width()), static_cast<int>(part.height())});
+    } else {
+      drawImage(stretchedPart(image, box, part, item.isSmooth));
+    }
   }
 
   void drawLines(const PixelLines& lines) const {
@@ -247,11 +272,6 @@ void clipTo(const PixelBox& box, const std::array<GLint, 4>& viewport) {
   glScissor(viewport[0] + edge(box.left), viewport[1] + edge(box.bottom),
             std::max(edge(box.right) - edge(box.left), 0),
             std::max(edge(box.top) - edge(box.bottom), 0));
-}
-
-PixelBox common(const PixelBox& a, const PixelBox& b) {
-  return {std::max(a.left, b.left), std::min(a.right, b.right), std::max(a.bottom, b.bottom),
-          std::min(a.top, b.top)};
 }
 
 }  // namespace

@@ -21,13 +21,22 @@ struct AxisLine {
   double constant;
 };
 
+/// Without the digits that rounding changes while a range is moved: views of one size have one
+/// factor.
+double steady(double factor) {
+  constexpr double kDigits = 0x1p40;
+  int exponent = 0;
+  const double mantissa = std::frexp(factor, &exponent);
+  return std::ldexp(std::round(mantissa * kDigits) / kDigits, exponent);
+}
+
 std::optional<AxisLine> lineOf(const AxisScale& scale) {
   const double min = scale.coordinateOf(scale.min);
   const double max = scale.coordinateOf(scale.max);
   const double span = max / 2 - min / 2;
   const double length = (scale.pixelTo - scale.pixelFrom) / 2;
-  const double factor = (scale.isInverted ? -length : length) / span;
-  const double constant = (scale.isInverted ? scale.pixelTo : scale.pixelFrom) - factor * min;
+  const double factor = steady((scale.isInverted ? -length : length) / span);
+  const double constant = scale.pixelFrom / 2 + scale.pixelTo / 2 - factor * (min / 2 + max / 2);
   if (!std::isnormal(factor) || !std::isfinite(constant)) {
     return std::nullopt;
   }
