@@ -977,6 +977,11 @@ namespace ZYNVue.Interop {
     [DispId(101)]
     bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 
+    /// <summary>What all that is measured in pixels is multiplied by in what the view draws: as it was put (default 1).</summary>
+    /// <value>Multiplies what is drawn with a size in pixels: text, dimensions, plain lines and points, sprites, traces, edges, colour bars, the cursor, the grid, and the frame of GraphView and LogLogGraphView. 1: a pixel is a pixel; 2: as a screen of 192 dots per inch needs it; 0.25 to 8. 0: follows the monitor that the window is on (its dots per inch divided by 96, as the system tells the process), and repaints when that changes. Pixels of the mouse stay pixels.</value>
+    [DispId(102)]
+    double EchelleDPI { get; set; }
+
     /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
     void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
@@ -1245,6 +1250,11 @@ namespace ZYNVue.Interop {
     /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
     [DispId(101)]
     bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>What all that is measured in pixels is multiplied by in what the view draws: as it was put (default 1).</summary>
+    /// <value>Multiplies what is drawn with a size in pixels: text, dimensions, plain lines and points, sprites, traces, edges, colour bars, the cursor, the coordinate axes (up to a quarter of the shorter side). 1: a pixel is a pixel; 2: as a screen of 192 dots per inch needs it; 0.25 to 8. 0: follows the monitor that the window is on (its dots per inch divided by 96, as the system tells the process), and repaints when that changes. Pixels of the mouse stay pixels.</value>
+    [DispId(102)]
+    double EchelleDPI { get; set; }
 
     /// <summary>A copy of the camera as it is shown now, an object with IZYNCamera; null without a camera.</summary>
     /// <value>Shows what a camera sees, and more on one side where the window has another aspect. The camera is copied. Adds a history entry when there was a camera, and repaints.</value>

@@ -4,8 +4,8 @@
 
 namespace zyn {
 
-/// The cross of 13 by 13 pixels that marks a cursor position. It belongs to the context in which it
-/// is made, which has to be current at both ends of its life.
+/// The cross of 13 by 13 pixels of a screen that marks a cursor position. It belongs to the context
+/// in which it is made, which has to be current at both ends of its life.
 class CursorGlyph {
  public:
   /// Leaves the rows of images byte-aligned in the context, as all that draws images expects.
@@ -14,8 +14,9 @@ class CursorGlyph {
   CursorGlyph(const CursorGlyph&) = delete;
   CursorGlyph& operator=(const CursorGlyph&) = delete;
 
-  /// Draws it black and unlit, centred on a point of the scene. Leaves the state as it was.
-  void draw(float x, float y, float z) const;
+  /// Draws it black and unlit, centred on a point of the scene, `pixelScale` times as large. Leaves
+  /// the state as it was.
+  void draw(float x, float y, float z, double pixelScale = 1.0) const;
 
  private:
   GLuint list_;

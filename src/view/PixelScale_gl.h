@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
@@ -19,5 +21,11 @@ class PixelScale {
  private:
   PushedAttributes sizes_{GL_LINE_BIT | GL_POINT_BIT};
 };
+
+/// The same where plain lines and points need another size at all.
+inline std::optional<PixelScale> pixelScaleUnlessOne(double pixels) {
+  return pixels == 1 ? std::optional<PixelScale>()
+                     : std::optional<PixelScale>(std::in_place, pixels);
+}
 
 }  // namespace zyn

@@ -1,5 +1,8 @@
 #include "view/RubberBand_gl.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 
@@ -7,7 +10,7 @@ namespace zyn {
 
 namespace {
 
-/// Four pixels black, four white.
+/// Four pixels of a screen black, four white.
 constexpr GLushort kDashes = 0x0F0F;
 
 /// Window coordinates of the centre of a client pixel.
@@ -22,17 +25,17 @@ void drawOutline(const RubberBand& band, int viewHeight) {
   glEnd();
 }
 
-void setPlainLines() {
+void setPlainLines(double width) {
   glDisable(GL_LIGHTING);
   glDisable(GL_DEPTH_TEST);
   glDisable(GL_LINE_SMOOTH);
   glDisable(GL_LINE_STIPPLE);
-  glLineWidth(1);
+  glLineWidth(static_cast<GLfloat>(width));
 }
 
 }  // namespace
 
-void drawRubberBand(const RubberBand& band) {
+void drawRubberBand(const RubberBand& band, double pixelScale) {
   GLint viewport[4] = {};
   glGetIntegerv(GL_VIEWPORT, viewport);
   const PushedAttributes attributes(GL_ALL_ATTRIB_BITS);
@@ -41,11 +44,11 @@ void drawRubberBand(const RubberBand& band) {
   glOrtho(0, viewport[2], 0, viewport[3], -1, 1);
   const PushedMatrix modelview(GL_MODELVIEW);
   glLoadIdentity();
-  setPlainLines();
+  setPlainLines(pixelScale);
   glColor3f(1, 1, 1);
   drawOutline(band, viewport[3]);
   glEnable(GL_LINE_STIPPLE);
-  glLineStipple(1, kDashes);
+  glLineStipple(std::max(1, static_cast<GLint>(std::lround(pixelScale))), kDashes);
   glColor3f(0, 0, 0);
   drawOutline(band, viewport[3]);
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/control/ControlClass_com.h"
 #include "com/properties_com.h"
@@ -14,6 +16,7 @@
 #include "glcontext/PixelFormats_win.h"
 #include "glcontext/WindowContext_win.h"
 #include "output/OutputMembers_com.h"
+#include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
 #include "view/ContainerPicture_win.h"
@@ -168,6 +171,19 @@ class ViewControl
     });
   }
 
+  STDMETHODIMP get_EchelleDPI(double* pVal) noexcept final {
+    return automation(derived(), [&] { return give(pVal, chosenScale_); });
+  }
+
+  STDMETHODIMP put_EchelleDPI(double newVal) noexcept final {
+    return automation(derived(), [&] {
+      chosenScale_ = newVal == kOfMonitor
+                         ? kOfMonitor
+                         : inRange(L"EchelleDPI", newVal, kLeastPixelScale, kMostPixelScale);
+      lookChanged();
+    });
+  }
+
   /// Who hears of the view beside the sinks of its events.
   ViewListeners& listeners() { return listeners_; }
 
@@ -212,6 +228,29 @@ class ViewControl
     }
   }
 
+  /// Pixels for one pixel of a screen of 96 dots per inch: what all that is measured in pixels is
+  /// multiplied by.
+  double pixelScale() const {
+    return chosenScale_ == kOfMonitor
+               ? std::clamp(monitorResolution(this->window()) / kPlainResolution, kLeastPixelScale,
+                            kMostPixelScale)
+               : chosenScale_;
+  }
+
+  /// For each message of the window: asks for a repaint where it has come to a monitor of another
+  /// resolution since it was painted. There is no message that all windows get then.
+  void followMonitor() noexcept {
+    if (chosenScale_ == kOfMonitor && pixelScale() != takenScale_) {
+      repaint();
+    }
+  }
+
+  /// Whether pixelScale is another than when this was last asked, as each paint does.
+  bool takePixelScale() {
+    const double scale = pixelScale();
+    return std::exchange(takenScale_, scale) != scale;
+  }
+
   /// Whether objects that the view follows may have other bounds than when it was last asked.
   bool takeExtentChange() { return std::exchange(hasExtentChanged_, false); }
 
@@ -242,6 +281,12 @@ class ViewControl
  private:
   /// Size of a new control: 192 pixels on a screen of 96 dots per inch.
   static constexpr Extent kInitialExtent = {5080, 5080};
+
+  /// EchelleDPI: of the monitor, and what it may be else.
+  static constexpr double kOfMonitor = 0.0;
+  static constexpr double kLeastPixelScale = 0.25;
+  static constexpr double kMostPixelScale = 8.0;
+  static constexpr double kPlainResolution = 96.0;  ///< dots per inch
 
   /// The drawing mode that asks objects to draw themselves for picking.
   static constexpr std::uint32_t kSelectionMode = 0xFFFFFFFF;
@@ -304,6 +349,8 @@ class ViewControl
 
   ViewListeners listeners_;
   bool redrawsItself_ = false;
+  double chosenScale_ = 1.0;  ///< EchelleDPI
+  double takenScale_ = 1.0;   ///< pixelScale when a paint last asked
   bool hasExtentChanged_ = false;
 
   HRESULT switchSmoothing(bool& flag, VARIANT_BOOL value) noexcept {

@@ -81,8 +81,9 @@ void CZYNVue2D::showGraph(Shown graph, double xScale, double yScale) {
   repaint();
 }
 
-std::shared_ptr<const GraphFrame> CZYNVue2D::makeFrame(
-    const ContextResources& resources, const std::optional<GraphPlacement>& place) const {
+std::shared_ptr<const GraphFrame> CZYNVue2D::makeFrame(const ContextResources& resources,
+                                                       ClientSize client) const {
+  const std::optional<GraphPlacement> place = view_.graphPlacement(client, pixelScale());
   return std::visit(
       [&](const auto& graph) -> std::shared_ptr<const GraphFrame> {
         if constexpr (std::is_same_v<decltype(graph), const std::monostate&>) {
@@ -104,7 +105,7 @@ void CZYNVue2D::compileFrame() {
   context_.withContext([this] {
     if (const auto resources = resources_.lock()) {
       resources->frame.reset();
-      resources->frame = makeFrame(*resources, view_.graphPlacement());
+      resources->frame = makeFrame(*resources, view_.clientSize());
     }
   });
 }

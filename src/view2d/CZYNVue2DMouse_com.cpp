@@ -33,6 +33,7 @@ int isDown(int key) { return GetKeyState(key) < 0 ? 1 : 0; }
 }  // namespace
 
 std::optional<LRESULT> CZYNVue2D::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  followMonitor();
   const MouseKeys keys(static_cast<std::uint32_t>(wParam));
   switch (message) {
     case WM_LBUTTONDOWN:

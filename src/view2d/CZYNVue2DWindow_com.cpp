@@ -47,19 +47,22 @@ ScaledView CZYNVue2D::currentView() const {
   return {view_.current(), view_.xScale(), view_.yScale()};
 }
 
-TextView CZYNVue2D::textView(const ContextResources& resources) const {
-  TextView view = resources.fonts.view(view_.current().height());
+/// For the context in which the view draws now.
+TextView CZYNVue2D::textView(const ContextResources* resources) const {
+  TextView view =
+      textViewOf(resources ? &resources->fonts : nullptr, view_.current().height(), pixelScale());
   view.isOnDark = isDark(background_);
   return view;
 }
 
 ListPass CZYNVue2D::listPass(const std::shared_ptr<ContextResources>& resources) const {
-  return {.texts = textView(*resources), .lists = {resources, &resources->lists}};
+  return {.texts = textView(resources.get()), .lists = {resources, &resources->lists}};
 }
 
 ViewPass2D CZYNVue2D::currentPass() const {
   ViewPass2D pass;
   pass.shown = currentView();
+  pass.pixelScale = pixelScale();
   if (gridVisible_) {
     pass.grid = grid_;
   }
@@ -67,6 +70,9 @@ ViewPass2D CZYNVue2D::currentPass() const {
 }
 
 void CZYNVue2D::paint(HDC) {
+  if (takePixelScale()) {
+    compileFrame();
+  }
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     if (!resources) {
@@ -95,7 +101,7 @@ DrawOffscreen CZYNVue2D::preparePicture(OffscreenSurface& surface, SIZE size) {
       return nullptr;
     }
     const auto made = std::make_shared<ContextResources>(smoothsGlyphs());
-    made->frame = makeFrame(*made, view_.graphPlacement(clientSizeOf(size)));
+    made->frame = makeFrame(*made, clientSizeOf(size));
     resources = made;
     return made;
   });
@@ -110,7 +116,7 @@ DrawOffscreen CZYNVue2D::preparePicture(OffscreenSurface& surface, SIZE size) {
       const auto kept = resources.lock();
       ViewPass2D pass = prepared;
       pass.frame = kept ? kept->frame : nullptr;
-      const TextView texts = kept ? textView(*kept) : TextView();
+      const TextView texts = textView(kept.get());
       drawView2D(
           pass, [&] { drawList_.draw2D({.texts = texts}); }, [] {});
     });

@@ -124,7 +124,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   template <class Shown>
   void showGraph(Shown graph, double xScale, double yScale);
   std::shared_ptr<const GraphFrame> makeFrame(const ContextResources& resources,
-                                              const std::optional<GraphPlacement>& place) const;
+                                              ClientSize client) const;
   void compileFrame();
 
   void rebuildGlyphs();
@@ -133,7 +133,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   std::shared_ptr<void> prepareContext();
   bool needsFonts();
   ScaledView currentView() const;
-  TextView textView(const ContextResources& resources) const;
+  TextView textView(const ContextResources* resources) const;
   ListPass listPass(const std::shared_ptr<ContextResources>& resources) const;
   ViewPass2D currentPass() const;
   PickRecords pick(const PickRegion& region);

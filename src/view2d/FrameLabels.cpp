@@ -4,8 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "objects/text/DigitFont.h"
-
 namespace zyn {
 
 namespace {
@@ -48,7 +46,7 @@ class Placer {
       return;
     }
     taken_.push_back(box);
-    const int exponent = digitTextWidth(graduation.exponent, area_.font.exponentSize);
+    const double exponent = area_.font.textWidth(graduation.exponent, area_.font.exponentSize);
     labels_.push_back({graduation.label,
                        graduation.exponent,
                        box,

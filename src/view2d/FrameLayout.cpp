@@ -37,7 +37,8 @@ bool isFinite(const FrameBox& box) { return std::isfinite(box.width() + box.heig
 
 /// None for a graph that has no place in the window.
 template <class Graph>
-std::optional<Frame> frameOf(const Graph& graph, const GraphPlacement& placement) {
+std::optional<Frame> frameOf(const Graph& graph, const GraphPlacement& placement,
+                             const FontMetrics& metrics) {
   Frame frame;
   frame.x = {graph.x.min, graph.x.max, placement.unitsPerPixelX};
   frame.y = {graph.y.min, graph.y.max, placement.unitsPerPixelY};
@@ -47,7 +48,8 @@ std::optional<Frame> frameOf(const Graph& graph, const GraphPlacement& placement
                 {frame.x.position(visible.xMin), frame.x.position(visible.xMax),
                  frame.y.position(visible.yMin), frame.y.position(visible.yMax)}};
   frame.area.font = LabelFont::forWindow(
-      std::min(std::abs(frame.area.visible.width()), std::abs(frame.area.visible.height())));
+      std::min(std::abs(frame.area.visible.width()), std::abs(frame.area.visible.height())),
+      placement.pixelScale, &metrics);
   const bool canLayOut =
       std::isfinite(frame.area.lengthX + frame.area.lengthY) && isFinite(frame.area.visible);
   return canLayOut ? std::optional(frame) : std::nullopt;
@@ -127,7 +129,7 @@ FrameLayout layOutFrame(const LinearGraph& graph, const GraphPlacement& placemen
                         const FontMetrics& metrics) {
   FrameLayout layout;
   layout.colour = graph.colour;
-  std::optional<Frame> frame = frameOf(graph, placement);
+  std::optional<Frame> frame = frameOf(graph, placement, metrics);
   if (!frame) {
     return layout;
   }
@@ -143,7 +145,7 @@ FrameLayout layOutFrame(const LogLogGraph& graph, const GraphPlacement& placemen
                         const FontMetrics& metrics) {
   FrameLayout layout;
   layout.colour = graph.colour;
-  std::optional<Frame> frame = frameOf(graph, placement);
+  std::optional<Frame> frame = frameOf(graph, placement, metrics);
   if (!frame) {
     return layout;
   }

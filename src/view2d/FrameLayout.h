@@ -13,8 +13,8 @@
 
 namespace zyn {
 
-/// The frame of a graph, ready to be drawn: everything in pixels from the graph's origin, to the
-/// right and upwards.
+/// The frame of a graph, ready to be drawn: everything in pixels of a screen from the graph's
+/// origin, to the right and upwards. The font metrics it was laid out with are to outlive it.
 struct FrameLayout {
   struct Line {
     PlanePoint from;

@@ -26,8 +26,8 @@ void setColour(const GraphColour& colour, double alpha = 1.0) {
 
 void vertex(const PlanePoint& point) { glVertex2d(point.x, point.y); }
 
-void paint(const FrameLayout::LineGroup& group) {
-  glLineWidth(static_cast<GLfloat>(group.width));
+void paint(const FrameLayout::LineGroup& group, double pixelScale) {
+  glLineWidth(static_cast<GLfloat>(group.width * pixelScale));
   setColour(group.colour, group.alpha);
   glBegin(GL_LINES);
   for (const FrameLayout::Line& line : group.lines) {
@@ -45,32 +45,47 @@ void paint(const FrameLayout::Arrow& arrow) {
   glEnd();
 }
 
-void paint(const PlacedLabel& label, const LabelFont& font, const CGLFontContext& fonts) {
-  glRasterPos2d(label.box.left, label.box.bottom);
-  drawDigitText(fonts, font.size, label.label);
-  if (!label.exponent.empty()) {
-    glRasterPos2d(label.exponentStart.x, label.exponentStart.y);
-    drawDigitText(fonts, font.exponentSize, label.exponent);
+void paintOutlines(const std::string& text, const PlanePoint& start, double emHeight,
+                   const CGLFontContext& fonts) {
+  const PushedMatrix modelview(GL_MODELVIEW);
+  glTranslated(start.x, start.y, 0);
+  glScaled(emHeight, emHeight, emHeight);
+  drawGlyphs(fonts, text);
+}
+
+void paintDigits(const std::string& text, const PlanePoint& start, const LabelFont& font, int size,
+                 const CGLFontContext& fonts) {
+  if (font.outlines) {
+    const double em = font.emHeight(size);
+    paintOutlines(text, {start.x, start.y - em * font.outlines->digits.bottom}, em, fonts);
+  } else {
+    glRasterPos2d(start.x, start.y);
+    drawDigitText(fonts, font.drawnSize(size), text);
   }
 }
 
-void paint(const PlacedTitle& title, const PixelImage& picture, const CGLFontContext& fonts) {
+void paint(const PlacedLabel& label, const LabelFont& font, const CGLFontContext& fonts) {
+  paintDigits(label.label, {label.box.left, label.box.bottom}, font, font.size, fonts);
+  if (!label.exponent.empty()) {
+    paintDigits(label.exponent, label.exponentStart, font, font.exponentSize, fonts);
+  }
+}
+
+void paint(const PlacedTitle& title, const PixelImage& picture, double pixelScale,
+           const CGLFontContext& fonts) {
   for (const PlacedTitle::Text& text : title.texts) {
-    const PushedMatrix modelview(GL_MODELVIEW);
-    glTranslated(text.start.x, text.start.y, 0);
-    glScaled(text.scale, text.scale, text.scale);
-    drawGlyphs(fonts, text.text);
+    paintOutlines(text.text, text.start, text.scale, fonts);
   }
   if (title.picture) {
     glRasterPos2d(title.picture->x, title.picture->y);
-    drawImage(picture);
+    drawImage(picture, pixelScale);
   }
 }
 
 void paint(const FrameLayout& layout, const PixelImage& pictureX, const PixelImage& pictureY,
-           const CGLFontContext& fonts) {
+           double pixelScale, const CGLFontContext& fonts) {
   for (const FrameLayout::LineGroup& group : layout.lines) {
-    paint(group);
+    paint(group, pixelScale);
   }
   setColour(layout.colour);
   for (const FrameLayout::Arrow& arrow : layout.arrows) {
@@ -79,8 +94,8 @@ void paint(const FrameLayout& layout, const PixelImage& pictureX, const PixelIma
   for (const PlacedLabel& label : layout.labels) {
     paint(label, layout.labelFont, fonts);
   }
-  paint(layout.titleX, pictureX, fonts);
-  paint(layout.titleY, pictureY, fonts);
+  paint(layout.titleX, pictureX, pixelScale, fonts);
+  paint(layout.titleY, pictureY, pixelScale, fonts);
 }
 
 GLuint compile(const FrameLayout& layout, const PixelImage& pictureX, const PixelImage& pictureY,
@@ -89,7 +104,7 @@ GLuint compile(const FrameLayout& layout, const PixelImage& pictureX, const Pixe
   if (list != 0) {
     const CompiledList compiling(list);
     glScaled(placement.unitsPerPixelX, placement.unitsPerPixelY, 1);
-    paint(layout, pictureX, pictureY, fonts);
+    paint(layout, pictureX, pictureY, placement.pixelScale, fonts);
   }
   return list;
 }

@@ -45,7 +45,7 @@ void drawLines(const Extent& extent, double step, int pixels, Line line) {
 
 }  // namespace
 
-void drawGrid(const Grid& grid, const ScaledView& scaled) {
+void drawGrid(const Grid& grid, const ScaledView& scaled, double pixelScale) {
   GLint viewport[4] = {};
   glGetIntegerv(GL_VIEWPORT, viewport);
   const Extent x(scaled.view.centreX(), scaled.view.width(), scaled.xScale);
@@ -54,7 +54,7 @@ void drawGrid(const Grid& grid, const ScaledView& scaled) {
 
   const PushedAttributes colour(GL_CURRENT_BIT);
   const AutoGLLighting unlit(AutoGLLighting::kOff);
-  const AutoGLLineWidth width(1.0);
+  const AutoGLLineWidth width(pixelScale);
   glColor3fv(grid.colour.data());
   const double top = kOverhang * y.half;
   const double right = kOverhang * x.half;

@@ -14,8 +14,8 @@ struct Grid {
   double stepY = 0.0;
 };
 
-/// Draws the grid over the whole viewport, which shows the view: lines of one pixel, unlit. Loads
-/// matrices of its own; leaves all else as it was.
-void drawGrid(const Grid& grid, const ScaledView& scaled);
+/// Draws the grid over the whole viewport, which shows the view: lines of one pixel of a screen
+/// (`pixelScale` pixels), unlit. Loads matrices of its own; leaves all else as it was.
+void drawGrid(const Grid& grid, const ScaledView& scaled, double pixelScale = 1.0);
 
 }  // namespace zyn

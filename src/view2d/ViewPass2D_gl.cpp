@@ -1,6 +1,7 @@
 #include "view2d/ViewPass2D_gl.h"
 
 #include "glcontext/StateGuards_gl.h"
+#include "view/PixelScale_gl.h"
 #include "view/RubberBand_gl.h"
 #include "view2d/Grid_gl.h"
 #include "view2d/ViewMatrices_gl.h"
@@ -9,23 +10,23 @@ namespace zyn {
 
 namespace {
 
-void drawCursor(const ViewPass2D::Cursor& cursor, const ScaledView& shown) {
-  loadViewAt({cursor.position[0], cursor.position[1], 0}, shown);
-  cursor.glyph.draw(0, 0, 0);
+void drawCursor(const ViewPass2D::Cursor& cursor, const ViewPass2D& pass) {
+  loadViewAt({cursor.position[0], cursor.position[1], 0}, pass.shown);
+  cursor.glyph.draw(0, 0, 0, pass.pixelScale);
 }
 
 void drawOverlays(const ViewPass2D& pass) {
   const PushedMatrix projection(GL_PROJECTION);
   const PushedMatrix modelview(GL_MODELVIEW);
   if (pass.rubberBand) {
-    drawRubberBand(*pass.rubberBand);
+    drawRubberBand(*pass.rubberBand, pass.pixelScale);
   }
   if (pass.frame) {
     loadViewAt(pass.frame->origin(), pass.shown);
     pass.frame->draw();
   }
   if (pass.cursor) {
-    drawCursor(*pass.cursor, pass.shown);
+    drawCursor(*pass.cursor, pass);
   }
 }
 
@@ -36,10 +37,11 @@ void drawView2D(const ViewPass2D& pass, const std::function<void()>& drawTraces,
   const PushedMatrix modelview(GL_MODELVIEW);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   if (pass.grid) {
-    drawGrid(*pass.grid, pass.shown);
+    drawGrid(*pass.grid, pass.shown, pass.pixelScale);
   }
   loadView(pass.shown);
   {
+    const auto scale = pixelScaleUnlessOne(pass.pixelScale);
     const BalancedStacks stacks;
     drawTraces();
   }

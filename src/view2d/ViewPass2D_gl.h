@@ -27,6 +27,7 @@ struct ViewPass2D {
   std::optional<RubberBand> rubberBand;
   std::shared_ptr<const GraphFrame> frame;  ///< kept by the pass: traces may replace the view's
   std::optional<Cursor> cursor;
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen
 };
 
 /// Draws the view into the current context, which `drawTraces` must leave current: clears, then

@@ -92,7 +92,8 @@ void ViewState2D::showGraph(const Rect2& range, double xScale, double yScale) {
   rememberVisible();
 }
 
-std::optional<GraphPlacement> ViewState2D::graphPlacement(ClientSize client) const {
+std::optional<GraphPlacement> ViewState2D::graphPlacement(ClientSize client,
+                                                          double pixelScale) const {
   if (!hasGraph_ || client.isEmpty() || !home_->showsAnything() || !canScale(xScale_) ||
       !canScale(yScale_)) {
     return std::nullopt;
@@ -100,8 +101,8 @@ std::optional<GraphPlacement> ViewState2D::graphPlacement(ClientSize client) con
   CParamsVue2D home(*home_);
   home.fit(home.bounds(), client, 0.0F);
   return GraphPlacement{scaled(home.bounds(), 1.0 / xScale_, 1.0 / yScale_),
-                        home.width() / client.width / xScale_,
-                        home.height() / client.height / yScale_};
+                        pixelScale * home.width() / client.width / xScale_,
+                        pixelScale * home.height() / client.height / yScale_, pixelScale};
 }
 
 void ViewState2D::pushHistory() {

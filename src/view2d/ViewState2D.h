@@ -72,7 +72,7 @@ class ViewState2D {
   /// How the graph lies in a window of this size to which its view, the home view, is fitted; none
   /// while there is no graph or nothing to map pixels with.
   std::optional<GraphPlacement> graphPlacement() const { return graphPlacement(client_); }
-  std::optional<GraphPlacement> graphPlacement(ClientSize client) const;
+  std::optional<GraphPlacement> graphPlacement(ClientSize client, double pixelScale = 1.0) const;
 
   /// Puts a copy of the current view on the history.
   void pushHistory();

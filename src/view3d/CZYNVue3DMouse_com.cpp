@@ -54,6 +54,7 @@ bool isInput(UINT message, MouseKeys keys) {
 }  // namespace
 
 std::optional<LRESULT> CZYNVue3D::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  followMonitor();
   if (isInput(message, MouseKeys(static_cast<std::uint32_t>(wParam)))) {
     view_.stop();
   }

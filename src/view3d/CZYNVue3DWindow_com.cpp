@@ -24,8 +24,9 @@ std::shared_ptr<void> CZYNVue3D::prepareContext() {
   return resources;
 }
 
-TextView CZYNVue3D::textView(const ContextFonts& fonts, const CParamsVue3D& camera) const {
-  TextView view = fonts.view(camera.shownHeight());
+/// For the context in which the view draws now.
+TextView CZYNVue3D::textView(const ContextFonts* fonts, const CParamsVue3D& camera) const {
+  TextView view = textViewOf(fonts, camera.shownHeight(), pixelScale());
   view.perspective = camera.perspective();
   view.isOnDark = !gradientOn_ && isDark(background_);  // a gradient begins white
   return view;
@@ -35,7 +36,7 @@ ListPass CZYNVue3D::listPass(std::uint32_t overrideMode) const {
   ListPass pass{.overrideMode = overrideMode};
   const CParamsVue3D* camera = view_.camera();
   if (const auto resources = resources_.lock(); resources && camera) {
-    pass.texts = textView(resources->fonts, *camera);
+    pass.texts = textView(&resources->fonts, *camera);
     pass.lists = {resources, &resources->lists};
   }
   return pass;
@@ -57,6 +58,7 @@ ViewPass3D CZYNVue3D::currentPass() const {
   }
   pass.drawCoordSys = drawCoordSys_;
   pass.drawLights = drawLights_;
+  pass.pixelScale = pixelScale();
   return pass;
 }
 
@@ -68,6 +70,7 @@ void CZYNVue3D::followExtent() {
 
 void CZYNVue3D::paint(HDC) {
   followExtent();
+  takePixelScale();
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     ViewPass3D pass = currentPass();
@@ -108,7 +111,7 @@ DrawOffscreen CZYNVue3D::preparePicture(OffscreenSurface& surface, SIZE size) {
     surface.render([&](const Tile&) {
       const AutoGLClearColor background(flat);
       const auto kept = fonts.lock();
-      const TextView texts = kept && camera ? textView(*kept, *camera) : TextView();
+      const TextView texts = camera ? textView(kept.get(), *camera) : TextView();
       drawView3D(
           pass, [&] { drawList_.draw3D({.texts = texts}); }, [] {});
     });

@@ -160,7 +160,7 @@ class CZYNVue3D final : public ViewControl<CZYNVue3D, IZYNVue3D2, IZYNVue3D, Mou
   std::shared_ptr<void> prepareContext();
   /// Fits the depth to objects that the view follows, where their bounds have changed since.
   void followExtent();
-  TextView textView(const ContextFonts& fonts, const CParamsVue3D& camera) const;
+  TextView textView(const ContextFonts* fonts, const CParamsVue3D& camera) const;
   ListPass listPass(std::uint32_t overrideMode = 0) const;
   ViewPass3D currentPass() const;
   PickRecords pick(const CParamsVue3D& camera, const PickRegion& region, bool unlit,

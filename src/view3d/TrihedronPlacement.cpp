@@ -9,7 +9,7 @@ namespace zyn {
 
 namespace {
 
-/// An axis takes this part of the view's shorter side.
+/// An axis takes this part of the view's shorter side, more where it is scaled.
 constexpr double kLengthsPerSide = 12.0;
 
 bool isFinite(const Point& p) {
@@ -18,10 +18,10 @@ bool isFinite(const Point& p) {
 
 }  // namespace
 
-std::optional<TrihedronPlacement> TrihedronPlacement::in(const CParamsVue3D& camera) {
+std::optional<TrihedronPlacement> TrihedronPlacement::in(const CParamsVue3D& camera, double scale) {
   TrihedronPlacement placement;
   const Vecteur direction = camera.direction();
-  placement.length = std::min(camera.width(), camera.height()) / kLengthsPerSide;
+  placement.length = scale * std::min(camera.width(), camera.height()) / kLengthsPerSide;
   placement.right = normalised(cross(direction, camera.up()));
   placement.up = cross(placement.right, direction);
   placement.towardsViewer = -direction;

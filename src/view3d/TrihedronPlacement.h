@@ -19,8 +19,8 @@ struct TrihedronPlacement {
   Vecteur up;
   Vecteur towardsViewer;
 
-  /// None for a camera that shows nothing.
-  static std::optional<TrihedronPlacement> in(const CParamsVue3D& camera);
+  /// `scale` times as large as a view has it by itself; none for a camera that shows nothing.
+  static std::optional<TrihedronPlacement> in(const CParamsVue3D& camera, double scale = 1.0);
 };
 
 }  // namespace zyn

@@ -33,6 +33,9 @@ constexpr double kLetterPixels = 9.0;  ///< at least
 constexpr double kStroke = 0.06;
 constexpr double kStrokePixels = 1.3;
 
+/// However fine the pixels: an axis takes a quarter of the view's shorter side then.
+constexpr double kLargestScale = 3.0;
+
 /// On the screen, axes shorter than this point to the viewer or away.
 constexpr double kShort = 0.25;
 
@@ -199,9 +202,10 @@ double pixelOf(const CParamsVue3D& camera, const TrihedronPlacement& placement) 
 
 }  // namespace
 
-void drawTrihedron(const CParamsVue3D& camera) {
+void drawTrihedron(const CParamsVue3D& camera, double pixelScale) {
   glClearDepth(kClearDepth);
-  const auto placement = TrihedronPlacement::in(camera);
+  const double scale = std::min(pixelScale, kLargestScale);
+  const auto placement = TrihedronPlacement::in(camera, scale);
   if (!placement) {
     return;
   }
@@ -215,7 +219,7 @@ void drawTrihedron(const CParamsVue3D& camera) {
     AxisSolid(axis, *placement).draw();
   }
   glLoadIdentity();
-  drawLetters(*placement, pixelOf(camera, *placement));
+  drawLetters(*placement, scale * pixelOf(camera, *placement));
 }
 
 }  // namespace zyn

@@ -1,5 +1,6 @@
 #include "view3d/ViewPass3D_gl.h"
 
+#include "view/PixelScale_gl.h"
 #include "view/RubberBand_gl.h"
 #include "view3d/LightLines_gl.h"
 #include "view3d/ScenePass_gl.h"
@@ -12,16 +13,17 @@ namespace {
 /// Drawn over the scene, with the camera's matrices.
 void drawOverlays(const ViewPass3D& pass, const CParamsVue3D& camera) {
   if (pass.drawCoordSys) {
-    drawTrihedron(camera);
+    drawTrihedron(camera, pass.pixelScale);
   }
   if (pass.rubberBand) {
-    drawRubberBand(*pass.rubberBand);
+    drawRubberBand(*pass.rubberBand, pass.pixelScale);
   }
   if (pass.cursor) {
     const auto& [x, y, z] = pass.cursor->position;
-    pass.cursor->glyph.draw(x, y, z);
+    pass.cursor->glyph.draw(x, y, z, pass.pixelScale);
   }
   if (pass.drawLights) {
+    const auto scale = pixelScaleUnlessOne(pass.pixelScale);
     drawLightLines(camera, pass.lights);
   }
 }
@@ -38,7 +40,7 @@ void drawView3D(const ViewPass3D& pass, const std::function<void()>& drawList,
              .lights = pass.lights,
              .gradient = pass.gradient,
              .part = {},
-             .pixelScale = 1.0},
+             .pixelScale = pass.pixelScale},
             drawList);
   if (camera) {
     drawOverlays(pass, *camera);

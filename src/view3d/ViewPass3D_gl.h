@@ -27,6 +27,7 @@ struct ViewPass3D {
   bool drawLights = false;
   std::optional<RubberBand> rubberBand;
   std::optional<Cursor> cursor;
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen
 };
 
 /// Draws the view into the current context, which `drawList` must leave current: the scene, the

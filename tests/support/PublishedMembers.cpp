@@ -478,12 +478,14 @@ PublishedMembers& addOutput(PublishedMembers& members) {
 
 PublishedMembers furtherOfView(const char* name, std::size_t count) {
   PublishedMembers members(name, count);
-  members.getput(100, "RedessinAuto", "VARIANT_BOOL").getput(101, "Silencieux", "VARIANT_BOOL");
+  members.getput(100, "RedessinAuto", "VARIANT_BOOL")
+      .getput(101, "Silencieux", "VARIANT_BOOL")
+      .getput(102, "EchelleDPI", "double");
   return addOutput(members);
 }
 
 PublishedMembers further3D() {
-  return furtherOfView("IZYNVue3D2", 27)
+  return furtherOfView("IZYNVue3D2", 29)
       .getput(120, "Camera", "IDispatch*")
       .putref(120, "Camera", "IDispatch*")
       .method(121, "AllerA(IDispatch* Camera, long DureeMs)")
@@ -531,7 +533,7 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           mesh(),
           camera(),
           further3D(),
-          furtherOfView("IZYNVue2D2", 10),
+          furtherOfView("IZYNVue2D2", 12),
           furtherOfContext("IZYN2DGLBitmapContext2", 8),
           furtherOfContext3D(),
           furtherOfText(),

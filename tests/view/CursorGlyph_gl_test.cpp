@@ -55,6 +55,22 @@ TEST_F(CursorGlyphTest, IsACrossCentredOnThePosition) {
   EXPECT_EQ(box.bottom - box.top, 12);
 }
 
+TEST_F(CursorGlyphTest, GrowsPixelByPixel) {
+  glyph->draw(40.5F, 40.5F, 0, 2);
+  const Image image = context.read();
+  EXPECT_EQ(image.count({0, 0, 0}), 4 * 52);
+  const PixelBox box = boxOf(image, {0, 0, 0});
+  EXPECT_EQ(box.right - box.left, 25);
+  EXPECT_EQ(box.bottom - box.top, 25);
+  EXPECT_NEAR(box.centreX(), 40.5, 0.5);
+  for (int y = 0; y < 2 * kGlyphSide; ++y) {
+    for (int x = 0; x < 2 * kGlyphSide; ++x) {
+      const Rgb expected = kGlyph[y / 2][x / 2] == '#' ? Rgb{0, 0, 0} : Rgb{255, 255, 255};
+      ASSERT_EQ(image.at(box.left + x, box.top + y), expected) << x << ',' << y;
+    }
+  }
+}
+
 TEST_F(CursorGlyphTest, IsBlackWhateverTheColourAndTheLights) {
   glColor3f(1, 0, 0);
   glEnable(GL_LIGHTING);

@@ -371,7 +371,8 @@ HRESULT STDMETHODCALLTYPE CZYNGLMaillage::draw(const DrawPass& pass) noexcept {
            .query = pass.query,
            .opacity = pass.opacity,
            .laysDepth = pass.depth != DepthPhase::kLaid,
-           .drawsLines = pass.depth != DepthPhase::kOnly});
+           .drawsLines = pass.depth != DepthPhase::kOnly,
+           .pixelScale = pass.texts.pixelScale});
   });
 }
 

@@ -24,7 +24,7 @@ struct MeshLook {
   std::int32_t style = kSurfaces;
   double featureAngle = 30;  ///< degrees
   Colour edgeColour{0, 0, 0, 1};
-  double edgeWidth = 1;  ///< pixels, of lines and points
+  double edgeWidth = 1;  ///< pixels of a screen, of lines and points
 
   std::int32_t name = 0;  ///< in selections; below 0 the mesh takes no part
 };

@@ -114,6 +114,7 @@ class MeshPainter {
 
   bool hasColours() const { return !mesh_.pointColours.empty() || !mesh_.faceColours.empty(); }
   double opacityOf(const MeshLook::Colour& colour) const { return colour.alpha * pass_.opacity; }
+  double edgeWidth() const { return look_.edgeWidth * pass_.pixelScale; }
   GLfloat heightOf(double z) const { return pass_.isFlat ? 0 : static_cast<GLfloat>(z); }
   std::array<GLfloat, 3> positionOf(std::size_t point) const {
     const double* const xyz = mesh_.points.data() + 3 * point;
@@ -163,7 +164,7 @@ void MeshPainter::draw() {
       drawEdges(false);
       break;
     case MeshLook::kSurfacesAndFeatures: {
-      const SurfacesBehind scope(0.5 * std::max(1.0, look_.edgeWidth));
+      const SurfacesBehind scope(0.5 * std::max(1.0, edgeWidth()));
       drawFaces(false);
     }
       drawEdges(true);
@@ -273,7 +274,7 @@ void MeshPainter::drawByValues(FaceSetting setting, Part part) {
 
 void MeshPainter::drawDepth() {
   // Silhouettes win against the faces beside those that they lie on, too.
-  const SurfacesBehind behind(2 + look_.edgeWidth);
+  const SurfacesBehind behind(2 + edgeWidth());
   const DepthOnly scope;
   drawChunks({}, Part::kSurfaces, 0);
 }
@@ -312,7 +313,7 @@ void MeshPainter::drawPart(Part part, std::uint64_t setting, Emit emit) {
 void MeshPainter::drawEdges(bool featuresOnly) {
   const auto& [r, g, b, alpha] = look_.edgeColour;
   const UnlitColour colour(r, g, b, opacityOf(look_.edgeColour));
-  const AutoGLLineWidth width(look_.edgeWidth);
+  const AutoGLLineWidth width(edgeWidth());
   drawPart(Part::kLines, mixed({featuresOnly ? look_.featureAngle : -1}), [&] {
     drawLines(featuresOnly ? featureEdges(mesh_, model_.edges(), look_.featureAngle)
                            : allEdges(model_.edges()));
@@ -322,7 +323,7 @@ void MeshPainter::drawEdges(bool featuresOnly) {
 void MeshPainter::drawSilhouette() const {
   const auto& [r, g, b, alpha] = look_.edgeColour;
   const UnlitColour colour(r, g, b, opacityOf(look_.edgeColour));
-  const AutoGLLineWidth width(look_.edgeWidth);
+  const AutoGLLineWidth width(edgeWidth());
   const GlMatrix toScreen =
       product(matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX));
   drawLines(silhouetteEdges(mesh_, model_.edges(), eyeOf(toScreen)));
@@ -340,7 +341,7 @@ void MeshPainter::drawLines(const std::vector<std::uint32_t>& ends) const {
 void MeshPainter::drawPoints() {
   const auto& [r, g, b, alpha] = look_.colour;
   const UnlitColour colour(r, g, b, opacityOf(look_.colour));
-  const AutoGLPointSize size(look_.edgeWidth);
+  const AutoGLPointSize size(edgeWidth());
   const std::uint64_t setting =
       mixed({pass_.opacity, scale_ ? static_cast<double>(scale_->revision) : -1});
   drawPart(Part::kPoints, setting, [&] {

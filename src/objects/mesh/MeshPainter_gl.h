@@ -19,8 +19,9 @@ struct MeshPass {
   std::shared_ptr<DisplayLists> lists{};  ///< of the current context; null: none are used
   const PickQuery* query = nullptr;       ///< in a selection where something may be missed
   double opacity = 1;                     ///< by which alpha is multiplied
-  bool laysDepth = true;   ///< the surfaces of a hidden-line drawing, of which only depth is drawn
-  bool drawsLines = true;  ///< all else
+  bool laysDepth = true;    ///< the surfaces of a hidden-line drawing, of which only depth is drawn
+  bool drawsLines = true;   ///< all else
+  double pixelScale = 1.0;  ///< pixels for one pixel of a screen
 };
 
 /// Draws a mesh into the current context, and leaves its state as triangles do. `scale` colours its

@@ -59,7 +59,7 @@ class ContextFonts {
   const std::shared_ptr<CGLFontContext>& fonts() const { return fonts_; }
 
   /// What a view with this context tells its texts.
-  TextView view(double viewHeight, double pixelScale = 1.0) const {
+  TextView view(double viewHeight, double pixelScale) const {
     return {fonts_, context_, viewHeight, pixelScale};
   }
 
@@ -67,5 +67,12 @@ class ContextFonts {
   std::shared_ptr<CGLFontContext> fonts_;
   HGLRC context_;
 };
+
+/// What a view tells its objects in the current context, of which these are the fonts, or which has
+/// none.
+inline TextView textViewOf(const ContextFonts* fonts, double viewHeight, double pixelScale) {
+  return fonts ? fonts->view(viewHeight, pixelScale)
+               : TextView{{}, wglGetCurrentContext(), viewHeight, pixelScale};
+}
 
 }  // namespace zyn
