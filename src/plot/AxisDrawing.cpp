@@ -37,11 +37,6 @@ std::vector<PixelBox> gridLines(const PlacedAxis& axis, const std::vector<double
   return boxes;
 }
 
-/// Where the box of a title of this length begins, to lie about a middle and within the picture.
-double centred(double middle, double length, double size, double edge) {
-  return std::clamp(middle - length / 2, edge, std::max(edge, size - edge - length));
-}
-
 /// Where the baseline of an upright text lies whose box is to lie outwards from a place.
 double uprightBaseline(AxisSide side, double at, const PixelBox& box) {
   return side == AxisSide::kLeft ? at + box.bottom : at + box.top;
@@ -148,17 +143,18 @@ void putLabels(const PlacedAxis& axis, const PixelBox& area, const PlotMeasures&
                TextPlacer& placer) {
   const double away = axis.at + measures.tick + measures.gap;
   const TextStyle style = axis.labelStyle();
-  const TextLine digits = placer.digitsOf(style);
+  const double digits = placer.digitsOf(style).middle();
+  const TextLine line = axis.labelLine();
   for (std::size_t i = 0; i < axis.ticks().labels.size(); ++i) {
     const LaidText text = placer.layOut(axis.ticks().labels[i], style);
     const double middle = axis.ticks().labelPixels[i];
-    PlanePoint start{middle - text.middle(), middle - digits.middle()};
+    PlanePoint start{middle - text.middle(), middle - digits};
     switch (axis.side()) {
       case AxisSide::kBottom:
-        start.y = area.bottom - away - digits.top;
+        start.y = area.bottom - away - line.top;
         break;
       case AxisSide::kTop:
-        start.y = area.top + away - std::min(text.box.bottom, digits.bottom);
+        start.y = area.top + away - line.bottom;
         break;
       case AxisSide::kLeft:
         start.x = area.left - away - text.box.right;

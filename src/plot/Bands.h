@@ -29,7 +29,7 @@ struct BandFit {
 };
 
 /// Makes room for the plot area: bands that do not fit are left out, the first ones first. It is a
-/// pixel long at least.
-BandFit fitBands(const std::vector<Band>& bands, const BandRoom& room);
+/// pixel long at least, whatever margins are wanted.
+BandFit fitBands(const std::vector<Band>& bands, const BandRoom& wanted);
 
 }  // namespace zyn

@@ -10,7 +10,7 @@ namespace {
 
 /// Distances between ticks in em heights, and how many an axis has at most, about.
 constexpr double kPitch = 6;
-constexpr double kUprightPitch = 4;
+constexpr double kUprightPitch = 3.5;
 constexpr double kMostTicks = 12;
 constexpr double kMostUprightTicks = 10;
 /// Between labels, in em heights.
@@ -62,15 +62,19 @@ double PlacedAxis::labelExtent(std::string_view label) const {
   return 2 * std::max(line.top - digits.middle(), digits.middle() - line.bottom);
 }
 
-void PlacedAxis::stretch(double pixelFrom, double pixelTo, double first, double last) {
-  scale_.pixelFrom = pixelFrom;
-  scale_.pixelTo = pixelTo;
+void PlacedAxis::stretch(const AxisSpan& span) {
+  if (span == span_) {
+    return;
+  }
+  span_ = span;
+  scale_.pixelFrom = span.from;
+  scale_.pixelTo = span.to;
   const double em = context_.measures.emHeight;
   const double length = scale_.length();
   ticks_ =
       chooseTicks(scale_,
-                  {.first = first,
-                   .last = last,
+                  {.first = span.first,
+                   .last = span.last,
                    .gap = em * (isUpright() ? kUprightGap : kGap),
                    .pitch = isUpright() ? std::max(em * kUprightPitch, length / kMostUprightTicks)
                                         : std::max(em * kPitch, length / kMostTicks),
@@ -82,21 +86,22 @@ void PlacedAxis::stretch(double pixelFrom, double pixelTo, double first, double 
   }
 }
 
+TextLine PlacedAxis::labelLine() const {
+  TextLine line = context_.placer.digitsOf(labelStyle());
+  if (!std::holds_alternative<std::monostate>(axis_->tickFormat)) {
+    line.bottom = context_.placer.lineOf(labelStyle()).bottom;
+  }
+  return line;
+}
+
 /// Beside an upright axis in steps, so that the plot area stays where it is while ranges change.
 double PlacedAxis::labelDepth() const {
   if (!hasLabels()) {
     return 0;
   }
   const PlotMeasures& measures = context_.measures;
-  const TextStyle style = labelStyle();
-  const TextLine digits = context_.placer.digitsOf(style);
-  double depth = digits.height();
-  if (isUpright()) {
-    const double step = measures.emHeight / 2;
-    depth = std::ceil(widest_ / step) * step;
-  } else if (!std::holds_alternative<std::monostate>(axis_->tickFormat)) {
-    depth = digits.top - context_.placer.lineOf(style).bottom;
-  }
+  const double step = measures.emHeight / 2;
+  const double depth = isUpright() ? std::ceil(widest_ / step) * step : labelLine().height();
   return std::ceil(measures.tick + measures.gap + depth);
 }
 

@@ -21,6 +21,16 @@ struct AxisContext {
   double overhang() const;
 };
 
+/// Where an axis lies, in pixels along it.
+struct AxisSpan {
+  double from = 0.0;
+  double to = 0.0;
+  double first = 0.0;  ///< labels stay between these
+  double last = 0.0;
+
+  bool operator==(const AxisSpan&) const = default;
+};
+
 /// An axis while a graph is laid out. What belongs to it takes room outwards from its line: ticks
 /// and labels, a row for its offset text where it needs one, its title.
 class PlacedAxis {
@@ -46,9 +56,12 @@ class PlacedAxis {
   /// Of the labels, across an upright axis and along a horizontal one.
   double widestLabel() const { return widest_; }
 
-  /// Gives it a length, and ticks. Labels stay between `first` and `last`.
-  void stretch(double pixelFrom, double pixelTo, double first, double last);
+  /// Gives it a length, and ticks.
+  void stretch(const AxisSpan& span);
 
+  /// Between which labels of a horizontal axis stand; what they may have above needs no room of
+  /// its own.
+  TextLine labelLine() const;
   double labelDepth() const;
   double titleDepth() const;
   /// Where its room ends, from the edge of the plot area.
@@ -66,6 +79,7 @@ class PlacedAxis {
   AxisContext context_;
   bool isVisible_;
   AxisScale scale_;
+  AxisSpan span_{};
   Ticks ticks_{};
   double widest_ = 0.0;
 };

@@ -11,6 +11,7 @@
 #include "plot/AxisDrawing.h"
 #include "plot/Bands.h"
 #include "plot/PlacedAxis.h"
+#include "plot/PlotLegend.h"
 #include "plot/PlotMeasures.h"
 #include "plot/TextPlacer.h"
 
@@ -21,12 +22,18 @@ namespace {
 /// Times the room around the plot area is measured anew, as what it has to hold becomes known.
 constexpr int kMostPasses = 4;
 /// Of the picture, or in em heights, what the plot area has before something takes room from it.
+constexpr double kPartBesideLegend = 0.5;
+constexpr double kEmBesideLegend = 10;
 constexpr double kPartBesideTitle = 0.55;
 constexpr double kEmBesideTitle = 8;
 constexpr double kPartBesideAxisTitle = 0.5;
 constexpr double kEmBesideAxisTitle = 6;
 constexpr double kPartBesideLabels = 0.35;
 constexpr double kEmBesideLabels = 4;
+/// Of the picture, what a legend beside the plot area may take, and of the plot area one within it.
+constexpr double kMostLegendWidth = 0.4;
+constexpr double kMostLegendHeight = 0.35;
+constexpr double kMostLegendInside = 0.7;
 /// Of the width, what labels at the ends of an axis have on each side.
 constexpr double kMostOverhang = 0.12;
 /// Of the size of a picture, what is free around everything at most.
@@ -55,20 +62,22 @@ class Layout {
   }
 
   PlotLayout make() {
-    for (int pass = 0; pass < kMostPasses; ++pass) {
+    for (int pass = 1;; ++pass) {
       fitVertically();
       fitHorizontally();
-      if (!growRoom()) {
+      placeOffsets();
+      if (pass == kMostPasses || !growRoom()) {
         break;
       }
     }
     PlotLayout made;
     made.area = area_;
-    drawBehind(made.behind);
-    drawInFront(made.inFront);
     for (const PlacedAxis& axis : axes_) {
       made.axes.push_back({axis.scale(), axis.ticks(), boxOf(axis)});
     }
+    drawBehind(made.behind);
+    drawInFront(made.inFront);
+    drawLegend(made);
     return made;
   }
 
@@ -150,8 +159,18 @@ class Layout {
     });
   }
 
+  bool isLegendAt(LegendPlace place) const {
+    return input_.legend.isVisible && input_.legend.place == place;
+  }
+
+  void addLegend(std::vector<Band>& bands, bool isHigh, double depth, double size) {
+    isLegendKept_ = !legend_.isEmpty();
+    bands.push_back({isHigh, depth + measures_.axisGap,
+                     leastLength(size, kPartBesideLegend, kEmBesideLegend), &isLegendKept_});
+  }
+
   void keepAll() {
-    isTitleKept_ = isSubtitleKept_ = areOffsetsKept_ = true;
+    isTitleKept_ = isSubtitleKept_ = areOffsetsKept_ = isLegendKept_ = true;
     for (PlacedAxis& axis : axes_) {
       axis.areLabelsKept = axis.isTitleKept = true;
     }
@@ -163,6 +182,10 @@ class Layout {
     const double least = leastLength(size, kPartBesideTitle, kEmBesideTitle);
     std::vector<Band> bands{{true, depthOf(subtitle_), least, &isSubtitleKept_},
                             {true, depthOf(title_), least, &isTitleKept_}};
+    if (isLegendAt(LegendPlace::kBelow)) {
+      legend_.fit(page_.width - 2 * pad(page_.width), kMostLegendHeight * size, true);
+      addLegend(bands, false, legend_.height(), size);
+    }
     addTitles(bands, false, size);
     bands.push_back({true, offsetsDepth(), leastLength(size, kPartBesideLabels, kEmBesideLabels),
                      &areOffsetsKept_});
@@ -182,13 +205,17 @@ class Layout {
     for (PlacedAxis& axis : axes_) {
       if (axis.isUpright()) {
         const double overhang = context_.overhang();
-        axis.stretch(area_.bottom, area_.top, std::max(edge, area_.bottom - overhang),
-                     std::min(page_.height - edge, area_.top + overhang));
+        axis.stretch({area_.bottom, area_.top, std::max(edge, area_.bottom - overhang),
+                      std::min(page_.height - edge, area_.top + overhang)});
         axis.areLabelsKept = areOffsetsKept_ || axis.ticks().offset.empty();
       }
     }
     const double size = page_.width;
     std::vector<Band> bands;
+    if (isLegendAt(LegendPlace::kRight)) {
+      legend_.fit(kMostLegendWidth * size, area_.height(), false);
+      addLegend(bands, true, legend_.width(), size);
+    }
     addTitles(bands, true, size);
     addLabels(bands, true, size);
     const BandFit fit = fitBands(bands, {.size = size,
@@ -202,16 +229,18 @@ class Layout {
     placeLines(AxisSide::kRight);
     for (PlacedAxis& axis : axes_) {
       if (!axis.isUpright()) {
-        axis.stretch(area_.left, area_.right, edge, size - edge);
+        axis.stretch({area_.left, area_.right, edge, size - edge});
       }
     }
   }
 
   /// More room for what has turned out to need it; whether there is such.
   bool growRoom() {
-    const std::size_t rows = placeOffsets();
-    bool hasGrown = rows > offsetRows_;
-    offsetRows_ = std::max(rows, offsetRows_);
+    bool hasGrown = false;
+    for (const OffsetPlace& place : offsets_) {
+      hasGrown = hasGrown || place.row >= offsetRows_;
+      offsetRows_ = std::max(offsetRows_, place.row + 1);
+    }
     const double step = measures_.emHeight / 2;
     for (PlacedAxis& axis : axes_) {
       if (axis.isUpright() || !axis.hasLabels()) {
@@ -242,10 +271,9 @@ class Layout {
   }
 
   /// Finds places for the offset texts of upright axes: above the labels, in as many rows as it
-  /// takes. The number of rows.
-  std::size_t placeOffsets() {
+  /// takes.
+  void placeOffsets() {
     offsets_.clear();
-    std::size_t rows = 0;
     for (const PlacedAxis& axis : axes_) {
       if (!axis.isUpright() || !axis.hasLabels() || axis.ticks().offset.empty()) {
         continue;
@@ -263,10 +291,8 @@ class Layout {
       })) {
         ++place.row;
       }
-      rows = std::max(rows, place.row + 1);
       offsets_.push_back(std::move(place));
     }
-    return rows;
   }
 
   PixelBox boxOf(const PlacedAxis& axis) const {
@@ -285,6 +311,36 @@ class Layout {
     drawGrids(axes_, area_, context_, drawing.back());
   }
 
+  /// A legend beside the plot area; empty where it lies within.
+  PixelBox legendBeside() const {
+    const double gap = measures_.axisGap;
+    if (isLegendKept_ && isLegendAt(LegendPlace::kRight)) {
+      const double left = area_.right + endOf(AxisSide::kRight) + gap;
+      return {left, left + legend_.width(), area_.top - legend_.height(), area_.top};
+    }
+    if (isLegendKept_ && isLegendAt(LegendPlace::kBelow)) {
+      const double top = area_.bottom - endOf(AxisSide::kBottom) - gap;
+      const double left =
+          centred((area_.left + area_.right) / 2, legend_.width(), page_.width, measures_.edge);
+      return {std::floor(left), std::floor(left) + legend_.width(), top - legend_.height(), top};
+    }
+    return {};
+  }
+
+  void drawLegend(PlotLayout& made) {
+    if (!input_.legend.isVisible) {
+      return;
+    }
+    PixelBox box = legendBeside();
+    if (box.isEmpty()) {
+      legend_.fit(kMostLegendInside * area_.width(), kMostLegendInside * area_.height(), false);
+      box = legend_.placeInside(input_.legend.place, made);
+    }
+    if (!legend_.isEmpty()) {
+      legend_.draw(box, made);
+    }
+  }
+
   void drawInFront(Drawing& drawing) {
     DrawnLayer& layer = drawing.emplace_back();
     drawFrame(axes_, area_, context_, layer);
@@ -296,6 +352,7 @@ class Layout {
         }
       }
     }
+    placer_.keepFree(legendBeside());
     putTitles();
     for (DrawnText& text : placer_.takeTexts()) {
       layer.items.emplace_back(std::move(text));
@@ -341,9 +398,8 @@ class Layout {
          {std::pair(&subtitle_, isSubtitleKept_), std::pair(&title_, isTitleKept_)}) {
       if (isKept && !text->isEmpty()) {
         const double edge = measures_.edge;
-        const double width = text->box.width();
-        const double left = std::clamp((area_.left + area_.right - width) / 2, edge,
-                                       std::max(edge, page_.width - edge - width));
+        const double left =
+            centred((area_.left + area_.right) / 2, text->box.width(), page_.width, edge);
         placer_.put(*text, {left - text->box.left, bottom + measures_.gap - text->box.bottom},
                     false);
         bottom += depthOf(*text);
@@ -366,6 +422,7 @@ class Layout {
   TextPlacer placer_;
   AxisContext context_{page_, theme_, measures_, placer_};
   std::vector<PlacedAxis> axes_;
+  PlotLegend legend_{input_, measures_, placer_};
   LaidText title_;
   LaidText subtitle_;
   PixelBox area_;
@@ -375,6 +432,7 @@ class Layout {
   bool isTitleKept_ = true;
   bool isSubtitleKept_ = true;
   bool areOffsetsKept_ = true;
+  bool isLegendKept_ = true;
 };
 
 }  // namespace

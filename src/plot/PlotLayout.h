@@ -108,14 +108,4 @@ struct PlotLayout {
 /// first, and the plot area is never empty.
 PlotLayout layOutPlot(const PlotInput& input);
 
-/// The two lines that the user moves along the bottom axis, with what they read.
-struct PlotCursor {
-  double value = 0.0;                 ///< of the bottom axis
-  std::vector<std::string> readings;  ///< lines of text, UTF-8
-};
-
-/// Draws them over all else. `axis` is the bottom one of the layout.
-Drawing drawCursors(const std::vector<PlotCursor>& cursors, const PlotLayout& layout,
-                    const AxisScale& axis, const PlotInput& input);
-
 }  // namespace zyn

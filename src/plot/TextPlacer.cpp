@@ -25,6 +25,10 @@ std::vector<std::size_t> characterEnds(std::string_view text) {
 
 }  // namespace
 
+double centred(double middle, double length, double size, double edge) {
+  return std::clamp(middle - length / 2, edge, std::max(edge, size - edge - length));
+}
+
 bool isPlainNumber(std::string_view text) {
   return text.find_first_not_of("0123456789+-.:eEx ") == std::string_view::npos;
 }

@@ -28,6 +28,9 @@ struct LaidText {
   double middle() const { return (box.left + box.right) / 2; }
 };
 
+/// Where something of this length begins that is to lie about a middle, but within a size.
+double centred(double middle, double length, double size, double edge);
+
 /// Whether a text is of digits and of what stands between their heights.
 bool isPlainNumber(std::string_view text);
 
@@ -47,6 +50,7 @@ class TextPlacer {
   /// What the text would cover with its start at a point.
   static PixelBox boxAt(const LaidText& text, const PlanePoint& start, bool isUpright);
   bool isFree(const PixelBox& box) const;
+  void keepFree(const PixelBox& box) { taken_.push_back(box); }
   /// Puts it to the nearest whole pixels, if it has room there.
   bool put(const LaidText& text, const PlanePoint& start, bool isUpright);
 

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <limits>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "plot/Drawing.h"
@@ -25,7 +27,7 @@ inline std::pair<double, double> blockHeights(std::string_view character) {
 }
 
 /// Lays a text out in a font whose characters are blocks half an em wide, narrow dots and blanks.
-inline std::shared_ptr<const ShapedText> shapeBlocks(std::string_view text, const FontFace& face) {
+inline std::shared_ptr<const ShapedText> layOutBlocks(std::string_view text, bool isBold) {
   auto shaped = std::make_shared<ShapedText>();
   shaped->text = {-0.22, 0.9};
   shaped->digits = {0, 0.7};
@@ -38,7 +40,7 @@ inline std::shared_ptr<const ShapedText> shapeBlocks(std::string_view text, cons
     const std::string_view character = text.substr(i, size);
     i += size;
     const bool isNarrow = character == "." || character == " " || character == ":";
-    const double advance = (isNarrow ? 0.25 : 0.55) * (face.bold ? 1.1 : 1.0);
+    const double advance = (isNarrow ? 0.25 : 0.55) * (isBold ? 1.1 : 1.0);
     if (character != " ") {
       const auto [bottom, top] = blockHeights(character);
       const double width = advance - 0.05;
@@ -49,6 +51,16 @@ inline std::shared_ptr<const ShapedText> shapeBlocks(std::string_view text, cons
       shaped->glyphs.push_back({glyph, {shaped->width, 0}});
     }
     shaped->width += advance;
+  }
+  return shaped;
+}
+
+/// The same for layouts, which ask again and again.
+inline std::shared_ptr<const ShapedText> shapeBlocks(std::string_view text, const FontFace& face) {
+  static std::unordered_map<std::string, std::shared_ptr<const ShapedText>> known;
+  auto& shaped = known[std::string(face.bold ? "b" : "r").append(text)];
+  if (!shaped) {
+    shaped = layOutBlocks(text, face.bold);
   }
   return shaped;
 }

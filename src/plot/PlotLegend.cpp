@@ -1,0 +1,170 @@
+#include "plot/PlotLegend.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace zyn {
+
+namespace {
+
+// In em heights.
+constexpr double kPadding = 0.65;
+constexpr double kPaddingAbove = 0.35;
+constexpr double kSample = 2;
+constexpr double kGap = 0.5;
+constexpr double kColumnGap = 1.5;
+constexpr double kRowHeight = 1.5;
+constexpr double kInset = 0.75;
+/// Of a longer name at least.
+constexpr double kLeastName = 3;
+
+/// So many that a length holds.
+std::size_t countIn(double length, double each) {
+  return length >= each ? static_cast<std::size_t>(std::min(length / each, 1e6)) : 0;
+}
+
+std::size_t dividedUp(std::size_t count, std::size_t by) { return (count + by - 1) / by; }
+
+}  // namespace
+
+PlotLegend::PlotLegend(const PlotInput& input, const PlotMeasures& measures,
+                       const TextPlacer& placer)
+    : input_(input),
+      measures_(measures),
+      placer_(placer),
+      padding_(std::round(kPadding * measures.emHeight)),
+      paddingAbove_(std::round(kPaddingAbove * measures.emHeight)),
+      sample_(std::round(kSample * measures.emHeight)),
+      gap_(std::round(kGap * measures.emHeight)),
+      columnGap_(std::round(kColumnGap * measures.emHeight)),
+      rowHeight_(std::round(kRowHeight * measures.emHeight)),
+      inset_(std::round(kInset * measures.emHeight)) {
+  for (const LegendEntry& entry : input.entries) {
+    const double name = placer.layOut(entry.name, nameStyle(true)).box.width();
+    widestName_ = std::max(widestName_, std::ceil(name));
+  }
+}
+
+TextStyle PlotLegend::nameStyle(bool isShown) const {
+  return {.emHeight = measures_.emHeight,
+          .colour = isShown ? input_.theme->text : input_.theme->hidden};
+}
+
+void PlotLegend::fit(double width, double height, bool isFlat) {
+  columns_ = rows_ = 0;
+  const double wide = width - 2 * padding_;
+  nameWidth_ = std::min(widestName_, std::floor(wide - sample_ - gap_));
+  const std::size_t count = input_.entries.size();
+  const std::size_t mostRows = countIn(height - 2 * paddingAbove_, rowHeight_);
+  const bool isCutTooShort = nameWidth_ < std::min(widestName_, kLeastName * measures_.emHeight);
+  if (count == 0 || mostRows == 0 || isCutTooShort) {
+    return;
+  }
+  const std::size_t mostColumns =
+      std::max<std::size_t>(1, countIn(wide + columnGap_, columnWidth() + columnGap_));
+  isFlat_ = isFlat;
+  if (isFlat) {
+    rows_ = std::min(mostRows, dividedUp(count, std::min(count, mostColumns)));
+    columns_ = std::min(mostColumns, dividedUp(count, rows_));
+  } else {
+    columns_ = std::min(mostColumns, dividedUp(count, mostRows));
+    rows_ = std::min(mostRows, dividedUp(count, columns_));
+  }
+}
+
+double PlotLegend::width() const {
+  const auto columns = static_cast<double>(columns_);
+  return 2 * padding_ + columns * columnWidth() + (columns - 1) * columnGap_;
+}
+
+double PlotLegend::height() const {
+  return 2 * paddingAbove_ + static_cast<double>(rows_) * rowHeight_;
+}
+
+PixelBox PlotLegend::placeInside(LegendPlace place, const PlotLayout& layout) const {
+  const PixelBox room = layout.area.shrunk(inset_);
+  const auto boxAt = [&](double x, double y) {
+    const double left = std::round(room.left + x * (room.width() - width()));
+    const double bottom = std::round(room.bottom + y * (room.height() - height()));
+    return PixelBox{left, left + width(), bottom, bottom + height()};
+  };
+  switch (place) {
+    case LegendPlace::kBottomLeft:
+      return boxAt(0, 0);
+    case LegendPlace::kBottomRight:
+      return boxAt(1, 0);
+    case LegendPlace::kTopRight:
+      return boxAt(1, 1);
+    case LegendPlace::kTopLeft:
+      return boxAt(0, 1);
+    default:
+      break;
+  }
+  PixelBox best = boxAt(1, 1);
+  double least = std::numeric_limits<double>::infinity();
+  for (const PixelBox& box :
+       std::array{boxAt(1, 1), boxAt(0, 1), boxAt(1, 0), boxAt(0, 0), boxAt(1, 0.5), boxAt(0, 0.5),
+                  boxAt(0.5, 1), boxAt(0.5, 0)}) {
+    const double hidden = input_.hiddenBy ? input_.hiddenBy(box, layout.area, layout.axes) : 0;
+    if (hidden < least) {
+      least = hidden;
+      best = box;
+    }
+    if (least <= 0) {
+      break;
+    }
+  }
+  return best;
+}
+
+PixelBox PlotLegend::entryBox(std::size_t i, const PixelBox& box) const {
+  const std::size_t column = isFlat_ ? i % columns_ : i / rows_;
+  const std::size_t row = isFlat_ ? i / columns_ : i % rows_;
+  const double left =
+      box.left + padding_ + static_cast<double>(column) * (columnWidth() + columnGap_);
+  const double top = box.top - paddingAbove_ - static_cast<double>(row) * rowHeight_;
+  return {left, left + columnWidth(), top - rowHeight_, top};
+}
+
+void PlotLegend::draw(const PixelBox& box, PlotLayout& layout) const {
+  layout.legend = box;
+  DrawnLayer& layer = layout.inFront.emplace_back();
+  drawTextGround(box, *input_.theme, measures_.line, layer);
+  for (std::size_t i = 0; i < input_.entries.size(); ++i) {
+    const bool hasRoom = i < columns_ * rows_;
+    layout.entries.push_back(hasRoom ? entryBox(i, box) : PixelBox());
+    if (hasRoom) {
+      drawEntry(input_.entries[i], layout.entries.back(), layer);
+    }
+  }
+}
+
+void PlotLegend::drawEntry(const LegendEntry& entry, const PixelBox& box, DrawnLayer& layer) const {
+  const double half = measures_.emHeight / 2;
+  const double middle = (box.bottom + box.top) / 2;
+  if (entry.drawSample) {
+    entry.drawSample({box.left, box.left + sample_, middle - half, middle + half}, layer);
+  }
+  const TextStyle style = nameStyle(entry.isShown);
+  const LaidText name = placer_.layOutWithin(nameWidth_, entry.name, style);
+  if (!name.isEmpty()) {
+    DrawnText text = name.drawn;
+    text.start = {box.left + sample_ + gap_ - name.box.left,
+                  std::round(middle - placer_.digitsOf(style).middle())};
+    layer.items.emplace_back(text);
+  }
+}
+
+void drawTextGround(const PixelBox& box, const PlotTheme& theme, double line, DrawnLayer& layer) {
+  layer.items.emplace_back(DrawnBoxes{theme.legend, {box}});
+  layer.items.emplace_back(
+      DrawnBoxes{theme.grid,
+                 {{box.left, box.right, box.bottom, box.bottom + line},
+                  {box.left, box.right, box.top - line, box.top},
+                  {box.left, box.left + line, box.bottom + line, box.top - line},
+                  {box.right - line, box.right, box.bottom + line, box.top - line}}});
+}
+
+}  // namespace zyn
