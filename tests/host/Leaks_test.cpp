@@ -377,6 +377,7 @@ class Reloading : public HostTest {
 
 TEST_F(Reloading, BothDllsGoAndComeBack) {
   constexpr int kRounds = 12;
+  constexpr int kBatches = 3;
   const auto megabytesOf = [](const std::function<void()>& round) {
     const double before = currentCommitMb();
     for (int i = 0; i < kRounds; ++i) round();
@@ -391,13 +392,16 @@ TEST_F(Reloading, BothDllsGoAndComeBack) {
   }
   for (int i = 0; i < 3; ++i) useAndUnload();
   const ProcessUsage before = currentUsage();
-  EXPECT_LT(megabytesOf(useAndUnload), std::max(withoutUnloading, 0.0) + 4);
+  // What a reload keeps, each batch keeps; what the system takes at once for its heaps, one does.
+  double leastGrowth = megabytesOf(useAndUnload);
+  for (int i = 1; i < kBatches; ++i) leastGrowth = std::min(leastGrowth, megabytesOf(useAndUnload));
+  EXPECT_LT(leastGrowth, std::max(withoutUnloading, 0.0) + 4);
   const ProcessUsage after = currentUsage();
-  EXPECT_LT(after.freshGdiIndex, before.freshGdiIndex + kRounds);
+  EXPECT_LT(after.freshGdiIndex, before.freshGdiIndex + kBatches * kRounds);
   EXPECT_EQ(after.windows, before.windows);
   // Each time a DLL is loaded the compiler's runtime in it keeps four handles; the numbers of
   // handles go in steps of four.
-  EXPECT_LE(after.freshHandle, before.freshHandle + 4 * 4 * 2 * kRounds + 40);
+  EXPECT_LE(after.freshHandle, before.freshHandle + 4 * 4 * 2 * kBatches * kRounds + 40);
 }
 
 }  // namespace
