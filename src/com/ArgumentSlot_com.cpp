@@ -94,7 +94,7 @@ HRESULT ArgumentSlot::take(const Parameter& parameter, VARIANTARG& argument, LCI
   if (!argument_ || (parameter.isOutput && !canBeWrittenTo(*argument_))) {
     return DISP_E_TYPEMISMATCH;
   }
-  if (isOmitted(*argument_)) {
+  if (isOmitted(*argument_) && !parameter.isOptional) {
     return DISP_E_PARAMNOTOPTIONAL;
   }
   argumentIsVariable_ = argument_ != &argument;

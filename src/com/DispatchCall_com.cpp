@@ -17,7 +17,10 @@ DispatchCall::DispatchCall(const Member& member, const LateCall& call)
     : member_(member),
       call_(call),
       given_(member.argumentCount(), kNotGiven, &arena_),
-      slots_(member.parameters.size(), &arena_) {}
+      slots_(member.parameters.size(), &arena_) {
+  V_VT(&leftOut_) = VT_ERROR;
+  V_ERROR(&leftOut_) = DISP_E_PARAMNOTFOUND;
+}
 
 HRESULT DispatchCall::execute(void* object) {
   if (call_.result) {
@@ -42,7 +45,8 @@ HRESULT DispatchCall::checkArguments() const {
       (arguments->cNamedArgs != 0 && !arguments->rgdispidNamedArgs)) {
     return E_INVALIDARG;
   }
-  if (arguments->cArgs != member_.argumentCount() || arguments->cNamedArgs > arguments->cArgs) {
+  if (arguments->cArgs > member_.argumentCount() || arguments->cArgs < member_.requiredCount() ||
+      arguments->cNamedArgs > arguments->cArgs) {
     return DISP_E_BADPARAMCOUNT;
   }
   // The value of a put has no position of its own; it is the argument of that name.
@@ -65,6 +69,11 @@ HRESULT DispatchCall::placeArguments() {
       return placed;
     }
   }
+  for (std::size_t i = 0; i < given_.size(); ++i) {
+    if (given_[i] == kNotGiven && !member_.parameters[i].isOptional) {
+      return DISP_E_PARAMNOTFOUND;
+    }
+  }
   return S_OK;
 }
 
@@ -81,7 +90,7 @@ HRESULT DispatchCall::placeNamed(UINT index) {
 
 HRESULT DispatchCall::takeArguments() {
   for (std::size_t i = 0; i < given_.size(); ++i) {
-    VARIANTARG& argument = call_.arguments->rgvarg[given_[i]];
+    VARIANTARG& argument = given_[i] == kNotGiven ? leftOut_ : call_.arguments->rgvarg[given_[i]];
     const HRESULT taken = slots_[i].take(member_.parameters[i], argument, call_.locale);
     if (FAILED(taken)) {
       return blame(given_[i], taken);

@@ -38,6 +38,7 @@ class DispatchCall {
   std::pmr::monotonic_buffer_resource arena_{memory_.data(), memory_.size()};
   std::pmr::vector<UINT> given_;  ///< for each parameter, which of the caller's arguments
   std::pmr::vector<ArgumentSlot> slots_;
+  VARIANTARG leftOut_{};  ///< stands for an optional argument that is not given
 };
 
 }  // namespace zyn

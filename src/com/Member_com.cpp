@@ -143,7 +143,9 @@ Member readMember(ITypeInfo& info, UINT function) {
     const USHORT flags = element.paramdesc.wParamFlags;
     const bool isOutput = (flags & PARAMFLAG_FOUT) != 0;
     const bool isInput = (flags & PARAMFLAG_FIN) != 0;
-    member.parameters.push_back({parameterType(info, element.tdesc), isInput, isOutput});
+    const bool isOptional = (flags & PARAMFLAG_FOPT) != 0;
+    member.parameters.push_back(
+        {parameterType(info, element.tdesc), isInput, isOutput, isOptional});
     member.hasResult = (flags & PARAMFLAG_FRETVAL) != 0;
   }
   return member;

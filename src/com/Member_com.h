@@ -4,6 +4,7 @@
 // After windows.h:
 #include <oaidl.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace zyn {
@@ -27,8 +28,9 @@ struct ParameterType {
 };
 
 struct Parameter : ParameterType {
-  bool isInput;   ///< the caller's value goes in
-  bool isOutput;  ///< the member's value comes back
+  bool isInput;     ///< the caller's value goes in
+  bool isOutput;    ///< the member's value comes back
+  bool isOptional;  ///< a VARIANT that a caller may leave out
 };
 
 /// One member of a dual interface that can be called late.
@@ -41,6 +43,11 @@ struct Member {
 
   bool isPut() const { return kind == INVOKE_PROPERTYPUT || kind == INVOKE_PROPERTYPUTREF; }
   std::size_t argumentCount() const { return parameters.size() - (hasResult ? 1 : 0); }
+  std::size_t requiredCount() const {
+    return argumentCount() - static_cast<std::size_t>(std::count_if(
+                                 parameters.begin(), parameters.end(),
+                                 [](const Parameter& parameter) { return parameter.isOptional; }));
+  }
 };
 
 /// Reads a function of an interface as it lies in memory.

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "plotview/Plot.h"
+
+namespace zyn {
+
+/// A graph laid out for a page, and kept until either changes.
+class PlotFrame {
+ public:
+  explicit PlotFrame(Plot& plot) : plot_(plot) {}
+  PlotFrame(const PlotFrame&) = delete;
+  PlotFrame& operator=(const PlotFrame&) = delete;
+
+  /// For a page; what it refers to stays until the next call.
+  const PlotLayout& on(const PlotPage& page);
+
+  /// Where an entry is plotted, in what `on` has given last.
+  PlotPlace placeOf(const Plot::Entry& entry) const;
+
+  /// What an entry looks like there; nothing where it is hidden.
+  DrawnLayer draw(std::size_t entry) const;
+
+  /// The cursors, over all else.
+  Drawing drawCursors() const;
+
+  /// The page laid out last.
+  const PlotPage& page() const { return page_; }
+  const PlotLayout& layout() const { return layout_; }
+
+  const AxisLayout& layoutOf(const PlotAxis& axis) const;
+
+  /// The entry whose name in the legend takes the mouse at a place.
+  std::optional<std::size_t> legendEntryAt(const PlanePoint& at) const;
+
+  /// The colour that an entry has by itself, or gets of the theme.
+  DrawColour colourOf(std::size_t entry) const;
+
+ private:
+  PlotInput input() const;
+  BarPlace barsOf(std::size_t entry) const;
+  double hiddenBy(const PixelBox& box, const PixelBox& area,
+                  const std::vector<AxisLayout>& axes) const;
+
+  Plot& plot_;
+  PlotPage page_;
+  PlotLayout layout_;
+  std::vector<std::size_t> legendEntries_;
+  std::uint64_t revision_ = 0;  ///< of the plot, when it was laid out
+};
+
+/// A number as a reading of the cursors shows it on an axis of this kind, precise to a pixel.
+std::string readingOf(const AxisLayout& axis, double value);
+
+}  // namespace zyn
