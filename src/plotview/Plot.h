@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "plot/PlotAxis.h"
+#include "plot/PlotItem.h"
 #include "plot/PlotLayout.h"
 #include "plot/PlotTheme.h"
-#include "plot/PlotItem.h"
 
 namespace zyn {
 
@@ -102,9 +102,5 @@ class Plot {
   bool isSuspended_ = false;
   std::uint64_t revision_ = 1;
 };
-
-/// The value of a series at a place of the x axis: interpolated as lines are drawn on these axes,
-/// held by steps; none outside of its points and in gaps.
-std::optional<double> valueAt(PlotSeries& series, double x, const AxisLogs& logs);
 
 }  // namespace zyn

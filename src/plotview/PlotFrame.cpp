@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "plot/SeriesReading.h"
+
 namespace zyn {
 
 namespace {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "com/NumericArrayVariant_com.h"
+#include "com/TextValues_com.h"
 #include "com/arguments_com.h"
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
@@ -187,14 +188,7 @@ STDMETHODIMP CZYNCamera::put_Profondeur(double newVal) noexcept {
 }
 
 STDMETHODIMP CZYNCamera::get_Texte(BSTR* pVal) noexcept {
-  return automation(*this, [&] {
-    if (!pVal) {
-      return E_POINTER;
-    }
-    const std::wstring text = widened(textOf(value_));
-    *pVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-    return *pVal ? S_OK : E_OUTOFMEMORY;
-  });
+  return automation(*this, [&] { return giveText(pVal, widened(textOf(value_))); });
 }
 
 STDMETHODIMP CZYNCamera::put_Texte(BSTR newVal) noexcept {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "com/NumericArrayVariant_com.h"
+#include "com/TextValues_com.h"
 #include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/control/Enumerator_com.h"
@@ -159,13 +160,7 @@ STDMETHODIMP CZYNGroupe::put_Opacite(double newVal) noexcept {
 }
 
 STDMETHODIMP CZYNGroupe::get_Nom(BSTR* pVal) noexcept {
-  return automation(*this, [&] {
-    if (!pVal) {
-      return E_POINTER;
-    }
-    *pVal = SysAllocStringLen(name_.data(), static_cast<UINT>(name_.size()));
-    return *pVal ? S_OK : E_OUTOFMEMORY;
-  });
+  return automation(*this, [&] { return giveText(pVal, name_); });
 }
 
 STDMETHODIMP CZYNGroupe::put_Nom(BSTR newVal) noexcept {

@@ -8,6 +8,7 @@
 
 #include "com/NumberArray_com.h"
 #include "com/NumericArrayVariant_com.h"
+#include "com/TextValues_com.h"
 #include "com/arguments_com.h"
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
@@ -243,12 +244,7 @@ STDMETHODIMP CZYNGLMaillage::NomGroupe(LONG Face, BSTR* Nom) noexcept {
       throw badArgument(L"Face", std::to_wstring(Face) + L", there are " +
                                      std::to_wstring(mesh.faceCount()) + L" faces");
     }
-    const std::wstring name = groupName(mesh, static_cast<std::size_t>(Face));
-    const HRESULT given = give(Nom, nullptr);
-    if (SUCCEEDED(given)) {
-      *Nom = SysAllocStringLen(name.data(), static_cast<UINT>(name.size()));
-    }
-    return FAILED(given) || *Nom ? given : E_OUTOFMEMORY;
+    return giveText(Nom, groupName(mesh, static_cast<std::size_t>(Face)));
   });
 }
 

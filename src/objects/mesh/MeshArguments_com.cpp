@@ -2,6 +2,7 @@
 
 #include "com/NumberArray_com.h"
 #include "com/arguments_com.h"
+#include "platform/Utf8_win.h"
 
 namespace zyn {
 
@@ -138,13 +139,7 @@ std::wstring groupName(const Mesh& mesh, std::size_t face) {
   if (group < 0 || static_cast<std::size_t>(group) >= mesh.groups.size()) {
     return {};
   }
-  const std::string& name = mesh.groups[static_cast<std::size_t>(group)];
-  const auto size = static_cast<int>(name.size());
-  std::wstring wide(name.size(), L'\0');
-  const int length = MultiByteToWideChar(CP_UTF8, 0, name.data(), size, wide.data(),
-                                         static_cast<int>(wide.size()));
-  wide.resize(static_cast<std::size_t>(length));
-  return wide;
+  return wideOf(mesh.groups[static_cast<std::size_t>(group)]);
 }
 
 }  // namespace zyn

@@ -11,6 +11,7 @@
 #include "platform/Failure_win.h"
 #include "platform/InputFile_win.h"
 #include "platform/OutputFile_win.h"
+#include "platform/Utf8_win.h"
 
 namespace zyn {
 
@@ -18,21 +19,13 @@ namespace {
 
 constexpr const wchar_t* kSeparators = L"\\/:";
 
-std::wstring wide(std::string_view text) {
-  std::wstring result(text.size(), L'\0');
-  const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                         result.data(), static_cast<int>(result.size()));
-  result.resize(static_cast<std::size_t>(length));
-  return result;
-}
-
 /// Runs what reads or writes the content of a file.
 template <class Work>
 auto working(const std::wstring& file, Work work) {
   try {
     return work();
   } catch (const MeshFileError& error) {
-    throw Failure(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), file + L": " + wide(error.what()));
+    throw Failure(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), file + L": " + wideOf(error.what()));
   } catch (const Aborted&) {
     throw Failure(E_ABORT, file + L": stopped by an event");
   }

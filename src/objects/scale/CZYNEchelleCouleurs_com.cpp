@@ -6,6 +6,7 @@
 
 #include "com/NumberArray_com.h"
 #include "com/NumericArrayVariant_com.h"
+#include "com/TextValues_com.h"
 #include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
@@ -134,13 +135,7 @@ STDMETHODIMP CZYNEchelleCouleurs::Couleur(double Valeur, VARIANT* RGBA) noexcept
 }
 
 STDMETHODIMP CZYNEchelleCouleurs::get_Titre(BSTR* pVal) noexcept {
-  return automation(*this, [&] {
-    if (!pVal) {
-      return E_POINTER;
-    }
-    *pVal = SysAllocStringLen(title_.data(), static_cast<UINT>(title_.size()));
-    return *pVal ? S_OK : E_OUTOFMEMORY;
-  });
+  return automation(*this, [&] { return giveText(pVal, title_); });
 }
 
 STDMETHODIMP CZYNEchelleCouleurs::put_Titre(BSTR newVal) noexcept {

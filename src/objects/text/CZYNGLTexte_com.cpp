@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "com/TextValues_com.h"
 #include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
@@ -235,13 +236,7 @@ STDMETHODIMP CZYNGLTexte::put_Unicode(VARIANT_BOOL newVal) noexcept {
 }
 
 STDMETHODIMP CZYNGLTexte::get_Police(BSTR* pVal) noexcept {
-  return automation(*this, [&] {
-    if (!pVal) {
-      return E_POINTER;
-    }
-    *pVal = SysAllocStringLen(face_.family.data(), static_cast<UINT>(face_.family.size()));
-    return *pVal ? S_OK : E_OUTOFMEMORY;
-  });
+  return automation(*this, [&] { return giveText(pVal, face_.family); });
 }
 
 STDMETHODIMP CZYNGLTexte::put_Police(BSTR newVal) noexcept {

@@ -1,0 +1,90 @@
+#include "objects/series/SeriesArguments_com.h"
+
+#include <oleauto.h>
+
+#include <utility>
+
+#include "com/NumberArray_com.h"
+#include "com/OwnedVariant_com.h"
+#include "com/arguments_com.h"
+
+namespace zyn {
+
+namespace {
+
+bool isNumber(VARTYPE type) {
+  switch (type & ~VT_BYREF) {
+    case VT_I1:
+    case VT_I2:
+    case VT_I4:
+    case VT_I8:
+    case VT_INT:
+    case VT_UI1:
+    case VT_UI2:
+    case VT_UI4:
+    case VT_UI8:
+    case VT_UINT:
+    case VT_R4:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+    case VT_DECIMAL:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// What a VARIANT of scripts refers to.
+const VARIANT& followed(const VARIANT& argument) {
+  const bool isReference = V_VT(&argument) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(&argument);
+  return isReference ? *V_VARIANTREF(&argument) : argument;
+}
+
+double numberIn(const wchar_t* name, const VARIANT& argument) {
+  OwnedVariant number;
+  if (FAILED(VariantChangeTypeEx(number.get(), const_cast<VARIANT*>(&argument), LOCALE_INVARIANT, 0,
+                                 VT_R8))) {
+    throw badArgument(name, L"is no number");
+  }
+  return V_R8(number.get());
+}
+
+}  // namespace
+
+bool isLeftOut(const VARIANT& argument) {
+  const VARIANT& value = followed(argument);
+  return V_VT(&value) == VT_EMPTY || V_VT(&value) == VT_NULL ||
+         (V_VT(&value) == VT_ERROR && V_ERROR(&value) == DISP_E_PARAMNOTFOUND);
+}
+
+std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument) {
+  const VARIANT& value = followed(argument);
+  if (isNumber(V_VT(&value))) {
+    return {numberIn(name, value)};
+  }
+  return NumberArray(name, argument).doubles();
+}
+
+PointColumns pointsIn(const VARIANT& x, const VARIANT& y) {
+  PointColumns points{numbersIn(L"X", x), numbersIn(L"Y", y)};
+  if (points.x.size() != points.y.size()) {
+    throw badArgument(L"Y", std::to_wstring(points.y.size()) + L" numbers, X has " +
+                                std::to_wstring(points.x.size()));
+  }
+  return points;
+}
+
+DrawColour colourIn(double r, double g, double b, const VARIANT& alpha) {
+  DrawColour colour{inRange(L"r", r, 0, 1), inRange(L"g", g, 0, 1), inRange(L"b", b, 0, 1)};
+  if (!isLeftOut(alpha)) {
+    const VARIANT& value = followed(alpha);
+    if (!isNumber(V_VT(&value))) {
+      throw badArgument(L"alpha", L"is no number");
+    }
+    colour.alpha = inRange(L"alpha", numberIn(L"alpha", value), 0, 1);
+  }
+  return colour;
+}
+
+}  // namespace zyn
