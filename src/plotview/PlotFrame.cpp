@@ -118,7 +118,7 @@ double PlotFrame::hiddenBy(const PixelBox& box, const PixelBox& area,
   return sum;
 }
 
-const PlotLayout& PlotFrame::on(const PlotPage& page) {
+const std::shared_ptr<const PlotLayout>& PlotFrame::on(const PlotPage& page) {
   if (revision_ == plot_.revision() && isSame(page, page_)) {
     return layout_;
   }
@@ -130,17 +130,17 @@ const PlotLayout& PlotFrame::on(const PlotPage& page) {
       legendEntries_.push_back(i);
     }
   }
-  layout_ = layOutPlot(input());
+  layout_ = std::make_shared<const PlotLayout>(layOutPlot(input()));
   revision_ = plot_.revision();
   return layout_;
 }
 
 const AxisLayout& PlotFrame::layoutOf(const PlotAxis& axis) const {
-  return layout_.axes[indexOf(plot_.axes(), axis)];
+  return layout_->axes[indexOf(plot_.axes(), axis)];
 }
 
 PlotPlace PlotFrame::placeOf(const Plot::Entry& entry) const {
-  return placeOn(layout_.area, layoutOf(*entry.x), layoutOf(*entry.y), page_.pixelScale);
+  return placeOn(layout_->area, layoutOf(*entry.x), layoutOf(*entry.y), page_.pixelScale);
 }
 
 DrawColour PlotFrame::colourOf(std::size_t entry) const {
@@ -169,18 +169,20 @@ BarPlace PlotFrame::barsOf(std::size_t entry) const {
   return {place.index, std::max(place.count, 1)};
 }
 
-DrawnLayer PlotFrame::draw(std::size_t entry) const {
-  DrawnLayer layer{layout_.area, {}};
-  const Plot::Entry& shown = plot_.entries()[entry];
-  if (shown.item->isVisible()) {
-    shown.item->draw(placeOf(shown), barsOf(entry), colourOf(entry), layer);
+std::vector<PlannedEntry> PlotFrame::plan() const {
+  std::vector<PlannedEntry> planned;
+  for (std::size_t i = 0; i < plot_.entries().size(); ++i) {
+    const Plot::Entry& entry = plot_.entries()[i];
+    if (entry.item->isVisible()) {
+      planned.push_back({entry.item, placeOf(entry), barsOf(i), colourOf(i)});
+    }
   }
-  return layer;
+  return planned;
 }
 
 std::optional<std::size_t> PlotFrame::legendEntryAt(const PlanePoint& at) const {
-  for (std::size_t i = 0; i < layout_.entries.size(); ++i) {
-    if (layout_.entries[i].holds(at.x, at.y)) {
+  for (std::size_t i = 0; i < layout_->entries.size(); ++i) {
+    if (layout_->entries[i].holds(at.x, at.y)) {
       return legendEntries_[i];
     }
   }
@@ -209,7 +211,7 @@ Drawing PlotFrame::drawCursors() const {
     }
     cursors.push_back(std::move(cursor));
   }
-  return zyn::drawCursors(cursors, layout_, axis.scale, input());
+  return zyn::drawCursors(cursors, *layout_, axis.scale, input());
 }
 
 }  // namespace zyn

@@ -9,6 +9,20 @@
 
 namespace zyn {
 
+/// An entry of a graph, ready to be drawn.
+struct PlannedEntry {
+  std::shared_ptr<PlotItem> item;
+  PlotPlace place;
+  BarPlace bars;
+  DrawColour colour;
+
+  DrawnLayer layer() const {
+    DrawnLayer layer{place.area, {}};
+    item->draw(place, bars, colour, layer);
+    return layer;
+  }
+};
+
 /// A graph laid out for a page, and kept until either changes.
 class PlotFrame {
  public:
@@ -16,21 +30,22 @@ class PlotFrame {
   PlotFrame(const PlotFrame&) = delete;
   PlotFrame& operator=(const PlotFrame&) = delete;
 
-  /// For a page; what it refers to stays until the next call.
-  const PlotLayout& on(const PlotPage& page);
+  /// For a page.
+  const std::shared_ptr<const PlotLayout>& on(const PlotPage& page);
 
   /// Where an entry is plotted, in what `on` has given last.
   PlotPlace placeOf(const Plot::Entry& entry) const;
 
-  /// What an entry looks like there; nothing where it is hidden.
-  DrawnLayer draw(std::size_t entry) const;
+  /// The entries as they are to be drawn there, whatever becomes of the plot meanwhile; without
+  /// those that are hidden.
+  std::vector<PlannedEntry> plan() const;
 
   /// The cursors, over all else.
   Drawing drawCursors() const;
 
   /// The page laid out last.
   const PlotPage& page() const { return page_; }
-  const PlotLayout& layout() const { return layout_; }
+  const PlotLayout& layout() const { return *layout_; }
 
   const AxisLayout& layoutOf(const PlotAxis& axis) const;
 
@@ -48,7 +63,7 @@ class PlotFrame {
 
   Plot& plot_;
   PlotPage page_;
-  PlotLayout layout_;
+  std::shared_ptr<const PlotLayout> layout_ = std::make_shared<const PlotLayout>();
   std::vector<std::size_t> legendEntries_;
   std::uint64_t revision_ = 0;  ///< of the plot, when it was laid out
 };
