@@ -24,6 +24,7 @@ class PlotMouse {
   bool press(const PlanePoint& at);
   Outcome drag(const PlanePoint& from, const PlanePoint& to);
   Outcome release(const PlanePoint& at);
+  bool holdsAxis() const { return axis_ != nullptr; }
   void letGo() { axis_.reset(), cursor_.reset(), legendEntry_.reset(); }
 
   /// Lets an axis choose its range again. Whether there was one.

@@ -75,7 +75,8 @@ void ViewMouse::releaseIfIdle() {
 }
 
 void ViewMouse::cancelLeft() {
-  if (std::exchange(left_, std::nullopt) && !rectangleStays_) {
+  const std::optional<Press> press = std::exchange(left_, std::nullopt);
+  if (press && !press->holds && !rectangleStays_) {
     mode_.endRectangle();
   }
 }
@@ -125,7 +126,8 @@ void ViewMouse::leave() {
 }
 
 void ViewMouse::dragRubberBand(PixelPoint at) {
-  if (!left_ || !left_->drags || !isBandMode() || left_->bandTo.value_or(left_->at) == at) {
+  if (!left_ || !left_->drags || left_->holds || !isBandMode() ||
+      left_->bandTo.value_or(left_->at) == at) {
     return;
   }
   left_->bandTo = at;

@@ -124,6 +124,7 @@ class ViewMouse {
     PixelPoint at;
     bool drags = false;           ///< there was something to move
     bool buttonReported = false;  ///< the message told of its own button, so moves will too
+    bool holds = false;           ///< something that is moved in every mode
     std::optional<PixelPoint> bandTo{};
   };
 

@@ -1,5 +1,6 @@
 #include "view2d/Mouse2D.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace zyn {
@@ -8,6 +9,9 @@ namespace {
 
 /// Modes in which a press puts the view on the history, for the drag that may change it.
 bool keepsHistory(std::int32_t mode) { return mode == 1 || mode == 2 || mode >= 5; }
+
+/// So far the mouse may move in a click, in pixels.
+constexpr int kClickReach = 3;
 
 }  // namespace
 
@@ -30,10 +34,16 @@ void MouseMode2D::beginPan() {
 void Mouse2D::leftDown(PixelPoint at, MouseKeys keys) {
   const unsigned turn = ++leftTurns_;
   left_.reset();
-  host_.fireMouseDown(MouseButton::kLeft, view_.getPoint(at));
+  host_.fireMouseDown(MouseButton::kLeft, view_->getPoint(at));
   if (leftTurns_ != turn) {
     return;
   }
+  if (view_->takeHold(at)) {
+    left_ = Press{.at = at, .drags = true, .buttonReported = keys.left(), .holds = true};
+    beginDrag(at);
+    return;
+  }
+  clickAt_ = at;
   const std::int32_t mode = mode_.value();
   const bool drags = actOnPress(at, keys);
   if (leftTurns_ != turn) {
@@ -44,7 +54,7 @@ void Mouse2D::leftDown(PixelPoint at, MouseKeys keys) {
     return;
   }
   if (keepsHistory(mode)) {
-    view_.pushHistory();
+    view_->pushHistory();
   }
   left_ = Press{at, true, keys.left()};
   beginDrag(at);
@@ -54,7 +64,7 @@ void Mouse2D::leftDown(PixelPoint at, MouseKeys keys) {
 bool Mouse2D::actOnPress(PixelPoint at, MouseKeys keys) {
   const unsigned turn = leftTurns_;
   if (mode_.value() == MouseMode2D::kNearest) {
-    if (host_.askNearest(view_.getPoint(at)) && leftTurns_ == turn) {
+    if (host_.askNearest(view_->getPoint(at)) && leftTurns_ == turn) {
       host_.repaint();
     }
     return false;
@@ -69,18 +79,34 @@ bool Mouse2D::actOnPress(PixelPoint at, MouseKeys keys) {
 void Mouse2D::leftUp(PixelPoint at, MouseKeys keys) {
   ++leftTurns_;
   const unsigned closings = closings_;
-  const bool endsBand = left_ && isBandMode();
+  const bool endsBand = left_ && !left_->holds && isBandMode();
   const bool zooms = mode_.value() == MouseMode::kRectangle;
+  const bool isClick = std::exchange(clickAt_, std::nullopt).has_value();
   const std::optional<Press> press = std::exchange(left_, std::nullopt);
-  host_.fireMouseUp(MouseButton::kLeft, view_.getPoint(at));
+  host_.fireMouseUp(MouseButton::kLeft, view_->getPoint(at));
   releaseIfIdle();
-  if (endsBand && closings == closings_ && !left_) {
+  if (closings != closings_ || left_) {
+    return;
+  }
+  if (press && press->holds) {
+    if (view_->letGo(at)) {
+      host_.repaint();
+    }
+    return;
+  }
+  if (endsBand) {
     endRubberBand({press->at, at}, zooms, keys);
+  }
+  if (isClick && closings == closings_) {
+    view_->click(at);
   }
 }
 
 void Mouse2D::leftDoubleClick(PixelPoint at) {
   const unsigned closings = closings_;
+  if (view_->doubleClick(at)) {
+    host_.repaint();
+  }
   if (!host_.hasSelectables()) {
     return;
   }
@@ -105,10 +131,12 @@ void Mouse2D::middleUp() {
 }
 
 void Mouse2D::rightDown(PixelPoint at) {
-  host_.fireMouseDown(MouseButton::kRight, view_.getPoint(at));
+  host_.fireMouseDown(MouseButton::kRight, view_->getPoint(at));
 }
 
-void Mouse2D::rightUp(PixelPoint at) { host_.fireMouseUp(MouseButton::kRight, view_.getPoint(at)); }
+void Mouse2D::rightUp(PixelPoint at) {
+  host_.fireMouseUp(MouseButton::kRight, view_->getPoint(at));
+}
 
 void Mouse2D::mouseMove(PixelPoint at, MouseKeys keys) {
   const unsigned closings = closings_;
@@ -120,7 +148,7 @@ void Mouse2D::mouseMove(PixelPoint at, MouseKeys keys) {
   dragView(at);
   dragRubberBand(at);
   if (closings == closings_) {
-    host_.fireMouseMove(view_.getPoint(at));
+    host_.fireMouseMove(view_->getPoint(at));
   }
   if (closings == closings_) {
     pickHovered(at, keys);
@@ -139,7 +167,7 @@ bool Mouse2D::wheel(int delta, PixelPoint at) {
   if (!middleButtonActive()) {
     return false;
   }
-  if (view_.turnWheel(lastAt_.value_or(at), delta, wheel_)) {
+  if (view_->turnWheel(lastAt_.value_or(at), delta, wheel_)) {
     host_.repaint();
   }
   return true;
@@ -147,8 +175,18 @@ bool Mouse2D::wheel(int delta, PixelPoint at) {
 
 void Mouse2D::dragView(PixelPoint at) {
   const PixelPoint from = std::exchange(dragFrom_, at);
+  if (clickAt_ &&
+      (std::abs(at.x - clickAt_->x) > kClickReach || std::abs(at.y - clickAt_->y) > kClickReach)) {
+    clickAt_.reset();
+  }
+  if (left_ && left_->holds) {
+    if (!(at == from) && view_->dragHeld(from, at)) {
+      host_.repaint();
+    }
+    return;
+  }
   const bool pans = isHeld() && mode_.value() == MouseMode::kPan && !(at == from);
-  if (pans && view_.pan(at.x - from.x, at.y - from.y)) {
+  if (pans && view_->pan(at.x - from.x, at.y - from.y)) {
     host_.repaint();
   }
 }
@@ -156,7 +194,7 @@ void Mouse2D::dragView(PixelPoint at) {
 void Mouse2D::endRubberBand(const RubberBand& band, bool zooms, MouseKeys keys) {
   const unsigned turn = leftTurns_;
   if (zooms) {
-    view_.zoomTo(band);
+    view_->zoomTo(band);
     if (!maintainWindowZoom()) {
       mode_.endRectangle();
     }
@@ -174,7 +212,7 @@ void Mouse2D::selectWindow(const RubberBand& band, MouseKeys keys) {
     return;
   }
   const unsigned closings = closings_;
-  const Rect2 rectangle = view_.getRectangle(band);
+  const Rect2 rectangle = view_->getRectangle(band);
   const PickRecords records = host_.pickWithin(band);
   if (closings == closings_) {
     host_.fireWindowSelection(keys.key(), rectangle, records.allNames());
@@ -186,7 +224,7 @@ void Mouse2D::pickPressed(PixelPoint at, MouseKeys keys) {
   if (!host_.hasSelectables()) {
     return;
   }
-  const Point point = view_.getPoint(at);
+  const Point point = view_->getPoint(at);
   const PickedNames names = selectionOf(host_.pickAt(at));
   if (closings == closings_) {
     host_.fireMouseSelection(names);
@@ -201,7 +239,7 @@ void Mouse2D::pickHovered(PixelPoint at, MouseKeys keys) {
   if (!beginHover(at, keys)) {
     return;
   }
-  const Point point = view_.getPoint(at);
+  const Point point = view_->getPoint(at);
   const PickedNames names = host_.pickAt(at).nearestNames();
   if (closings == closings_) {
     host_.fireMouseOn(names);

@@ -5,7 +5,7 @@
 #include "core/Point.h"
 #include "view/ViewMouse.h"
 #include "view2d/CParamsVue2D.h"
-#include "view2d/ViewState2D.h"
+#include "view2d/PlaneView.h"
 
 namespace zyn {
 
@@ -54,8 +54,11 @@ class MouseHost2D : public MouseHost {
 /// Turns the mouse messages of a 2D view into moves of the view, picks, nearest points and events.
 class Mouse2D : public ViewMouse {
  public:
-  Mouse2D(ViewState2D& view, MouseHost2D& host)
-      : ViewMouse(host, mode_, false), view_(view), host_(host) {}
+  Mouse2D(PlaneView& view, MouseHost2D& host)
+      : ViewMouse(host, mode_, false), view_(&view), host_(host) {}
+
+  /// Moves another plane from now on.
+  void setView(PlaneView& view) { view_ = &view; }
 
   MouseMode2D& mode() { return mode_; }
 
@@ -85,9 +88,10 @@ class Mouse2D : public ViewMouse {
   void pickPressed(PixelPoint at, MouseKeys keys);
   void pickHovered(PixelPoint at, MouseKeys keys);
 
-  ViewState2D& view_;
+  PlaneView* view_;
   MouseHost2D& host_;
   MouseMode2D mode_;
+  std::optional<PixelPoint> clickAt_;  ///< where the left button went down, until it moves away
 };
 
 }  // namespace zyn

@@ -36,6 +36,15 @@ class PlaneView {
   /// Shows the rectangle between two pixels and puts the view there was on the history. Does
   /// nothing for a rectangle less than a pixel wide or high.
   virtual bool zoomTo(const RubberBand& band) = 0;
+
+  /// Whether a press takes hold of something that the mouse moves in every mode.
+  virtual bool takeHold(PixelPoint /*at*/) { return false; }
+  virtual bool dragHeld(PixelPoint /*from*/, PixelPoint /*to*/) { return false; }
+  virtual bool letGo(PixelPoint /*at*/) { return false; }
+
+  /// The left button was pressed and released at one place, without hold of anything.
+  virtual void click(PixelPoint /*at*/) {}
+  virtual bool doubleClick(PixelPoint /*at*/) { return false; }
 };
 
 }  // namespace zyn

@@ -10,6 +10,7 @@
 #include "view/Pixels.h"
 #include "view2d/CParamsVue2D.h"
 #include "view2d/Graph.h"
+#include "view2d/PlaneView.h"
 
 namespace zyn {
 
@@ -20,12 +21,10 @@ namespace zyn {
 ///
 /// While the window has no size, rectangles are kept as they are asked for and fitted with the next
 /// real size.
-class ViewState2D {
+class ViewState2D final : public PlaneView {
  public:
   ViewState2D() = default;
-  ViewState2D(const ViewState2D&) = delete;
-  ViewState2D& operator=(const ViewState2D&) = delete;
-  ~ViewState2D();
+  ~ViewState2D() override;
 
   const CParamsVue2D& current() const { return *current_; }
   const CParamsVue2D& home() const { return *home_; }
@@ -74,30 +73,17 @@ class ViewState2D {
   std::optional<GraphPlacement> graphPlacement() const { return graphPlacement(client_); }
   std::optional<GraphPlacement> graphPlacement(ClientSize client, double pixelScale = 1.0) const;
 
-  /// Puts a copy of the current view on the history.
-  void pushHistory();
-
-  /// Turns the wheel by `delta` (120 a notch) over a pixel, whose model point stays under it:
-  /// forward zooms out. At least a 64th of the view stays.
-  bool turnWheel(PixelPoint mouse, int delta, const Wheel& wheel);
-
-  /// Moves what is shown by so many pixels, to the right and downwards.
-  bool pan(int right, int down);
-
-  /// Shows the rectangle between two pixels and puts the view there was on the history. Does
-  /// nothing for a rectangle less than a pixel wide or high.
-  bool zoomTo(const RubberBand& band);
+  void pushHistory() override;
+  bool turnWheel(PixelPoint mouse, int delta, const Wheel& wheel) override;
+  bool pan(int right, int down) override;
+  bool zoomTo(const RubberBand& band) override;
 
   /// The pixel of a model point. Values beyond the range of int are held at its ends, values that
   /// are not a number give 0.
   PixelPoint getPixelPoint(double x, double y) const;
 
-  /// The model point of a pixel's coordinates, with z = 0; not finite where there is nothing to map
-  /// pixels with.
-  Point getPoint(PixelPoint pixel) const;
-
-  /// The model rectangle between two pixels, bounds in order.
-  Rect2 getRectangle(const RubberBand& band) const;
+  Point getPoint(PixelPoint pixel) const override;
+  Rect2 getRectangle(const RubberBand& band) const override;
 
   /// Plotting units per pixel; 0 for an empty window.
   double pixelSize() const;

@@ -1,0 +1,136 @@
+#include "view2d/PlotPass_com.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "plot/DrawingPainter_gl.h"
+#include "plotview/DrawableItem_com.h"
+#include "view2d/ViewMatrices_gl.h"
+
+namespace zyn {
+
+namespace {
+
+PlanePoint sizeOf(const PlotFrame& frame) { return {frame.page().width, frame.page().height}; }
+
+Float4 clearColourOf(PlotThemeKind theme) {
+  const DrawColour colour = themeOf(theme).background;
+  return {static_cast<float>(colour.r), static_cast<float>(colour.g), static_cast<float>(colour.b),
+          0.0F};
+}
+
+/// Lets nothing be drawn outside of a box of the picture for a scope.
+class Scissor {
+ public:
+  Scissor(const PixelBox& box, const PlanePoint& picture, const PicturePart& part) {
+    GLint viewport[4];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    const auto x = [&](double pixel) {
+      return viewport[0] + (pixel / picture.x - part.left) / (part.right - part.left) * viewport[2];
+    };
+    const auto y = [&](double pixel) {
+      return viewport[1] + (pixel / picture.y - part.bottom) / (part.top - part.bottom) * viewport[3];
+    };
+    const int left = static_cast<int>(std::lround(x(box.left)));
+    const int bottom = static_cast<int>(std::lround(y(box.bottom)));
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(left, bottom, std::max(0, static_cast<int>(std::lround(x(box.right))) - left),
+              std::max(0, static_cast<int>(std::lround(y(box.top))) - bottom));
+  }
+
+ private:
+  PushedAttributes saved_{GL_SCISSOR_BIT};
+};
+
+void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& place,
+                 const PlotPass& pass) {
+  if (list.count() == 0) {
+    return;
+  }
+  const PlanePoint size = sizeOf(frame);
+  const Scissor scissor(place.area, size, pass.part);
+  const PushedMatrix projection(GL_PROJECTION);
+  const PushedMatrix modelview(GL_MODELVIEW);
+  loadView(plotViewOf(frame, place), pass.part);
+  const BalancedStacks stacks;
+  ListPass objects = pass.list;
+  objects.texts.viewHeight = size.y;
+  list.draw2D(objects);
+}
+
+PlotPlace mainPlace(Plot& plot, const PlotFrame& frame) {
+  return frame.placeOf({nullptr, plot.axis(AxisSide::kBottom), plot.axis(AxisSide::kLeft)});
+}
+
+}  // namespace
+
+ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place) {
+  const auto mapping = place.mapping();
+  if (!mapping) {
+    return {};
+  }
+  const PlanePoint size = sizeOf(frame);
+  const double x = size.x / 2 - mapping->x.constant;
+  const double y = size.y / 2 - mapping->y.constant;
+  ScaledView view{{}, mapping->x.x, mapping->y.y};
+  view.view.fit(Rect2{x - size.x / 2, x + size.x / 2, y - size.y / 2, y + size.y / 2},
+                {static_cast<std::int32_t>(size.x), static_cast<std::int32_t>(size.y)}, 0.0F);
+  return view;
+}
+
+void drawPlot(Plot& plot, const PlotFrame& frame, CListTrace& drawList, const PlotPass& pass) {
+  const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(plot.theme));
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  const PlanePoint size = sizeOf(frame);
+  const std::shared_ptr<const PlotLayout> layout = frame.kept();
+  const Drawing cursors = frame.drawCursors();
+  const std::vector<PlannedEntry> entries = frame.plan();
+  const PlotPlace place = mainPlace(plot, frame);
+  const std::size_t backgrounds = pass.flat ? layout->backgrounds : 0;
+  paintDrawing(std::span(layout->behind).subspan(backgrounds), size, pass.part);
+  Drawing next;
+  const auto paint = [&] {
+    paintDrawing(next, size, pass.part);
+    next.clear();
+  };
+  for (const PlannedEntry& entry : entries) {
+    if (auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get())) {
+      paint();
+      drawObjects(drawable->list(), frame, entry.place, pass);
+    } else {
+      next.push_back(entry.layer());
+    }
+  }
+  paint();
+  drawObjects(drawList, frame, place, pass);
+  paintDrawing(layout->inFront, size, pass.part);
+  paintDrawing(cursors, size, pass.part);
+}
+
+void drawPlotNames(const PlotFrame& frame,
+                   const std::function<std::int32_t(const PlotItem&)>& nameOf,
+                   const PicturePart& part) {
+  for (const PlannedEntry& entry : frame.plan()) {
+    const std::int32_t name = nameOf(*entry.item);
+    if (name >= 0) {
+      glPushName(static_cast<GLuint>(name));
+      paintDrawing(Drawing{entry.layer()}, sizeOf(frame), part);
+      glPopName();
+    }
+  }
+}
+
+Drawing drawingOf(const PlotFrame& frame) {
+  Drawing drawing = frame.layout().behind;
+  for (const PlannedEntry& entry : frame.plan()) {
+    drawing.push_back(entry.layer());
+  }
+  const Drawing& inFront = frame.layout().inFront;
+  const Drawing cursors = frame.drawCursors();
+  drawing.insert(drawing.end(), inFront.begin(), inFront.end());
+  drawing.insert(drawing.end(), cursors.begin(), cursors.end());
+  return drawing;
+}
+
+}  // namespace zyn
