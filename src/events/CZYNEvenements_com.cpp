@@ -13,7 +13,14 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 /// The numbers of _IZYNEvenements.
-enum Event : DISPID { kCameraChangee = 1, kProgression = 2, kAnimationFinie = 6 };
+enum Event : DISPID {
+  kCameraChangee = 1,
+  kProgression = 2,
+  kAxeChange = 3,
+  kCurseurDeplace = 4,
+  kSerieCliquee = 5,
+  kAnimationFinie = 6
+};
 
 /// Whether a handler's answer asks for the end of the work.
 bool asksToStop(const VARIANT& answer) {
@@ -117,13 +124,21 @@ void CZYNEvenements::progressSourceEnded() noexcept {
   source_ = nullptr;
 }
 
-void CZYNEvenements::cameraChanged() noexcept { fire(kCameraChangee); }
+void CZYNEvenements::cameraChanged() noexcept { fire(kCameraChangee, {}); }
 
-void CZYNEvenements::animationFinished() noexcept { fire(kAnimationFinie); }
+void CZYNEvenements::animationFinished() noexcept { fire(kAnimationFinie, {}); }
 
-void CZYNEvenements::fire(DISPID event) noexcept {
+void CZYNEvenements::axisChanged(IDispatch* axis) noexcept { fire(kAxeChange, {axis}); }
+
+void CZYNEvenements::cursorMoved(int number, double value) noexcept {
+  fire(kCurseurDeplace, {number, value});
+}
+
+void CZYNEvenements::seriesClicked(IDispatch* series) noexcept { fire(kSerieCliquee, {series}); }
+
+void CZYNEvenements::fire(DISPID event, std::initializer_list<EventArgument> arguments) noexcept {
   const ComPtr<IUnknown> alive(controllingUnknown());
-  boundary([&] { events_.fire(event, {}, [] { return true; }); });
+  boundary([&] { events_.fire(event, arguments, [] { return true; }); });
 }
 
 bool CZYNEvenements::progressed(double part, const std::wstring& what) noexcept {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
 #include "com/control/ConnectionPoint_com.h"
@@ -39,13 +41,16 @@ class CZYNEvenements final : public ComClass<CZYNEvenements, Dual<IZYNEvenements
 
   void cameraChanged() noexcept override;
   void animationFinished() noexcept override;
+  void axisChanged(IDispatch* axis) noexcept override;
+  void cursorMoved(int number, double value) noexcept override;
+  void seriesClicked(IDispatch* series) noexcept override;
   void viewEnded() noexcept override;
   bool progressed(double part, const std::wstring& what) noexcept override;
   void progressSourceEnded() noexcept override;
 
   void enter(ViewListeners* views, ProgressListeners* works);
   void leave() noexcept;
-  void fire(DISPID event) noexcept;
+  void fire(DISPID event, std::initializer_list<EventArgument> arguments) noexcept;
 
   ConnectionPoint events_{*this, DIID__IZYNEvenements, ConnectionPoint::Kind::kLate};
   IUnknown* source_ = nullptr;  ///< what it is attached to, not kept alive; null when that is gone

@@ -26,6 +26,7 @@
 #include "platform/ScreenResolution_win.h"
 #include "scene/CListTrace_com.h"
 #include "view/Colour3.h"
+#include "view/Pixels.h"
 
 namespace zyn {
 
@@ -154,6 +155,13 @@ class BitmapContext
 
   /// How the list is drawn on the surface of now; the height of the view is not known yet.
   ListPass listPass() const { return {.texts = textView(0.0), .lists = lists_.lock()}; }
+
+  /// Of the surface; empty without one.
+  ClientSize surfaceSize() const {
+    return surface_ ? ClientSize{static_cast<std::int32_t>(surface_->width()),
+                                 static_cast<std::int32_t>(surface_->height())}
+                    : ClientSize{};
+  }
 
   CListTrace& drawList() { return drawList_; }
   const Colour4& background() const { return background_; }

@@ -9,7 +9,9 @@
 #include "offscreen/TracePicture_gl.h"
 #include "scene/measureScene_com.h"
 #include "view/CZYNVueControles_com.h"
+#include "view/PixelScale_gl.h"
 #include "view/Pixels.h"
+#include "view2d/PlotPass_com.h"
 #include "view2d/readRectangle_com.h"
 
 namespace zyn {
@@ -18,7 +20,44 @@ using Microsoft::WRL::ComPtr;
 
 CZYN2DGLBitmapContext::CZYN2DGLBitmapContext() { CZYNVueControles::instance().add(this); }
 
-CZYN2DGLBitmapContext::~CZYN2DGLBitmapContext() { CZYNVueControles::instance().remove(this); }
+CZYN2DGLBitmapContext::~CZYN2DGLBitmapContext() {
+  if (graph_) {
+    graph_->core().leaveHost();
+  }
+  CZYNVueControles::instance().remove(this);
+}
+
+STDMETHODIMP CZYN2DGLBitmapContext::get_Graphe(IDispatch** pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    if (!graph_) {
+      graph_ = makeObject<CZYNGraphe>(static_cast<GraphHost&>(*this));
+    }
+    ComPtr<IDispatch> object = graph_.Get();
+    *pVal = object.Detach();
+    return S_OK;
+  });
+}
+
+PlotPage CZYN2DGLBitmapContext::plotPage() {
+  const ClientSize size = surfaceSize();
+  PlotPage page;
+  page.width = size.width;
+  page.height = size.height;
+  page.pixelScale = pixelScale();
+  return page;
+}
+
+std::optional<VectorPicture> CZYN2DGLBitmapContext::vectorPicture() {
+  if (!isPlot()) {
+    return std::nullopt;
+  }
+  GraphCore& core = graph_->core();
+  core.layout();
+  return VectorPicture{drawingOf(core.frame), core.frame.page().width, core.frame.page().height};
+}
 
 STDMETHODIMP CZYN2DGLBitmapContext::ViewRect(IDispatch* Rect, double) noexcept {
   return automation(*this, [&] {
@@ -82,7 +121,38 @@ std::optional<CParamsVue2D::Target> CZYN2DGLBitmapContext::range() {
   return std::nullopt;
 }
 
+/// What draws may let go of the graph, and lay it out for other readers: the pass has its own
+/// frame.
+void CZYN2DGLBitmapContext::drawPlotOn(OffscreenSurface& surface, const PictureWish& wish) {
+  const ComPtr<CZYNGraphe> graph = graph_;
+  GraphCore& core = graph->core();
+  if (core.plot.entries().empty()) {
+    const auto bounds = measureScene(drawList());
+    core.plot.setBackdrop(bounds);
+    core.plot.changed();
+  }
+  if (holdsTexts(core.plot)) {
+    needFonts();
+  }
+  PlotPage page = core.page();
+  page.width = static_cast<double>(surface.width());
+  page.height = static_cast<double>(surface.height());
+  PlotFrame frame(core.plot);
+  frame.on(page);
+  PlotPass pass{.flat = wish.flat, .part = {}, .list = listPass()};
+  surface.render([&](const Tile& tile) {
+    wish.tell(tile);
+    pass.part = pass.list.texts.part = tile.part();
+    const PixelScale scale(page.pixelScale);
+    drawPlot(core.plot, frame, drawList(), pass);
+  });
+}
+
 void CZYN2DGLBitmapContext::drawOn(OffscreenSurface& surface, const PictureWish& wish) {
+  if (isPlot()) {
+    drawPlotOn(surface, wish);
+    return;
+  }
   // What is asked and what draws may replace the surface: the pass goes on with its own.
   ListPass list = listPass();
   TracePicture picture;

@@ -99,7 +99,7 @@ struct PlotLayout {
   std::vector<AxisLayout> axes;   ///< as they were asked for
   PixelBox legend;                ///< empty where there is none
   std::vector<PixelBox> entries;  ///< in the legend, as they were asked for
-  Drawing behind;                 ///< background, plot area, grid
+  Drawing behind;                 ///< a layer of grounds: picture, plot area; then grids
   Drawing inFront;                ///< axes, texts, legend
 };
 

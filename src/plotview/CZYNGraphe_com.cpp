@@ -168,7 +168,7 @@ STDMETHODIMP CZYNGraphe::RetirerAxe(IDispatch* Axe) noexcept {
 CZYNGraphe::Place CZYNGraphe::find(IDispatch* object) {
   const ComPtr<IUnknown> identity = askFor<IUnknown>(object);
   return std::find_if(shown_.begin(), shown_.end(), [&identity](const Shown& shown) {
-    return identity && askFor<IUnknown>(shown.object.Get()) == identity;
+    return identity && askFor<IUnknown>(shown.object.Get()).Get() == identity.Get();
   });
 }
 
@@ -189,7 +189,8 @@ STDMETHODIMP CZYNGraphe::Ajouter(IDispatch* Serie, VARIANT AxeX, VARIANT AxeY) n
     if (isHorizontal(y->side)) {
       throw badArgument(L"AxeY", L"lies at the bottom or at the top");
     }
-    auto item = plotted ? plotted->plotItem() : std::make_shared<DrawableItem>(Serie, *this);
+    auto item = plotted ? plotted->plotItem()
+                        : std::make_shared<DrawableItem>(Serie, static_cast<SceneWatcher&>(*this));
     shown_.push_back({Serie, plotted, item});
     try {
       core_->plot.add({item, x, y});

@@ -267,7 +267,9 @@ class ViewControl
     Base::repaint();
     tellMissingContext();
   }
-  bool hasSelectables() const noexcept final { return selection_.head() != nullptr; }
+  bool hasSelectables() const noexcept final {
+    return selection_.head() != nullptr || hasNamedPlots();
+  }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 
   CListTrace drawList_{this, Derived::kIsFlat};
@@ -339,6 +341,9 @@ class ViewControl
 
   /// The window is gone.
   virtual void viewClosed() noexcept {}
+
+  /// Whether something can be picked that is not in the selection list.
+  virtual bool hasNamedPlots() const noexcept { return false; }
 
   /// The smoothing of lines or points was switched: brings it to the rendering context.
   virtual void smoothingChanged() = 0;

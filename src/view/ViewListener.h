@@ -2,6 +2,8 @@
 
 #include "core/ZYNList.h"
 
+struct IDispatch;
+
 namespace zyn {
 
 /// Hears of a view what the events of its first interface do not tell. Called on the view's thread;
@@ -13,6 +15,15 @@ class ViewListener {
 
   /// The camera has come to rest, where it was to arrive or where it was stopped.
   virtual void animationFinished() noexcept {}
+
+  /// The range of an axis of its graph is another one than at the last repaint.
+  virtual void axisChanged(IDispatch* /*axis*/) noexcept {}
+
+  /// The mouse has moved a cursor of its graph, 0 or 1, to a value of the bottom axis.
+  virtual void cursorMoved(int /*number*/, double /*value*/) noexcept {}
+
+  /// A series of its graph was clicked, or its entry in the legend.
+  virtual void seriesClicked(IDispatch* /*series*/) noexcept {}
 
   /// The view is gone, and so is the place among its listeners.
   virtual void viewEnded() noexcept {}
@@ -40,6 +51,15 @@ class ViewListeners {
   }
   void animationFinished() {
     tell([](ViewListener& listener) { listener.animationFinished(); });
+  }
+  void axisChanged(IDispatch* axis) {
+    tell([axis](ViewListener& listener) { listener.axisChanged(axis); });
+  }
+  void cursorMoved(int number, double value) {
+    tell([=](ViewListener& listener) { listener.cursorMoved(number, value); });
+  }
+  void seriesClicked(IDispatch* series) {
+    tell([series](ViewListener& listener) { listener.seriesClicked(series); });
   }
 
  private:

@@ -171,7 +171,9 @@ PickRecords CZYNVue2D::pick(const PickRegion& region) {
     if (!resources) {
       return;
     }
-    records = pickView2D(currentView(), region, [&] { selection_.draw2D(listPass(resources)); });
+    records = isPlot() ? pickPlot(region, resources) : pickView2D(currentView(), region, [&] {
+      selection_.draw2D(listPass(resources));
+    });
   });
   return records;
 }

@@ -73,9 +73,16 @@ void CZYNVue2D::paint(HDC) {
   if (takePixelScale()) {
     compileFrame();
   }
+  if (isPlot()) {
+    tellAxisChanges();
+  }
   context_.withContext([this] {
     const auto resources = resources_.lock();  // what is drawn may close the window
     if (!resources) {
+      return;
+    }
+    if (isPlot()) {
+      drawPlotInWindow(resources);
       return;
     }
     ViewPass2D pass = currentPass();
@@ -92,6 +99,9 @@ void CZYNVue2D::paint(HDC) {
 bool CZYNVue2D::needsFonts() { return view_.hasGraph() || drawList_.mayHoldText(); }
 
 DrawOffscreen CZYNVue2D::preparePicture(OffscreenSurface& surface, SIZE size) {
+  if (isPlot()) {
+    return preparePlotPicture(surface, size);
+  }
   std::weak_ptr<const ContextResources> resources;
   surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
     Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,

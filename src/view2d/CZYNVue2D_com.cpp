@@ -10,6 +10,17 @@
 
 namespace zyn {
 
+namespace {
+
+/// By a fraction of its size, half on each side.
+Rect2 enlarged(const Rect2& rectangle, double surplus) {
+  const double x = rectangle.width() * surplus / 2;
+  const double y = rectangle.height() * surplus / 2;
+  return {rectangle.xMin - x, rectangle.xMax + x, rectangle.yMin - y, rectangle.yMax + y};
+}
+
+}  // namespace
+
 CZYNVue2D::CZYNVue2D()
     : ViewControl({.id = CLSID_ZYNVue2D,
                    .events = DIID__IZYNVue2DEvents,
@@ -20,6 +31,9 @@ CZYNVue2D::CZYNVue2D()
 
 CZYNVue2D::~CZYNVue2D() {
   shutDown();
+  if (graphObject_) {
+    graphObject_->core().leaveHost();
+  }
   CZYNVueControles::instance().remove(this);
 }
 
@@ -60,6 +74,10 @@ void CZYNVue2D::refitHome() {
 
 void CZYNVue2D::fitHome(const std::optional<Box3>& objects) {
   sceneBounds_ = objects;
+  if (graphObject_) {
+    graphObject_->core().plot.setBackdrop(objects);
+    graphObject_->core().plot.changed();
+  }
   if (objects) {
     view_.fitHome(Rect2{objects->xMin, objects->xMax, objects->yMin, objects->yMax});
   }
@@ -82,15 +100,23 @@ STDMETHODIMP CZYNVue2D::setActiveProfil(IDispatch* profil) noexcept {
 
 STDMETHODIMP CZYNVue2D::initView() noexcept {
   return automation(*this, [&] {
-    view_.initView();
-    recordVisible();
+    if (isPlot()) {
+      graphObject_->core().plot.fit();
+    } else {
+      view_.initView();
+      recordVisible();
+    }
     repaint();
   });
 }
 
 STDMETHODIMP CZYNVue2D::LastView() noexcept {
   return automation(*this, [&] {
-    view_.lastView();
+    if (isPlot()) {
+      graphObject_->core().plot.popHistory();
+    } else {
+      view_.lastView();
+    }
     repaint();
   });
 }
@@ -101,15 +127,25 @@ STDMETHODIMP CZYNVue2D::View(IDispatch* Rect, double surplus) noexcept {
     if (!rectangle) {
       return;
     }
-    view_.view(readRectangle(*rectangle.Get()), surplus);
-    recordVisible();
+    const CParamsVue2D::Target target = readRectangle(*rectangle.Get());
+    if (isPlot()) {
+      graphObject_->core().plot.pushHistory();
+      plane_->show(enlarged(target.bounds, surplus));
+    } else {
+      view_.view(target, surplus);
+      recordVisible();
+    }
     repaint();
   });
 }
 
 STDMETHODIMP CZYNVue2D::ViewRect(double XMin, double XMax, double YMin, double YMax) noexcept {
   return automation(*this, [&] {
-    view_.viewRect({XMin, XMax, YMin, YMax});
+    if (isPlot()) {
+      plane_->show({XMin, XMax, YMin, YMax});
+    } else {
+      view_.viewRect({XMin, XMax, YMin, YMax});
+    }
     lookChanged();
   });
 }
@@ -119,7 +155,7 @@ STDMETHODIMP CZYNVue2D::getPixelPoint(double x, double y, int* Top, int* Left) n
     if (!Top || !Left) {
       return E_POINTER;
     }
-    const PixelPoint pixel = view_.getPixelPoint(x, y);
+    const PixelPoint pixel = isPlot() ? plane_->getPixelPoint(x, y) : view_.getPixelPoint(x, y);
     *Top = pixel.y;
     *Left = pixel.x;
     return S_OK;
@@ -131,7 +167,7 @@ STDMETHODIMP CZYNVue2D::getPoint(int Top, int Left, double* x, double* y) noexce
     if (!x || !y) {
       return E_POINTER;
     }
-    const Point point = view_.getPoint({Left, Top});
+    const Point point = isPlot() ? plane_->getPoint({Left, Top}) : view_.getPoint({Left, Top});
     *x = point.x;
     *y = point.y;
     return S_OK;
@@ -140,13 +176,14 @@ STDMETHODIMP CZYNVue2D::getPoint(int Top, int Left, double* x, double* y) noexce
 
 STDMETHODIMP CZYNVue2D::getVueParams(VARIANT* ret) noexcept {
   return automation(*this, [&] {
-    const auto params = view_.params();
+    const auto params = isPlot() ? plane_->params() : view_.params();
     return giveNumbers(ret, {params.begin(), params.end()});
   });
 }
 
 STDMETHODIMP CZYNVue2D::get_PixelSize(double* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, view_.pixelSize()); });
+  return automation(*this,
+                    [&] { return give(pVal, isPlot() ? plane_->pixelSize() : view_.pixelSize()); });
 }
 
 STDMETHODIMP CZYNVue2D::setGrille(double dX, double dY) noexcept {

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
@@ -13,11 +15,13 @@
 #include "contract/ModelBounds_com.h"
 #include "core/Box3.h"
 #include "objects/text/ContextFonts_win.h"
+#include "plotview/CZYNGraphe_com.h"
 #include "view/CursorGlyph_gl.h"
 #include "view/Pixels.h"
 #include "view/ViewControl_com.h"
 #include "view2d/Graph.h"
 #include "view2d/Mouse2D.h"
+#include "view2d/PlotPlane.h"
 #include "view2d/ViewPass2D_gl.h"
 #include "view2d/ViewState2D.h"
 
@@ -25,9 +29,11 @@ namespace zyn {
 
 /// The 2D view: an ActiveX control that plots the traces of its host in a graph, lets the user pan
 /// and zoom, picks, and tells the nearest point of a trace. Published members in CZYNVue2D_com.cpp,
-/// window and drawing in CZYNVue2DWindow_com.cpp, graph frame in CZYNVue2DGraph_com.cpp, mouse and
-/// keys in CZYNVue2DMouse_com.cpp.
-class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mouse2D, MouseHost2D> {
+/// window and drawing in CZYNVue2DWindow_com.cpp, graph frame in CZYNVue2DGraph_com.cpp, its
+/// graph object in CZYNVue2DPlot_com.cpp, mouse and keys in CZYNVue2DMouse_com.cpp.
+class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mouse2D, MouseHost2D>,
+                        private GraphHost,
+                        private PlotListener {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNVue2D";
   static constexpr bool kIsFlat = true;
@@ -72,6 +78,8 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   STDMETHODIMP get_MaintainWindowZoom(VARIANT_BOOL* pVal) noexcept override;
   STDMETHODIMP put_MaintainWindowZoom(VARIANT_BOOL newVal) noexcept override;
 
+  STDMETHODIMP get_Graphe(IDispatch** pVal) noexcept override;
+
   STDMETHODIMP get_MousePointer(LONG* pVal) noexcept override;
   STDMETHODIMP put_MousePointer(LONG newVal) noexcept override;
   STDMETHODIMP get_MouseIcon(IPictureDisp** pVal) noexcept override;
@@ -101,6 +109,17 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   // ViewControl
   Mouse2D& mouse() noexcept override { return mouse_; }
   void smoothingChanged() override;
+  bool hasNamedPlots() const noexcept override;
+  std::optional<VectorPicture> vectorPicture() override;
+
+  // GraphHost
+  PlotPage plotPage() override;
+  void plotChanged(bool always) noexcept override;
+  void plotSwitched() override;
+
+  // PlotListener
+  void cursorMoved(std::size_t number) override;
+  void seriesClicked(const PlotItem& item) override;
 
   // MouseHost2D
   void fireMouseDown(MouseButton button, const Point& at) noexcept override;
@@ -127,6 +146,15 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
                                               ClientSize client) const;
   void compileFrame();
 
+  CZYNGraphe& graphObject();
+  bool isPlot() const;
+  void layOutPlotNow();
+  void tellAxisChanges();
+  PickRecords pickPlot(const PickRegion& region,
+                       const std::shared_ptr<ContextResources>& resources);
+  void drawPlotInWindow(const std::shared_ptr<ContextResources>& resources);
+  DrawOffscreen preparePlotPicture(OffscreenSurface& surface, SIZE size);
+
   void rebuildGlyphs();
 
   void resize(SIZE client);
@@ -145,6 +173,9 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   /// The visible rectangle as an object of the geometry library; null where that is missing.
   const Microsoft::WRL::ComPtr<IZYNRectangle> visible_ = tryMakeRectangle(0, 0, 0, 0);
   Mouse2D mouse_{view_, *this};
+  Microsoft::WRL::ComPtr<CZYNGraphe> graphObject_;  ///< made when it is first asked for
+  std::unique_ptr<PlotPlane> plane_;                ///< of the graph
+  std::vector<std::pair<Plot::Axis, ValueRange>> toldRanges_;
 
   /// Kept for the next rendering context, in which its frame is compiled anew.
   std::variant<std::monostate, LinearGraph, LogLogGraph> graph_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "plot/DrawingPainter_gl.h"
 #include "plotview/DrawableItem_com.h"
@@ -30,7 +29,8 @@ class Scissor {
       return viewport[0] + (pixel / picture.x - part.left) / (part.right - part.left) * viewport[2];
     };
     const auto y = [&](double pixel) {
-      return viewport[1] + (pixel / picture.y - part.bottom) / (part.top - part.bottom) * viewport[3];
+      return viewport[1] +
+             (pixel / picture.y - part.bottom) / (part.top - part.bottom) * viewport[3];
     };
     const int left = static_cast<int>(std::lround(x(box.left)));
     const int bottom = static_cast<int>(std::lround(y(box.bottom)));
@@ -42,6 +42,20 @@ class Scissor {
  private:
   PushedAttributes saved_{GL_SCISSOR_BIT};
 };
+
+/// Where drawable objects meet the axes of a place: plotting units are pixels.
+ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place) {
+  const auto mapping = place.mapping();
+  if (!mapping) {
+    return {};
+  }
+  const PlanePoint size = sizeOf(frame);
+  const double x = size.x / 2 - mapping->x.constant;
+  const double y = size.y / 2 - mapping->y.constant;
+  ScaledView view{{}, mapping->x.x, mapping->y.y};
+  view.view.fit(Rect2{x - size.x / 2, x + size.x / 2, y - size.y / 2, y + size.y / 2}, {}, 0.0F);
+  return view;
+}
 
 void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& place,
                  const PlotPass& pass) {
@@ -59,27 +73,43 @@ void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& plac
   list.draw2D(objects);
 }
 
-PlotPlace mainPlace(Plot& plot, const PlotFrame& frame) {
+/// The ground is the first layer.
+Drawing withoutGround(const Drawing& behind) {
+  return {behind.begin() + (behind.empty() ? 0 : 1), behind.end()};
+}
+
+PlotPlace mainPlace(const Plot& plot, const PlotFrame& frame) {
   return frame.placeOf({nullptr, plot.axis(AxisSide::kBottom), plot.axis(AxisSide::kLeft)});
 }
 
 }  // namespace
 
-ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place) {
-  const auto mapping = place.mapping();
-  if (!mapping) {
-    return {};
-  }
-  const PlanePoint size = sizeOf(frame);
-  const double x = size.x / 2 - mapping->x.constant;
-  const double y = size.y / 2 - mapping->y.constant;
-  ScaledView view{{}, mapping->x.x, mapping->y.y};
-  view.view.fit(Rect2{x - size.x / 2, x + size.x / 2, y - size.y / 2, y + size.y / 2},
-                {static_cast<std::int32_t>(size.x), static_cast<std::int32_t>(size.y)}, 0.0F);
-  return view;
+ScaledView mainPlotView(const Plot& plot, const PlotFrame& frame) {
+  return plotViewOf(frame, mainPlace(plot, frame));
 }
 
-void drawPlot(Plot& plot, const PlotFrame& frame, CListTrace& drawList, const PlotPass& pass) {
+bool holdsTexts(const Plot& plot) {
+  return std::any_of(plot.entries().begin(), plot.entries().end(), [](const Plot::Entry& entry) {
+    auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get());
+    return drawable && drawable->list().mayHoldText();
+  });
+}
+
+void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph& glyph,
+                    const std::array<float, 2>& position) {
+  const PlotPlace place = mainPlace(plot, frame);
+  if (!place.x.canShow(position[0]) || !place.y.canShow(position[1])) {
+    return;
+  }
+  const PushedMatrix projection(GL_PROJECTION);
+  const PushedMatrix modelview(GL_MODELVIEW);
+  loadViewAt({place.x.coordinateOf(position[0]), place.y.coordinateOf(position[1]), 0},
+             plotViewOf(frame, place));
+  glyph.draw(0, 0, 0, frame.page().pixelScale);
+}
+
+void drawPlot(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
+              const PlotPass& pass) {
   const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(plot.theme));
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   const PlanePoint size = sizeOf(frame);
@@ -87,8 +117,13 @@ void drawPlot(Plot& plot, const PlotFrame& frame, CListTrace& drawList, const Pl
   const Drawing cursors = frame.drawCursors();
   const std::vector<PlannedEntry> entries = frame.plan();
   const PlotPlace place = mainPlace(plot, frame);
-  const std::size_t backgrounds = pass.flat ? layout->backgrounds : 0;
-  paintDrawing(std::span(layout->behind).subspan(backgrounds), size, pass.part);
+  PlotPass objects = pass;
+  objects.list.texts.isOnDark = plot.theme == PlotThemeKind::kDark;
+  if (pass.flat) {
+    paintDrawing(withoutGround(layout->behind), size, pass.part);
+  } else {
+    paintDrawing(layout->behind, size, pass.part);
+  }
   Drawing next;
   const auto paint = [&] {
     paintDrawing(next, size, pass.part);
@@ -97,13 +132,13 @@ void drawPlot(Plot& plot, const PlotFrame& frame, CListTrace& drawList, const Pl
   for (const PlannedEntry& entry : entries) {
     if (auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get())) {
       paint();
-      drawObjects(drawable->list(), frame, entry.place, pass);
+      drawObjects(drawable->list(), frame, entry.place, objects);
     } else {
       next.push_back(entry.layer());
     }
   }
   paint();
-  drawObjects(drawList, frame, place, pass);
+  drawObjects(drawList, frame, place, objects);
   paintDrawing(layout->inFront, size, pass.part);
   paintDrawing(cursors, size, pass.part);
 }

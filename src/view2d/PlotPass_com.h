@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 
 #include "glcontext/StateGuards_gl.h"
 #include "plotview/PlotFrame.h"
 #include "scene/CListTrace_com.h"
+#include "view/CursorGlyph_gl.h"
 #include "view2d/CParamsVue2D.h"
 
 namespace zyn {
@@ -14,20 +16,28 @@ namespace zyn {
 struct PlotPass {
   std::optional<Float4> flat{};  ///< the background, in place of that of the theme
   PicturePart part{};            ///< that the viewport shows
-  ListPass list{};               ///< for drawable objects; the height of the view is set by the pass
+  ListPass list{};  ///< for drawable objects; the height of the view is set by the pass
 };
 
 /// The view in which drawable objects meet the first axes at the bottom and on the left of a graph
 /// that is laid out: its plotting units are pixels.
-ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place);
+ScaledView mainPlotView(const Plot& plot, const PlotFrame& frame);
 
 /// Clears, then draws background, grid, what is plotted, the objects of the view's own list, axes,
 /// texts and cursors. Objects may do anything meanwhile, change the graph included. The projection
 /// is given back.
-void drawPlot(Plot& plot, const PlotFrame& frame, CListTrace& drawList, const PlotPass& pass);
+void drawPlot(const Plot& plot, const PlotFrame& frame, CListTrace& drawList, const PlotPass& pass);
+
+/// Whether one of the drawable objects that a graph shows may take fonts.
+bool holdsTexts(const Plot& plot);
+
+/// Draws the cursor glyph at a point of those axes.
+void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph& glyph,
+                    const std::array<float, 2>& position);
 
 /// Draws what can be picked of a graph by itself: entries with names, which `nameOf` tells.
-void drawPlotNames(const PlotFrame& frame, const std::function<std::int32_t(const PlotItem&)>& nameOf,
+void drawPlotNames(const PlotFrame& frame,
+                   const std::function<std::int32_t(const PlotItem&)>& nameOf,
                    const PicturePart& part);
 
 /// The whole graph as values, but for drawable objects.

@@ -1,0 +1,187 @@
+#include <algorithm>
+
+#include "com/properties_com.h"
+#include "glcontext/StateGuards_gl.h"
+#include "view/PixelScale_gl.h"
+#include "view/RubberBand_gl.h"
+#include "view2d/CZYNVue2D_com.h"
+#include "view2d/PlotPass_com.h"
+#include "view2d/ViewMatrices_gl.h"
+
+// The graph object of the 2D view, and the view while that is active.
+
+namespace zyn {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/// Beyond the size of picks, how far from a series a click counts as one on it, in pixels.
+constexpr double kClickReach = 3;
+
+}  // namespace
+
+CZYNGraphe& CZYNVue2D::graphObject() {
+  if (!graphObject_) {
+    auto object = makeObject<CZYNGraphe>(static_cast<GraphHost&>(*this));
+    GraphCore& core = object->core();
+    core.plot.setBackdrop(sceneBounds_);
+    plane_ = std::make_unique<PlotPlane>(
+        core.plot, core.frame, [&core] { core.layout(); }, static_cast<PlotListener&>(*this));
+    graphObject_ = object;
+  }
+  return *graphObject_.Get();
+}
+
+STDMETHODIMP CZYNVue2D::get_Graphe(IDispatch** pVal) noexcept {
+  return automation(*this, [&] {
+    if (!pVal) {
+      return E_POINTER;
+    }
+    ComPtr<IDispatch> object = &graphObject();
+    *pVal = object.Detach();
+    return S_OK;
+  });
+}
+
+bool CZYNVue2D::isPlot() const { return graphObject_ && graphObject_->core().isActive(); }
+
+PlotPage CZYNVue2D::plotPage() {
+  const ClientSize client = view_.clientSize();
+  PlotPage page;
+  page.width = client.width;
+  page.height = client.height;
+  page.pixelScale = pixelScale();
+  return page;
+}
+
+void CZYNVue2D::plotChanged(bool always) noexcept {
+  if (always) {
+    repaint();
+  } else {
+    lookChanged();
+  }
+}
+
+void CZYNVue2D::plotSwitched() {
+  mouse_.captureLost();
+  mouse_.setView(isPlot() ? static_cast<PlaneView&>(*plane_) : view_);
+}
+
+/// Each axis once; a handler may change the graph, which the next paint tells.
+void CZYNVue2D::tellAxisChanges() {
+  const ComPtr<CZYNGraphe> graph = graphObject_;
+  const Plot& plot = graph->core().plot;
+  std::vector<std::pair<Plot::Axis, ValueRange>> ranges;
+  std::vector<Plot::Axis> changed;
+  for (const Plot::Axis& axis : plot.axes()) {
+    const ValueRange range = plot.rangeOf(*axis);
+    const auto told = std::find_if(toldRanges_.begin(), toldRanges_.end(),
+                                   [&axis](const auto& known) { return known.first == axis; });
+    if (told == toldRanges_.end() || !(told->second == range)) {
+      changed.push_back(axis);
+    }
+    ranges.emplace_back(axis, range);
+  }
+  toldRanges_ = std::move(ranges);
+  for (const Plot::Axis& axis : changed) {
+    const ComPtr<IDispatch> object = graph->axisObject(axis);
+    listeners().axisChanged(object.Get());
+  }
+}
+
+void CZYNVue2D::cursorMoved(std::size_t number) {
+  const double value = graphObject_->core().plot.cursorValue(number);
+  listeners().cursorMoved(static_cast<int>(number), value);
+}
+
+void CZYNVue2D::seriesClicked(const PlotItem& item) {
+  if (const ComPtr<IDispatch> object = graphObject_->objectOf(item)) {
+    listeners().seriesClicked(object.Get());
+  }
+}
+
+void CZYNVue2D::drawPlotInWindow(const std::shared_ptr<ContextResources>& resources) {
+  const ComPtr<CZYNGraphe> graph = graphObject_;  // what is drawn may end the view's hold on it
+  GraphCore& core = graph->core();
+  core.layout();
+  const PushedMatrix modelview(GL_MODELVIEW);
+  {
+    const auto scale = pixelScaleUnlessOne(pixelScale());
+    drawPlot(core.plot, core.frame, drawList_, {.list = listPass(resources)});
+  }
+  if (const auto band = mouse_.rubberBand()) {
+    drawRubberBand(*band, pixelScale());
+  }
+  if (drawCursor_ && mouse_.isMouseInside()) {
+    drawPlotCursor(core.plot, core.frame, resources->cursorGlyph, cursor_);
+  }
+  glFinish();
+  context_.present();
+}
+
+DrawOffscreen CZYNVue2D::preparePlotPicture(OffscreenSurface& surface, SIZE size) {
+  std::weak_ptr<const ContextResources> resources;
+  surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
+    Antialiasing antialiasing{antialiasing_.lineSmooth, antialiasing_.pointSmooth, std::nullopt,
+                              GL_NICEST};
+    setInitialState2D(clearColour(), antialiasing);
+    if (!needsFonts() && !holdsTexts(graphObject_->core().plot)) {
+      return nullptr;
+    }
+    const auto made = std::make_shared<ContextResources>(smoothsGlyphs());
+    resources = made;
+    return made;
+  });
+  return [this, &surface, resources, size](const auto& flat) {
+    const ComPtr<CZYNGraphe> graph = graphObject_;
+    PlotFrame frame(graph->core().plot);
+    PlotPage page = graph->core().page();
+    page.width = size.cx;
+    page.height = size.cy;
+    frame.on(page);
+    surface.render([&](const Tile& tile) {
+      const auto kept = resources.lock();
+      PlotPass pass{.flat = flat, .part = tile.part(), .list = {}};
+      if (kept) {
+        pass.list.texts = textView(kept.get());
+      }
+      drawPlot(graph->core().plot, frame, drawList_, pass);
+    });
+  };
+}
+
+std::optional<VectorPicture> CZYNVue2D::vectorPicture() {
+  if (!isPlot()) {
+    return std::nullopt;
+  }
+  GraphCore& core = graphObject_->core();
+  core.layout();
+  return VectorPicture{drawingOf(core.frame), core.frame.page().width, core.frame.page().height};
+}
+
+bool CZYNVue2D::hasNamedPlots() const noexcept {
+  if (!isPlot()) {
+    return false;
+  }
+  const auto& entries = graphObject_->core().plot.entries();
+  return std::any_of(entries.begin(), entries.end(), [this](const Plot::Entry& entry) {
+    return graphObject_->nameOf(*entry.item) >= 0;
+  });
+}
+
+/// Entries with names, then what is in the selection list.
+PickRecords CZYNVue2D::pickPlot(const PickRegion& region,
+                                const std::shared_ptr<ContextResources>& resources) {
+  const ComPtr<CZYNGraphe> graph = graphObject_;
+  GraphCore& core = graph->core();
+  core.layout();
+  return runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
+    drawPlotNames(
+        core.frame, [&graph](const PlotItem& item) { return graph->nameOf(item); }, part);
+    loadView(mainPlotView(core.plot, core.frame), part);
+    selection_.draw2D(listPass(resources));
+  });
+}
+
+}  // namespace zyn
