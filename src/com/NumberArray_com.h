@@ -33,6 +33,8 @@ class NumberArray {
 
   /// Whether it has two dimensions.
   bool hasRows() const { return hasRows_; }
+  /// How many numbers a row has then.
+  std::size_t columns() const { return columns_; }
 
   /// Whether these are bytes, which stand for colours from 0 to 255.
   bool holdsBytes() const { return type_ == VT_UI1; }

@@ -11,6 +11,7 @@
 #include "objects/mesh/CZYNGLMaillage_com.h"
 #include "objects/picture/CZYNGLBitmap_com.h"
 #include "objects/scale/CZYNEchelleCouleurs_com.h"
+#include "objects/series/CZYNCarte_com.h"
 #include "objects/series/CZYNSerie_com.h"
 #include "objects/text/CZYNGLTexte_com.h"
 #include "objects/triangle/CZYNGLTriangle_com.h"
@@ -38,6 +39,7 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
     {&CLSID_ZYNGLMaillage, createInstance<CZYNGLMaillage>, IDR_ZYNGLMAILLAGE},
     {&CLSID_ZYNCamera, createInstance<CZYNCamera>, IDR_ZYNCAMERA},
+    {&CLSID_ZYNCarte, createInstance<CZYNCarte>, IDR_ZYNCARTE},
     {&CLSID_ZYNSerie, createInstance<CZYNSerie>, IDR_ZYNSERIE},
     {&CLSID_ZYNEvenements, createInstance<CZYNEvenements>, IDR_ZYNEVENEMENTS},
 };

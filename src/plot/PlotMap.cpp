@@ -100,6 +100,33 @@ CellPair pairAt(double place, std::size_t cells) {
   return {first, std::min(first + 1, cells - 1), from - static_cast<double>(first)};
 }
 
+double cellValue(const PlotMap& map, std::size_t row, std::size_t column) {
+  return map.values[row * map.columns + column];
+}
+
+/// What is not a number takes up its own cell only.
+double between(const PlotMap& map, const CellPair& across, const CellPair& up) {
+  const std::array values = {
+      cellValue(map, up.first, across.first), cellValue(map, up.first, across.second),
+      cellValue(map, up.second, across.first), cellValue(map, up.second, across.second)};
+  const std::array weights = {(1 - up.part) * (1 - across.part), (1 - up.part) * across.part,
+                              up.part * (1 - across.part), up.part * across.part};
+  const auto nearest =
+      static_cast<std::size_t>((up.part < 0.5 ? 0 : 2) + (across.part < 0.5 ? 0 : 1));
+  if (!std::isfinite(values[nearest])) {
+    return values[nearest];
+  }
+  double sum = 0;
+  double weight = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (std::isfinite(values[i])) {
+      sum += weights[i] * values[i];
+      weight += weights[i];
+    }
+  }
+  return sum / weight;
+}
+
 /// Makes the picture of a map.
 class MapImage {
  public:
@@ -137,36 +164,10 @@ class MapImage {
     const CellPair up = pairAt(y, map_.rows);
     for (const double x : across) {
       if (x >= 0) {
-        std::memcpy(pixel, table_.of(between(pairAt(x, map_.columns), up)).data(), 4);
+        std::memcpy(pixel, table_.of(between(map_, pairAt(x, map_.columns), up)).data(), 4);
       }
       pixel += 4;
     }
-  }
-
-  /// What is not a number takes up its own cell only.
-  double between(const CellPair& across, const CellPair& up) const {
-    const std::array values = {at(up.first, across.first), at(up.first, across.second),
-                               at(up.second, across.first), at(up.second, across.second)};
-    const std::array weights = {(1 - up.part) * (1 - across.part), (1 - up.part) * across.part,
-                                up.part * (1 - across.part), up.part * across.part};
-    const auto nearest =
-        static_cast<std::size_t>((up.part < 0.5 ? 0 : 2) + (across.part < 0.5 ? 0 : 1));
-    if (!std::isfinite(values[nearest])) {
-      return values[nearest];
-    }
-    double sum = 0;
-    double weight = 0;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (std::isfinite(values[i])) {
-        sum += weights[i] * values[i];
-        weight += weights[i];
-      }
-    }
-    return sum / weight;
-  }
-
-  double at(std::size_t row, std::size_t column) const {
-    return map_.values[row * map_.columns + column];
   }
 
   const PlotMap& map_;
@@ -251,6 +252,18 @@ std::optional<Box3> extentOf(const PlotMap& map, const AxisLogs& logs) {
     return std::nullopt;
   }
   return Box3{x->low, x->high, y->low, y->high, 0, 0};
+}
+
+std::optional<double> valueAt(const PlotMap& map, const PlanePoint& at) {
+  const double x = (at.x / 2 - map.x0 / 2) / (map.x1 / 2 - map.x0 / 2);
+  const double y = (at.y / 2 - map.y0 / 2) / (map.y1 / 2 - map.y0 / 2);
+  if (map.values.empty() || !(x >= 0 && x <= 1 && y >= 0 && y <= 1)) {
+    return std::nullopt;
+  }
+  const double across = x * static_cast<double>(map.columns);
+  const double up = y * static_cast<double>(map.rows);
+  return map.isInterpolated ? between(map, pairAt(across, map.columns), pairAt(up, map.rows))
+                            : cellValue(map, cellAt(up, map.rows), cellAt(across, map.columns));
 }
 
 ValueExtent valuesOf(const PlotMap& map) {

@@ -45,6 +45,10 @@ void drawMap(PlotMap& map, const ColourScale& scale, std::uint64_t scaleRevision
 /// What the axes have to show of it, in their coordinates; none where they can show nothing.
 std::optional<Box3> extentOf(const PlotMap& map, const AxisLogs& logs);
 
+/// The value at a place in units of the axes, as it is drawn on linear ones: that of the cell, or
+/// between the middles of cells. None outside.
+std::optional<double> valueAt(const PlotMap& map, const PlanePoint& at);
+
 /// What its scale has to span.
 ValueExtent valuesOf(const PlotMap& map);
 
