@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "plot/PlotCursors.h"
 #include "plot/SeriesReading.h"
 
 namespace zyn {
