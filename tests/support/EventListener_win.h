@@ -9,7 +9,14 @@
 namespace zyn::test {
 
 /// The numbers of _IZYNEvenements.
-enum Event : DISPID { kCameraChangee = 1, kProgression = 2, kAnimationFinie = 6 };
+enum Event : DISPID {
+  kCameraChangee = 1,
+  kProgression = 2,
+  kAxeChange = 3,
+  kCurseurDeplace = 4,
+  kSerieCliquee = 5,
+  kAnimationFinie = 6
+};
 
 /// Hears the events of a ZYNEvenements, and does with each what it is told.
 class EventListener final : public ForeignBase<EventListener, IDispatch> {
