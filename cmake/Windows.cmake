@@ -62,6 +62,7 @@ foreach(folder IN LISTS ZYN_FOLDERS)
   endif()
 endforeach()
 target_link_libraries(zyn_model_files PRIVATE zyn_third_party)
+target_link_libraries(zyn_vector PRIVATE zyn_third_party)
 zyn_dll(ZYNVue module "ZYNVue: OpenGL views, scene objects and offscreen pictures")
 zyn_dll(ZYNModeleGeom geometry "ZYNModeleGeom: geometry objects for ZYNVue")
 

@@ -90,17 +90,20 @@ class OpenedClipboard {
   OpenedClipboard(const OpenedClipboard&) = delete;
   OpenedClipboard& operator=(const OpenedClipboard&) = delete;
 
-  void put(UINT format, GlobalMemory memory) const {
-    if (!SetClipboardData(format, memory.get())) {
+  /// What it takes is its own from then on.
+  template <class Owner>
+  void put(UINT format, Owner data) const {
+    if (!SetClipboardData(format, data.get())) {
       fail(L"The clipboard did not take the picture");
     }
-    static_cast<void>(memory.release());
+    static_cast<void>(data.release());
   }
 };
 
 }  // namespace
 
-void copyToClipboard(const PixelView& picture, const AlphaPicture* transparent) {
+void copyToClipboard(const PixelView& picture, const AlphaPicture* transparent,
+                     UniqueMetafile metafile) {
   GlobalMemory dib = makeDib(picture);
   GlobalMemory png = transparent ? makePng(*transparent) : nullptr;
   const OwnerWindow owner;
@@ -110,6 +113,9 @@ void copyToClipboard(const PixelView& picture, const AlphaPicture* transparent) 
   }
   if (png) {
     clipboard.put(RegisterClipboardFormatW(L"PNG"), std::move(png));
+  }
+  if (metafile) {
+    clipboard.put(CF_ENHMETAFILE, std::move(metafile));
   }
   clipboard.put(CF_DIB, std::move(dib));
 }

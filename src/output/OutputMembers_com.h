@@ -2,9 +2,11 @@
 
 #include <windows.h>
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "com/arguments_com.h"
 #include "com/automation_com.h"
@@ -13,8 +15,10 @@
 #include "image/AlphaPicture.h"
 #include "image/ClipboardPicture_win.h"
 #include "image/ImageExport_win.h"
+#include "output/Printing_win.h"
 #include "platform/MessageBox_win.h"
-#include "vector/VectorPicture.h"
+#include "vector/Metafile_win.h"
+#include "vector/VectorFile_win.h"
 
 namespace zyn {
 
@@ -22,13 +26,25 @@ namespace zyn {
 /// where there is none. What is given stays until the next call.
 using DrawPicture = std::function<PixelView(const std::optional<Float4>& flat)>;
 
-/// The file's name and its format, by its extension; throws badArgument for any other.
-struct ImageFile {
-  explicit ImageFile(BSTR argument);
+/// What Exporter writes, by the extension; throws badArgument for any other.
+struct OutputTarget {
+  explicit OutputTarget(BSTR file);
 
   std::wstring name;
-  ImageFormat format;
+  std::variant<ImageFormat, VectorFormat> format;
 };
+
+/// Where Imprimer draws; throws badArgument for what is no device context, or for a rectangle
+/// without a pixel.
+struct PrintTarget {
+  PrintTarget(const VARIANT& dc, const std::array<LONG, 4>& rectangle);
+
+  HDC dc;
+  RECT place;
+};
+
+/// Throws badArgument where there is no picture of lines and texts.
+const VectorPicture& requireVectors(const std::optional<VectorPicture>& picture);
 
 AlphaPicture transparentPicture(const DrawPicture& draw);
 
@@ -38,14 +54,11 @@ class OutputMembers : public Base {
  public:
   STDMETHODIMP Exporter(BSTR Fichier) noexcept final {
     return automation(derived(), [&] {
-      const ImageFile file(Fichier);
-      withPicture([&](const DrawPicture& draw) {
-        if (isTransparent_ && file.format == ImageFormat::kPng) {
-          writePngFile(transparentPicture(draw), file.name.c_str());
-        } else {
-          writeImageFile(file.format, draw({}), file.name.c_str(), quality_);
-        }
-      });
+      const OutputTarget file(Fichier);
+      if (const auto* const format = std::get_if<VectorFormat>(&file.format)) {
+        return writeVectorFile(*format, requireVectors(vectorPicture()), file.name.c_str());
+      }
+      writePixels(std::get<ImageFormat>(file.format), file.name.c_str());
     });
   }
 
@@ -70,8 +83,20 @@ class OutputMembers : public Base {
       withPicture([&](const DrawPicture& draw) {
         const auto transparent =
             isTransparent_ ? std::optional(transparentPicture(draw)) : std::nullopt;
-        copyToClipboard(draw({}), transparent ? &*transparent : nullptr);
+        const auto vectors = vectorPicture();
+        copyToClipboard(draw({}), transparent ? &*transparent : nullptr,
+                        vectors ? makeMetafile(*vectors) : nullptr);
       });
+    });
+  }
+
+  STDMETHODIMP Imprimer(VARIANT hDC, LONG x, LONG y, LONG l, LONG h) noexcept final {
+    return automation(derived(), [&] {
+      const PrintTarget to(hDC, {x, y, l, h});
+      if (const auto vectors = vectorPicture()) {
+        return printMetafile(to.dc, to.place, makeMetafile(*vectors).get());
+      }
+      withPicture([&](const DrawPicture& draw) { printPicture(to.dc, to.place, draw({})); });
     });
   }
 
@@ -98,6 +123,16 @@ class OutputMembers : public Base {
 
   /// What is shown as lines and texts, where it is a graph. Throws why there is no picture.
   virtual std::optional<VectorPicture> vectorPicture() { return std::nullopt; }
+
+  void writePixels(ImageFormat format, const wchar_t* file) {
+    withPicture([&](const DrawPicture& draw) {
+      if (isTransparent_ && format == ImageFormat::kPng) {
+        writePngFile(transparentPicture(draw), file);
+      } else {
+        writeImageFile(format, draw({}), file, quality_);
+      }
+    });
+  }
 
   Derived& derived() { return static_cast<Derived&>(*this); }
 

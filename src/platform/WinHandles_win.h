@@ -17,6 +17,9 @@ struct CloseWindowDC {
 struct CloseBitmap {
   void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
 };
+struct CloseMetafile {
+  void operator()(HENHMETAFILE metafile) const { DeleteEnhMetaFile(metafile); }
+};
 struct CloseRenderingContext {
   void operator()(HGLRC context) const { wglDeleteContext(context); }
 };
@@ -37,6 +40,7 @@ using UniqueDC = std::unique_ptr<std::remove_pointer_t<HDC>, CloseDC>;
 using UniqueWindowDC = std::unique_ptr<std::remove_pointer_t<HDC>, CloseWindowDC>;
 /// A bitmap; it must not be selected into a device context when it is freed.
 using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, CloseBitmap>;
+using UniqueMetafile = std::unique_ptr<std::remove_pointer_t<HENHMETAFILE>, CloseMetafile>;
 /// A WGL rendering context; it must not be current on another thread when it is freed.
 using UniqueRenderingContext = std::unique_ptr<std::remove_pointer_t<HGLRC>, CloseRenderingContext>;
 /// A kernel object whose invalid value is null (a file mapping, an event; not a file).

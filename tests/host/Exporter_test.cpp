@@ -1,5 +1,6 @@
-// Exporter, QualiteJPEG, FondTransparent and Copier of both views and both bitmap contexts: decoded
-// files against frames, names and places that cannot be written, older files, the clipboard.
+// Exporter, QualiteJPEG, FondTransparent, Copier and Imprimer of both views and both bitmap
+// contexts: decoded files against frames, names and places that cannot be written, older files, the
+// clipboard.
 #include <cmath>
 #include <cstring>
 #include <future>
@@ -259,6 +260,98 @@ TEST_P(ExporterTest, CopierTellsThatAnotherHoldsTheClipboard) {
   EXPECT_EQ(result.code(), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
   EXPECT_FALSE(result.description.empty());
   EXPECT_EQ(drawer_->call(L"Copier").code(), S_OK);
+}
+
+/// A bitmap to print on, white.
+class Paper {
+ public:
+  Paper(int width, int height) : picture_(width, height), dc_(CreateCompatibleDC(nullptr)) {
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    bytes_ = static_cast<const BYTE*>(bits);
+    previous_ = SelectObject(dc_, bitmap_);
+    PatBlt(dc_, 0, 0, width, height, WHITENESS);
+  }
+  ~Paper() {
+    SelectObject(dc_, previous_);
+    DeleteObject(bitmap_);
+    DeleteDC(dc_);
+  }
+  Paper(const Paper&) = delete;
+  Paper& operator=(const Paper&) = delete;
+
+  HDC dc() const { return dc_; }
+  const Image& picture() {
+    GdiFlush();
+    for (int y = 0; y < picture_.height(); ++y) {
+      for (int x = 0; x < picture_.width(); ++x) {
+        const BYTE* const pixel = bytes_ + 4 * (y * picture_.width() + x);
+        picture_.at(x, y) = {pixel[2], pixel[1], pixel[0]};
+      }
+    }
+    return picture_;
+  }
+
+ private:
+  Image picture_;
+  HDC dc_;
+  HBITMAP bitmap_ = nullptr;
+  HGDIOBJ previous_ = nullptr;
+  const BYTE* bytes_ = nullptr;
+};
+
+_variant_t handleOf(HDC dc) { return _variant_t(static_cast<LONGLONG>(HandleToLong(dc))); }
+
+TEST_P(ExporterTest, ImprimerDrawsIntoADeviceContext) {
+  const Image frame = drawer_->frame();
+  Paper paper(kWidth + 30, kHeight + 20);
+  // Whatever its mapping mode, which stays.
+  SetMapMode(paper.dc(), MM_ANISOTROPIC);
+  SetWindowExtEx(paper.dc(), 7, 5, nullptr);
+  SetViewportOrgEx(paper.dc(), 11, 13, nullptr);
+  const long width = kWidth;
+  const long height = kHeight;
+  for (const _variant_t& handle : {handleOf(paper.dc()), _variant_t(HandleToLong(paper.dc())),
+                                   _variant_t(static_cast<double>(HandleToLong(paper.dc())))}) {
+    PatBlt(paper.dc(), -100, -100, 1000, 1000, WHITENESS);
+    ASSERT_EQ(drawer_->call(L"Imprimer", {handle, 20L, 10L, width, height}).code(), S_OK);
+    const Image& printed = paper.picture();
+    int wrong = 0;
+    for (int y = 0; y < printed.height(); ++y) {
+      for (int x = 0; x < kWidth + 30; ++x) {
+        const bool isInside = x >= 20 && x < 20 + kWidth && y >= 10 && y < 10 + kHeight;
+        const Rgb expected = isInside ? frame.at(x - 20, y - 10) : kWhite;
+        wrong += difference(printed.at(x, y), expected) > 1 ? 1 : 0;
+      }
+    }
+    EXPECT_EQ(wrong, 0);
+  }
+  EXPECT_EQ(GetMapMode(paper.dc()), MM_ANISOTROPIC);
+  POINT origin = {};
+  GetViewportOrgEx(paper.dc(), &origin);
+  EXPECT_EQ(origin.x, 11);
+}
+
+TEST_P(ExporterTest, ImprimerTakesDeviceContextsAndRectanglesOnly) {
+  Paper paper(20, 20);
+  const Image before = paper.picture();
+  for (const _variant_t& handle :
+       {_variant_t(0L), _variant_t(-1L), _variant_t(static_cast<LONGLONG>(0x7FFF'FFFF'0000)),
+        _variant_t(L"12"), _variant_t(1.5), _variant_t(),
+        _variant_t(static_cast<LONGLONG>(HandleToLong(GetStockObject(BLACK_BRUSH))))}) {
+    const CallResult result = drawer_->call(L"Imprimer", {handle, 0L, 0L, 20L, 20L});
+    EXPECT_EQ(result.code(), E_INVALIDARG);
+    EXPECT_EQ(result.description.substr(0, 5), L"hDC: ");
+  }
+  for (const auto& [l, h, name] :
+       {std::tuple(0L, 20L, L"l: "), {20L, 0L, L"h: "}, {-5L, 20L, L"l: "}}) {
+    const CallResult result = drawer_->call(L"Imprimer", {handleOf(paper.dc()), 0L, 0L, l, h});
+    EXPECT_EQ(result.code(), E_INVALIDARG);
+    EXPECT_EQ(result.description.substr(0, 3), name);
+  }
+  EXPECT_EQ(paper.picture(), before);
 }
 
 TEST_P(ExporterTest, IsRefusedWhileTheSceneIsDrawn) {

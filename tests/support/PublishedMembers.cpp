@@ -473,7 +473,8 @@ PublishedMembers& addOutput(PublishedMembers& members) {
   return members.method(170, "Exporter(BSTR Fichier)")
       .getput(171, "QualiteJPEG", "long")
       .getput(172, "FondTransparent", "VARIANT_BOOL")
-      .method(173, "Copier()");
+      .method(173, "Copier()")
+      .method(174, "Imprimer(VARIANT hDC, long x, long y, long l, long h)");
 }
 
 PublishedMembers furtherOfView(const char* name, std::size_t count) {
@@ -485,7 +486,7 @@ PublishedMembers furtherOfView(const char* name, std::size_t count) {
 }
 
 PublishedMembers further3D() {
-  return furtherOfView("IZYNVue3D2", 29)
+  return furtherOfView("IZYNVue3D2", 30)
       .getput(120, "Camera", "IDispatch*")
       .putref(120, "Camera", "IDispatch*")
       .method(121, "AllerA(IDispatch* Camera, long DureeMs)")
@@ -510,7 +511,7 @@ PublishedMembers furtherOfContext(const char* name, std::size_t count) {
 }
 
 PublishedMembers furtherOfContext3D() {
-  return furtherOfContext("IZYN3DGLBitmapContext2", 11)
+  return furtherOfContext("IZYN3DGLBitmapContext2", 12)
       .getput(120, "Camera", "IDispatch*")
       .putref(120, "Camera", "IDispatch*");
 }
@@ -533,8 +534,8 @@ std::vector<PublishedMembers> publishedByZYNVue() {
           mesh(),
           camera(),
           further3D(),
-          furtherOfView("IZYNVue2D2", 12),
-          furtherOfContext("IZYN2DGLBitmapContext2", 8),
+          furtherOfView("IZYNVue2D2", 13),
+          furtherOfContext("IZYN2DGLBitmapContext2", 9),
           furtherOfContext3D(),
           furtherOfText(),
           events3D(),

@@ -24,13 +24,13 @@ DWORD answer(HDC dc, const GlyphQuestion& question, UINT format, GLYPHMETRICS& m
 }
 
 /// What a function gives that tells the size first; none where it fails.
-template <class Read>
-std::optional<std::vector<std::byte>> readBytes(const Read& read) {
+template <class Byte, class Read>
+std::optional<std::vector<Byte>> readBytes(const Read& read) {
   const DWORD size = read(0, nullptr);
   if (size == GDI_ERROR) {
     return std::nullopt;
   }
-  std::vector<std::byte> bytes(size);
+  std::vector<Byte> bytes(size);
   if (size != 0 && read(size, bytes.data()) == GDI_ERROR) {
     return std::nullopt;
   }
@@ -95,7 +95,7 @@ class ContourReader {
 
 }  // namespace
 
-UniqueFont makeFont(const FontFace& face, LONG height) {
+LOGFONTW logicalFont(const FontFace& face, LONG height) {
   LOGFONTW wanted = {};
   wanted.lfHeight = height;
   wanted.lfWeight = face.bold ? FW_BOLD : FW_NORMAL;
@@ -106,6 +106,11 @@ UniqueFont makeFont(const FontFace& face, LONG height) {
   wanted.lfQuality = PROOF_QUALITY;
   wanted.lfPitchAndFamily = DEFAULT_PITCH;
   face.family.copy(wanted.lfFaceName, LF_FACESIZE - 1);
+  return wanted;
+}
+
+UniqueFont makeFont(const FontFace& face, LONG height) {
+  const LOGFONTW wanted = logicalFont(face, height);
   return UniqueFont(CreateFontIndirectW(&wanted));
 }
 
@@ -114,10 +119,15 @@ UINT designUnits(HDC dc) {
   return GetOutlineTextMetricsW(dc, sizeof measures, &measures) != 0 ? measures.otmEMSquare : 0;
 }
 
+std::optional<std::vector<std::uint8_t>> fontTable(HDC dc, DWORD number) {
+  return readBytes<std::uint8_t>(
+      [&](DWORD size, void* to) { return GetFontData(dc, number, 0, to, size); });
+}
+
 CharacterRanges charactersOf(HDC dc, bool& isWhole) {
   constexpr DWORD kCharacterMap = 0x70616D63;  // "cmap"
-  const auto table =
-      readBytes([&](DWORD size, void* to) { return GetFontData(dc, kCharacterMap, 0, to, size); });
+  const auto table = readBytes<std::byte>(
+      [&](DWORD size, void* to) { return GetFontData(dc, kCharacterMap, 0, to, size); });
   isWhole = isWhole && table;
   return table ? readCharacterMap(*table) : CharacterRanges();
 }
@@ -139,7 +149,7 @@ std::optional<GlyphMetrics> glyphMetrics(HDC dc, const GlyphQuestion& question, 
 std::optional<std::vector<Contour>> glyphContours(HDC dc, const GlyphQuestion& question,
                                                   double em) {
   GLYPHMETRICS metrics = {};
-  const auto bytes = readBytes(
+  const auto bytes = readBytes<std::byte>(
       [&](DWORD size, void* to) { return answer(dc, question, GGO_NATIVE, metrics, size, to); });
   if (!bytes) {
     return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -18,6 +19,9 @@ struct CloseFont {
   void operator()(HFONT font) const { DeleteObject(font); }
 };
 using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, CloseFont>;
+
+/// What the system is asked for a face by, `height` as it has it.
+LOGFONTW logicalFont(const FontFace& face, LONG height);
 
 /// The font of the system that is nearest to a face, `height` as LOGFONT has it; null where the
 /// system gives none.
@@ -39,6 +43,9 @@ class SelectedFont {
 /// Units of the design of the font that is selected into `dc` in an em height; 0 for a font without
 /// outlines, and where the system refuses to tell.
 UINT designUnits(HDC dc);
+
+/// A table of its file, by its number; none where the system does not tell.
+std::optional<std::vector<std::uint8_t>> fontTable(HDC dc, DWORD number);
 
 /// The characters that it has glyphs for; clears `isWhole` where the system does not tell of all.
 CharacterRanges charactersOf(HDC dc, bool& isWhole);

@@ -47,11 +47,11 @@ std::shared_ptr<ShapingFont> ShapingFont::make(HDC dc, const FontFace& face, boo
     return nullptr;
   }
   const SelectedFont selected(dc, font.get());
-  return std::make_shared<ShapingFont>(dc, std::move(font), *units, isWhole);
+  return std::make_shared<ShapingFont>(dc, face, std::move(font), *units, isWhole);
 }
 
-ShapingFont::ShapingFont(HDC dc, UniqueFont font, double em, bool& isWhole)
-    : font_(std::move(font)), em_(em), characters_(charactersOf(dc, isWhole)) {
+ShapingFont::ShapingFont(HDC dc, const FontFace& face, UniqueFont font, double em, bool& isWhole)
+    : face_(face), font_(std::move(font)), em_(em), characters_(charactersOf(dc, isWhole)) {
   measureLines(dc, isWhole);
 }
 

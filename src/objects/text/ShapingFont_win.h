@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "objects/text/CharacterRanges.h"
+#include "objects/text/FontFace.h"
 #include "objects/text/FontMetrics.h"
 #include "objects/text/GdiFont_win.h"
 #include "objects/text/GlyphShape.h"
@@ -31,8 +32,9 @@ class ShapingFont {
   /// refuses something.
   static std::shared_ptr<ShapingFont> make(HDC dc, const FontFace& face, bool& isWhole);
 
-  ShapingFont(HDC dc, UniqueFont font, double em, bool& isWhole);
+  ShapingFont(HDC dc, const FontFace& face, UniqueFont font, double em, bool& isWhole);
 
+  const FontFace& face() const { return face_; }
   HFONT handle() const { return font_.get(); }
   /// Units of a device context in an em height.
   double em() const { return em_; }
@@ -47,6 +49,7 @@ class ShapingFont {
  private:
   void measureLines(HDC dc, bool& isWhole);
 
+  FontFace face_;
   UniqueFont font_;
   double em_;
   CharacterRanges characters_;

@@ -233,7 +233,7 @@ class Shaping {
     RunGlyphs glyphs;
     if (uniscribe_ && shapeRun(text, run, glyphs)) {
       hideFormatting(text, glyphs);
-      appendGlyphs(*run.font, glyphs);
+      appendGlyphs(*run.font, glyphs, textsOf(text, glyphs));
     } else {
       isWhole_ = false;
       appendPlainly(text, *run.font);
@@ -287,12 +287,26 @@ class Shaping {
     }
   }
 
-  void appendGlyphs(ShapingFont& font, const RunGlyphs& glyphs) {
+  /// What each glyph stands for.
+  static std::vector<std::wstring> textsOf(std::wstring_view text, const RunGlyphs& glyphs) {
+    std::vector<std::wstring> texts(glyphs.numbers.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (glyphs.clusters[i] < texts.size()) {
+        texts[glyphs.clusters[i]] += text[i];
+      }
+    }
+    return texts;
+  }
+
+  void appendGlyphs(ShapingFont& font, const RunGlyphs& glyphs,
+                    const std::vector<std::wstring>& texts) {
     for (std::size_t i = 0; i < glyphs.numbers.size(); ++i) {
       const GOFFSET& offset = glyphs.offsets[i];
       const SCRIPT_VISATTR& attributes = glyphs.attributes[i];
       if (attributes.fZeroWidth == 0 || attributes.fDiacritic != 0) {
-        place(find(font, glyphs.numbers[i]), {offset.du / font.em(), offset.dv / font.em()});
+        const PlanePoint moved{offset.du / font.em(), offset.dv / font.em()};
+        name(font, glyphs.numbers[i], moved, texts[i]);
+        place(find(font, glyphs.numbers[i]), moved);
       }
       pen_ += glyphs.advances[i] / font.em();
     }
@@ -305,8 +319,9 @@ class Shaping {
         GDI_ERROR) {
       return;
     }
-    for (const WORD number : numbers) {
-      const ShapingFont::Glyph glyph = find(font, number);
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      const ShapingFont::Glyph glyph = find(font, numbers[i]);
+      name(font, numbers[i], {}, std::wstring(1, text[i]));
       place(glyph, {});
       pen_ += glyph.advance;
     }
@@ -316,6 +331,16 @@ class Shaping {
     const auto glyph = font.glyph(dc_, number);
     isWhole_ = isWhole_ && glyph;
     return glyph.value_or(ShapingFont::Glyph{});
+  }
+
+  void name(const ShapingFont& font, WORD number, const PlanePoint& offset,
+            const std::wstring& text) {
+    const auto known = std::ranges::find(result_.fonts, font.face());
+    const auto index = static_cast<std::size_t>(known - result_.fonts.begin());
+    if (known == result_.fonts.end()) {
+      result_.fonts.push_back(font.face());
+    }
+    result_.fontGlyphs.push_back({index, number, {pen_ + offset.x, offset.y}, text});
   }
 
   void place(const ShapingFont::Glyph& glyph, const PlanePoint& offset) {

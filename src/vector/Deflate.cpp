@@ -1,0 +1,25 @@
+#include "vector/Deflate.h"
+
+#include <zlib.h>
+
+#include <limits>
+#include <new>
+#include <stdexcept>
+
+namespace zyn {
+
+std::vector<std::uint8_t> deflated(std::span<const std::uint8_t> bytes) {
+  if (bytes.size() > std::numeric_limits<uLong>::max() / 2) {
+    throw std::length_error("More than can be compressed at once");
+  }
+  uLongf size = compressBound(static_cast<uLong>(bytes.size()));
+  std::vector<std::uint8_t> result(size);
+  // It fails for want of memory alone.
+  if (compress(result.data(), &size, bytes.data(), static_cast<uLong>(bytes.size())) != Z_OK) {
+    throw std::bad_alloc();
+  }
+  result.resize(size);
+  return result;
+}
+
+}  // namespace zyn
