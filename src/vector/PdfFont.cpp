@@ -27,7 +27,7 @@ std::uint16_t PdfFont::codeOf(std::uint16_t glyph, const std::wstring& text) {
 
 int PdfFont::advance(std::uint16_t code) const { return thousandths(subset_.advance(code)); }
 
-/// Six letters that tell subsets apart, and the family.
+/// Six letters that tell subsets apart, and the family, as PDF has names.
 std::string PdfFont::name() const {
   std::uint32_t hash = 2166136261U;
   for (const auto& [code, text] : texts_) {
@@ -35,7 +35,7 @@ std::string PdfFont::name() const {
       hash = (hash ^ static_cast<std::uint32_t>(unit) ^ code << 16U) * 16777619U;
     }
   }
-  std::string name;
+  std::string name = "/";
   for (int i = 0; i < 6; ++i) {
     name += static_cast<char>('A' + hash % 26);
     hash /= 26;
@@ -88,7 +88,7 @@ std::string PdfFont::unicode() const {
 int PdfFont::addTo(PdfFile& file) const {
   const std::vector<std::uint8_t> bytes = subset_.file();
   const int program = file.addStream(bytes, "/Length1 " + std::to_string(bytes.size()));
-  const std::string name = "/" + this->name();
+  const std::string name = this->name();
   std::string box;
   for (const double side : subset_.box()) {
     box += std::to_string(thousandths(side)) + ' ';
