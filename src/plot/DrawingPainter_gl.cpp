@@ -61,6 +61,7 @@ void forEachLine(const PixelLines& lines, const Each& each) {
 void setStroke(const Stroke& stroke) {
   setColour(stroke.colour);
   setEnabled(GL_LINE_SMOOTH, stroke.isSmooth);
+  setEnabled(GL_POINT_SMOOTH, stroke.isSmooth);
   glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
   const double width = std::max(stroke.width, stroke.isSmooth ? 0.1 : 1.0);
   glLineWidth(static_cast<GLfloat>(width));

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "trace/PathWriter.h"
+#include "trace/SoftWriter.h"
 
 namespace zyn {
 
@@ -87,6 +88,23 @@ class Walk {
   bool hasDepth_;
 };
 
+/// Whether a trace turns back less often along y than along x, as far as samples tell.
+bool isUpright(const TraceInWindow& trace) {
+  constexpr std::size_t kSamples = 64;
+  const PointSequence& points = trace.points;
+  const std::size_t step = std::max<std::size_t>(points.size() / kSamples, 1);
+  const auto turns = [](double a, double b, double c) { return (b - a) * (c - b) < 0; };
+  int along = 0;
+  int up = 0;
+  for (std::size_t i = points.first(); i + 2 < points.end(); i += step) {
+    along += turns(points.x(i), points.x(i + 1), points.x(i + 2)) ? 1 : 0;
+    up += turns(points.y(i), points.y(i + 1), points.y(i + 2)) ? 1 : 0;
+  }
+  return up < along;
+}
+
+/// `Writer` gets the runs of each line.
+template <class Writer>
 class Reduction {
  public:
   Reduction(const TraceInWindow& trace, const PixelGrid& grid, ReducedPath& path)
@@ -94,6 +112,7 @@ class Reduction {
         points_(trace.points),
         walk_(trace, grid),
         grid_(grid),
+        goesUp_(grid.isSoft && isUpright(trace)),
         writer_(trace, grid, path) {}
 
   void run() {
@@ -190,9 +209,20 @@ class Reduction {
     const PixelCell column = grid_.column(first.x.low);
     const PixelCell row = grid_.row(first.y.low);
     const IndexRange reached = reachedBy(points);
-    return {
-        points, {extent.x, reached, reached},  {extent.y, reached, reached}, extent.depth, column,
-        row,    column.pixels.holds(extent.x), row.pixels.holds(extent.y)};
+    return {points,
+            {extent.x, reached, reached},
+            {extent.y, reached, reached},
+            extent.depth,
+            column,
+            row,
+            column.pixels.holds(extent.x) && isLane(column, true),
+            row.pixels.holds(extent.y) && isLane(row, false)};
+  }
+
+  /// Lines with soft edges show where they are within a column, or a row: their runs go along one
+  /// axis only.
+  bool isLane(const PixelCell& cell, bool isColumn) const {
+    return !grid_.isSoft || cell.isOutside || isColumn != goesUp_;
   }
 
   /// Boxes hold the point after them too.
@@ -222,7 +252,8 @@ class Reduction {
   const PointSequence& points_;
   const Walk walk_;
   const PixelGrid& grid_;
-  PathWriter writer_;
+  bool goesUp_;
+  Writer writer_;
 
   bool lineIsOpen_ = false;
   CellRun run_;  ///< that is being taken
@@ -241,7 +272,11 @@ bool writeUnlessGap(const PointSequence& points, std::size_t i, bool goesOn, Red
 
 ReducedPath reducePath(const TraceInWindow& trace, const PixelGrid& grid) {
   ReducedPath path;
-  Reduction(trace, grid, path).run();
+  if (grid.isSoft) {
+    Reduction<SoftWriter>(trace, grid, path).run();
+  } else {
+    Reduction<PathWriter>(trace, grid, path).run();
+  }
   path.locate(trace.points);
   return path;
 }

@@ -43,6 +43,7 @@ class PixelGrid {
   double cellsPerPixel = 1.0;
   bool isShifted = false;  ///< by half a cell: cells change in the middle of pixels
   bool isThin = false;  ///< lines are one pixel wide, and a pixel shows only whether one lights it
+  bool isSoft = false;  ///< a pixel shows by how much a line covers it: SoftWriter
   bool takesSpans = false;  ///< pixels of thin lines may be lit by other lines, at any depth
   double depthStep = 0.0;   ///< depths that lie closer to each other are the same
 
@@ -75,6 +76,9 @@ class PixelGrid {
     const auto within = [&bounds](double low, double high) {
       return Range{std::max(low, bounds.low), std::min(high, bounds.high)};
     };
+    if (isSoft) {
+      return {within(lower, upper), (lower + upper) / 2};
+    }
     if (pixel - lower <= kRounding) {
       return {within(lower - kRounding, lower + kRounding), lower, true};
     }

@@ -214,6 +214,69 @@ void drawSpans(const VertexSpace& space, const PointSequence& points,
   glEnd();
 }
 
+/// Pixels of a column, or a row, in the current colour; where from each line ends within the
+/// diamond of the pixel after its last one.
+void lightPixels(const PixelSpan& span, double low, double high) {
+  constexpr double kWithin = 0.25;
+  for (const double along : {low + kWithin, high + kWithin}) {
+    glVertex2d(span.isInColumn ? span.middle : along, span.isInColumn ? along : span.middle);
+  }
+}
+
+/// Fills spans of lines with soft edges, `width` wide: pixels that the current matrices show, moved
+/// to where they are now. Short ones have soft ends, long ones are noise.
+class SpanFilling {
+ public:
+  SpanFilling(double width, const PlanePoint& move, const PixelGrid& grid)
+      : half_(width / 2), move_(move), grid_(grid) {
+    glGetFloatv(GL_CURRENT_COLOR, colour_.data());
+    glDisable(GL_LINE_SMOOTH);
+    glLineWidth(1);
+  }
+
+  void fill(const std::vector<PixelSpan>& spans) const {
+    glBegin(GL_LINES);
+    for (const PixelSpan& span : spans) {
+      fill(span);
+    }
+    glEnd();
+  }
+
+ private:
+  static constexpr double kLong = 8;
+
+  void fill(PixelSpan span) const {
+    const double along = span.isInColumn ? move_.y : move_.x;
+    const Range seen =
+        span.isInColumn ? Range{grid_.bottom, grid_.top} : Range{grid_.left, grid_.right};
+    span.middle += span.isInColumn ? move_.x : move_.y;
+    const double low = std::clamp(span.low + along - half_, seen.low, seen.high);
+    const double high = std::clamp(span.high + along + half_, seen.low, seen.high);
+    if (high - low > kLong) {
+      light(span, std::round(low), std::round(high), 1);
+      return;
+    }
+    const double first = std::floor(low);
+    const double last = std::floor(high);
+    light(span, first, first + 1, std::min(first + 1, high) - low);
+    light(span, first + 1, last, 1);
+    light(span, std::max(last, first + 1), last + 1, high - last);
+  }
+
+  void light(const PixelSpan& span, double low, double high, double part) const {
+    if (low < high && part > 0) {
+      glColor4f(colour_[0], colour_[1], colour_[2], colour_[3] * static_cast<GLfloat>(part));
+      lightPixels(span, low, high);
+    }
+  }
+
+  const PushedAttributes saved_{GL_LINE_BIT | GL_ENABLE_BIT | GL_CURRENT_BIT};
+  double half_;
+  PlanePoint move_;
+  const PixelGrid& grid_;
+  Float4 colour_{};
+};
+
 /// Into the display list that is being compiled, which is called under other matrices: all points,
 /// as they are, in a state that does not depend on today's.
 void recordPolyline(const PointSequence& points, const LineStyle& style, double width,
@@ -291,11 +354,22 @@ void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, doub
                            static_cast<int>(std::floor(seen.bottom)),
                            static_cast<int>(std::ceil(seen.width())) + 1,
                            static_cast<int>(std::ceil(seen.height())) + 1}};
-  const PixelGrid grid = gridOf(viewport, trace.mapping, alpha);
+  PixelGrid grid = gridOf(viewport, trace.mapping, alpha);
   const ClipBand band(trace.mapping, viewport.values, viewport.values[0] - grid.left);
   const VertexSpace space(
       {x.x, y.x, 0, 0, x.y, y.y, 0, 0, 0, 0, 0, 0, x.constant, y.constant, 0, 1});
-  drawReduced(space, trace, grid, &band, cache);
+  if (!isEnabled(GL_LINE_SMOOTH)) {
+    drawReduced(space, trace, grid, &band, cache);
+    return;
+  }
+  grid.isSoft = true;
+  grid.cellsPerPixel = 1;
+  const PathCache::Entry& reduced = cache.reduced(trace, grid);
+  const WindowMapping& before = reduced.mapping;
+  drawPath(space, reduced.path, &band);
+  const PlanePoint move{std::round(x.constant - before.x.constant),
+                        std::round(y.constant - before.y.constant)};
+  SpanFilling(floatState(GL_LINE_WIDTH), move, grid).fill(reduced.path.spans);
 }
 
 }  // namespace zyn

@@ -1,0 +1,157 @@
+#include "trace/SoftWriter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "trace/RunSearch.h"
+
+namespace zyn {
+
+namespace {
+
+/// A run of no more points is drawn as it is.
+constexpr std::size_t kFew = 8;
+
+/// Pixels by which a line may miss a point.
+constexpr double kMiss = 0.05;
+
+/// Pixels by which a run may reach beyond its ends and still be drawn as lines.
+constexpr double kBeyond = 0.5;
+
+/// The part of its length by which a steep run may do so: it lies as much of a pixel beside the
+/// line between its ends.
+constexpr double kBeside = 0.25;
+
+double cross(const PlanePoint& a, const PlanePoint& b) { return a.x * b.y - a.y * b.x; }
+
+}  // namespace
+
+void SoftWriter::Cone::start(const PlanePoint& from, const PlanePoint& to) {
+  from_ = from;
+  const PlanePoint way = to - from;
+  distance_ = lengthOf(way);
+  const PlanePoint aside = (kMiss / distance_) * PlanePoint{-way.y, way.x};
+  right_ = way - aside;
+  left_ = way + aside;
+}
+
+bool SoftWriter::Cone::holds(const PlanePoint& to) const {
+  const PlanePoint way = to - from_;
+  return lengthOf(way) >= distance_ && cross(right_, way) >= 0 && cross(way, left_) >= 0;
+}
+
+void SoftWriter::Cone::narrow(const PlanePoint& to) {
+  Cone next;
+  next.start(from_, to);
+  distance_ = next.distance_;
+  if (cross(right_, next.right_) > 0) {
+    right_ = next.right_;
+  }
+  if (cross(next.left_, left_) > 0) {
+    left_ = next.left_;
+  }
+}
+
+void SoftWriter::beginLine() {
+  isOpen_ = false;
+  hasSpan_ = false;
+}
+
+void SoftWriter::add(const CellRun& run) {
+  const auto [first, last] = run.points;
+  const bool isFew = last - first < kFew;
+  if (isFew && !run.isOutside()) {
+    for (std::size_t i = first; i <= last; ++i) {
+      follow(i);
+    }
+    return;
+  }
+  // What boxes tell holds the next run's first point too; it serves where it decides nothing.
+  if (run.isOutside() || beyondEnds(run, run.along().pixels) <= kMiss) {
+    follow(first);
+    follow(last);
+    return;
+  }
+  addLong(run);
+}
+
+void SoftWriter::addLong(const CellRun& run) {
+  const auto [first, last] = run.points;
+  const AffineForm& along = run.along(trace_.mapping);
+  const AffineForm down = -along;
+  const std::size_t high = RunSearch(trace_, along).highest(run.points);
+  const std::size_t low = RunSearch(trace_, down).highest(run.points);
+  const Range reached{trace_.at(along, low), trace_.at(along, high)};
+  const double beyond = beyondEnds(run, reached);
+  const bool isSteep = beyond <= kBeside * reached.size();
+  if (beyond > kBeyond && !isSteep) {
+    addSpan(run, reached);
+    return;
+  }
+  follow(first);
+  if (beyond > kMiss && beyond <= kBeyond) {
+    follow(std::min(low, high));
+    follow(std::max(low, high));
+  }
+  follow(last);
+}
+
+/// How far a run reaches beyond its ends.
+double SoftWriter::beyondEnds(const CellRun& run, const Range& reached) const {
+  const AffineForm& along = run.along(trace_.mapping);
+  const double first = trace_.at(along, run.points.first);
+  const double last = trace_.at(along, run.points.last);
+  return std::max(reached.high - std::max(first, last), std::min(first, last) - reached.low);
+}
+
+/// Whether the last span lies in the column (or row) beside this run's.
+bool SoftWriter::isBeside(const CellRun& run) const {
+  return hasSpan_ && spanned_.isInColumn == run.isInColumn &&
+         std::fabs(spanned_.lane().middle - run.lane().middle) == 1;
+}
+
+/// Spans beside each other meet where the line between them crosses from one to the other.
+void SoftWriter::addSpan(const CellRun& run, const Range& reached) {
+  PixelSpan span{run.isInColumn, run.lane().middle, reached.low, reached.high, run.points.first};
+  if (isBeside(run)) {
+    const AffineForm& along = run.along(trace_.mapping);
+    const double meeting =
+        (trace_.at(along, spanned_.points.last) + trace_.at(along, run.points.first)) / 2;
+    PixelSpan& before = path_.spans.back();
+    before = {before.isInColumn, before.middle, std::min(before.low, meeting),
+              std::max(before.high, meeting), before.point};
+    span.low = std::min(span.low, meeting);
+    span.high = std::max(span.high, meeting);
+  } else if (isOpen_ || hasSpan_) {
+    follow(run.points.first);
+  }
+  path_.spans.push_back(span);
+  isOpen_ = false;
+  hasSpan_ = true;
+  spanned_ = run;
+}
+
+void SoftWriter::follow(std::size_t i) {
+  if (hasSpan_) {
+    hasSpan_ = false;
+    follow(spanned_.points.last);
+  }
+  if (isOpen_ && path_.points.back() == i) {
+    return;
+  }
+  const PlanePoint to = placeOf(i);
+  if (!isOpen_) {
+    path_.write(i, false);
+    isOpen_ = true;
+    return;
+  }
+  if (path_.points.size() - path_.starts.back() > 1 && cone_.holds(to)) {
+    path_.points.back() = i;
+    cone_.narrow(to);
+    return;
+  }
+  cone_.start(placeOf(path_.points.back()), to);
+  path_.write(i, true);
+}
+
+}  // namespace zyn
