@@ -9,9 +9,26 @@
 
 namespace zyn {
 
+namespace {
+
+/// Powers of ten that doubles hold exactly.
+constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+/// Whole numbers up to this are doubles.
+constexpr std::int64_t kMostExact = std::int64_t{1} << 53U;
+
+}  // namespace
+
 double Decimal::value() const {
   if (digits == 0) {
     return 0;
+  }
+  const auto power = static_cast<std::size_t>(std::abs(exponent));
+  if (power < kPowers.size() && digits >= -kMostExact && digits <= kMostExact) {
+    // Rounded once, and so to the nearest.
+    const auto whole = static_cast<double>(digits);
+    return exponent < 0 ? whole / kPowers.at(power) : whole * kPowers.at(power);
   }
   const std::string written = std::to_string(digits) + 'e' + std::to_string(exponent);
   double nearest = 0;
