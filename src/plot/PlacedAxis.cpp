@@ -10,7 +10,7 @@ namespace {
 
 /// Distances between ticks in em heights, and how many an axis has at most, about.
 constexpr double kPitch = 6;
-constexpr double kUprightPitch = 3.5;
+constexpr double kClosePitch = 3.5;
 constexpr double kMostTicks = 12;
 constexpr double kMostUprightTicks = 10;
 /// Between labels, in em heights.
@@ -62,6 +62,18 @@ double PlacedAxis::labelExtent(std::string_view label) const {
   return 2 * std::max(line.top - digits.middle(), digits.middle() - line.bottom);
 }
 
+/// Ticks of logarithmic axes may lie closer: those between powers of ten make them readable.
+TickRoom PlacedAxis::tickRoom() const {
+  const double em = context_.measures.emHeight;
+  const bool isClose = isUpright() || axis_->kind == AxisKind::kLog10;
+  const double most = isUpright() ? kMostUprightTicks : kMostTicks;
+  return {.first = span_.first,
+          .last = span_.last,
+          .gap = em * (isUpright() ? kUprightGap : kGap),
+          .pitch = std::max(em * (isClose ? kClosePitch : kPitch), scale_.length() / most),
+          .extentOf = [this](std::string_view label) { return labelExtent(label); }};
+}
+
 void PlacedAxis::stretch(const AxisSpan& span) {
   if (span == span_) {
     return;
@@ -69,17 +81,7 @@ void PlacedAxis::stretch(const AxisSpan& span) {
   span_ = span;
   scale_.pixelFrom = span.from;
   scale_.pixelTo = span.to;
-  const double em = context_.measures.emHeight;
-  const double length = scale_.length();
-  ticks_ =
-      chooseTicks(scale_,
-                  {.first = span.first,
-                   .last = span.last,
-                   .gap = em * (isUpright() ? kUprightGap : kGap),
-                   .pitch = isUpright() ? std::max(em * kUprightPitch, length / kMostUprightTicks)
-                                        : std::max(em * kPitch, length / kMostTicks),
-                   .extentOf = [this](std::string_view label) { return labelExtent(label); }},
-                  axis_->tickFormat);
+  ticks_ = chooseTicks(scale_, tickRoom(), axis_->tickFormat);
   widest_ = 0;
   for (const std::string& label : ticks_.labels) {
     widest_ = std::max(widest_, context_.placer.layOut(label, labelStyle()).box.width());

@@ -74,6 +74,7 @@ class PlacedAxis {
 
  private:
   double labelExtent(std::string_view label) const;
+  TickRoom tickRoom() const;
 
   const PlotAxis* axis_;
   AxisContext context_;

@@ -66,9 +66,9 @@ inline std::shared_ptr<const ShapedText> shapeBlocks(std::string_view text, cons
 }
 
 /// What is black of a text in the picture.
-inline PixelBox inkOf(const DrawnText& text) {
+inline zyn::PixelBox inkOf(const DrawnText& text) {
   constexpr double kFar = std::numeric_limits<double>::infinity();
-  PixelBox ink{kFar, -kFar, kFar, -kFar};
+  zyn::PixelBox ink{kFar, -kFar, kFar, -kFar};
   for (const PlacedGlyph& glyph : text.shaped->glyphs) {
     for (const PlanePoint& point : glyph.shape->contours.front()) {
       PlanePoint at = text.emHeight * (glyph.at + point);
