@@ -20,7 +20,7 @@ constexpr double kHalfAxis = 1.0;
 /// Puts labels where nothing is yet.
 class Placer {
  public:
-  Placer(const FrameArea& area, const std::vector<FrameBox>& boxes)
+  Placer(const FrameArea& area, const std::vector<PixelBox>& boxes)
       : area_(area), room_(area.visible.shrunk(kInset)), taken_(boxes) {
     const double x = area.tipX();
     const double y = area.tipY();
@@ -29,19 +29,19 @@ class Placer {
   }
 
   const FrameArea& area() const { return area_; }
-  const FrameBox& room() const { return room_; }
+  const PixelBox& room() const { return room_; }
 
-  FrameBox boxOf(const Graduation& graduation, double left, double bottom) const {
+  PixelBox boxOf(const Graduation& graduation, double left, double bottom) const {
     return {left, left + area_.font.width(graduation), bottom,
             bottom + area_.font.height(graduation)};
   }
 
-  bool isFree(const FrameBox& box) const {
+  bool isFree(const PixelBox& box) const {
     return room_.holds(box) &&
-           std::ranges::none_of(taken_, [&](const FrameBox& other) { return box.overlaps(other); });
+           std::ranges::none_of(taken_, [&](const PixelBox& other) { return box.overlaps(other); });
   }
 
-  void place(const Graduation& graduation, const FrameBox& box) {
+  void place(const Graduation& graduation, const PixelBox& box) {
     if (!isFree(box)) {
       return;
     }
@@ -57,8 +57,8 @@ class Placer {
 
  private:
   const FrameArea& area_;
-  FrameBox room_;
-  std::vector<FrameBox> taken_;
+  PixelBox room_;
+  std::vector<PixelBox> taken_;
   std::vector<PlacedLabel> labels_;
 };
 
@@ -69,7 +69,7 @@ double baselineBelow(const Placer& placer) {
 }
 
 void placeX(const Graduation& graduation, Placer& placer) {
-  const FrameBox& room = placer.room();
+  const PixelBox& room = placer.room();
   const double width = placer.area().font.width(graduation);
   const double left = std::clamp(graduation.position - width / 2, room.left,
                                  std::max(room.left, room.right - width));
@@ -105,7 +105,7 @@ void placeAll(const Graduations& graduations, Place place) {
 }  // namespace
 
 std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
-                                     const FrameArea& area, const std::vector<FrameBox>& boxes) {
+                                     const FrameArea& area, const std::vector<PixelBox>& boxes) {
   Placer placer(area, boxes);
   placeAll(x, [&](const Graduation& graduation) { placeX(graduation, placer); });
   placeAll(y, [&](const Graduation& graduation) { placeY(graduation, placer); });

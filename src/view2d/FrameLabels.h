@@ -13,7 +13,7 @@ namespace zyn {
 struct PlacedLabel {
   std::string label;
   std::string exponent;
-  FrameBox box;              ///< the label starts in its lower left corner
+  PixelBox box;              ///< the label starts in its lower left corner
   PlanePoint exponentStart;  ///< lower left corner
 };
 
@@ -22,6 +22,6 @@ struct PlacedLabel {
 /// Labels that would touch one another, an axis or one of the boxes are left out, and all stay
 /// within the visible area.
 std::vector<PlacedLabel> placeLabels(const Graduations& x, const Graduations& y,
-                                     const FrameArea& area, const std::vector<FrameBox>& boxes);
+                                     const FrameArea& area, const std::vector<PixelBox>& boxes);
 
 }  // namespace zyn

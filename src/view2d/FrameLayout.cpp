@@ -33,7 +33,7 @@ struct Frame {
   FrameArea area;
 };
 
-bool isFinite(const FrameBox& box) { return std::isfinite(box.width() + box.height()); }
+bool isFinite(const PixelBox& box) { return std::isfinite(box.width() + box.height()); }
 
 /// None for a graph that has no place in the window.
 template <class Graph>

@@ -26,21 +26,21 @@ constexpr double kInset = 1.0;        ///< from the edges of the visible area
 constexpr double kLineGap = 0.3;
 constexpr double kWordGap = 0.8;
 
-FrameBox roomIn(const FrameArea& area) { return area.visible.shrunk(kInset); }
+PixelBox roomIn(const FrameArea& area) { return area.visible.shrunk(kInset); }
 
 /// A text as large as it is to be drawn; measures in pixels from the start of its baseline.
 struct Part {
   std::string text;
   double scale = 1.0;
-  FrameBox box;
+  PixelBox box;
 };
 
 using Parts = std::vector<Part>;
 
 /// What is black of a text, in em heights.
-FrameBox inkOf(const FontMetrics& metrics, std::string_view text) {
+PixelBox inkOf(const FontMetrics& metrics, std::string_view text) {
   const TextBox line = measureText(metrics, text, {});
-  FrameBox ink{line.left, line.right, HUGE_VAL, -HUGE_VAL};
+  PixelBox ink{line.left, line.right, HUGE_VAL, -HUGE_VAL};
   for (const char character : text) {
     const GlyphMetrics& glyph = metrics.glyphs[static_cast<unsigned char>(character)];
     ink.bottom = std::min(ink.bottom, double{glyph.originY} - glyph.blackBoxY);
@@ -58,7 +58,7 @@ void rescale(Part& part, double factor) {
 
 /// Adds a text unless nothing of it would be seen.
 void addPart(Parts& parts, const FontMetrics& metrics, const std::string& text, double height,
-             const FrameBox& room) {
+             const PixelBox& room) {
   Part part{text, 1.0, inkOf(metrics, text)};
   if (!(part.box.height() > 0) || !(part.box.width() > 0)) {
     return;
@@ -70,7 +70,7 @@ void addPart(Parts& parts, const FontMetrics& metrics, const std::string& text, 
 
 Parts measure(const AxisTitle& title, const FrameArea& area, const FontMetrics& metrics) {
   const double height = std::abs(area.lengthY);
-  const FrameBox room = roomIn(area);
+  const PixelBox room = roomIn(area);
   Parts parts;
   addPart(parts, metrics, title.name, std::max(kNameHeight * height, kLeastNameHeight), room);
   addPart(parts, metrics, title.unit, std::max(kUnitHeight * height, kLeastUnitHeight), room);
@@ -126,7 +126,7 @@ void move(PlacedTitle& title, double x, double y) {
 }
 
 /// Moves it by what it is outside; what is larger than the area keeps its lower left corner.
-void pullInto(const FrameBox& area, PlacedTitle& title) {
+void pullInto(const PixelBox& area, PlacedTitle& title) {
   move(title, std::min(0.0, area.right - title.box.right), std::min(0.0, area.top - title.box.top));
   move(title, std::max(0.0, area.left - title.box.left),
        std::max(0.0, area.bottom - title.box.bottom));
@@ -154,7 +154,7 @@ void moveCorner(PlacedTitle& title, double left, double bottom) {
 }  // namespace
 
 PlacedTitle placeTitleX(const AxisTitle& title, const FrameArea& area, const FontMetrics& metrics) {
-  const FrameBox room = roomIn(area);
+  const PixelBox room = roomIn(area);
   const double top = -kBelowAxis - area.font.digitHeight();
   const double height = top - room.bottom;
   PlacedTitle placed = arrange(title, area, metrics, height);
@@ -165,7 +165,7 @@ PlacedTitle placeTitleX(const AxisTitle& title, const FrameArea& area, const Fon
 }
 
 PlacedTitle placeTitleY(const AxisTitle& title, const FrameArea& area, const FontMetrics& metrics) {
-  const FrameBox room = roomIn(area);
+  const PixelBox room = roomIn(area);
   const double bottom = area.tipY() + kAboveTip;
   const double height = room.top - bottom;
   PlacedTitle placed = arrange(title, area, metrics, height);

@@ -21,7 +21,7 @@ struct PlacedTitle {
 
   std::vector<Text> texts;
   std::optional<PlanePoint> picture;  ///< lower left corner
-  FrameBox box;                       ///< around all of it; empty without a title
+  PixelBox box;                       ///< around all of it; empty without a title
 };
 
 /// Places the title of the horizontal axis below its right end: the name with the unit below it,

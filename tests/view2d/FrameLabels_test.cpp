@@ -15,7 +15,7 @@ Graduation at(double position, const std::string& label, const std::string& expo
 
 std::vector<PlacedLabel> place(const std::vector<Graduation>& x, const std::vector<Graduation>& y,
                                const FrameArea& area = kArea,
-                               const std::vector<FrameBox>& boxes = {}) {
+                               const std::vector<PixelBox>& boxes = {}) {
   return placeLabels({.small = {}, .big = x}, {.small = {}, .big = y}, area, boxes);
 }
 
@@ -30,8 +30,8 @@ Texts textsOf(const std::vector<PlacedLabel>& labels) {
 TEST(FrameLabelsTest, BelowTheHorizontalAxisCentred) {
   const std::vector<PlacedLabel> labels = place({at(0, "0"), at(100, "10")}, {});
   ASSERT_EQ(labels.size(), 2U);
-  EXPECT_EQ(labels[0].box, (FrameBox{-2, 2, -16, -10}));
-  EXPECT_EQ(labels[1].box, (FrameBox{96.5, 103.5, -16, -10}));
+  EXPECT_EQ(labels[0].box, (PixelBox{-2, 2, -16, -10}));
+  EXPECT_EQ(labels[1].box, (PixelBox{96.5, 103.5, -16, -10}));
 }
 
 TEST(FrameLabelsTest, LargerDigitsKeepTheirDistances) {
@@ -39,31 +39,31 @@ TEST(FrameLabelsTest, LargerDigitsKeepTheirDistances) {
   large.font = LabelFont::forWindow(2800);
   const std::vector<PlacedLabel> labels = place({at(100, "5")}, {at(100, "5")}, large);
   ASSERT_EQ(labels.size(), 2U);
-  EXPECT_EQ(labels[0].box, (FrameBox{96.5, 103.5, -21, -10}));
-  EXPECT_EQ(labels[1].box, (FrameBox{-17, -10, 94.5, 105.5}));
+  EXPECT_EQ(labels[0].box, (PixelBox{96.5, 103.5, -21, -10}));
+  EXPECT_EQ(labels[1].box, (PixelBox{-17, -10, 94.5, 105.5}));
 }
 
 TEST(FrameLabelsTest, LeftOfTheVerticalAxis) {
   const std::vector<PlacedLabel> labels = place({}, {at(0, "0"), at(100, "0.5")});
   ASSERT_EQ(labels.size(), 2U);
-  EXPECT_EQ(labels[0].box, (FrameBox{-14, -10, -3, 3}));
-  EXPECT_EQ(labels[1].box, (FrameBox{-21, -10, 97, 103}));
+  EXPECT_EQ(labels[0].box, (PixelBox{-14, -10, -3, 3}));
+  EXPECT_EQ(labels[1].box, (PixelBox{-21, -10, 97, 103}));
 }
 
 TEST(FrameLabelsTest, WithoutRoomRightOfTheVerticalAxis) {
   const FrameArea narrow{300, 200, {-20, 360, -40, 240}};
   const std::vector<PlacedLabel> labels = place({}, {at(50, "10"), at(100, "0.5")}, narrow);
   ASSERT_EQ(labels.size(), 2U);
-  EXPECT_EQ(labels[0].box, (FrameBox{-17, -10, 47, 53}));
-  EXPECT_EQ(labels[1].box, (FrameBox{3, 14, 97, 103}));
+  EXPECT_EQ(labels[0].box, (PixelBox{-17, -10, 47, 53}));
+  EXPECT_EQ(labels[1].box, (PixelBox{3, 14, 97, 103}));
 }
 
 TEST(FrameLabelsTest, RightOfTheAxisTheyStandOnLines) {
   FrameArea narrow{300, 200, {-10, 360, -40, 240}};
-  EXPECT_EQ(place({}, {at(0, "0.5")}, narrow).at(0).box, (FrameBox{3, 14, 3, 9}));
-  EXPECT_EQ(place({}, {at(50, "0.5")}, narrow).at(0).box, (FrameBox{3, 14, 47, 53}));
+  EXPECT_EQ(place({}, {at(0, "0.5")}, narrow).at(0).box, (PixelBox{3, 14, 3, 9}));
+  EXPECT_EQ(place({}, {at(50, "0.5")}, narrow).at(0).box, (PixelBox{3, 14, 47, 53}));
   narrow.isRuled = true;
-  EXPECT_EQ(place({}, {at(50, "0.5")}, narrow).at(0).box, (FrameBox{3, 14, 53, 59}));
+  EXPECT_EQ(place({}, {at(50, "0.5")}, narrow).at(0).box, (PixelBox{3, 14, 53, 59}));
 }
 
 TEST(FrameLabelsTest, PulledUpwardsInLowWindows) {
@@ -93,10 +93,10 @@ TEST(FrameLabelsTest, NoneOverlap) {
 }
 
 TEST(FrameLabelsTest, BoxesAreKeptClear) {
-  const FrameBox title{90, 150, -30, -12};
+  const PixelBox title{90, 150, -30, -12};
   EXPECT_EQ(textsOf(place({at(50, "1"), at(100, "2"), at(200, "3")}, {}, kArea, {title})),
             (Texts{"1", "3"}));
-  const FrameBox beside{-30, -15, 90, 110};
+  const PixelBox beside{-30, -15, 90, 110};
   EXPECT_EQ(textsOf(place({}, {at(50, "1.5"), at(100, "2.5")}, kArea, {beside})), (Texts{"1.5"}));
 }
 
@@ -110,7 +110,7 @@ TEST(FrameLabelsTest, ExponentsAreRaised) {
   const PlacedLabel label = place({at(100, "10", "-3")}, {}).at(0);
   EXPECT_EQ(label.label, "10");
   EXPECT_EQ(label.exponent, "-3");
-  EXPECT_EQ(label.box, (FrameBox{92.5, 107.5, -16, -8}));
+  EXPECT_EQ(label.box, (PixelBox{92.5, 107.5, -16, -8}));
   EXPECT_EQ(label.exponentStart.x, 100.5);
   EXPECT_EQ(label.exponentStart.y, -12);
 }

@@ -51,7 +51,7 @@ FrameLayout layOut(const Graph& graph, ClientSize client, double xScale = 1, dou
 
 /// What the window shows of a graph, around the graph's origin.
 template <class Graph>
-FrameBox windowOf(const Graph& graph, const GraphPlacement& placement) {
+PixelBox windowOf(const Graph& graph, const GraphPlacement& placement) {
   const FrameAxis x{graph.x.min, graph.x.max, placement.unitsPerPixelX};
   const FrameAxis y{graph.y.min, graph.y.max, placement.unitsPerPixelY};
   return {x.position(placement.visible.xMin), x.position(placement.visible.xMax),
@@ -110,9 +110,9 @@ TEST(FrameLayoutTest, LabelsOfBothAxes) {
   const FrameLayout layout = layOut(linear(), {560, 280});
   ASSERT_EQ(layout.labels.size(), 10U);
   EXPECT_EQ(layout.labels[1].label, "2");
-  EXPECT_EQ(layout.labels[1].box, (FrameBox{78, 82, -16, -10}));
+  EXPECT_EQ(layout.labels[1].box, (PixelBox{78, 82, -16, -10}));
   EXPECT_EQ(layout.labels[6].label, "1");
-  EXPECT_EQ(layout.labels[6].box, (FrameBox{-12, -10, 37, 43}));
+  EXPECT_EQ(layout.labels[6].box, (PixelBox{-12, -10, 37, 43}));
 }
 
 TEST(FrameLayoutTest, ScalesChangeNothingInPixels) {
@@ -160,9 +160,9 @@ TEST(FrameLayoutTest, EverythingFitsEverySize) {
       graph.x.bigStep = graph.y.bigStep = (max - min) / 10;
       const GraphPlacement placement = placementOf(graph, client);
       const FrameLayout layout = layOutFrame(graph, placement, kFont);
-      const FrameBox window = windowOf(graph, placement);
+      const PixelBox window = windowOf(graph, placement);
       EXPECT_GE(layout.labels.size(), 4U) << client.width << " " << min;
-      std::vector<FrameBox> boxes{layout.titleX.box, layout.titleY.box};
+      std::vector<PixelBox> boxes{layout.titleX.box, layout.titleY.box};
       for (const PlacedLabel& label : layout.labels) {
         boxes.push_back(label.box);
       }
@@ -220,7 +220,7 @@ TEST(FrameLayoutTest, DecadesFitEverySize) {
       EXPECT_TRUE(layout.titleX.picture);
       EXPECT_FALSE(layout.titleY.picture);
       for (std::size_t i = 0; i < layout.labels.size(); ++i) {
-        const FrameBox& box = layout.labels[i].box;
+        const PixelBox& box = layout.labels[i].box;
         EXPECT_TRUE(windowOf(graph, placement).holds(box)) << client.width << " " << min;
         EXPECT_FALSE(box.overlaps(layout.titleX.box)) << client.width << " " << min;
         for (std::size_t j = 0; j < i; ++j) {

@@ -25,7 +25,7 @@ AxisTitle picture(int width, int height) {
 }
 
 /// What is black of a text.
-FrameBox inkOf(const PlacedTitle::Text& text) {
+PixelBox inkOf(const PlacedTitle::Text& text) {
   const double end =
       text.start.x + text.scale * (0.5 * static_cast<double>(text.text.size()) - 0.1);
   const bool descends = text.text.find('p') != std::string::npos;
@@ -33,7 +33,7 @@ FrameBox inkOf(const PlacedTitle::Text& text) {
           text.start.y + 0.75 * text.scale};
 }
 
-bool isWithin(const PlacedTitle& title, const FrameBox& area) {
+bool isWithin(const PlacedTitle& title, const PixelBox& area) {
   return title.box.left >= area.left && title.box.right <= area.right &&
          title.box.bottom >= area.bottom && title.box.top <= area.top;
 }
@@ -41,8 +41,8 @@ bool isWithin(const PlacedTitle& title, const FrameBox& area) {
 TEST(FrameTitlesTest, TheHorizontalOneStandsBelowTheTip) {
   const PlacedTitle title = placeTitleX(texts("Nom", "mm"), kArea, kFont);
   ASSERT_EQ(title.texts.size(), 2U);
-  const FrameBox unit = inkOf(title.texts[0]);
-  const FrameBox name = inkOf(title.texts[1]);
+  const PixelBox unit = inkOf(title.texts[0]);
+  const PixelBox name = inkOf(title.texts[1]);
   EXPECT_EQ(title.texts[0].text, "mm");
   EXPECT_EQ(title.texts[1].text, "Nom");
   EXPECT_DOUBLE_EQ(name.height(), 10);  // 0.05 of the graph
@@ -57,8 +57,8 @@ TEST(FrameTitlesTest, TheHorizontalOneStandsBelowTheTip) {
 TEST(FrameTitlesTest, TheVerticalOneStandsOnTheTip) {
   const PlacedTitle title = placeTitleY(texts("Nom", "mm"), kArea, kFont);
   ASSERT_EQ(title.texts.size(), 2U);
-  const FrameBox unit = inkOf(title.texts[0]);
-  const FrameBox name = inkOf(title.texts[1]);
+  const PixelBox unit = inkOf(title.texts[0]);
+  const PixelBox name = inkOf(title.texts[1]);
   EXPECT_NEAR((name.left + name.right) / 2, 0, 1e-6);
   EXPECT_NEAR(unit.bottom, 205 + 4, 1e-9);
   EXPECT_GT(name.bottom, unit.top);
@@ -143,7 +143,7 @@ TEST(FrameTitlesTest, PicturesTakeTheTextsPlace) {
   ASSERT_TRUE(x.picture);
   EXPECT_NEAR(x.picture->x, 307.5 - 30, 1e-9);
   EXPECT_NEAR(x.picture->y, -32, 1e-9);
-  EXPECT_EQ(x.box, (FrameBox{x.picture->x, x.picture->x + 30, x.picture->y, x.picture->y + 12}));
+  EXPECT_EQ(x.box, (PixelBox{x.picture->x, x.picture->x + 30, x.picture->y, x.picture->y + 12}));
   const PlacedTitle y = placeTitleY(title, kArea, kFont);
   ASSERT_TRUE(y.picture);
   EXPECT_NEAR(y.picture->x, -15, 1e-9);

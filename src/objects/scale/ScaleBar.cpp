@@ -47,10 +47,7 @@ class Layout {
     return {em * box.left, em * box.right, em * box.bottom, em * box.top};
   }
 
-  double length() const {
-    const BarBox& box = made_.bar;
-    return bar_.isUpright() ? box.top - box.bottom : box.right - box.left;
-  }
+  double length() const { return bar_.isUpright() ? made_.bar.height() : made_.bar.width(); }
 
   /// Whole pixels, so that its edges are sharp.
   void placeBar() {
@@ -122,7 +119,7 @@ class Layout {
     const double from = middle - made_.lineWidth / 2;
     const double to = from + made_.lineWidth;
     const double length = std::round(kTickLength * scale_);
-    const BarBox& bar = made_.bar;
+    const PixelBox& bar = made_.bar;
     if (bar_.isUpright()) {
       const double left = isFlipped_ ? bar.left - length : bar.right;
       made_.ticks.push_back({left, left + length, from, to});
@@ -135,7 +132,7 @@ class Layout {
   void placeLabel(const Label& label) {
     const double away = (kTickLength + kGap) * scale_;
     const double at = label.tick;
-    const BarBox& bar = made_.bar;
+    const PixelBox& bar = made_.bar;
     if (bar_.isUpright()) {
       const double x = isFlipped_ ? bar.left - away : bar.right + away;
       addText(label.text, label.box, {x, at}, isFlipped_ ? 6 : 8);
@@ -154,7 +151,7 @@ class Layout {
     // Labels of an upright bar reach beyond its ends by half their height.
     const double end = metrics_.digits.height() * made_.emHeight / 2;
     const double gap = 2 * kGap * scale_;
-    const BarBox& bar = made_.bar;
+    const PixelBox& bar = made_.bar;
     const double above = bar.top + gap + (bar_.isUpright() ? end : isFlipped_ ? labelRoom_ : 0);
     const double below = bar.bottom - gap - (bar_.isUpright() ? end : isFlipped_ ? 0 : labelRoom_);
     const bool isAbove = above + box.height() <= picture_.y || below - box.height() < 0;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/PixelBox.h"
 #include "core/PlanePoint.h"
 #include "objects/scale/ColourScale.h"
 #include "objects/text/FontMetrics.h"
@@ -23,14 +24,6 @@ struct ScaleBar {
   bool isUpright() const { return height >= width; }
 };
 
-/// A rectangle of pixels, from the lower left corner of the picture.
-struct BarBox {
-  double left = 0.0;
-  double right = 0.0;
-  double bottom = 0.0;
-  double top = 0.0;
-};
-
 /// A line of text: where its baseline starts.
 struct BarText {
   std::string text;
@@ -39,8 +32,8 @@ struct BarText {
 
 /// A bar in its place, in pixels.
 struct BarLayout {
-  BarBox bar;
-  std::vector<BarBox> ticks;
+  PixelBox bar;
+  std::vector<PixelBox> ticks;
   std::vector<BarText> texts;
   double emHeight = 0.0;   ///< of the texts
   double lineWidth = 1.0;  ///< of the frame, which is drawn within the bar's edges

@@ -26,12 +26,10 @@ PlanePoint pictureSize(const PicturePart& part) {
 
 void setGrey(double level, double opacity) { glColor4d(level, level, level, opacity); }
 
-void drawBox(const BarBox& box, double grow = 0.0) {
-  glRectd(box.left - grow, box.bottom - grow, box.right + grow, box.top + grow);
-}
+void drawBox(const PixelBox& box) { glRectd(box.left, box.bottom, box.right, box.top); }
 
 /// By places: the logarithms of values are equally spaced on the bar.
-void drawColours(const BarBox& box, ColourScale scale, bool isUpright, double opacity) {
+void drawColours(const PixelBox& box, ColourScale scale, bool isUpright, double opacity) {
   scale.isLogarithmic = false;
   scale.range = {0, 1};
   const ScaleTexels texels(scale);
@@ -51,7 +49,7 @@ void drawColours(const BarBox& box, ColourScale scale, bool isUpright, double op
 }
 
 /// A line within each edge of a box.
-void drawFrame(const BarBox& box, double line) {
+void drawFrame(const PixelBox& box, double line) {
   drawBox({box.left, box.right, box.bottom, box.bottom + line});
   drawBox({box.left, box.right, box.top - line, box.top});
   drawBox({box.left, box.left + line, box.bottom + line, box.top - line});
@@ -69,11 +67,9 @@ void drawTexts(const BarLayout& layout, const CGLFontContext& fonts, PlanePoint 
 
 /// Around the texts, and a line around all else.
 void drawHalo(const BarLayout& layout, const CGLFontContext* fonts) {
-  drawFrame({layout.bar.left - layout.lineWidth, layout.bar.right + layout.lineWidth,
-             layout.bar.bottom - layout.lineWidth, layout.bar.top + layout.lineWidth},
-            layout.lineWidth);
-  for (const BarBox& tick : layout.ticks) {
-    drawBox(tick, layout.lineWidth);
+  drawFrame(layout.bar.shrunk(-layout.lineWidth), layout.lineWidth);
+  for (const PixelBox& tick : layout.ticks) {
+    drawBox(tick.shrunk(-layout.lineWidth));
   }
   if (fonts) {
     for (const PlanePoint& shift :
@@ -100,7 +96,7 @@ void drawScaleBar(const ScaleBar& bar, const ColourScale& scale, const CGLFontCo
   drawColours(layout.bar, scale, bar.isUpright(), view.opacity);
   setGrey(view.isOnDark ? kLight : kDark, view.opacity);
   drawFrame(layout.bar, layout.lineWidth);
-  for (const BarBox& tick : layout.ticks) {
+  for (const PixelBox& tick : layout.ticks) {
     drawBox(tick);
   }
   if (fonts) {

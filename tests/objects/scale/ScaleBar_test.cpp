@@ -23,7 +23,7 @@ class ScaleBarTest : public testing::Test {
   }
 
   /// Where the text's box lies.
-  BarBox boxOf(const BarLayout& layout, const BarText& text) const {
+  PixelBox boxOf(const BarLayout& layout, const BarText& text) const {
     const TextBox box = measureText(font, text.text, font.digits);
     const double em = layout.emHeight;
     return {text.start.x + em * box.left, text.start.x + em * box.right,
@@ -35,26 +35,19 @@ class ScaleBarTest : public testing::Test {
   const FontMetrics font = boxFont();
 };
 
-void expectBox(const BarBox& box, const BarBox& expected) {
-  EXPECT_EQ(box.left, expected.left);
-  EXPECT_EQ(box.right, expected.right);
-  EXPECT_EQ(box.bottom, expected.bottom);
-  EXPECT_EQ(box.top, expected.top);
-}
-
 TEST_F(ScaleBarTest, LiesWithItsReferenceAtThePosition) {
   bar.x = 0.5;
   bar.y = 0.25;
   bar.width = 30;
   bar.height = 100;
   bar.reference = 1;
-  expectBox(layOut().bar, {200, 230, 75, 175});
+  EXPECT_EQ(layOut().bar, (PixelBox{200, 230, 75, 175}));
   bar.reference = 9;
-  expectBox(layOut().bar, {185, 215, 25, 125});
+  EXPECT_EQ(layOut().bar, (PixelBox{185, 215, 25, 125}));
   bar.reference = 3;
-  expectBox(layOut().bar, {170, 200, -25, 75});
+  EXPECT_EQ(layOut().bar, (PixelBox{170, 200, -25, 75}));
   bar.reference = 0;
-  expectBox(layOut().bar, {200, 230, 75, 175});
+  EXPECT_EQ(layOut().bar, (PixelBox{200, 230, 75, 175}));
 }
 
 TEST_F(ScaleBarTest, GrowsWithTheResolution) {
@@ -62,8 +55,8 @@ TEST_F(ScaleBarTest, GrowsWithTheResolution) {
   bar.reference = 9;
   const BarLayout once = layOut();
   const BarLayout twice = layOut(2, {800, 600});
-  expectBox(twice.bar,
-            {2 * once.bar.left, 2 * once.bar.right, 2 * once.bar.bottom, 2 * once.bar.top});
+  EXPECT_EQ(twice.bar, (PixelBox{2 * once.bar.left, 2 * once.bar.right, 2 * once.bar.bottom,
+                                 2 * once.bar.top}));
   EXPECT_EQ(twice.emHeight, 2 * once.emHeight);
   EXPECT_EQ(twice.lineWidth, 2);
   EXPECT_EQ(twice.texts.size(), once.texts.size());
@@ -75,7 +68,7 @@ TEST_F(ScaleBarTest, TicksOfAnUprightBarAreOnItsRight) {
   const BarLayout layout = layOut();
   ASSERT_EQ(layout.ticks.size(), 6U);
   ASSERT_EQ(layout.texts.size(), 6U);
-  for (const BarBox& tick : layout.ticks) {
+  for (const PixelBox& tick : layout.ticks) {
     EXPECT_EQ(tick.left, layout.bar.right);
     EXPECT_EQ(tick.top - tick.bottom, 1);
   }
@@ -83,7 +76,7 @@ TEST_F(ScaleBarTest, TicksOfAnUprightBarAreOnItsRight) {
   EXPECT_EQ(layout.ticks.back().top, layout.bar.top);
   const BarText* label = find(layout, "0.4");
   ASSERT_TRUE(label);
-  const BarBox box = boxOf(layout, *label);
+  const PixelBox box = boxOf(layout, *label);
   EXPECT_GT(box.left, layout.ticks[2].right);
   EXPECT_NEAR((box.bottom + box.top) / 2, (layout.ticks[2].bottom + layout.ticks[2].top) / 2, 1);
 }
@@ -127,11 +120,11 @@ TEST_F(ScaleBarTest, LabelsHaveRoomAndStayInThePicture) {
         bar.reference = 3;
         scale.range.last = last;
         const BarLayout layout = layOut();
-        std::vector<BarBox> boxes;
+        std::vector<PixelBox> boxes;
         for (const BarText& text : layout.texts) {
-          const BarBox box = boxOf(layout, text);
+          const PixelBox box = boxOf(layout, text);
           EXPECT_TRUE(box.left >= 0 && box.right <= 400 && box.bottom >= 0 && box.top <= 300);
-          for (const BarBox& other : boxes) {
+          for (const PixelBox& other : boxes) {
             EXPECT_TRUE(box.left > other.right || box.right < other.left ||
                         box.bottom > other.top || box.top < other.bottom)
                 << text.text << " in " << width << " x " << height;
@@ -150,7 +143,7 @@ TEST_F(ScaleBarTest, ItsTitleIsAboveOrWithoutRoomBelow) {
   BarLayout layout = layOut();
   const BarText* title = find(layout, "Stress");
   ASSERT_TRUE(title);
-  BarBox box = boxOf(layout, *title);
+  PixelBox box = boxOf(layout, *title);
   EXPECT_GT(box.bottom, layout.bar.top);
   EXPECT_NEAR((box.left + box.right) / 2, 200, 1);
   bar.y = 1;
