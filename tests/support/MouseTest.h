@@ -12,6 +12,7 @@
 #include "support/CameraChecks.h"
 #include "support/GeometryChecks.h"
 #include "support/RecordingMouseHost.h"
+#include "view2d/ViewState2D.h"
 
 namespace zyn::test {
 
