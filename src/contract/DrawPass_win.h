@@ -6,6 +6,7 @@
 #include "contract/PickQuery.h"
 #include "contract/TextView_win.h"
 #include "contract/ViewAxes_gl.h"
+#include "core/AxisLogs.h"
 #include "glcontext/DisplayLists_gl.h"
 
 namespace zyn {
@@ -30,6 +31,7 @@ struct DrawPass {
   const ViewAxes* axes = nullptr;    ///< those of the view where groups move it
   bool onlyOutside = false;          ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
+  AxisLogs logs{};  ///< traces draw the logarithms of their points along these axes
 };
 
 }  // namespace zyn

@@ -40,6 +40,11 @@ struct ISceneObject : public IUnknown {
   /// None while the object is empty.
   virtual std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept = 0;
 
+  /// What it covers of axes of which some are logarithmic, in their coordinates.
+  virtual std::optional<Box3> STDMETHODCALLTYPE boundsOn(const AxisLogs&) noexcept {
+    return modelBounds();
+  }
+
   /// Of the object moved by an affine matrix.
   virtual std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept {
     const std::optional<Box3> box = modelBounds();

@@ -1,8 +1,10 @@
 #include "geometry/CZYNPolyligne_com.h"
 
+#include <cmath>
 #include <cstdint>
 #include <initializer_list>
 #include <utility>
+#include <vector>
 
 #include "com/NumericArrayVariant_com.h"
 #include "com/askFor_com.h"
@@ -160,7 +162,45 @@ STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
 }
 
 HRESULT STDMETHODCALLTYPE CZYNPolyligne::draw(const DrawPass& pass) noexcept {
-  return automation(*this, [&] { drawAs(pass.mode, pass.isFlat, pass.opacity); });
+  return automation(*this, [&] {
+    if (!pass.logs.any()) {
+      drawAs(pass.mode, pass.isFlat, pass.opacity);
+      return;
+    }
+    const SelectionNames names = namesFor(pass.mode, attribute_->number());
+    LineStyle style = currentStyle();
+    style.alpha *= pass.opacity;
+    OnLogs& shown = on(pass.logs);
+    drawPolyline2D(shown.points, shown.boxes, style, shown.cache);
+  });
+}
+
+/// Points without a logarithm are gaps.
+CZYNPolyligne::OnLogs& CZYNPolyligne::on(const AxisLogs& logs) {
+  if (!onLogs_ || !(onLogs_->logs == logs)) {
+    const auto on = [](double value, bool isLog) { return isLog ? std::log10(value) : value; };
+    std::vector<double> x(points_.size());
+    std::vector<double> y(points_.size());
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+      x[i] = on(points_.x(i), logs.x);
+      y[i] = on(points_.y(i), logs.y);
+    }
+    onLogs_.reset(new OnLogs{.logs = logs, .points = {std::move(x), std::move(y)}});
+  }
+  return *onLogs_;
+}
+
+std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::boundsOn(const AxisLogs& logs) noexcept {
+  if (!logs.any()) {
+    return modelBounds();
+  }
+  std::optional<Box3> bounds;
+  boundary([&] {
+    if (const RunBox all = on(logs).boxes.all(); !all.isEmpty()) {
+      bounds = all.box;
+    }
+  });
+  return bounds;
 }
 
 void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity) {
@@ -298,6 +338,7 @@ void CZYNPolyligne::take(PointSequence points) {
   points_ = std::move(points);
   boxes_.reset();
   cache_.clear();
+  onLogs_.reset();
   watch_.tell(SceneChange::kShape);
 }
 

@@ -2,6 +2,7 @@
 
 #include <wrl/client.h>
 
+#include <memory>
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
@@ -48,6 +49,7 @@ class CZYNPolyligne final
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
+  std::optional<Box3> STDMETHODCALLTYPE boundsOn(const AxisLogs& logs) noexcept override;
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
@@ -58,7 +60,16 @@ class CZYNPolyligne final
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override;
 
  private:
+  /// The trace as logarithmic axes show it.
+  struct OnLogs {
+    AxisLogs logs;
+    PointSequence points;
+    RunBoxes boxes{points};
+    PathCache cache{};
+  };
+
   void take(PointSequence points);
+  OnLogs& on(const AxisLogs& logs);
   LineStyle currentStyle() const;
   void drawAs(int mode, bool isFlat, double opacity);
   const RunBoxes& boxes();
@@ -70,6 +81,7 @@ class CZYNPolyligne final
   LineStyle style_;              ///< with the scale of the view that draws it
   HGLRC viewContext_ = nullptr;  ///< in which that view draws
   PathCache cache_;
+  std::unique_ptr<OnLogs> onLogs_;  ///< made when it is first needed
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();
 };
 

@@ -7,21 +7,13 @@
 #include <span>
 #include <vector>
 
+#include "core/AxisLogs.h"
 #include "core/Box3.h"
 #include "graph/BlockSummaries.h"
 #include "graph/SeriesStatistics.h"
 #include "trace/PointSequence.h"
 
 namespace zyn {
-
-/// Which of a series' two axes are logarithmic. A coordinate on such an axis is the logarithm to
-/// base 10; values that are not above 0 have none.
-struct AxisLogs {
-  bool x = false;
-  bool y = false;
-
-  bool operator==(const AxisLogs&) const = default;
-};
 
 /// By how much a value may be wrong: the lengths of an error bar's two parts.
 struct ErrorRange {

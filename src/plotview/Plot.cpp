@@ -96,13 +96,13 @@ std::optional<ValueRange> Plot::shownBy(const PlotAxis& axis) const {
       }
     }
   }
-  if (entries_.empty() && backdrop_ && !isRemovable(axis) &&
+  if (entries_.empty() && backdrop_ && axis.kind != AxisKind::kLog10 && !isRemovable(axis) &&
       (axis.side == AxisSide::kBottom || axis.side == AxisSide::kLeft)) {
     const bool isX = isHorizontal(axis.side);
     unite(sum, isX ? ValueRange{backdrop_->xMin, backdrop_->xMax}
                    : ValueRange{backdrop_->yMin, backdrop_->yMax});
   }
-  return sum && axis.kind == AxisKind::kLog10 && !(sum->min > 0) ? std::nullopt : sum;
+  return sum;
 }
 
 std::optional<double> Plot::newestX() const {

@@ -140,9 +140,10 @@ std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
                    .isMoved = pass.axes != nullptr};
 }
 
-/// What to ask objects of ours; objects of other components may change it.
+/// What to ask objects of ours; objects of other components may change it. Nothing on logarithmic
+/// axes: traces have other coordinates there than they know of themselves.
 PickQuery* CListTrace::Drawing::pickQuery() {
-  if (isSelection && !isQueryKnown) {
+  if (isSelection && !isQueryKnown && !pass.logs.any()) {
     query = makeQuery();
     isQueryKnown = true;
   }
@@ -170,7 +171,8 @@ HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
                                      .names = pass.names,
                                      .axes = pass.axes,
                                      .onlyOutside = pass.onlyOutside,
-                                     .depth = pass.depth});
+                                     .depth = pass.depth,
+                                     .logs = pass.logs});
   isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
   return drawn;
 }

@@ -10,6 +10,7 @@
 
 #include "ZYNMODELEGEOM.h"
 #include "contract/TextView_win.h"
+#include "core/AxisLogs.h"
 #include "core/ZYNList.h"
 #include "glcontext/DisplayLists_gl.h"
 #include "platform/HostState_win.h"
@@ -30,6 +31,7 @@ struct ListPass {
   const ViewAxes* axes = nullptr;  ///< see DrawPass
   bool onlyOutside = false;        ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
+  AxisLogs logs{};  ///< see DrawPass
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.

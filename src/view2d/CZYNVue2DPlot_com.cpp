@@ -176,11 +176,15 @@ PickRecords CZYNVue2D::pickPlot(const PickRegion& region,
   const ComPtr<CZYNGraphe> graph = graphObject_;
   GraphCore& core = graph->core();
   core.layout();
+  const AxisLogs logs{core.plot.axis(AxisSide::kBottom)->kind == AxisKind::kLog10,
+                      core.plot.axis(AxisSide::kLeft)->kind == AxisKind::kLog10};
   return runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
     drawPlotNames(
         core.frame, [&graph](const PlotItem& item) { return graph->nameOf(item); }, part);
     loadView(mainPlotView(core.plot, core.frame), part);
-    selection_.draw2D(listPass(resources));
+    ListPass objects = listPass(resources);
+    objects.logs = logs;
+    selection_.draw2D(objects);
   });
 }
 

@@ -70,6 +70,7 @@ void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& plac
   const BalancedStacks stacks;
   ListPass objects = pass.list;
   objects.texts.viewHeight = size.y;
+  objects.logs = place.logs();
   list.draw2D(objects);
 }
 

@@ -510,6 +510,36 @@ TEST_F(GrapheTest, ObjectsOfTheListAreDrawnByTheFirstAxes) {
   EXPECT_NEAR(box.left, graph_.area()[0], 1.5) << "nothing is drawn beside the plot area";
 }
 
+TEST_F(GrapheTest, TracesAreDrawnByTheirLogarithms) {
+  graph_->RetirerTout();
+  const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+  require(trace->setPoints(doubleArray({1, 10, 1000}), doubleArray({-1, 100, 100})), "setPoints");
+  require(trace->setColor(1, 0, 0, 1), "setColor");
+  for (const long side : {0, 1}) {
+    graph_.axis(side)->put_TypeEchelle(1);
+    graph_.axis(side)->put_GrilleVisible(VARIANT_FALSE);
+  }
+  require(graph_.add(trace.Get()), "Ajouter");
+  const Numbers range = rangeOf(graph_.axis(0).Get());
+  EXPECT_NEAR(std::log10(range[0]), 0.9, 1e-9);
+  EXPECT_NEAR(std::log10(range[1]), 3.1, 1e-9);
+  PixelBox box = boxOf(painted(), kRed);
+  EXPECT_NEAR(box.left, pixel(0, 10), 1);
+  EXPECT_NEAR(box.right + 1, pixel(0, 1000), 1);
+  EXPECT_NEAR(box.top, pixel(1, 100), 1);
+  graph_->Retirer(trace.Get());
+  graph_.axis(0)->setPlage(5, 500);
+  graph_.axis(1)->setPlage(10, 1000);
+  require(host_->Add(trace.Get(), 0), "Add");
+  box = boxOf(painted(), kRed);
+  EXPECT_NEAR(box.left, pixel(0, 10), 1);
+  EXPECT_NEAR(box.right + 1, graph_.area()[2], 1.5);
+  trace->setPoints(doubleArray({20, 30}), doubleArray({100, 100}));
+  box = boxOf(painted(), kRed);
+  EXPECT_NEAR(box.left, pixel(0, 20), 1);
+  EXPECT_NEAR(box.right + 1, pixel(0, 30), 1);
+}
+
 TEST_F(GrapheTest, SeriesWithNamesArePicked) {
   host_->put_Mode(-1);
   series_->put_NomSelection(42);

@@ -300,7 +300,8 @@ void CZYNGroupe::drawContents(const DrawPass& pass) {
                 .names = pass.names + (isNamed ? 1 : 0),
                 .axes = pass.axes,
                 .onlyOutside = pass.onlyOutside,
-                .depth = pass.depth};
+                .depth = pass.depth,
+                .logs = pass.logs};
   ViewAxes around;
   std::optional<MovedSpace> space;
   if (place != kIdentity) {
