@@ -5,7 +5,8 @@
 namespace zyn {
 
 /// State for what is drawn in pixels in front of all else, for a scope: plain colours, blended by
-/// their opacity, without lighting, textures, fog and tests.
+/// their opacity, without lighting, textures, fog and tests. Lines, points, hints and the scissor
+/// box may be set within.
 class FrontState {
  public:
   FrontState() {
@@ -24,7 +25,8 @@ class FrontState {
 
  private:
   PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT |
-                          GL_ENABLE_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT | GL_VIEWPORT_BIT};
+                          GL_ENABLE_BIT | GL_HINT_BIT | GL_LINE_BIT | GL_POINT_BIT |
+                          GL_POLYGON_BIT | GL_SCISSOR_BIT | GL_TRANSFORM_BIT | GL_VIEWPORT_BIT};
 };
 
 }  // namespace zyn

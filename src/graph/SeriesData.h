@@ -49,7 +49,9 @@ class SeriesData {
   void setErrorsY(std::span<const double> minus, std::span<const double> plus);
   void removeErrorsX() { setErrors(errorsX_, std::nullopt); }
   void removeErrorsY() { setErrors(errorsY_, std::nullopt); }
-  bool hasErrors() const { return errorsX_ || errorsY_; }
+  bool hasErrorsX() const { return errorsX_.has_value(); }
+  bool hasErrorsY() const { return errorsY_.has_value(); }
+  bool hasErrors() const { return hasErrorsX() || hasErrorsY(); }
   ErrorRange errorX(std::size_t i) const { return errorsX_ ? (*errorsX_)[i] : ErrorRange{}; }
   ErrorRange errorY(std::size_t i) const { return errorsY_ ? (*errorsY_)[i] : ErrorRange{}; }
 

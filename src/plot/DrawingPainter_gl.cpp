@@ -11,6 +11,7 @@
 #include "glcontext/FrontState_gl.h"
 #include "glcontext/Projection_gl.h"
 #include "glcontext/RasterImage_gl.h"
+#include "objects/text/GlyphShapes_gl.h"
 #include "plot/Coverage.h"
 #include "plot/Dashes.h"
 #include "plot/ImagePart.h"
@@ -121,13 +122,18 @@ std::vector<Contour> moved(std::vector<Contour> figure, double scale, bool isUpr
   return figure;
 }
 
-/// With hard edges.
-Coverage sharpened(Coverage coverage) {
-  for (std::uint8_t& pixel : coverage.pixels) {
-    pixel = pixel < 128 ? 0 : 255;
+struct Figure {
+  std::vector<Contour> contours;
+  bool isSmooth = true;
+
+  Coverage coverage() const {
+    Coverage coverage = coverageOf(contours);
+    for (std::uint8_t& pixel : coverage.pixels) {
+      pixel = isSmooth ? pixel : (pixel < 128 ? 0 : 255);
+    }
+    return coverage;
   }
-  return coverage;
-}
+};
 
 class DrawingPainter {
  public:
@@ -185,9 +191,8 @@ class DrawingPainter {
       const PlanePoint at = canvas_.at(middle);
       if (canvas_.seen.shrunk(-item.size).holds(at.x, at.y)) {
         drawFigure({phaseOf(at.x), phaseOf(at.y)}, {&item, item.size, false, 0, 0}, item.colour,
-                   [&](const PlanePoint& within) {
-                     Coverage coverage = coverageOf(moved(outline, 1, false, within));
-                     return item.isSmooth ? coverage : sharpened(std::move(coverage));
+                   [&](const PlanePoint& by) {
+                     return Figure{moved(outline, 1, false, by), item.isSmooth};
                    });
       }
     }
@@ -204,11 +209,10 @@ class DrawingPainter {
       }
       const Phase x = item.isUpright ? wholeOf(at.x) : phaseOf(at.x);
       const Phase y = item.isUpright ? phaseOf(at.y) : wholeOf(at.y);
-      drawFigure(
-          {x, y}, {glyph.shape.get(), item.emHeight, item.isUpright, 0, 0}, item.colour,
-          [&](const PlanePoint& within) {
-            return coverageOf(moved(glyph.shape->contours, item.emHeight, item.isUpright, within));
-          });
+      drawFigure({x, y}, {glyph.shape.get(), item.emHeight, item.isUpright, 0, 0}, item.colour,
+                 [&](const PlanePoint& by) {
+                   return Figure{moved(glyph.shape->contours, item.emHeight, item.isUpright, by)};
+                 });
     }
   }
 
@@ -253,14 +257,31 @@ class DrawingPainter {
     });
   }
 
-  template <class Make>
+  /// `figureAt(by)`: moved from its origin.
+  template <class FigureAt>
   void drawFigure(const PhasedPlace& place, SpriteAtlas::Key key, const DrawColour& colour,
-                  const Make& make) {
+                  const FigureAt& figureAt) {
     key.phaseX = place.x.phase;
     key.phaseY = place.y.phase;
-    const PlanePoint within{place.x.within(), place.y.within()};
-    atlas_.draw(key, place.x.pixel, place.y.pixel, colour, [&] { return make(within); });
+    const auto cover = [&] { return figureAt({place.x.within(), place.y.within()}).coverage(); };
+    if (key.size > kLargest || !atlas_.draw(key, place.x.pixel, place.y.pixel, colour, cover)) {
+      drawLarge(figureAt({place.x.pixel + place.x.within(), place.y.pixel + place.y.within()}),
+                colour);
+    }
   }
+
+  /// Without soft edges.
+  void drawLarge(const Figure& figure, const DrawColour& colour) {
+    atlas_.flush();
+    setColour(colour);
+    glBegin(GL_TRIANGLES);
+    for (const PlanePoint& corner : tessellate(figure.contours)) {
+      vertex(corner);
+    }
+    glEnd();
+  }
+
+  static constexpr double kLargest = 300;  ///< of figures with soft edges
 
   const Canvas& canvas_;
   SpriteAtlas& atlas_;
@@ -283,7 +304,7 @@ void paintDrawing(const Drawing& drawing, const PlanePoint& picture, const Pictu
   const PixelBox whole{0, static_cast<double>(viewport[2]), 0, static_cast<double>(viewport[3])};
   const PlanePoint origin{part.left * picture.x, part.bottom * picture.y};
   const FrontState state;
-  const PushedAttributes lines(GL_LINE_BIT | GL_POINT_BIT | GL_HINT_BIT | GL_SCISSOR_BIT);
+  setColour({});  // here: Mesa does not give back what is set first in an inner scope
   glDisable(GL_DEPTH_TEST);
   glDisable(GL_LINE_STIPPLE);
   const PushedMatrix projection(GL_PROJECTION);

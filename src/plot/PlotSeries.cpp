@@ -4,13 +4,14 @@
 #include <cmath>
 #include <limits>
 
+#include "plot/ErrorBars.h"
+
 namespace zyn {
 
 namespace {
 
 constexpr double kAreaOpacity = 0.3;  ///< of a fill that nobody has chosen
 constexpr double kBarPart = 0.8;      ///< of the smallest gap
-constexpr double kCapLength = 6;      ///< of error bars, in pixels of a screen
 
 /// So far around the plot area lines are cut off: more than any of them is wide.
 constexpr double kBeyond = 64;
@@ -132,7 +133,7 @@ class SeriesDrawing {
       drawSteps();
     }
     if (series_->data.hasErrors()) {
-      drawErrors();
+      layer_.items.emplace_back(DrawnBoxes{colour_, errorBars(series_->data, trace_, place_)});
     }
     drawMarkers();
   }
@@ -195,10 +196,6 @@ class SeriesDrawing {
     return std::clamp(y.pixelOf(series_->base), seen.bottom, seen.top);
   }
 
-  std::vector<std::size_t> marked(double reach) const {
-    return markersOf(trace_, gridAround(grown(place_.area, reach)));
-  }
-
   void drawMarkers() const {
     DrawnMarkers markers = markersLike(*series_, colour_, place_.pixelScale);
     if (markers.shape == MarkerShape::kNone && series_->kind == SeriesKind::kPoints) {
@@ -207,56 +204,11 @@ class SeriesDrawing {
     if (markers.shape == MarkerShape::kNone) {
       return;
     }
-    for (const std::size_t i : marked(markers.size)) {
+    for (const std::size_t i : markersOf(trace_, gridAround(grown(place_.area, markers.size)))) {
       markers.middles.push_back({trace_.windowX(i), trace_.windowY(i)});
     }
     layer_.items.emplace_back(std::move(markers));
   }
-
-  /// The ends of an error bar in pixels; of what the axis cannot show, beyond the plot area.
-  static Range errorEnds(const AxisScale& scale, double value, const ErrorRange& error,
-                         const Range& seen) {
-    const auto pixelOf = [&](double end) {
-      const double far = scale.isInverted ? seen.high : seen.low;
-      return scale.canShow(end) ? std::clamp(scale.pixelOf(end), seen.low, seen.high) : far;
-    };
-    const double from = pixelOf(value - error.minus);
-    const double to = pixelOf(value + error.plus);
-    return {std::min(from, to), std::max(from, to)};
-  }
-
-  void drawErrors() const {
-    const PixelBox seen = grown(place_.area, kBeyond);
-    const double half = std::floor(std::max(1.0, place_.pixelScale)) / 2;
-    const double cap = kCapLength / 2 * place_.pixelScale;
-    const PointSequence& points = series_->data.points();
-    DrawnBoxes boxes{colour_, {}};
-    const auto add = [&](const PixelBox& box) {
-      if (box.overlaps(place_.area)) {
-        boxes.boxes.push_back(box);
-      }
-    };
-    for (const std::size_t i : marked(kBeyond)) {
-      const double x = sharp(trace_.windowX(i), half);
-      const double y = sharp(trace_.windowY(i), half);
-      if (const ErrorRange error = series_->data.errorY(i); error.minus > 0 || error.plus > 0) {
-        const auto [low, high] = errorEnds(place_.y, points.y(i), error, {seen.bottom, seen.top});
-        add({x - half, x + half, low, high});
-        add({x - cap, x + cap, sharp(low, half) - half, sharp(low, half) + half});
-        add({x - cap, x + cap, sharp(high, half) - half, sharp(high, half) + half});
-      }
-      if (const ErrorRange error = series_->data.errorX(i); error.minus > 0 || error.plus > 0) {
-        const auto [low, high] = errorEnds(place_.x, points.x(i), error, {seen.left, seen.right});
-        add({low, high, y - half, y + half});
-        add({sharp(low, half) - half, sharp(low, half) + half, y - cap, y + cap});
-        add({sharp(high, half) - half, sharp(high, half) + half, y - cap, y + cap});
-      }
-    }
-    layer_.items.emplace_back(std::move(boxes));
-  }
-
-  /// Near a place, where what reaches `half` to both sides ends between pixels.
-  static double sharp(double place, double half) { return std::round(place - half) + half; }
 
   const std::shared_ptr<PlotSeries>& series_;
   const PlotPlace& place_;
