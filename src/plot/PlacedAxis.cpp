@@ -51,15 +51,21 @@ TextStyle PlacedAxis::labelStyle() const {
           .colour = axis_->colour.value_or(context_.theme.text)};
 }
 
-/// As much as its line is high, about the middle of the digits, which is at the tick.
-double PlacedAxis::labelExtent(std::string_view label) const {
+/// How much of the axis a label takes: its width or, beside an upright one, as much as its line is
+/// high about the middle of the digits, which is at the tick.
+std::function<double(std::string_view)> PlacedAxis::labelExtents() const {
   const TextStyle style = labelStyle();
   if (!isUpright()) {
-    return context_.placer.layOut(label, style).box.width();
+    return [style, &placer = context_.placer](std::string_view label) {
+      return placer.widthOf(label, style);
+    };
   }
   const TextLine digits = context_.placer.digitsOf(style);
-  const TextLine line = isPlainNumber(label) ? digits : context_.placer.lineOf(style);
-  return 2 * std::max(line.top - digits.middle(), digits.middle() - line.bottom);
+  const TextLine line = context_.placer.lineOf(style);
+  const double high = 2 * std::max(line.top - digits.middle(), digits.middle() - line.bottom);
+  return [high, low = digits.height()](std::string_view label) {
+    return isPlainNumber(label) ? low : high;
+  };
 }
 
 /// Ticks of logarithmic axes may lie closer: those between powers of ten make them readable.
@@ -71,7 +77,7 @@ TickRoom PlacedAxis::tickRoom() const {
           .last = span_.last,
           .gap = em * (isUpright() ? kUprightGap : kGap),
           .pitch = std::max(em * (isClose ? kClosePitch : kPitch), scale_.length() / most),
-          .extentOf = [this](std::string_view label) { return labelExtent(label); }};
+          .extentOf = labelExtents()};
 }
 
 void PlacedAxis::stretch(const AxisSpan& span) {
@@ -82,9 +88,10 @@ void PlacedAxis::stretch(const AxisSpan& span) {
   scale_.pixelFrom = span.from;
   scale_.pixelTo = span.to;
   ticks_ = chooseTicks(scale_, tickRoom(), axis_->tickFormat);
+  const TextStyle style = labelStyle();
   widest_ = 0;
   for (const std::string& label : ticks_.labels) {
-    widest_ = std::max(widest_, context_.placer.layOut(label, labelStyle()).box.width());
+    widest_ = std::max(widest_, context_.placer.widthOf(label, style));
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -73,7 +74,7 @@ class PlacedAxis {
   bool isTitleKept = true;
 
  private:
-  double labelExtent(std::string_view label) const;
+  std::function<double(std::string_view)> labelExtents() const;
   TickRoom tickRoom() const;
 
   const PlotAxis* axis_;

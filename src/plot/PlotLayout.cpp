@@ -265,7 +265,7 @@ class Layout {
     if (offset.isEmpty() || !axis.hasTitle()) {
       return !offset.isEmpty();
     }
-    const double width = placer_.layOut(axis.title(), axis.titleStyle()).box.width();
+    const double width = placer_.widthOf(axis.title(), axis.titleStyle());
     return area_.width() / 2 < width / 2 + 2 * measures_.gap + offset.box.width() ||
            (area_.left + area_.right) / 2 - width / 2 < measures_.edge;
   }

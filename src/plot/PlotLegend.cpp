@@ -42,7 +42,7 @@ PlotLegend::PlotLegend(const PlotInput& input, const PlotMeasures& measures,
       rowHeight_(std::round(kRowHeight * measures.emHeight)),
       inset_(std::round(kInset * measures.emHeight)) {
   for (const LegendEntry& entry : input.entries) {
-    const double name = placer.layOut(entry.name, nameStyle(true)).box.width();
+    const double name = placer.widthOf(entry.name, nameStyle(true));
     widestName_ = std::max(widestName_, std::ceil(name));
   }
 }

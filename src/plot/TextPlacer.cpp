@@ -48,24 +48,28 @@ LaidText TextPlacer::layOut(std::string_view text, const TextStyle& style) const
   return laid;
 }
 
+double TextPlacer::widthOf(std::string_view text, const TextStyle& style) const {
+  const std::shared_ptr<const ShapedText> shaped = page_.shape(text, style.face);
+  return style.emHeight * (shaped->right - shaped->left);
+}
+
 LaidText TextPlacer::layOutWithin(double width, std::string_view text,
                                   const TextStyle& style) const {
-  LaidText laid = layOut(text, style);
-  if (laid.box.width() <= width) {
-    return laid;
+  if (widthOf(text, style) <= width) {
+    return layOut(text, style);
   }
   const std::vector<std::size_t> ends = characterEnds(text);
   const auto shortened = [&](std::size_t characters) {
     std::string_view part = text.substr(0, ends[characters - 1]);
     part = part.substr(0, part.find_last_not_of(' ') + 1);
-    return layOut(std::string(part).append(kEllipsis), style);
+    return std::string(part).append(kEllipsis);
   };
   std::size_t least = kLeastCharacters - 1;
   for (std::size_t most = ends.size(); most > least + 1;) {
     const std::size_t middle = (least + most) / 2;
-    (shortened(middle).box.width() <= width ? least : most) = middle;
+    (widthOf(shortened(middle), style) <= width ? least : most) = middle;
   }
-  return least < kLeastCharacters ? LaidText() : shortened(least);
+  return least < kLeastCharacters ? LaidText() : layOut(shortened(least), style);
 }
 
 TextLine TextPlacer::lineOf(const TextStyle& style) const {

@@ -40,6 +40,8 @@ class TextPlacer {
   explicit TextPlacer(const PlotPage& page) : page_(page) {}
 
   LaidText layOut(std::string_view text, const TextStyle& style) const;
+  /// What would be seen of it, along the baseline.
+  double widthOf(std::string_view text, const TextStyle& style) const;
   /// As much of the text as has room, with an ellipsis for the rest; nothing where that is little.
   LaidText layOutWithin(double width, std::string_view text, const TextStyle& style) const;
 
