@@ -127,6 +127,7 @@ if [[ $# -gt 0 ]]; then
   watch model "$model"
 else
   play_both "$models/STL/Spider_ascii.stl" "$models/STL/sphereWithHole.stl"
+  play measurement.js "$root/hosts/data" measurement {carbon-dioxide,weather,scattering,sea-surface}.{png,svg,pdf}
   play graphs.js "$root/hosts/data/sea_surface_temperature.csv" graphs seasons.png seasons-print.png anomalies.png \
     anomalies-print.png
   shoot "$models/STL/Wuson.stl" wuson iso-y

@@ -40,7 +40,11 @@ rm -f "$docs"/*.png "$docs"/*.jpg
 sheet overview 3 320x240 "" wuson.png "" wuson-outline.png "" wuson-translucent.png "" house.jpg \
   "" jscript/heights.png "" vbscript/annotated.png
 shrink_shaded wuson-annotated.png annotated 800
-shrink graphs/seasons.png graph 800 128
+shrink measurement/carbon-dioxide.png graph 800 64
+shrink measurement/weather.png weather 800 64
+shrink measurement/scattering.png scattering 800 64
+shrink measurement/sea-surface.png sea-surface 800 128
+shrink graphs/seasons.png seasons 800 128
 shrink graphs/anomalies.png anomalies 800 64
 shrink viewer/nearest.png viewer-graph 800 128
 shrink viewer/zoom-rectangle.png zoom-rectangle 800 128

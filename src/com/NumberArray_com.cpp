@@ -57,8 +57,10 @@ std::size_t sizeOf(VARTYPE type) {
   }
 }
 
-std::optional<double> numberIn(const VARIANT& value) {
+std::optional<double> numberIn(const VARIANT& value, bool takesDates) {
   switch (V_VT(&value)) {
+    case VT_DATE:
+      return takesDates ? std::optional(V_DATE(&value)) : std::nullopt;
     case VT_R8:
       return V_R8(&value);
     case VT_R4:
@@ -96,19 +98,20 @@ std::optional<double> numberIn(const VARIANT& value) {
 std::wstring element(std::size_t index) { return L"element " + std::to_wstring(index); }
 
 /// Whether the property is a number, which is then given.
-bool readNumber(IDispatch& object, const std::wstring& name, double& number) {
+bool readNumber(IDispatch& object, const std::wstring& name, bool takesDates, double& number) {
   OwnedVariant value;
   if (FAILED(readProperty(object, name, value))) {
     return false;
   }
-  const std::optional<double> found = numberIn(*value.get());
+  const std::optional<double> found = numberIn(*value.get(), takesDates);
   number = found.value_or(0);
   return found.has_value();
 }
 
 }  // namespace
 
-NumberArray::NumberArray(const wchar_t* name, const VARIANT& argument) : name_(name) {
+NumberArray::NumberArray(const wchar_t* name, const VARIANT& argument, Dates dates)
+    : name_(name), takesDates_(dates == Dates::kTaken) {
   try {
     take(argument);
   } catch (...) {
@@ -153,7 +156,7 @@ void NumberArray::take(const VARIANT& argument) {
 }
 
 void NumberArray::takeArray(VARTYPE type, SAFEARRAY* array) {
-  type_ = plainType(type);
+  type_ = type == VT_DATE && takesDates_ ? static_cast<VARTYPE>(VT_R8) : plainType(type);
   if (sizeOf(type_) == 0) {
     throw badArgument(name_, L"an array of numbers is wanted, these are of another type");
   }
@@ -181,7 +184,7 @@ void NumberArray::takeVariants() {
   const std::span variants(static_cast<const VARIANT*>(data_), count());
   numbers_.reserve(variants.size());
   for (const VARIANT& value : variants) {
-    const auto number = numberIn(value);
+    const auto number = numberIn(value, takesDates_);
     if (!number) {
       throw badArgument(name_, element(numbers_.size()) + L" is no number");
     }
@@ -194,14 +197,15 @@ void NumberArray::takeVariants() {
 void NumberArray::takeScriptObject(IDispatch& object) {
   const Microsoft::WRL::ComPtr<IDispatch> alive(&object);
   double length = 0;
-  if (!readNumber(object, L"length", length) || !(length >= 0 && length <= kMostScriptElements)) {
+  if (!readNumber(object, L"length", false, length) ||
+      !(length >= 0 && length <= kMostScriptElements)) {
     throw badArgument(name_, L"an array of numbers is wanted, this is another object");
   }
   const auto wanted = static_cast<std::size_t>(length);
   while (numbers_.size() < wanted) {
     double number = 0;
     const std::size_t index = numbers_.size();
-    if (!readNumber(object, std::to_wstring(index), number)) {
+    if (!readNumber(object, std::to_wstring(index), takesDates_, number)) {
       throw badArgument(name_, element(index) + L" is no number");
     }
     numbers_.push_back(number);

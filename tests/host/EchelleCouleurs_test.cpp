@@ -296,5 +296,21 @@ TEST_F(EchelleCouleursTest, IsWholeInPicturesDrawnInParts) {
   }
 }
 
+/// It has its place in the picture, whatever part of that the axes leave to the scene.
+TEST_F(EchelleCouleursTest, StandsInTheMarginOfAPlotToo) {
+  OffscreenGraph context(200, 100);
+  require(scale_->setPosition(0.8, 0.5, 8), "setPosition");
+  require(scale_->setTaille(10, 60), "setTaille");
+  context.add(scale_.Get());
+  const ComPtr<IDispatch> graph = getProperty(context.dispatch(), L"Graphe").value.pdispVal;
+  require(putProperty(graph.Get(), L"Actif", true).code(), "Actif");
+  require(callMethod(graph.Get(), L"setMarges", {20.0, 10.0, 80.0, 20.0}).code(), "setMarges");
+  const Image image = context.render();
+  const Rgb low = image.at(164, 78);
+  const Rgb high = image.at(164, 22);
+  EXPECT_LE(difference(low, {68, 1, 84}), 30);
+  EXPECT_LE(difference(high, {253, 231, 37}), 30);
+}
+
 }  // namespace
 }  // namespace zyn::test

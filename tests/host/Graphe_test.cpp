@@ -58,6 +58,21 @@ class GrapheTest : public HostTest {
   ComPtr<IZYNSerie> series_ = makeSeries({0, 5, 10}, {0, 5, 20});
 };
 
+/// As VBA and VBScript have them: in arrays of dates, of VARIANTs, and alone.
+TEST_F(GrapheTest, DatesAreDays) {
+  const auto date = [](double days) { return _variant_t(days, VT_DATE); };
+  ASSERT_EQ(series_->setPoints(variantArray({date(45292), date(45323.25)}), doubleArray({1, 2})),
+            S_OK);
+  ASSERT_EQ(series_->AjouterPoints(date(-1.5), _variant_t(3.0)), S_OK);
+  _variant_t dates;
+  dates.vt = VT_ARRAY | VT_DATE;
+  dates.parray = SafeArrayCreateVector(VT_DATE, 0, 1);
+  ASSERT_EQ(series_->AjouterPoints(dates, doubleArray({4})), S_OK);
+  _variant_t points;
+  require(series_->getPoints(&points), "getPoints");
+  EXPECT_EQ(doublesIn(points), (Numbers{45292, 1, 45323.25, 2, -1.5, 3, 0, 4}));
+}
+
 TEST_F(GrapheTest, IsAlwaysTheSameObjectWithTheSameParts) {
   const Graph again(host_.get());
   EXPECT_EQ(again.get(), graph_.get());

@@ -87,6 +87,7 @@ void drawScaleBar(const ScaleBar& bar, const ColourScale& scale, const CGLFontCo
   const BarLayout layout =
       layOutBar(bar, scale, picture, view.pixelScale, fonts ? fonts->metrics() : FontMetrics());
   const FrontState state;
+  glDisable(GL_SCISSOR_TEST);  // it has its place in the picture, beside the area of a plot too
   const PushedMatrix projection(GL_PROJECTION);
   loadOrthographic({0, 0, picture.x, picture.y, -1, 1}, view.part);
   const PushedMatrix modelView(GL_MODELVIEW);

@@ -63,7 +63,7 @@ std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument) {
   if (isNumber(V_VT(&value))) {
     return {numberIn(name, value)};
   }
-  return NumberArray(name, argument).doubles();
+  return NumberArray(name, argument, NumberArray::Dates::kTaken).doubles();
 }
 
 PointColumns pointsIn(const VARIANT& x, const VARIANT& y) {

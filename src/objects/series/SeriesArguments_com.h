@@ -10,7 +10,7 @@
 
 namespace zyn {
 
-/// An argument that holds numbers: an array as NumberArray takes it, or one number alone. Throws
+/// An argument that holds numbers, or dates: an array as NumberArray takes it, or one alone. Throws
 /// badArgument.
 std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument);
 
