@@ -699,6 +699,225 @@ namespace ZYNVue.Interop {
     object Vue { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
   }
 
+  /// <summary>The graph of a 2D view or bitmap context: axes that follow the view, series, legend, cursors. While it is active, model coordinates of the view are values of the first axes at the bottom and on the left. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("08D7FAD9-E635-4CBD-A777-13149B433479"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNGraphe {
+    /// <summary>Whether the view is a plot: an area within the margins that axes and texts need, laid out anew whenever ranges or sizes change (default: no).</summary>
+    /// <value>Turns the view into a plot, or back into what it was; repaints: 0 no, any other value yes.</value>
+    [DispId(1)]
+    bool Actif { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>The first axis at a side, 0 bottom, 1 left, 2 top, 3 right: an object with IZYNAxe. There is always one.</summary>
+    [DispId(2)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Axe(int Cote);
+
+    /// <summary>Adds an axis at a side, outside of those that are there, and gives it: an object with IZYNAxe.</summary>
+    [DispId(3)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object AjouterAxe(int Cote);
+
+    /// <summary>Removes an axis that AjouterAxe has added. E_INVALIDARG for any other, and while something is shown by it.</summary>
+    [DispId(4)]
+    void RetirerAxe([MarshalAs(UnmanagedType.IDispatch)] object Axe);
+
+    /// <summary>Shows a ZYNSerie, a ZYNCarte, or a trace or another drawable object of the first interfaces, by two axes: numbers of sides or objects with IZYNAxe; default bottom and left. E_INVALIDARG for what is shown already, for axes of another graph, and for two that are both horizontal or vertical. Repaints.</summary>
+    [DispId(5)]
+    void Ajouter([MarshalAs(UnmanagedType.IDispatch)] object Serie, [Optional] [MarshalAs(UnmanagedType.Struct)] object AxeX, [Optional] [MarshalAs(UnmanagedType.Struct)] object AxeY);
+
+    /// <summary>Shows it no more; E_INVALIDARG for what is not shown. Repaints.</summary>
+    [DispId(6)]
+    void Retirer([MarshalAs(UnmanagedType.IDispatch)] object Serie);
+
+    /// <summary>Shows nothing more; axes and settings stay. Repaints.</summary>
+    [DispId(7)]
+    void RetirerTout();
+
+    /// <summary>How many series, maps and other objects have been added.</summary>
+    [DispId(8)]
+    int Count { get; }
+
+    /// <summary>What was added, from 0; E_INVALIDARG beyond the last one.</summary>
+    [DispId(9)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Item(int index);
+
+    /// <summary>The plot area: an array of its left, top, right and bottom edge in pixels from the upper left corner of the picture.</summary>
+    [DispId(10)]
+    object ZoneTrace { [return: MarshalAs(UnmanagedType.Struct)] get; }
+
+    /// <summary>Sets the margins around the plot area on the left, at the top, on the right, at the bottom, in pixels of a screen, at most 32767; 0: as much as axes and texts need.</summary>
+    [DispId(11)]
+    void setMarges(double g, double h, double d, double b);
+
+    /// <summary>Title above the plot area; empty for none.</summary>
+    /// <value>Sets the title, all characters of Unicode; null or empty for none.</value>
+    [DispId(12)]
+    string Titre { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Second line below the title; empty for none.</summary>
+    /// <value>Sets the second line, all characters of Unicode; null or empty for none.</value>
+    [DispId(13)]
+    string SousTitre { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>The legend: an object with IZYNLegende.</summary>
+    [DispId(14)]
+    object Legende { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
+
+    /// <summary>The two cursors: an object with IZYNCurseurs.</summary>
+    [DispId(15)]
+    object Curseurs { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
+
+    /// <summary>Colours: 0 light (default), 1 dark. It decides the background while the graph is active.</summary>
+    /// <value>Sets the colours: 0 light, 1 dark.</value>
+    [DispId(16)]
+    int Theme { get; set; }
+
+    /// <summary>Whether the horizontal axes follow the newest point: their width stays, and the newest x is at their right end. Panning suspends it until Ajuster (default: no).</summary>
+    /// <value>Lets the horizontal axes follow the newest point; repaints: 0 no, any other value yes.</value>
+    [DispId(17)]
+    bool SuiviAuto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Switches Auto of all axes on, and lets SuiviAuto go on. Repaints.</summary>
+    [DispId(18)]
+    void Ajuster();
+
+    /// <summary>Size of labels in points (default 9); titles are larger.</summary>
+    /// <value>Sets the size of labels in points, 4 to 72.</value>
+    [DispId(19)]
+    double TaillePolice { get; set; }
+  }
+
+  /// <summary>Axis of a graph. Range, graduations and labels are worked out when they are read: nothing need have been painted. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("012C0778-3138-4A02-B6EA-1009DD434AAF"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNAxe {
+    /// <summary>The side of the plot area at which the axis lies: 0 bottom, 1 left, 2 top, 3 right.</summary>
+    [DispId(1)]
+    int Cote { get; }
+
+    /// <summary>Scale: 0 linear (default), 1 logarithmic to base 10, 2 dates: linear in days from 1899-12-30 00:00, before it too.</summary>
+    /// <value>Sets the scale: 0 linear, 1 logarithmic, 2 dates. A range that was put, and of which a logarithmic axis cannot show the ends, is E_INVALIDARG. Format is emptied where it is none of the new scale.</value>
+    [DispId(2)]
+    int TypeEchelle { get; set; }
+
+    /// <summary>Lower end of the range in effect.</summary>
+    /// <value>Sets the lower end and switches Auto off. One that is not finite or not below Maximum, or not above 0 on a logarithmic axis, is E_INVALIDARG.</value>
+    [DispId(3)]
+    double Minimum { get; set; }
+
+    /// <summary>Upper end of the range in effect.</summary>
+    /// <value>Sets the upper end and switches Auto off. One that is not finite or not above Minimum, or not above 0 on a logarithmic axis, is E_INVALIDARG.</value>
+    [DispId(4)]
+    double Maximum { get; set; }
+
+    /// <summary>Sets both ends of the range and switches Auto off. E_INVALIDARG unless both are finite, Min is below Max, and above 0 on a logarithmic axis.</summary>
+    [DispId(5)]
+    void setPlage(double Min, double Max);
+
+    /// <summary>Whether the range follows what is shown by the axis: visible series with their error bars, the extents of maps, the base of bars; 5 % of the span, or of the decades, more on each side. One value is widened around, none is 0 to 1, or 1 to 10 on a logarithmic axis (default: yes).</summary>
+    /// <value>Lets the range follow what is shown: 0 no, any other value yes.</value>
+    [DispId(6)]
+    bool Auto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether values grow to the left, or downwards (default: no).</summary>
+    /// <value>Lets values grow to the left, or downwards: 0 no, any other value yes.</value>
+    [DispId(7)]
+    bool Inverse { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Title beside the axis; empty for none.</summary>
+    /// <value>Sets the title, all characters of Unicode; null or empty for none.</value>
+    [DispId(8)]
+    string Titre { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Unit, which stands in parentheses behind the title.</summary>
+    /// <value>Sets the unit, all characters of Unicode; null or empty for none.</value>
+    [DispId(9)]
+    string Unite { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>How the labels are written; empty (default): as many decimals as the step needs, dates by ISO 8601.</summary>
+    /// <value>Sets how labels are written: text with one conversion as printf of C has it (d i u o x X e E f F g G a A, flags, width and precision up to 99), on a date axis as strftime has it (%Y %m %d %H %M %S %y %j %b %B %a %A %p %I %e %F %T %D %R, %f microseconds), in English. Anything else is E_INVALIDARG. Empty: by itself.</value>
+    [DispId(10)]
+    string Format { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Sets the colour and, where it is given, the opacity of line, labels and title, 0..1 each (default: that of the theme).</summary>
+    [DispId(11)]
+    void setColor(double r, double g, double b, [Optional] [MarshalAs(UnmanagedType.Struct)] object alpha);
+
+    /// <summary>Whether line, labels and title are drawn (default: at the bottom and on the left yes, elsewhere where something is shown by the axis).</summary>
+    /// <value>Draws line, labels and title: 0 no, any other value yes.</value>
+    [DispId(12)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether lines cross the plot area at the labelled graduations (default: yes for the first axis at the bottom and on the left).</summary>
+    /// <value>Draws lines at the labelled graduations: 0 no, any other value yes.</value>
+    [DispId(13)]
+    bool GrilleVisible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether lines cross the plot area at the graduations between the labelled ones (default: no).</summary>
+    /// <value>Draws lines at the graduations between: 0 no, any other value yes.</value>
+    [DispId(14)]
+    bool SousGrilleVisible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>The values of the labelled graduations now: an array of doubles in ascending order.</summary>
+    [DispId(15)]
+    object Graduations { [return: MarshalAs(UnmanagedType.Struct)] get; }
+
+    /// <summary>The labels of Graduations: an array of VARIANTs with texts, which scripts can index.</summary>
+    [DispId(16)]
+    object Textes { [return: MarshalAs(UnmanagedType.Struct)] get; }
+
+    /// <summary>What all labels share and is drawn once at the end of the axis: an offset to be added, as +1e6, a factor, as x10^6 with superscript digits, a day of which the labels are times; empty for none.</summary>
+    [DispId(17)]
+    string TexteDecalage { [return: MarshalAs(UnmanagedType.BStr)] get; }
+
+    /// <summary>The pixel of a value, from the left or the upper edge of the picture; also beyond the range. E_INVALIDARG for what the axis cannot show.</summary>
+    [DispId(18)]
+    double Pixel(double Valeur);
+
+    /// <summary>The value at a pixel, from the left or the upper edge of the picture; also beyond the range.</summary>
+    [DispId(19)]
+    double Valeur(double Pixel);
+  }
+
+  /// <summary>Legend of a graph. A click on an entry hides its series, or shows it again. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("C3BAD3AE-5AD9-4C6F-8543-4DE1FCDB249B"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNLegende {
+    /// <summary>Whether the legend is drawn (default: with two series or more that have names).</summary>
+    /// <value>Draws the legend: 0 no, any other value yes.</value>
+    [DispId(1)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Where the legend stands: 0 inside where it hides least (default), 1 bottom left, 2 bottom right, 3 top right, 4 top left, 5 right of the plot area, 6 below it.</summary>
+    /// <value>Sets where the legend stands, 0 to 6.</value>
+    [DispId(2)]
+    int Position { get; set; }
+  }
+
+  /// <summary>Two vertical lines across the plot area, which the mouse drags, with the values of the series at them. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("14447883-1A69-40A6-A61B-5D3C6C824F3D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNCurseurs {
+    /// <summary>Whether the two cursors are drawn, with the values of the series at them (default: no).</summary>
+    /// <value>Draws the cursors: 0 no, any other value yes.</value>
+    [DispId(1)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Where a cursor (Numero 0 or 1) stands, in units of the bottom axis. Until it is moved for the first time: at a third and at two thirds of the range.</summary>
+    [DispId(2)]
+    double get_Position(int Numero);
+
+    /// <summary>Moves a cursor (Numero 0 or 1), in units of the bottom axis; a value that the axis cannot show is E_INVALIDARG.</summary>
+    [DispId(2)]
+    void put_Position(int Numero, double value);
+
+    /// <summary>The value of a series of the graph at a cursor (Numero 0 or 1): interpolated between the points on either side of it, for steps the one on the left. Not a number where there is none.</summary>
+    [DispId(3)]
+    double Valeur(int Numero, [MarshalAs(UnmanagedType.IDispatch)] object Serie);
+
+    /// <summary>The value of a series at cursor 1 minus that at cursor 0.</summary>
+    [DispId(4)]
+    double Difference([MarshalAs(UnmanagedType.IDispatch)] object Serie);
+  }
+
   /// <summary>Events of the object that a ZYNEvenements is attached to. A handler may do anything, detach it and release it included.</summary>
   [ComImport, Guid("07964B4B-AF39-4794-951C-F712477D5ADD"), InterfaceType(ComInterfaceType.InterfaceIsIDispatch)]
   public interface _IZYNEvenements {
@@ -981,6 +1200,10 @@ namespace ZYNVue.Interop {
     /// <value>Multiplies what is drawn with a size in pixels: text, dimensions, plain lines and points, sprites, traces, edges, colour bars, the cursor, the grid, and the frame of GraphView and LogLogGraphView. 1: a pixel is a pixel; 2: as a screen of 192 dots per inch needs it; 0.25 to 8. 0: follows the monitor that the window is on (its dots per inch divided by 96, as the system tells the process), and repaints when that changes. Pixels of the mouse stay pixels.</value>
     [DispId(102)]
     double EchelleDPI { get; set; }
+
+    /// <summary>The graph of the view: an object with IZYNGraphe, always the same one.</summary>
+    [DispId(130)]
+    object Graphe { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
 
     /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
@@ -1756,6 +1979,10 @@ namespace ZYNVue.Interop {
     /// <value>Leaves out message boxes of this object: 0 no, any other value yes. Their texts go to the debugger and into the error of the call that met the failure.</value>
     [DispId(101)]
     bool Silencieux { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>The graph of the context: an object with IZYNGraphe, always the same one.</summary>
+    [DispId(130)]
+    object Graphe { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
 
     /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
@@ -2560,6 +2787,174 @@ namespace ZYNVue.Interop {
     object Extraire([MarshalAs(UnmanagedType.Struct)] object Faces);
   }
 
+  /// <summary>Series of a graph: points (x, y) and how they are drawn. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("9971DADC-C652-4150-A026-143E7515247D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNSerie {
+    /// <summary>Sets the points: arrays of equal length, or none. What is not a number is a gap in a line. Errors are removed.</summary>
+    [DispId(1)]
+    void setPoints([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
+
+    /// <summary>Appends points: numbers, or arrays of equal length. They have no errors.</summary>
+    [DispId(2)]
+    void AjouterPoints([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
+
+    /// <summary>How many of the newest points are kept; 0 (default): all.</summary>
+    /// <value>Sets how many of the newest points are kept, 0 for all; drops the oldest of those there are.</value>
+    [DispId(3)]
+    int Capacite { get; set; }
+
+    /// <summary>Number of points.</summary>
+    [DispId(4)]
+    int NbPoints { get; }
+
+    /// <summary>The points, the oldest first: an array of doubles, x and y of each.</summary>
+    [DispId(5)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPoints();
+
+    /// <summary>Name in the legend (default: empty).</summary>
+    /// <value>Sets the name, all characters of Unicode.</value>
+    [DispId(6)]
+    string Nom { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Sets the colour and, where it is given, the opacity, 0..1 each. Default: the next of ten that colour-blind people can tell apart too.</summary>
+    [DispId(7)]
+    void setColor(double r, double g, double b, [Optional] [MarshalAs(UnmanagedType.Struct)] object alpha);
+
+    /// <summary>Sets the colour and, where it is given, the opacity of bars and areas, 0..1 each. Default: the colour of the series, areas translucent.</summary>
+    [DispId(8)]
+    void setCouleurRemplissage(double r, double g, double b, [Optional] [MarshalAs(UnmanagedType.Struct)] object alpha);
+
+    /// <summary>Sets the colour and, where it is given, the opacity of markers, 0..1 each. Default: the colour of the series.</summary>
+    [DispId(9)]
+    void setCouleurMarqueur(double r, double g, double b, [Optional] [MarshalAs(UnmanagedType.Struct)] object alpha);
+
+    /// <summary>Width of lines in pixels (default 1).</summary>
+    /// <value>Sets the width of lines in pixels, above 0 to 100.</value>
+    [DispId(10)]
+    double Epaisseur { get; set; }
+
+    /// <summary>Whether lines and markers have smooth edges (default: yes).</summary>
+    /// <value>Smoothes the edges of lines and markers: 0 no, any other value yes.</value>
+    [DispId(11)]
+    bool Lissage { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Whether lines are dashed (default: no).</summary>
+    /// <value>Dashes lines: 0 no, any other value yes.</value>
+    [DispId(12)]
+    bool Pointille { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>How points are drawn: 0 line (default), 1 steps that hold the left value, 2 points, 3 bars, 4 area from Base.</summary>
+    /// <value>Sets how points are drawn, 0 to 4. Points without a Marqueur are drawn as circles.</value>
+    [DispId(13)]
+    int TypeTrace { get; set; }
+
+    /// <summary>Width of bars in units of the axis; 0 (default): 0.8 of the smallest gap between points.</summary>
+    /// <value>Sets the width of bars in units of the axis (decades on a logarithmic one), 0 for 0.8 of the smallest gap. Bars of several series stand side by side.</value>
+    [DispId(14)]
+    double LargeurBarres { get; set; }
+
+    /// <summary>Where bars and areas begin, in units of the axis (default 0).</summary>
+    /// <value>Sets where bars and areas begin. A logarithmic axis, which cannot show 0, lets them begin at its end.</value>
+    [DispId(15)]
+    double Base { get; set; }
+
+    /// <summary>Marker at points: 0 none (default), 1 circle, 2 square, 3 triangle, 4 diamond, 5 cross, 6 plus.</summary>
+    /// <value>Sets the marker at points, 0 to 6.</value>
+    [DispId(16)]
+    int Marqueur { get; set; }
+
+    /// <summary>Width and height of markers in pixels (default 7).</summary>
+    /// <value>Sets width and height of markers in pixels, above 0 to 1000.</value>
+    [DispId(17)]
+    double TailleMarqueur { get; set; }
+
+    /// <summary>Sets error bars in y: lengths below and above the points, arrays of as many as there are points, not negative; one alone counts for both, what is not finite for none. Empty arrays remove them.</summary>
+    [DispId(18)]
+    void setErreurs([MarshalAs(UnmanagedType.Struct)] object Moins, [Optional] [MarshalAs(UnmanagedType.Struct)] object Plus);
+
+    /// <summary>The same in x, to the left and to the right.</summary>
+    [DispId(19)]
+    void setErreursX([MarshalAs(UnmanagedType.Struct)] object Moins, [Optional] [MarshalAs(UnmanagedType.Struct)] object Plus);
+
+    /// <summary>Whether it is drawn (default: yes).</summary>
+    /// <value>Draws it: 0 no, any other value yes.</value>
+    [DispId(20)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Selection name by which views tell it where it is picked; negative (default -1): it cannot be picked.</summary>
+    /// <value>Sets the selection name; it needs no AddSelection. A negative one: it cannot be picked.</value>
+    [DispId(21)]
+    int NomSelection { get; set; }
+
+    /// <summary>The point nearest to (x, y), in units of the axes, as it looks in the graph that shows the series: an array of index, x, y and distance in pixels; without points an empty one. Without a graph a pixel is a unit.</summary>
+    [DispId(22)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object PlusProche(double x, double y);
+
+    /// <summary>Of the finite y: an array of count, minimum, maximum, mean and sample standard deviation; what there is not is not a number.</summary>
+    [DispId(23)]
+    object Statistiques { [return: MarshalAs(UnmanagedType.Struct)] get; }
+  }
+
+  /// <summary>Heat map of a graph: values on a grid, shown as colours. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("A21A95C6-0D40-4F2B-9248-11B754B28E23"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNCarte {
+    /// <summary>Sets the values: a two-dimensional array; the first index is the row, row 0 lies at YMin, column 0 at XMin. Not a number has the absent colour of the scale. An empty array: none.</summary>
+    [DispId(1)]
+    void setValeurs([MarshalAs(UnmanagedType.Struct)] object Valeurs);
+
+    /// <summary>Number of rows.</summary>
+    [DispId(2)]
+    int NbLignes { get; }
+
+    /// <summary>Number of columns.</summary>
+    [DispId(3)]
+    int NbColonnes { get; }
+
+    /// <summary>Sets the outer edges in units of the axes (default: 0 to the number of columns, 0 to the number of rows). E_INVALIDARG unless finite and in order.</summary>
+    [DispId(4)]
+    void setEtendue(double XMin, double XMax, double YMin, double YMax);
+
+    /// <summary>The outer edges: an array of XMin, XMax, YMin, YMax.</summary>
+    [DispId(5)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getEtendue();
+
+    /// <summary>The ZYNEchelleCouleurs by which values are coloured; Nothing (default) for viridis over the values of the map.</summary>
+    /// <value>Sets the ZYNEchelleCouleurs by which values are coloured; Nothing for viridis over the values of the map. Anything else is E_INVALIDARG.</value>
+    [DispId(6)]
+    object EchelleCouleurs { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>The same as putting it.</summary>
+    [DispId(6)]
+    void putref_EchelleCouleurs([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Between the middles of cells: 0 none (default), 1 linear, in the value.</summary>
+    /// <value>Sets what is between the middles of cells: 0 nothing, cells are of one colour, 1 linear.</value>
+    [DispId(7)]
+    int Interpolation { get; set; }
+
+    /// <summary>Name of the map (default: empty).</summary>
+    /// <value>Sets the name, all characters of Unicode.</value>
+    [DispId(8)]
+    string Nom { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
+
+    /// <summary>Whether it is drawn (default: yes).</summary>
+    /// <value>Draws it: 0 no, any other value yes.</value>
+    [DispId(9)]
+    bool Visible { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Selection name by which views tell it where it is picked; negative (default -1): it cannot be picked.</summary>
+    /// <value>Sets the selection name; it needs no AddSelection. A negative one: it cannot be picked.</value>
+    [DispId(10)]
+    int NomSelection { get; set; }
+
+    /// <summary>The value at (x, y), as it is drawn: that of the cell, or interpolated. Not a number outside.</summary>
+    [DispId(11)]
+    double Valeur(double x, double y);
+  }
+
   /// <summary>2D graph view control (ProgID ZYNVue.ZYNVue2D)</summary>
   public static class ZYNVue2D {
     /// <summary>The name by which every host creates it.</summary>
@@ -2714,6 +3109,30 @@ namespace ZYNVue.Interop {
 
     /// <summary>A new object.</summary>
     public static IZYNGLMaillage Create() => (IZYNGLMaillage)Components.Create(ClassId);
+  }
+
+  /// <summary>Series of a graph (ProgID ZYNVue.ZYNSerie)</summary>
+  public static class ZYNSerie {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNSerie";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("AA11152E-D0D9-47B7-81F2-9A82AFDA703C");
+
+    /// <summary>A new object.</summary>
+    public static IZYNSerie Create() => (IZYNSerie)Components.Create(ClassId);
+  }
+
+  /// <summary>Heat map of a graph (ProgID ZYNVue.ZYNCarte)</summary>
+  public static class ZYNCarte {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNCarte";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("D328417A-4E18-4CF7-9C8F-2A881339688B");
+
+    /// <summary>A new object.</summary>
+    public static IZYNCarte Create() => (IZYNCarte)Components.Create(ClassId);
   }
 
   /// <summary>Further events of views, and of objects that report progress (ProgID ZYNVue.ZYNEvenements)</summary>

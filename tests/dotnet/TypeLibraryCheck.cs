@@ -109,9 +109,9 @@ internal static class AssemblySide {
     MemberInfo member = (MemberInfo)property ?? method;
     string accessor = property == null ? "method" : method == property.GetMethod ? "get" : "set";
     string name = member.Name;
-    if (name.StartsWith("putref_")) {
-      accessor = "set";
-      name = name.Substring("putref_".Length);
+    if (property == null && (name.StartsWith("get_") || name.StartsWith("put_") || name.StartsWith("putref_"))) {
+      accessor = name.StartsWith("get_") ? "get" : "set";
+      name = name.Substring(name.IndexOf('_') + 1);
     }
     IEnumerable<string> arguments = method.GetParameters().Select(ArgumentText);
     if (method.ReturnType != typeof(void)) arguments = arguments.Append("out " + TypeText(method.ReturnParameter) + "*");

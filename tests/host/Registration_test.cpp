@@ -28,6 +28,8 @@ const ExpectedClass kClasses[] = {
     {&CLSID_ZYNGroupe, L"ZYNGroupe", 0},
     {&CLSID_ZYNGLMaillage, L"ZYNGLMaillage", 0},
     {&CLSID_ZYNCamera, L"ZYNCamera", 0},
+    {&CLSID_ZYNSerie, L"ZYNSerie", 0},
+    {&CLSID_ZYNCarte, L"ZYNCarte", 0},
     {&CLSID_ZYNEvenements, L"ZYNEvenements", 0},
 };
 
@@ -47,6 +49,12 @@ const std::pair<IID, std::wstring> kInterfaces[] = {
     {__uuidof(IZYNGroupe), L"IZYNGroupe"},
     {__uuidof(IZYNGLMaillage), L"IZYNGLMaillage"},
     {__uuidof(IZYNCamera), L"IZYNCamera"},
+    {__uuidof(IZYNGraphe), L"IZYNGraphe"},
+    {__uuidof(IZYNAxe), L"IZYNAxe"},
+    {__uuidof(IZYNLegende), L"IZYNLegende"},
+    {__uuidof(IZYNCurseurs), L"IZYNCurseurs"},
+    {__uuidof(IZYNSerie), L"IZYNSerie"},
+    {__uuidof(IZYNCarte), L"IZYNCarte"},
     {__uuidof(IZYNEvenements), L"IZYNEvenements"},
     {__uuidof(_IZYNEvenements), L"_IZYNEvenements"},
 };

@@ -43,6 +43,12 @@ Expected expectZYNVue() {
            {"IZYNGroupe", __uuidof(IZYNGroupe)},
            {"IZYNGLMaillage", __uuidof(IZYNGLMaillage)},
            {"IZYNCamera", __uuidof(IZYNCamera)},
+           {"IZYNGraphe", __uuidof(IZYNGraphe)},
+           {"IZYNAxe", __uuidof(IZYNAxe)},
+           {"IZYNLegende", __uuidof(IZYNLegende)},
+           {"IZYNCurseurs", __uuidof(IZYNCurseurs)},
+           {"IZYNSerie", __uuidof(IZYNSerie)},
+           {"IZYNCarte", __uuidof(IZYNCarte)},
            {"IZYNEvenements", __uuidof(IZYNEvenements)},
            {"_IZYNEvenements", __uuidof(_IZYNEvenements)},
            {"IZYN2DGLBitmapContext", __uuidof(IZYN2DGLBitmapContext)},
@@ -66,6 +72,8 @@ Expected expectZYNVue() {
            {"ZYNGroupe", __uuidof(ZYNGroupe)},
            {"ZYNGLMaillage", __uuidof(ZYNGLMaillage)},
            {"ZYNCamera", __uuidof(ZYNCamera)},
+           {"ZYNSerie", __uuidof(ZYNSerie)},
+           {"ZYNCarte", __uuidof(ZYNCarte)},
            {"ZYNEvenements", __uuidof(ZYNEvenements)}},
           {{"ZYNVue2D", {"default IZYNVue2D", "IZYNVue2D2", "default source _IZYNVue2DEvents"}},
            {"ZYNVue3D", {"default IZYNVue3D", "IZYNVue3D2", "default source _IZYNVue3DEvents"}},
@@ -80,6 +88,8 @@ Expected expectZYNVue() {
            {"ZYNGroupe", {"default IZYNGroupe"}},
            {"ZYNGLMaillage", {"default IZYNGLMaillage"}},
            {"ZYNCamera", {"default IZYNCamera"}},
+           {"ZYNSerie", {"default IZYNSerie"}},
+           {"ZYNCarte", {"default IZYNCarte"}},
            {"ZYNEvenements", {"default IZYNEvenements", "default source _IZYNEvenements"}}}};
 }
 
@@ -275,14 +285,19 @@ TEST_P(TypeLibraryTest, ArgumentsAreOfAutomationTypes) {
     const TypeAttributes attributes(form.Get());
     for (UINT i = 0; i < attributes->cFuncs; ++i) {
       const FunctionDescription function(form.Get(), i);
-      EXPECT_EQ(function->cParamsOpt, 0) << name << " member " << function->memid;
+      SHORT optional = 0;
       for (SHORT k = 0; k < function->cParams; ++k) {
         const ELEMDESC& argument = function->lprgelemdescParam[k];
+        if (argument.paramdesc.wParamFlags & PARAMFLAG_FOPT) {
+          ++optional;
+          EXPECT_EQ(argument.tdesc.vt, VT_VARIANT) << name << " member " << function->memid;
+        }
         EXPECT_TRUE(isAutomationType(form.Get(), argument.tdesc))
             << name << " member " << function->memid << " argument " << k;
         EXPECT_TRUE(argument.paramdesc.wParamFlags & (PARAMFLAG_FIN | PARAMFLAG_FOUT))
             << name << " member " << function->memid << " argument " << k;
       }
+      EXPECT_EQ(function->cParamsOpt, optional) << name << " member " << function->memid;
     }
   }
 }

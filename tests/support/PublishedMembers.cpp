@@ -504,10 +504,18 @@ PublishedMembers further3D() {
       .method(162, "getSelectionLasso(VARIANT Points, VARIANT_BOOL Entier) -> VARIANT Noms");
 }
 
+PublishedMembers further2D() {
+  return furtherOfView("IZYNVue2D2", 14).get(130, "Graphe", "IDispatch*");
+}
+
 PublishedMembers furtherOfContext(const char* name, std::size_t count) {
   PublishedMembers members(name, count);
   members.getput(101, "Silencieux", "VARIANT_BOOL");
   return addOutput(members);
+}
+
+PublishedMembers furtherOfContext2D() {
+  return furtherOfContext("IZYN2DGLBitmapContext2", 10).get(130, "Graphe", "IDispatch*");
 }
 
 PublishedMembers furtherOfContext3D() {
@@ -519,28 +527,31 @@ PublishedMembers furtherOfContext3D() {
 }  // namespace
 
 std::vector<PublishedMembers> publishedByZYNVue() {
-  return {view3D(),
-          view2D(),
-          triangle(),
-          text(),
-          sprite(),
-          context2D(),
-          context3D(),
-          PublishedMembers("IZYNVue2DChild", 0),
-          dimension(),
-          colourScale(),
-          furtherEvents(),
-          group(),
-          mesh(),
-          camera(),
-          further3D(),
-          furtherOfView("IZYNVue2D2", 13),
-          furtherOfContext("IZYN2DGLBitmapContext2", 9),
-          furtherOfContext3D(),
-          furtherOfText(),
-          events3D(),
-          events2D(),
-          furtherEventsFired()};
+  std::vector<PublishedMembers> members = {view3D(),
+                                           view2D(),
+                                           triangle(),
+                                           text(),
+                                           sprite(),
+                                           context2D(),
+                                           context3D(),
+                                           PublishedMembers("IZYNVue2DChild", 0),
+                                           dimension(),
+                                           colourScale(),
+                                           furtherEvents(),
+                                           group(),
+                                           mesh(),
+                                           camera(),
+                                           further3D(),
+                                           further2D(),
+                                           furtherOfContext2D(),
+                                           furtherOfContext3D(),
+                                           furtherOfText(),
+                                           events3D(),
+                                           events2D(),
+                                           furtherEventsFired()};
+  const std::vector<PublishedMembers> graphs = publishedOfGraphs();
+  members.insert(members.begin(), graphs.begin(), graphs.end());
+  return members;
 }
 
 std::vector<PublishedMembers> publishedByZYNModeleGeom() {

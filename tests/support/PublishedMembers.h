@@ -47,4 +47,7 @@ class PublishedMembers {
 std::vector<PublishedMembers> publishedByZYNVue();
 std::vector<PublishedMembers> publishedByZYNModeleGeom();
 
+/// Part of the first: what belongs to graphs.
+std::vector<PublishedMembers> publishedOfGraphs();
+
 }  // namespace zyn::test

@@ -82,9 +82,9 @@ MemberDescription describe(ITypeInfo* type, const FunctionDescription& function)
   for (SHORT i = 0; i < function->cParams; ++i) {
     const ELEMDESC& element = function->lprgelemdescParam[i];
     const USHORT flags = element.paramdesc.wParamFlags;
-    ArgumentDescription argument{typeText(type, element.tdesc),
-                                 names[static_cast<std::size_t>(i) + 1],
-                                 (flags & PARAMFLAG_FOUT) != 0, (flags & PARAMFLAG_FIN) != 0};
+    ArgumentDescription argument{
+        typeText(type, element.tdesc), names[static_cast<std::size_t>(i) + 1],
+        (flags & PARAMFLAG_FOUT) != 0, (flags & PARAMFLAG_FIN) != 0, (flags & PARAMFLAG_FOPT) != 0};
     if (flags & PARAMFLAG_FRETVAL) {
       argument.type.pop_back();
       member.result = argument;
@@ -134,22 +134,25 @@ ComPtr<ITypeInfo> vtableForm(ITypeInfo* type) {
 }
 
 std::string MemberDescription::valueType() const {
-  if (kind == "get" && arguments.empty() && result) return result->type;
-  if (kind != "get" && arguments.size() == 1 && !result) return arguments[0].type;
-  return {};
+  if (isMethod()) return {};
+  if (kind == "get") return result ? result->type : "";
+  return arguments.empty() ? "" : arguments.back().type;
+}
+
+std::vector<ArgumentDescription> MemberDescription::plainArguments() const {
+  std::vector<ArgumentDescription> plain = arguments;
+  if (kind.starts_with("put") && !plain.empty()) plain.pop_back();
+  return plain;
 }
 
 std::string MemberDescription::signature() const {
-  if (!isMethod()) {
-    const std::string value = valueType();
-    return name + (value.empty() ? " with other arguments" : ": " + value);
-  }
   std::string text;
-  for (const ArgumentDescription& argument : arguments) {
-    text += (text.empty() ? "" : ", ") +
-            std::string(argument.isOut ? argument.isIn ? "inout " : "out " : "") + argument.type +
-            " " + argument.name;
+  for (const ArgumentDescription& argument : plainArguments()) {
+    text += (text.empty() ? "" : ", ") + std::string(argument.isOptional ? "optional " : "") +
+            (argument.isOut ? argument.isIn ? "inout " : "out " : "") + argument.type + " " +
+            argument.name;
   }
+  if (!isMethod()) return name + (text.empty() ? "" : "(" + text + ")") + ": " + valueType();
   return name + "(" + text + ")" + (result ? " -> " + result->type + " " + result->name : "");
 }
 

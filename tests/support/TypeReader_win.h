@@ -52,6 +52,7 @@ struct ArgumentDescription {
   std::string name;
   bool isOut = false;
   bool isIn = false;
+  bool isOptional = false;
 };
 
 /// A function of a type.
@@ -64,9 +65,12 @@ struct MemberDescription {
   std::optional<ArgumentDescription> result;
 
   bool isMethod() const { return kind == "method"; }
-  /// The type of a property that has no arguments but its value; empty for another.
+  /// The type of a property's value; empty for a method.
   std::string valueType() const;
-  /// "Add(IDispatch* newTrace, long drawing_mode)", "PickSize: double".
+  /// Of a method; of a property what it takes besides its value.
+  std::vector<ArgumentDescription> plainArguments() const;
+  /// "Add(IDispatch* newTrace, long drawing_mode)", "PickSize: double",
+  /// "Position(long Numero): double".
   std::string signature() const;
 };
 

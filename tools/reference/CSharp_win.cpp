@@ -101,7 +101,8 @@ std::string argumentText(const TypeMap& types, const ArgumentDescription& argume
   const bool isReference = argument.isOut || !types.knows(argument.type);
   const CSharpType type =
       types[isReference ? argument.type.substr(0, argument.type.size() - 1) : argument.type];
-  return std::string(isReference && !argument.isOut ? "[In] " : "") + marshalAs(type) +
+  return std::string(isReference && !argument.isOut ? "[In] " : "") +
+         (argument.isOptional ? "[Optional] " : "") + marshalAs(type) +
          directionOf(types, argument) + type.name + " " + argument.name;
 }
 
@@ -124,7 +125,7 @@ std::vector<FunctionEntry> allFunctions(const Library& library, const InterfaceE
 }
 
 /// Writes the members of an interface in the order of its vtable. A compiler lays out a property as
-/// its get, then its put: what follows another order is written as a method.
+/// its get, then its put: what follows another order, or takes arguments, is written as methods.
 class MemberWriter {
  public:
   MemberWriter(const TypeMap& types, const Library& library, const InterfaceEntry& entry)
@@ -134,7 +135,9 @@ class MemberWriter {
     for (std::size_t i = 0; i < functions_.size(); ++i) {
       checkSlot(i);
       if (functions_[i].member.isMethod()) {
-        addMethod(functions_[i]);
+        addMethod(functions_[i], functions_[i].member);
+      } else if (!functions_[i].member.plainArguments().empty()) {
+        addAccessorMethod(functions_[i]);
       } else if (i + 1 < functions_.size() &&
                  isPair(functions_[i].member, functions_[i + 1].member)) {
         addProperty(functions_[i], &functions_[i + 1]);
@@ -170,27 +173,27 @@ class MemberWriter {
     if (entry_.hasDispids) text_ += "    [DispId(" + std::to_string(function.member.id) + ")]\n";
   }
 
-  void addMethod(const FunctionEntry& function) {
-    const MemberDescription& member = function.member;
+  void addMethod(const FunctionEntry& function, const MemberDescription& method) {
     open(function);
     number(function);
     std::string result = "void";
-    if (member.result) {
-      const CSharpType type = types_[member.result->type];
+    if (method.result) {
+      const CSharpType type = types_[method.result->type];
       if (!type.marshalling.empty()) text_ += "    [return: MarshalAs(" + type.marshalling + ")]\n";
       result = type.name;
     }
-    text_ += "    " + result + " " + member.name + argumentsText(types_, member) + ";\n";
+    text_ += "    " + result + " " + method.name + argumentsText(types_, method) + ";\n";
   }
 
+  /// C# has no properties with arguments, nor a second way to put one.
   void addAccessorMethod(const FunctionEntry& function) {
-    const MemberDescription& member = function.member;
-    if (member.kind == "get") throw std::runtime_error("a second get of " + member.name);
-    open(function);
-    number(function);
-    const CSharpType type = types_[member.valueType()];
-    text_ += "    void " + member.kind + "_" + member.name + "(" + marshalAs(type) + type.name +
-             " value);\n";
+    MemberDescription accessor = function.member;
+    if (accessor.kind == "get" && accessor.arguments.empty()) {
+      throw std::runtime_error("a second get of " + accessor.name);
+    }
+    if (accessor.kind != "get") accessor.arguments.back().name = "value";
+    accessor.name = accessor.kind + "_" + accessor.name;
+    addMethod(function, accessor);
   }
 
   void addProperty(const FunctionEntry& function, const FunctionEntry* put) {

@@ -10,6 +10,7 @@ namespace {
 using test::require;
 
 std::string numberText(double number) {
+  if (std::isnan(number)) return "not a number";
   if (std::isinf(number)) return number > 0 ? "+infinity" : "-infinity";
   char text[40];
   std::snprintf(text, sizeof text, "%.7g", number);

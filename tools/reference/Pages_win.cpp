@@ -26,9 +26,10 @@ constexpr const char* kConventions = R"(
 - **Units.** Angles are in degrees, but for the azimuth and elevation of lights, which are in radians. Lengths are in
   model units. Pixels are those of the client area, y downward. Colours are 0 to 1 unless the text says 0 to 255.
 - **Arrays** go in as one-dimensional arrays of doubles, or of VARIANTs with doubles or 16- or 32-bit integers; arrays of
-  other types, `float[]` and `int[]` among them, are not read. Meshes, groups, cameras, colour scales and the interfaces
-  whose names end in 2 take arrays of any type of number. They come out as arrays of doubles, or of 32-bit integers for
-  selections and numbers of points and faces, with lower bound 0.
+  other types, `float[]` and `int[]` among them, are not read. Meshes, groups, cameras, colour scales, series, maps and the
+  interfaces whose names end in 2 take arrays of any type of number. They come out as arrays of doubles, or of 32-bit
+  integers for selections and numbers of points and faces, with lower bound 0.
+- **Optional** arguments can be left out by scripts, VB, .NET and pywin32; C++ passes an empty VARIANT for them.
 - **By reference (Set).** VB sets such a property with `Set`, C++ with `putref_` and its name.
 - **Defaults** in the tables are read from a new object when this reference is made; that of `DPIResolution` is the
   resolution of the screen.
