@@ -1205,7 +1205,7 @@ namespace ZYNVue.Interop {
     [DispId(130)]
     object Graphe { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
 
-    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, or a graph as SVG, PDF or EMF (lines and texts, a unit is a pixel), by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, svg, pdf, emf, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing, or one of a graph's where none is shown, is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
     void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
 
@@ -1219,9 +1219,13 @@ namespace ZYNVue.Interop {
     [DispId(172)]
     bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 
-    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB), with FondTransparent in the format PNG too, and a graph as a metafile (CF_ENHMETAFILE). Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
     [DispId(173)]
     void Copier();
+
+    /// <summary>Draws what Exporter would write into a device context, of a printer as well: graphs as lines and texts, anything else as a picture. hDC: its handle, an integer of any type, of 64 bits too; it stays as it is, E_INVALIDARG for anything else. x, y, l, h: left, top, width and height of the rectangle that the picture is stretched to, in pixels of the device whatever its mapping mode, the latter two above 0. Fails as Exporter does.</summary>
+    [DispId(174)]
+    void Imprimer([MarshalAs(UnmanagedType.Struct)] object hDC, int x, int y, int l, int h);
   }
 
   /// <summary>3D view control, further members. They report errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
@@ -1538,7 +1542,7 @@ namespace ZYNVue.Interop {
     [return: MarshalAs(UnmanagedType.Struct)]
     object getSelectionLasso([MarshalAs(UnmanagedType.Struct)] object Points, [MarshalAs(UnmanagedType.VariantBool)] bool Entier);
 
-    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    /// <summary>Draws what the view shows, at the size of its window, and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, or a graph as SVG, PDF or EMF (lines and texts, a unit is a pixel), by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, svg, pdf, emf, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing, or one of a graph's where none is shown, is E_INVALIDARG, a failure of the file its own HRESULT, a view without a window or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
     void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
 
@@ -1552,9 +1556,13 @@ namespace ZYNVue.Interop {
     [DispId(172)]
     bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 
-    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB), with FondTransparent in the format PNG too, and a graph as a metafile (CF_ENHMETAFILE). Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
     [DispId(173)]
     void Copier();
+
+    /// <summary>Draws what Exporter would write into a device context, of a printer as well: graphs as lines and texts, anything else as a picture. hDC: its handle, an integer of any type, of 64 bits too; it stays as it is, E_INVALIDARG for anything else. x, y, l, h: left, top, width and height of the rectangle that the picture is stretched to, in pixels of the device whatever its mapping mode, the latter two above 0. Fails as Exporter does.</summary>
+    [DispId(174)]
+    void Imprimer([MarshalAs(UnmanagedType.Struct)] object hDC, int x, int y, int l, int h);
   }
 
   /// <summary>Triangle with a normal at each vertex and one colour or material.</summary>
@@ -1984,7 +1992,7 @@ namespace ZYNVue.Interop {
     [DispId(130)]
     object Graphe { [return: MarshalAs(UnmanagedType.IDispatch)] get; }
 
-    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, or a graph as SVG, PDF or EMF (lines and texts, a unit is a pixel), by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, svg, pdf, emf, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing, or one of a graph's where none is shown, is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
     void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
 
@@ -1998,9 +2006,13 @@ namespace ZYNVue.Interop {
     [DispId(172)]
     bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 
-    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB), with FondTransparent in the format PNG too, and a graph as a metafile (CF_ENHMETAFILE). Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
     [DispId(173)]
     void Copier();
+
+    /// <summary>Draws what Exporter would write into a device context, of a printer as well: graphs as lines and texts, anything else as a picture. hDC: its handle, an integer of any type, of 64 bits too; it stays as it is, E_INVALIDARG for anything else. x, y, l, h: left, top, width and height of the rectangle that the picture is stretched to, in pixels of the device whatever its mapping mode, the latter two above 0. Fails as Exporter does.</summary>
+    [DispId(174)]
+    void Imprimer([MarshalAs(UnmanagedType.Struct)] object hDC, int x, int y, int l, int h);
   }
 
   /// <summary>Draws a 3D scene without a window and exports it as an image. Members fail with the error of an object or a collection that fails, otherwise they return S_OK; where no picture could be written, an older file stays and GetErrorInfo tells why.</summary>
@@ -2196,7 +2208,7 @@ namespace ZYNVue.Interop {
     [DispId(120)]
     void putref_Camera([MarshalAs(UnmanagedType.IDispatch)] object value);
 
-    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
+    /// <summary>Draws what the context shows and writes it to a file: BMP, JPEG, GIF (at most 256 colours), PNG or TIFF, or a graph as SVG, PDF or EMF (lines and texts, a unit is a pixel), by the extension (bmp, jpg, jpeg, gif, png, tif, tiff, svg, pdf, emf, in any case). It is written beside the file and renamed, so that an older one is whole or replaced. An extension that is unknown or missing, or one of a graph's where none is shown, is E_INVALIDARG, a failure of the file its own HRESULT, a context without a surface or a call while it is being drawn E_UNEXPECTED; each with a description.</summary>
     [DispId(170)]
     void Exporter([MarshalAs(UnmanagedType.BStr)] string Fichier);
 
@@ -2210,9 +2222,13 @@ namespace ZYNVue.Interop {
     [DispId(172)]
     bool FondTransparent { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
 
-    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB) and, with FondTransparent, in the format PNG too. Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
+    /// <summary>Puts what Exporter would write on the clipboard, as a bitmap (CF_DIB), with FondTransparent in the format PNG too, and a graph as a metafile (CF_ENHMETAFILE). Fails as Exporter does, and where another program keeps the clipboard open; what was there stays then.</summary>
     [DispId(173)]
     void Copier();
+
+    /// <summary>Draws what Exporter would write into a device context, of a printer as well: graphs as lines and texts, anything else as a picture. hDC: its handle, an integer of any type, of 64 bits too; it stays as it is, E_INVALIDARG for anything else. x, y, l, h: left, top, width and height of the rectangle that the picture is stretched to, in pixels of the device whatever its mapping mode, the latter two above 0. Fails as Exporter does.</summary>
+    [DispId(174)]
+    void Imprimer([MarshalAs(UnmanagedType.Struct)] object hDC, int x, int y, int l, int h);
   }
 
   /// <summary>A camera as a value: what a 3D view or a 3D bitmap context looks with, to be kept, changed and given back. A bad argument is E_INVALIDARG with a description, and then nothing has changed.</summary>
