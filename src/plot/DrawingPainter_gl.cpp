@@ -221,7 +221,7 @@ class DrawingPainter {
     constexpr double kWithin = 0.25;
     atlas_.flush();
     const PixelBox box = canvas_.at(item.box);
-    const PixelBox seen = common(rounded(box), canvas_.seen);
+    const PixelBox seen = rounded(common(rounded(box), canvas_.seen));
     if (!item.image->isEmpty() && !seen.isEmpty() &&
         moveRasterTo(0, 0, 0, seen.left + kWithin, seen.bottom + kWithin)) {
       drawPart(item, box, seen);
@@ -287,13 +287,17 @@ class DrawingPainter {
   SpriteAtlas& atlas_;
 };
 
-/// In pixels of the window.
-void clipTo(const PixelBox& box, const std::array<GLint, 4>& viewport) {
-  const auto edge = [](double place) { return static_cast<GLint>(std::lround(place)); };
+/// Nothing is drawn outside of a box; `whole` is what the viewport shows.
+void clipTo(const PixelBox& box, const PixelBox& whole, const std::array<GLint, 4>& viewport) {
+  const auto column = [&](double place) {
+    return static_cast<GLint>(std::lround(place / whole.right * viewport[2]));
+  };
+  const auto row = [&](double place) {
+    return static_cast<GLint>(std::lround(place / whole.top * viewport[3]));
+  };
   glEnable(GL_SCISSOR_TEST);
-  glScissor(viewport[0] + edge(box.left), viewport[1] + edge(box.bottom),
-            std::max(edge(box.right) - edge(box.left), 0),
-            std::max(edge(box.top) - edge(box.bottom), 0));
+  glScissor(viewport[0] + column(box.left), viewport[1] + row(box.bottom),
+            column(box.right) - column(box.left), row(box.top) - row(box.bottom));
 }
 
 }  // namespace
@@ -301,7 +305,8 @@ void clipTo(const PixelBox& box, const std::array<GLint, 4>& viewport) {
 void paintDrawing(const Drawing& drawing, const PlanePoint& picture, const PicturePart& part) {
   std::array<GLint, 4> viewport{};
   glGetIntegerv(GL_VIEWPORT, viewport.data());
-  const PixelBox whole{0, static_cast<double>(viewport[2]), 0, static_cast<double>(viewport[3])};
+  const PixelBox whole{0, (part.right - part.left) * picture.x, 0,
+                       (part.top - part.bottom) * picture.y};
   const PlanePoint origin{part.left * picture.x, part.bottom * picture.y};
   const FrontState state;
   setColour({});  // here: Mesa does not give back what is set first in an inner scope
@@ -320,7 +325,7 @@ void paintDrawing(const Drawing& drawing, const PlanePoint& picture, const Pictu
     if (canvas.seen.isEmpty()) {
       continue;
     }
-    clipTo(canvas.seen, viewport);
+    clipTo(canvas.seen, whole, viewport);
     DrawingPainter painter(canvas, atlas);
     for (const DrawnItem& item : layer.items) {
       std::visit(painter, item);

@@ -91,7 +91,7 @@ struct BarWidth {
 };
 
 double groupWidth(PlotSeries& series, const AxisLogs& logs) {
-  if (series.barWidth && !logs.x) {
+  if (series.barWidth) {
     return *series.barWidth;
   }
   const double gap = series.data.smallestGap(logs);

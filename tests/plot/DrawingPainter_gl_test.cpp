@@ -1,6 +1,7 @@
 #include "plot/DrawingPainter_gl.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <random>
 
@@ -306,6 +307,33 @@ TEST_F(DrawingPainterTest, APartIsThatOfTheWhole) {
       ASSERT_LE(difference(at(part, x, y), at(whole, 16 + x, 32 + y)), 8) << x << ", " << y;
     }
   }
+}
+
+/// The part around a place where something is picked, in which the viewport is as large as ever.
+TEST_F(DrawingPainterTest, HitsAreWhatThePartHolds) {
+  Curve curve(100000, 4);
+  const auto hits = [&](const DrawnItem& item, double x, double y) {
+    std::array<GLuint, 16> buffer{};
+    glSelectBuffer(static_cast<GLsizei>(buffer.size()), buffer.data());
+    glRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(7);
+    DrawnLayer layer{PixelBox{2, 62, 2, 62}, {}};
+    layer.items.push_back(item);
+    paintDrawing(Drawing{layer}, kPicture,
+                 {(x - 2) / kSide, (x + 2) / kSide, (y - 2) / kSide, (y + 2) / kSide});
+    return glRenderMode(GL_RENDER);
+  };
+  const DrawnItem trace = traceOf(curve, {kInk, 1, true, {}});
+  EXPECT_EQ(hits(trace, 32, 34), 1);
+  EXPECT_EQ(hits(trace, 8, 10), 0);
+  EXPECT_EQ(hits(trace, 0, 32), 0) << "outside of the clip";
+  const DrawnItem markers = DrawnMarkers{.colour = kInk, .middles = {{40, 40}}};
+  EXPECT_EQ(hits(markers, 42, 41), 1);
+  EXPECT_EQ(hits(markers, 48, 41), 0);
+  const auto image = std::make_shared<PixelImage>(PixelImage{1, 1, {255, 0, 0, 255}});
+  EXPECT_EQ(hits(DrawnImage{image, {10, 20, 10, 20}, false}, 15, 12), 1);
+  EXPECT_EQ(hits(DrawnImage{image, {10, 20, 10, 20}, false}, 30, 12), 0);
 }
 
 TEST_F(DrawingPainterTest, NumbersBeyondMeasureAreNoHarm) {
