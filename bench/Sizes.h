@@ -11,10 +11,11 @@ struct Sizes {
   int points = 1'000'000;
   int fewPoints = 10'000;
   int meshTriangles = 1'000'000;
+  int seriesPoints = 10'000'000;
   int rounds = 11;  ///< of which the median counts
 
   /// A tenth of everything, to see in seconds whether the benchmarks work.
-  static Sizes quick() { return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 3}; }
+  static Sizes quick() { return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 1'000'000, 3}; }
 };
 
 }  // namespace zyn::bench

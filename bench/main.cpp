@@ -16,15 +16,16 @@ struct Group {
 };
 
 // Memory is measured before anything has been freed that could be used again: SceneBuilding first.
-constexpr std::array<Group, 9> kGroups = {{{"SceneBuilding", measureSceneBuilding},
-                                           {"SceneFrames", measureSceneFrames},
-                                           {"Assemblies", measureAssemblies},
-                                           {"Picking", measurePicking},
-                                           {"Labels", measureLabels},
-                                           {"Traces", measureTraces},
-                                           {"Meshes", measureMeshes},
-                                           {"Export", measureExport},
-                                           {"Creation", measureCreation}}};
+constexpr std::array<Group, 10> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+                                            {"SceneFrames", measureSceneFrames},
+                                            {"Assemblies", measureAssemblies},
+                                            {"Picking", measurePicking},
+                                            {"Labels", measureLabels},
+                                            {"Traces", measureTraces},
+                                            {"Graphs", measureGraphs},
+                                            {"Meshes", measureMeshes},
+                                            {"Export", measureExport},
+                                            {"Creation", measureCreation}}};
 
 /// Whether there was a group to measure.
 bool measureGroups(std::string_view wanted, const Sizes& sizes) {

@@ -246,5 +246,33 @@ TEST(SeriesShapesTest, PointsVeryFarAwayAreBeyondThePicture) {
   EXPECT_EQ(barsOf({points, boxes, mapping}, picture(), {.width = 1e-5}).size(), 1U);
 }
 
+TEST(SeriesShapesTest, HeldLinesAreTheSameWithinTheBox) {
+  const PixelBox box{0, 100, 0, 50};
+  const PixelLines held =
+      heldIn({{{10, 10}, {20, 40}, {150, 105}, {200, 10}, {50, 10}}, {0, 2}}, box);
+  EXPECT_EQ(held.starts, (std::vector<std::size_t>{0, 2}));
+  for (const PlanePoint& point : held.points) {
+    EXPECT_TRUE(box.holds(point.x, point.y));
+  }
+  EXPECT_EQ(held.points.front().x, 10);
+  EXPECT_EQ(held.points[1].y, 40);
+  EXPECT_EQ(held.points.back().x, 50);
+}
+
+/// Where they leave it and come back they do so where they did.
+TEST(SeriesShapesTest, HeldLinesCrossTheEdgesWhereTheyDid) {
+  const PixelBox box{0, 100, 0, 50};
+  const PixelLines held = heldIn({{{-100, -50}, {300, 150}}, {0}}, box);
+  ASSERT_EQ(held.points.size(), 6U);
+  EXPECT_EQ(held.points[1].x, 0);
+  EXPECT_EQ(held.points[1].y, 0);
+  EXPECT_EQ(held.points[4].x, 100);
+  EXPECT_EQ(held.points[4].y, 50);
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const PlanePoint& point : heldIn({{{-infinity, 1}, {infinity, 1e308}}, {0}}, box).points) {
+    EXPECT_TRUE(box.holds(point.x, point.y));
+  }
+}
+
 }  // namespace
 }  // namespace zyn
