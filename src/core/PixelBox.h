@@ -21,8 +21,9 @@ struct PixelBox {
   bool holds(const PixelBox& other) const {
     return left <= other.left && other.right <= right && bottom <= other.bottom && other.top <= top;
   }
+  /// A point within or on an edge; nothing if it is empty.
   bool holds(double x, double y) const {
-    return left <= x && x <= right && bottom <= y && y <= top;
+    return !isEmpty() && left <= x && x <= right && bottom <= y && y <= top;
   }
   PixelBox shrunk(double by) const { return {left + by, right - by, bottom + by, top - by}; }
 };
