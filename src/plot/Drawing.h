@@ -73,7 +73,7 @@ struct DrawnMarkers {
   DrawColour colour{};
   bool isSmooth = true;
   double lineWidth = 1.0;  ///< of cross and plus
-  std::vector<PlanePoint> middles;
+  std::vector<PlanePoint> middles{};
 };
 
 struct DrawnText {
