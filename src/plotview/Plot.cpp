@@ -142,6 +142,14 @@ ValueRange Plot::rangeOf(const PlotAxis& axis) const {
   return axis.isAuto ? autoRange(axis.kind, shownBy(axis)) : axis.range;
 }
 
+Plot::Ranges Plot::ranges() const {
+  Ranges ranges;
+  for (const Axis& axis : axes_) {
+    ranges.emplace_back(axis, rangeOf(*axis));
+  }
+  return ranges;
+}
+
 bool Plot::isVisible(const PlotAxis& axis) const {
   const bool isMain = axis.side == AxisSide::kBottom || axis.side == AxisSide::kLeft;
   return axis.isVisible.value_or(isMain || isUsed(axis));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "plot/PlotAxis.h"
@@ -48,6 +49,8 @@ class Plot {
 
   /// What an axis shows now.
   ValueRange rangeOf(const PlotAxis& axis) const;
+  using Ranges = std::vector<std::pair<Axis, ValueRange>>;
+  Ranges ranges() const;
   bool isVisible(const PlotAxis& axis) const;
 
   /// Shows a range from now on.

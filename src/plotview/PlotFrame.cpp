@@ -11,20 +11,22 @@ namespace zyn {
 
 namespace {
 
-/// So many points of a series tell where it lies.
-constexpr std::size_t kSamples = 500;
+/// So many points of all series together tell where they lie, of each at least so many.
+constexpr std::size_t kSamples = 2000;
+constexpr std::size_t kSamplesOfEach = 25;
 /// So many places of the line between two of them.
 constexpr int kPerSegment = 4;
 
 /// The part of places along a series that lie in a box.
-double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& box) {
+double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& box,
+                  std::size_t samples) {
   const auto mapping = place.mapping();
   const PointSequence& points = series.data.plotted(place.logs()).points;
   const std::size_t count = points.end() - points.first();
   if (!mapping || count == 0) {
     return 0;
   }
-  const std::size_t stride = (count - 1) / kSamples + 1;
+  const std::size_t stride = (count - 1) / samples + 1;
   const auto at = [&](std::size_t i) {
     return PlanePoint{mapping->x.at(points.x(i), points.y(i), 0),
                       mapping->y.at(points.x(i), points.y(i), 0)};
@@ -108,12 +110,14 @@ PlotInput PlotFrame::input() const {
 double PlotFrame::hiddenBy(const PixelBox& box, const PixelBox& area,
                            const std::vector<AxisLayout>& axes) const {
   double sum = 0;
+  const std::size_t samples =
+      std::max(kSamplesOfEach, kSamples / std::max<std::size_t>(plot_.entries().size(), 1));
   for (const Plot::Entry& entry : plot_.entries()) {
     const auto series = entry.item->series();
     if (series && series->isVisible) {
       const AxisLayout& x = axes[indexOf(plot_.axes(), *entry.x)];
       const AxisLayout& y = axes[indexOf(plot_.axes(), *entry.y)];
-      sum += partWithin(*series, placeOn(area, x, y, page_.pixelScale), box);
+      sum += partWithin(*series, placeOn(area, x, y, page_.pixelScale), box, samples);
     }
   }
   return sum;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "com/properties_com.h"
 #include "glcontext/StateGuards_gl.h"
@@ -65,28 +66,22 @@ void CZYNVue2D::plotChanged(bool always) noexcept {
 
 void CZYNVue2D::plotSwitched() {
   mouse_.captureLost();
+  toldRanges_ = graphObject_->core().plot.ranges();
   mouse_.setView(isPlot() ? static_cast<PlaneView&>(*plane_) : view_);
 }
 
 /// Each axis once; a handler may change the graph, which the next paint tells.
 void CZYNVue2D::tellAxisChanges() {
   const ComPtr<CZYNGraphe> graph = graphObject_;
-  const Plot& plot = graph->core().plot;
-  std::vector<std::pair<Plot::Axis, ValueRange>> ranges;
-  std::vector<Plot::Axis> changed;
-  for (const Plot::Axis& axis : plot.axes()) {
-    const ValueRange range = plot.rangeOf(*axis);
-    const auto told = std::find_if(toldRanges_.begin(), toldRanges_.end(),
-                                   [&axis](const auto& known) { return known.first == axis; });
-    if (told == toldRanges_.end() || !(told->second == range)) {
-      changed.push_back(axis);
+  const Plot::Ranges told = std::exchange(toldRanges_, graph->core().plot.ranges());
+  const Plot::Ranges now = toldRanges_;
+  for (const auto& [axis, range] : now) {
+    const auto before = std::find_if(told.begin(), told.end(),
+                                     [&axis](const auto& known) { return known.first == axis; });
+    if (before != told.end() && !(before->second == range)) {
+      const ComPtr<IDispatch> object = graph->axisObject(axis);
+      listeners().axisChanged(object.Get());
     }
-    ranges.emplace_back(axis, range);
-  }
-  toldRanges_ = std::move(ranges);
-  for (const Plot::Axis& axis : changed) {
-    const ComPtr<IDispatch> object = graph->axisObject(axis);
-    listeners().axisChanged(object.Get());
   }
 }
 

@@ -4,9 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <variant>
-#include <vector>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
@@ -175,7 +173,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   Mouse2D mouse_{view_, *this};
   Microsoft::WRL::ComPtr<CZYNGraphe> graphObject_;  ///< made when it is first asked for
   std::unique_ptr<PlotPlane> plane_;                ///< of the graph
-  std::vector<std::pair<Plot::Axis, ValueRange>> toldRanges_;
+  Plot::Ranges toldRanges_;                         ///< of its axes, when it was last painted
 
   /// Kept for the next rendering context, in which its frame is compiled anew.
   std::variant<std::monostate, LinearGraph, LogLogGraph> graph_;

@@ -452,7 +452,8 @@ TEST_F(GrapheTest, ClicksOnSeriesAreTold) {
 }
 
 TEST_F(GrapheTest, ChangesOfAxesAreToldBeforeRepaints) {
-  host_.paint();
+  graph_->put_Actif(VARIANT_FALSE);
+  graph_->put_Actif(VARIANT_TRUE);  // nothing has changed since
   const HeardEvents events;
   std::vector<IDispatch*> changed;
   events.listener().onEvent = [&](DISPID event, const DISPPARAMS& arguments, VARIANT*) {
