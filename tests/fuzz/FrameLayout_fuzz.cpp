@@ -93,7 +93,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   view.resize(client);
   const double xScale = input.takeNumber();
   view.showGraph(range, xScale, input.takeNumber());
-  const std::optional<GraphPlacement> placement = view.graphPlacement();
+  const std::optional<GraphPlacement> placement =
+      view.graphPlacement(client, 0.5 + client.width % 4 * 0.75);
   if (!placement) {
     return 0;
   }

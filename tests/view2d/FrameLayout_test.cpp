@@ -44,6 +44,17 @@ GraphPlacement placementOf(const Graph& graph, ClientSize client, double xScale 
   return view.graphPlacement().value();
 }
 
+/// In a window of so many pixels of a screen, each of which is `pixelScale` of its own.
+template <class Graph>
+GraphPlacement finerPlacementOf(const Graph& graph, ClientSize client, double pixelScale) {
+  const ClientSize fine{static_cast<int>(client.width * pixelScale),
+                        static_cast<int>(client.height * pixelScale)};
+  ViewState2D view;
+  view.resize(fine);
+  view.showGraph({graph.x.min, graph.x.max, graph.y.min, graph.y.max}, 1, 1);
+  return view.graphPlacement(fine, pixelScale).value();
+}
+
 template <class Graph>
 FrameLayout layOut(const Graph& graph, ClientSize client, double xScale = 1, double yScale = 1) {
   return layOutFrame(graph, placementOf(graph, client, xScale, yScale), kFont);
@@ -170,6 +181,29 @@ TEST(FrameLayoutTest, EverythingFitsEverySize) {
         EXPECT_TRUE(window.holds(boxes[i])) << client.width << " " << min << " " << i;
         for (std::size_t j = 0; j < i; ++j) {
           EXPECT_FALSE(boxes[i].overlaps(boxes[j])) << client.width << " " << min << " " << i;
+        }
+      }
+    }
+  }
+}
+
+/// Digits of finer pixels, or outlines, in about the same places.
+TEST(FrameLayoutTest, EverythingFitsInFinerPixels) {
+  for (const double pixelScale : {0.5, 1.25, 1.5, 2.0, 3.0, 8.0}) {
+    for (const ClientSize client : {ClientSize{200, 150}, {400, 300}, {1600, 1200}}) {
+      const LinearGraph graph = linear();
+      const GraphPlacement placement = finerPlacementOf(graph, client, pixelScale);
+      const FrameLayout layout = layOutFrame(graph, placement, kFont);
+      const FrameLayout plain = layOut(graph, client);
+      EXPECT_EQ(layout.labelFont.size, plain.labelFont.size);
+      EXPECT_NEAR(layout.lines.back().lines[0].to.x, plain.lines.back().lines[0].to.x, 1e-6);
+      EXPECT_GE(layout.labels.size(), 4U) << client.width << " " << pixelScale;
+      const PixelBox window = windowOf(graph, placement);
+      for (std::size_t i = 0; i < layout.labels.size(); ++i) {
+        EXPECT_TRUE(window.holds(layout.labels[i].box)) << client.width << " " << pixelScale;
+        for (std::size_t j = 0; j < i; ++j) {
+          EXPECT_FALSE(layout.labels[i].box.overlaps(layout.labels[j].box))
+              << client.width << " " << pixelScale << " " << i;
         }
       }
     }
