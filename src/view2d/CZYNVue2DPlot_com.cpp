@@ -85,6 +85,8 @@ void CZYNVue2D::tellAxisChanges() {
   }
 }
 
+double CZYNVue2D::clickReach() const { return pickSize_ + kClickReach; }
+
 void CZYNVue2D::cursorMoved(std::size_t number) {
   const double value = graphObject_->core().plot.cursorValue(number);
   listeners().cursorMoved(static_cast<int>(number), value);

@@ -116,6 +116,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   void plotSwitched() override;
 
   // PlotListener
+  double clickReach() const override;
   void cursorMoved(std::size_t number) override;
   void seriesClicked(const PlotItem& item) override;
 

@@ -143,7 +143,7 @@ bool PlotPlane::letGo(PixelPoint at) {
 
 void PlotPlane::click(PixelPoint at) {
   layOut_();
-  if (const auto entry = mouse_.seriesAt(placeOf(at), reach_)) {
+  if (const auto entry = mouse_.seriesAt(placeOf(at), listener_.clickReach())) {
     const auto item = plot_.entries()[*entry].item;
     listener_.seriesClicked(*item);
   }

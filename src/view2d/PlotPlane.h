@@ -12,6 +12,9 @@ namespace zyn {
 /// Hears what the user does to a graph. May run foreign code.
 class PlotListener {
  public:
+  /// How far from its lines and points a series takes a click, in pixels.
+  virtual double clickReach() const = 0;
+
   virtual void cursorMoved(std::size_t number) = 0;
   virtual void seriesClicked(const PlotItem& item) = 0;
 
@@ -30,9 +33,6 @@ class PlotPlane final : public PlaneView {
         layOut_(std::move(layOut)),
         listener_(listener),
         mouse_(plot, frame) {}
-
-  /// How far from its points a series takes a click, in pixels.
-  void setReach(double pixels) { reach_ = pixels; }
 
   /// Shows a range of values of the two axes, where they can.
   bool show(const Rect2& range);
@@ -73,7 +73,6 @@ class PlotPlane final : public PlaneView {
   std::function<void()> layOut_;
   PlotListener& listener_;
   PlotMouse mouse_;
-  double reach_ = 4.0;
 };
 
 }  // namespace zyn

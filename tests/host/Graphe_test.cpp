@@ -448,6 +448,10 @@ TEST_F(GrapheTest, ClicksOnSeriesAreTold) {
     EXPECT_EQ(clicked[0], static_cast<IDispatch*>(series_.Get()));
     host_.drag({{x + 40, y}});
     EXPECT_EQ(clicked.size(), 1U) << mode;
+    host_->put_PickSize(60);
+    host_.drag({{x + 40, y}});
+    EXPECT_EQ(clicked.size(), 2U) << mode;
+    host_->put_PickSize(1);
   }
 }
 
