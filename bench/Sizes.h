@@ -15,7 +15,9 @@ struct Sizes {
   int rounds = 11;  ///< of which the median counts
 
   /// A tenth of everything, to see in seconds whether the benchmarks work.
-  static Sizes quick() { return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 1'000'000, 3}; }
+  static Sizes quick() {
+    return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 1'000'000, 3};
+  }
 };
 
 }  // namespace zyn::bench

@@ -25,10 +25,10 @@ struct PlotSeries {
   double width = 1.0;  ///< of lines
   bool isSmooth = true;
   bool isDashed = false;
-  double base = 0.0;                   ///< of bars and areas, in units of the axis
+  double base = 0.0;               ///< of bars and areas, in units of the axis
   std::optional<double> barWidth;  ///< in coordinates of the axis; none: 0.8 of the smallest gap
-  std::optional<DrawColour> colour{};  ///< none: the next of the theme's cycle
-  std::optional<DrawColour> fill{};    ///< none: that colour, lighter for areas
+  std::optional<DrawColour> colour{};        ///< none: the next of the theme's cycle
+  std::optional<DrawColour> fill{};          ///< none: that colour, lighter for areas
   std::optional<DrawColour> markerColour{};  ///< none: that colour
   bool isVisible = true;
 
