@@ -62,7 +62,8 @@ class Plot {
   }
 
   void add(IDispatch* object) const {
-    require(graph_->Ajouter(object, vtMissing, vtMissing), "Ajouter");
+    const _variant_t leftOut(DISP_E_PARAMNOTFOUND, VT_ERROR);
+    require(graph_->Ajouter(object, leftOut, leftOut), "Ajouter");
   }
   void addCurves(int count, int points) const {
     for (int i = 0; i < count; ++i) add(makeSeries(Curve(points, static_cast<unsigned>(i))).Get());
