@@ -9,6 +9,7 @@
 
 #include "support/CameraView_win.h"
 #include "support/Drawer_win.h"
+#include "support/Graph_win.h"
 #include "support/Imports_win.h"
 #include "support/Pickable_win.h"
 #include "support/Pictures_win.h"
@@ -427,6 +428,29 @@ TEST_F(ScaledView2D, TheFrameOfAGraphIsTheSameInFinerPixels) {
   require(putProperty(fine.get(), L"EchelleDPI", 1.0).code(), "EchelleDPI");
   fine.paint();
   EXPECT_GT(meanDifference(halved(fine.shown()), plain), 2);
+}
+
+TEST_F(ScaledView2D, APlotIsTheSameInFinerPixels) {
+  const View2DHost fine({800, 600});
+  const auto plot = [](const View2DHost& view) {
+    Graph graph(view.get());
+    graph->put_Actif(VARIANT_TRUE);
+    require(graph->put_Titre(_bstr_t(L"Title")), "Titre");
+    const auto series = makeSeries({0, 1, 2, 5}, {3, 1, 4, 1});
+    require(series->put_Nom(_bstr_t(L"Series")), "Nom");
+    require(graph.add(series.Get()), "Ajouter");
+    view.paint();
+    return graph.area();
+  };
+  const std::vector<double> area = plot(host);
+  plot(fine);
+  require(putProperty(fine.get(), L"EchelleDPI", 2.0).code(), "EchelleDPI");
+  fine.paint();
+  const std::vector<double> fineArea = Graph(fine.get()).area();
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_NEAR(fineArea[i], 2 * area[i], 4) << i;
+  const Image shown = host.shown();
+  EXPECT_LT(meanDifference(halved(fine.shown()), shown), 2);
+  EXPECT_GT(inkOf(shown, kWhite), 1000);
 }
 
 TEST_F(ScaledView2D, TheFrameIsLaidOutAgain) {
