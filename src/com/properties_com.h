@@ -1,6 +1,8 @@
 #pragma once
 
 #include <windows.h>
+// After windows.h:
+#include <oaidl.h>
 
 #include <type_traits>
 
