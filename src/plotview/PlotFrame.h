@@ -46,7 +46,7 @@ class PlotFrame {
   /// The page laid out last.
   const PlotPage& page() const { return page_; }
   const PlotLayout& layout() const { return *layout_; }
-  const std::shared_ptr<const PlotLayout>& kept() const { return layout_; }
+  std::shared_ptr<const PlotLayout> kept() const { return layout_; }
 
   const AxisLayout& layoutOf(const PlotAxis& axis) const;
 

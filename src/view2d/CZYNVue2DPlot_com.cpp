@@ -75,11 +75,11 @@ void CZYNVue2D::tellAxisChanges() {
   const ComPtr<CZYNGraphe> graph = graphObject_;
   const Plot::Ranges told = std::exchange(toldRanges_, graph->core().plot.ranges());
   const Plot::Ranges now = toldRanges_;
-  for (const auto& [axis, range] : now) {
+  for (const auto& shown : now) {
     const auto before = std::find_if(told.begin(), told.end(),
-                                     [&axis](const auto& known) { return known.first == axis; });
-    if (before != told.end() && !(before->second == range)) {
-      const ComPtr<IDispatch> object = graph->axisObject(axis);
+                                     [&](const auto& known) { return known.first == shown.first; });
+    if (before != told.end() && !(before->second == shown.second)) {
+      const ComPtr<IDispatch> object = graph->axisObject(shown.first);
       listeners().axisChanged(object.Get());
     }
   }

@@ -114,7 +114,7 @@ void drawPlot(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
   const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(plot.theme));
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   const PlanePoint size = sizeOf(frame);
-  std::shared_ptr<const PlotLayout> layout = frame.kept();  // what is drawn may lay out anew
+  const std::shared_ptr<const PlotLayout> layout = frame.kept();  // what is drawn may change it
   const Drawing cursors = frame.drawCursors();
   const std::vector<PlannedEntry> entries = frame.plan();
   const PlotPlace place = mainPlace(plot, frame);
