@@ -243,7 +243,7 @@ class SpanFilling {
   }
 
  private:
-  static constexpr double kLong = 8;
+  static constexpr double kLong = 4;
 
   void fill(PixelSpan span) const {
     const double along = span.isInColumn ? move_.y : move_.x;
