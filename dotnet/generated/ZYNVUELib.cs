@@ -2806,11 +2806,11 @@ namespace ZYNVue.Interop {
   /// <summary>Series of a graph: points (x, y) and how they are drawn. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("9971DADC-C652-4150-A026-143E7515247D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNSerie {
-    /// <summary>Sets the points: arrays of equal length, or none. What is not a number is a gap in a line. Errors are removed.</summary>
+    /// <summary>Sets the points: arrays of equal length, or none, of numbers or dates. What is not a number is a gap in a line. Errors are removed.</summary>
     [DispId(1)]
     void setPoints([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
 
-    /// <summary>Appends points: numbers, or arrays of equal length. They have no errors.</summary>
+    /// <summary>Appends points: numbers or dates, or arrays of equal length. They have no errors.</summary>
     [DispId(2)]
     void AjouterPoints([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
 
