@@ -12,6 +12,7 @@
 #include "contract/SceneContract.h"
 #include "contract/SceneWatch.h"
 #include "contract/TextView_win.h"
+#include "contract/TraceShape.h"
 #include "contract/TriangleShape.h"
 #include "core/Box3.h"
 #include "core/Ray.h"
@@ -81,6 +82,9 @@ struct ISceneObject : public IUnknown {
   virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
   virtual TriangleShape STDMETHODCALLTYPE triangleShape() noexcept { return {}; }
 
+  /// What it looks like in the plane, if it is a trace.
+  virtual std::optional<TraceShape> STDMETHODCALLTYPE traceShape() noexcept { return std::nullopt; }
+
   /// What it holds, if it is a group.
   virtual SceneNest* STDMETHODCALLTYPE nest() noexcept { return nullptr; }
 
@@ -112,8 +116,8 @@ constexpr unsigned short layoutOf() {
 }
 constexpr unsigned short kLayout =
     layoutOf<std::optional<Box3>, SceneWatch, WatchLink, SceneWatcher, PickQuery, DrawPass,
-             TriangleShape, std::optional<SurfaceHit>, Ray, std::optional<std::int32_t>,
-             RegionQuery, std::optional<Coverage>>();
+             TriangleShape, std::optional<TraceShape>, std::optional<SurfaceHit>, Ray,
+             std::optional<std::int32_t>, RegionQuery, std::optional<Coverage>>();
 
 }  // namespace zyn
 

@@ -211,6 +211,18 @@ void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity) {
   drawPolyline(points_, boxes(), style, cache_);
 }
 
+std::optional<TraceShape> STDMETHODCALLTYPE CZYNPolyligne::traceShape() noexcept {
+  std::optional<TraceShape> shape;
+  boundary([&] {
+    shape = TraceShape{&points_,
+                       &boxes(),
+                       &cache_,
+                       {style_.r, style_.g, style_.b, style_.alpha},
+                       style_.width > 0 ? style_.width : 1.0};
+  });
+  return shape;
+}
+
 STDMETHODIMP CZYNPolyligne::GetBox2D(IDispatch** box) noexcept {
   return automation(*this, [&] {
     if (!box) {

@@ -18,6 +18,7 @@
 #include "contract/IProgressSource_com.h"
 #include "glcontext/OffscreenSurface_win.h"
 #include "glcontext/PixelFormats_win.h"
+#include "glcontext/StateGuards_gl.h"
 #include "image/ImageExport_win.h"
 #include "objects/text/ContextFonts_win.h"
 #include "output/OutputMembers_com.h"
@@ -161,6 +162,24 @@ class BitmapContext
     return surface_ ? ClientSize{static_cast<std::int32_t>(surface_->width()),
                                  static_cast<std::int32_t>(surface_->height())}
                     : ClientSize{};
+  }
+
+  /// Calls `draw` with the rendering context current and a viewport as large as the picture; throws
+  /// why there is none.
+  template <class Draw>
+  void withContext(const Draw& draw) {
+    withSurface([&](OffscreenSurface* surface, bool isNested) {
+      requirePicture(surface, isNested);
+      bool isDrawn = false;
+      surface->render([&](const Tile&) {
+        if (!std::exchange(isDrawn, true)) {
+          const PushedAttributes viewport(GL_VIEWPORT_BIT);
+          glViewport(0, 0, static_cast<GLsizei>(surface->width()),
+                     static_cast<GLsizei>(surface->height()));
+          draw();
+        }
+      });
+    });
   }
 
   CListTrace& drawList() { return drawList_; }

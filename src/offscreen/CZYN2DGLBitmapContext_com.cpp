@@ -54,9 +54,23 @@ std::optional<VectorPicture> CZYN2DGLBitmapContext::vectorPicture() {
   if (!isPlot()) {
     return std::nullopt;
   }
-  GraphCore& core = graph_->core();
+  const ComPtr<CZYNGraphe> graph = graph_;
+  GraphCore& core = graph->core();
   core.layout();
-  return VectorPicture{drawingOf(core.frame), core.frame.page().width, core.frame.page().height};
+  VectorPicture picture{{}, core.frame.page().width, core.frame.page().height};
+  const auto draw = [&] {
+    const PixelScale scale(core.page().pixelScale);
+    picture.drawing = drawingOf(core.plot, core.frame, drawList(), listPass());
+  };
+  if (!showsObjects(core.plot, drawList())) {
+    picture.drawing = drawingOf(core.plot, core.frame, drawList(), {});
+    return picture;
+  }
+  if (holdsTexts(core.plot)) {
+    needFonts();
+  }
+  withContext(draw);
+  return picture;
 }
 
 STDMETHODIMP CZYN2DGLBitmapContext::ViewRect(IDispatch* Rect, double) noexcept {

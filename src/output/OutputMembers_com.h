@@ -43,7 +43,8 @@ struct PrintTarget {
   RECT place;
 };
 
-/// Throws badArgument where there is no picture of lines and texts.
+/// Throws badArgument where there is no picture of lines and texts, E_UNEXPECTED for one without a
+/// pixel.
 const VectorPicture& requireVectors(const std::optional<VectorPicture>& picture);
 
 AlphaPicture transparentPicture(const DrawPicture& draw);

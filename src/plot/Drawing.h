@@ -59,6 +59,12 @@ struct DrawnArea {
   double base = 0.0;
 };
 
+/// Convex ones, closed by themselves.
+struct DrawnPolygons {
+  DrawColour colour{};
+  PixelLines outlines;
+};
+
 struct DrawnBoxes {
   DrawColour colour{};
   std::vector<PixelBox> boxes;
@@ -93,8 +99,8 @@ struct DrawnImage {
   bool isSmooth = false;  ///< interpolated between the middles of its pixels
 };
 
-using DrawnItem = std::variant<DrawnLines, DrawnTrace, DrawnArea, DrawnBoxes, DrawnMarkers,
-                               DrawnText, DrawnImage>;
+using DrawnItem = std::variant<DrawnLines, DrawnTrace, DrawnArea, DrawnPolygons, DrawnBoxes,
+                               DrawnMarkers, DrawnText, DrawnImage>;
 
 /// Drawn in order, nothing outside of the clip.
 struct DrawnLayer {

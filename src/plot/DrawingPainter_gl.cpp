@@ -176,6 +176,18 @@ class DrawingPainter {
     });
   }
 
+  void operator()(const DrawnPolygons& item) {
+    atlas_.flush();
+    setColour(item.colour);
+    forEachLine(item.outlines, [&](std::size_t first, std::size_t end) {
+      glBegin(GL_POLYGON);
+      for (std::size_t i = first; i < end; ++i) {
+        vertex(canvas_.at(item.outlines.points[i]));
+      }
+      glEnd();
+    });
+  }
+
   void operator()(const DrawnBoxes& item) {
     atlas_.flush();
     setColour(item.colour);

@@ -441,6 +441,12 @@ void CListTrace::draw2D(const ListPass& pass) {
   draw(drawing);
 }
 
+void CListTrace::draw2D(DrawElem& element, const ListPass& pass) {
+  Drawing drawing{.pass = pass, .isFlat = true};
+  drawing.takeMode();
+  drawObject(element, drawing);
+}
+
 void CListTrace::draw(Drawing& drawing) {
   drawing.takeMode();
   if (drawing.pass.lists) {

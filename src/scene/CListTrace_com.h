@@ -133,6 +133,7 @@ class CListTrace : private ZYNList<DrawElem*> {
 
   /// The same with Draw2D, without depth test: what comes later lies on top.
   void draw2D(const ListPass& pass);
+  static void draw2D(DrawElem& element, const ListPass& pass);
 
  private:
   struct Drawing;

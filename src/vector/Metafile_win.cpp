@@ -11,6 +11,7 @@
 #include "objects/text/GdiFont_win.h"
 #include "platform/Failure_win.h"
 #include "platform/WinHandles_win.h"
+#include "plot/Dashes.h"
 #include "vector/SimpleText.h"
 #include "vector/VectorSink.h"
 
@@ -97,7 +98,8 @@ class SourceBitmap {
 
 class Recording final : private VectorSink {
  public:
-  Recording(HDC dc, const VectorPicture& picture) : dc_(dc), height_(picture.height) {
+  Recording(HDC dc, const VectorPicture& picture)
+      : dc_(dc), width_(picture.width), height_(picture.height) {
     SetMapMode(dc_, MM_ANISOTROPIC);
     const auto width = static_cast<int>(std::lround(picture.width));
     const auto height = static_cast<int>(std::lround(picture.height));
@@ -120,21 +122,22 @@ class Recording final : private VectorSink {
 
   void endLayer() override { RestoreDC(dc_, -1); }
 
+  /// Dashes are lines of their own: not every system draws those of wide pens.
   void strokeLines(const PixelLines& lines, const Stroke& stroke) override {
-    const Selected pen(dc_, penOf(stroke));
-    const Polygons polygons = polygonsOf(lines);
-    const auto draw = [&] {
-      PolyPolyline(dc_, polygons.points.data(), polygons.counts.data(),
-                   static_cast<DWORD>(polygons.counts.size()));
-    };
-    if (stroke.colour.alpha >= 1) {
-      return draw();
+    if (!stroke.dashes.empty()) {
+      const PixelLines parts = dashed(lines, stroke.dashes, {0, width_, 0, height_});
+      return parts.points.empty()
+                 ? void()
+                 : strokeLines(parts, {.colour = stroke.colour, .width = stroke.width});
     }
-    BeginPath(dc_);
-    draw();
-    EndPath(dc_);
-    WidenPath(dc_);
-    fillClip(stroke.colour, boundsOf(polygons, unitsOf(stroke.width)));
+    const Selected pen(dc_, penOf(stroke));
+    Polygons polygons = polygonsOf(lines);
+    // Thin lines between two pixels are to light the one on which they lie.
+    for (POINT& point : polygons.points) {
+      point = {point.x - 1, point.y - 1};
+    }
+    PolyPolyline(dc_, polygons.points.data(), polygons.counts.data(),
+                 static_cast<DWORD>(polygons.counts.size()));
   }
 
   void fillOutlines(const PixelLines& outlines, const DrawColour& colour) override {
@@ -143,7 +146,11 @@ class Recording final : private VectorSink {
     BeginPath(dc_);
     PolyPolygon(dc_, polygons.points.data(), counts.data(), static_cast<int>(counts.size()));
     EndPath(dc_);
-    fillPath(colour, boundsOf(polygons, 0));
+    const RECT bounds = boundsOf(polygons);
+    fillPath(colour, bounds);
+    if (colour.alpha >= 1 && counts.size() == 1 && isLarge(bounds)) {
+      ground_ = colour;
+    }
   }
 
   void fillDiscs(const std::vector<PlanePoint>& middles, double diameter,
@@ -158,11 +165,11 @@ class Recording final : private VectorSink {
       corners.points.push_back({box.right, box.bottom});
     }
     EndPath(dc_);
-    fillPath(colour, boundsOf(corners, 0));
+    fillPath(colour, boundsOf(corners));
   }
 
   void showText(const DrawnText& text) override {
-    SetTextColor(dc_, colourOf(text.colour));
+    SetTextColor(dc_, shownColour(text.colour));
     const auto parts = simpleParts(text);
     if (!parts) {
       const std::wstring all = utf16Of(text.text);
@@ -229,28 +236,37 @@ class Recording final : private VectorSink {
     return polygons;
   }
 
-  static RECT boundsOf(const Polygons& polygons, LONG margin) {
+  static RECT boundsOf(const Polygons& polygons) {
     constexpr LONG kMost = std::numeric_limits<LONG>::max();
     RECT bounds = {kMost, kMost, -kMost, -kMost};
     for (const POINT& point : polygons.points) {
-      bounds = {std::min(bounds.left, point.x - margin), std::min(bounds.top, point.y - margin),
-                std::max(bounds.right, point.x + margin),
-                std::max(bounds.bottom, point.y + margin)};
+      bounds = {std::min(bounds.left, point.x), std::min(bounds.top, point.y),
+                std::max(bounds.right, point.x), std::max(bounds.bottom, point.y)};
     }
     return bounds;
   }
 
-  static HPEN penOf(const Stroke& stroke) {
-    const LOGBRUSH brush = {BS_SOLID, colourOf(stroke.colour), 0};
-    std::vector<DWORD> dashes;
-    for (const double length : stroke.dashes) {
-      dashes.push_back(static_cast<DWORD>(std::max(unitsOf(length), 1L)));
-    }
-    const DWORD style = PS_GEOMETRIC | PS_ENDCAP_FLAT | PS_JOIN_ROUND |
-                        static_cast<DWORD>(dashes.empty() ? PS_SOLID : PS_USERSTYLE);
-    return ExtCreatePen(style, static_cast<DWORD>(std::max(unitsOf(stroke.width), 1L)), &brush,
-                        static_cast<DWORD>(dashes.size()),
-                        dashes.empty() ? nullptr : dashes.data());
+  /// Whether what is drawn next mostly lies on it.
+  bool isLarge(const RECT& bounds) const {
+    const double area = 1.0 * (bounds.right - bounds.left) * (bounds.bottom - bounds.top);
+    return area >= 0.25 * unitsOf(width_) * unitsOf(height_);
+  }
+
+  /// Of lines and texts, which GDI does not know translucent: mixed with the ground.
+  COLORREF shownColour(const DrawColour& colour) const {
+    const double part = std::clamp(colour.alpha, 0.0, 1.0);
+    const auto mixed = [part](double own, double behind) {
+      return part * own + (1 - part) * behind;
+    };
+    return colourOf(
+        {mixed(colour.r, ground_.r), mixed(colour.g, ground_.g), mixed(colour.b, ground_.b), 1});
+  }
+
+  HPEN penOf(const Stroke& stroke) const {
+    const LOGBRUSH brush = {BS_SOLID, shownColour(stroke.colour), 0};
+    return ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_ROUND,
+                        static_cast<DWORD>(std::max(unitsOf(stroke.width), 1L)), &brush, 0,
+                        nullptr);
   }
 
   /// Fills the path of the device context, which covers no more than the bounds.
@@ -296,7 +312,9 @@ class Recording final : private VectorSink {
   }
 
   HDC dc_;
+  double width_;
   double height_;
+  DrawColour ground_{1, 1, 1, 1};
 };
 
 }  // namespace

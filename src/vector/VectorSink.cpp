@@ -185,6 +185,15 @@ class LayerOutput {
     fill(outlines, item.colour);
   }
 
+  void operator()(const DrawnPolygons& item) const {
+    PixelLines outlines;
+    forEachLine(item.outlines, [&](std::size_t first, std::size_t end) {
+      addOutline(outlines, {item.outlines.points.begin() + static_cast<std::ptrdiff_t>(first),
+                            item.outlines.points.begin() + static_cast<std::ptrdiff_t>(end)});
+    });
+    fill(outlines, item.colour);
+  }
+
   void operator()(const DrawnBoxes& item) const {
     PixelLines outlines;
     for (const PixelBox& box : item.boxes) {

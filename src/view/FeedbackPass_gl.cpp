@@ -17,8 +17,8 @@ constexpr std::size_t kLargestBuffer = std::size_t{1} << 26U;
 /// The context is in feedback mode for the object's life.
 class FeedbackMode {
  public:
-  explicit FeedbackMode(std::vector<float>& buffer) {
-    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_2D, buffer.data());
+  FeedbackMode(std::vector<float>& buffer, GLenum type) {
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), type, buffer.data());
     glRenderMode(GL_FEEDBACK);
   }
   ~FeedbackMode() { end(); }
@@ -33,33 +33,40 @@ class FeedbackMode {
   }
 };
 
-GLint fill(std::vector<float>& buffer, const PicturePart& part,
-           const std::function<void(const PicturePart&)>& draw) {
+GLint fill(std::vector<float>& buffer, GLenum type, const std::function<void()>& draw) {
   const BalancedStacks stacks;
   const PushedMatrix projection(GL_PROJECTION);
   const PushedMatrix modelview(GL_MODELVIEW);
-  const FeedbackMode mode(buffer);
-  draw(part);
+  const FeedbackMode mode(buffer, type);
+  draw();
   return FeedbackMode::end();
+}
+
+std::vector<float> run(GLenum type, const std::function<void()>& draw) {
+  if (!isRendering()) {
+    return {};
+  }
+  std::vector<float> buffer(kFirstBuffer);
+  GLint written = fill(buffer, type, draw);
+  while (written < 0 && buffer.size() < kLargestBuffer) {
+    buffer.assign(std::min(2 * buffer.size(), kLargestBuffer), 0);
+    written = fill(buffer, type, draw);
+  }
+  if (written >= 0) {
+    buffer.resize(std::min(buffer.size(), static_cast<std::size_t>(written)));
+  }
+  return buffer;
 }
 
 }  // namespace
 
 std::vector<float> runFeedbackPass(const PicturePart& part,
                                    const std::function<void(const PicturePart&)>& draw) {
-  if (!isRendering()) {
-    return {};
-  }
-  std::vector<float> buffer(kFirstBuffer);
-  GLint written = fill(buffer, part, draw);
-  while (written < 0 && buffer.size() < kLargestBuffer) {
-    buffer.assign(std::min(2 * buffer.size(), kLargestBuffer), 0);
-    written = fill(buffer, part, draw);
-  }
-  if (written >= 0) {
-    buffer.resize(std::min(buffer.size(), static_cast<std::size_t>(written)));
-  }
-  return buffer;
+  return run(GL_2D, [&] { draw(part); });
+}
+
+std::vector<float> runColouredFeedbackPass(const std::function<void()>& draw) {
+  return run(GL_3D_COLOR, draw);
 }
 
 }  // namespace zyn

@@ -13,4 +13,7 @@ namespace zyn {
 std::vector<float> runFeedbackPass(const PicturePart& part,
                                    const std::function<void(const PicturePart&)>& draw);
 
+/// The same with depths and colours of the corners, as readFeedback reads it.
+std::vector<float> runColouredFeedbackPass(const std::function<void()>& draw);
+
 }  // namespace zyn

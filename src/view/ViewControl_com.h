@@ -272,6 +272,22 @@ class ViewControl
   }
   bool drawsCursor() const noexcept final { return drawCursor_; }
 
+  /// Calls `use` with a surface for a picture of the view, and its size; throws why there can be
+  /// none.
+  template <class Use>
+  void withSurface(const Use& use) {
+    const SIZE size = this->clientSize();
+    if (!this->window() || size.cx <= 0 || size.cy <= 0) {
+      throw Failure(E_UNEXPECTED, L"The view has no window, or one without a pixel");
+    }
+    const PaintPause pause = this->pausePainting();
+    if (pause.isNested()) {
+      throw Failure(E_UNEXPECTED, L"The view is being drawn");
+    }
+    OffscreenSurface surface([](const std::wstring&) {});
+    use(surface, size);
+  }
+
   CListTrace drawList_{this, Derived::kIsFlat};
   CListTrace selection_;
   Colour3 background_ = {1.0F, 1.0F, 1.0F};
@@ -319,21 +335,14 @@ class ViewControl
   }
 
   void withPicture(const std::function<void(const DrawPicture&)>& use) final {
-    const SIZE size = this->clientSize();
-    if (!this->window() || size.cx <= 0 || size.cy <= 0) {
-      throw Failure(E_UNEXPECTED, L"The view has no window, or one without a pixel");
-    }
-    const PaintPause pause = this->pausePainting();
-    if (pause.isNested()) {
-      throw Failure(E_UNEXPECTED, L"The view is being drawn");
-    }
-    OffscreenSurface surface([](const std::wstring&) {});
-    const DrawOffscreen draw = preparePicture(surface, size);
-    use([&](const std::optional<Float4>& flat) {
-      surface.requireContext();
-      draw(flat);
-      surface.requireContext();
-      return surface.picture()->view();
+    withSurface([&](OffscreenSurface& surface, SIZE size) {
+      const DrawOffscreen draw = preparePicture(surface, size);
+      use([&](const std::optional<Float4>& flat) {
+        surface.requireContext();
+        draw(flat);
+        surface.requireContext();
+        return surface.picture()->view();
+      });
     });
   }
 

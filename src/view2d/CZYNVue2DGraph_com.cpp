@@ -4,7 +4,14 @@
 #include "com/askFor_com.h"
 #include "objects/picture/PictureImage_com.h"
 #include "objects/text/TextFont_win.h"
+#include "plotview/TextShapes_win.h"
+#include "view/FeedbackPass_gl.h"
 #include "view2d/CZYNVue2D_com.h"
+#include "view2d/FeedbackItems.h"
+#include "view2d/FrameDrawing.h"
+#include "view2d/Grid_gl.h"
+#include "view2d/ObjectItems_com.h"
+#include "view2d/ViewMatrices_gl.h"
 
 // The graph frame of the 2D view.
 
@@ -36,6 +43,22 @@ GraphColour colourOf(IDispatch* object, const GraphColour& otherwise) {
   }
   return {read(*colour.Get(), &IZYNCouleur::get_R), read(*colour.Get(), &IZYNCouleur::get_G),
           read(*colour.Get(), &IZYNCouleur::get_B)};
+}
+
+const PixelImage* pictureOf(const LinearGraph::Axis& axis) { return &axis.title.picture; }
+const PixelImage* pictureOf(const LogLogGraph::Axis& axis) { return &axis.picture; }
+
+/// Of a text as narrowText has made it.
+std::string utf8Of(const std::string& narrow) {
+  const auto size = static_cast<int>(narrow.size());
+  std::wstring wide(narrow.size(), L'\0');
+  wide.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_ACP, 0, narrow.data(), size, wide.data(), size)));
+  const auto units = static_cast<int>(wide.size());
+  std::string text(3 * wide.size(), '\0');
+  text.resize(static_cast<std::size_t>(WideCharToMultiByte(
+      CP_UTF8, 0, wide.data(), units, text.data(), 3 * units, nullptr, nullptr)));
+  return text;
 }
 
 }  // namespace
@@ -95,6 +118,62 @@ std::shared_ptr<const GraphFrame> CZYNVue2D::makeFrame(const ContextResources& r
           CGLFontContext& fonts = *resources.fonts.fonts();
           fonts.buildDigits();
           return std::make_shared<const GraphFrame>(graph, *place, fonts);
+        }
+      },
+      graph_);
+}
+
+/// The graph as values, in the order in which it is drawn.
+VectorPicture CZYNVue2D::framePicture() {
+  return vectorsOf([this](ContextResources& resources, SIZE size) {
+    const ClientSize client{size.cx, size.cy};
+    ViewPass2D pass = currentPass();
+    if (pass.shown.view.showsAnything()) {
+      pass.shown.view.fit(pass.shown.view.bounds(), client, 0.0F);
+    }
+    const PushedMatrix projection(GL_PROJECTION);
+    const PushedMatrix modelview(GL_MODELVIEW);
+    Drawing drawing(1);
+    std::vector<DrawnItem>& items = drawing.front().items;
+    const auto& [r, g, b] = background_;
+    items.emplace_back(DrawnBoxes{{r, g, b, 1}, {{0, 1.0 * size.cx, 0, 1.0 * size.cy}}});
+    if (pass.grid) {
+      readFeedback(
+          runColouredFeedbackPass([&] { drawGrid(*pass.grid, pass.shown, pass.pixelScale); }),
+          pass.pixelScale, [](std::size_t) {}, items);
+    }
+    loadView(pass.shown);
+    const auto mapping = shownMapping();
+    appendObjects(drawList_, {.texts = textView(&resources)}, items);
+    const auto place = view_.graphPlacement(client, pixelScale());
+    if (mapping && place) {
+      drawing.push_back(frameLayer(*mapping, *place, *resources.fonts.fonts()));
+    }
+    return drawing;
+  });
+}
+
+DrawnLayer CZYNVue2D::frameLayer(const WindowMapping& mapping, const GraphPlacement& placement,
+                                 CGLFontContext& fonts) const {
+  fonts.buildDigits();
+  TextShapes texts;
+  const ShapeText shape = [&](std::string_view text, const FontFace& face) {
+    return texts.shaped(text, face);
+  };
+  return std::visit(
+      [&](const auto& graph) -> DrawnLayer {
+        if constexpr (std::is_same_v<decltype(graph), const std::monostate&>) {
+          return {};
+        } else {
+          const FramePlace place{.origin = {mapping.x.at(graph.x.min, graph.y.min, 0),
+                                            mapping.y.at(graph.x.min, graph.y.min, 0)},
+                                 .x = mapping.x.x * placement.unitsPerPixelX,
+                                 .y = mapping.y.y * placement.unitsPerPixelY,
+                                 .pixelScale = placement.pixelScale,
+                                 .metrics = &fonts.metrics(),
+                                 .pictureX = pictureOf(graph.x),
+                                 .pictureY = pictureOf(graph.y)};
+          return drawingOf(layOutFrame(graph, placement, fonts.metrics()), place, shape, utf8Of);
         }
       },
       graph_);

@@ -150,11 +150,49 @@ DrawOffscreen CZYNVue2D::preparePlotPicture(OffscreenSurface& surface, SIZE size
 
 std::optional<VectorPicture> CZYNVue2D::vectorPicture() {
   if (!isPlot()) {
-    return std::nullopt;
+    return view_.hasGraph() ? std::optional(framePicture()) : std::nullopt;
   }
-  GraphCore& core = graphObject_->core();
+  const ComPtr<CZYNGraphe> graph = graphObject_;
+  GraphCore& core = graph->core();
   core.layout();
-  return VectorPicture{drawingOf(core.frame), core.frame.page().width, core.frame.page().height};
+  const auto draw = [&](const ListPass& objects) {
+    return drawingOf(core.plot, core.frame, drawList_, objects);
+  };
+  if (showsObjects(core.plot, drawList_)) {
+    return vectorsOf(
+        [&](ContextResources& resources, SIZE) { return draw({.texts = textView(&resources)}); });
+  }
+  return VectorPicture{draw({}), core.frame.page().width, core.frame.page().height};
+}
+
+/// What `draw` makes with a rendering context and a viewport as large as the window.
+VectorPicture CZYNVue2D::vectorsOf(
+    const std::function<Drawing(ContextResources& resources, SIZE size)>& draw) {
+  VectorPicture picture;
+  withSurface([&](OffscreenSurface& surface, SIZE size) {
+    std::weak_ptr<ContextResources> resources;
+    surface.create(size.cx, size.cy, [&]() -> std::shared_ptr<void> {
+      Antialiasing antialiasing{false, false, std::nullopt};
+      setInitialState2D(clearColour(), antialiasing);
+      const auto made = std::make_shared<ContextResources>(false);
+      resources = made;
+      return made;
+    });
+    surface.requireContext();
+    picture.width = size.cx;
+    picture.height = size.cy;
+    bool isDrawn = false;
+    surface.render([&](const Tile&) {
+      const auto kept = resources.lock();
+      if (kept && !std::exchange(isDrawn, true)) {
+        const PushedAttributes viewport(GL_VIEWPORT_BIT);
+        glViewport(0, 0, size.cx, size.cy);
+        const auto scale = pixelScaleUnlessOne(pixelScale());
+        picture.drawing = draw(*kept, size);
+      }
+    });
+  });
+  return picture;
 }
 
 bool CZYNVue2D::hasNamedPlots() const noexcept {

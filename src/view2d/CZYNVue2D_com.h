@@ -144,6 +144,11 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   std::shared_ptr<const GraphFrame> makeFrame(const ContextResources& resources,
                                               ClientSize client) const;
   void compileFrame();
+  VectorPicture framePicture();
+  DrawnLayer frameLayer(const WindowMapping& mapping, const GraphPlacement& placement,
+                        CGLFontContext& fonts) const;
+  VectorPicture vectorsOf(
+      const std::function<Drawing(ContextResources& resources, SIZE size)>& draw);
 
   CZYNGraphe& graphObject();
   bool isPlot() const;

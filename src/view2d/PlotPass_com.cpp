@@ -5,6 +5,7 @@
 
 #include "plot/DrawingPainter_gl.h"
 #include "plotview/DrawableItem_com.h"
+#include "view2d/ObjectItems_com.h"
 #include "view2d/ViewMatrices_gl.h"
 
 namespace zyn {
@@ -72,6 +73,20 @@ void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& plac
   objects.texts.viewHeight = size.y;
   objects.logs = place.logs();
   list.draw2D(objects);
+}
+
+DrawnLayer objectLayer(CListTrace& list, const PlotFrame& frame, const PlotPlace& place,
+                       const ListPass& pass) {
+  DrawnLayer layer{place.area, {}};
+  if (list.count() != 0) {
+    const PushedMatrix projection(GL_PROJECTION);
+    const PushedMatrix modelview(GL_MODELVIEW);
+    loadView(plotViewOf(frame, place));
+    ListPass objects = pass;
+    objects.texts.viewHeight = sizeOf(frame).y;
+    appendObjects(list, objects, layer.items);
+  }
+  return layer;
 }
 
 /// The ground is the first layer.
@@ -157,14 +172,26 @@ void drawPlotNames(const PlotFrame& frame,
   }
 }
 
-Drawing drawingOf(const PlotFrame& frame) {
-  Drawing drawing = frame.layout().behind;
-  for (const PlannedEntry& entry : frame.plan()) {
-    drawing.push_back(entry.layer());
-  }
-  const Drawing& inFront = frame.layout().inFront;
+bool showsObjects(const Plot& plot, const CListTrace& drawList) {
+  return drawList.count() != 0 ||
+         std::any_of(plot.entries().begin(), plot.entries().end(), [](const Plot::Entry& entry) {
+           return dynamic_cast<DrawableItem*>(entry.item.get()) != nullptr;
+         });
+}
+
+Drawing drawingOf(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
+                  const ListPass& objects) {
+  const std::shared_ptr<const PlotLayout> layout = frame.kept();
   const Drawing cursors = frame.drawCursors();
-  drawing.insert(drawing.end(), inFront.begin(), inFront.end());
+  const PlotPlace place = mainPlace(plot, frame);
+  Drawing drawing = layout->behind;
+  for (const PlannedEntry& entry : frame.plan()) {
+    auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get());
+    drawing.push_back(drawable ? objectLayer(drawable->list(), frame, entry.place, objects)
+                               : entry.layer());
+  }
+  drawing.push_back(objectLayer(drawList, frame, place, objects));
+  drawing.insert(drawing.end(), layout->inFront.begin(), layout->inFront.end());
   drawing.insert(drawing.end(), cursors.begin(), cursors.end());
   return drawing;
 }

@@ -40,7 +40,12 @@ void drawPlotNames(const PlotFrame& frame,
                    const std::function<std::int32_t(const PlotItem&)>& nameOf,
                    const PicturePart& part);
 
-/// The whole graph as values, but for drawable objects.
-Drawing drawingOf(const PlotFrame& frame);
+/// Whether objects are to be drawn for it: the current context is then to be one with a viewport as
+/// large as the picture.
+bool showsObjects(const Plot& plot, const CListTrace& drawList);
+
+/// The whole graph as values, which drawPlot would draw.
+Drawing drawingOf(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
+                  const ListPass& objects);
 
 }  // namespace zyn
