@@ -173,6 +173,8 @@ file(GLOB reference_sources CONFIGURE_DEPENDS tools/reference/*.cpp)
 zyn_test_program(reference ${reference_sources})
 add_test(NAME docs.reference COMMAND ${ZYN_RUN} $<TARGET_FILE:reference> --check ${CMAKE_SOURCE_DIR}/idl
   ${CMAKE_SOURCE_DIR}/docs/reference ${CMAKE_SOURCE_DIR}/dotnet/generated)
+# What other programs make of the files with lines and texts.
+add_test(NAME host.VectorFiles_shown COMMAND ${CMAKE_SOURCE_DIR}/tools/check_vectors.sh $<TARGET_FILE:VectorFiles_test>)
 add_test(NAME docs.guides COMMAND ${CMAKE_SOURCE_DIR}/tools/check_guides.sh ${CMAKE_BINARY_DIR})
 
 add_test(NAME host.manifest COMMAND ${ZYN_RUN} $<TARGET_FILE:manifest> libraries.manifest ZYNVue.Components

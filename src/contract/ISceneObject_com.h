@@ -82,8 +82,10 @@ struct ISceneObject : public IUnknown {
   virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
   virtual TriangleShape STDMETHODCALLTYPE triangleShape() noexcept { return {}; }
 
-  /// What it looks like in the plane, if it is a trace.
-  virtual std::optional<TraceShape> STDMETHODCALLTYPE traceShape() noexcept { return std::nullopt; }
+  /// What it looks like in the plane, in coordinates of axes, if it is a trace.
+  virtual std::optional<TraceShape> STDMETHODCALLTYPE traceShape(const AxisLogs&) noexcept {
+    return std::nullopt;
+  }
 
   /// What it holds, if it is a group.
   virtual SceneNest* STDMETHODCALLTYPE nest() noexcept { return nullptr; }

@@ -211,14 +211,22 @@ void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity) {
   drawPolyline(points_, boxes(), style, cache_);
 }
 
-std::optional<TraceShape> STDMETHODCALLTYPE CZYNPolyligne::traceShape() noexcept {
+std::optional<TraceShape> STDMETHODCALLTYPE
+CZYNPolyligne::traceShape(const AxisLogs& logs) noexcept {
   std::optional<TraceShape> shape;
   boundary([&] {
-    shape = TraceShape{&points_,
-                       &boxes(),
-                       &cache_,
-                       {style_.r, style_.g, style_.b, style_.alpha},
-                       style_.width > 0 ? style_.width : 1.0};
+    shape = TraceShape{.colour = {style_.r, style_.g, style_.b, style_.alpha},
+                       .width = style_.width > 0 ? style_.width : 1.0};
+    if (logs.any()) {
+      OnLogs& shown = on(logs);
+      shape->points = &shown.points;
+      shape->boxes = &shown.boxes;
+      shape->cache = &shown.cache;
+    } else {
+      shape->points = &points_;
+      shape->boxes = &boxes();
+      shape->cache = &cache_;
+    }
   });
   return shape;
 }

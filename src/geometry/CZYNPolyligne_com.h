@@ -51,7 +51,7 @@ class CZYNPolyligne final
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   std::optional<Box3> STDMETHODCALLTYPE boundsOn(const AxisLogs& logs) noexcept override;
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
-  std::optional<TraceShape> STDMETHODCALLTYPE traceShape() noexcept override;
+  std::optional<TraceShape> STDMETHODCALLTYPE traceShape(const AxisLogs& logs) noexcept override;
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept override {

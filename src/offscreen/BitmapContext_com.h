@@ -164,20 +164,18 @@ class BitmapContext
                     : ClientSize{};
   }
 
-  /// Calls `draw` with the rendering context current and a viewport as large as the picture; throws
-  /// why there is none.
+  /// Calls `draw` with the rendering context current and a viewport as large as the picture, which
+  /// stays as it is; throws why there is none.
   template <class Draw>
   void withContext(const Draw& draw) {
     withSurface([&](OffscreenSurface* surface, bool isNested) {
       requirePicture(surface, isNested);
-      bool isDrawn = false;
-      surface->render([&](const Tile&) {
-        if (!std::exchange(isDrawn, true)) {
-          const PushedAttributes viewport(GL_VIEWPORT_BIT);
-          glViewport(0, 0, static_cast<GLsizei>(surface->width()),
-                     static_cast<GLsizei>(surface->height()));
-          draw();
-        }
+      surface->equip([&]() -> std::shared_ptr<void> {
+        const PushedAttributes viewport(GL_VIEWPORT_BIT);
+        glViewport(0, 0, static_cast<GLsizei>(surface->width()),
+                   static_cast<GLsizei>(surface->height()));
+        draw();
+        return nullptr;
       });
     });
   }

@@ -81,10 +81,10 @@ class OutputMembers : public Base {
 
   STDMETHODIMP Copier() noexcept final {
     return automation(derived(), [&] {
+      const auto vectors = vectorPicture();
       withPicture([&](const DrawPicture& draw) {
         const auto transparent =
             isTransparent_ ? std::optional(transparentPicture(draw)) : std::nullopt;
-        const auto vectors = vectorPicture();
         copyToClipboard(draw({}), transparent ? &*transparent : nullptr,
                         vectors ? makeMetafile(*vectors) : nullptr);
       });

@@ -51,7 +51,7 @@ void appendObjects(CListTrace& list, const ListPass& pass, std::vector<DrawnItem
   const std::vector<float> buffer = runColouredFeedbackPass([&] {
     traces.clear();
     list.forEach([&](DrawElem& element) {
-      const auto shape = element.own ? element.own->traceShape() : std::nullopt;
+      const auto shape = element.own ? element.own->traceShape(pass.logs) : std::nullopt;
       if (shape) {
         glPassThrough(static_cast<GLfloat>(traces.size()));
         traces.push_back(traceOf(*shape, element.object, *mapping, pass));

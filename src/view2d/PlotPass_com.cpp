@@ -84,6 +84,7 @@ DrawnLayer objectLayer(CListTrace& list, const PlotFrame& frame, const PlotPlace
     loadView(plotViewOf(frame, place));
     ListPass objects = pass;
     objects.texts.viewHeight = sizeOf(frame).y;
+    objects.logs = place.logs();
     appendObjects(list, objects, layer.items);
   }
   return layer;
