@@ -58,18 +58,13 @@ std::optional<VectorPicture> CZYN2DGLBitmapContext::vectorPicture() {
   GraphCore& core = graph->core();
   core.layout();
   VectorPicture picture{{}, core.frame.page().width, core.frame.page().height};
-  const auto draw = [&] {
-    const PixelScale scale(core.page().pixelScale);
-    picture.drawing = drawingOf(core.plot, core.frame, drawList(), listPass());
-  };
-  if (!showsObjects(core.plot, drawList())) {
-    picture.drawing = drawingOf(core.plot, core.frame, drawList(), {});
-    return picture;
-  }
   if (holdsTexts(core.plot)) {
     needFonts();
   }
-  withContext(draw);
+  withContext([&] {
+    const PixelScale scale(core.page().pixelScale);
+    picture.drawing = drawingOf(core.plot, core.frame, drawList(), listPass());
+  });
   return picture;
 }
 

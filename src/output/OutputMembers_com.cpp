@@ -79,9 +79,6 @@ const VectorPicture& requireVectors(const std::optional<VectorPicture>& picture)
   if (!picture) {
     throw badArgument(L"Fichier", L"only graphs are written as lines and texts (.svg, .pdf, .emf)");
   }
-  if (!(picture->width >= 1 && picture->height >= 1)) {
-    throw Failure(E_UNEXPECTED, L"There is no picture yet");
-  }
   return *picture;
 }
 

@@ -43,8 +43,7 @@ struct PrintTarget {
   RECT place;
 };
 
-/// Throws badArgument where there is no picture of lines and texts, E_UNEXPECTED for one without a
-/// pixel.
+/// Throws badArgument where there is no picture of lines and texts.
 const VectorPicture& requireVectors(const std::optional<VectorPicture>& picture);
 
 AlphaPicture transparentPicture(const DrawPicture& draw);

@@ -162,7 +162,9 @@ std::optional<VectorPicture> CZYNVue2D::vectorPicture() {
     return vectorsOf(
         [&](ContextResources& resources, SIZE) { return draw({.texts = textView(&resources)}); });
   }
-  return VectorPicture{draw({}), core.frame.page().width, core.frame.page().height};
+  VectorPicture picture{{}, core.frame.page().width, core.frame.page().height};
+  withSurface([&](OffscreenSurface&, SIZE) { picture.drawing = draw({}); });
+  return picture;
 }
 
 /// What `draw` makes with a rendering context and a viewport as large as the window.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <memory>
+#include <string_view>
 
 namespace zyn {
 
@@ -67,12 +68,12 @@ class FrameWriter {
     return {place_.origin.x + place_.x * point.x, place_.origin.y + place_.y * point.y};
   }
 
-  /// Digits as wide as the layout takes them for.
+  /// As large as the digits that the layout has measured.
   void writeDigits(const std::string& digits, const PlanePoint& start, int size) {
+    constexpr std::string_view kMany = "0000000000";
     const TextLine& line = place_.metrics->digits;
-    const double width = layout_.labelFont.textWidth(digits, size);
-    const double own = measureText(*place_.metrics, digits, line).right;
-    const double em = own > 0 ? width / own : 0.0;
+    const double own = measureText(*place_.metrics, kMany, line).right;
+    const double em = own > 0 ? layout_.labelFont.textWidth(kMany, size) / own : 0.0;
     writeText(digits, {start.x, start.y - em * line.bottom}, em);
   }
 

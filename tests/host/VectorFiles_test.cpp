@@ -112,14 +112,14 @@ class FrameScene : public GraphScene {
     require(trace->setColor(1, 0, 0, 1), "setColor");
     require(trace->put_Epaisseur(2), "put_Epaisseur");
     require(host_->Add(trace.Get(), 0), "Add");
-    const _bstr_t time(L"temps");
-    const _bstr_t seconds(L"s");
-    const _bstr_t length(L"\u00D8 tige");
-    const _bstr_t unit(L"mm");
+    _bstr_t time(L"temps");
+    _bstr_t seconds(L"s");
+    _bstr_t length(L"\u00D8 tige");
+    _bstr_t unit(L"mm");
     require(host_->GraphView(0, 0, 1, time.GetBSTR(), seconds.GetBSTR(), nullptr, 0, 10, 2, 1, 1,
                              length.GetBSTR(), unit.GetBSTR(), nullptr, 0, 50, 10, 5, 0.2),
             "GraphView");
-    words = {L"temps", L"\u00D8 tige", L"50"};
+    words = {L"temps", L"\u00D8 tige", L"40"};
   }
   IDispatch* object() override { return host_.get(); }
 

@@ -57,6 +57,7 @@ TEST(FrameDrawingTest, HoldsLinesArrowsAndTexts) {
     EXPECT_TRUE(texts.at(text).shaped);
     EXPECT_GT(texts.at(text).emHeight, 3);
   }
+  EXPECT_EQ(texts.at("<2>").emHeight, texts.at("<10>").emHeight);
   EXPECT_LT(texts.at("<2>").start.y, 40) << "below the axis";
   EXPECT_LT(texts.at("<5>").start.x, 50) << "left of it";
   EXPECT_LT(texts.at("<2>").start.x, texts.at("<10>").start.x);
