@@ -148,12 +148,13 @@ void CZYN2DGLBitmapContext::drawPlotOn(OffscreenSurface& surface, const PictureW
   page.height = static_cast<double>(surface.height());
   PlotFrame frame(core.plot);
   frame.on(page);
+  const PlotPicture picture(core.plot, frame);
   PlotPass pass{.flat = wish.flat, .part = {}, .list = listPass()};
   surface.render([&](const Tile& tile) {
     wish.tell(tile);
     pass.part = pass.list.texts.part = tile.part();
     const PixelScale scale(page.pixelScale);
-    drawPlot(core.plot, frame, drawList(), pass);
+    drawPlot(picture, drawList(), pass);
   });
 }
 

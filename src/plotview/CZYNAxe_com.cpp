@@ -25,8 +25,7 @@ HRESULT CZYNAxe::change(Body body) noexcept {
 }
 
 void CZYNAxe::requirePlace() const {
-  const std::vector<Plot::Axis>& axes = core_->plot.axes();
-  if (std::find(axes.begin(), axes.end(), axis_) == axes.end()) {
+  if (!core_->plot.has(*axis_)) {
     throw Failure(E_UNEXPECTED, L"The axis has been removed from its graph");
   }
 }

@@ -41,18 +41,11 @@ HRESULT giveObject(IDispatch** place, IDispatch* object) {
   return given;
 }
 
-/// What a VARIANT holds or refers to, if it is an object.
-std::optional<IDispatch*> objectIn(const VARIANT& argument) {
-  switch (V_VT(&argument)) {
-    case VT_DISPATCH:
-      return V_DISPATCH(&argument);
-    case VT_DISPATCH | VT_BYREF:
-      return *V_DISPATCHREF(&argument);
-    case VT_VARIANT | VT_BYREF:
-      return objectIn(*V_VARIANTREF(&argument));
-    default:
-      return std::nullopt;
-  }
+/// The axis that an object is, which may have been removed; null for another object. Asking it may
+/// run foreign code.
+Plot::Axis axisOf(IDispatch* object) {
+  const auto axis = askFor<IPlotAxis>(object);
+  return axis ? axis->plotAxis() : nullptr;
 }
 
 }  // namespace
@@ -62,11 +55,7 @@ CZYNGraphe::CZYNGraphe(GraphHost& host) : core_(std::make_shared<GraphCore>(host
   cursors_ = makeObject<CZYNCurseurs>(core_).Get();
 }
 
-CZYNGraphe::~CZYNGraphe() {
-  while (!shown_.empty()) {
-    drop(shown_.begin());
-  }
-}
+CZYNGraphe::~CZYNGraphe() { dropAll(); }
 
 /// What follows the newest point shows every point at once.
 void CZYNGraphe::objectChanged(SceneChange change) noexcept {
@@ -124,26 +113,26 @@ STDMETHODIMP CZYNGraphe::AjouterAxe(LONG Cote, IDispatch** Retour) noexcept {
   });
 }
 
-Plot::Axis CZYNGraphe::axisIn(const wchar_t* name, IDispatch* object) const {
-  const auto wanted = askFor<IPlotAxis>(object);
-  for (const Plot::Axis& axis : core_->plot.axes()) {
-    if (wanted && axis == wanted->plotAxis()) {
-      return axis;
-    }
+void CZYNGraphe::requireAxis(const wchar_t* name, const Plot::Axis& axis) const {
+  if (!axis || !core_->plot.has(*axis)) {
+    throw badArgument(name, L"is no axis of this graph");
   }
-  throw badArgument(name, L"is no axis of this graph");
 }
 
 /// The axis, or its side.
 Plot::Axis CZYNGraphe::axisIn(const wchar_t* name, const VARIANT& argument,
                               AxisSide otherwise) const {
-  if (isLeftOut(argument)) {
+  const VARIANT& value = followed(argument);
+  if (isLeftOut(value)) {
     return core_->plot.axis(otherwise);
   }
-  if (const auto object = objectIn(argument)) {
-    return axisIn(name, *object);
+  if (V_VT(&value) == VT_DISPATCH) {
+    return axisOf(V_DISPATCH(&value));
   }
-  const std::vector<double> side = numbersIn(name, argument);
+  if (V_VT(&value) == (VT_BYREF | VT_DISPATCH) && V_DISPATCHREF(&value)) {
+    return axisOf(*V_DISPATCHREF(&value));
+  }
+  const std::vector<double> side = numbersIn(name, value);
   if (side.size() != 1 || !(side[0] >= 0 && side[0] <= 3) || std::floor(side[0]) != side[0]) {
     throw badArgument(name, L"is neither a side from 0 to 3 nor an axis");
   }
@@ -152,7 +141,8 @@ Plot::Axis CZYNGraphe::axisIn(const wchar_t* name, const VARIANT& argument,
 
 STDMETHODIMP CZYNGraphe::RetirerAxe(IDispatch* Axe) noexcept {
   return automation(*this, [&] {
-    const Plot::Axis axis = axisIn(L"Axe", Axe);
+    const Plot::Axis axis = axisOf(Axe);
+    requireAxis(L"Axe", axis);
     if (!core_->plot.isRemovable(*axis)) {
       throw badArgument(L"Axe", L"the first axis at a side stays; Visible hides it");
     }
@@ -165,33 +155,35 @@ STDMETHODIMP CZYNGraphe::RetirerAxe(IDispatch* Axe) noexcept {
   });
 }
 
-CZYNGraphe::Place CZYNGraphe::find(IDispatch* object) {
-  const ComPtr<IUnknown> identity = askFor<IUnknown>(object);
-  return std::find_if(shown_.begin(), shown_.end(), [&identity](const Shown& shown) {
-    return identity && askFor<IUnknown>(shown.object.Get()).Get() == identity.Get();
-  });
+CZYNGraphe::Place CZYNGraphe::find(const IUnknown* identity) {
+  return std::find_if(shown_.begin(), shown_.end(),
+                      [identity](const Shown& shown) { return shown.identity.Get() == identity; });
 }
 
+/// Foreign objects are asked first, which may change the graph.
 STDMETHODIMP CZYNGraphe::Ajouter(IDispatch* Serie, VARIANT AxeX, VARIANT AxeY) noexcept {
   return automation(*this, [&] {
     const auto plotted = askFor<IPlotted>(Serie);
     if (!plotted && !askFor<IGLDraw>(Serie)) {
       throw badArgument(L"Serie", L"is neither a series nor a map nor a drawable object");
     }
-    if (find(Serie) != shown_.end()) {
-      throw badArgument(L"Serie", L"is shown already");
-    }
+    const auto identity = askFor<IUnknown>(Serie);
+    auto item = plotted ? plotted->plotItem()
+                        : std::make_shared<DrawableItem>(Serie, static_cast<SceneWatcher&>(*this));
     const Plot::Axis x = axisIn(L"AxeX", AxeX, AxisSide::kBottom);
     const Plot::Axis y = axisIn(L"AxeY", AxeY, AxisSide::kLeft);
+    requireAxis(L"AxeX", x);
+    requireAxis(L"AxeY", y);
+    if (find(identity.Get()) != shown_.end()) {
+      throw badArgument(L"Serie", L"is shown already");
+    }
     if (!isHorizontal(x->side)) {
       throw badArgument(L"AxeX", L"lies on the left or on the right");
     }
     if (isHorizontal(y->side)) {
       throw badArgument(L"AxeY", L"lies at the bottom or at the top");
     }
-    auto item = plotted ? plotted->plotItem()
-                        : std::make_shared<DrawableItem>(Serie, static_cast<SceneWatcher&>(*this));
-    shown_.push_back({Serie, plotted, item});
+    shown_.push_back({Serie, identity, plotted, item});
     try {
       core_->plot.add({item, x, y});
     } catch (...) {
@@ -208,19 +200,31 @@ STDMETHODIMP CZYNGraphe::Ajouter(IDispatch* Serie, VARIANT AxeX, VARIANT AxeY) n
   });
 }
 
+/// What is let go may run foreign code: afterwards.
 void CZYNGraphe::drop(Place place) {
   if (place->plotted) {
     place->plotted->plotWatch().leave(place->link);
   }
   core_->plot.remove(static_cast<std::size_t>(std::distance(shown_.begin(), place)));
-  const std::list<Shown> last(std::make_move_iterator(place),
-                              std::make_move_iterator(std::next(place)));
-  shown_.erase(place);  // before what it held is let go, which may run foreign code
+  std::list<Shown> last;
+  last.splice(last.begin(), shown_, place);
+}
+
+void CZYNGraphe::dropAll() {
+  for (Shown& shown : shown_) {
+    if (shown.plotted) {
+      shown.plotted->plotWatch().leave(shown.link);
+    }
+  }
+  core_->plot.removeAll();
+  std::list<Shown> last;
+  last.swap(shown_);
 }
 
 STDMETHODIMP CZYNGraphe::Retirer(IDispatch* Serie) noexcept {
   return automation(*this, [&] {
-    const Place place = find(Serie);
+    const auto identity = askFor<IUnknown>(Serie);
+    const Place place = find(identity.Get());
     if (place == shown_.end()) {
       throw badArgument(L"Serie", L"is not shown by this graph");
     }
@@ -231,9 +235,7 @@ STDMETHODIMP CZYNGraphe::Retirer(IDispatch* Serie) noexcept {
 
 STDMETHODIMP CZYNGraphe::RetirerTout() noexcept {
   return automation(*this, [&] {
-    while (!shown_.empty()) {
-      drop(shown_.begin());
-    }
+    dropAll();
     core_->changedVisibly();
   });
 }

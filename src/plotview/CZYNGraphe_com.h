@@ -60,6 +60,7 @@ class CZYNGraphe final : public ComClass<CZYNGraphe, Dual<IZYNGraphe>>, private 
   /// Something that is shown, and its place in the watch that tells of its changes.
   struct Shown {
     Microsoft::WRL::ComPtr<IDispatch> object;
+    Microsoft::WRL::ComPtr<IUnknown> identity;
     Microsoft::WRL::ComPtr<IPlotted> plotted;  ///< null for drawable objects
     std::shared_ptr<PlotItem> item;
     WatchLink link{};
@@ -71,9 +72,10 @@ class CZYNGraphe final : public ComClass<CZYNGraphe, Dual<IZYNGraphe>>, private 
   template <class Body>
   HRESULT change(Body body) noexcept;
   Plot::Axis axisIn(const wchar_t* name, const VARIANT& argument, AxisSide otherwise) const;
-  Plot::Axis axisIn(const wchar_t* name, IDispatch* object) const;
-  Place find(IDispatch* object);
+  void requireAxis(const wchar_t* name, const Plot::Axis& axis) const;
+  Place find(const IUnknown* identity);
   void drop(Place place);
+  void dropAll();
 
   const std::shared_ptr<GraphCore> core_;
   std::vector<Microsoft::WRL::ComPtr<CZYNAxe>> axes_;

@@ -58,6 +58,11 @@ Plot::Axis Plot::addAxis(AxisSide side) {
   return axis;
 }
 
+bool Plot::has(const PlotAxis& axis) const {
+  return std::any_of(axes_.begin(), axes_.end(),
+                     [&axis](const Axis& other) { return other.get() == &axis; });
+}
+
 bool Plot::isRemovable(const PlotAxis& axis) const { return this->axis(axis.side).get() != &axis; }
 
 bool Plot::isUsed(const PlotAxis& axis) const {

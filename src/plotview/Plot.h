@@ -34,6 +34,8 @@ class Plot {
   const std::vector<Axis>& axes() const { return axes_; }
   const Axis& axis(AxisSide side) const;
   Axis addAxis(AxisSide side);
+  /// Whether it has not been removed.
+  bool has(const PlotAxis& axis) const;
   /// Whether it was added, and may go.
   bool isRemovable(const PlotAxis& axis) const;
   bool isUsed(const PlotAxis& axis) const;

@@ -127,6 +127,7 @@ const std::shared_ptr<const PlotLayout>& PlotFrame::on(const PlotPage& page) {
   if (revision_ == plot_.revision() && isSame(page, page_)) {
     return layout_;
   }
+  revision_ = 0;  // of none, until all is done
   page_ = page;
   legendEntries_.clear();
   for (std::size_t i = 0; i < plot_.entries().size(); ++i) {

@@ -48,9 +48,8 @@ bool PlotMouse::press(const PlanePoint& at) {
 
 PlotMouse::Outcome PlotMouse::drag(const PlanePoint& from, const PlanePoint& to) {
   if (axis_) {
-    const std::vector<Plot::Axis>& axes = plot_.axes();
-    const bool isThere = std::find(axes.begin(), axes.end(), axis_) != axes.end();
-    return {isThere && PlotNavigation(plot_, frame_.layout()).pan(to - from, axis_.get())};
+    return {plot_.has(*axis_) &&
+            PlotNavigation(plot_, frame_.layout()).pan(to - from, axis_.get())};
   }
   if (cursor_) {
     const PixelBox& area = frame_.layout().area;

@@ -78,7 +78,8 @@ void CZYNVue2D::tellAxisChanges() {
   for (const auto& shown : now) {
     const auto before = std::find_if(told.begin(), told.end(),
                                      [&](const auto& known) { return known.first == shown.first; });
-    if (before != told.end() && !(before->second == shown.second)) {
+    if (before != told.end() && !(before->second == shown.second) &&
+        graph->core().plot.has(*shown.first)) {
       const ComPtr<IDispatch> object = graph->axisObject(shown.first);
       listeners().axisChanged(object.Get());
     }
@@ -105,7 +106,7 @@ void CZYNVue2D::drawPlotInWindow(const std::shared_ptr<ContextResources>& resour
   const PushedMatrix modelview(GL_MODELVIEW);
   {
     const auto scale = pixelScaleUnlessOne(pixelScale());
-    drawPlot(core.plot, core.frame, drawList_, {.list = listPass(resources)});
+    drawPlot({core.plot, core.frame}, drawList_, {.list = listPass(resources)});
   }
   if (const auto band = mouse_.rubberBand()) {
     drawRubberBand(*band, pixelScale());
@@ -137,13 +138,14 @@ DrawOffscreen CZYNVue2D::preparePlotPicture(OffscreenSurface& surface, SIZE size
     page.width = size.cx;
     page.height = size.cy;
     frame.on(page);
+    const PlotPicture picture(graph->core().plot, frame);
     surface.render([&](const Tile& tile) {
       const auto kept = resources.lock();
       PlotPass pass{.flat = flat, .part = tile.part(), .list = {}};
       if (kept) {
         pass.list.texts = textView(kept.get());
       }
-      drawPlot(graph->core().plot, frame, drawList_, pass);
+      drawPlot(picture, drawList_, pass);
     });
   };
 }
@@ -212,10 +214,10 @@ PickRecords CZYNVue2D::pickPlot(const PickRegion& region,
                                 const std::shared_ptr<ContextResources>& resources) {
   const ComPtr<CZYNGraphe> graph = graphObject_;
   GraphCore& core = graph->core();
-  core.layout();
-  const AxisLogs logs{core.plot.axis(AxisSide::kBottom)->kind == AxisKind::kLog10,
-                      core.plot.axis(AxisSide::kLeft)->kind == AxisKind::kLog10};
   return runPickPass({.region = region, .unlit = true}, [&](const PicturePart& part) {
+    core.layout();  // each time: what is drawn may change the graph
+    const AxisLogs logs{core.plot.axis(AxisSide::kBottom)->kind == AxisKind::kLog10,
+                        core.plot.axis(AxisSide::kLeft)->kind == AxisKind::kLog10};
     drawPlotNames(
         core.frame, [&graph](const PlotItem& item) { return graph->nameOf(item); }, part);
     loadView(mainPlotView(core.plot, core.frame), part);

@@ -45,12 +45,11 @@ class Scissor {
 };
 
 /// Where drawable objects meet the axes of a place: plotting units are pixels.
-ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place) {
+ScaledView plotViewOf(const PlanePoint& size, const PlotPlace& place) {
   const auto mapping = place.mapping();
   if (!mapping) {
     return {};
   }
-  const PlanePoint size = sizeOf(frame);
   const double x = size.x / 2 - mapping->x.constant;
   const double y = size.y / 2 - mapping->y.constant;
   ScaledView view{{}, mapping->x.x, mapping->y.y};
@@ -58,16 +57,15 @@ ScaledView plotViewOf(const PlotFrame& frame, const PlotPlace& place) {
   return view;
 }
 
-void drawObjects(CListTrace& list, const PlotFrame& frame, const PlotPlace& place,
+void drawObjects(CListTrace& list, const PlanePoint& size, const PlotPlace& place,
                  const PlotPass& pass) {
   if (list.count() == 0) {
     return;
   }
-  const PlanePoint size = sizeOf(frame);
   const Scissor scissor(place.area, size, pass.part);
   const PushedMatrix projection(GL_PROJECTION);
   const PushedMatrix modelview(GL_MODELVIEW);
-  loadView(plotViewOf(frame, place), pass.part);
+  loadView(plotViewOf(size, place), pass.part);
   const BalancedStacks stacks;
   ListPass objects = pass.list;
   objects.texts.viewHeight = size.y;
@@ -102,7 +100,7 @@ PlotPlace mainPlace(const Plot& plot, const PlotFrame& frame) {
 }  // namespace
 
 ScaledView mainPlotView(const Plot& plot, const PlotFrame& frame) {
-  return plotViewOf(frame, mainPlace(plot, frame));
+  return plotViewOf(sizeOf(frame), mainPlace(plot, frame));
 }
 
 bool holdsTexts(const Plot& plot) {
@@ -121,43 +119,46 @@ void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph&
   const PushedMatrix projection(GL_PROJECTION);
   const PushedMatrix modelview(GL_MODELVIEW);
   loadViewAt({place.x.coordinateOf(position[0]), place.y.coordinateOf(position[1]), 0},
-             plotViewOf(frame, place));
+             plotViewOf(sizeOf(frame), place));
   glyph.draw(0, 0, 0, frame.page().pixelScale);
 }
 
-void drawPlot(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
-              const PlotPass& pass) {
-  const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(plot.theme));
+PlotPicture::PlotPicture(const Plot& plot, const PlotFrame& frame)
+    : size(sizeOf(frame)),
+      theme(plot.theme),
+      layout(frame.kept()),
+      entries(frame.plan()),
+      place(mainPlace(plot, frame)),
+      cursors(frame.drawCursors()) {}
+
+void drawPlot(const PlotPicture& picture, CListTrace& drawList, const PlotPass& pass) {
+  const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(picture.theme));
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  const PlanePoint size = sizeOf(frame);
-  const std::shared_ptr<const PlotLayout> layout = frame.kept();  // what is drawn may change it
-  const Drawing cursors = frame.drawCursors();
-  const std::vector<PlannedEntry> entries = frame.plan();
-  const PlotPlace place = mainPlace(plot, frame);
   PlotPass objects = pass;
-  objects.list.texts.isOnDark = plot.theme == PlotThemeKind::kDark;
+  objects.list.texts.isOnDark = picture.theme == PlotThemeKind::kDark;
+  const Drawing& behind = picture.layout->behind;
   if (pass.flat) {
-    paintDrawing(withoutGround(layout->behind), size, pass.part);
+    paintDrawing(withoutGround(behind), picture.size, pass.part);
   } else {
-    paintDrawing(layout->behind, size, pass.part);
+    paintDrawing(behind, picture.size, pass.part);
   }
   Drawing next;
   const auto paint = [&] {
-    paintDrawing(next, size, pass.part);
+    paintDrawing(next, picture.size, pass.part);
     next.clear();
   };
-  for (const PlannedEntry& entry : entries) {
+  for (const PlannedEntry& entry : picture.entries) {
     if (auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get())) {
       paint();
-      drawObjects(drawable->list(), frame, entry.place, objects);
+      drawObjects(drawable->list(), picture.size, entry.place, objects);
     } else {
       next.push_back(entry.layer());
     }
   }
   paint();
-  drawObjects(drawList, frame, place, objects);
-  paintDrawing(layout->inFront, size, pass.part);
-  paintDrawing(cursors, size, pass.part);
+  drawObjects(drawList, picture.size, picture.place, objects);
+  paintDrawing(picture.layout->inFront, picture.size, pass.part);
+  paintDrawing(picture.cursors, picture.size, pass.part);
 }
 
 void drawPlotNames(const PlotFrame& frame,

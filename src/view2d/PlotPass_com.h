@@ -2,7 +2,9 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 #include "glcontext/StateGuards_gl.h"
 #include "plotview/PlotFrame.h"
@@ -23,10 +25,22 @@ struct PlotPass {
 /// that is laid out: its plotting units are pixels.
 ScaledView mainPlotView(const Plot& plot, const PlotFrame& frame);
 
+/// A graph that is laid out, as it is to be drawn, whatever becomes of it meanwhile.
+struct PlotPicture {
+  PlotPicture(const Plot& plot, const PlotFrame& frame);
+
+  PlanePoint size;
+  PlotThemeKind theme;
+  std::shared_ptr<const PlotLayout> layout;
+  std::vector<PlannedEntry> entries;
+  PlotPlace place;  ///< of the first axes at the bottom and on the left
+  Drawing cursors;
+};
+
 /// Clears, then draws background, grid, what is plotted, the objects of the view's own list, axes,
 /// texts and cursors. Objects may do anything meanwhile, change the graph included. The projection
 /// is given back.
-void drawPlot(const Plot& plot, const PlotFrame& frame, CListTrace& drawList, const PlotPass& pass);
+void drawPlot(const PlotPicture& picture, CListTrace& drawList, const PlotPass& pass);
 
 /// Whether one of the drawable objects that a graph shows may take fonts.
 bool holdsTexts(const Plot& plot);

@@ -24,9 +24,8 @@ constexpr double kLargestMarker = 1000;
 
 LONG countOf(std::size_t number) { return saturatedInteger(static_cast<double>(number)); }
 
-/// Lengths of error bars: as many as there are points, not negative.
-std::vector<double> lengthsIn(const wchar_t* name, const VARIANT& argument, std::size_t points) {
-  std::vector<double> lengths = numbersIn(name, argument);
+/// Lengths of error bars: as many as there are points, or none; not negative.
+void checkLengths(const wchar_t* name, const std::vector<double>& lengths, std::size_t points) {
   if (!lengths.empty() && lengths.size() != points) {
     throw badArgument(name, std::to_wstring(lengths.size()) + L" numbers, there are " +
                                 std::to_wstring(points) + L" points");
@@ -37,7 +36,6 @@ std::vector<double> lengthsIn(const wchar_t* name, const VARIANT& argument, std:
                                   L", lengths are not negative");
     }
   }
-  return lengths;
 }
 
 struct Errors {
@@ -45,15 +43,20 @@ struct Errors {
   std::vector<double> plus;
 };
 
-/// One argument alone counts for both directions; of two, one may be empty.
-Errors errorsIn(const VARIANT& minus, const VARIANT& plus, std::size_t points) {
-  Errors errors{lengthsIn(L"Moins", minus, points), {}};
-  if (isLeftOut(plus)) {
-    errors.plus = errors.minus;
-    return errors;
+/// One argument alone counts for both directions; of two, one may be empty. Reading them may run
+/// foreign code, which may change the points.
+Errors errorsIn(const VARIANT& minus, const VARIANT& plus, const SeriesData& data) {
+  Errors errors{numbersIn(L"Moins", minus), {}};
+  const bool isAlone = isLeftOut(plus);
+  if (!isAlone) {
+    errors.plus = numbersIn(L"Plus", plus);
   }
-  errors.plus = lengthsIn(L"Plus", plus, points);
-  if (errors.plus.empty() && !errors.minus.empty()) {
+  const std::size_t points = data.points().size();
+  checkLengths(L"Moins", errors.minus, points);
+  checkLengths(L"Plus", errors.plus, points);
+  if (isAlone) {
+    errors.plus = errors.minus;
+  } else if (errors.plus.empty() && !errors.minus.empty()) {
     errors.plus.assign(points, 0.0);
   } else if (errors.minus.empty() && !errors.plus.empty()) {
     errors.minus.assign(points, 0.0);
@@ -224,7 +227,7 @@ STDMETHODIMP CZYNSerie::put_TailleMarqueur(double newVal) noexcept {
 
 STDMETHODIMP CZYNSerie::setErreurs(VARIANT Moins, VARIANT Plus) noexcept {
   return change([&] {
-    const Errors errors = errorsIn(Moins, Plus, series_->data.points().size());
+    const Errors errors = errorsIn(Moins, Plus, series_->data);
     if (errors.minus.empty()) {
       series_->data.removeErrorsY();
     } else {
@@ -235,7 +238,7 @@ STDMETHODIMP CZYNSerie::setErreurs(VARIANT Moins, VARIANT Plus) noexcept {
 
 STDMETHODIMP CZYNSerie::setErreursX(VARIANT Moins, VARIANT Plus) noexcept {
   return change([&] {
-    const Errors errors = errorsIn(Moins, Plus, series_->data.points().size());
+    const Errors errors = errorsIn(Moins, Plus, series_->data);
     if (errors.minus.empty()) {
       series_->data.removeErrorsX();
     } else {

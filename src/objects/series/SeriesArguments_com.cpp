@@ -12,8 +12,11 @@ namespace zyn {
 
 namespace {
 
-bool isNumber(VARTYPE type) {
-  switch (type & ~VT_BYREF) {
+bool isNumber(const VARIANT& value) {
+  if (V_ISBYREF(&value) && !V_BYREF(&value)) {
+    return false;
+  }
+  switch (V_VT(&value) & ~VT_BYREF) {
     case VT_I1:
     case VT_I2:
     case VT_I4:
@@ -35,11 +38,7 @@ bool isNumber(VARTYPE type) {
   }
 }
 
-/// What a VARIANT of scripts refers to.
-const VARIANT& followed(const VARIANT& argument) {
-  const bool isReference = V_VT(&argument) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(&argument);
-  return isReference ? *V_VARIANTREF(&argument) : argument;
-}
+constexpr int kReferenceLevels = 4;
 
 double numberIn(const wchar_t* name, const VARIANT& argument) {
   OwnedVariant number;
@@ -52,6 +51,16 @@ double numberIn(const wchar_t* name, const VARIANT& argument) {
 
 }  // namespace
 
+const VARIANT& followed(const VARIANT& argument) {
+  const VARIANT* value = &argument;
+  for (int level = 0;
+       level < kReferenceLevels && V_VT(value) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(value);
+       ++level) {
+    value = V_VARIANTREF(value);
+  }
+  return *value;
+}
+
 bool isLeftOut(const VARIANT& argument) {
   const VARIANT& value = followed(argument);
   return V_VT(&value) == VT_EMPTY || V_VT(&value) == VT_NULL ||
@@ -60,7 +69,7 @@ bool isLeftOut(const VARIANT& argument) {
 
 std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument) {
   const VARIANT& value = followed(argument);
-  if (isNumber(V_VT(&value))) {
+  if (isNumber(value)) {
     return {numberIn(name, value)};
   }
   return NumberArray(name, argument, NumberArray::Dates::kTaken).doubles();
@@ -79,7 +88,7 @@ DrawColour colourIn(double r, double g, double b, const VARIANT& alpha) {
   DrawColour colour{inRange(L"r", r, 0, 1), inRange(L"g", g, 0, 1), inRange(L"b", b, 0, 1)};
   if (!isLeftOut(alpha)) {
     const VARIANT& value = followed(alpha);
-    if (!isNumber(V_VT(&value))) {
+    if (!isNumber(value)) {
       throw badArgument(L"alpha", L"is no number");
     }
     colour.alpha = inRange(L"alpha", numberIn(L"alpha", value), 0, 1);

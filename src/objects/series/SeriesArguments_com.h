@@ -24,6 +24,9 @@ PointColumns pointsIn(const VARIANT& x, const VARIANT& y);
 /// Components from 0 to 1, and an opacity that may have been left out. Throws badArgument.
 DrawColour colourIn(double r, double g, double b, const VARIANT& alpha);
 
+/// What a VARIANT of scripts refers to; itself where it is no reference to another.
+const VARIANT& followed(const VARIANT& argument);
+
 /// Whether an optional argument has been left out.
 bool isLeftOut(const VARIANT& argument);
 

@@ -77,8 +77,11 @@ IID meantBy(const std::string& parameter) {
   if (parameter == "Rect") return __uuidof(IZYNRectangle);
   if (parameter == "Box") return __uuidof(IZYNBox3D);
   if (parameter == "profil") return __uuidof(IZYNProfil);
+  if (parameter == "Axe") return __uuidof(IZYNAxe);
   return __uuidof(IGLDraw);
 }
+
+bool namesAxis(const std::string& name) { return name == "AxeX" || name == "AxeY"; }
 
 bool namesFile(const std::string& name) { return name.find("ile") != std::string::npos; }
 
@@ -237,8 +240,23 @@ VARIANT Arguments::simple(VARTYPE type, const std::string& name) {
   return value;
 }
 
+VARIANT Arguments::axis() {
+  switch (random_.below(3)) {
+    case 0:
+      return simple(VT_I4);
+    case 1:
+      return simple(VT_DISPATCH, "Axe");
+    default:
+      return simple(VT_ERROR);
+  }
+}
+
 VARIANT Arguments::ofType(VARTYPE type, const std::string& name) {
-  if (type == VT_VARIANT) return isOdd() ? anything() : numericArray();
+  if (type == VT_VARIANT && isOdd()) return anything();
+  if (type == VT_VARIANT && namesAxis(name)) return axis();
+  if (type == VT_VARIANT && name == "alpha") return simple(random_.oneIn(3) ? VT_ERROR : VT_R8);
+  if (type == VT_VARIANT && name == "Valeurs" && random_.oneIn(2)) return table();
+  if (type == VT_VARIANT) return numericArray();
   if (type == VT_BSTR && namesFile(name)) {
     VARIANT value = empty();
     value.vt = VT_BSTR;
@@ -352,6 +370,18 @@ VARIANT Arguments::numericArray() {
 }
 
 /// A reference that leads back to itself.
+VARIANT Arguments::table() {
+  SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(1 + random_.below(4)), 0},
+                              {static_cast<ULONG>(1 + random_.below(4)), 0}};
+  VARIANT value = empty();
+  value.vt = VT_ARRAY | VT_R8;
+  value.parray = SafeArrayCreate(VT_R8, 2, bounds);
+  if (!value.parray) return empty();
+  fill(value.parray, VT_R8, 0);
+  arrays_.push_back({value.parray, 0, nullptr});
+  return value;
+}
+
 VARIANT Arguments::cyclic() {
   VARIANT& first = cell(VT_BYREF | VT_VARIANT);
   VARIANT& second = cell(VT_BYREF | VT_VARIANT);

@@ -57,6 +57,8 @@ class Arguments {
   VARIANT nullReference();
   VARIANT array(int depth);
   VARIANT numericArray();
+  VARIANT table();
+  VARIANT axis();
   VARIANT cyclic();
   SAFEARRAY* newArray(VARTYPE type, int depth);
   void fill(SAFEARRAY* made, VARTYPE type, int depth);

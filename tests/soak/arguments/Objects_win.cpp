@@ -54,9 +54,12 @@ Objects::Objects(Random& random, const Published& published)
   show(control.Get(), plainSite());
   connectEvents(control.Get());
   for (const auto& each : controls_) own(each.Get());
+  for (const auto& each : controls_) ownGraph(each.Get());
   for (const PublishedClass& each : published.classes) {
-    own(create(each).Get());
-    equip(own_.back().object.Get());
+    const ComPtr<IUnknown> made = create(each);
+    own(made.Get());
+    equip(made.Get());
+    ownGraph(made.Get());
   }
   staying_ = own_.size();
   for (int i = 0; i < kForeign; ++i) foreign_.push_back(makeHostile(random, *this));
@@ -164,7 +167,42 @@ void Objects::renew() {
   takeIn(made.Get());
 }
 
+void Objects::ownGraph(IUnknown* object) {
+  const auto given = [&](IDispatch* from, const wchar_t* name) {
+    ComPtr<IDispatch> found;
+    const CallResult answer = getProperty(from, name);
+    if (V_VT(&answer.value) == VT_DISPATCH) found = V_DISPATCH(&answer.value);
+    return found;
+  };
+  const ComPtr<IDispatch> graph = given(queryFor<IDispatch>(object).Get(), L"Graphe");
+  if (!graph) return;
+  own(graph.Get());
+  for (const wchar_t* const part : {L"Legende", L"Curseurs"}) {
+    const ComPtr<IDispatch> owned = given(graph.Get(), part);
+    own(owned.Get());
+    if (random_.oneIn(2)) putProperty(owned.Get(), L"Visible", true);
+  }
+  for (const wchar_t* const member : {L"Axe", L"AjouterAxe"}) {
+    const CallResult axis =
+        callMethod(graph.Get(), member, {_variant_t(static_cast<long>(random_.below(4)))});
+    own(V_DISPATCH(&axis.value));
+  }
+  if (random_.oneIn(2)) putProperty(graph.Get(), L"Actif", true);
+}
+
+void Objects::fillGraph() {
+  const auto graph = answering(__uuidof(IZYNGraphe));
+  const IID kinds[] = {__uuidof(IZYNSerie), __uuidof(IZYNSerie), __uuidof(IZYNCarte),
+                       __uuidof(IGLDraw)};
+  IUnknown* const shown = objectFor(random_.pick(kinds));
+  if (!graph || !shown) return;
+  ComPtr<IDispatch> item;
+  shown->QueryInterface(IID_PPV_ARGS(&item));
+  callMethod(queryFor<IDispatch>(graph.Get()).Get(), L"Ajouter", {_variant_t(item.Get())});
+}
+
 void Objects::fillScene() {
+  if (random_.oneIn(3)) return fillGraph();
   const IID contexts[] = {__uuidof(IZYN3DGLBitmapContext), __uuidof(IZYN2DGLBitmapContext)};
   const auto scene = random_.oneIn(3) ? answering(random_.pick(contexts)) : hostedControl();
   const auto dispatch = queryFor<IDispatch>(scene.Get());

@@ -39,7 +39,7 @@ class Objects final : public ObjectSource {
   /// Replaces some object by a new one.
   void renew();
 
-  /// Adds something that draws to a view or a bitmap context.
+  /// Adds something that draws to a view or a bitmap context, or shows something in a graph.
   void fillScene();
 
   /// What a container does: gives a control its site and its window back.
@@ -66,6 +66,9 @@ class Objects final : public ObjectSource {
   const Own* find(REFIID iid, std::uint64_t bornAfter);
   void takeIn(IUnknown* object);
   void own(IUnknown* object) { own_.push_back({object, ++births_}); }
+  /// The graph of a view or a bitmap context that has one, and what belongs to it.
+  void ownGraph(IUnknown* object);
+  void fillGraph();
   ComPtr<IUnknown> create(const PublishedClass& which) const;
   /// Gives a bitmap context its surface, and events a sink.
   void equip(IUnknown* object);
