@@ -1,8 +1,8 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <map>
+#include <tuple>
 #include <vector>
 
 #include "glcontext/VertexArrays_gl.h"
@@ -22,7 +22,12 @@ class SpriteAtlas {
     int phaseX;  ///< where in a pixel its origin lies
     int phaseY;
 
-    auto operator<=>(const Key&) const = default;
+    bool operator<(const Key& other) const {
+      const auto parts = [](const Key& key) {
+        return std::tie(key.shape, key.size, key.isUpright, key.phaseX, key.phaseY);
+      };
+      return parts(*this) < parts(other);
+    }
   };
 
   SpriteAtlas() = default;
