@@ -52,15 +52,15 @@ TEST(FrameDrawingTest, HoldsLinesArrowsAndTexts) {
   ASSERT_GE(axes.lines.points.size(), 4U);
   EXPECT_EQ(axes.lines.starts.size(), axes.lines.points.size() / 2);
   const auto texts = textsOf(layer);
-  for (const char* const text : {"<Nom>", "<mm>", "<Long>", "<s>", "<2>", "<8>", "<3>"}) {
+  for (const char* const text : {"<Nom>", "<mm>", "<Long>", "<s>", "<6>", "<8>", "<3>"}) {
     ASSERT_TRUE(texts.contains(text)) << text;
     EXPECT_TRUE(texts.at(text).shaped);
     EXPECT_GT(texts.at(text).emHeight, 3);
   }
-  EXPECT_EQ(texts.at("<2>").emHeight, texts.at("<8>").emHeight);
-  EXPECT_LT(texts.at("<2>").start.y, 40) << "below the axis";
+  EXPECT_EQ(texts.at("<6>").emHeight, texts.at("<8>").emHeight);
+  EXPECT_LT(texts.at("<6>").start.y, 40) << "below the axis";
   EXPECT_LT(texts.at("<3>").start.x, 50) << "left of it";
-  EXPECT_LT(texts.at("<2>").start.x, texts.at("<8>").start.x);
+  EXPECT_LT(texts.at("<6>").start.x, texts.at("<8>").start.x);
 }
 
 TEST(FrameDrawingTest, GrowsAboutTheOrigin) {
