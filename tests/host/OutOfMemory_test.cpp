@@ -8,6 +8,7 @@
 #include "support/EventListener_win.h"
 #include "support/FailingAllocations_win.h"
 #include "support/ForeignObject_win.h"
+#include "support/Graph_win.h"
 #include "support/Pickable_win.h"
 #include "support/PlainCalls_win.h"
 #include "support/Scene_win.h"
@@ -79,6 +80,8 @@ const ContainerClass kContainers[] = {{"View3D", make<ViewContainer<View3DHost>>
                                       {"Scene", make<OffscreenContainer<OffscreenScene>>},
                                       {"Graph", make<OffscreenContainer<OffscreenGraph>>}};
 
+using Numbers = std::vector<double>;
+
 void PrintTo(const ContainerClass& chosen, std::ostream* out) { *out << chosen.name; }
 
 ComPtr<IDispatch> makeUnicodeText() {
@@ -126,6 +129,36 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
           makeScale(),
           makeGroup(),
           foreign};
+}
+
+/// The active graph of a view, with a title that is written in a font.
+Graph makePlot(IUnknown* view) {
+  Graph graph(view);
+  const auto series = makeSeries({0, 1, 2, 3}, {1, 3, 2, 10});
+  require(series->put_Nom(_bstr_t(L"a series with a name too long")), "Nom");
+  require(series->put_Marqueur(1), "Marqueur");
+  require(series->setErreurs(doubleArray({1, 1, 1, 1}), leftOut()), "setErreurs");
+  require(graph.add(series.Get()), "Ajouter");
+  const auto map = createObject<IZYNCarte>(L"ZYNVue.ZYNCarte");
+  require(map->setValeurs(doubleTable(2, 3)), "setValeurs");
+  require(graph.add(map.Get()), "Ajouter");
+  require(graph->put_Titre(_bstr_t(L"a title")), "Titre");
+  require(graph.cursors()->put_Visible(VARIANT_TRUE), "Visible");
+  require(graph.legend()->put_Visible(VARIANT_TRUE), "Visible");
+  require(graph->put_Actif(VARIANT_TRUE), "Actif");
+  return graph;
+}
+
+/// A graph and all that belongs to it.
+std::vector<ComPtr<IDispatch>> partsOf(const Graph& graph) {
+  std::vector<ComPtr<IDispatch>> parts = {graph.get(), graph.axis(0), graph.axis(3), graph.legend(),
+                                          graph.cursors()};
+  for (const long i : {0, 1}) {
+    ComPtr<IDispatch> shown;
+    require(graph->Item(i, &shown), "Item");
+    parts.push_back(shown);
+  }
+  return parts;
 }
 
 class OutOfMemoryTest : public HostTest {
@@ -198,6 +231,9 @@ TEST_F(OutOfMemoryTest, EveryMemberOfEveryClass) {
   std::vector<ComPtr<IDispatch>> targets = addableObjects();
   targets.pop_back();
   targets.push_back(createObject<IDispatch>(L"ZYNVue.ZYNEvenements"));
+  View2DHost plotted({40, 40});
+  const Graph plot = makePlot(plotted.get());
+  for (const auto& part : partsOf(plot)) targets.push_back(part);
   for (IDispatch* target :
        std::initializer_list<IDispatch*>{view3D.get(), view2D.get(), scene.get(), graph.get()}) {
     targets.emplace_back(target);
@@ -298,6 +334,79 @@ TEST_F(OutOfMemoryTest, MeshesStayAsTheyAre) {
   EXPECT_FALSE(events.listener().parts.empty());
 }
 
+TEST_F(OutOfMemoryTest, SeriesStayAsTheyAre) {
+  View2DHost view({80, 60});
+  const Graph graph = makePlot(view.get());
+  ComPtr<IDispatch> shown;
+  require(graph->Item(0, &shown), "Item");
+  const auto series = queryFor<IZYNSerie>(shown.Get());
+  const auto state = [&] {
+    _variant_t points;
+    require(series->getPoints(&points), "getPoints");
+    std::vector<double> all = doublesIn(points);
+    for (const long side : {0, 1}) {  // where the error bars are
+      for (const double end : rangeOf(graph.axis(side).Get())) all.push_back(end);
+    }
+    return all;
+  };
+  const auto call = [&](const auto& member) {
+    const std::vector<double> old = state();
+    std::uint32_t failures = 0;
+    bool isMade = false;
+    FailingAllocations allocations(library());
+    EXPECT_EQ(
+        allocations.failEach([&] { return isMade ? S_OK : member(); },
+                             [&](std::uint32_t n, HRESULT answer) {
+                               ++failures;
+                               isMade = answer == S_OK;  // who hears of the change may miss it
+                               EXPECT_TRUE(isMade || answer == E_OUTOFMEMORY) << n;
+                               EXPECT_TRUE(isMade || state() == old) << "changed in part by " << n;
+                             }),
+        S_OK);
+    EXPECT_GT(failures, 0U);
+    EXPECT_NE(state(), old) << "nothing was to change";
+    view.paint();
+  };
+  call([&] { return series->AjouterPoints(doubleArray({4, 5}), doubleArray({20, -7})); });
+  call([&] { return series->setErreurs(doubleArray({9, 9, 9, 9, 9, 9}), leftOut()); });
+  call([&] { return series->setErreursX(doubleArray({9, 9, 9, 9, 9, 9}), doubleArray({})); });
+  call([&] { return series->setPoints(doubleArray({1, 2, 30}), doubleArray({4, 5, 6})); });
+}
+
+TEST_F(OutOfMemoryTest, GraphsStayAsTheyAre) {
+  View2DHost view({80, 60});
+  const Graph graph = makePlot(view.get());
+  const auto added = makeSeries({0, 1}, {0, 100});
+  const auto fails = [&](const std::function<HRESULT()>& member) {
+    const Numbers old = {rangeOf(graph.axis(1).Get())[1],
+                         double(valueOf(graph.get(), &IZYNGraphe::get_Count))};
+    std::uint32_t failures = 0;
+    FailingAllocations allocations(library());
+    EXPECT_EQ(allocations.failEach(
+                  member,
+                  [&](std::uint32_t n, HRESULT answer) {
+                    ++failures;
+                    EXPECT_EQ(answer, E_OUTOFMEMORY) << n;
+                    EXPECT_EQ((Numbers{rangeOf(graph.axis(1).Get())[1],
+                                       double(valueOf(graph.get(), &IZYNGraphe::get_Count))}),
+                              old)
+                        << n;
+                    EXPECT_EQ(referencesOf(added.Get()), 1U) << n;
+                  }),
+              S_OK);
+    EXPECT_GT(failures, 0U);
+    view.paint();
+  };
+  fails([&] { return graph.add(added.Get()); });
+  EXPECT_EQ(graph->Retirer(added.Get()), S_OK);
+  EXPECT_EQ(referencesOf(added.Get()), 1U);
+  const auto trace = createObject<IDispatch>(L"ZYNModeleGeom.Polyligne");
+  fails([&] { return graph.add(trace.Get()); });
+  ComPtr<IDispatch> axis;
+  fails([&] { return graph->AjouterAxe(3, axis.ReleaseAndGetAddressOf()); });
+  EXPECT_EQ(graph->RetirerAxe(axis.Get()), S_OK);
+}
+
 /// An export member with the file that it writes.
 using Export = HRESULT (*)(OffscreenContext& context, const std::filesystem::path& file);
 
@@ -392,12 +501,15 @@ TEST_F(OutOfMemoryTest, PaintingGoesOnAfterwards) {
     require(view->Add(object.Get(), 0), "Add");
     require(graph->Add(object.Get(), 0), "Add");
   }
+  View2DHost plotted({160, 120});
+  const Graph plot = makePlot(plotted.get());
   FailingAllocations allocations(library());
-  for (const ViewHost* each : std::initializer_list<const ViewHost*>{&view, &graph}) {
+  for (const ViewHost* each : std::initializer_list<const ViewHost*>{&view, &graph, &plotted}) {
     each->paint();
     const Image wanted = each->shown();
     allocations.failEach(
         [&] {
+          plot->put_TaillePolice(9);  // lays it out anew
           each->paint();
           return S_OK;
         },
