@@ -57,13 +57,14 @@ std::optional<VectorPicture> CZYN2DGLBitmapContext::vectorPicture() {
   const ComPtr<CZYNGraphe> graph = graph_;
   GraphCore& core = graph->core();
   core.layout();
-  VectorPicture picture{{}, core.frame.page().width, core.frame.page().height};
+  const PlotPicture shown(core.plot, core.frame);
+  VectorPicture picture{{}, shown.size.x, shown.size.y};
   if (holdsTexts(core.plot)) {
     needFonts();
   }
   withContext([&] {
     const PixelScale scale(core.page().pixelScale);
-    picture.drawing = drawingOf(core.plot, core.frame, drawList(), listPass());
+    picture.drawing = drawingOf(shown, drawList(), listPass());
   });
   return picture;
 }

@@ -157,14 +157,13 @@ std::optional<VectorPicture> CZYNVue2D::vectorPicture() {
   const ComPtr<CZYNGraphe> graph = graphObject_;
   GraphCore& core = graph->core();
   core.layout();
-  const auto draw = [&](const ListPass& objects) {
-    return drawingOf(core.plot, core.frame, drawList_, objects);
-  };
+  const PlotPicture shown(core.plot, core.frame);
+  const auto draw = [&](const ListPass& objects) { return drawingOf(shown, drawList_, objects); };
   if (showsObjects(core.plot, drawList_)) {
     return vectorsOf(
         [&](ContextResources& resources, SIZE) { return draw({.texts = textView(&resources)}); });
   }
-  VectorPicture picture{{}, core.frame.page().width, core.frame.page().height};
+  VectorPicture picture{{}, shown.size.x, shown.size.y};
   withSurface([&](OffscreenSurface&, SIZE) { picture.drawing = draw({}); });
   return picture;
 }

@@ -73,15 +73,15 @@ void drawObjects(CListTrace& list, const PlanePoint& size, const PlotPlace& plac
   list.draw2D(objects);
 }
 
-DrawnLayer objectLayer(CListTrace& list, const PlotFrame& frame, const PlotPlace& place,
+DrawnLayer objectLayer(CListTrace& list, const PlanePoint& size, const PlotPlace& place,
                        const ListPass& pass) {
   DrawnLayer layer{place.area, {}};
   if (list.count() != 0) {
     const PushedMatrix projection(GL_PROJECTION);
     const PushedMatrix modelview(GL_MODELVIEW);
-    loadView(plotViewOf(frame, place));
+    loadView(plotViewOf(size, place));
     ListPass objects = pass;
-    objects.texts.viewHeight = sizeOf(frame).y;
+    objects.texts.viewHeight = size.y;
     objects.logs = place.logs();
     appendObjects(list, objects, layer.items);
   }
@@ -181,20 +181,17 @@ bool showsObjects(const Plot& plot, const CListTrace& drawList) {
          });
 }
 
-Drawing drawingOf(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
-                  const ListPass& objects) {
-  const std::shared_ptr<const PlotLayout> layout = frame.kept();
-  const Drawing cursors = frame.drawCursors();
-  const PlotPlace place = mainPlace(plot, frame);
-  Drawing drawing = layout->behind;
-  for (const PlannedEntry& entry : frame.plan()) {
+Drawing drawingOf(const PlotPicture& picture, CListTrace& drawList, const ListPass& objects) {
+  Drawing drawing = picture.layout->behind;
+  for (const PlannedEntry& entry : picture.entries) {
     auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get());
-    drawing.push_back(drawable ? objectLayer(drawable->list(), frame, entry.place, objects)
+    drawing.push_back(drawable ? objectLayer(drawable->list(), picture.size, entry.place, objects)
                                : entry.layer());
   }
-  drawing.push_back(objectLayer(drawList, frame, place, objects));
-  drawing.insert(drawing.end(), layout->inFront.begin(), layout->inFront.end());
-  drawing.insert(drawing.end(), cursors.begin(), cursors.end());
+  drawing.push_back(objectLayer(drawList, picture.size, picture.place, objects));
+  const Drawing& inFront = picture.layout->inFront;
+  drawing.insert(drawing.end(), inFront.begin(), inFront.end());
+  drawing.insert(drawing.end(), picture.cursors.begin(), picture.cursors.end());
   return drawing;
 }
 

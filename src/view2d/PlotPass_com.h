@@ -59,7 +59,6 @@ void drawPlotNames(const PlotFrame& frame,
 bool showsObjects(const Plot& plot, const CListTrace& drawList);
 
 /// The whole graph as values, which drawPlot would draw.
-Drawing drawingOf(const Plot& plot, const PlotFrame& frame, CListTrace& drawList,
-                  const ListPass& objects);
+Drawing drawingOf(const PlotPicture& picture, CListTrace& drawList, const ListPass& objects);
 
 }  // namespace zyn
