@@ -7,6 +7,7 @@
 #include "support/ControlTest_win.h"
 #include "support/EventListener_win.h"
 #include "support/GlCanvas_win.h"
+#include "support/Graph_win.h"
 #include "support/Pictures_win.h"
 #include "support/ProcessUsage_win.h"
 #include "support/Scene_win.h"
@@ -230,6 +231,20 @@ void useCamera() {
   camera->get_Texte(text.GetAddress());
 }
 
+/// What belongs to graphs, without one.
+void useSeries() {
+  const auto series = makeSeries({0, 1, 2}, {1, 3, 2});
+  series->setErreurs(doubleArray({1, 1, 1}), doubleArray({}));
+  series->setPoints(_variant_t(L"no number"), doubleArray({1}));
+  _variant_t numbers;
+  series->PlusProche(1, 1, &numbers);
+  numbers.Clear();
+  series->get_Statistiques(&numbers);
+  const auto map = createObject<IZYNCarte>(L"ZYNVue.ZYNCarte");
+  map->setValeurs(doubleTable(4, 5));
+  map->put_EchelleCouleurs(makeScale().Get());
+}
+
 void useEvents() {
   HeardEvents events;
   for (const wchar_t* const progId :
@@ -247,6 +262,7 @@ const SimpleClass kSimpleClasses[] = {
     {"Evenements", useEvents},
     {"Cote", useCote},
     {"Camera", useCamera},
+    {"Serie", useSeries},
     {"Vue2DChild", [] { createObject<IDispatch>(L"ZYNVue.ZYNVue2DChild"); }},
     {"Rectangle", [] { useByName(kRectangleProgId, L"Largeur"); }},
     {"Box2D", [] { useByName(L"ZYNModeleGeom.Box2D", L"DX"); }},
@@ -288,6 +304,26 @@ TEST_P(ContextLeaks, NothingStays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, ContextLeaks, testing::ValuesIn(offscreenClasses()), nameOf);
+
+class GraphLeaks : public HostTest {};
+
+TEST_F(GraphLeaks, NothingStaysOfWhatAViewShowed) {
+  View2DHost view({kSize, kSize});
+  const Graph graph(view.get());
+  expectNoGrowth(kCycles / 4, kAllowedMb, [&] {
+    std::vector<ComPtr<IDispatch>> axes(2);
+    for (auto& axis : axes) require(graph->AjouterAxe(0, &axis), "AjouterAxe");
+    const auto series = makeSeries({0, 1}, {0, 1});
+    require(graph.add(series.Get(), _variant_t(axes[0].Get())), "Ajouter");
+    require(graph->put_Actif(VARIANT_TRUE), "Actif");
+    view.paint();
+    require(graph->RetirerTout(), "RetirerTout");
+    for (const auto& axis : axes) require(graph->RetirerAxe(axis.Get()), "RetirerAxe");
+    view.paint();
+    EXPECT_EQ(referencesOf(series.Get()), 1U);
+    for (const auto& axis : axes) EXPECT_EQ(referencesOf(axis.Get()), 1U);
+  });
+}
 
 // --- views ---------------------------------------------------------------------------------------
 
