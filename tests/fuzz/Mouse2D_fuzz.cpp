@@ -1,4 +1,5 @@
 #include "view2d/Mouse2D.h"
+#include "view2d/ViewState2D.h"
 
 #include <cmath>
 
