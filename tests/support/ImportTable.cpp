@@ -102,7 +102,13 @@ void addGraphics(Rules& rules) {
         "gluDeleteTess wglDeleteContext");
   leave(rules, "a picture that is wrong or missing for once, and nothing to be done about it",
         "CreateRectRgnIndirect GdiFlush PatBlt SetMapMode SetStretchBltMode SetWindowExtEx "
-        "SetWindowOrgEx GetPixel");
+        "SetWindowOrgEx GetPixel BeginPath Ellipse EndPath ExtTextOutW FillPath GdiAlphaBlend "
+        "IntersectClipRect ModifyWorldTransform PolyPolygon PolyPolyline RestoreDC SaveDC "
+        "SelectClipPath SetBkMode SetBrushOrgEx SetPolyFillMode SetTextAlign SetTextColor "
+        "SetViewportExtEx SetViewportOrgEx StretchBlt GetGraphicsMode");
+  leave(rules,
+        "checked where metafiles are made, written and printed, which the steps here are not",
+        "CreateSolidBrush ExtCreatePen GetEnhMetaFileBits PlayEnhMetaFile");
   leave(rules, "cannot fail", "wglGetCurrentContext wglGetCurrentDC");
   leave(rules, "asked of multisampled bitmaps only, where no answer means no samples",
         "GetPixelFormat");
