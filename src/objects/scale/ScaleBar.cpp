@@ -19,6 +19,13 @@ constexpr double kClosest = 20;  ///< of ticks
 /// However long the bar.
 constexpr double kMostTicks = 50;
 
+/// A character is hardly ever narrower, in em heights.
+constexpr double kNarrowest = 0.1;
+constexpr double kMostCharacters = 10000;
+
+/// Texts so many times as high as the picture show nothing that could be read.
+constexpr double kTallest = 8;
+
 /// A label beside the middle of its tick.
 struct Label {
   double tick;  ///< pixels along the bar
@@ -147,7 +154,8 @@ class Layout {
     if (bar_.title.empty()) {
       return;
     }
-    const TextBox box = measure(bar_.title, metrics_.text);
+    const std::string title = shownTitle();
+    const TextBox box = measure(title, metrics_.text);
     // Labels of an upright bar reach beyond its ends by half their height.
     const double end = metrics_.digits.height() * made_.emHeight / 2;
     const double gap = 2 * kGap * scale_;
@@ -155,13 +163,22 @@ class Layout {
     const double above = bar.top + gap + (bar_.isUpright() ? end : isFlipped_ ? labelRoom_ : 0);
     const double below = bar.bottom - gap - (bar_.isUpright() ? end : isFlipped_ ? 0 : labelRoom_);
     const bool isAbove = above + box.height() <= picture_.y || below - box.height() < 0;
-    addText(bar_.title, box, {(bar.left + bar.right) / 2, isAbove ? above : below},
-            isAbove ? 5 : 7);
+    addText(title, box, {(bar.left + bar.right) / 2, isAbove ? above : below}, isAbove ? 5 : 7);
+  }
+
+  /// A title that is wider than the picture begins at its left edge: what is far beyond the right
+  /// one is not worth drawing.
+  std::string shownTitle() const {
+    const double most = picture_.x / (kNarrowest * made_.emHeight) + 1;
+    return bar_.title.substr(0, static_cast<std::size_t>(std::clamp(most, 1.0, kMostCharacters)));
   }
 
   /// Held by a point of its box, but moved into the picture; whole pixels, so that equal texts look
   /// alike.
   void addText(const std::string& text, const TextBox& box, PlanePoint at, std::int32_t reference) {
+    if (!(made_.emHeight <= kTallest * picture_.y)) {
+      return;
+    }
     const PlanePoint start = at - anchorOf(box, reference);
     const auto within = [](double value, double low, double high) {
       return std::round(std::max(std::min(value, high), low));
