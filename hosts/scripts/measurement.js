@@ -14,10 +14,10 @@ var FINER = 2; // how many pixels of the PNG are one of a screen
 
 // Numbers of the published enumerations.
 var BOTTOM = 0, LEFT = 1, RIGHT = 3; // sides of axes
-var LOGARITHMIC = 1, DATE = 2; // TypeEchelle
+var LINEAR = 0, LOGARITHMIC = 1, DATE = 2; // TypeEchelle
 var POINTS = 2, BARS = 3; // TypeTrace
 var CIRCLE = 1, SQUARE = 2; // Marqueur
-var TOP_LEFT = 4, BOTTOM_LEFT = 1, BELOW = 6; // Position of a legend
+var INSIDE = 0, BOTTOM_LEFT = 1, TOP_LEFT = 4, BELOW = 6; // Position of a legend
 var MIDDLE_LEFT = 8; // of a colour bar, where setPosition puts it
 
 var BLUE = [0.0, 0.45, 0.7];
@@ -56,54 +56,37 @@ function main() {
 
 // Every week and the mean of a year around it; weeks without a value are gaps.
 function carbonDioxide(table) {
-  var context = newGraph("Carbon dioxide in the air", "Mauna Loa Observatory, Hawaii: weekly means");
-  var graph = context.Graphe;
-  axis(graph, BOTTOM, DATE, "", "");
-  axis(graph, LEFT, 0, "CO\u2082", "ppm").GrilleVisible = true;
-
-  var weeks = series("Week", GREY, 1);
-  weeks.setPoints(table.DATE, table.CO2);
-  graph.Ajouter(weeks);
-
-  var years = series("Mean of a year", ORANGE, 2);
-  years.setPoints(table.DATE, runningMean(table.CO2, 26));
-  graph.Ajouter(years);
-  graph.Legende.Position = TOP_LEFT;
+  var context = newPlot("Carbon dioxide in the air", "Mauna Loa Observatory, Hawaii: weekly means",
+                        [DATE, "", ""], [LINEAR, "CO\u2082", "ppm"], TOP_LEFT);
+  addSeries(context.Graphe, "Week", GREY, table.DATE, table.CO2);
+  addSeries(context.Graphe, "Mean of a year", ORANGE, table.DATE, runningMean(table.CO2, 26)).Epaisseur = 2;
   return context;
 }
 
 // Two axes side by side: temperatures to the left, the rain of each month to the right.
 function weather(table) {
-  var context = newGraph("The weather of Seattle", "");
+  var context = newPlot("The weather of Seattle", "", [DATE, "", ""], [LINEAR, "Temperature", "\u00b0C"], BELOW);
   var graph = context.Graphe;
-  axis(graph, BOTTOM, DATE, "", "");
-  axis(graph, LEFT, 0, "Temperature", "\u00b0C").setPlage(-20, 40);
-  var rain = axis(graph, RIGHT, 0, "Rain in a month", "mm");
+  graph.Axe(LEFT).setPlage(-20, 40);
+  var rain = setAxis(graph, RIGHT, [LINEAR, "Rain in a month", "mm"]);
   rain.setPlage(0, 900);
   rain.setColor(BLUE[0], BLUE[1], BLUE[2]);
 
   var months = monthlySums(table.DATE, table.PRECIPITATION);
-  var bars = series("Rain", BLUE, 1);
-  bars.TypeTrace = BARS;
-  bars.setPoints(months.middles, months.sums);
-  graph.Ajouter(bars, BOTTOM, RIGHT);
-
-  var highest = series("Highest of the day", ORANGE, 1);
-  highest.setPoints(table.DATE, table.HIGHEST);
-  graph.Ajouter(highest);
-  var lowest = series("Lowest of the day", GREY, 1);
-  lowest.setPoints(table.DATE, table.LOWEST);
-  graph.Ajouter(lowest);
-  graph.Legende.Position = BELOW;
+  addSeries(graph, "Rain", BLUE, months.middles, months.sums, RIGHT).TypeTrace = BARS;
+  addSeries(graph, "Highest of the day", ORANGE, table.DATE, table.HIGHEST);
+  addSeries(graph, "Lowest of the day", GREY, table.DATE, table.LOWEST);
   return context;
 }
 
 // Both axes logarithmic, points with the standard deviation of each.
 function scattering(table) {
-  var context = newGraph("Neutrons scattered by latex spheres", "Diameter 0.5 \u00b5m, in heavy water");
+  var context = newPlot("Neutrons scattered by latex spheres", "Diameter 0.5 \u00b5m, in heavy water",
+                        [LOGARITHMIC, "q", "\u00c5\u207b\u00b9"], [LOGARITHMIC, "Intensity", "cm\u207b\u00b9"],
+                        BOTTOM_LEFT);
   var graph = context.Graphe;
-  var q = axis(graph, BOTTOM, LOGARITHMIC, "q", "\u00c5\u207b\u00b9");
-  var intensity = axis(graph, LEFT, LOGARITHMIC, "Intensity", "cm\u207b\u00b9");
+  var q = graph.Axe(BOTTOM);
+  var intensity = graph.Axe(LEFT);
   intensity.setPlage(0.01, 10000);
   q.GrilleVisible = intensity.GrilleVisible = true;
   q.SousGrilleVisible = intensity.SousGrilleVisible = true;
@@ -111,28 +94,25 @@ function scattering(table) {
   var instruments = { USANS: [ORANGE, SQUARE], SANS: [BLUE, CIRCLE] };
   for (var name in instruments) {
     var rows = rowsWhere(table.INSTRUMENT, name);
-    var points = series(name, instruments[name][0], 1);
+    var points = addSeries(graph, name, instruments[name][0], pick(table.Q, rows), pick(table.INTENSITY, rows));
     points.TypeTrace = POINTS;
     points.Marqueur = instruments[name][1];
     points.TailleMarqueur = 4;
-    points.setPoints(pick(table.Q, rows), pick(table.INTENSITY, rows));
     points.setErreurs(pick(table.DEVIATION, rows));
-    graph.Ajouter(points);
   }
-  graph.Legende.Position = BOTTOM_LEFT;
   return context;
 }
 
 // A map of colours: a row of the map is a month, a column a year. Its colour bar stands in the margin.
 function seaSurface(table) {
-  var context = newGraph("The sea off Peru and Ecuador", "Monthly means of the surface temperature");
+  var context = newPlot("The sea off Peru and Ecuador", "Monthly means of the surface temperature",
+                        [LINEAR, "", ""], [LINEAR, "Month", ""], INSIDE);
   var graph = context.Graphe;
   var first = table.YEAR[0];
   var last = table.YEAR[table.YEAR.length - 1];
-  axis(graph, BOTTOM, 0, "", "").setPlage(first, last + 1);
-  var months = axis(graph, LEFT, 0, "Month", "");
-  months.setPlage(0.5, 12.5);
-  months.Inverse = true;
+  graph.Axe(BOTTOM).setPlage(first, last + 1);
+  graph.Axe(LEFT).setPlage(0.5, 12.5);
+  graph.Axe(LEFT).Inverse = true;
   graph.setMarges(0, 0, 100, 0);
 
   var colours = new ActiveXObject("ZYNVue.ZYNEchelleCouleurs");
@@ -150,30 +130,36 @@ function seaSurface(table) {
   return context;
 }
 
-// A picture without a window that is a plot.
-function newGraph(title, subtitle) {
+// A picture without a window that is a plot. An axis is told by its scale, title and unit.
+function newPlot(title, subtitle, bottom, left, legend) {
   var context = new ActiveXObject("ZYNVue.ZYN2DGLBitmapContext");
   context.DPIResolution *= FINER;
   context.CreateContexte(WIDTH * FINER, HEIGHT * FINER);
-  context.Graphe.Actif = true;
-  context.Graphe.Titre = title;
-  context.Graphe.SousTitre = subtitle;
+  var graph = context.Graphe;
+  graph.Actif = true;
+  graph.Titre = title;
+  graph.SousTitre = subtitle;
+  graph.Legende.Position = legend;
+  setAxis(graph, BOTTOM, bottom);
+  setAxis(graph, LEFT, left);
   return context;
 }
 
-function axis(graph, side, kind, title, unit) {
+function setAxis(graph, side, told) {
   var axis = graph.Axe(side);
-  axis.TypeEchelle = kind;
-  axis.Titre = title;
-  axis.Unite = unit;
+  axis.TypeEchelle = told[0];
+  axis.Titre = told[1];
+  axis.Unite = told[2];
   return axis;
 }
 
-function series(name, colour, width) {
+// A line by the left axis unless another is given.
+function addSeries(graph, name, colour, x, y, side) {
   var series = new ActiveXObject("ZYNVue.ZYNSerie");
   series.Nom = name;
   series.setColor(colour[0], colour[1], colour[2]);
-  series.Epaisseur = width;
+  series.setPoints(x, y);
+  graph.Ajouter(series, BOTTOM, side || LEFT);
   return series;
 }
 
