@@ -7,10 +7,15 @@ namespace zyn {
 
 namespace {
 
+[[noreturn]] void fail() { throw Failure(E_FAIL, L"The device context did not take the picture"); }
+
 /// A device context that counts in pixels of the device for a scope.
 class DevicePixels {
  public:
   explicit DevicePixels(HDC dc) : dc_(dc), saved_(SaveDC(dc)) {
+    if (saved_ == 0) {
+      fail();  // it could not be left as it was
+    }
     if (GetGraphicsMode(dc) == GM_ADVANCED) {
       ModifyWorldTransform(dc, nullptr, MWT_IDENTITY);
     }
@@ -26,8 +31,6 @@ class DevicePixels {
   HDC dc_;
   int saved_;
 };
-
-[[noreturn]] void fail() { throw Failure(E_FAIL, L"The device context did not take the picture"); }
 
 }  // namespace
 

@@ -50,7 +50,11 @@ class Selected {
 /// The state of a device context, given back at the end.
 class SavedState {
  public:
-  explicit SavedState(HDC dc) : dc_(dc), saved_(SaveDC(dc)) {}
+  explicit SavedState(HDC dc) : dc_(dc), saved_(SaveDC(dc)) {
+    if (saved_ == 0) {
+      fail();
+    }
+  }
   ~SavedState() { RestoreDC(dc_, saved_); }
   SavedState(const SavedState&) = delete;
   SavedState& operator=(const SavedState&) = delete;
@@ -113,7 +117,9 @@ class Recording final : private VectorSink {
 
  private:
   void beginLayer(const std::optional<PixelBox>& clip) override {
-    SaveDC(dc_);
+    if (SaveDC(dc_) == 0) {
+      fail();
+    }
     if (clip) {
       const RECT box = placeOf(*clip);
       IntersectClipRect(dc_, box.left, box.top, box.right, box.bottom);

@@ -4,6 +4,7 @@
 #include <ole2.h>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <set>
 
@@ -12,9 +13,11 @@
 #include "support/EventListener_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
+#include "support/Graph_win.h"
 #include "support/ImportTable.h"
 #include "support/LateBinding_win.h"
 #include "support/MessageCatcher_win.h"
+#include "support/Paper_win.h"
 #include "support/Pickable_win.h"
 #include "support/Pictures_win.h"
 #include "support/Scene_win.h"
@@ -149,8 +152,40 @@ void exportAll(Context& context, const std::string& name, Exports& exports) {
   context.GetPictureDisp(&picture);
 }
 
+Bytes bytesOf(const Image& picture) {
+  Bytes bytes;
+  for (int place = 0; place < picture.width() * picture.height(); ++place) {
+    const Rgb& pixel = picture.at(place % picture.width(), place / picture.width());
+    for (const int part : {pixel.r, pixel.g, pixel.b}) {
+      bytes.push_back(static_cast<std::uint8_t>(part));
+    }
+  }
+  return bytes;
+}
+
+/// What a metafile shows: systems leave in its bytes what was in their memory. Ends it.
+Bytes playedBy(HENHMETAFILE metafile) {
+  Paper paper(4 * kSize, 3 * kSize);
+  const RECT place = {0, 0, 4 * kSize, 3 * kSize};
+  EXPECT_TRUE(PlayEnhMetaFile(paper.dc(), metafile, &place)) << "it is there in part";
+  DeleteEnhMetaFile(metafile);
+  return bytesOf(paper.picture());
+}
+
+/// Prints on a bitmap, whose graphics may be transformed, and in a metafile.
+void print(IDispatch* context, const std::string& name, Pictures& pictures) {
+  Paper paper(4 * kSize, 3 * kSize);
+  SetGraphicsMode(paper.dc(), GM_ADVANCED);
+  callMethod(context, L"Imprimer", {handleOf(paper.dc()), 0L, 0L, kSize, kSize});
+  pictures[name + " printed"] = bytesOf(paper.picture());
+  const HDC metafile = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+  callMethod(context, L"Imprimer", {handleOf(metafile), 0L, 0L, kSize, kSize});
+  pictures[name + " recorded"] = playedBy(CloseEnhMetaFile(metafile));
+}
+
 Pictures drawScene() {
   Exports exports;
+  Pictures pictures;
   const auto objects = makeObjects();
   attempt([&] {
     const auto scene = createObject<IZYN3DGLBitmapContext>(kContextProgId);
@@ -158,8 +193,10 @@ Pictures drawScene() {
     scene->CreateContext(kSize, kSize, &made);
     for (const auto& object : objects) scene->Add(object.Get(), 0);
     exportAll(*scene.Get(), "scene", exports);
+    print(scene.Get(), "scene", pictures);
   });
-  return exports.pictures();
+  pictures.insert(exports.pictures().begin(), exports.pictures().end());
+  return pictures;
 }
 
 Pictures drawGraph() {
@@ -176,6 +213,58 @@ Pictures drawGraph() {
     exportAll(*graph.Get(), "graph", exports);
   });
   return exports.pictures();
+}
+
+/// Series of several kinds and a map, by axes, with texts in several fonts.
+void fillPlot(const Graph& graph) {
+  const auto map = createObject<IZYNCarte>(L"ZYNVue.ZYNCarte");
+  map->setValeurs(doubleTable(2, 3));
+  map->put_EchelleCouleurs(createObject<IZYNEchelleCouleurs>(kScaleProgId).Get());
+  graph.add(map.Get());
+  for (const long kind : {0, 3, 4}) {
+    const auto series = makeSeries({0, 1, 2, 3}, {1, 1.5, std::nan(""), 10});
+    series->put_Nom(_bstr_t(L"\x394 \x4E2D"));
+    series->put_TypeTrace(kind);
+    series->put_Marqueur(kind + 1);
+    series->put_Pointille(kind == 0 ? VARIANT_TRUE : VARIANT_FALSE);
+    series->setErreurs(doubleArray({1, 1, 1, 1}), leftOut());
+    graph.add(series.Get());
+  }
+  graph.axis(0)->setPlage(0.5, 2.5);
+  graph.axis(1)->setPlage(0.25, 1.75);
+  graph.legend()->put_Visible(VARIANT_TRUE);
+  graph.cursors()->put_Visible(VARIANT_TRUE);
+  graph->put_Titre(_bstr_t(L"title"));
+  graph->put_Actif(VARIANT_TRUE);
+}
+
+/// A graph that follows its series, as pixels and as vectors, copied and printed.
+Pictures drawPlot() {
+  Exports exports;
+  Pictures pictures;
+  attempt([&] {
+    const auto context = createObject<IZYN2DGLBitmapContext>(kContext2DProgId);
+    long made = 0;
+    context->CreateContexte(4 * kSize, 3 * kSize, &made);
+    fillPlot(Graph(context.Get()));
+    exportAll(*context.Get(), "plot", exports);
+    for (const auto& [name, end] : {std::pair{"plot svg", L".svg"}, std::pair{"plot pdf", L".pdf"},
+                                    std::pair{"plot emf", L".emf"}}) {
+      exports.take(name, [&, end = end](const _bstr_t&, const _bstr_t& file) {
+        const _bstr_t whole = file + end;
+        callMethod(context.Get(), L"Exporter", {whole});
+        MoveFileW(whole, file);
+      });
+    }
+    callMethod(context.Get(), L"Copier");
+    print(context.Get(), "plot", pictures);
+  });
+  pictures.insert(exports.pictures().begin(), exports.pictures().end());
+  if (const auto emf = pictures.find("plot emf"); emf != pictures.end()) {
+    emf->second =
+        playedBy(SetEnhMetaFileBits(static_cast<UINT>(emf->second.size()), emf->second.data()));
+  }
+  return pictures;
 }
 
 /// Members called by name, some of them with arguments that have to be converted or are wrong.
@@ -423,10 +512,11 @@ struct Steps {
 };
 
 /// The cheapest first.
-constexpr Steps kSteps[] = {{"by name", kViews, callByName},  {"files", kViews, useFiles},
-                            {"documents", kViews, keepViews}, {"scene", kViews, drawScene},
-                            {"graph", kViews, drawGraph},     {"view 3D", kViews, useView3D},
-                            {"view 2D", kViews, useView2D},   {"geometry", kGeometry, useGeometry}};
+constexpr Steps kSteps[] = {{"by name", kViews, callByName},     {"files", kViews, useFiles},
+                            {"documents", kViews, keepViews},    {"scene", kViews, drawScene},
+                            {"graph", kViews, drawGraph},        {"plot", kViews, drawPlot},
+                            {"view 3D", kViews, useView3D},      {"view 2D", kViews, useView2D},
+                            {"geometry", kGeometry, useGeometry}};
 
 void PrintTo(const Steps& steps, std::ostream* out) { *out << steps.name; }
 
@@ -609,7 +699,7 @@ TEST_P(OpenGl11Test, IsEnough) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Drawing, OpenGl11Test,
-                         testing::Values(kSteps[3], kSteps[4], kSteps[5], kSteps[6]));
+                         testing::Values(kSteps[3], kSteps[4], kSteps[5], kSteps[6], kSteps[7]));
 
 // A new import has to be added to the rules.
 TEST(ImportTest, EachHasARule) {

@@ -291,6 +291,27 @@ TEST_P(VectorFiles, ImprimerDrawsLinesNotPixels) {
   expectAlike(reduced(printed, 3), picture(), kHardEdges);
 }
 
+TEST_P(VectorFiles, ImprimerChangesNothingWhereStateCannotBeKept) {
+  Paper paper(kWidth, kHeight);
+  SetViewportOrgEx(paper.dc(), 3, 4, nullptr);
+  FailingCalls calls;
+  calls.fail(1, 0);
+  const FailingImport saving(GetModuleHandleW(L"ZYNVue.dll"), "SaveDC", {}, calls);
+  const auto print = [&] {
+    return callMethod(scene_->object(), L"Imprimer",
+                      {handleOf(paper.dc()), 0L, 0L, 1L * kWidth, 1L * kHeight});
+  };
+  ASSERT_EQ(print().code(), S_OK);
+  calls.fail(calls.made);  // the last one, which is that of the paper
+  const CallResult result = print();
+  EXPECT_EQ(result.code(), E_FAIL);
+  EXPECT_NE(result.description, L"");
+  POINT origin = {};
+  GetViewportOrgEx(paper.dc(), &origin);
+  EXPECT_EQ(origin.x, 3);
+  EXPECT_EQ(origin.y, 4);
+}
+
 TEST_P(VectorFiles, AnOlderFileStaysWhereADiskIsFull) {
   const HMODULE library = GetModuleHandleW(L"ZYNVue.dll");
   for (const wchar_t* extension : {L".svg", L".pdf", L".emf"}) {

@@ -91,7 +91,11 @@ void addGraphics(Rules& rules) {
        "CreateEnhMetaFileW CreateFontIndirectW CreateMetaFileW "
        "DescribePixelFormat EnumFontFamiliesExW GetDeviceCaps GetObjectType "
        "GetOutlineTextMetricsW GetTextMetricsW LPtoDP SelectObject "
-       "SetDIBitsToDevice SetPixelFormat StretchDIBits SwapBuffers");
+       "SetDIBitsToDevice SetPixelFormat StretchDIBits SwapBuffers BeginPath CreateSolidBrush "
+       "Ellipse EndPath ExtCreatePen ExtTextOutW FillPath GdiAlphaBlend GetEnhMetaFileBits "
+       "GetGraphicsMode IntersectClipRect ModifyWorldTransform PlayEnhMetaFile PolyPolygon "
+       "PolyPolyline RestoreDC SaveDC SelectClipPath SetBkMode SetBrushOrgEx SetPolyFillMode "
+       "SetTextAlign SetTextColor SetViewportExtEx SetViewportOrgEx StretchBlt");
   fail(rules, kGdiError, kNoSystemResources, "GetFontData GetGlyphOutlineA GetGlyphOutlineW");
   leave(rules, "asked only where the system lays out no text; that is missing then",
         "GetGlyphIndicesW");
@@ -102,13 +106,7 @@ void addGraphics(Rules& rules) {
         "gluDeleteTess wglDeleteContext");
   leave(rules, "a picture that is wrong or missing for once, and nothing to be done about it",
         "CreateRectRgnIndirect GdiFlush PatBlt SetMapMode SetStretchBltMode SetWindowExtEx "
-        "SetWindowOrgEx GetPixel BeginPath Ellipse EndPath ExtTextOutW FillPath GdiAlphaBlend "
-        "IntersectClipRect ModifyWorldTransform PolyPolygon PolyPolyline RestoreDC SaveDC "
-        "SelectClipPath SetBkMode SetBrushOrgEx SetPolyFillMode SetTextAlign SetTextColor "
-        "SetViewportExtEx SetViewportOrgEx StretchBlt GetGraphicsMode");
-  leave(rules,
-        "checked where metafiles are made, written and printed, which the steps here are not",
-        "CreateSolidBrush ExtCreatePen GetEnhMetaFileBits PlayEnhMetaFile");
+        "SetWindowOrgEx GetPixel");
   leave(rules, "cannot fail", "wglGetCurrentContext wglGetCurrentDC");
   leave(rules, "asked of multisampled bitmaps only, where no answer means no samples",
         "GetPixelFormat");
