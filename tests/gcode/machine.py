@@ -35,6 +35,7 @@ class Dwell:
     seconds: float
 
 
+GROUPS = {  # codes of which a line may have one
     "motion": [0, 1, 2, 3, 73, 80, 81, 82, 83],
     "plane": [17, 18, 19],
     "units": [20, 21],
