@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "gcode/MotionWriter.h"
 
 namespace zyn {
@@ -21,6 +23,16 @@ struct DrillCycle {
   double backOff = 0;  ///< how far the drill stays away from the bottom so far, or goes back
   double dwell = 0;    ///< seconds at the bottom
   double speed = 0;
+};
+
+/// What further holes of a program repeat, in millimetres and seconds, and where the drill was
+/// before all of them.
+struct DrillSeries {
+  double level = 0;
+  std::optional<double> clearance;
+  std::optional<double> depth;
+  std::optional<double> peck;
+  std::optional<double> dwell;
 };
 
 /// How many motions it takes at most.

@@ -82,15 +82,7 @@ class Interpreter {
   double spindle_ = 0;
   bool hasEnded_ = false;
 
-  /// What further holes of a series repeat, and where the drill was before it.
-  struct Series {
-    double level = 0;
-    std::optional<double> clearance;
-    std::optional<double> depth;
-    std::optional<double> peck;
-    std::optional<double> dwell;
-  };
-  std::optional<Series> series_;
+  std::optional<DrillSeries> series_;
   double cycleMotions_ = 0;
 
   std::uint32_t used_ = 0;  ///< words of the line that something has taken
