@@ -93,6 +93,12 @@ foreach(fuzzer IN LISTS fuzzers)
   add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1 -seed_inputs=@${list})
 endforeach()
 
+# What G-code programs do, by an interpreter of its own: the answers are kept, and come out again.
+find_program(ZYN_PYTHON python3)
+if(ZYN_PYTHON)
+  add_test(NAME gcode.witness COMMAND ${ZYN_PYTHON} -B ${CMAKE_SOURCE_DIR}/tests/gcode/witness.py)
+endif()
+
 # Checks of the source itself. Each version of the tools has a taste of its own: one version judges.
 add_test(NAME style.layers COMMAND ${CMAKE_SOURCE_DIR}/tools/check_layers.sh)
 execute_process(COMMAND clang-format --version OUTPUT_VARIABLE clang_format_version)

@@ -90,8 +90,7 @@ def file_answer(path):
     prints = path.suffix == ".gcode"
     machine = Machine(skip_unknown=prints)
     machine.run(path.read_text())
-    motions = sum(isinstance(step, Motion) for step in machine.steps)
-    return [f"file {path.name} {int(prints)} {motions}", end_line(machine)]
+    return [f"file {path.name} {int(prints)} {len(machine.steps)}", end_line(machine)]
 
 
 def end_line(machine):

@@ -91,8 +91,9 @@ N840 G99 G83 X-32 Y-25 Z-2 R9 Q2.5 F220
 N850 X32
 N860 Y25
 /N870 X0 (a hole for tests)
-N880 G98 X-32
+N880 X-32
 N890 G80
+N895 G0 Z50
 N900 M5
 
 (Centre of the boss, 40 mm above)
