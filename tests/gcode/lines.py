@@ -132,7 +132,7 @@ class LineReader:
                 self.characters.append(character.lower())
                 self.columns.append(column)
         if comment:
-            raise ProgramError("syntax", comment, False)
+            raise ProgramError("syntax", comment)
         self.text = "".join(self.characters)
 
     def column(self):
@@ -157,7 +157,7 @@ class LineReader:
         if self.take("atan"):
             y = self.expression()
             if not self.take("/"):
-                raise ProgramError("syntax", self.column(), False)
+                raise ProgramError("syntax", self.column())
             return as_fraction(math.degrees(math.atan2(y, self.expression())))
         for name, function in FUNCTIONS.items():
             if self.take(name):
@@ -188,7 +188,7 @@ class LineReader:
         for text in OPERATOR_TEXTS:
             if self.take(text):
                 return text
-        raise ProgramError("syntax", self.column(), False)
+        raise ProgramError("syntax", self.column())
 
     def expression(self):
         at = self.column()
@@ -218,7 +218,7 @@ class LineReader:
             if letter == "#":
                 index = self.index()
                 if not self.take("="):
-                    raise ProgramError("syntax", self.column(), False)
+                    raise ProgramError("syntax", self.column())
                 block.settings.append((index, self.value()))
             elif not "a" <= letter <= "z":
                 raise ProgramError("syntax", at)

@@ -150,13 +150,13 @@ class Machine:
                     raise ProgramError("unknown", word.column)
                 block.skipped += 1
             elif group in now:
-                raise ProgramError("group", word.column, False)
+                raise ProgramError("group", word.column)
             else:
                 now[group] = word.value if word.value.denominator > 1 else int(word.value)
         takes = [word for word in block.codes if word.value in TAKES_AXES]
         moves = [word for word in block.codes if GROUP_OF.get(word.value) == "motion" and word.value != 80]
         if takes and moves and block.has(AXES):
-            raise ProgramError("group", max(takes[0].column, moves[0].column), False)
+            raise ProgramError("group", max(takes[0].column, moves[0].column))
         return now
 
     def machine_codes(self, block):
@@ -182,7 +182,7 @@ class Machine:
             self.spindle = block.words["s"].value
         if "f" in block.words:
             if block.words["f"].value < 0:
-                raise ProgramError("value", block.words["f"].column, False)
+                raise ProgramError("value", block.words["f"].column)
             inverse = self.mode["feed"] == 93
             self.speed = block.words["f"].value if inverse else self.word(block, "f")
 
@@ -190,10 +190,10 @@ class Machine:
         if now.get("once") != 4:
             return
         if "p" not in block.words:
-            raise ProgramError("missing", self.code_column(block, 4), False)
+            raise ProgramError("missing", self.code_column(block, 4))
         seconds = block.words["p"].value
         if seconds < 0:
-            raise ProgramError("value", block.words["p"].column, False)
+            raise ProgramError("value", block.words["p"].column)
         if seconds:
             self.steps.append(Dwell(self.line, float(seconds)))
 
@@ -212,7 +212,7 @@ class Machine:
             raise ProgramError("value", which.column if which else self.code_column(block, 10), False)
         system = block.words.get("p")
         if system is None or system.value not in range(1, 7):
-            raise ProgramError("value", system.column if system else self.code_column(block, 10), False)
+            raise ProgramError("value", system.column if system else self.code_column(block, 10))
         origin = self.origins[int(system.value) - 1]
         for axis, letter in enumerate(AXES):
             if letter in block.words:
@@ -224,7 +224,7 @@ class Machine:
     def shift_origin(self, block, code):
         if code == 92:
             if not block.has(AXES) and not block.skipped:
-                raise ProgramError("missing", self.code_column(block, 92), False)
+                raise ProgramError("missing", self.code_column(block, 92))
             for axis, letter in enumerate(AXES):
                 if letter in block.words:
                     origin = self.origins[self.mode["system"] - 54][axis]
@@ -279,7 +279,7 @@ class Machine:
             raise ProgramError("missing", self.code_column(block, 53), False)
         if mode in (None, 80):
             if axes:
-                raise ProgramError("mode", block.column(AXES), False)
+                raise ProgramError("mode", block.column(AXES))
         elif mode in CYCLES:
             if axes or "motion" in now:
                 self.cycle(block, mode)
@@ -310,11 +310,11 @@ class Machine:
         column = min([word.column for word in block.codes] + [word.column for word in block.words.values()])
         if self.mode["feed"] == 93:
             if "f" not in block.words or not self.speed:
-                raise ProgramError("feed", column, False)
+                raise ProgramError("feed", column)
             return length * float(self.speed)
         speed = self.speed * (self.spindle if self.mode["feed"] == 95 else 1)
         if speed <= 0:
-            raise ProgramError("feed", column, False)
+            raise ProgramError("feed", column)
         return float(speed)
 
     def add(self, kind, end, length, speed, **arc):
@@ -347,7 +347,7 @@ class Machine:
     def centre_by_words(self, block, start, u, v):
         if not block.has([CENTRE_WORDS[u], CENTRE_WORDS[v]]):
             column = min(word.column for word in list(block.words.values()) + block.codes)
-            raise ProgramError("missing", column, False)
+            raise ProgramError("missing", column)
         centre = []
         for axis in (u, v):
             letter = CENTRE_WORDS[axis]
@@ -359,7 +359,7 @@ class Machine:
     def centre_by_radius(self, block, start, end, u, v, turns_left):
         column = block.words["r"].column
         if block.has(CENTRE_WORDS):
-            raise ProgramError("group", column, False)
+            raise ProgramError("group", column)
         if start[u] == end[u] and start[v] == end[v]:
             raise ProgramError("same end", column, False)
         radius = self.word(block, "r")
@@ -382,7 +382,7 @@ class Machine:
         deep = AXES[axis]
         column = min(word.column for word in list(block.words.values()) + block.codes)
         if self.mode["feed"] == 93:
-            raise ProgramError("feed", column, False)
+            raise ProgramError("feed", column)
         if self.level is None:
             self.level = self.place[axis]
         for letter in {"r", "p", "q", deep} & set(block.words):
@@ -390,18 +390,18 @@ class Machine:
             self.sticky[letter] = word.value if letter == "p" else self.word(block, letter)
         needed = {"r", deep} | {73: {"q"}, 83: {"q"}, 82: {"p"}, 81: set()}[mode]
         if not needed <= set(self.sticky):
-            raise ProgramError("missing", column, False)
+            raise ProgramError("missing", column)
         if mode in (73, 83) and self.sticky["q"] <= 0:
-            raise ProgramError("value", block.words["q"].column, False)
+            raise ProgramError("value", block.words["q"].column)
         repeats = block.words["l"].value if "l" in block.words else 1
         if repeats <= 0 or int(repeats) != repeats:
-            raise ProgramError("value", block.words["l"].column, False)
+            raise ProgramError("value", block.words["l"].column)
         incremental = self.mode["distance"] == 91
         origin = self.place[axis] if incremental else self.offset(axis)
         clear = self.sticky["r"] + origin
         bottom = self.sticky[deep] + (clear if incremental else origin)
         if clear < bottom:
-            raise ProgramError("value", column, False)
+            raise ProgramError("value", column)
         speed = self.feed_speed(block, 1)
 
         def to(height, kind=RAPID):
