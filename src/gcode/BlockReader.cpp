@@ -11,8 +11,6 @@ namespace {
 constexpr std::uint32_t kUnknownLetters = bitsOf("euvw");
 constexpr std::uint32_t kRotaryLetters = bitsOf("abc");
 
-std::string wordName(char letter) { return {static_cast<char>(letter - 'a' + 'A')}; }
-
 /// Whether a code of the line takes axis words for itself.
 bool takesAxes(const Block& block) {
   const int action = block.has(CodeGroup::kAction) ? block.code(CodeGroup::kAction) : 0;
@@ -74,7 +72,7 @@ void BlockReader::readOther(const Block& block, char c) {
 void BlockReader::readAssignment() {
   const char* const place = text_.place();
   text_.pass();
-  const int number = values_.parameterNumber(place);
+  const int number = values_.parameter(place);
   if (!text_.passIf('=')) {
     text_.fail(text_.place(), "= is missing");
   }
@@ -85,7 +83,7 @@ void BlockReader::readWord(Block& block, char letter) {
   const char* const place = text_.place();
   text_.pass();
   const std::uint32_t bit = Block::bitOf(letter);
-  if (skipsUnknown_ && !values_.isNext()) {
+  if (skipsUnknown_ && !values_.isNext() && !(letter == 'o' && text_.peek() == '<')) {
     readBareLetter(block, letter, place);
   } else if (letter == 'g' || letter == 'm') {
     addCode(block, letter, values_.value(place), place);

@@ -27,7 +27,7 @@ struct CodeTable {
 constexpr CodeTable<1000> makeGCodes() {
   CodeTable<1000> table;
   table.put(CodeGroup::kRefused, {410, 411, 420, 421, 840, 850, 860, 870, 880, 890});
-  table.put(CodeGroup::kHarmless, {90, 150, 230, 500, 501, 620, 670, 690, 970});
+  table.put(CodeGroup::kHarmless, {80, 90, 150, 230, 500, 501, 620, 670, 690, 970});
   table.put(CodeGroup::kAction, {40, 100, 280, 300, 530, 920, 921, 922, 923});
   table.put(CodeGroup::kMotion, {0, 10, 20, 30, 730, 810, 820, 830});
   table.put(CodeGroup::kCancel, {800});
@@ -65,8 +65,10 @@ CodeGroup groupOfG(int code) { return kGCodes.of(code); }
 
 CodeGroup groupOfM(int code) { return kMCodes.of(code); }
 
+std::string wordName(char letter) { return {static_cast<char>(letter - 'a' + 'A')}; }
+
 std::string codeName(char letter, int code) {
-  const std::string whole = static_cast<char>(letter - 'a' + 'A') + std::to_string(code / 10);
+  const std::string whole = wordName(letter) + std::to_string(code / 10);
   return code % 10 == 0 ? whole : whole + "." + std::to_string(code % 10);
 }
 

@@ -36,7 +36,10 @@ inline constexpr std::size_t kCodeGroups = static_cast<std::size_t>(CodeGroup::k
 CodeGroup groupOfG(int code);
 CodeGroup groupOfM(int code);
 
-/// As it is written, "G92.1".
+/// The letter of a word as it is written.
+std::string wordName(char letter);
+
+/// A code as it is written, "G92.1".
 std::string codeName(char letter, int code);
 
 }  // namespace zyn

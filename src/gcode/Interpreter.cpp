@@ -409,7 +409,7 @@ double Interpreter::kept(const Block& block, char letter, std::optional<double>&
     value = take(block, letter) * unit;
     const bool isPositive = letter == 'q' ? *value > 0 : *value >= 0;
     if ((letter == 'q' || letter == 'p') && !(isPositive && *value <= kFarthest)) {
-      text_.fail(block.place(letter), "the value is out of range");
+      text_.fail(block.place(letter), wordName(letter) + " is out of range");
     }
   }
   if (!value) {
@@ -456,8 +456,8 @@ double Interpreter::take(const Block& block, char letter) {
 int Interpreter::takeWhole(const Block& block, char letter, int least, int most) {
   const std::optional<int> number = wholeNumber(take(block, letter));
   if (!number || *number < least || *number > most) {
-    text_.fail(block.place(letter),
-               "not a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+    text_.fail(block.place(letter), wordName(letter) + " is not a whole number from " +
+                                        std::to_string(least) + " to " + std::to_string(most));
   }
   return *number;
 }
@@ -515,7 +515,7 @@ void Interpreter::requireAllUsed(const Block& block) const {
   }
   const bool isBare = (block.bare & Block::bitOf(letter)) != 0;
   text_.fail(block.place(letter),
-             isBare ? "a number is missing" : "nothing in the line uses this word");
+             isBare ? "a number is missing" : "nothing in the line uses " + wordName(letter));
 }
 
 }  // namespace zyn

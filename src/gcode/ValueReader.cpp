@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <string>
 
 namespace zyn {
 
@@ -92,7 +93,11 @@ double ValueReader::unsignedValue(const char* word) {
   }
   if (c == '#') {
     text_.pass();
-    return parameters_[parameterNumber(place)];
+    const double value = parameters_[parameter(place)];
+    if (std::isnan(value)) {
+      text_.fail(place, "the parameter has no value yet");
+    }
+    return value;
   }
   if (const Function* const function = passFunction()) {
     const double x = bracket();
@@ -101,9 +106,9 @@ double ValueReader::unsignedValue(const char* word) {
   text_.fail(word ? word : place, "a number is missing");
 }
 
-int ValueReader::parameterNumber(const char* hash) {
-  if (text_.peek() == '<') {
-    text_.fail(hash, "parameters with names are not supported");
+int ValueReader::parameter(const char* hash) {
+  if (text_.passIf('<')) {
+    return namedParameter(hash);
   }
   const std::optional<int> number = wholeNumber(value(hash));
   if (!number || *number < 1 || *number > Parameters::kLast) {
@@ -111,6 +116,19 @@ int ValueReader::parameterNumber(const char* hash) {
                "parameters have whole numbers from 1 to " + std::to_string(Parameters::kLast));
   }
   return *number;
+}
+
+int ValueReader::namedParameter(const char* hash) {
+  std::string name;
+  while (!text_.passIf('>')) {
+    const char c = text_.peek();
+    if (c == '\n') {
+      text_.fail(hash, "> is missing");
+    }
+    name += lowerCase(c);
+    text_.pass();
+  }
+  return parameters_.numberOf(name);
 }
 
 double ValueReader::bracket() {

@@ -15,8 +15,7 @@ std::optional<int> wholeNumber(double value);
 /// a sign. Powers bind closest, then * / MOD, + -, comparisons, AND OR XOR; all from the left.
 class ValueReader {
  public:
-  ValueReader(ProgramText& text, const Parameters& parameters)
-      : text_(text), parameters_(parameters) {}
+  ValueReader(ProgramText& text, Parameters& parameters) : text_(text), parameters_(parameters) {}
 
   /// Whether what is next may begin a value.
   bool isNext();
@@ -26,8 +25,8 @@ class ValueReader {
     return isDigit(text_.peek()) ? text_.number() : signedValue(word);
   }
 
-  /// Reads the number of a parameter, behind its #.
-  int parameterNumber(const char* hash);
+  /// Reads the number or the name of a parameter, behind its #; the answer is its number.
+  int parameter(const char* hash);
 
   /// What a function of one value is called and makes; null for the one of two.
   struct Function {
@@ -66,6 +65,7 @@ class ValueReader {
   };
   double signedValue(const char* word);
   double unsignedValue(const char* word);
+  int namedParameter(const char* hash);
   double bracket();
   double climb(double left, int lowest);
   const Function* passFunction();
@@ -78,7 +78,7 @@ class ValueReader {
   double finite(const char* place, double value) const;
 
   ProgramText& text_;
-  const Parameters& parameters_;
+  Parameters& parameters_;
   OperatorHere next_;
   int depth_ = 0;
 };

@@ -98,7 +98,7 @@ TEST(ArcWords, errors) {
   EXPECT_EQ(errorOf("G2 F1\n Y0 R5"), "2:2 an arc with R ends where it starts");
   EXPECT_EQ(errorOf("G2 X1 F1"), "1:1 an arc needs its centre or R");
   EXPECT_EQ(errorOf("G2 X1 K1 F1"), "1:1 an arc needs its centre or R");
-  EXPECT_EQ(errorOf("G2 X2 I1 K1 F1"), "1:10 nothing in the line uses this word");
+  EXPECT_EQ(errorOf("G2 X2 I1 K1 F1"), "1:10 nothing in the line uses K");
   EXPECT_EQ(errorOf("G2 X2 I1 R1 F1"), "1:10 an arc has R or a centre, not both");
   EXPECT_EQ(errorOf("G2 X1 I0 J0 F1"), "1:1 the radius of the arc is 0");
   EXPECT_EQ(errorOf("G2 X1 R0 F1"),

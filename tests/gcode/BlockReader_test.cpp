@@ -77,6 +77,9 @@ TEST(BlockReader, refused) {
   EXPECT_NE(errorOf("M98 P1", kSkipUnknown), "");
   EXPECT_NE(errorOf("G41", kSkipUnknown), "");
   EXPECT_NE(errorOf("O1", kSkipUnknown), "");
+  EXPECT_NE(errorOf("o <name> sub", kSkipUnknown), "");
+  EXPECT_NE(errorOf("N5 O#1 if [1]", kSkipUnknown), "");
+  EXPECT_EQ(errorOf("OFFSET_ALL", kSkipUnknown), "");
 }
 
 TEST(BlockReader, unknownCodesAreRefused) {

@@ -107,17 +107,17 @@ TEST(DrillCycle, errors) {
   EXPECT_EQ(errorOf("G81 X1 Z-1 F1"), "1:1 G81 needs R");
   EXPECT_EQ(errorOf("G81 X1 Z-1 R1"), "1:1 a feed without F");
   EXPECT_EQ(errorOf("G82 X1 Z-1 R1 F1"), "1:1 G82 needs P");
-  EXPECT_EQ(errorOf("G82 X1 Z-1 R1 P-1 F1"), "1:15 the value is out of range");
+  EXPECT_EQ(errorOf("G82 X1 Z-1 R1 P-1 F1"), "1:15 P is out of range");
   EXPECT_EQ(errorOf("G83 X1 Z-1 R1 F1"), "1:1 G83 needs Q");
-  EXPECT_EQ(errorOf("G73 X1 Z-1 R1 Q0 F1"), "1:15 the value is out of range");
+  EXPECT_EQ(errorOf("G73 X1 Z-1 R1 Q0 F1"), "1:15 Q is out of range");
   EXPECT_EQ(errorOf("G81 X1 Z2 R1 F1"), "1:1 the bottom of the hole lies above R");
   EXPECT_EQ(errorOf("G81 R1 F1"), "1:1 G81 needs X, Y or Z");
-  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 L0 F1"), "1:15 not a whole number from 1 to 1000000");
+  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 L0 F1"), "1:15 L is not a whole number from 1 to 1000000");
   EXPECT_EQ(errorOf("G93 G81 X1 Z-1 R1 F1"), "1:5 cycles do not go with G93");
   EXPECT_EQ(errorOf("G81 X1 Z-1 R1 F1\nG80\nG81 X2"), "3:1 G81 needs R");
-  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 F1\nR2"), "2:1 nothing in the line uses this word");
+  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 F1\nR2"), "2:1 nothing in the line uses R");
   EXPECT_EQ(errorOf("G81 X1 Z-1 R1 F1\nG18 X2"), "2:5 G81 needs R");
-  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 Q1 F1"), "1:15 nothing in the line uses this word");
+  EXPECT_EQ(errorOf("G81 X1 Z-1 R1 Q1 F1"), "1:15 nothing in the line uses Q");
 }
 
 TEST(DrillCycle, theNumberOfMotionsIsBounded) {

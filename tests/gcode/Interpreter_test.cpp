@@ -88,10 +88,10 @@ TEST(Interpreter, originsNeedTheirWords) {
   EXPECT_EQ(errorOf("G10 L2 X1"), "1:1 G10 needs P");
   EXPECT_EQ(errorOf("G10 P1 X1"), "1:1 G10 needs L2 or L20");
   EXPECT_EQ(errorOf("G10 L3 P1 X1"), "1:1 G10 needs L2 or L20");
-  EXPECT_EQ(errorOf("G10 L2 P7 X1"), "1:8 not a whole number from 1 to 6");
-  EXPECT_EQ(errorOf("G10 L2 P0 X1"), "1:8 not a whole number from 1 to 6");
-  EXPECT_EQ(errorOf("G10 L2 P1.5 X1"), "1:8 not a whole number from 1 to 6");
-  EXPECT_EQ(errorOf("G10 L2 P1 R5 X1"), "1:11 nothing in the line uses this word");
+  EXPECT_EQ(errorOf("G10 L2 P7 X1"), "1:8 P is not a whole number from 1 to 6");
+  EXPECT_EQ(errorOf("G10 L2 P0 X1"), "1:8 P is not a whole number from 1 to 6");
+  EXPECT_EQ(errorOf("G10 L2 P1.5 X1"), "1:8 P is not a whole number from 1 to 6");
+  EXPECT_EQ(errorOf("G10 L2 P1 R5 X1"), "1:11 nothing in the line uses R");
   EXPECT_EQ(errorOf("G1 G10 L2 P1 X1"), "1:1 G1 and G10 both take the axis words");
 }
 
@@ -159,10 +159,10 @@ TEST(Interpreter, feedModes) {
 
 TEST(Interpreter, wordsWithoutUse) {
   for (const std::string word : {"I1", "J1", "K1", "L2", "P1", "Q1", "R1"}) {
-    EXPECT_EQ(errorOf("G1 X1 F9 " + word), "1:10 nothing in the line uses this word");
-    EXPECT_EQ(errorOf(word), "1:1 nothing in the line uses this word");
+    EXPECT_EQ(errorOf("G1 X1 F9 " + word), "1:10 nothing in the line uses " + word.substr(0, 1));
+    EXPECT_EQ(errorOf(word), "1:1 nothing in the line uses " + word.substr(0, 1));
   }
-  EXPECT_EQ(errorOf("G2 X2 R1 P3 F9"), "1:10 nothing in the line uses this word");
+  EXPECT_EQ(errorOf("G2 X2 R1 P3 F9"), "1:10 nothing in the line uses P");
 }
 
 TEST(Interpreter, whatIsTooFarOrTooFast) {

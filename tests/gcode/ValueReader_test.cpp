@@ -88,6 +88,16 @@ TEST(ValueReader, parameters) {
   EXPECT_EQ(end("G0 X[#5220]"), 1);
 }
 
+TEST(ValueReader, parametersWithNames) {
+  const auto end = [](const char* program) { return test::readProgram(program).end[0]; };
+  EXPECT_EQ(end("#<depth>=2.5\nG0 X[-#<depth>*2]"), -5);
+  EXPECT_EQ(end("#<a b>=1 #<c> = 2\n#<AB>=3 G0 X#< A b >"), 1);
+  EXPECT_EQ(end("#<a>=4\n#4=7\nG0 X##<a>"), 7);
+  EXPECT_EQ(errorOf("G0 X#<a>"), "1:5 the parameter has no value yet");
+  EXPECT_EQ(errorOf("#<a>=#<a>"), "1:6 the parameter has no value yet");
+  EXPECT_EQ(errorOf("#<a=1"), "1:1 > is missing");
+}
+
 TEST(ValueReader, whatIsNoValue) {
   EXPECT_EQ(errorOf("G0 X"), "1:4 a number is missing");
   EXPECT_EQ(errorOf("G0 X Y1"), "1:4 a number is missing");
@@ -123,7 +133,6 @@ TEST(ValueReader, parametersHaveNumbers) {
   EXPECT_EQ(errorOf("G0 X#5400"), "1:5" + cause);
   EXPECT_EQ(errorOf("G0 X#1.5"), "1:5" + cause);
   EXPECT_EQ(errorOf("G0 X[1+#-1]"), "1:8" + cause);
-  EXPECT_EQ(errorOf("G0 X#<a>"), "1:5 parameters with names are not supported");
   EXPECT_EQ(errorOf("#1 5"), "1:5 = is missing");
 }
 
