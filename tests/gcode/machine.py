@@ -201,6 +201,12 @@ class Machine:
     def code_column(block, code):
         return next(word.column for word in block.codes if word.value == code)
 
+    @staticmethod
+    def motion_column(block):
+        """Of the code of motion or, where that is of an earlier line, of the line's first word."""
+        motions = [word.column for word in block.codes if GROUP_OF.get(word.value) == "motion"]
+        return min(motions or [word.column for word in [*block.words.values(), *block.codes]])
+
     # Origins
 
     def offset(self, axis):
@@ -275,7 +281,7 @@ class Machine:
         once = now.get("once")
         if once in TAKES_AXES:
             return
-        if once == 53 and (mode not in (0, 1) or not axes):
+        if once == 53 and mode not in (0, 1):
             raise ProgramError("missing", self.code_column(block, 53), False)
         if mode in (None, 80):
             if axes:
@@ -307,7 +313,7 @@ class Machine:
 
     def feed_speed(self, block, length):
         """In millimetres a minute."""
-        column = min([word.column for word in block.codes] + [word.column for word in block.words.values()])
+        column = self.motion_column(block)
         if self.mode["feed"] == 93:
             if "f" not in block.words or not self.speed:
                 raise ProgramError("feed", column)
@@ -346,7 +352,7 @@ class Machine:
 
     def centre_by_words(self, block, start, u, v):
         if not block.has([CENTRE_WORDS[u], CENTRE_WORDS[v]]):
-            column = min(word.column for word in list(block.words.values()) + block.codes)
+            column = self.motion_column(block)
             raise ProgramError("missing", column)
         centre = []
         for axis in (u, v):
@@ -380,7 +386,7 @@ class Machine:
     def cycle(self, block, mode):
         axis = NORMAL[self.mode["plane"]]
         deep = AXES[axis]
-        column = min(word.column for word in list(block.words.values()) + block.codes)
+        column = self.motion_column(block)
         if self.mode["feed"] == 93:
             raise ProgramError("feed", column)
         if self.level is None:
