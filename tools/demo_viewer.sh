@@ -167,7 +167,7 @@ play_graph() {
 
 # play_decades: logarithmic axes.
 play_decades() {
-  start log-log
+  start log-x,log-y
   find_view
   at 52 40
   xdotool click 1

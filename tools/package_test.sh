@@ -17,7 +17,7 @@ export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="m
 export DISPLAY=${ZYN_DISPLAY:-:$(<"$root/build/state/display")}
 drive=$WINEPREFIX/drive_c
 machine=$drive/Program\ Files/ZYNVue
-classes=20 # that the libraries publish
+classes=$(cat "$root"/idl/*.idl | grep -c "^ *coclass") # that the libraries publish
 uninstall_key='Software\Microsoft\Windows\CurrentVersion\Uninstall\ZYNVue'
 
 die() { printf 'package test: %s\n' "$*" >&2; exit 1; }

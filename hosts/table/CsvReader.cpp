@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "common/InputFile.h"
 #include "common/Words.h"
+#include "table/CellDate.h"
 #include "table/CellNumber.h"
 #include "table/CsvRows.h"
 
@@ -40,6 +43,13 @@ bool hasNoNumber(const Column& column) {
                      [](double value) { return std::isnan(value); });
 }
 
+bool isGap(const std::string& cell) {
+  const auto number = cellNumber(cell, '.');
+  return number && std::isnan(*number);
+}
+
+bool isNumber(const std::string& cell) { return cellNumber(cell, '.') || cellNumber(cell, ','); }
+
 char separatorOf(std::string_view text) {
   std::array<int, kSeparators.size()> counts{};
   std::transform(kSeparators.begin(), kSeparators.end(), counts.begin(),
@@ -47,6 +57,45 @@ char separatorOf(std::string_view text) {
   const auto most = std::max_element(counts.begin(), counts.end());
   return kSeparators[static_cast<std::size_t>(most - counts.begin())];
 }
+
+/// A column of dates as it is read: whether days or months come first, all of them tell together.
+class DateColumn {
+ public:
+  void add(const std::string& cell, std::size_t line) {
+    const CellDate date = isGap(cell) ? CellDate{kNoDate, kNoDate} : cellDate(cell);
+    mayBeDayFirst_ = mayBeDayFirst_ && date.dayFirst;
+    mayBeMonthFirst_ = mayBeMonthFirst_ && date.monthFirst;
+    if (!mayBeDayFirst_ && !mayBeMonthFirst_) {
+      failInLine(line, host::quoted(cell) +
+                           (date.isNone() ? " is not a date" : " is not a date as those before"));
+    }
+    if (date.dayFirst != date.monthFirst && !isGap(cell) && unclear_.empty()) {
+      unclear_ = cell;
+      unclearLine_ = line;
+    }
+    dayFirst_.push_back(date.dayFirst.value_or(kNoDate));
+    monthFirst_.push_back(date.monthFirst.value_or(kNoDate));
+  }
+
+  std::vector<double> finish() && {
+    if (mayBeDayFirst_ && mayBeMonthFirst_ && !unclear_.empty()) {
+      failInLine(unclearLine_, host::quoted(unclear_) +
+                                   " does not tell the day from the month, nor does any other "
+                                   "date; write the year first (2024-01-31)");
+    }
+    return std::move(mayBeDayFirst_ ? dayFirst_ : monthFirst_);
+  }
+
+ private:
+  static constexpr double kNoDate = std::numeric_limits<double>::quiet_NaN();
+
+  std::vector<double> dayFirst_;
+  std::vector<double> monthFirst_;
+  bool mayBeDayFirst_ = true;
+  bool mayBeMonthFirst_ = true;
+  std::string unclear_;  ///< the first date that may mean two
+  std::size_t unclearLine_ = 0;
+};
 
 /// Collects the rows of a table and checks them.
 class TableBuilder {
@@ -61,6 +110,10 @@ class TableBuilder {
 
   /// The table, its columns named.
   Table finish() && {
+    if (dates_) {
+      table_.columns.front().values = std::move(*dates_).finish();
+      table_.columns.front().isDate = true;
+    }
     Table table;
     for (std::size_t i = 0; i < table_.columns.size(); ++i) {
       Column& column = table_.columns[i];
@@ -81,8 +134,8 @@ class TableBuilder {
  private:
   void start(const std::vector<std::string>& cells, std::size_t line) {
     table_.columns.resize(cells.size());
-    const bool isHeader = std::any_of(cells.begin(), cells.end(), [](const std::string& cell) {
-      return !cellNumber(cell, '.') && !cellNumber(cell, ',');
+    const bool isHeader = std::any_of(cells.begin(), cells.end(), [&](const std::string& cell) {
+      return !isNumber(cell) && (&cell != &cells.front() || cellDate(cell).isNone());
     });
     if (!isHeader) {
       addNumbers(cells, line);
@@ -95,9 +148,27 @@ class TableBuilder {
 
   void addNumbers(const std::vector<std::string>& cells, std::size_t line) {
     checkCount(cells, line);
-    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+    const bool hasDate = takesDate(cells.front());
+    if (hasDate) {
+      dates_->add(cells.front(), line);
+    }
+    for (std::size_t i = hasDate ? 1 : 0; i < table_.columns.size(); ++i) {
       table_.columns[i].values.push_back(number(cells[i], table_.columns[i].name, line));
     }
+  }
+
+  /// The first cell of the first column that is no gap decides whether it holds dates.
+  bool takesDate(const std::string& cell) {
+    if (!knowsFirst_ && !isGap(cell)) {
+      knowsFirst_ = true;
+      if (!isNumber(cell) && !cellDate(cell).isNone()) {
+        dates_.emplace();
+        for (std::size_t gap = 0; gap < table_.columns.front().values.size(); ++gap) {
+          dates_->add("", 0);
+        }
+      }
+    }
+    return dates_.has_value();
   }
 
   void checkCount(const std::vector<std::string>& cells, std::size_t line) const {
@@ -132,6 +203,8 @@ class TableBuilder {
   }
 
   Table table_;
+  std::optional<DateColumn> dates_;  ///< where the first column holds dates
+  bool knowsFirst_ = false;
   char decimalSign_ = '.';
   bool isDecided_ = false;
 };

@@ -14,6 +14,9 @@ namespace zyn::table {
 /// - Numbers have a decimal point or a decimal comma throughout; what comes first decides. There
 ///   are no thousands separators.
 /// - The first row holds the names of the columns unless all its cells are numbers or empty.
+/// - The first column may hold dates, with times: whatever cellDate reads. Whether days or months
+/// come
+///   first, one date of it must tell.
 /// - Empty cells, "NaN", "NA" and "n/a" are gaps. Empty rows, lines that begin with "#" and columns
 ///   without a name and a number are left out.
 /// - Cells may stand in quotation marks, a quotation mark within doubled; lines end with LF, CR LF

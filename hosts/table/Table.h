@@ -18,6 +18,7 @@ class TableError : public std::runtime_error {
 struct Column {
   std::string name;  ///< UTF-8; "column 2" where the table has none
   std::vector<double> values;
+  bool isDate = false;  ///< days from 1899-12-30; the first column only
 };
 
 /// A table as a reader delivers it: at least one column and one row, all columns equally long.

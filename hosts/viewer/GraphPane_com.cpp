@@ -1,102 +1,126 @@
 #include "viewer/GraphPane_com.h"
 
-#include <algorithm>
-#include <array>
+#include <cmath>
 
+#include "ZYNMODELEGEOM.h"
 #include "common/NumberArray_com.h"
 #include "common/Utf8_win.h"
-#include "viewer/GraphReadout.h"
-#include "viewer/GraphView_com.h"
 #include "viewer/Readout.h"
 
 namespace zyn::viewer {
 
 using host::check;
+using host::checkTold;
 
 namespace {
 
-constexpr int kFilled = 0;
-constexpr Colour kMarkColour = {0.85, 0.05, 0.05};
-constexpr double kMarkSize = 9;  // pixels
-constexpr int kMarkTextHeight = 16;
+constexpr long kBottom = 0;
 
-/// As that of the legend; more in windows so large that the frame's own numbers are larger, too.
-int titleHeight(int shorterSide) { return std::max(13, shorterSide / 100); }
+/// Gives an axis its scale, of what there is, and its title.
+void setAxis(IZYNAxe& axis, LONG scale, const AxisTitle& title) {
+  LONG before = 0;
+  checkTold(axis.get_TypeEchelle(&before), L"TypeEchelle");
+  if (scale != before) {
+    checkTold(axis.put_Auto(VARIANT_TRUE), L"Auto");
+    checkTold(axis.put_TypeEchelle(scale), L"TypeEchelle");
+    const VARIANT_BOOL fine = scale == 1 ? VARIANT_TRUE : VARIANT_FALSE;
+    checkTold(axis.put_SousGrilleVisible(fine), L"SousGrilleVisible");
+  }
+  checkTold(axis.put_Titre(_bstr_t(host::toWide(title.name).c_str())), L"Titre");
+  checkTold(axis.put_Unite(_bstr_t(host::toWide(title.unit).c_str())), L"Unite");
+}
 
 }  // namespace
+
+GraphPane::GraphListener::GraphListener(GraphPane& pane)
+    : pane_(pane),
+      events_(host::ClassObject(L"ZYNVue.ZYNEvenements").create<IZYNEvenements>()),
+      connection_(events_.Get(), DIID__IZYNEvenements, *this) {
+  checkTold(events_->putref_Vue(pane.view_.Get()), L"Vue");
+}
+
+void GraphPane::GraphListener::event(DISPID event, const host::EventArguments&) {
+  enum { kAxeChange = 3, kCurseurDeplace = 4, kSerieCliquee = 5 };
+  if (event == kAxeChange || event == kCurseurDeplace || event == kSerieCliquee) {
+    pane_.showCursors();
+  }
+}
 
 GraphPane::GraphPane(PaneOwner& owner)
     : Pane(L"ZYNVue.ZYNVue2D", owner),
       view_(control().as<IZYNVue2D2>()),
-      mark_(objects_.line({}, {}, kMarkColour, kMarkSize)),
-      markText_(objects_.text({0, 0, TextAnchor::kLeftMiddle, {}, kMarkTextHeight}, kMarkColour)),
-      connection_(view_.Get(), DIID__IZYNVue2DEvents, *this) {
+      graph_(graphOf(view())),
+      series_(graph_),
+      mark_(graph_),
+      connection_(view_.Get(), DIID__IZYNVue2DEvents, *this),
+      graphListener_(*this) {
   constexpr double kWheelGain = 3;
+  constexpr double kOfTheMonitor = 0;
+  checkTold(view().put_EchelleDPI(kOfTheMonitor), L"EchelleDPI");
   check(view().put_MiddleButtonActive(VARIANT_TRUE), L"MiddleButtonActive");
   check(view().put_MiddleButtonInverse(VARIANT_TRUE), L"MiddleButtonInverse");
   check(view().put_MiddleButtonAcceleration(kWheelGain), L"MiddleButtonAcceleration");
-  check(view().setGrilleColor(0.88F, 0.88F, 0.88F), L"setGrilleColor");
-  viewer::carryOut(view(), Command::kGrid);
-  viewer::carryOut(view(), Command::kCrosshair);
+  // The view tells a trace what place it is asked about. All series answer, see `markNearest`.
+  const auto asked = host::ClassObject(L"ZYNModeleGeom.Polyligne").create<IZYNPolyligne>();
+  check(view().setActiveProfil(asked.Get()), L"setActiveProfil");
+  checkTold(graph_->put_Actif(VARIANT_TRUE), L"Actif");
+  checkTold(view().put_RedessinAuto(VARIANT_TRUE), L"RedessinAuto");
+  viewer::carryOut(shown(), Command::kCrosshair);
   showMode();
 }
 
 void GraphPane::show(const std::filesystem::path& file, table::Table table) {
-  Plot plot = makePlot(table, false);
-  table_ = std::move(table);
+  Plot plot = makePlot(std::move(table));
+  plot.arrange({});
+  unmark();
+  plot_ = std::move(plot);
+  logarithmic_ = {};
   setFile(file);
-  showPlot(std::move(plot));
+  series_.show(plot_);
+  setAxes();
+  checkTold(graph_->Ajuster(), L"Ajuster");
+  showSize();
+  showCursors();
 }
 
-void GraphPane::showPlot(Plot plot) {
-  plot_ = std::move(plot);
-  emphasised_.reset();
-  unmark();
-  fitFrame();
+void GraphPane::showSize() {
   owner().status().show(StatusBar::kMessage, countText(plot_.x.size(), "row") + ", " +
                                                  countText(plot_.traces.size(), "trace"));
 }
 
-/// Shows all of the graph, fitted to the window as it is now.
-void GraphPane::fitFrame() {
-  const RECT area = owner().viewArea();
-  const LONG width = std::max(area.right - area.left, 1L);
-  const LONG height = std::max(area.bottom - area.top, 1L);
-  scale_ = fittingScale(plot_, static_cast<double>(width) / static_cast<double>(height));
-  nearest_ = new NearestTrace(objects_.traces(plot_, scale_), scale_);
-  nearest_->restrictTo(emphasised_);
-  showFrame(view(), plot_, scale_, titleHeight(static_cast<int>(std::min(width, height))));
-  fillView();
-}
-
-void GraphPane::fillView() {
-  check(view().RemoveAll(), L"RemoveAll");
-  traces_ = objects_.traces(plot_, {});
-  for (const auto& trace : traces_) {
-    check(view().Add(trace.Get(), kFilled), L"Add");
-  }
-  for (const auto& object : objects_.legend(plot_, {})) {
-    check(view().Add(object.Get(), kFilled), L"Add");
-  }
-  check(view().Add(mark_.Get(), kFilled), L"Add");
-  check(view().Add(markText_.Get(), kFilled), L"Add");
-  check(view().setActiveProfil(nearest_.Get()), L"setActiveProfil");
-  if (emphasised_) {
-    check(traces_[*emphasised_]->put_Epaisseur(traceWidth(plot_, true)), L"Epaisseur");
+void GraphPane::setAxes() {
+  enum { kLinear, kLogarithmic, kDates };
+  const auto scaleOf = [](bool logarithmic) { return logarithmic ? kLogarithmic : kLinear; };
+  setAxis(*axisOf(*graph_.Get(), kBottom).Get(), plot_.hasDates ? kDates : scaleOf(logarithmic_.x),
+          plot_.xTitle);
+  for (const PlotSide side : {PlotSide::kLeft, PlotSide::kRight}) {
+    setAxis(*axisOf(*graph_.Get(), side).Get(), scaleOf(logarithmic_.y), plot_.titleOf(side));
   }
 }
 
 bool GraphPane::carryOut(Command command) {
-  if (viewer::carryOut(view(), command)) {
+  if (viewer::carryOut(shown(), command)) {
     showMode();
+    if (command == Command::kCursors) {
+      owner().status().show(StatusBar::kPicks, "");
+      showSize();
+      showCursors();
+    }
     return true;
   }
   switch (command) {
-    case Command::kZoomAll:
-      fitFrame();
+    case Command::kLogX:
+      if (plot_.hasDates) {
+        owner().status().show(StatusBar::kMessage, "Dates have no logarithms");
+      } else {
+        toggleLogarithm(&LogAxes::x);
+      }
       return true;
-    case Command::kLogLog:
-      showPlot(makePlot(table_, !plot_.isLogarithmic));
+    case Command::kLogY:
+      toggleLogarithm(&LogAxes::y);
+      return true;
+    case Command::kLineAntialiasing:
+      series_.setSmooth(!series_.areSmooth());
       return true;
     case Command::kNextTrace:
     case Command::kPreviousTrace:
@@ -111,33 +135,46 @@ bool GraphPane::carryOut(Command command) {
 }
 
 bool GraphPane::isOn(Command command) {
-  return command == Command::kLogLog ? plot_.isLogarithmic : viewer::isOn(view(), command);
+  switch (command) {
+    case Command::kLogX:
+      return logarithmic_.x;
+    case Command::kLogY:
+      return logarithmic_.y;
+    case Command::kLineAntialiasing:
+      return series_.areSmooth();
+    default:
+      return viewer::isOn(shown(), command);
+  }
+}
+
+void GraphPane::toggleLogarithm(bool LogAxes::*axis) {
+  LogAxes wanted = logarithmic_;
+  wanted.*axis = !(wanted.*axis);
+  plot_.arrange(wanted);
+  logarithmic_ = wanted;
+  unmark();
+  series_.arrange(plot_);
+  setAxes();
+  showCursors();
 }
 
 void GraphPane::exportTo(const std::filesystem::path& file) {
-  withoutCrosshair([&] { host::checkTold(view().Exporter(_bstr_t(file.c_str())), L"Exporter"); });
+  checkTold(view().Exporter(_bstr_t(file.c_str())), L"Exporter");
 }
 
-void GraphPane::copyPicture() {
-  withoutCrosshair([this] { host::checkTold(view().Copier(), L"Copier"); });
-}
+void GraphPane::copyPicture() { checkTold(view().Copier(), L"Copier"); }
 
-/// The crosshair follows the mouse: it is no part of a picture.
-void GraphPane::withoutCrosshair(const std::function<void()>& work) {
-  if (!viewer::isOn(view(), Command::kCrosshair)) {
-    work();
-    return;
-  }
-  viewer::carryOut(view(), Command::kCrosshair);
-  work();
-  viewer::carryOut(view(), Command::kCrosshair);
-}
+void GraphPane::drawOn(HDC dc, const RECT& place) { printView(view(), dc, place); }
 
 std::vector<HelpRow> GraphPane::mouseHelp() const {
-  return {{"Wheel", "Zoom about the mouse"},
+  return {{"Wheel", "Zoom about the mouse; on an axis, that axis alone"},
           {"Middle button", "Pan"},
           {"Left button", "As chosen in the Mouse menu"},
           {"Click", "Mark the nearest point"},
+          {"Click in the legend", "Hide a trace, show it again"},
+          {"Drag a cursor", "Move it"},
+          {"Drag an axis", "Move its range"},
+          {"Double click an axis", "Fit it to its traces"},
           {"Drop a file", "Open it"}};
 }
 
@@ -145,13 +182,12 @@ void GraphPane::event(DISPID event, const host::EventArguments& arguments) {
   enum { kPlusProche = 2, kMouseUp = 5, kMouseMove = 8, kMouseLeave = 11 };
   switch (event) {
     case kPlusProche:
-      if (const auto point = arguments.object<IZYNPoint>(1)) {
-        LONG number = 0;
-        if (const auto attribute = arguments.object<IZYNAttribut>(4)) {
-          check(attribute->get_Numero(&number), L"Numero");
-        }
-        const auto index = static_cast<std::size_t>(number - 1);
-        mark(*point.Get(), index < plot_.traces.size() ? plot_.traces[index].title.name : "");
+      if (const auto asked = arguments.object<IZYNPoint>(2)) {
+        double x = 0;
+        double y = 0;
+        check(asked->get_x(&x), L"the place");
+        check(asked->get_y(&y), L"the place");
+        markNearest(x, y);
       }
       break;
     case kMouseMove:
@@ -168,48 +204,69 @@ void GraphPane::event(DISPID event, const host::EventArguments& arguments) {
   }
 }
 
-void GraphPane::mark(IZYNPoint& point, const std::string& trace) {
-  double x = 0;
-  double y = 0;
-  check(point.get_x(&x), L"the nearest point");
-  check(point.get_y(&y), L"the nearest point");
-  const std::string text = traceText(trace, x, y, plot_.isLogarithmic);
-  check(mark_->setPoints(host::numberArray(std::array{x}), host::numberArray(std::array{y})),
-        L"setPoints");
-  check(markText_->setPosition(x, y, 0, static_cast<LONG>(TextAnchor::kLeftMiddle)),
-        L"setPosition");
-  check(markText_->put_Texte(_bstr_t(host::toWide("   " + text).c_str())), L"Texte");
-  check(view().Repaint(), L"Repaint");
+void GraphPane::markNearest(double x, double y) {
+  const auto nearest = series_.nearestTo(x, y);
+  if (!nearest) {
+    return;
+  }
+  const PlotTrace& trace = plot_.traces[nearest->trace];
+  const std::string text =
+      traceText(plot_.nameOf(trace), nearest->x, nearest->y, {.isDate = plot_.hasDates});
+  mark_.show(nearest->x, nearest->y, trace.side, logarithmic_, text);
   owner().status().show(StatusBar::kPicks, text);
 }
 
 void GraphPane::unmark() {
-  check(mark_->setPoints(host::numberArray({}), host::numberArray({})), L"setPoints");
-  check(markText_->put_Texte(nullptr), L"Texte");
-  check(view().Repaint(), L"Repaint");
+  mark_.hide();
   owner().status().show(StatusBar::kPicks, "");
 }
 
 /// Emphasises one trace after the other; between the last and the first, none.
 void GraphPane::stepTrace(bool forward) {
-  const std::size_t count = traces_.size();
-  const std::size_t place = emphasised_ ? *emphasised_ + 1 : 0;
+  const std::size_t count = series_.count();
+  const auto emphasised = series_.emphasised();
+  const std::size_t place = emphasised ? *emphasised + 1 : 0;
   const std::size_t next = (place + (forward ? 1 : count)) % (count + 1);
-  if (emphasised_) {
-    check(traces_[*emphasised_]->put_Epaisseur(traceWidth(plot_, false)), L"Epaisseur");
-  }
-  emphasised_ = next == 0 ? std::nullopt : std::optional(next - 1);
-  if (emphasised_) {
-    check(traces_[*emphasised_]->put_Epaisseur(traceWidth(plot_, true)), L"Epaisseur");
-  }
-  nearest_->restrictTo(emphasised_);
-  check(view().Repaint(), L"Repaint");
+  series_.emphasise(next == 0 ? std::nullopt : std::optional(next - 1));
   owner().status().show(StatusBar::kMessage,
-                        emphasised_ ? plot_.traces[*emphasised_].title.name : "all traces");
+                        next == 0 ? "all traces" : plot_.nameOf(plot_.traces[next - 1]));
+  showCursors();
+}
+
+/// Dates are told as far as pixels can show them.
+ValueStyle GraphPane::styleInView() const {
+  const auto axis = axisOf(*graph_.Get(), kBottom);
+  double first = 0;
+  double next = 0;
+  checkTold(axis->Valeur(0, &first), L"Valeur");
+  checkTold(axis->Valeur(1, &next), L"Valeur");
+  return {plot_.hasDates, std::fabs(next - first)};
+}
+
+void GraphPane::showCursors() {
+  const auto trace = series_.leading();
+  if (!trace || !viewer::isOn(shown(), Command::kCursors)) {
+    return;
+  }
+  const auto cursors = cursorsOf(*graph_.Get());
+  CursorReadings readings;
+  for (std::size_t i = 0; i < readings.x.size(); ++i) {
+    const LONG number = static_cast<LONG>(i);
+    checkTold(cursors->get_Position(number, &readings.x[i]), L"Position");
+    checkTold(cursors->Valeur(number, series_.at(*trace), &readings.y[i]), L"Valeur");
+  }
+  const ValueStyle style = styleInView();
+  owner().status().show(StatusBar::kPicks,
+                        cursorText(plot_.nameOf(plot_.traces[*trace]), readings, style));
+  owner().status().show(StatusBar::kMessage, differenceText(readings, style));
 }
 
 void GraphPane::showPlace(double x, double y) {
-  owner().status().show(StatusBar::kPoint, placeText(x, y, plot_.isLogarithmic));
+  std::optional<double> right;
+  if (plot_.uses(PlotSide::kRight)) {
+    right = onRightAxis(*graph_.Get(), y);
+  }
+  owner().status().show(StatusBar::kPoint, placeText(x, y, right, styleInView()));
   check(view().setCursorPos(x, y), L"setCursorPos");
   showMode();
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 
 #include "common/EventSink_com.h"
-#include "table/Table.h"
-#include "viewer/GraphObjects_com.h"
-#include "viewer/NearestTrace_com.h"
+#include "viewer/GraphMark_com.h"
+#include "viewer/GraphReadout.h"
+#include "viewer/GraphSeries_com.h"
+#include "viewer/GraphView_com.h"
 #include "viewer/Pane_com.h"
 
 namespace zyn::viewer {
@@ -24,35 +24,49 @@ class GraphPane final : public Pane, private host::EventListener {
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
   void copyPicture() override;
+  void drawOn(HDC dc, const RECT& place) override;
   std::vector<HelpRow> mouseHelp() const override;
 
  private:
+  /// What the graph tells, beside the view.
+  class GraphListener final : private host::EventListener {
+   public:
+    explicit GraphListener(GraphPane& pane);
+
+   private:
+    void event(DISPID event, const host::EventArguments& arguments) override;
+    void failed(const std::string& message) noexcept override { pane_.failed(message); }
+
+    GraphPane& pane_;
+    Microsoft::WRL::ComPtr<IZYNEvenements> events_;
+    host::EventConnection connection_;
+  };
+
   // EventListener
   void event(DISPID event, const host::EventArguments& arguments) override;
   void failed(const std::string& message) noexcept override { owner().failed(message); }
 
-  void withoutCrosshair(const std::function<void()>& work);
-  void showPlot(Plot plot);
-  void fitFrame();
-  void fillView();
-  void mark(IZYNPoint& point, const std::string& trace);
+  GraphView shown() const { return {*view_.Get(), *graph_.Get()}; }
+  IZYNVue2D2& view() const { return *view_.Get(); }
+  void setAxes();
+  void toggleLogarithm(bool LogAxes::*axis);
+  void markNearest(double x, double y);
   void unmark();
   void stepTrace(bool forward);
+  ValueStyle styleInView() const;
+  void showSize();
+  void showCursors();
   void showPlace(double x, double y);
   void showMode();
-  IZYNVue2D2& view() const { return *view_.Get(); }
 
   Microsoft::WRL::ComPtr<IZYNVue2D2> view_;
-  GraphObjects objects_;
-  table::Table table_;
+  Microsoft::WRL::ComPtr<IZYNGraphe> graph_;
   Plot plot_;
-  PlotScale scale_;
-  std::vector<Microsoft::WRL::ComPtr<IZYNPolyligne>> traces_;
-  Microsoft::WRL::ComPtr<NearestTrace> nearest_;
-  std::optional<std::size_t> emphasised_;
-  Microsoft::WRL::ComPtr<IZYNPolyligne> mark_;  ///< the nearest point that was asked for last
-  Microsoft::WRL::ComPtr<IZYNGLTexte> markText_;
+  LogAxes logarithmic_;
+  GraphSeries series_;
+  GraphMark mark_;
   host::EventConnection connection_;
+  GraphListener graphListener_;
 };
 
 }  // namespace zyn::viewer

@@ -87,6 +87,8 @@ ModelPane::ModelPane(PaneOwner& owner)
       hoverMark_(kHoverColour, kMarkWidth),
       selectionMark_(kSelectionColour, kMarkWidth),
       connection_(view_.Get(), DIID__IZYNVue3DEvents, *this) {
+  constexpr double kOfTheMonitor = 0;
+  checkTold(view().put_EchelleDPI(kOfTheMonitor), L"EchelleDPI");
   check(view().put_WindowSelection(VARIANT_TRUE), L"WindowSelection");
   const auto& [r, g, b] = kGradientTop;
   check(view().setGradientColor(r, g, b), L"setGradientColor");
@@ -230,6 +232,11 @@ void ModelPane::exportTo(const std::filesystem::path& file) {
 void ModelPane::copyPicture() {
   hoverMark_.show({}, 0);
   checkTold(view().Copier(), L"Copier");
+}
+
+void ModelPane::drawOn(HDC dc, const RECT& place) {
+  hoverMark_.show({}, 0);
+  printView(view(), dc, place);
 }
 
 std::vector<HelpRow> ModelPane::mouseHelp() const {

@@ -25,6 +25,7 @@ class ModelPane final : public Pane, private host::EventListener {
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
   void copyPicture() override;
+  void drawOn(HDC dc, const RECT& place) override;
   std::vector<HelpRow> mouseHelp() const override;
   bool translate(MSG& message) override;
   void partChecked(int part, bool shown) override;

@@ -51,6 +51,9 @@ class Pane {
   /// The same into the clipboard.
   virtual void copyPicture() = 0;
 
+  /// Draws the same into a device context, stretched to a place.
+  virtual void drawOn(HDC dc, const RECT& place) = 0;
+
   /// What the mouse does.
   virtual std::vector<HelpRow> mouseHelp() const = 0;
 
@@ -76,5 +79,16 @@ class Pane {
   std::filesystem::path file_;
   ControlHost control_;
 };
+
+/// Draws a view into a device context.
+template <typename View>
+void printView(View& view, HDC dc, const RECT& place) {
+  VARIANT handle = {};
+  V_VT(&handle) = VT_I8;
+  V_I8(&handle) = reinterpret_cast<LONG_PTR>(dc);
+  host::checkTold(view.Imprimer(handle, place.left, place.top, place.right - place.left,
+                                place.bottom - place.top),
+                  L"Imprimer");
+}
 
 }  // namespace zyn::viewer

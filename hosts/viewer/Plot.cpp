@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace zyn::viewer {
 
@@ -18,7 +19,49 @@ struct Extent {
     high = std::max(high, value);
   }
   bool isEmpty() const { return low > high; }
+  /// By halves: the span of all doubles is none itself.
+  double halfSpan() const { return high / 2 - low / 2; }
 };
+
+Extent extentOf(const std::vector<double>& values) {
+  Extent extent;
+  for (const double value : values) {
+    if (!std::isnan(value)) {
+      extent.add(value);
+    }
+  }
+  return extent;
+}
+
+/// Whether both can be read on one linear axis. What is constant fills none.
+bool canShare(const Extent& a, const Extent& b) {
+  constexpr double kLeastPart = 1.0 / 20;
+  if (a.isEmpty() || b.isEmpty()) {
+    return true;
+  }
+  const Extent both{std::min(a.low, b.low), std::max(a.high, b.high)};
+  const double least = both.halfSpan() * kLeastPart;
+  const auto isRead = [least](const Extent& one) {
+    return one.halfSpan() == 0 || one.halfSpan() >= least;
+  };
+  const bool isOneLine = a.halfSpan() == 0 && b.halfSpan() == 0;
+  return isOneLine || (isRead(a) && isRead(b) && std::max(a.halfSpan(), b.halfSpan()) >= least);
+}
+
+bool canShow(double value, bool logarithmic) {
+  return logarithmic ? value > 0 : !std::isnan(value);
+}
+
+bool hasPoint(const Plot& plot, const LogAxes& logarithmic) {
+  return std::ranges::any_of(plot.traces, [&](const PlotTrace& trace) {
+    for (std::size_t i = 0; i < plot.x.size(); ++i) {
+      if (canShow(plot.x[i], logarithmic.x) && canShow(trace.y[i], logarithmic.y)) {
+        return true;
+      }
+    }
+    return false;
+  });
+}
 
 std::vector<double> rowNumbers(std::size_t count) {
   std::vector<double> numbers(count);
@@ -28,72 +71,75 @@ std::vector<double> rowNumbers(std::size_t count) {
   return numbers;
 }
 
-/// The value's place on the axis; none for what a logarithmic axis does not show.
-double onAxis(double value, bool logarithmic) {
-  if (!logarithmic) {
-    return value;
-  }
-  return value > 0 ? std::log10(value) : std::numeric_limits<double>::quiet_NaN();
-}
-
-std::vector<double> onAxis(std::vector<double> values, bool logarithmic) {
-  std::transform(values.begin(), values.end(), values.begin(),
-                 [logarithmic](double value) { return onAxis(value, logarithmic); });
-  return values;
-}
-
-void setRanges(Plot& plot) {
-  Extent xs;
-  Extent ys;
+std::vector<const PlotTrace*> tracesOn(const Plot& plot, PlotSide side) {
+  std::vector<const PlotTrace*> traces;
   for (const PlotTrace& trace : plot.traces) {
-    for (std::size_t i = 0; i < plot.x.size(); ++i) {
-      if (!std::isnan(plot.x[i]) && !std::isnan(trace.y[i])) {
-        xs.add(plot.x[i]);
-        ys.add(trace.y[i]);
-      }
+    if (trace.side == side) {
+      traces.push_back(&trace);
     }
   }
-  if (xs.isEmpty()) {
-    throw std::runtime_error(plot.isLogarithmic
-                                 ? "no row has two positive numbers to show on logarithmic axes"
-                                 : "no row has two numbers to show");
-  }
-  const auto range = plot.isLogarithmic ? decadeRange : linearRange;
-  plot.xRange = range(xs.low, xs.high);
-  plot.yRange = range(ys.low, ys.high);
+  return traces;
+}
+
+bool shareUnit(const std::vector<const PlotTrace*>& traces) {
+  return std::ranges::all_of(traces, [&](const PlotTrace* trace) {
+    return trace->title.unit == traces.front()->title.unit;
+  });
 }
 
 }  // namespace
 
-AxisTitle Plot::yTitle() const {
-  if (traces.size() == 1) {
-    return traces.front().title;
-  }
-  const std::string& unit = traces.front().title.unit;
-  const bool isShared = std::all_of(traces.begin(), traces.end(), [&](const PlotTrace& trace) {
-    return trace.title.unit == unit;
-  });
-  return {{}, isShared ? unit : std::string()};
+bool Plot::uses(PlotSide side) const {
+  return std::ranges::any_of(traces, [side](const PlotTrace& trace) { return trace.side == side; });
 }
 
-PlotScale fittingScale(const Plot& plot, double aspect) {
-  if (plot.isLogarithmic) {
-    return {};
+AxisTitle Plot::titleOf(PlotSide side) const {
+  constexpr std::size_t kLongest = 48;  // letters
+  const auto shown = tracesOn(*this, side);
+  if (shown.size() < 2) {
+    return shown.empty() ? AxisTitle() : shown.front()->title;
   }
-  return {aspect / plot.xRange.size(), 1 / plot.yRange.size()};
+  const bool isShared = shareUnit(shown);
+  std::string names;
+  for (const PlotTrace* const trace : shown) {
+    names += (names.empty() ? "" : ", ") + (isShared ? trace->title.name : trace->title.text());
+  }
+  const bool needsNames = uses(PlotSide::kRight) && names.size() <= kLongest;
+  return {needsNames ? names : std::string(), isShared ? shown.front()->title.unit : std::string()};
 }
 
-Plot makePlot(const table::Table& table, bool logarithmic) {
+std::string Plot::nameOf(const PlotTrace& trace) const {
+  return shareUnit(tracesOn(*this, trace.side)) ? trace.title.name : trace.title.text();
+}
+
+void Plot::arrange(const LogAxes& logarithmic) {
+  if (!hasPoint(*this, logarithmic)) {
+    throw std::runtime_error(
+        logarithmic.x || logarithmic.y
+            ? "no row has two numbers of which those on logarithmic axes are positive"
+            : "no row has two numbers to show");
+  }
+  const PlotTrace& first = traces.front();
+  const Extent extent = extentOf(first.y);
+  for (PlotTrace& trace : traces) {
+    const bool haveUnits = !first.title.unit.empty() && !trace.title.unit.empty();
+    const bool isAlike = haveUnits ? trace.title.unit == first.title.unit
+                                   : logarithmic.y || canShare(extent, extentOf(trace.y));
+    trace.side = isAlike ? PlotSide::kLeft : PlotSide::kRight;
+  }
+}
+
+Plot makePlot(table::Table table) {
   const bool hasX = table.columns.size() > 1;
+  table::Column& first = table.columns.front();
   Plot plot;
-  plot.isLogarithmic = logarithmic;
-  plot.xTitle = hasX ? axisTitle(table.columns.front().name) : AxisTitle{"row", {}};
-  plot.x = onAxis(hasX ? table.columns.front().values : rowNumbers(table.rowCount()), logarithmic);
+  plot.hasDates = hasX && first.isDate;
+  plot.xTitle = hasX ? axisTitle(first.name) : AxisTitle{"row", {}};
+  plot.x = hasX ? std::move(first.values) : rowNumbers(table.rowCount());
   for (std::size_t i = hasX ? 1 : 0; i < table.columns.size(); ++i) {
-    plot.traces.push_back(
-        {axisTitle(table.columns[i].name), onAxis(table.columns[i].values, logarithmic)});
+    table::Column& column = table.columns[i];
+    plot.traces.push_back({axisTitle(column.name), std::move(column.values)});
   }
-  setRanges(plot);
   return plot;
 }
 

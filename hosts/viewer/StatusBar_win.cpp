@@ -62,7 +62,7 @@ void StatusBar::arrange() {
   RECT client = {};
   GetClientRect(bar_, &client);
   const int width = client.right;
-  const int edges[kPanes] = {width * 26 / 100, width * 55 / 100, width * 87 / 100, -1};
+  const int edges[kPanes] = {width * 20 / 100, width * 62 / 100, width * 88 / 100, -1};
   SendMessageW(bar_, SB_SETPARTS, kPanes, reinterpret_cast<LPARAM>(edges));
   RECT place = {};
   SendMessageW(bar_, SB_GETRECT, kPicks, reinterpret_cast<LPARAM>(&place));

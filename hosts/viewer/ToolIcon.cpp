@@ -88,10 +88,22 @@ constexpr Drawing kDrawings[] = {
      "0 360 A 3.5 6 0.6 0 360 A 10 10 0.6 0 360"},
     {kModeNearest, "line M 2 15 L 6 11 L 10 12.5 L 14 6 L 18 8 accent A 14 6 2.6 0 360"},
     {kModeRectangle, kRectangle},
-    {kLogLog,
+    {kLogX,
      "line M 2 2 L 2 18 L 18 18 accent M 5.5 18 L 5.5 3 M 11 18 L 11 3 M 14.3 18 L 14.3 3 M 16.8 "
-     "18 "
-     "L 16.8 3"},
+     "18 L 16.8 3"},
+    {kLogY,
+     "line M 2 2 L 2 18 L 18 18 accent M 2 14.5 L 17 14.5 M 2 9 L 17 9 M 2 5.7 L 17 5.7 M 2 3.2 L "
+     "17 3.2"},
+    {kLegend,
+     "line M 2 4 L 18 4 L 18 16 L 2 16 Z M 10 8 L 15.5 8 M 10 12.5 L 15.5 12.5 accent M 4.5 8 L 8 "
+     "8 M 4.5 12.5 L 8 12.5"},
+    {kCursors,
+     "accent M 6.5 2 L 6.5 18 M 13.5 2 L 13.5 18 line M 2 13 L 6.5 11 L 10 6 L 13.5 8 L 18 4"},
+    {kDark, "deep A 10 10 8 90 270 L 10 18 Z line A 10 10 8 0 360"},
+    {kPrint,
+     "white M 5.5 2 L 14.5 2 L 14.5 8 L 5.5 8 Z middle M 2 8 L 18 8 L 18 15 L 2 15 Z line M 5.5 8 "
+     "L 5.5 2 L 14.5 2 L 14.5 8 M 2 8 L 18 8 L 18 15 L 2 15 Z white M 5.5 12 L 14.5 12 L 14.5 18 "
+     "L 5.5 18 Z line M 5.5 12 L 14.5 12 L 14.5 18 L 5.5 18 Z"},
     {kGrid,
      "accent M 2 7 L 18 7 M 2 13 L 18 13 M 7 2 L 7 18 M 13 2 L 13 18 line M 2 2 L 18 2 L 18 18 L 2 "
      "18 Z"},
@@ -109,17 +121,42 @@ bool isCube(Command command) {
 
 std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
   constexpr Command kNoTool = {};
-  constexpr Command kTools[] = {kOpen,        kExportPng,        kCopy,
-                                kNoTool,      kModeRotate,       kModeNearest,
-                                kModePan,     kModeZoom,         kModeRectangle,
-                                kModeSelect,  kModeWindow,       kModeZoomWindow,
-                                kNoTool,      kZoomAll,          kUndoView,
-                                kRedoView,    kNoTool,           kViewXYp,
-                                kViewXZm,     kViewYZp,          kViewIsometric,
-                                kPerspective, kNoTool,           kStyleShaded,
-                                kStyleEdges,  kStyleShadedEdges, kStyleHiddenLine,
-                                kStylePoints, kLogLog,           kGrid,
-                                kCrosshair};
+  constexpr Command kTools[] = {kOpen,
+                                kExportPng,
+                                kCopy,
+                                kPrint,
+                                kNoTool,
+                                kModeRotate,
+                                kModeNearest,
+                                kModePan,
+                                kModeZoom,
+                                kModeRectangle,
+                                kModeSelect,
+                                kModeWindow,
+                                kModeZoomWindow,
+                                kNoTool,
+                                kZoomAll,
+                                kUndoView,
+                                kRedoView,
+                                kNoTool,
+                                kViewXYp,
+                                kViewXZm,
+                                kViewYZp,
+                                kViewIsometric,
+                                kPerspective,
+                                kNoTool,
+                                kStyleShaded,
+                                kStyleEdges,
+                                kStyleShadedEdges,
+                                kStyleHiddenLine,
+                                kStylePoints,
+                                kLogX,
+                                kLogY,
+                                kGrid,
+                                kLegend,
+                                kCursors,
+                                kCrosshair,
+                                kDark};
   std::vector<const CommandEntry*> tools;
   for (const Command command : kTools) {
     const auto entry = std::ranges::find(commandTable(), command, &CommandEntry::command);

@@ -47,6 +47,12 @@ const char* pictureExtension(Command command) {
       return "bmp";
     case Command::kExportTiff:
       return "tif";
+    case Command::kExportSvg:
+      return "svg";
+    case Command::kExportPdf:
+      return "pdf";
+    case Command::kExportEmf:
+      return "emf";
     default:
       return nullptr;
   }
@@ -92,8 +98,8 @@ int Viewer::run() {
 int Viewer::exchangeMessages() {
   MSG message = {};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if ((help_ && help_->translate(message)) || (pane_ && pane_->translate(message)) ||
-        frame_.translate(message)) {
+    if ((help_ && help_->translate(message)) || (preview_ && preview_->translate(message)) ||
+        (pane_ && pane_->translate(message)) || frame_.translate(message)) {
       continue;
     }
     TranslateMessage(&message);
@@ -134,6 +140,8 @@ void Viewer::chosen(Command command) {
   } else if (command == Command::kCopy && pane_) {
     pane_->copyPicture();
     frame_.status().show(StatusBar::kMessage, "Copied to the clipboard");
+  } else if (command == Command::kPrint) {
+    showPreview();
   } else if (command == Command::kOpen) {
     askAndLoad();
   } else if (command == Command::kReload && pane_ && !pane_->file().empty()) {
@@ -204,6 +212,7 @@ void Viewer::askAndLoad() {
 }
 
 void Viewer::load(const std::filesystem::path& file) {
+  preview_.reset();
   try {
     const ScopedFlag loading(loading_);
     if (isTable(file)) {
@@ -278,11 +287,16 @@ void Viewer::keepAlive() {
   }
 }
 
-void Viewer::exportAs(const char* extension) {
+Pane& Viewer::filledPane() {
   if (!pane_ || pane_->file().empty()) {
     throw std::runtime_error("there is no model and no table to make a picture of");
   }
-  std::filesystem::path file = outputName(pane_->file(), extension);
+  return *pane_;
+}
+
+void Viewer::exportAs(const char* extension) {
+  Pane& shown = filledPane();
+  std::filesystem::path file = outputName(shown.file(), extension);
   if (!request_.batch) {
     const auto answer = askForOutput(frame_.handle(), file, L"Picture");
     if (!answer) {
@@ -290,8 +304,26 @@ void Viewer::exportAs(const char* extension) {
     }
     file = *answer;
   }
-  pane_->exportTo(file);
+  shown.exportTo(file);
   frame_.status().show(StatusBar::kMessage, "Written: " + host::toUtf8(file.wstring()));
+}
+
+void Viewer::showPreview() {
+  Pane& shown = filledPane();
+  const RECT area = frame_.viewArea();
+  const Printable page = {
+      .name = shown.file().filename().wstring(),
+      .aspect = static_cast<double>(area.right - area.left) / (area.bottom - area.top),
+      .draw = [&shown](HDC dc, const RECT& place) { shown.drawOn(dc, place); }};
+  preview_ = std::make_unique<PreviewWindow>(frame_.handle(), page, [this, page] {
+    try {
+      if (print(preview_->handle(), page)) {
+        frame_.status().show(StatusBar::kMessage, "Printed");
+      }
+    } catch (const std::exception& error) {
+      failed(error.what());
+    }
+  });
 }
 
 void Viewer::showHelp() {

@@ -10,6 +10,7 @@
 #include "viewer/FrameWindow_win.h"
 #include "viewer/HelpWindow_win.h"
 #include "viewer/Pane_com.h"
+#include "viewer/PreviewWindow_win.h"
 #include "viewer/Settings_win.h"
 
 namespace zyn::viewer {
@@ -59,7 +60,10 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void askAndLoad();
   void loadRecent(std::size_t place);
   void keepRecent(const std::filesystem::path& file);
+  /// The pane with what it shows; throws where there is nothing.
+  Pane& filledPane();
   void exportAs(const char* extension);
+  void showPreview();
   void showHelp();
 
   Request request_;
@@ -68,6 +72,7 @@ class Viewer final : private FrameEvents, private PaneOwner {
   FrameWindow frame_;
   std::unique_ptr<Pane> pane_;
   std::unique_ptr<HelpWindow> help_;
+  std::unique_ptr<PreviewWindow> preview_;
   bool loading_ = false;
   bool closesAfterLoading_ = false;  ///< the person has closed the window meanwhile
   bool problem_ = false;

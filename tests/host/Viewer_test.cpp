@@ -139,7 +139,7 @@ TEST_F(ViewerTest, carriesOutEveryCommandThatAsksNothing) {
       L"light-side,light-two-sides,light-ambient,draw-lights,redo,perspective,perspective,"
       L"style-edges,style-shaded-edges,style-hidden-line,style-points,style-shaded,hide,show-all,"
       L"zoom-window,rotate-turntable,rotate-trackball,rotate-freely,rotate-about-point,"
-      L"save-camera,restore-camera,reload,export-png,exit");
+      L"save-camera,restore-camera,print,reload,export-png,exit");
   EXPECT_EQ(result.exitCode, 0u);
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(decodeImageFile(folder_.file(L"corner.png")).image.width(), 200);
@@ -157,8 +157,17 @@ int countNear(const Image& image, const Rgb& colour) {
   return count;
 }
 
-constexpr Rgb kFirstTrace = {13, 84, 171};
-constexpr Rgb kSecondTrace = {214, 69, 13};
+constexpr Rgb kFirstTrace = {63, 144, 218};
+constexpr Rgb kSecondTrace = {255, 169, 14};
+constexpr Rgb kThirdTrace = {189, 31, 1};
+constexpr Rgb kDarkGround = {28, 32, 37};
+
+std::string contentOf(const std::filesystem::path& file) {
+  const Bytes bytes = readFile(file);
+  return {bytes.begin(), bytes.end()};
+}
+
+bool contains(const std::string& text, const char* part) { return text.find(part) != text.npos; }
 
 TEST_F(ViewerTest, exportsGraphs) {
   const ProgramResult result = viewer(
@@ -174,15 +183,24 @@ TEST_F(ViewerTest, exportsGraphs) {
     EXPECT_EQ(picture.format, format);
     EXPECT_EQ(picture.image.width(), 400);
     EXPECT_EQ(picture.image.height(), 300);
-    EXPECT_GT(countNear(picture.image, kFirstTrace), 150);
-    EXPECT_GT(countNear(picture.image, kSecondTrace), 150);
-    EXPECT_TRUE(isWhite(picture.image.at(200, 90)));
+    const bool isExact = picture.format == L"bmp" || picture.format == L"png";
+    EXPECT_GT(countNear(picture.image, kFirstTrace), isExact ? 150 : 20);
+    EXPECT_GT(countNear(picture.image, kSecondTrace), isExact ? 150 : 20);
   }
-  // The traces cross in the middle of the picture: the ranges are symmetrical about their values.
-  const Image picture = decodeImageFile(folder_.file(L"crossing.bmp")).image;
-  EXPECT_FALSE(isWhite(picture.at(200, 150)));
-  EXPECT_TRUE(isWhite(picture.at(200, 120)));
-  EXPECT_TRUE(isWhite(picture.at(200, 180)));
+}
+
+/// Of the pixels near a colour, the one that lies furthest to the left, right, top, bottom.
+RECT boxNear(const Image& image, const Rgb& colour) {
+  RECT box = {image.width(), image.height(), 0, 0};
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (difference(image.at(x, y), colour) < 40) {
+        box = {std::min<LONG>(box.left, x), std::min<LONG>(box.top, y),
+               std::max<LONG>(box.right, x), std::max<LONG>(box.bottom, y)};
+      }
+    }
+  }
+  return box;
 }
 
 TEST_F(ViewerTest, exportsTheVisiblePartOfAGraph) {
@@ -191,20 +209,21 @@ TEST_F(ViewerTest, exportsTheVisiblePartOfAGraph) {
       L"zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,zoom-in,export-bmp,exit");
   EXPECT_EQ(result.exitCode, 0u) << result.error;
   const Image picture = decodeImageFile(folder_.file(L"crossing.bmp")).image;
-  // Only the crossing is left: the traces run from corner to corner.
-  for (int x = 20; x < 400; x += 40) {
-    EXPECT_TRUE(isWhite(picture.at(x, 10)) || x < 60 || x > 340) << x;
-  }
-  EXPECT_FALSE(isWhite(picture.at(200, 150)));
-  EXPECT_TRUE(isWhite(picture.at(20, 140))) << "beside the traces and the line of the grid";
+  // Only the crossing is left: the traces run from edge to edge of the plot area.
+  const RECT rising = boxNear(picture, kFirstTrace);
+  const RECT falling = boxNear(picture, kSecondTrace);
+  EXPECT_GT(rising.right - rising.left, 300);
+  EXPECT_NEAR(rising.left, falling.left, 3);
+  EXPECT_NEAR(rising.right, falling.right, 3);
 }
 
 TEST_F(ViewerTest, carriesOutEveryCommandOfGraphs) {
   const ProgramResult result = viewer(
       L"crossing.csv --size 200x150 --script zoom-in,zoom-out,undo,zoom-all,nearest,rectangle,pan,"
-      L"log-log,log-log,grid,crosshair,next-trace,next-trace,next-trace,previous-trace,"
-      L"smooth-lines,smooth-points,multisampling,inverse-wheel,clear-selection,reload,xy+,lights,"
-      L"export-png,exit");
+      L"log-x,log-y,log-x,log-y,grid,legend,cursors,crosshair,dark,next-trace,next-trace,next-"
+      L"trace,"
+      L"previous-trace,smooth-lines,multisampling,inverse-wheel,clear-selection,copy,print,reload,"
+      L"xy+,lights,export-png,exit");
   EXPECT_EQ(result.exitCode, 0u);
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(decodeImageFile(folder_.file(L"crossing.png")).image.width(), 200);
@@ -387,6 +406,24 @@ class RunningViewer {
     settle();
   }
 
+  /// Presses and releases the left button at a pixel of the view, and waits until that is done.
+  void clickPixel(const POINT& at) const { dragPixels(at, at); }
+
+  /// Drags the left button from one pixel of the view to another, and waits until that is done.
+  void dragPixels(const POINT& from, const POINT& to) const {
+    const HWND view = viewWindow();
+    const auto post = [view](UINT message, WPARAM keys, const POINT& at) {
+      SendMessageW(view, message, keys, MAKELPARAM(at.x, at.y));
+    };
+    post(WM_LBUTTONDOWN, MK_LBUTTON, from);
+    if (from.x != to.x || from.y != to.y) {
+      post(WM_MOUSEMOVE, MK_LBUTTON, to);
+    }
+    post(WM_LBUTTONUP, 0, to);
+  }
+
+  bool isEnabled() const { return IsWindowEnabled(window_) != FALSE; }
+
   /// The same without waiting.
   void moveTo(int x, int y) const {
     POINT mouse = placeInView(x, y);
@@ -395,10 +432,25 @@ class RunningViewer {
     postToView(WM_MOUSEMOVE, 0, x, y);
   }
 
-  /// Presses and releases the left button in the middle of the view.
-  void click() const {
-    postToView(WM_LBUTTONDOWN, MK_LBUTTON, 50, 50);
-    postToView(WM_LBUTTONUP, 0, 50, 50);
+  /// Presses and releases the left button in the middle of the view, or elsewhere.
+  void click(int x = 50, int y = 50) const { drag(x, y, x, y); }
+
+  /// Drags the left button from one place to another.
+  void drag(int fromX, int fromY, int toX, int toY) const {
+    postToView(WM_LBUTTONDOWN, MK_LBUTTON, fromX, fromY);
+    if (fromX != toX || fromY != toY) {
+      postToView(WM_MOUSEMOVE, MK_LBUTTON, toX, toY);
+    }
+    postToView(WM_LBUTTONUP, 0, toX, toY);
+  }
+
+  /// Waits until a pane of the status bar shows a text that has this in it.
+  std::string waitForStatus(WPARAM pane, const wchar_t* part) const {
+    std::wstring text;
+    while ((text = statusText(pane)).find(part) == text.npos &&
+           WaitForSingleObject(process_.hProcess, 20) == WAIT_TIMEOUT) {
+    }
+    return std::string(text.begin(), text.end());
   }
 
   /// Draws a rubber band from the upper left corner to the lower right one.
@@ -751,9 +803,9 @@ int rowsOfInk(const Image& image, const RECT& area) {
 TEST_F(ViewerTest, namesOfAxesAreAsLargeAsTheOtherTexts) {
   writeFile(folder_.file(L"decade.csv"), "time [s];voltage [V]\n1;1\n5;5\n");
   const ProgramResult result =
-      viewer(L"decade.csv --size 1000x700 --script grid,export-bmp,log-log,export-png,exit");
+      viewer(L"decade.csv --size 1000x700 --script grid,export-bmp,log-x,log-y,export-png,exit");
   EXPECT_EQ(result.exitCode, 0u) << result.error;
-  const RECT belowNumbers = {600, 615, 1000, 700};
+  const RECT belowNumbers = {400, 675, 600, 700};
   for (const wchar_t* const picture : {L"decade.bmp", L"decade.png"}) {
     const int rows = rowsOfInk(decodeImageFile(folder_.file(picture)).image, belowNumbers);
     EXPECT_GE(rows, 8) << "logarithmic axes have names, too";
@@ -775,6 +827,266 @@ TEST_F(ViewerTest, nothingOfATableStaysWithAModel) {
   running.waitFor(L"part.obj - ZYNVue viewer", 4);
   EXPECT_EQ(running.statusText(kPoint), L"");
   EXPECT_EQ(running.statusText(1), L"");
+}
+
+/// Hours of two days with a gap, temperatures and pressures, as a logger in Germany writes them.
+const char* const kStation =
+    "Zeit;innen [\u00b0C];au\u00dfen [\u00b0C];Luftdruck [hPa]\n"
+    "30.03.2024 00:00;20;4;1010\n30.03.2024 12:00;22;12;1016\n31.03.2024 00:00;20;;1022\n"
+    "31.03.2024 12:00;22;14;1016\n01.04.2024 00:00;20;6;1010\n";
+
+TEST_F(ViewerTest, datesAndASecondAxisAreTextsOfTheGraph) {
+  writeFile(folder_.file(L"station.csv"), kStation);
+  const ProgramResult result = viewer(
+      L"station.csv --size 800x500 --script "
+      L"export-svg,export-pdf,export-emf,log-x,dark,export-png,exit");
+  EXPECT_EQ(result.exitCode, 0u) << result.error;
+  EXPECT_EQ(result.error, "");
+  const std::string svg = contentOf(folder_.file(L"station.svg"));
+  for (const char* const text :
+       {">2024-03-30 00:00<", ">2024-04-01 00:00<", ">Zeit<", ">innen, au\u00dfen (\u00b0C)<",
+        ">Luftdruck (hPa)<", ">innen<", ">au\u00dfen<", ">Luftdruck<", ">1010<", ">20<"}) {
+    EXPECT_TRUE(contains(svg, text)) << text;
+  }
+  EXPECT_TRUE(contentOf(folder_.file(L"station.pdf")).starts_with("%PDF-1."));
+  EXPECT_EQ(contentOf(folder_.file(L"station.emf")).substr(40, 4), " EMF");
+  const Image picture = decodeImageFile(folder_.file(L"station.png")).image;
+  EXPECT_GT(countNear(picture, kDarkGround), 100000);
+  for (const Rgb& colour : {kFirstTrace, kSecondTrace, kThirdTrace}) {
+    EXPECT_GT(countNear(picture, colour), 100);
+  }
+}
+
+TEST_F(ViewerTest, emptyCellsAreGaps) {
+  writeFile(folder_.file(L"gap.csv"), "t,a\n0,1\n1,1\n2,\n3,1\n4,1\n");
+  const ProgramResult result = viewer(L"gap.csv --size 400x300 --script grid,export-bmp,exit");
+  EXPECT_EQ(result.exitCode, 0u) << result.error;
+  const Image picture = decodeImageFile(folder_.file(L"gap.bmp")).image;
+  const RECT line = boxNear(picture, kFirstTrace);
+  ASSERT_LT(line.left, line.right);
+  const LONG y = (line.top + line.bottom) / 2;
+  const LONG quarter = (line.right - line.left) / 4;
+  EXPECT_FALSE(isWhite(picture.at(line.left + quarter / 2, y)));
+  EXPECT_TRUE(isWhite(picture.at(line.left + 2 * quarter, y)));
+  EXPECT_FALSE(isWhite(picture.at(line.right - quarter / 2, y)));
+}
+
+/// The sample of a trace in the legend: the first long level run of its colour; (0, 0) for none.
+POINT sampleOf(const Image& image, const Rgb& colour) {
+  for (int y = 0; y < image.height(); ++y) {
+    int run = 0;
+    for (int x = 0; x < image.width(); ++x) {
+      run = difference(image.at(x, y), colour) < 60 ? run + 1 : 0;
+      if (run == 16) {
+        return {x - 8, y};
+      }
+    }
+  }
+  return {};
+}
+
+/// The viewer with a table, while it runs.
+class GraphViewerTest : public ViewerTest {
+ protected:
+  static constexpr WPARAM kMessage = 0;
+  static constexpr WPARAM kReadings = 1;
+  static constexpr WPARAM kPlace = 2;
+  static constexpr WPARAM kMode = 3;
+
+  /// Starts it with a table of this text.
+  RunningViewer& start(const char* table, const std::wstring& script = L"nearest") {
+    writeFile(folder_.file(L"table.csv"), table);
+    running_.emplace(L"table.csv --size 600x400 --script " + script);
+    running_->waitFor(L"table.csv - ZYNVue viewer");
+    while (running_->statusText(kMode).empty()) {
+      Sleep(10);
+    }
+    return *running_;
+  }
+
+  Image picture() const {
+    running_->choose(viewer::Command::kExportBmp);
+    return decodeImageFile(folder_.file(L"table.bmp")).image;
+  }
+
+  std::optional<RunningViewer> running_;
+};
+
+TEST_F(GraphViewerTest, aClickInTheLegendHidesATraceAndShowsItAgain) {
+  RunningViewer& running = start(kCrossing, L"log-y,log-y,grid");
+  const Image before = picture();
+  const int first = countNear(before, kFirstTrace);
+  const POINT entry = sampleOf(before, kFirstTrace);
+  const POINT next = sampleOf(before, kSecondTrace);
+  ASSERT_NE(entry.x, 0);
+  running.clickPixel(entry);
+  const Image hidden = picture();
+  EXPECT_LT(countNear(hidden, kFirstTrace), first / 10);
+  EXPECT_GT(countNear(hidden, kSecondTrace), countNear(before, kSecondTrace) / 2);
+  // The legend may stand elsewhere now.
+  const POINT now = sampleOf(hidden, kSecondTrace);
+  running.clickPixel({now.x + entry.x - next.x, now.y + entry.y - next.y});
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(GraphViewerTest, cursorsTellTheirPlacesAndTheDifference) {
+  RunningViewer& running = start("t,a\n0,0\n3,30\n9,90\n", L"cursors");
+  const std::string text = running.waitForStatus(kReadings, L"a: ");
+  EXPECT_EQ(text, "a: 2.85, 28.5; 6.15, 61.5") << "a third and two thirds of -0.45 to 9.45";
+  EXPECT_EQ(running.waitForStatus(kMessage, L"difference"), "difference: 3.3, 33");
+  EXPECT_GT(countNear(picture(), {31, 35, 40}), 600) << "two lines";
+  // The first is dragged by a tenth of the view.
+  const RECT line = boxNear(picture(), kFirstTrace);
+  const LONG first = line.left + (line.right - line.left) * 285 / 900;
+  running.dragPixels({first, 200}, {first + 60, 200});
+  std::wstring moved;
+  while ((moved = running.statusText(kReadings)).find(L"a: 2.85,") != moved.npos) {
+    Sleep(10);
+  }
+  EXPECT_TRUE(running.statusText(kReadings).find(L"; 6.15, 61.5") != std::wstring::npos);
+  EXPECT_EQ(running.waitForStatus(kMessage, L"difference").find("difference: 3.3, 33"),
+            std::string::npos);
+  running.choose(viewer::Command::kCursors);
+  EXPECT_EQ(running.statusText(kReadings), L"");
+  EXPECT_EQ(running.waitForStatus(kMessage, L"rows"), "3 rows, 1 trace");
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(GraphViewerTest, cursorsOfDatesTellDates) {
+  RunningViewer& running = start("day,a\n2024-01-01,0\n2024-01-31,30\n2024-03-31,90\n", L"cursors");
+  const std::string text = running.waitForStatus(kReadings, L"a: ");
+  EXPECT_TRUE(text.starts_with("a: 2024-01-29 ")) << text;
+  EXPECT_TRUE(contains(text, "; 2024-03-02 ")) << text;
+  EXPECT_EQ(running.waitForStatus(kMessage, L"difference"), "difference: 33 d, 33");
+}
+
+TEST_F(GraphViewerTest, aClickMarksTheNearestPointOnEitherAxis) {
+  RunningViewer& running = start(kStation, L"legend");
+  const Image before = picture();
+  const RECT pressure = boxNear(before, kThirdTrace);
+  const LONG middle = (pressure.left + pressure.right) / 2;
+  running.clickPixel({middle, pressure.top - 3});
+  const std::string text = running.waitForStatus(kReadings, L"Luftdruck");
+  EXPECT_EQ(text, "Luftdruck: 2024-03-31, 1022");
+  EXPECT_GT(countNear(picture(), {204, 13, 13}), 40) << "the point stands out";
+  running.choose(viewer::Command::kClearSelection);
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+  EXPECT_EQ(running.statusText(kReadings), L"");
+  running.moveTo(50, 50);
+  running.waitForStatus(kPlace, L"  right 101");
+}
+
+TEST_F(GraphViewerTest, logarithmsGridLegendAndThemeAreSwitches) {
+  RunningViewer& running = start(kCrossing);
+  const Image before = picture();
+  for (const viewer::Command command :
+       {viewer::Command::kLogX, viewer::Command::kLogY, viewer::Command::kGrid,
+        viewer::Command::kLegend, viewer::Command::kCursors, viewer::Command::kDark,
+        viewer::Command::kLineAntialiasing}) {
+    running.choose(command);
+    EXPECT_GT(differentPixels(before, picture()), 100) << static_cast<int>(command);
+    running.choose(command);
+    EXPECT_EQ(differentPixels(before, picture()), 0) << static_cast<int>(command);
+  }
+}
+
+TEST_F(GraphViewerTest, bothVerticalAxesZoomAndComeBack) {
+  RunningViewer& running = start(kStation, L"grid,legend");
+  const Image before = picture();
+  const RECT pressure = boxNear(before, kThirdTrace);
+  const RECT inside = boxNear(before, kFirstTrace);
+  for (int i = 0; i < 2; ++i) {
+    running.choose(viewer::Command::kZoomOut);
+  }
+  const Image zoomed = picture();
+  const auto height = [](const RECT& box) { return box.bottom - box.top; };
+  constexpr double kFactor = 1.25 * 1.25;
+  const RECT pressureThen = boxNear(zoomed, kThirdTrace);
+  const RECT insideThen = boxNear(zoomed, kFirstTrace);
+  EXPECT_NEAR(height(pressureThen), height(pressure) / kFactor, 6);
+  EXPECT_NEAR(height(insideThen), height(inside) / kFactor, 6);
+  running.choose(viewer::Command::kUndoView);
+  running.choose(viewer::Command::kUndoView);
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+  running.choose(viewer::Command::kZoomIn);
+  EXPECT_GT(differentPixels(before, picture()), 500);
+  running.choose(viewer::Command::kZoomAll);
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+}
+
+TEST_F(GraphViewerTest, theMouseZoomsToARectangle) {
+  RunningViewer& running = start("t,a\n0,0\n100,100\n", L"grid,rectangle");
+  running.waitForStatus(kMode, L"rectangle");
+  running.drag(45, 45, 55, 55);
+  running.moveTo(50, 50);
+  running.waitForStatus(kMode, L"nearest");
+  const RECT line = boxNear(picture(), kFirstTrace);
+  EXPECT_GT(line.right - line.left, 450) << "from edge to edge of the plot area";
+}
+
+/// What the screen shows of a window, below one in it.
+Image screenBelow(HWND child) {
+  const HWND window = GetParent(child);
+  RECT client = {};
+  GetClientRect(window, &client);
+  RECT above = {};
+  GetWindowRect(child, &above);
+  POINT corner = {};
+  ClientToScreen(window, &corner);
+  client.bottom -= above.bottom - corner.y;
+  corner.y = above.bottom;
+  const HDC screen = GetDC(nullptr);
+  const HDC memory = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
+  const HGDIOBJ before = SelectObject(memory, bitmap);
+  BitBlt(memory, 0, 0, client.right, client.bottom, screen, corner.x, corner.y, SRCCOPY);
+  Image image(client.right, client.bottom);
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const COLORREF colour = GetPixel(memory, x, y);
+      image.at(x, y) = {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
+    }
+  }
+  SelectObject(memory, before);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
+  return image;
+}
+
+TEST_F(GraphViewerTest, thePrintPreviewShowsThePage) {
+  RunningViewer& running = start(kCrossing);
+  running.choose(viewer::Command::kPrint);
+  const HWND preview = running.windowOver(L"Print preview");
+  ASSERT_NE(preview, nullptr);
+  EXPECT_FALSE(running.isEnabled()) << "what is printed stays as it is shown";
+  Image shown = screenBelow(GetDlgItem(preview, IDOK));
+  while (countNear(shown, kFirstTrace) < 100 && IsWindow(preview)) {
+    Sleep(50);
+    shown = screenBelow(GetDlgItem(preview, IDOK));
+  }
+  const RECT rising = boxNear(shown, kFirstTrace);
+  const RECT falling = boxNear(shown, kSecondTrace);
+  EXPECT_GT(rising.right - rising.left, shown.width() / 4);
+  EXPECT_NEAR(rising.left, falling.left, 4);
+  EXPECT_TRUE(isWhite(shown.at(rising.left - shown.width() / 12, shown.height() / 2)))
+      << "the margin of the page";
+  EXPECT_FALSE(isWhite(shown.at(4, shown.height() - 4))) << "beside the page";
+  PostMessageW(GetDlgItem(preview, IDCANCEL), BM_CLICK, 0, 0);
+  while (IsWindow(preview)) {
+    Sleep(10);
+  }
+  EXPECT_TRUE(running.isEnabled());
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(GraphViewerTest, theClipboardHasTheGraphAsPictureAndAsLines) {
+  RunningViewer& running = start(kCrossing);
+  running.choose(viewer::Command::kCopy);
+  EXPECT_EQ(running.waitForStatus(kMessage, L"Copied"), "Copied to the clipboard");
+  EXPECT_TRUE(IsClipboardFormatAvailable(CF_DIB));
+  EXPECT_TRUE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
 }
 
 /// An OBJ that takes a while to be read, in one group; `end` are its last lines.
@@ -842,10 +1154,14 @@ TEST_F(ViewerTest, saysWhatIsWrong) {
   writeFile(folder_.file(L"broken.csv"), "t,a\n1,2\n2,two\n");
   writeFile(folder_.file(L"short.csv"), "t;a\n1;2\n\n2\n");
   writeFile(folder_.file(L"negative.csv"), "t;a\n1;-2\n2;-3\n");
+  writeFile(folder_.file(L"days.csv"), "day,a\n1/2/2024,1\n3/4/2024,2\n");
   expectRefused(L"nowhere.csv", "nowhere.csv");
   expectRefused(L"broken.csv", "broken.csv: line 3: \"two\" is not a number");
   expectRefused(L"short.csv", "short.csv: line 4");
-  expectRefused(L"negative.csv --script log-log", "no row has two positive numbers");
+  expectRefused(L"negative.csv --script log-y", "no row has two numbers");
+  expectRefused(L"days.csv", "days.csv: line 2: \"1/2/2024\" does not tell the day from the month");
+  expectRefused(L"--script print", "there is no model and no table");
+  expectRefused(L"corner.stl --script export-svg", "Fichier");
   expectRefused(L"nowhere.stl", "nowhere.stl");
   expectRefused(L"letter.txt", "letter.txt");
   expectRefused(L"broken.stl", "broken.stl: line 4");

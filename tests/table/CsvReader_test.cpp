@@ -126,6 +126,45 @@ TEST(CsvReaderTest, EmptyCellsAreGaps) {
                {{1, kGap, kGap, kGap, 4}, {kGap, 2, 3, kGap, kGap}});
 }
 
+// --- dates ---------------------------------------------------------------------------------------
+
+/// Days from 1899-12-30.
+constexpr double kNewYear2024 = 45292;
+
+TEST(CsvReaderTest, TheFirstColumnMayHoldDates) {
+  const Table table = parseCsv("date,T\n2024-01-01,1\n2024-01-02,\n,3\n2024-01-04T18:00,4\n");
+  EXPECT_TRUE(table.columns[0].isDate);
+  EXPECT_FALSE(table.columns[1].isDate);
+  expectValues(table,
+               {{kNewYear2024, kNewYear2024 + 1, kGap, kNewYear2024 + 3.75}, {1, kGap, 3, 4}});
+  EXPECT_FALSE(parseCsv("year,T\n2024,1\n").columns[0].isDate);
+}
+
+TEST(CsvReaderTest, DatesMayComeFirstAndBehindGaps) {
+  expectValues(parseCsv("2024-01-01;1\n2024-01-02;2,5\n"),
+               {{kNewYear2024, kNewYear2024 + 1}, {1, 2.5}});
+  expectValues(parseCsv("date;T\n;1\n01.01.2024;2,5\n"), {{kGap, kNewYear2024}, {1, 2.5}});
+}
+
+TEST(CsvReaderTest, OneDateTellsTheDayFromTheMonthForAll) {
+  expectValues(parseCsv("day,y\n02/01/2024,1\n13/01/2024,2\n"),
+               {{kNewYear2024 + 1, kNewYear2024 + 12}, {1, 2}});
+  expectValues(parseCsv("day,y\n1/2/2024,1\n1/13/2024 1:30 PM,2\n"),
+               {{kNewYear2024 + 1, kNewYear2024 + 12.5625}, {1, 2}});
+  expectValues(parseCsv("day,y\n01/01/2024,1\n"), {{kNewYear2024}, {1}});
+}
+
+TEST(CsvReaderTest, DatesThatDoNotTellAreRefused) {
+  EXPECT_EQ(complaint("day,y\n1/1/2024,0\n1/2/2024,1\n3/4/2024,1\n"),
+            "line 3: \"1/2/2024\" does not tell the day from the month, nor does any other date; "
+            "write the year first (2024-01-31)");
+  EXPECT_EQ(complaint("day,y\n13/1/2024,1\n1/13/2024,1\n"),
+            "line 3: \"1/13/2024\" is not a date as those before");
+  EXPECT_EQ(complaint("day,y\n2024-01-01,1\nlater,1\n"), "line 3: \"later\" is not a date");
+  EXPECT_EQ(complaint("day,y\n2024-01-01,1\n5,1\n"), "line 3: \"5\" is not a date");
+  EXPECT_EQ(complaint("x,day\n1,2024-01-01\n"), "line 2: \"2024-01-01\" is not a number (\"day\")");
+}
+
 // --- what cannot be used -------------------------------------------------------------------------
 
 TEST(CsvReaderTest, ComplaintsTellTheLine) {

@@ -76,7 +76,9 @@ TEST(CommandsTest, HelpTellsOfEveryKeyWithoutMarks) {
     EXPECT_TRUE(tells({"Ctrl+O", "Open"}));
     EXPECT_TRUE(tells({"Ctrl+E", "Export: PNG"}));
     EXPECT_TRUE(tells({"Backspace", "Undo view"}));
-    EXPECT_EQ(tells({"L", "Logarithmic axes"}), pane == PaneKind::kGraph);
+    EXPECT_TRUE(tells({"Ctrl+P", "Print preview"}));
+    EXPECT_EQ(tells({"X", "Logarithmic x"}), pane == PaneKind::kGraph);
+    EXPECT_EQ(tells({"U", "Two cursors"}), pane == PaneKind::kGraph);
     EXPECT_EQ(tells({"Ctrl+5", "Style: Points"}), pane == PaneKind::kModel);
     EXPECT_EQ(tells({"Home", "Isometric"}), pane == PaneKind::kModel);
   }

@@ -3,15 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
+#include <stdexcept>
 
 namespace zyn::viewer {
 namespace {
 
 const double kGap = std::nan("");
 
-std::string complaint(const table::Table& table, bool logarithmic) {
+Plot arranged(table::Table table, const LogAxes& logarithmic = {}) {
+  Plot plot = makePlot(std::move(table));
+  plot.arrange(logarithmic);
+  return plot;
+}
+
+std::string complaint(const table::Table& table, const LogAxes& logarithmic) {
   try {
-    makePlot(table, logarithmic);
+    arranged(table, logarithmic);
   } catch (const std::runtime_error& error) {
     return error.what();
   }
@@ -20,72 +28,104 @@ std::string complaint(const table::Table& table, bool logarithmic) {
 
 TEST(PlotTest, TheFirstColumnIsX) {
   const Plot plot =
-      makePlot({{{"t [s]", {0, 1, 2}}, {"a [V]", {5, 6, 7}}, {"b [V]", {1, kGap, 3}}}}, false);
+      arranged({{{"t [s]", {0, 1, 2}}, {"a [V]", {5, 6, 7}}, {"b [V]", {1, kGap, 3}}}});
   EXPECT_EQ(plot.xTitle.name, "t");
   EXPECT_EQ(plot.xTitle.unit, "s");
+  EXPECT_FALSE(plot.hasDates);
   EXPECT_EQ(plot.x, (std::vector<double>{0, 1, 2}));
   ASSERT_EQ(plot.traces.size(), 2U);
   EXPECT_EQ(plot.traces[0].title.name, "a");
   EXPECT_EQ(plot.traces[0].y, (std::vector<double>{5, 6, 7}));
   EXPECT_TRUE(std::isnan(plot.traces[1].y[1]));
-  EXPECT_LE(plot.yRange.low, 1);
-  EXPECT_GE(plot.yRange.high, 7);
 }
 
 TEST(PlotTest, OneColumnIsDrawnOverItsRows) {
-  const Plot plot = makePlot({{{"a", {5, 6, 4}}}}, false);
+  const Plot plot = arranged({{{"a", {5, 6, 4}}}});
   EXPECT_EQ(plot.xTitle.name, "row");
   EXPECT_EQ(plot.x, (std::vector<double>{1, 2, 3}));
   EXPECT_EQ(plot.traces.size(), 1U);
 }
 
-TEST(PlotTest, TheYAxisIsCalledAfterTheOnlyTraceOrTheSharedUnit) {
-  const auto title = [](const char* a, const char* b) {
-    return makePlot({{{"x", {1}}, {a, {1}}, {b, {2}}}}, false).yTitle();
-  };
-  EXPECT_EQ(title("a [V]", "b [V]").unit, "V");
-  EXPECT_EQ(title("a [V]", "b [V]").name, "");
-  EXPECT_EQ(title("a [V]", "b [A]").unit, "");
-  const AxisTitle only = makePlot({{{"x", {1}}, {"a [V]", {1}}}}, false).yTitle();
-  EXPECT_EQ(only.name, "a");
-  EXPECT_EQ(only.unit, "V");
+TEST(PlotTest, DatesLieAlongX) {
+  EXPECT_TRUE(arranged({{{"day", {45292, 45293}, true}, {"a", {1, 2}}}}).hasDates);
+  EXPECT_FALSE(arranged({{{"day", {45292, 45293}, true}}}).hasDates) << "along x are the rows";
 }
 
-TEST(PlotTest, RangesLookOnlyAtWholePoints) {
-  const Plot plot =
-      makePlot({{{"x", {0, 1, 2, 900}}, {"a", {1, 2, 3, kGap}}, {"b", {1, 1, 1, kGap}}}}, false);
-  EXPECT_LE(plot.xRange.high, 3);
+/// The sides of the traces, "LR" for the first on the left and another on the right.
+std::string sides(table::Table table, const LogAxes& logarithmic = {}) {
+  std::string text;
+  for (const PlotTrace& trace : arranged(std::move(table), logarithmic).traces) {
+    text += trace.side == PlotSide::kLeft ? 'L' : 'R';
+  }
+  return text;
 }
 
-TEST(PlotTest, LogarithmicAxesShowLogarithmsOfWhatIsPositive) {
-  const Plot plot = makePlot({{{"x", {1, 10, 0, 1000}}, {"a", {100, -5, 1, 0.01}}}}, true);
-  EXPECT_TRUE(plot.isLogarithmic);
-  EXPECT_EQ(plot.x[1], 1);
-  EXPECT_TRUE(std::isnan(plot.x[2]));
-  EXPECT_EQ(plot.traces[0].y[0], 2);
-  EXPECT_TRUE(std::isnan(plot.traces[0].y[1]));
-  EXPECT_EQ(plot.xRange.low, 0);
-  EXPECT_EQ(plot.xRange.high, 3);
-  EXPECT_EQ(plot.yRange.low, -2);
-  EXPECT_EQ(plot.yRange.high, 2);
+TEST(PlotTest, OtherUnitsStandOnTheRight) {
+  const std::vector<double> some = {1, 2};
+  EXPECT_EQ(sides({{{"t", some}, {"a [V]", some}, {"b [A]", some}, {"c [V]", some}}}), "LRL");
+  EXPECT_EQ(sides({{{"t", some}, {"a [V]", some}, {"b [A]", some}, {"c [W]", some}}}), "LRR");
+  EXPECT_EQ(sides({{{"t", some}, {"a [V]", {1, 2}}, {"b [V]", {1000, 5000}}}}), "LL")
+      << "what has the same unit is to be compared";
+  EXPECT_EQ(sides({{{"t", some}, {"a [V]", some}, {"b", some}}}), "LL");
+}
+
+TEST(PlotTest, WhatWouldBeFlatBesideTheFirstStandsOnTheRight) {
+  const std::vector<double> t = {0, 1, 2};
+  EXPECT_EQ(sides({{{"t", t}, {"T", {20, 25, 22}}, {"p", {1013, 1018, 1009}}}}), "LR");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {0, 10, 5}}, {"b", {0, 0.1, kGap}}}}), "LR");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {0, 0.1, 0}}, {"b", {0, 10, 5}}}}), "LR");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {0, 10, 5}}, {"b", {3, 4, 3}}}}), "LL");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {20, 30, 25}}, {"limit", {25, 25, 25}}}}), "LL");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {1000, 1001, 1000}}, {"none", {0, 0, 0}}}}), "LR");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {7, 7, 7}}, {"b", {900, 900, 900}}}}), "LL");
+  EXPECT_EQ(sides({{{"t", t}, {"a", {1, 2, 3}}, {"b", {kGap, kGap, kGap}}}}), "LL");
+  constexpr double kMost = std::numeric_limits<double>::max();
+  EXPECT_EQ(sides({{{"t", t}, {"a", {-kMost, kMost, 0}}, {"b", {1, 2, 3}}}}), "LR");
+}
+
+TEST(PlotTest, OnALogarithmicAxisOnlyUnitsCount) {
+  const std::vector<double> t = {1, 2};
+  EXPECT_EQ(sides({{{"t", t}, {"a", {1, 10}}, {"b", {0.001, 0.002}}}}, {.y = true}), "LL");
+  EXPECT_EQ(sides({{{"t", t}, {"a [V]", {1, 10}}, {"b [A]", {1, 2}}}}, {.y = true}), "LR");
+}
+
+TEST(PlotTest, AnAxisIsCalledAfterWhatItShows) {
+  const Plot one = arranged({{{"x", {1}}, {"a [V]", {1}}}});
+  EXPECT_EQ(one.titleOf(PlotSide::kLeft).text(), "a (V)");
+  EXPECT_EQ(one.titleOf(PlotSide::kRight).text(), "");
+  const Plot alike = arranged({{{"x", {1}}, {"a [V]", {1}}, {"b [V]", {2}}}});
+  EXPECT_EQ(alike.titleOf(PlotSide::kLeft).name, "") << "the legend tells";
+  EXPECT_EQ(alike.titleOf(PlotSide::kLeft).unit, "V");
+  EXPECT_EQ(alike.nameOf(alike.traces[1]), "b");
+  const Plot both =
+      arranged({{{"x", {1}}, {"a [V]", {1}}, {"b [V]", {2}}, {"c [A]", {2}}, {"d [W]", {2}}}});
+  EXPECT_EQ(both.titleOf(PlotSide::kLeft).text(), "a, b (V)");
+  EXPECT_EQ(both.titleOf(PlotSide::kRight).text(), "c (A), d (W)");
+  EXPECT_EQ(both.nameOf(both.traces[0]), "a");
+  EXPECT_EQ(both.nameOf(both.traces[3]), "d (W)");
+  const std::string lengthy(30, 'n');
+  const Plot wide =
+      arranged({{{"x", {1}}, {lengthy + " [V]", {1}}, {lengthy + " [V]", {2}}, {"c [A]", {2}}}});
+  EXPECT_EQ(wide.titleOf(PlotSide::kLeft).name, "");
+  EXPECT_EQ(wide.titleOf(PlotSide::kLeft).unit, "V");
 }
 
 TEST(PlotTest, SomethingMustBeThereToShow) {
   const table::Table apart{{{"x", {1, kGap}}, {"a", {kGap, 1}}}};
-  EXPECT_EQ(complaint(apart, false), "no row has two numbers to show");
+  EXPECT_EQ(complaint(apart, {}), "no row has two numbers to show");
   const table::Table negative{{{"x", {1, 2}}, {"a", {-1, 0}}}};
-  EXPECT_EQ(complaint(negative, false), "none");
-  EXPECT_EQ(complaint(negative, true),
-            "no row has two positive numbers to show on logarithmic axes");
+  const char* const kNone =
+      "no row has two numbers of which those on logarithmic axes are positive";
+  EXPECT_EQ(complaint(negative, {}), "none");
+  EXPECT_EQ(complaint(negative, {.x = true}), "none");
+  EXPECT_EQ(complaint(negative, {.y = true}), kNone);
+  EXPECT_EQ(complaint({{{"x", {-1, 0}}, {"a", {1, 2}}}}, {.x = true}), kNone);
 }
 
-TEST(PlotTest, TheScaleFillsTheWindow) {
-  const Plot plot = makePlot({{{"x", {0, 1000}}, {"a", {0, 0.1}}}}, false);
-  const PlotScale scale = fittingScale(plot, 1.5);
-  EXPECT_DOUBLE_EQ(plot.xRange.size() * scale.x, 1.5 * plot.yRange.size() * scale.y);
-  const PlotScale decades = fittingScale(makePlot({{{"x", {1, 1000}}, {"a", {1, 10}}}}, true), 1.5);
-  EXPECT_EQ(decades.x, 1);
-  EXPECT_EQ(decades.y, 1);
+TEST(PlotTest, WhatCannotBeShownChangesNothing) {
+  Plot plot = arranged({{{"t", {1, 2}}, {"a", {-5, -10}}, {"b", {-0.1, -0.2}}}});
+  EXPECT_THROW(plot.arrange({.y = true}), std::runtime_error);
+  EXPECT_TRUE(plot.uses(PlotSide::kRight));
 }
 
 }  // namespace
