@@ -100,9 +100,8 @@ def modulo(value, divisor):
 OPERATORS = [  # those of a line bind alike, each line less than the one above
     {"**": power},
     {"*": lambda a, b: a * b, "/": lambda a, b: a / b, "mod": modulo},
+    {"+": lambda a, b: a + b, "-": lambda a, b: a - b},
     {
-        "+": lambda a, b: a + b,
-        "-": lambda a, b: a - b,
         "and": lambda a, b: Fraction(a != 0 and b != 0),
         "or": lambda a, b: Fraction(a != 0 or b != 0),
         "xor": lambda a, b: Fraction((a != 0) != (b != 0)),
