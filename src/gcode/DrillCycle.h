@@ -30,6 +30,7 @@ struct DrillCycle {
 struct DrillSeries {
   double level = 0;
   std::optional<double> clearance;
+  std::optional<double> clearsAt;  ///< what it came to, in the machine
   std::optional<double> depth;
   std::optional<double> peck;
   std::optional<double> dwell;

@@ -301,7 +301,7 @@ void Interpreter::move(const Block& block) {
     if (mode_ == 0) {
       motion_.rapid(to);
     } else {
-      motion_.feed(to, speedOver(block, distance(motion_.place(), to)));
+      motion_.feed(to, speedOver(block, takesTime() ? distance(motion_.place(), to) : 1));
     }
   }
 }
@@ -322,7 +322,7 @@ void Interpreter::arc(const Block& block) {
   if (!move) {
     text_.fail(motionPlace(block), cause);
   }
-  motion_.arc(*move, speedOver(block, arcLength(motion_.place(), *move)));
+  motion_.arc(*move, speedOver(block, takesTime() ? arcLength(motion_.place(), *move) : 1));
 }
 
 PathPoint Interpreter::centreOf(const Block& block) {
@@ -355,7 +355,7 @@ void Interpreter::cycle(const Block& block) {
   if (!series_) {
     series_.emplace().level = motion_.place()[static_cast<std::size_t>(plane_)];
   }
-  if (feedMode_ == FeedMode::kInverseTime) {
+  if (takesTime()) {
     text_.fail(motionPlace(block), "cycles do not go with G93");
   }
   const DrillCycle holes = cycleOf(block);
@@ -391,8 +391,11 @@ DrillCycle Interpreter::cycleOf(const Block& block) {
     }
   }
   const char* const place = motionPlace(block);
-  result.clearance =
-      checked((isIncremental_ ? motion_.place()[along] : origin(along)) + clearance, place);
+  // In steps R counts from where the tool is when it is given: holes that repeat it go no deeper.
+  if (block.has('r') || !isIncremental_ || !series_->clearsAt) {
+    series_->clearsAt = (isIncremental_ ? motion_.place()[along] : origin(along)) + clearance;
+  }
+  result.clearance = checked(*series_->clearsAt, place);
   result.bottom = checked((isIncremental_ ? result.clearance : origin(along)) + depth, place);
   result.retract =
       retractsToClearance_ ? result.clearance : std::max(result.clearance, series_->level);
@@ -469,11 +472,10 @@ double Interpreter::checked(double coordinate, const char* place) const {
   return coordinate;
 }
 
-/// The speed in effect for a motion of that length.
+/// The speed in effect for a motion of that length, which counts where feeds are times.
 double Interpreter::speedOver(const Block& block, double distance) const {
-  const bool isInverse = feedMode_ == FeedMode::kInverseTime;
-  if (feed_ == 0 || (isInverse && !block.has('f'))) {
-    text_.fail(motionPlace(block), isInverse ? "with G93 each feed needs F" : "a feed without F");
+  if (feed_ == 0 || (takesTime() && !block.has('f'))) {
+    text_.fail(motionPlace(block), takesTime() ? "with G93 each feed needs F" : "a feed without F");
   }
   if (feedMode_ == FeedMode::kPerTurn && spindle_ == 0) {
     text_.fail(motionPlace(block), "with G95 a feed needs a spindle speed S");
@@ -482,7 +484,7 @@ double Interpreter::speedOver(const Block& block, double distance) const {
     return feed_;
   }
   const double speed = feedMode_ == FeedMode::kPerMinute ? feed_
-                       : isInverse                       ? feed_ * distance
+                       : takesTime()                     ? feed_ * distance
                                                          : feed_ * spindle_;
   if (!(speed >= kSlowest && speed <= kFastest)) {
     text_.fail(motionPlace(block), "the speed is out of range");

@@ -59,6 +59,7 @@ class Interpreter {
   double take(const Block& block, char letter);
   int takeWhole(const Block& block, char letter, int least, int most);
   double checked(double coordinate, const char* place) const;
+  bool takesTime() const { return feedMode_ == FeedMode::kInverseTime; }
   double speedOver(const Block& block, double distance) const;
   const char* motionPlace(const Block& block) const;
   void requireAllUsed(const Block& block) const;

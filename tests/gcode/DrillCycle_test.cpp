@@ -68,6 +68,9 @@ TEST(DrillCycle, repeats) {
 
 TEST(DrillCycle, inStepsRIsFromWhereTheToolIs) {
   EXPECT_EQ(depths("G0 Z10\nG91 G81 X1 Z-5 R-8 F9"), (Depths{10, 10, 2, -3, 10}));
+  EXPECT_EQ(depths("G0 Z10\nG91 G99 G81 X1 Z-5 R-8 F9\nX1\nX1 Z-4 R1"),
+            (Depths{10, 10, 2, -3, 2, 2, -3, 2, 3, 3, -1, 3}))
+      << "R that is not given again stays where it was";
 }
 
 TEST(DrillCycle, dwellsAtTheBottom) {
