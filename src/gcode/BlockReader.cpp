@@ -153,7 +153,11 @@ void BlockReader::addCode(Block& block, char letter, double value, const char* p
                                           : groupOfM(*code);
   if (group == CodeGroup::kUnknown) {
     if (!skipsUnknown_) {
-      text_.fail(place, "unknown code" + (code && *code >= 0 ? " " + codeName(letter, *code) : ""));
+      std::string cause = "unknown code";
+      if (code && *code >= 0) {
+        cause.append(" ").append(codeName(letter, *code));
+      }
+      text_.fail(place, cause);
     }
     skipCode(letter);
   } else if (group == CodeGroup::kRefused) {
