@@ -69,6 +69,16 @@ double CalendarStep::days() const {
   }
 }
 
+bool CalendarStep::divides(const CalendarStep& other) const {
+  if (unit == other.unit) {
+    return other.count % count == 0;
+  }
+  if (unit == Unit::kMicrosecond) {
+    return other.unit == Unit::kDay;
+  }
+  return unit == Unit::kMonth && other.unit == Unit::kYear && kMonths * other.count % count == 0;
+}
+
 CalendarTime CalendarStep::at(std::int64_t index) const {
   switch (unit) {
     case Unit::kMicrosecond: {

@@ -22,6 +22,9 @@ struct CalendarStep {
   /// How long it is, in the mean.
   double days() const;
 
+  /// Whether so many of it are always the other one: days are not, of months.
+  bool divides(const CalendarStep& other) const;
+
   /// The moments of the step in a range of dates; none of a step so small that neighbours would be
   /// the same double.
   std::vector<CalendarTime> within(const ValueRange& range) const;

@@ -65,8 +65,8 @@ class SeriesData {
   /// be shown; none without a point.
   std::optional<Box3> extent(const AxisLogs& logs);
 
-  /// The smallest distance between different neighbours along x, in coordinates of the axis; 0
-  /// where there is none.
+  /// The smallest distance between different neighbours along x, whatever their y, in coordinates
+  /// of the axis; 0 where there is none.
   double smallestGap(const AxisLogs& logs);
 
   SeriesStatistics statistics() { return statistics_.of(points_); }

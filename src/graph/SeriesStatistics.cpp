@@ -17,7 +17,7 @@ double smaller(double a, double b) { return a == 0 || b == 0 ? a + b : std::min(
 double smallestOfSorted(const PointSequence& points) {
   std::vector<double> sorted;
   for (std::size_t i = points.first(); i < points.end(); ++i) {
-    if (!points.isGap(i)) {
+    if (std::isfinite(points.x(i))) {
       sorted.push_back(points.x(i));
     }
   }
@@ -114,7 +114,7 @@ void GapKeeper::Gaps::merge(const Gaps& next) {
 GapKeeper::Gaps GapKeeper::gapsOf(const PointSequence& points, std::size_t from, std::size_t to) {
   Gaps gaps;
   for (std::size_t i = from; i < to; ++i) {
-    if (!points.isGap(i)) {
+    if (std::isfinite(points.x(i))) {
       gaps.take(points.x(i));
     }
   }

@@ -41,6 +41,7 @@ class StatisticsKeeper {
 
 /// Keeps the smallest distance between neighbours on the x axis, in time proportional to what comes
 /// as long as x rises or falls throughout; where it does not, neighbours are found by sorting.
+/// Points without a y that can be shown count too.
 class GapKeeper {
  public:
   /// 0 where there are no two different x.

@@ -24,6 +24,7 @@ constexpr double kShortestCalendar = 5.0 / static_cast<double>(CalendarTime::kPe
 constexpr std::size_t kEnough = 3;
 /// Of the pixels between ticks, what minor ones need.
 constexpr double kMinorPart = 1.0 / 8;
+constexpr double kRounding = 1e-9;
 /// Pixels of an axis that are filled with ticks at most.
 constexpr double kLongest = 1e5;
 /// Parts into which minor ticks divide what lies between major ones: at most.
@@ -37,6 +38,7 @@ struct Candidate {
   std::vector<double> values{};
   std::vector<double> pixels{};
   Labeller labels{};  ///< none: for minor ticks only
+  std::optional<CalendarStep> step{};
 };
 
 /// A candidate with its labels in their places.
@@ -78,8 +80,9 @@ class Candidates {
   }
 
   template <class Mark>
-  void add(const std::vector<Mark>& marks, Labeller labels) {
-    Candidate candidate{.labels = std::move(labels)};
+  void add(const std::vector<Mark>& marks, Labeller labels,
+           const std::optional<CalendarStep>& calendarStep = {}) {
+    Candidate candidate{.labels = std::move(labels), .step = calendarStep};
     for (const Mark& mark : marks) {
       const double value = std::clamp(valueOf(mark), range_.min, range_.max);
       candidate.values.push_back(value);
@@ -137,10 +140,11 @@ class Candidates {
     for (const CalendarStep& step : calendarSteps()) {
       if (step.days() <= 2 * span && span / step.days() <= most_) {
         const std::vector<CalendarTime> marks = step.within(range_);
-        add(marks, [this, marks, step](Notation notation) {
+        const auto label = [this, marks, step](Notation notation) {
           const auto* format = std::get_if<DateFormat>(&format_);
           return format ? formatted(*format, marks) : calendarLabels(marks, step, notation);
-        });
+        };
+        add(marks, label, step);
       }
     }
   }
@@ -258,13 +262,17 @@ Choice choose(const std::vector<Candidate>& candidates, const TickRoom& room,
 
 /// The marks of the finest step that has room and falls on every major tick.
 std::vector<double> minorTicks(const Candidates& candidates, const Candidate& major,
-                               const TickRoom& room) {
+                               const TickRoom& room, bool isLogarithmic) {
   const Candidate* finest = &major;
+  const double wanted =
+      isLogarithmic ? kMinorPart * room.pitch : std::max(kMinorPart * room.pitch, room.minorPitch);
+  const double least = (1 - kRounding) * wanted;
   for (const Candidate& candidate : candidates.all()) {
     const std::size_t size = candidate.values.size();
     if (size > finest->values.size() &&
         size <= candidates.mostParts() * (major.values.size() + 1) &&
-        closest(candidate.pixels) >= kMinorPart * room.pitch &&
+        closest(candidate.pixels) >= least &&
+        (!candidate.step || candidate.step->divides(*major.step)) &&
         std::ranges::includes(candidate.values, major.values)) {
       finest = &candidate;
     }
@@ -284,7 +292,7 @@ Ticks chooseAmong(const AxisScale& scale, const TickRoom& room, const TickFormat
   Choice choice = choose(candidates.all(), room, notations);
   if (choice.candidate) {
     ticks.major = choice.candidate->values;
-    ticks.minor = minorTicks(candidates, *choice.candidate, room);
+    ticks.minor = minorTicks(candidates, *choice.candidate, room, scale.kind == AxisKind::kLog10);
     ticks.labels = std::move(choice.labels.texts);
     ticks.labelPixels = std::move(choice.middles);
     ticks.offset = std::move(choice.labels.offset);

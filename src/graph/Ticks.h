@@ -14,8 +14,9 @@ namespace zyn {
 struct TickRoom {
   double first = 0.0;  ///< labels stay between these
   double last = 0.0;
-  double gap = 4.0;     ///< between labels at least; twice as much where that leaves three
-  double pitch = 60.0;  ///< between ticks, where that leaves three
+  double gap = 4.0;         ///< between labels at least; twice as much where that leaves three
+  double pitch = 60.0;      ///< between ticks, where that leaves three
+  double minorPitch = 8.0;  ///< between minor ones at least; less on logarithmic axes
   /// How much of the axis a text takes: its width, or its height beside an upright axis.
   std::function<double(std::string_view)> extentOf;
 };

@@ -120,6 +120,10 @@ PixelLines dashed(const PixelLines& lines, const std::vector<double>& dashes,
   for (std::size_t i = 0; i < lines.starts.size(); ++i) {
     const std::size_t end = i + 1 < lines.starts.size() ? lines.starts[i + 1] : lines.points.size();
     dasher.begin();
+    if (end - lines.starts[i] == 1) {
+      drawn.starts.push_back(drawn.points.size());
+      drawn.points.push_back(lines.points[lines.starts[i]]);
+    }
     for (std::size_t point = lines.starts[i] + 1; point < end; ++point) {
       dasher.follow(lines.points[point - 1], lines.points[point]);
     }

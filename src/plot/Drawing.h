@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,6 +36,9 @@ struct Stroke {
   double width = 1.0;
   bool isSmooth = false;         ///< with soft edges on a screen; vector files know no other
   std::vector<double> dashes{};  ///< lengths drawn and left out by turns; none: a full line
+  double leastDot = 0.0;         ///< of points on their own
+
+  double dot() const { return std::max(width, leastDot); }
 };
 
 struct DrawnLines {

@@ -64,9 +64,9 @@ void setStroke(const Stroke& stroke) {
   setEnabled(GL_LINE_SMOOTH, stroke.isSmooth);
   setEnabled(GL_POINT_SMOOTH, stroke.isSmooth);
   glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-  const double width = std::max(stroke.width, stroke.isSmooth ? 0.1 : 1.0);
-  glLineWidth(static_cast<GLfloat>(width));
-  glPointSize(static_cast<GLfloat>(width));
+  const double least = stroke.isSmooth ? 0.1 : 1.0;
+  glLineWidth(static_cast<GLfloat>(std::max(stroke.width, least)));
+  glPointSize(static_cast<GLfloat>(std::max(stroke.dot(), least)));
 }
 
 WindowMapping mappingTo(const Canvas& canvas, const DrawnTrace& trace) {

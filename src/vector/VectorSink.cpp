@@ -241,7 +241,7 @@ class LayerOutput {
       sink_.strokeLines(cutter.lines, stroke);
     }
     if (!cutter.points.empty()) {
-      sink_.fillDiscs(cutter.points, stroke.width, stroke.colour);
+      sink_.fillDiscs(cutter.points, stroke.dot(), stroke.colour);
     }
   }
 

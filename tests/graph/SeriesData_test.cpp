@@ -263,6 +263,9 @@ TEST(SeriesDataTest, TheSmallestGapIsThatOfNeighboursOnTheAxis) {
   EXPECT_EQ(series.smallestGap(kLinear), 3);
   series.setPoints({2, 2}, {1, 1});
   EXPECT_EQ(series.smallestGap(kLinear), 0);
+  series.setPoints({1, 2, 3, 7}, {0, 4, kNaN, 2});
+  EXPECT_EQ(series.smallestGap({false, true}), 1) << "whatever y is";
+  EXPECT_EQ(series.smallestGap(kLinear), 1);
 }
 
 TEST(SeriesDataTest, ErrorBarsCountAsFarAsTheyCanBeShown) {

@@ -152,6 +152,30 @@ TEST(TicksTest, MinorOnesDivideTheMajorOnes) {
   expectMinor(ticksOf(AxisKind::kDate, 45000, 45365), {45047, 45078, 45139});
 }
 
+TEST(TicksTest, MinorOnesKeepApart) {
+  for (const AxisKind kind : {AxisKind::kLinear, AxisKind::kDate}) {
+    for (int length = 40; length < 400; length += 7) {
+      const AxisScale scale = scaleOf(kind, 40000, 40000 + 3 * length, length);
+      TickRoom room = roomOf(scale, false);
+      room.pitch = 20;
+      const Ticks ticks = chooseTicks(scale, room);
+      for (std::size_t i = 1; i < ticks.minor.size(); ++i) {
+        const double gap = scale.pixelOf(ticks.minor[i]) - scale.pixelOf(ticks.minor[i - 1]);
+        EXPECT_GE(gap, room.minorPitch) << length;
+      }
+    }
+  }
+}
+
+TEST(TicksTest, BetweenMonthsThereAreNoDays) {
+  EXPECT_TRUE(ticksOf(AxisKind::kDate, 45292, 45382, 900).minor.size() > 80) << "between weeks";
+  const Ticks months = ticksOf(AxisKind::kDate, 45292, 45382, 300);
+  EXPECT_EQ(months.labels, (Texts{"2024-01", "2024-02", "2024-03"}));
+  EXPECT_TRUE(months.minor.empty());
+  const Ticks quarters = ticksOf(AxisKind::kDate, 45000, 45365);
+  EXPECT_EQ(quarters.minor.size(), 8U) << "months";
+}
+
 TEST(TicksTest, LabelsAreMovedIntoTheRoom) {
   const AxisScale scale = scaleOf(AxisKind::kLinear, 0, 1);
   TickRoom room = roomOf(scale, false);

@@ -44,8 +44,11 @@ TEST(DashesTest, WhatIsNotSeenCountsForThePlace) {
   EXPECT_NEAR(part.points[part.points.size() - 2].x, all.points[all.points.size() - 2].x, 1e-6);
 }
 
-TEST(DashesTest, PointsAloneAreNoLines) {
-  EXPECT_TRUE(dashed({{{1, 1}}, {0}}, {4, 2}, kAll).points.empty());
+TEST(DashesTest, PointsAloneAreDotsNotLines) {
+  const PixelLines lone = dashed({{{1, 1}}, {0}}, {4, 2}, kAll);
+  ASSERT_EQ(lone.points.size(), 1U);
+  EXPECT_EQ(lone.points[0].x, 1);
+  EXPECT_EQ(lone.starts, std::vector<std::size_t>{0});
   EXPECT_TRUE(dashed({{{1, 1}, {1, 1}}, {0}}, {4, 2}, kAll).points.empty());
 }
 

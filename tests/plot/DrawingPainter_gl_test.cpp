@@ -112,6 +112,20 @@ TEST_F(DrawingPainterTest, DashesLeaveGaps) {
   EXPECT_NEAR(image.count(kRed), 64 * 4 / 6, 3);
 }
 
+TEST_F(DrawingPainterTest, APointOnItsOwnIsADot) {
+  Stroke stroke{kInk};
+  stroke.leastDot = 3;
+  const DrawnLines lone{stroke, {{{20.5, 30.5}}, {0}}};
+  EXPECT_EQ(painted(lone).count(kRed), 9);
+  Curve curve(1);
+  EXPECT_EQ(painted(traceOf(curve, stroke)).count(kRed), 9);
+  stroke.dashes = {4, 2};
+  EXPECT_EQ(painted(traceOf(curve, stroke)).count(kRed), 9);
+  stroke = {kInk, 5};
+  stroke.leastDot = 3;
+  EXPECT_EQ(painted(DrawnLines{stroke, lone.lines}).count(kRed), 25) << "as wide as the line";
+}
+
 TEST_F(DrawingPainterTest, NothingIsDrawnOutsideOfTheClip) {
   const Image image = painted(DrawnBoxes{kInk, {{-10, 100, -10, 100}}}, PixelBox{8, 16, 4, 6});
   EXPECT_EQ(image.count(kRed), 16);
