@@ -18,7 +18,6 @@ var LINEAR = 0, LOGARITHMIC = 1, DATE = 2; // TypeEchelle
 var POINTS = 2, BARS = 3; // TypeTrace
 var CIRCLE = 1, SQUARE = 2; // Marqueur
 var INSIDE = 0, BOTTOM_LEFT = 1, TOP_LEFT = 4, BELOW = 6; // Position of a legend
-var MIDDLE_LEFT = 8; // of a colour bar, where setPosition puts it
 
 var BLUE = [0.0, 0.45, 0.7];
 var ORANGE = [0.84, 0.37, 0.0];
@@ -103,7 +102,7 @@ function scattering(table) {
   return context;
 }
 
-// A map of colours: a row of the map is a month, a column a year. Its colour bar stands in the margin.
+// A map of colours: a row of the map is a month, a column a year. Its colour bar stands beside it.
 function seaSurface(table) {
   var context = newPlot("The sea off Peru and Ecuador", "Monthly means of the surface temperature",
                         [LINEAR, "", ""], [LINEAR, "Month", ""], INSIDE);
@@ -113,13 +112,10 @@ function seaSurface(table) {
   graph.Axe(BOTTOM).setPlage(first, last + 1);
   graph.Axe(LEFT).setPlage(0.5, 12.5);
   graph.Axe(LEFT).Inverse = true;
-  graph.setMarges(0, 0, 100, 0);
 
   var colours = new ActiveXObject("ZYNVue.ZYNEchelleCouleurs");
   colours.Titre = "\u00b0C";
-  colours.setPosition(0.9, 0.5, MIDDLE_LEFT);
-  colours.setTaille(16, 300);
-  context.Add(colours, 0);
+  graph.Ajouter(colours);
 
   var map = new ActiveXObject("ZYNVue.ZYNCarte");
   map.setValeurs([table.JAN, table.FEB, table.MAR, table.APR, table.MAY, table.JUN,

@@ -31,7 +31,8 @@ struct DrawPass {
   const ViewAxes* axes = nullptr;    ///< those of the view where groups move it
   bool onlyOutside = false;          ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
-  AxisLogs logs{};  ///< traces draw the logarithms of their points along these axes
+  AxisLogs logs{};         ///< traces draw the logarithms of their points along these axes
+  bool isInGraph = false;  ///< which draws what it lays out by itself
 };
 
 }  // namespace zyn

@@ -43,6 +43,7 @@ class CZYN2DGLBitmapContext final
 
   // GraphHost
   PlotPage plotPage() override;
+  const CListTrace& plotObjects() override { return drawList(); }
   void plotChanged(bool) noexcept override {}
   void plotSwitched() override {}
 

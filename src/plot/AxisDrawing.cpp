@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <utility>
 
 namespace zyn {
@@ -37,6 +39,23 @@ std::vector<PixelBox> gridLines(const PlacedAxis& axis, const std::vector<double
   return boxes;
 }
 
+/// The colours of a scale in a column, its first one below.
+std::shared_ptr<const PixelImage> columnOf(const ColourScale& scale) {
+  constexpr int kShades = 512;
+  auto column = std::make_shared<PixelImage>();
+  column->width = 1;
+  column->height = scale.bands > 0 ? scale.bands : kShades;
+  for (int i = 0; i < column->height; ++i) {
+    const double place = static_cast<double>(i) / std::max(1, column->height - 1);
+    const ColourPalette::Colour colour = scale.palette.at(place);
+    for (const double component : colour) {
+      column->pixels.push_back(static_cast<std::uint8_t>(std::lround(255 * component)));
+    }
+    column->pixels.push_back(255);
+  }
+  return column;
+}
+
 /// Where the baseline of an upright text lies whose box is to lie outwards from a place.
 double uprightBaseline(AxisSide side, double at, const PixelBox& box) {
   return side == AxisSide::kLeft ? at + box.bottom : at + box.top;
@@ -46,7 +65,7 @@ void putHorizontalTitle(const PlacedAxis& axis, const PixelBox& area, const Axis
                         TextPlacer& placer) {
   const double edge = context.measures.edge;
   const double width = context.page.width;
-  const LaidText text = placer.layOutWithin(width - 2 * edge, axis.title(), axis.titleStyle());
+  const LaidText text = axis.titleWithin(width - 2 * edge);
   const double away = axis.end() - axis.titleDepth() + context.measures.gap;
   const bool isTop = axis.side() == AxisSide::kTop;
   const double baseline =
@@ -62,7 +81,7 @@ void putUprightTitle(const PlacedAxis& axis, const PixelBox& area, const AxisCon
   const bool isLeft = axis.side() == AxisSide::kLeft;
   const double at = isLeft ? area.left - away : area.right + away;
   const auto putWithin = [&](double length) {
-    const LaidText text = placer.layOutWithin(length, axis.title(), axis.titleStyle());
+    const LaidText text = axis.titleWithin(length);
     const double bottom =
         centred((area.bottom + area.top) / 2, text.box.width(), context.page.height, edge);
     return placer.put(text, {uprightBaseline(axis.side(), at, text.box), bottom - text.box.left},
@@ -132,11 +151,28 @@ void drawAxis(const PlacedAxis& axis, const PixelBox& area, const PlotMeasures& 
   };
   add(axis.ticks().major, measures.tick);
   add(axis.ticks().minor, measures.minorTick);
-  if (at > 0) {
+  if (at > 0 && !axis.hasBar()) {
     const auto [from, to] = std::minmax({axis.scale().pixelFrom, axis.scale().pixelTo});
     boxes.push_back(BesideArea{from, to, at - line, at}.on(axis.side(), area));
   }
   drawBoxes(axis.lineColour(), std::move(boxes), layer);
+}
+
+void drawBar(const PlacedAxis& axis, const ColourScale& scale, const PixelBox& area,
+             const PlotMeasures& measures, DrawnLayer& layer) {
+  const double line = measures.line;
+  const double inner = axis.at - axis.barWidth;
+  const auto box = [&](double from, double to, double low, double high) {
+    return BesideArea{low, high, from, to}.on(axis.side(), area);
+  };
+  const auto [low, high] = std::minmax({axis.scale().pixelFrom, axis.scale().pixelTo});
+  layer.items.emplace_back(
+      DrawnImage{columnOf(scale), box(inner, axis.at, low, high), scale.bands == 0});
+  drawBoxes(axis.lineColour(),
+            {box(inner, inner + line, low, high), box(axis.at - line, axis.at, low, high),
+             box(inner + line, axis.at - line, low, low + line),
+             box(inner + line, axis.at - line, high - line, high)},
+            layer);
 }
 
 void putLabels(const PlacedAxis& axis, const PixelBox& area, const PlotMeasures& measures,

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "objects/scale/ColourScale.h"
 #include "plot/PlacedAxis.h"
 
 namespace zyn {
@@ -28,6 +29,10 @@ void drawFrame(const std::vector<PlacedAxis>& axes, const PixelBox& area,
 /// Ticks, and the line of an axis that does not lie at the plot area.
 void drawAxis(const PlacedAxis& axis, const PixelBox& area, const PlotMeasures& measures,
               DrawnLayer& layer);
+
+/// The bar of an axis, from its first colour to its last one.
+void drawBar(const PlacedAxis& axis, const ColourScale& scale, const PixelBox& area,
+             const PlotMeasures& measures, DrawnLayer& layer);
 
 /// As many as have room.
 void putLabels(const PlacedAxis& axis, const PixelBox& area, const PlotMeasures& measures,

@@ -13,6 +13,7 @@ constexpr double kPitch = 6;
 constexpr double kClosePitch = 3.5;
 constexpr double kMostTicks = 12;
 constexpr double kMostUprightTicks = 10;
+constexpr double kMinorPitch = 8;  ///< in pixels of a screen
 /// Between labels, in em heights.
 constexpr double kGap = 0.5;
 constexpr double kUprightGap = 0.25;
@@ -39,6 +40,20 @@ std::string PlacedAxis::title() const {
     return axis_->title + axis_->unit;
   }
   return axis_->title + " (" + axis_->unit + ")";
+}
+
+LaidText PlacedAxis::titleWithin(double length) const {
+  const TextPlacer& placer = context_.placer;
+  const TextStyle style = titleStyle();
+  if (placer.widthOf(title(), style) > length && !axis_->title.empty() && !axis_->unit.empty()) {
+    const std::string unit = " (" + axis_->unit + ")";
+    const double left = length - placer.widthOf("0" + unit, style);
+    const LaidText cut = placer.layOutWithin(left, axis_->title, style);
+    if (!cut.isEmpty()) {
+      return placer.layOutWithin(length, cut.drawn.text + unit, style);
+    }
+  }
+  return placer.layOutWithin(length, title(), style);
 }
 
 TextStyle PlacedAxis::titleStyle() const {
@@ -77,6 +92,7 @@ TickRoom PlacedAxis::tickRoom() const {
           .last = span_.last,
           .gap = em * (isUpright() ? kUprightGap : kGap),
           .pitch = std::max(em * (isClose ? kClosePitch : kPitch), scale_.length() / most),
+          .minorPitch = kMinorPitch * context_.measures.scale,
           .extentOf = labelExtents()};
 }
 

@@ -33,7 +33,8 @@ struct AxisSpan {
 };
 
 /// An axis while a graph is laid out. What belongs to it takes room outwards from its line: ticks
-/// and labels, a row for its offset text where it needs one, its title.
+/// and labels, a row for its offset text where it needs one, its title. That of a bar of colours
+/// has this on its inner side.
 class PlacedAxis {
  public:
   PlacedAxis(const ShownAxis& shown, const AxisContext& context);
@@ -43,11 +44,15 @@ class PlacedAxis {
   bool isUpright() const { return !isHorizontal(side()); }
   bool isVisible() const { return isVisible_; }
   bool hasLabels() const { return isVisible_ && areLabelsKept; }
+  bool hasBar() const { return barWidth > 0 && isBarKept; }
+  bool takesRoom() const { return hasLabels() || hasBar(); }
   bool hasTitle() const { return hasLabels() && isTitleKept && !title().empty(); }
 
   /// "Title (unit)".
   std::string title() const;
   TextStyle titleStyle() const;
+  /// Cut where it is longer, but for its unit.
+  LaidText titleWithin(double length) const;
   TextStyle labelStyle() const;
   DrawColour lineColour() const { return axis_->colour.value_or(context_.theme.axis); }
 
@@ -70,6 +75,8 @@ class PlacedAxis {
 
   double at = 0.0;           ///< of its line, from the edge of the plot area
   double offsetDepth = 0.0;  ///< of the row for the offset text
+  double barWidth = 0.0;     ///< of its bar; 0 for those of the plot area
+  bool isBarKept = true;
   bool areLabelsKept = true;
   bool isTitleKept = true;
 

@@ -24,8 +24,8 @@ constexpr int kMostPasses = 4;
 /// Of the picture, or in em heights, what the plot area has before something takes room from it.
 constexpr double kPartBesideLegend = 0.5;
 constexpr double kEmBesideLegend = 10;
-constexpr double kPartBesideTitle = 0.55;
-constexpr double kEmBesideTitle = 8;
+constexpr double kPartBesideTitle = 0.5;
+constexpr double kEmBesideTitle = 6;
 constexpr double kPartBesideAxisTitle = 0.5;
 constexpr double kEmBesideAxisTitle = 6;
 constexpr double kPartBesideLabels = 0.35;
@@ -34,6 +34,8 @@ constexpr double kEmBesideLabels = 4;
 constexpr double kMostLegendWidth = 0.4;
 constexpr double kMostLegendHeight = 0.35;
 constexpr double kMostLegendInside = 0.7;
+/// In em heights.
+constexpr double kBarWidth = 1.3;
 /// Of the width, what labels at the ends of an axis have on each side.
 constexpr double kMostOverhang = 0.12;
 /// Of the size of a picture, what is free around everything at most.
@@ -54,11 +56,13 @@ class Layout {
     for (const ShownAxis& axis : input.axes) {
       axes_.emplace_back(axis, context_);
     }
-    title_ = placer_.layOutWithin(
-        page_.width - 2 * measures_.edge, input.texts.title,
+    addBars();
+    const double width = page_.width - 2 * measures_.edge;
+    title_ = placer_.layOutLines(
+        width, input.texts.title,
         {.face = {.bold = true}, .emHeight = measures_.titleEm, .colour = theme_.text});
-    subtitle_ = placer_.layOutWithin(page_.width - 2 * measures_.edge, input.texts.subtitle,
-                                     {.emHeight = measures_.subtitleEm, .colour = theme_.axis});
+    subtitle_ = placer_.layOutLines(width, input.texts.subtitle,
+                                    {.emHeight = measures_.subtitleEm, .colour = theme_.axis});
   }
 
   PlotLayout make() {
@@ -72,8 +76,8 @@ class Layout {
     }
     PlotLayout made;
     made.area = area_;
-    for (const PlacedAxis& axis : axes_) {
-      made.axes.push_back({axis.scale(), axis.ticks(), boxOf(axis)});
+    for (std::size_t i = 0; i < input_.axes.size(); ++i) {
+      made.axes.push_back({axes_[i].scale(), axes_[i].ticks(), boxOf(axes_[i])});
     }
     drawBehind(made.behind);
     drawInFront(made.inFront);
@@ -82,14 +86,34 @@ class Layout {
   }
 
  private:
+  /// Axes behind all others on the right.
+  void addBars() {
+    barAxes_.reserve(input_.bars.size());
+    for (const PlotBar& bar : input_.bars) {
+      const ScaleRange& range = bar.scale.range;
+      PlotAxis& axis = barAxes_.emplace_back();
+      axis.side = AxisSide::kRight;
+      axis.kind = bar.scale.isLogarithmic ? AxisKind::kLog10 : AxisKind::kLinear;
+      axis.isInverted = range.first > range.last;
+      axis.title = bar.title;
+      const auto [min, max] = std::minmax({range.first, range.last});
+      axes_.emplace_back(ShownAxis{&axis, {min, max}}, context_).barWidth =
+          std::round(kBarWidth * measures_.emHeight);
+    }
+  }
+
   double leastLength(double size, double part, double ems) const {
     return std::min(part * size, ems * measures_.emHeight);
   }
 
   double pad(double size) const { return std::min(measures_.pad, kMostPad * size); }
 
-  double depthOf(const LaidText& text) const {
-    return text.isEmpty() ? 0 : std::ceil(measures_.gap + text.box.height());
+  double depthOf(const std::vector<LaidText>& lines) const {
+    double depth = 0;
+    for (const LaidText& line : lines) {
+      depth += std::ceil(measures_.gap + line.box.height());
+    }
+    return depth;
   }
 
   /// Room above the plot area and its axes for offset texts of upright ones.
@@ -106,8 +130,9 @@ class Layout {
     double at = 0;
     for (PlacedAxis& axis : axes_) {
       if (axis.side() == side && axis.isVisible()) {
-        axis.at = at;
-        at = axis.hasLabels() ? axis.end() + measures_.axisGap : at;
+        const bool hasBar = axis.hasBar();
+        axis.at = hasBar ? std::max(at, measures_.axisGap) + axis.barWidth : at;
+        at = axis.takesRoom() ? axis.end() + measures_.axisGap : at;
       }
     }
   }
@@ -115,7 +140,7 @@ class Layout {
   double endOf(AxisSide side) const {
     double end = 0;
     for (const PlacedAxis& axis : axes_) {
-      end = axis.side() == side && axis.hasLabels() ? std::max(end, axis.end()) : end;
+      end = axis.side() == side && axis.takesRoom() ? std::max(end, axis.end()) : end;
     }
     return end;
   }
@@ -153,10 +178,16 @@ class Layout {
   void addLabels(std::vector<Band>& bands, bool isUpright, double size) {
     const double least = leastLength(size, kPartBesideLabels, kEmBesideLabels);
     eachOutermostFirst(isUpright, [&](PlacedAxis& axis, bool isOuter) {
+      const bool isApart = isOuter && !axis.hasBar();
       const double depth = axis.labelDepth() + axis.offsetDepth;
       bands.push_back(
-          {isHigh(axis), depth + (isOuter ? measures_.axisGap : 0), least, &axis.areLabelsKept});
+          {isHigh(axis), depth + (isApart ? measures_.axisGap : 0), least, &axis.areLabelsKept});
     });
+    for (auto axis = axes_.rbegin(); axis != axes_.rend() && axis->hasBar(); ++axis) {
+      if (isUpright) {
+        bands.push_back({true, measures_.axisGap + axis->barWidth, least, &axis->isBarKept});
+      }
+    }
   }
 
   bool isLegendAt(LegendPlace place) const {
@@ -169,19 +200,28 @@ class Layout {
                      leastLength(size, kPartBesideLegend, kEmBesideLegend), &isLegendKept_});
   }
 
+  /// Title and subtitle stay together, unless it is by a margin that they have too little room.
+  void addHeading(std::vector<Band>& bands, double least) {
+    if (input_.margins.top > 0) {
+      bands.push_back({true, depthOf(subtitle_), least, &isSubtitleKept_});
+      bands.push_back({true, depthOf(title_), least, &isTitleKept_});
+    } else {
+      bands.push_back({true, depthOf(title_) + depthOf(subtitle_), least, &isTitleKept_});
+    }
+  }
+
   void keepAll() {
     isTitleKept_ = isSubtitleKept_ = areOffsetsKept_ = isLegendKept_ = true;
     for (PlacedAxis& axis : axes_) {
-      axis.areLabelsKept = axis.isTitleKept = true;
+      axis.areLabelsKept = axis.isTitleKept = axis.isBarKept = true;
     }
   }
 
   void fitVertically() {
     keepAll();
     const double size = page_.height;
-    const double least = leastLength(size, kPartBesideTitle, kEmBesideTitle);
-    std::vector<Band> bands{{true, depthOf(subtitle_), least, &isSubtitleKept_},
-                            {true, depthOf(title_), least, &isTitleKept_}};
+    std::vector<Band> bands;
+    addHeading(bands, leastLength(size, kPartBesideTitle, kEmBesideTitle));
     if (isLegendAt(LegendPlace::kBelow)) {
       legend_.fit(page_.width - 2 * pad(page_.width), kMostLegendHeight * size, true);
       addLegend(bands, false, legend_.height(), size);
@@ -344,6 +384,12 @@ class Layout {
   void drawInFront(Drawing& drawing) {
     DrawnLayer& layer = drawing.emplace_back();
     drawFrame(axes_, area_, context_, layer);
+    for (std::size_t i = 0; i < input_.bars.size(); ++i) {
+      const PlacedAxis& axis = axes_[input_.axes.size() + i];
+      if (axis.hasBar()) {
+        drawBar(axis, input_.bars[i].scale, area_, measures_, layer);
+      }
+    }
     for (const PlacedAxis& axis : axes_) {
       if (axis.hasLabels()) {
         drawAxis(axis, area_, measures_, layer);
@@ -394,17 +440,22 @@ class Layout {
       }
     }
     double bottom = area_.top + endOf(AxisSide::kTop) + (areOffsetsKept_ ? offsetsDepth() : 0);
-    for (const auto& [text, isKept] :
-         {std::pair(&subtitle_, isSubtitleKept_), std::pair(&title_, isTitleKept_)}) {
-      if (isKept && !text->isEmpty()) {
-        const double edge = measures_.edge;
-        const double left =
-            centred((area_.left + area_.right) / 2, text->box.width(), page_.width, edge);
-        placer_.put(*text, {left - text->box.left, bottom + measures_.gap - text->box.bottom},
-                    false);
-        bottom += depthOf(*text);
-      }
+    if (isTitleKept_) {
+      bottom = isSubtitleKept_ ? putHeading(subtitle_, bottom) : bottom;
+      putHeading(title_, bottom);
     }
+  }
+
+  /// From the last line, which has the lowest place; answers where the next one has its own.
+  double putHeading(const std::vector<LaidText>& lines, double bottom) {
+    const double edge = measures_.edge;
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+      const PixelBox& box = line->box;
+      const double left = centred((area_.left + area_.right) / 2, box.width(), page_.width, edge);
+      placer_.put(*line, {left - box.left, bottom + measures_.gap - box.bottom}, false);
+      bottom += std::ceil(measures_.gap + box.height());
+    }
+    return bottom;
   }
 
   struct OffsetPlace {
@@ -421,10 +472,11 @@ class Layout {
   PlotMeasures measures_;
   TextPlacer placer_;
   AxisContext context_{page_, theme_, measures_, placer_};
-  std::vector<PlacedAxis> axes_;
+  std::vector<PlotAxis> barAxes_;
+  std::vector<PlacedAxis> axes_;  ///< those of bars last
   PlotLegend legend_{input_, measures_, placer_};
-  LaidText title_;
-  LaidText subtitle_;
+  std::vector<LaidText> title_;
+  std::vector<LaidText> subtitle_;
   PixelBox area_;
   double leastMargin_ = 0.0;
   std::size_t offsetRows_ = 0;

@@ -10,6 +10,7 @@
 #include "graph/Ticks.h"
 #include "plot/Drawing.h"
 #include "plot/PlotAxis.h"
+#include "plot/PlotBar.h"
 #include "plot/PlotTheme.h"
 
 namespace zyn {
@@ -76,6 +77,8 @@ struct LegendEntry {
 struct LegendSettings {
   bool isVisible = false;
   LegendPlace place = LegendPlace::kWhereLeastIsHidden;
+  /// Where it lay before, and stays while it hides hardly more there than elsewhere.
+  std::optional<PlanePoint> spot{};
 };
 
 /// What is asked for.
@@ -85,6 +88,7 @@ struct PlotInput {
   PlotMargins margins{};
   PlotTexts texts{};
   std::vector<ShownAxis> axes;  ///< those of one side from the plot area outwards
+  std::vector<PlotBar> bars{};  ///< on the right of the axes there
   LegendSettings legend{};
   std::vector<LegendEntry> entries;
   /// How much of what is plotted a box would hide, for a plot area with these axes.
@@ -95,9 +99,11 @@ struct PlotInput {
 
 /// A graph without what is plotted.
 struct PlotLayout {
-  PixelBox area;                  ///< in which is plotted
-  std::vector<AxisLayout> axes;   ///< as they were asked for
-  PixelBox legend;                ///< empty where there is none
+  PixelBox area;                 ///< in which is plotted
+  std::vector<AxisLayout> axes;  ///< as they were asked for
+  PixelBox legend;               ///< empty where there is none
+  /// Where it lies by itself within the plot area: from 0 to 1 of what it leaves free.
+  std::optional<PlanePoint> legendSpot{};
   std::vector<PixelBox> entries;  ///< in the legend, as they were asked for
   Drawing behind;                 ///< a layer of grounds: picture, plot area; then grids
   Drawing inFront;                ///< axes, texts, legend

@@ -1,9 +1,10 @@
 #include "plot/PlotLegend.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <vector>
 
 namespace zyn {
 
@@ -17,6 +18,10 @@ constexpr double kGap = 0.5;
 constexpr double kColumnGap = 1.5;
 constexpr double kRowHeight = 1.5;
 constexpr double kInset = 0.75;
+/// What may be hidden more than elsewhere: of all places along a series.
+constexpr double kHardly = 0.02;
+/// Into so many parts edges are divided by places of a legend.
+constexpr int kEdgeParts = 8;
 /// Of a longer name at least.
 constexpr double kLeastName = 3;
 
@@ -26,6 +31,19 @@ std::size_t countIn(double length, double each) {
 }
 
 std::size_t dividedUp(std::size_t count, std::size_t by) { return (count + by - 1) / by; }
+
+/// Corners first, then the middles of edges, then all between.
+std::vector<PlanePoint> spotsAlongEdges() {
+  std::vector<PlanePoint> spots{{1, 1},   {0, 1},   {1, 0},   {0, 0},
+                                {1, 0.5}, {0, 0.5}, {0.5, 1}, {0.5, 0}};
+  for (int i = 1; i < kEdgeParts; ++i) {
+    const double part = 1 - static_cast<double>(i) / kEdgeParts;
+    if (2 * i != kEdgeParts) {
+      spots.insert(spots.end(), {{1, part}, {0, part}, {part, 1}, {part, 0}});
+    }
+  }
+  return spots;
+}
 
 }  // namespace
 
@@ -83,40 +101,53 @@ double PlotLegend::height() const {
   return 2 * paddingAbove_ + static_cast<double>(rows_) * rowHeight_;
 }
 
-PixelBox PlotLegend::placeInside(LegendPlace place, const PlotLayout& layout) const {
+PixelBox PlotLegend::boxAt(const PlanePoint& spot, const PlotLayout& layout) const {
   const PixelBox room = layout.area.shrunk(inset_);
-  const auto boxAt = [&](double x, double y) {
-    const double left = std::round(room.left + x * (room.width() - width()));
-    const double bottom = std::round(room.bottom + y * (room.height() - height()));
-    return PixelBox{left, left + width(), bottom, bottom + height()};
+  const double left = std::round(room.left + spot.x * (room.width() - width()));
+  const double bottom = std::round(room.bottom + spot.y * (room.height() - height()));
+  return {left, left + width(), bottom, bottom + height()};
+}
+
+/// Of places that hide equally much the first one; the one before for as long as it hides hardly
+/// more.
+PlanePoint PlotLegend::bestSpot(const PlotLayout& layout) const {
+  const auto hiddenAt = [&](const PlanePoint& spot) {
+    return input_.hiddenBy ? input_.hiddenBy(boxAt(spot, layout), layout.area, layout.axes) : 0;
   };
-  switch (place) {
-    case LegendPlace::kBottomLeft:
-      return boxAt(0, 0);
-    case LegendPlace::kBottomRight:
-      return boxAt(1, 0);
-    case LegendPlace::kTopRight:
-      return boxAt(1, 1);
-    case LegendPlace::kTopLeft:
-      return boxAt(0, 1);
-    default:
-      break;
+  const std::optional<PlanePoint>& before = input_.legend.spot;
+  const double hiddenBefore = before ? hiddenAt(*before) : 0;
+  if (before && hiddenBefore <= kHardly) {
+    return *before;
   }
-  PixelBox best = boxAt(1, 1);
+  PlanePoint best{1, 1};
   double least = std::numeric_limits<double>::infinity();
-  for (const PixelBox& box :
-       std::array{boxAt(1, 1), boxAt(0, 1), boxAt(1, 0), boxAt(0, 0), boxAt(1, 0.5), boxAt(0, 0.5),
-                  boxAt(0.5, 1), boxAt(0.5, 0)}) {
-    const double hidden = input_.hiddenBy ? input_.hiddenBy(box, layout.area, layout.axes) : 0;
+  for (const PlanePoint& spot : spotsAlongEdges()) {
+    const double hidden = hiddenAt(spot);
     if (hidden < least) {
       least = hidden;
-      best = box;
+      best = spot;
     }
     if (least <= 0) {
       break;
     }
   }
-  return best;
+  return before && hiddenBefore <= least + kHardly ? *before : best;
+}
+
+PixelBox PlotLegend::placeInside(LegendPlace place, PlotLayout& layout) const {
+  switch (place) {
+    case LegendPlace::kBottomLeft:
+      return boxAt({0, 0}, layout);
+    case LegendPlace::kBottomRight:
+      return boxAt({1, 0}, layout);
+    case LegendPlace::kTopRight:
+      return boxAt({1, 1}, layout);
+    case LegendPlace::kTopLeft:
+      return boxAt({0, 1}, layout);
+    default:
+      layout.legendSpot = bestSpot(layout);
+      return boxAt(*layout.legendSpot, layout);
+  }
 }
 
 PixelBox PlotLegend::entryBox(std::size_t i, const PixelBox& box) const {

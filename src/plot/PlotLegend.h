@@ -22,13 +22,16 @@ class PlotLegend {
   double width() const;
   double height() const;
 
-  /// Where it lies within the plot area, to which the axes belong.
-  PixelBox placeInside(LegendPlace place, const PlotLayout& layout) const;
+  /// Where it lies within the plot area, to which the axes belong. Tells the layout of a place that
+  /// it has chosen.
+  PixelBox placeInside(LegendPlace place, PlotLayout& layout) const;
 
   /// Draws it, and tells the layout where it is.
   void draw(const PixelBox& box, PlotLayout& layout) const;
 
  private:
+  PixelBox boxAt(const PlanePoint& spot, const PlotLayout& layout) const;
+  PlanePoint bestSpot(const PlotLayout& layout) const;
   TextStyle nameStyle(bool isShown) const;
   double columnWidth() const { return sample_ + gap_ + nameWidth_; }
   PixelBox entryBox(std::size_t i, const PixelBox& box) const;

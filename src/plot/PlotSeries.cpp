@@ -11,6 +11,7 @@ namespace zyn {
 namespace {
 
 constexpr double kAreaOpacity = 0.3;  ///< of a fill that nobody has chosen
+constexpr double kLeastDot = 3;       ///< of a point between gaps
 constexpr double kBarPart = 0.8;      ///< of the smallest gap
 
 /// So far around the plot area lines are cut off: more than any of them is wide.
@@ -67,10 +68,26 @@ DrawColour fillOf(const PlotSeries& series, const DrawColour& colour) {
 }
 
 Stroke strokeOf(const PlotSeries& series, const DrawColour& colour, double pixelScale) {
-  Stroke stroke{colour, series.width * pixelScale, series.isSmooth, {}};
+  Stroke stroke{.colour = colour,
+                .width = series.width * pixelScale,
+                .isSmooth = series.isSmooth,
+                .leastDot = kLeastDot * pixelScale};
   if (series.isDashed) {
     stroke.dashes = {std::max(6.0, 4 * series.width) * pixelScale,
                      std::max(4.0, 3 * series.width) * pixelScale};
+  }
+  return stroke;
+}
+
+/// With two dashes at least, of which the last one is whole.
+Stroke sampleStroke(const PlotSeries& series, const DrawColour& colour, double pixelScale,
+                    double length) {
+  Stroke stroke = strokeOf(series, colour, pixelScale);
+  if (series.isDashed) {
+    const double period = stroke.dashes[0] + stroke.dashes[1];
+    const double count = std::max(2.0, std::floor((length + stroke.dashes[1]) / period));
+    const double factor = length / (count * period - stroke.dashes[1]);
+    stroke.dashes = {factor * stroke.dashes[0], factor * stroke.dashes[1]};
   }
   return stroke;
 }
@@ -240,6 +257,14 @@ void drawSeries(const std::shared_ptr<PlotSeries>& series, const PlotPlace& plac
   SeriesDrawing(series, place, *mapping, series->colour.value_or(colour), layer).draw(bars);
 }
 
+DrawColour colourOfSample(const PlotSeries& series, const DrawColour& colour) {
+  const DrawColour own = series.colour.value_or(colour);
+  if (series.kind == SeriesKind::kPoints) {
+    return series.markerColour.value_or(own);
+  }
+  return series.kind == SeriesKind::kBars ? series.fill.value_or(own) : own;
+}
+
 void drawSample(const PlotSeries& series, const DrawColour& colour, const PixelBox& box,
                 double pixelScale, DrawnLayer& layer) {
   const DrawColour own = series.colour.value_or(colour);
@@ -250,7 +275,7 @@ void drawSample(const PlotSeries& series, const DrawColour& colour, const PixelB
   }
   if (series.kind != SeriesKind::kBars && series.kind != SeriesKind::kPoints) {
     const double height = series.kind == SeriesKind::kArea ? box.top : middle;
-    layer.items.emplace_back(DrawnLines{strokeOf(series, own, pixelScale),
+    layer.items.emplace_back(DrawnLines{sampleStroke(series, own, pixelScale, box.width()),
                                         {{{box.left, height}, {box.right, height}}, {0}}});
   }
   DrawnMarkers markers = markersLike(series, own, pixelScale);

@@ -62,6 +62,9 @@ struct BarPlace {
 void drawSeries(const std::shared_ptr<PlotSeries>& series, const PlotPlace& place,
                 const BarPlace& bars, const DrawColour& colour, DrawnLayer& layer);
 
+/// In which most of that is drawn.
+DrawColour colourOfSample(const PlotSeries& series, const DrawColour& colour);
+
 /// What the legend shows of it: a piece of line, a box, a marker.
 void drawSample(const PlotSeries& series, const DrawColour& colour, const PixelBox& box,
                 double pixelScale, DrawnLayer& layer);

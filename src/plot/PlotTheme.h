@@ -22,6 +22,9 @@ struct PlotTheme {
   std::array<DrawColour, 10> cycle;  ///< of series without a colour, told apart by anybody
 };
 
+/// By how much opaque colours differ in lightness: 1 not at all, 21 as black and white do.
+double contrast(const DrawColour& a, const DrawColour& b);
+
 const PlotTheme& themeOf(PlotThemeKind kind);
 
 }  // namespace zyn

@@ -72,6 +72,21 @@ LaidText TextPlacer::layOutWithin(double width, std::string_view text,
   return least < kLeastCharacters ? LaidText() : layOut(shortened(least), style);
 }
 
+std::vector<LaidText> TextPlacer::layOutLines(double width, std::string_view text,
+                                              const TextStyle& style) const {
+  std::size_t end = text.size();
+  while (end != std::string_view::npos && end > 0 && widthOf(text.substr(0, end), style) > width) {
+    end = text.rfind(' ', end - 1);
+  }
+  const bool isBroken = end != std::string_view::npos && end > 0 && end < text.size();
+  std::vector<LaidText> lines{layOutWithin(width, isBroken ? text.substr(0, end) : text, style)};
+  if (isBroken) {
+    lines.push_back(layOutWithin(width, text.substr(end + 1), style));
+  }
+  std::erase_if(lines, [](const LaidText& line) { return line.isEmpty(); });
+  return lines;
+}
+
 TextLine TextPlacer::lineOf(const TextStyle& style) const {
   const TextLine line = page_.shape("0", style.face)->text;
   return {style.emHeight * line.bottom, style.emHeight * line.top};

@@ -45,6 +45,11 @@ class TextPlacer {
   /// As much of the text as has room, with an ellipsis for the rest; nothing where that is little.
   LaidText layOutWithin(double width, std::string_view text, const TextStyle& style) const;
 
+  /// The text in a line or, where that has no room for it, in two broken between words, from the
+  /// upper one; what is still too long is cut.
+  std::vector<LaidText> layOutLines(double width, std::string_view text,
+                                    const TextStyle& style) const;
+
   /// Between which a line of text stands, and digits.
   TextLine lineOf(const TextStyle& style) const;
   TextLine digitsOf(const TextStyle& style) const;

@@ -17,6 +17,9 @@ class GraphHost {
   /// What the graph is laid out for, also while there is no window.
   virtual PlotPage plotPage() = 0;
 
+  /// The objects that are shown beside those of the graph.
+  virtual const CListTrace& plotObjects() = 0;
+
   /// The graph looks different: a view repaints, if it does so by itself or `always`.
   virtual void plotChanged(bool always) noexcept = 0;
 
@@ -40,6 +43,7 @@ class GraphCore final : public PlotPlaces {
 
   /// Lays out what is to be read or drawn now.
   const PlotLayout& layout() { return *frame.on(page()); }
+  /// For that; afterwards the plot has the colour bars that stand in its picture.
   PlotPage page();
 
   /// A setter has changed the plot.
@@ -54,6 +58,7 @@ class GraphCore final : public PlotPlaces {
 
  private:
   void tell(bool always) noexcept;
+  std::vector<PlotBar> shownBars() const;
 
   GraphHost* host_;
   TextShapes texts_;

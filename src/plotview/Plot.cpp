@@ -91,6 +91,14 @@ void Plot::removeAll() {
   changed();
 }
 
+/// Whoever asks for the same again gets the same layout.
+void Plot::setBars(std::vector<PlotBar> bars) {
+  if (bars != bars_) {
+    bars_ = std::move(bars);
+    changed();
+  }
+}
+
 std::optional<ValueRange> Plot::shownBy(const PlotAxis& axis) const {
   std::optional<ValueRange> sum;
   for (const Entry& entry : entries_) {

@@ -49,6 +49,10 @@ class Plot {
   /// Something that is shown by no axis of its own, but counts where there is nothing else.
   void setBackdrop(const std::optional<Box3>& extent) { backdrop_ = extent; }
 
+  /// The colour scales that stand beside the plot area.
+  const std::vector<PlotBar>& bars() const { return bars_; }
+  void setBars(std::vector<PlotBar> bars);
+
   /// What an axis shows now.
   ValueRange rangeOf(const PlotAxis& axis) const;
   using Ranges = std::vector<std::pair<Axis, ValueRange>>;
@@ -79,6 +83,7 @@ class Plot {
   std::optional<bool> hasLegend;  ///< none: with two named series or more
   LegendPlace legendPlace = LegendPlace::kWhereLeastIsHidden;
   bool isLegendVisible() const;
+  std::optional<PlanePoint> legendSpot{};  ///< where it lies, see PlotLayout
 
   bool hasCursors = false;
   std::array<std::optional<double>, 2> cursors{};  ///< none: not moved yet
@@ -102,6 +107,7 @@ class Plot {
   std::vector<Axis> axes_;
   std::vector<Entry> entries_;
   std::optional<Box3> backdrop_;
+  std::vector<PlotBar> bars_;
   std::vector<std::vector<Remembered>> history_;
   bool follows_ = false;
   bool isSuspended_ = false;

@@ -1,11 +1,12 @@
 #include "plotview/PlotFrame.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <utility>
 
 #include "plot/PlotCursors.h"
 #include "plot/SeriesReading.h"
+#include "plotview/AxisReading.h"
 
 namespace zyn {
 
@@ -16,8 +17,10 @@ constexpr std::size_t kSamples = 2000;
 constexpr std::size_t kSamplesOfEach = 25;
 /// So many places of the line between two of them.
 constexpr int kPerSegment = 4;
+/// To the ground, of what can be seen in a legend.
+constexpr double kLeastContrast = 1.5;
 
-/// The part of places along a series that lie in a box.
+/// The part of places along a series, of a series of points that of its points, that a box hides.
 double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& box,
                   std::size_t samples) {
   const auto mapping = place.mapping();
@@ -31,15 +34,18 @@ double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& bo
     return PlanePoint{mapping->x.at(points.x(i), points.y(i), 0),
                       mapping->y.at(points.x(i), points.y(i), 0)};
   };
+  const bool hasLine = series.kind != SeriesKind::kPoints;
+  const bool hasMarkers = !hasLine || series.marker != MarkerShape::kNone;
+  const PixelBox seen = hasMarkers ? box.shrunk(-series.markerSize / 2 * place.pixelScale) : box;
   std::size_t within = 0;
   std::size_t looked = 0;
   for (std::size_t i = points.first(); i < points.end(); i += stride) {
     const PlanePoint from = at(i);
     const PlanePoint to = i + stride < points.end() ? at(i + stride) : from;
-    for (int k = 0; k < kPerSegment; ++k) {
+    for (int k = 0; k < (hasLine ? kPerSegment : 1); ++k) {
       const PlanePoint on = from + (static_cast<double>(k) / kPerSegment) * (to - from);
       ++looked;
-      within += box.holds(on.x, on.y) ? 1U : 0U;
+      within += seen.holds(on.x, on.y) ? 1U : 0U;
     }
   }
   return static_cast<double>(within) / static_cast<double>(looked);
@@ -62,24 +68,7 @@ PlotPlace placeOn(const PixelBox& area, const AxisLayout& x, const AxisLayout& y
   return {area, x.scale, y.scale, pixelScale};
 }
 
-/// Digits that tell values a pixel apart.
-std::string precision(double value, double perPixel) {
-  const double digits =
-      value != 0 && perPixel > 0 ? std::ceil(std::log10(std::abs(value) / perPixel)) + 1 : 3;
-  return std::to_string(static_cast<int>(std::clamp(std::isfinite(digits) ? digits : 3, 3., 15.)));
-}
-
 }  // namespace
-
-std::string readingOf(const AxisLayout& axis, double value) {
-  const AxisScale& scale = axis.scale;
-  if (scale.kind == AxisKind::kDate && CalendarTime::isDate(value)) {
-    return DateFormat("%F %T").text(CalendarTime::of(value));
-  }
-  const double pixel = scale.canShow(value) ? scale.pixelOf(value) : scale.pixelFrom;
-  const double perPixel = std::abs(scale.valueOf(pixel + 1) - scale.valueOf(pixel));
-  return NumberFormat("%." + precision(value, perPixel) + "g").text(value);
-}
 
 PlotInput PlotFrame::input() const {
   PlotInput input;
@@ -90,21 +79,30 @@ PlotInput PlotFrame::input() const {
   for (const Plot::Axis& axis : plot_.axes()) {
     input.axes.push_back({axis.get(), plot_.rangeOf(*axis), plot_.isVisible(*axis)});
   }
-  input.legend = {plot_.isLegendVisible(), plot_.legendPlace};
+  input.bars = plot_.bars();
+  input.legend = {plot_.isLegendVisible(), plot_.legendPlace, plot_.legendSpot};
   for (const std::size_t i : legendEntries_) {
     const auto series = plot_.entries()[i].item->series();
-    input.entries.push_back({series->name, series->isVisible,
-                             [this, series, i](const PixelBox& box, DrawnLayer& layer) {
-                               const DrawColour colour =
-                                   series->isVisible ? colourOf(i) : themeOf(plot_.theme).hidden;
-                               drawSample(*series, colour, box, page_.pixelScale, layer);
-                             }});
+    input.entries.push_back({series->name, series->isVisible, sampleOf(i)});
   }
   input.hiddenBy = [this](const PixelBox& box, const PixelBox& area,
                           const std::vector<AxisLayout>& axes) {
     return hiddenBy(box, area, axes);
   };
   return input;
+}
+
+/// What can hardly be seen on the ground of texts has another one.
+std::function<void(const PixelBox&, DrawnLayer&)> PlotFrame::sampleOf(std::size_t entry) const {
+  const auto series = plot_.entries()[entry].item->series();
+  return [this, series, entry](const PixelBox& box, DrawnLayer& layer) {
+    const PlotTheme& theme = themeOf(plot_.theme);
+    const DrawColour colour = series->isVisible ? colourOf(entry) : theme.hidden;
+    if (contrast(colourOfSample(*series, colour), theme.plot) < kLeastContrast) {
+      layer.items.emplace_back(DrawnBoxes{theme.axis, {box}});
+    }
+    drawSample(*series, colour, box, page_.pixelScale, layer);
+  };
 }
 
 double PlotFrame::hiddenBy(const PixelBox& box, const PixelBox& area,
@@ -137,6 +135,7 @@ const std::shared_ptr<const PlotLayout>& PlotFrame::on(const PlotPage& page) {
     }
   }
   layout_ = std::make_shared<const PlotLayout>(layOutPlot(input()));
+  plot_.legendSpot = layout_->legendSpot;
   revision_ = plot_.revision();
   return layout_;
 }
@@ -200,24 +199,28 @@ Drawing PlotFrame::drawCursors() const {
     return {};
   }
   const PlotAxis& bottom = *plot_.axis(AxisSide::kBottom);
-  const AxisLayout& axis = layoutOf(bottom);
-  std::vector<PlotCursor> cursors;
-  for (std::size_t number = 0; number < plot_.cursors.size(); ++number) {
-    PlotCursor cursor{plot_.cursorValue(number), {}};
-    cursor.readings.push_back(readingOf(axis, cursor.value));
-    for (const Plot::Entry& entry : plot_.entries()) {
-      const auto series = entry.item->series();
-      if (!series || !series->isVisible || entry.x.get() != &bottom) {
-        continue;
-      }
-      if (const auto value = valueAt(*series, cursor.value, placeOf(entry).logs())) {
-        const std::string name = series->name.empty() ? "" : series->name + " ";
-        cursor.readings.push_back(name + readingOf(layoutOf(*entry.y), *value));
-      }
+  const AxisReading across(bottom, layoutOf(bottom));
+  const std::array<double, 2> at{plot_.cursorValue(0), plot_.cursorValue(1)};
+  PlotCursors shown{{at[0], at[1]}, {}};
+  shown.readings.push_back({bottom.title,
+                            {},
+                            {across.text(at[0]), across.text(at[1])},
+                            "\u0394 " + across.difference(at[0], at[1])});
+  for (std::size_t i = 0; i < plot_.entries().size(); ++i) {
+    const Plot::Entry& entry = plot_.entries()[i];
+    const auto series = entry.item->series();
+    if (series && series->isVisible && entry.x.get() == &bottom) {
+      const AxisReading reading(*entry.y, layoutOf(*entry.y));
+      const AxisLogs logs = placeOf(entry).logs();
+      const auto first = valueAt(*series, at[0], logs);
+      const auto second = valueAt(*series, at[1], logs);
+      shown.readings.push_back({series->name,
+                                sampleOf(i),
+                                {reading.text(first), reading.text(second)},
+                                reading.difference(first, second)});
     }
-    cursors.push_back(std::move(cursor));
   }
-  return zyn::drawCursors(cursors, *layout_, axis.scale, input());
+  return zyn::drawCursors(shown, *layout_, layoutOf(bottom).scale, input());
 }
 
 }  // namespace zyn

@@ -59,6 +59,7 @@ class PlotFrame {
  private:
   PlotInput input() const;
   BarPlace barsOf(std::size_t entry) const;
+  std::function<void(const PixelBox& box, DrawnLayer& layer)> sampleOf(std::size_t entry) const;
   double hiddenBy(const PixelBox& box, const PixelBox& area,
                   const std::vector<AxisLayout>& axes) const;
 
@@ -68,8 +69,5 @@ class PlotFrame {
   std::vector<std::size_t> legendEntries_;
   std::uint64_t revision_ = 0;  ///< of the plot, when it was laid out
 };
-
-/// A number as a reading of the cursors shows it on an axis of this kind, precise to a pixel.
-std::string readingOf(const AxisLayout& axis, double value);
 
 }  // namespace zyn

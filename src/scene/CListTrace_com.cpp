@@ -172,7 +172,8 @@ HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
                                      .axes = pass.axes,
                                      .onlyOutside = pass.onlyOutside,
                                      .depth = pass.depth,
-                                     .logs = pass.logs});
+                                     .logs = pass.logs,
+                                     .isInGraph = pass.isInGraph});
   isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
   return drawn;
 }

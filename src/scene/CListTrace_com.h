@@ -31,7 +31,8 @@ struct ListPass {
   const ViewAxes* axes = nullptr;  ///< see DrawPass
   bool onlyOutside = false;        ///< leave out what is not of other components
   DepthPhase depth = DepthPhase::kAlone;
-  AxisLogs logs{};  ///< see DrawPass
+  AxisLogs logs{};         ///< see DrawPass
+  bool isInGraph = false;  ///< see DrawPass
 };
 
 /// The objects that a view or an offscreen context draws, in the order in which they were added.
@@ -95,6 +96,20 @@ class CListTrace : private ZYNList<DrawElem*> {
   void forEach(Visit visit) {
     for (Walk walk(*this); walk; walk.advance()) {
       visit(**walk);
+    }
+  }
+
+  /// Calls `visit` for each object of ours that takes fonts, which leaves the list as it is.
+  template <class Visit>
+  void forEachWithFonts(const Visit& visit) const {
+    for (const Node* node = head(); node; node = node->next) {
+      const DrawElem& element = *node->value;
+      if (const ElementGroup* const group = ElementGroup::of(element);
+          group && group->hasTriangles()) {
+        node = &group->last().node;
+      } else if (element.own && element.own->takesFonts()) {
+        visit(element);
+      }
     }
   }
 

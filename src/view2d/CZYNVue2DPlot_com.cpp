@@ -56,6 +56,8 @@ PlotPage CZYNVue2D::plotPage() {
   return page;
 }
 
+const CListTrace& CZYNVue2D::plotObjects() { return drawList_; }
+
 void CZYNVue2D::plotChanged(bool always) noexcept {
   if (always) {
     repaint();

@@ -112,6 +112,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
 
   // GraphHost
   PlotPage plotPage() override;
+  const CListTrace& plotObjects() override;
   void plotChanged(bool always) noexcept override;
   void plotSwitched() override;
 

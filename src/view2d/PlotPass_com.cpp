@@ -70,6 +70,7 @@ void drawObjects(CListTrace& list, const PlanePoint& size, const PlotPlace& plac
   ListPass objects = pass.list;
   objects.texts.viewHeight = size.y;
   objects.logs = place.logs();
+  objects.isInGraph = true;
   list.draw2D(objects);
 }
 
@@ -83,6 +84,7 @@ DrawnLayer objectLayer(CListTrace& list, const PlanePoint& size, const PlotPlace
     ListPass objects = pass;
     objects.texts.viewHeight = size.y;
     objects.logs = place.logs();
+    objects.isInGraph = true;
     appendObjects(list, objects, layer.items);
   }
   return layer;

@@ -1,10 +1,14 @@
 // The colour scale as a host sees it: its members, what it refuses, the colours of values, and its
 // bar in both views and both bitmap contexts.
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <limits>
 
 #include "support/Drawer_win.h"
+#include "support/Graph_win.h"
+#include "support/TempFolder_win.h"
 
 namespace zyn::test {
 namespace {
@@ -294,6 +298,74 @@ TEST_F(EchelleCouleursTest, IsWholeInPicturesDrawnInParts) {
   for (int row = 10; row < 3990; row += 50) {
     EXPECT_NEAR(image.at(1100, 4099 - (50 + row)).r, 255 * (row + 0.5) / 4000, 2) << row;
   }
+}
+
+/// A scale whose bar nobody has placed, in a plot.
+class BarOfPlotTest : public EchelleCouleursTest {
+ protected:
+  BarOfPlotTest() {
+    require(scale_->put_Titre(_bstr_t(L"R (\u03a9\u00b7m\u207b\u00b9)")), "Titre");
+    graph_->put_Actif(VARIANT_TRUE);
+  }
+
+  std::vector<double> area() const {
+    _variant_t area;
+    require(graph_->get_ZoneTrace(&area), "ZoneTrace");
+    return doublesIn(area);
+  }
+
+  std::string svg() const {
+    const std::filesystem::path file = folder_.path() / L"bar.svg";
+    require(callMethod(context_.dispatch(), L"Exporter", {file.c_str()}).code(), "Exporter");
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  TempFolder folder_;
+  OffscreenGraph context_{400, 300};
+  Graph graph_{context_.get()};
+};
+
+TEST_F(BarOfPlotTest, StandsBesideThePlotAreaAndAsHigh) {
+  const double before = area()[2];
+  context_.add(scale_.Get());
+  const std::vector<double> with = area();
+  EXPECT_LT(with[2], before - 50) << "it has room of its own";
+  const Image image = context_.render();
+  const int middle = int(with[2]) + 18;
+  EXPECT_LE(difference(image.at(middle, int(with[3]) - 4), {68, 1, 84}), 12);
+  EXPECT_LE(difference(image.at(middle, int(with[1]) + 3), {253, 231, 37}), 12);
+  require(scale_->setPosition(0.5, 0.5, 9), "setPosition");
+  EXPECT_EQ(area()[2], before) << "by the place that it was given";
+}
+
+TEST_F(BarOfPlotTest, IsTheSameAddedToTheGraph) {
+  context_.add(scale_.Get());
+  const std::vector<double> with = area();
+  require(graph_.add(scale_.Get()), "Ajouter");
+  EXPECT_EQ(area(), with) << "once";
+  require(scale_->put_Titre(_bstr_t(L"")), "Titre");
+  EXPECT_GT(area()[2], with[2]) << "the title's room";
+}
+
+TEST_F(BarOfPlotTest, IsInVectorFilesWithAllOfItsTitle) {
+  context_.add(scale_.Get());
+  const std::string file = svg();
+  EXPECT_NE(file.find("<image"), std::string::npos);
+  EXPECT_NE(file.find("R (\u03a9\u00b7m\u207b\u00b9)"), std::string::npos);
+}
+
+/// The title in a picture of a scene.
+TEST_F(EchelleCouleursTest, ItsTitleHasAllOfUnicode) {
+  const auto picture = [this](const wchar_t* title) {
+    OffscreenScene scene(200, 300);
+    require(scale_->put_Titre(_bstr_t(title)), "Titre");
+    require(scale_->setPosition(0.5, 0.5, 9), "setPosition");
+    scene.add(scale_.Get());
+    return scene.render();
+  };
+  EXPECT_NE(picture(L"\u03a9"), picture(L"O"));
+  EXPECT_NE(picture(L"\u207b"), picture(L"?"));
 }
 
 /// It has its place in the picture, whatever part of that the axes leave to the scene.

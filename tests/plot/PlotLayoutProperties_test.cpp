@@ -176,14 +176,15 @@ void expectAxes(const PlotInput& input, const PlotLayout& layout) {
   ASSERT_FALSE(doOverlap(std::move(boxes)));
 }
 
-/// All labels, offset texts, and titles, if perhaps cut.
+/// All labels, offset texts, and titles, if perhaps broken, or cut but for their units.
 void expectAllTexts(const PlotInput& input, const PlotLayout& layout) {
   const std::vector<DrawnText> texts = itemsOf<DrawnText>(layout.inFront);
   const auto count = [&](const std::string& text) {
     return std::ranges::count_if(texts, [&](const DrawnText& drawn) {
-      const bool isCut = drawn.text.ends_with("…");
-      return drawn.text == text ||
-             (isCut && text.starts_with(drawn.text.substr(0, drawn.text.size() - 3)));
+      const std::size_t cut = drawn.text.find("…");
+      return drawn.text == text || text.starts_with(drawn.text + " ") ||
+             (cut != std::string::npos && text.starts_with(drawn.text.substr(0, cut)) &&
+              text.ends_with(drawn.text.substr(cut + 3)));
     });
   };
   ASSERT_TRUE(input.texts.title.empty() || count(input.texts.title) > 0);

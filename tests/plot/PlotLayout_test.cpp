@@ -147,6 +147,52 @@ TEST_F(PlotLayoutTest, TitlesLieAlongTheMiddleOfTheirAxes) {
   EXPECT_GT(inkOfText(layout, "Run").bottom, inkOfText(layout, "on a Monday").top);
 }
 
+TEST_F(PlotLayoutTest, TitlesThatDoNotFitAreBrokenThenCut) {
+  page.width = 300;
+  input.texts = {.title = "A title that is longer than the picture is wide",
+                 .subtitle = std::string(120, 's'),
+                 .points = 9};
+  const PlotLayout layout = layOut();
+  const std::vector<DrawnText> texts = itemsOf<DrawnText>(layout.inFront);
+  const auto upper = std::ranges::find_if(
+      texts, [](const DrawnText& text) { return text.text.starts_with("A title"); });
+  ASSERT_NE(upper, texts.end());
+  const std::string rest = input.texts.title.substr(upper->text.size() + 1);
+  EXPECT_LT(inkOfText(layout, rest).top, inkOf(*upper).bottom);
+  EXPECT_TRUE(std::ranges::any_of(
+      texts, [](const DrawnText& text) { return text.text.ends_with("sss\u2026"); }));
+  input.texts.title += " and longer than two lines of it are";
+  EXPECT_TRUE(std::ranges::any_of(itemsOf<DrawnText>(layOut().inFront), [](const DrawnText& text) {
+    return text.face.bold && text.text.ends_with("\u2026");
+  }));
+}
+
+TEST_F(PlotLayoutTest, TitlesOfAxesKeepTheirUnits) {
+  axes[0].title = std::string(100, 'x');
+  axes[1].title = std::string(100, 'y');
+  const std::vector<DrawnText> texts = itemsOf<DrawnText>(layOut().inFront);
+  for (const char* const end : {"x\u2026 (s)", "y\u2026 (N)"}) {
+    EXPECT_TRUE(std::ranges::any_of(texts, [&](const DrawnText& text) {
+      return text.text.ends_with(end);
+    })) << end;
+  }
+}
+
+TEST_F(PlotLayoutTest, ASubtitleStaysAsLongAsTheTitle) {
+  input.texts = {.title = "Run", .subtitle = "on a Monday", .points = 9};
+  page.width = 320;
+  bool wasKept = true;
+  for (page.height = 400; page.height > 20; page.height -= 5) {
+    const bool isKept = isShown("Run");
+    EXPECT_EQ(isShown("on a Monday"), isKept) << page.height;
+    EXPECT_TRUE(wasKept || !isKept);
+    wasKept = isKept;
+  }
+  EXPECT_FALSE(wasKept);
+  page.height = 180;
+  EXPECT_TRUE(isShown("on a Monday"));
+}
+
 TEST_F(PlotLayoutTest, TitlesAreLargerThanLabels) {
   input.texts = {.title = "Run", .subtitle = "", .points = 12};
   const std::vector<DrawnText> texts = itemsOf<DrawnText>(layOut().inFront);
@@ -297,7 +343,7 @@ TEST_F(PlotLayoutTest, TitlesThatAreTooLongAreCut) {
   int cut = 0;
   for (const DrawnText& text : itemsOf<DrawnText>(layout.inFront)) {
     EXPECT_TRUE((PixelBox{0, page.width, 0, page.height}.holds(inkOf(text)))) << text.text;
-    cut += text.text.ends_with("…") ? 1 : 0;
+    cut += text.text.find("…") != std::string::npos ? 1 : 0;
   }
   EXPECT_EQ(cut, 3);
 }

@@ -127,6 +127,36 @@ TEST_F(PlotLegendTest, LiesWhereItHidesLeast) {
   EXPECT_NEAR(layout.legend.bottom + layout.legend.top, layout.area.bottom + layout.area.top, 2);
 }
 
+TEST_F(PlotLegendTest, FindsRoomBetweenTheMiddlesOfEdges) {
+  input.legend.place = LegendPlace::kWhereLeastIsHidden;
+  input.hiddenBy = [](const PixelBox& box, const PixelBox& area, const auto&) {
+    return box.holds(area.left + 0.85 * area.width(), area.bottom + 0.25 * area.height()) ? 0 : 1.0;
+  };
+  const PlotLayout layout = layOut();
+  EXPECT_TRUE(layout.legend.holds(layout.area.left + 0.85 * layout.area.width(),
+                                  layout.area.bottom + 0.25 * layout.area.height()));
+}
+
+TEST_F(PlotLegendTest, StaysWhereItHidesHardlyMore) {
+  input.legend.place = LegendPlace::kWhereLeastIsHidden;
+  double hiddenAbove = 0;
+  input.hiddenBy = [&hiddenAbove](const PixelBox& box, const PixelBox& area, const auto&) {
+    return box.top > area.bottom + area.height() / 2 ? hiddenAbove : 0.1;
+  };
+  PlotLayout layout = layOut();
+  const PixelBox first = layout.legend;
+  ASSERT_TRUE(layout.legendSpot);
+  hiddenAbove = 0.11;
+  input.legend.spot = layout.legendSpot;
+  EXPECT_EQ(layOut().legend, first);
+  hiddenAbove = 0.2;
+  layout = layOut();
+  EXPECT_LT(layout.legend.top, first.bottom);
+  input.legend.spot = layout.legendSpot;
+  hiddenAbove = 0.09;
+  EXPECT_EQ(layOut().legend, layout.legend);
+}
+
 TEST_F(PlotLegendTest, TakesRoomOnTheRight) {
   const PixelBox without = layOut().area;
   input.legend.place = LegendPlace::kRight;

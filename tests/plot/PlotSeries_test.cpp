@@ -88,6 +88,30 @@ TEST_F(PlotSeriesTest, ALineIsATraceOfItsPoints) {
   EXPECT_EQ(trace.owner, series);
 }
 
+TEST_F(PlotSeriesTest, PointsBetweenGapsCanBeSeen) {
+  series->data.setPoints({1, 2, 3}, {kNaN, 1, kNaN});
+  place.pixelScale = 2;
+  for (const SeriesKind kind : {SeriesKind::kLine, SeriesKind::kSteps}) {
+    series->kind = kind;
+    const DrawnLayer layer = drawn();
+    const Stroke& stroke =
+        kind == SeriesKind::kLine ? only<DrawnTrace>(layer).stroke : only<DrawnLines>(layer).stroke;
+    EXPECT_EQ(stroke.width, 2);
+    EXPECT_EQ(stroke.dot(), 6);
+  }
+}
+
+TEST_F(PlotSeriesTest, BarsAreAsWideOnALogarithmicAxisWhereSomeHaveNoLogarithm) {
+  series->kind = SeriesKind::kBars;
+  series->data.setPoints({1, 2, 3, 7}, {0, 4, kNaN, 2});
+  const double width = only<DrawnBoxes>(drawn()).boxes.front().width();
+  EXPECT_NEAR(width, 0.8 * 20, 1e-9);
+  place.y = {AxisKind::kLog10, 1, 10, false, 20, 120};
+  const DrawnLayer layer = drawn();
+  ASSERT_EQ(only<DrawnBoxes>(layer).boxes.size(), 2U);
+  EXPECT_NEAR(only<DrawnBoxes>(layer).boxes.front().width(), width, 1e-9);
+}
+
 TEST_F(PlotSeriesTest, ItsOwnColoursCount) {
   series->data.setPoints({0, 10}, {0, 5});
   series->colour = DrawColour{1, 0, 0, 1};
@@ -250,6 +274,21 @@ TEST_F(PlotSeriesTest, TheExtentHoldsBarsAndErrors) {
   EXPECT_EQ(extentOf(*series, {}), (Box3{2, 4, 2, 9, 0, 0}));
   series->data.setPoints({kNaN}, {1});
   EXPECT_FALSE(extentOf(*series, {}));
+}
+
+TEST_F(PlotSeriesTest, TheSampleOfADashedLineHasTwoDashes) {
+  series->isDashed = true;
+  for (const double width : {0.5, 1.0, 2.0, 3.0, 6.0}) {
+    for (const double length : {16.0, 24.0, 60.0}) {
+      series->width = width;
+      DrawnLayer layer;
+      drawSample(*series, kBlue, {100, 100 + length, 50, 60}, 1, layer);
+      const std::vector<double>& dashes = only<DrawnLines>(layer).stroke.dashes;
+      const double count = (length + dashes[1]) / (dashes[0] + dashes[1]);
+      EXPECT_GE(count, 2 - 1e-9) << width << " " << length;
+      EXPECT_NEAR(count, std::round(count), 1e-9) << "whole ones";
+    }
+  }
 }
 
 TEST_F(PlotSeriesTest, TheSampleShowsItsKind) {

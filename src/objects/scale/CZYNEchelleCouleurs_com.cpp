@@ -13,7 +13,7 @@
 #include "glcontext/StateQuery_gl.h"
 #include "objects/scale/ScaleBarPainter_gl.h"
 #include "objects/text/ContextFonts_win.h"
-#include "objects/text/TextFont_win.h"
+#include "objects/text/TextShaper_win.h"
 
 namespace zyn {
 
@@ -21,6 +21,8 @@ namespace {
 
 /// Pixels of a side of the bar.
 constexpr double kLongestSide = 32767;
+/// Characters, of which no picture has room for more.
+constexpr std::size_t kLongestTitle = 10000;
 
 std::vector<ColourPalette::Colour> readColours(const VARIANT& argument) {
   const NumberArray rgb(L"RGB", argument);
@@ -141,8 +143,8 @@ STDMETHODIMP CZYNEchelleCouleurs::get_Titre(BSTR* pVal) noexcept {
 STDMETHODIMP CZYNEchelleCouleurs::put_Titre(BSTR newVal) noexcept {
   return changeLook([&] {
     std::wstring title(newVal ? newVal : L"", SysStringLen(newVal));
-    bar_.title = narrowText(title);
     title_ = std::move(title);
+    bar_.title.reset();
   });
 }
 
@@ -154,6 +156,7 @@ STDMETHODIMP CZYNEchelleCouleurs::setPosition(double x, double y, LONG Reference
     bar_.x = x;
     bar_.y = y;
     bar_.reference = Reference;
+    isPlaced_ = true;
   });
 }
 
@@ -163,6 +166,7 @@ STDMETHODIMP CZYNEchelleCouleurs::setTaille(double l, double h) noexcept {
     inRange(L"h", h, 1, kLongestSide);
     bar_.width = l;
     bar_.height = h;
+    isPlaced_ = true;
   });
 }
 
@@ -172,13 +176,23 @@ STDMETHODIMP CZYNEchelleCouleurs::Draw2D(int mode) noexcept { return draw(mode, 
 
 HRESULT STDMETHODCALLTYPE CZYNEchelleCouleurs::draw(const DrawPass& pass) noexcept {
   view_ = pass.texts;
-  return draw(pass.mode, pass.opacity);
+  return pass.isInGraph && !isPlaced_ ? S_OK : draw(pass.mode, pass.opacity);
+}
+
+void CZYNEchelleCouleurs::shapeTitle() {
+  if (title_.empty() || (bar_.title && isTitleWhole_)) {
+    return;
+  }
+  const std::wstring_view shown = std::wstring_view(title_).substr(0, kLongestTitle);
+  isTitleWhole_ = true;
+  bar_.title = shapeText(shown, {}, isTitleWhole_);
 }
 
 HRESULT CZYNEchelleCouleurs::draw(int mode, double opacity) noexcept {
   return automation(*this, [&] {
     if (mode >= 0 && wglGetCurrentContext() && isRendering()) {
       const auto fonts = fontsToDrawWith(view_);
+      shapeTitle();
       drawScaleBar(bar_, shared_.scale(), fonts.get(),
                    {view_.part, view_.pixelScale, view_.isOnDark, opacity});
     }

@@ -52,18 +52,24 @@ class CZYNEchelleCouleurs final
   void STDMETHODCALLTYPE setTextView(const TextView& view) noexcept override { view_ = view; }
 
   SharedScale& STDMETHODCALLTYPE sharedScale() noexcept override { return shared_; }
+  const std::wstring* STDMETHODCALLTYPE titleInGraph() noexcept override {
+    return isPlaced_ ? nullptr : &title_;
+  }
 
  private:
   /// It uses its own colours, and spans no values by that.
   ValueExtent scaledValues() noexcept override { return {}; }
   void scaleChanged() noexcept override { watch_.tell(SceneChange::kLook); }
 
+  void shapeTitle();
   HRESULT draw(int mode, double opacity) noexcept;
 
   SharedScale shared_;
   ColourPalette own_;
   ScaleBar bar_;
+  bool isPlaced_ = false;  ///< by the host
   std::wstring title_;
+  bool isTitleWhole_ = true;  ///< as far as it is laid out
   TextView view_;
 };
 

@@ -19,6 +19,8 @@ class ColourPalette {
   /// Two colours or more, equally spaced.
   explicit ColourPalette(std::vector<Colour> own) : kind_(kOwn), own_(std::move(own)) {}
 
+  bool operator==(const ColourPalette&) const = default;
+
   Kind kind() const { return kind_; }
   static bool isKind(std::int32_t number) { return number >= kViridis && number <= kOwn; }
 
@@ -62,6 +64,8 @@ struct ColourScale {
   std::int32_t bands = 0;  ///< of one colour each; 0: continuous
   bool isLogarithmic = false;
   Colour absent{0.5, 0.5, 0.5, 1.0};  ///< of what it cannot show
+
+  bool operator==(const ColourScale&) const = default;
 
   /// Where a value lies: 0 at the first end, 1 at the last, below and above beyond them; none where
   /// the scale cannot show it: what is not a number, and what has no logarithm.

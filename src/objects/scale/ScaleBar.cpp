@@ -19,10 +19,6 @@ constexpr double kClosest = 20;  ///< of ticks
 /// However long the bar.
 constexpr double kMostTicks = 50;
 
-/// A character is hardly ever narrower, in em heights.
-constexpr double kNarrowest = 0.1;
-constexpr double kMostCharacters = 10000;
-
 /// Texts so many times as high as the picture show nothing that could be read.
 constexpr double kTallest = 8;
 
@@ -48,10 +44,13 @@ class Layout {
   BarLayout take() { return std::move(made_); }
 
  private:
-  TextBox measure(std::string_view text, const TextLine& line) const {
-    const TextBox box = measureText(metrics_, text, line);
+  TextBox inPixels(const TextBox& box) const {
     const double em = made_.emHeight;
     return {em * box.left, em * box.right, em * box.bottom, em * box.top};
+  }
+
+  TextBox measure(std::string_view label) const {
+    return inPixels(measureText(metrics_, label, metrics_.digits));
   }
 
   double length() const { return bar_.isUpright() ? made_.bar.height() : made_.bar.width(); }
@@ -86,17 +85,15 @@ class Layout {
 
   std::vector<Label> chooseLabels(const ColourScale& scale) const {
     const AxisScale axis = axisOf(scale);
-    Ticks ticks =
-        chooseLoneTicks(axis, {.first = kGap,
-                               .last = (bar_.isUpright() ? picture_.y : picture_.x) - kGap,
-                               .gap = kGap * scale_,
-                               .pitch = std::max(kClosest * scale_, length() / kMostTicks),
-                               .extentOf = [&](std::string_view text) {
-                                 return extentOf(measure(text, metrics_.digits));
-                               }});
+    Ticks ticks = chooseLoneTicks(
+        axis, {.first = kGap,
+               .last = (bar_.isUpright() ? picture_.y : picture_.x) - kGap,
+               .gap = kGap * scale_,
+               .pitch = std::max(kClosest * scale_, length() / kMostTicks),
+               .extentOf = [&](std::string_view text) { return extentOf(measure(text)); }});
     std::vector<Label> labels;
     for (std::size_t i = 0; i < ticks.major.size(); ++i) {
-      const TextBox box = measure(ticks.labels[i], metrics_.digits);
+      const TextBox box = measure(ticks.labels[i]);
       // On a pixel of its own.
       const double tick =
           axis.pixelFrom + std::round(axis.pixelOf(ticks.major[i]) - axis.pixelFrom);
@@ -142,20 +139,19 @@ class Layout {
     const PixelBox& bar = made_.bar;
     if (bar_.isUpright()) {
       const double x = isFlipped_ ? bar.left - away : bar.right + away;
-      addText(label.text, label.box, {x, at}, isFlipped_ ? 6 : 8);
+      addText({label.text, nullptr, {}}, label.box, {x, at}, isFlipped_ ? 6 : 8);
     } else {
       const double y = isFlipped_ ? bar.top + away : bar.bottom - away;
-      addText(label.text, label.box, {at, y}, isFlipped_ ? 5 : 7);
+      addText({label.text, nullptr, {}}, label.box, {at, y}, isFlipped_ ? 5 : 7);
     }
   }
 
   /// Above the bar; below it where there is no room.
   void placeTitle() {
-    if (bar_.title.empty()) {
+    if (!bar_.title) {
       return;
     }
-    const std::string title = shownTitle();
-    const TextBox box = measure(title, metrics_.text);
+    const TextBox box = inPixels(bar_.title->box(bar_.title->text));
     // Labels of an upright bar reach beyond its ends by half their height.
     const double end = metrics_.digits.height() * made_.emHeight / 2;
     const double gap = 2 * kGap * scale_;
@@ -163,19 +159,13 @@ class Layout {
     const double above = bar.top + gap + (bar_.isUpright() ? end : isFlipped_ ? labelRoom_ : 0);
     const double below = bar.bottom - gap - (bar_.isUpright() ? end : isFlipped_ ? 0 : labelRoom_);
     const bool isAbove = above + box.height() <= picture_.y || below - box.height() < 0;
-    addText(title, box, {(bar.left + bar.right) / 2, isAbove ? above : below}, isAbove ? 5 : 7);
-  }
-
-  /// A title that is wider than the picture begins at its left edge: what is far beyond the right
-  /// one is not worth drawing.
-  std::string shownTitle() const {
-    const double most = picture_.x / (kNarrowest * made_.emHeight) + 1;
-    return bar_.title.substr(0, static_cast<std::size_t>(std::clamp(most, 1.0, kMostCharacters)));
+    addText({{}, bar_.title, {}}, box, {(bar.left + bar.right) / 2, isAbove ? above : below},
+            isAbove ? 5 : 7);
   }
 
   /// Held by a point of its box, but moved into the picture; whole pixels, so that equal texts look
   /// alike.
-  void addText(const std::string& text, const TextBox& box, PlanePoint at, std::int32_t reference) {
+  void addText(BarText text, const TextBox& box, PlanePoint at, std::int32_t reference) {
     if (!(made_.emHeight <= kTallest * picture_.y)) {
       return;
     }
@@ -183,9 +173,9 @@ class Layout {
     const auto within = [](double value, double low, double high) {
       return std::round(std::max(std::min(value, high), low));
     };
-    made_.texts.push_back({text,
-                           {within(start.x, kGap - box.left, picture_.x - kGap - box.right),
-                            within(start.y, kGap - box.bottom, picture_.y - kGap - box.top)}});
+    text.start = {within(start.x, kGap - box.left, picture_.x - kGap - box.right),
+                  within(start.y, kGap - box.bottom, picture_.y - kGap - box.top)};
+    made_.texts.push_back(std::move(text));
   }
 
   const ScaleBar& bar_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "core/PlanePoint.h"
 #include "objects/scale/ColourScale.h"
 #include "objects/text/FontMetrics.h"
+#include "objects/text/ShapedText.h"
 
 namespace zyn {
 
@@ -18,7 +20,7 @@ struct ScaleBar {
   std::int32_t reference = 6;  ///< what of the bar lies there, see anchorOf
   double width = 20.0;         ///< pixels
   double height = 200.0;
-  std::string title;  ///< one byte a character of the font
+  std::shared_ptr<const ShapedText> title{};  ///< null for none
 
   /// A bar goes upwards unless it is wider than high: then to the right.
   bool isUpright() const { return height >= width; }
@@ -26,7 +28,8 @@ struct ScaleBar {
 
 /// A line of text: where its baseline starts.
 struct BarText {
-  std::string text;
+  std::string text;                          ///< one byte a character of the font
+  std::shared_ptr<const ShapedText> shaped;  ///< in its place, where it is not null
   PlanePoint start;
 };
 

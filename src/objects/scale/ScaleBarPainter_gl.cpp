@@ -61,7 +61,11 @@ void drawTexts(const BarLayout& layout, const CGLFontContext& fonts, PlanePoint 
     TextPlacement placement;
     placement.position = {text.start.x + shift.x, text.start.y + shift.y, 0};
     placement.scale = layout.emHeight;
-    drawText(fonts, text.text, placement, kGlyphLineWidth);
+    if (text.shaped) {
+      drawShapedText(fonts, *text.shaped, placement, kGlyphLineWidth, {});
+    } else {
+      drawText(fonts, text.text, placement, kGlyphLineWidth);
+    }
   }
 }
 

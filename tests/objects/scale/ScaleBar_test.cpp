@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "plot/BlockText.h"
 #include "support/BoxFont.h"
 
 namespace zyn::test {
@@ -28,6 +29,15 @@ class ScaleBarTest : public testing::Test {
     const double em = layout.emHeight;
     return {text.start.x + em * box.left, text.start.x + em * box.right,
             text.start.y + em * box.bottom, text.start.y + em * box.top};
+  }
+
+  PixelBox titleBox(const BarLayout& layout) const {
+    const BarText& text = layout.texts.back();
+    EXPECT_EQ(text.shaped, bar.title);
+    const double em = layout.emHeight;
+    return {text.start.x + em * text.shaped->left, text.start.x + em * text.shaped->right,
+            text.start.y + em * text.shaped->text.bottom,
+            text.start.y + em * text.shaped->text.top};
   }
 
   ScaleBar bar;
@@ -139,19 +149,15 @@ TEST_F(ScaleBarTest, LabelsHaveRoomAndStayInThePicture) {
 TEST_F(ScaleBarTest, ItsTitleIsAboveOrWithoutRoomBelow) {
   bar.x = bar.y = 0.5;
   bar.reference = 9;
-  bar.title = "Stress";
+  bar.title = layOutBlocks("Stress", true);
   BarLayout layout = layOut();
-  const BarText* title = find(layout, "Stress");
-  ASSERT_TRUE(title);
-  PixelBox box = boxOf(layout, *title);
+  PixelBox box = titleBox(layout);
   EXPECT_GT(box.bottom, layout.bar.top);
   EXPECT_NEAR((box.left + box.right) / 2, 200, 1);
   bar.y = 1;
   bar.reference = 7;
   layout = layOut();
-  title = find(layout, "Stress");
-  ASSERT_TRUE(title);
-  box = boxOf(layout, *title);
+  box = titleBox(layout);
   EXPECT_LT(box.top, layout.bar.bottom);
 }
 
