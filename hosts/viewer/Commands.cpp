@@ -18,6 +18,7 @@ constexpr std::string_view kPresets = "&Look|Light pr&esets";
 constexpr std::string_view kHelpMenu = "&Help";
 
 constexpr Key control(int code) { return {.code = code, .control = true}; }
+constexpr Key controlShift(int code) { return {.code = code, .control = true, .shift = true}; }
 constexpr Key shift(int code) { return {.code = code, .shift = true}; }
 
 using enum Command;
@@ -35,7 +36,7 @@ constexpr CommandEntry kTable[] = {
     {kExportGif, "export-gif", kAny, kExport, "&GIF..."},
     {kExportBmp, "export-bmp", kAny, kExport, "&BMP..."},
     {kExportTiff, "export-tif", kAny, kExport, "&TIFF..."},
-    {kExportSvg, "export-svg", kGraph, kExport, "&SVG...", control('G'), true},
+    {kExportSvg, "export-svg", kGraph, kExport, "&SVG...", controlShift('E'), true},
     {kExportPdf, "export-pdf", kGraph, kExport, "P&DF..."},
     {kExportEmf, "export-emf", kGraph, kExport, "&EMF..."},
     {kCopy, "copy", kAny, kFile, "&Copy picture", control('C')},

@@ -62,10 +62,10 @@ CursorGlyph::CursorGlyph() : list_(glGenLists(1)) {
 
 CursorGlyph::~CursorGlyph() { glDeleteLists(list_, 1); }
 
-void CursorGlyph::draw(float x, float y, float z, double pixelScale) const {
+void CursorGlyph::draw(float x, float y, float z, double pixelScale, const Colour3& colour) const {
   const PushedAttributes colourAndRasterPosition(GL_CURRENT_BIT);
   const AutoGLLighting lighting(AutoGLLighting::kOff);
-  glColor3f(0, 0, 0);  // before the raster position, which takes it
+  glColor3f(colour[0], colour[1], colour[2]);  // before the raster position, which takes it
   glRasterPos3f(x, y, z);
   if (pixelScale == 1) {
     glCallList(list_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "glcontext/gl_api.h"
+#include "view/Colour3.h"
 
 namespace zyn {
 
@@ -14,9 +15,9 @@ class CursorGlyph {
   CursorGlyph(const CursorGlyph&) = delete;
   CursorGlyph& operator=(const CursorGlyph&) = delete;
 
-  /// Draws it black and unlit, centred on a point of the scene, `pixelScale` times as large. Leaves
-  /// the state as it was.
-  void draw(float x, float y, float z, double pixelScale = 1.0) const;
+  /// Draws it black, or in another colour, and unlit, centred on a point of the scene, `pixelScale`
+  /// times as large. Leaves the state as it was.
+  void draw(float x, float y, float z, double pixelScale = 1.0, const Colour3& colour = {}) const;
 
  private:
   GLuint list_;

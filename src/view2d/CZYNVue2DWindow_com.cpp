@@ -89,7 +89,9 @@ void CZYNVue2D::paint(HDC) {
     pass.frame = resources->frame;
     pass.rubberBand = mouse_.rubberBand();
     if (drawCursor_ && mouse_.isMouseInside()) {
-      pass.cursor.emplace(ViewPass2D::Cursor{resources->cursorGlyph, cursor_});
+      pass.cursor.emplace(
+          ViewPass2D::Cursor{resources->cursorGlyph,
+                             {static_cast<float>(cursor_[0]), static_cast<float>(cursor_[1])}});
     }
     drawView2D(
         pass, [&] { drawList_.draw2D(listPass(resources)); }, [this] { context_.present(); });

@@ -234,7 +234,7 @@ STDMETHODIMP CZYNVue2D::put_MultiSampleAntialiasing(VARIANT_BOOL newVal) noexcep
 
 STDMETHODIMP CZYNVue2D::setCursorPos(double x, double y) noexcept {
   return automation(*this, [&] {
-    cursor_ = {static_cast<float>(x), static_cast<float>(y)};
+    cursor_ = {x, y};
     if (drawCursor_) {
       repaint();
     }

@@ -186,7 +186,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   std::variant<std::monostate, LinearGraph, LogLogGraph> graph_;
   Grid grid_;
   bool gridVisible_ = false;
-  std::array<float, 2> cursor_ = {0.0F, 0.0F};
+  std::array<double, 2> cursor_ = {};
   StockPointer pointer_;
 
   std::weak_ptr<ContextResources> resources_;

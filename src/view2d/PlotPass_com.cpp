@@ -113,7 +113,7 @@ bool holdsTexts(const Plot& plot) {
 }
 
 void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph& glyph,
-                    const std::array<float, 2>& position) {
+                    const std::array<double, 2>& position) {
   const PlotPlace place = mainPlace(plot, frame);
   if (!place.x.canShow(position[0]) || !place.y.canShow(position[1])) {
     return;
@@ -122,7 +122,10 @@ void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph&
   const PushedMatrix modelview(GL_MODELVIEW);
   loadViewAt({place.x.coordinateOf(position[0]), place.y.coordinateOf(position[1]), 0},
              plotViewOf(sizeOf(frame), place));
-  glyph.draw(0, 0, 0, frame.page().pixelScale);
+  const DrawColour& colour = themeOf(plot.theme).text;
+  glyph.draw(
+      0, 0, 0, frame.page().pixelScale,
+      {static_cast<float>(colour.r), static_cast<float>(colour.g), static_cast<float>(colour.b)});
 }
 
 PlotPicture::PlotPicture(const Plot& plot, const PlotFrame& frame)

@@ -47,7 +47,7 @@ bool holdsTexts(const Plot& plot);
 
 /// Draws the cursor glyph at a point of those axes.
 void drawPlotCursor(const Plot& plot, const PlotFrame& frame, const CursorGlyph& glyph,
-                    const std::array<float, 2>& position);
+                    const std::array<double, 2>& position);
 
 /// Draws what can be picked of a graph by itself: entries with names, which `nameOf` tells.
 void drawPlotNames(const PlotFrame& frame,

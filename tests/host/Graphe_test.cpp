@@ -1,5 +1,6 @@
 // The graph of a 2D view: axes and their ranges, what is shown by them, mapping of pixels, mouse,
 // events, pictures.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -116,6 +117,31 @@ TEST_F(GrapheTest, AutoCountsErrorBarsAndTheBaseOfBars) {
   const Numbers range = rangeOf(graph_.axis(1).Get());
   EXPECT_NEAR(range[0], -0.3, 1e-9);
   EXPECT_NEAR(range[1], 6.3, 1e-9);
+}
+
+TEST_F(GrapheTest, TheCursorStandsAtTheTimeOfADayAndIsSeenOnTheDarkTheme) {
+  constexpr double kNoon = 45292.5;
+  constexpr double kMinute = 1.0 / 1440;
+  graph_->put_Theme(1);
+  graph_.axis(0)->put_TypeEchelle(2);
+  graph_.axis(0)->setPlage(kNoon, kNoon + 10 * kMinute);
+  const Image without = painted();
+  host_->put_DrawCursor(VARIANT_TRUE);
+  host_->setCursorPos(kNoon + 7 * kMinute, 10);
+  host_.move(300, 200);
+  const Image with = painted();
+  std::vector<int> columns;
+  for (int y = 0; y < with.height(); ++y) {
+    for (int x = 0; x < with.width(); ++x) {
+      if (!(with.at(x, y) == without.at(x, y))) {
+        columns.push_back(x);
+        EXPECT_GT(with.at(x, y).g, 150) << x << ", " << y;
+      }
+    }
+  }
+  ASSERT_GT(columns.size(), 40U);
+  const auto [left, right] = std::minmax_element(columns.begin(), columns.end());
+  EXPECT_NEAR((*left + *right) / 2.0, pixel(0, kNoon + 7 * kMinute), 1.5);
 }
 
 TEST_F(GrapheTest, PutsOfEndsSwitchAutoOff) {
