@@ -39,21 +39,37 @@ std::vector<PixelBox> gridLines(const PlacedAxis& axis, const std::vector<double
   return boxes;
 }
 
+DrawColour opaque(const ColourPalette::Colour& colour) { return {colour[0], colour[1], colour[2]}; }
+
 /// The colours of a scale in a column, its first one below.
 std::shared_ptr<const PixelImage> columnOf(const ColourScale& scale) {
   constexpr int kShades = 512;
   auto column = std::make_shared<PixelImage>();
   column->width = 1;
-  column->height = scale.bands > 0 ? scale.bands : kShades;
-  for (int i = 0; i < column->height; ++i) {
-    const double place = static_cast<double>(i) / std::max(1, column->height - 1);
-    const ColourPalette::Colour colour = scale.palette.at(place);
-    for (const double component : colour) {
+  column->height = kShades;
+  for (int i = 0; i < kShades; ++i) {
+    for (const double component : scale.palette.at(static_cast<double>(i) / (kShades - 1))) {
       column->pixels.push_back(static_cast<std::uint8_t>(std::lround(255 * component)));
     }
     column->pixels.push_back(255);
   }
   return column;
+}
+
+/// A picture, or the bands of a scale from the lower one up.
+void drawColours(const ColourScale& scale, const PixelBox& box, DrawnLayer& layer) {
+  if (scale.bands == 0) {
+    layer.items.emplace_back(DrawnImage{columnOf(scale), box, true});
+  }
+  const double count = scale.bands;
+  const auto edge = [&](double band) {
+    return box.bottom + std::round(band / count * box.height());
+  };
+  for (int i = 0; i < scale.bands; ++i) {
+    const ColourPalette::Colour colour = scale.colourAtPlace((i + 0.5) / count);
+    layer.items.emplace_back(
+        DrawnBoxes{opaque(colour), {{box.left, box.right, edge(i), edge(i + 1)}}});
+  }
 }
 
 /// Where the baseline of an upright text lies whose box is to lie outwards from a place.
@@ -166,8 +182,7 @@ void drawBar(const PlacedAxis& axis, const ColourScale& scale, const PixelBox& a
     return BesideArea{low, high, from, to}.on(axis.side(), area);
   };
   const auto [low, high] = std::minmax({axis.scale().pixelFrom, axis.scale().pixelTo});
-  layer.items.emplace_back(
-      DrawnImage{columnOf(scale), box(inner, axis.at, low, high), scale.bands == 0});
+  drawColours(scale, box(inner, axis.at, low, high), layer);
   drawBoxes(axis.lineColour(),
             {box(inner, inner + line, low, high), box(axis.at - line, axis.at, low, high),
              box(inner + line, axis.at - line, low, low + line),

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -97,9 +98,16 @@ TEST_F(PlotBarsTest, ItsColoursRiseOrFallWithItsRange) {
   input.bars[0].scale.range = {1, 0};
   EXPECT_GT(labelMiddle("0.0"), labelMiddle("1.0"));
   input.bars[0].scale.bands = 4;
-  const DrawnImage banded = itemsOf<DrawnImage>(layOut().inFront)[0];
-  EXPECT_EQ(banded.image->height, 4);
-  EXPECT_FALSE(banded.isSmooth);
+  const PlotLayout banded = layOut();
+  EXPECT_TRUE(itemsOf<DrawnImage>(banded.inFront).empty());
+  const DrawColour third{2 / 3.0, 2 / 3.0, 2 / 3.0};
+  const std::vector<DrawnBoxes> drawn = itemsOf<DrawnBoxes>(banded.inFront);
+  const auto band = std::ranges::find_if(drawn, [&](const DrawnBoxes& boxes) {
+    return std::abs(boxes.colour.r - third.r) < 1e-3 && boxes.colour.r == boxes.colour.g;
+  });
+  ASSERT_NE(band, drawn.end());
+  EXPECT_NEAR(band->boxes[0].height(), banded.area.height() / 4, 1);
+  EXPECT_NEAR(band->boxes[0].bottom, banded.area.bottom + banded.area.height() / 2, 1);
 }
 
 TEST_F(PlotBarsTest, SeveralStandBesideAxesAndLegend) {
