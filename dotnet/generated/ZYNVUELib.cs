@@ -2569,15 +2569,15 @@ namespace ZYNVue.Interop {
     object Couleur(double Valeur);
 
     /// <summary>Title of the bar (default: none).</summary>
-    /// <value>Sets the title of the bar, in the characters of the system's code page.</value>
+    /// <value>Sets the title of the bar. All characters, with glyphs of other installed fonts where the font has none.</value>
     [DispId(10)]
     string Titre { [return: MarshalAs(UnmanagedType.BStr)] get; [param: MarshalAs(UnmanagedType.BStr)] set; }
 
-    /// <summary>Places the bar: x from the left edge of the picture (0) to the right one (1), y from the lower edge (0) to the upper one (1); Reference is the point of the bar, without ticks and texts, that lies there: 1 lower left, 2 lower right, 3 upper right, 4 upper left corner, 5 lower centre, 6 right middle, 7 upper centre, 8 left middle, 9 centre, 0 as 1. Default 0.92, 0.5, 6. Ticks are on the right or below, where there is no room on the other side.</summary>
+    /// <summary>Places the bar, which a graph that shows it otherwise lays out beside its plot area, as high as that and with an axis: x from the left edge of the picture (0) to the right one (1), y from the lower edge (0) to the upper one (1); Reference is the point of the bar, without ticks and texts, that lies there: 1 lower left, 2 lower right, 3 upper right, 4 upper left corner, 5 lower centre, 6 right middle, 7 upper centre, 8 left middle, 9 centre, 0 as 1. Default 0.92, 0.5, 6. Ticks are on the right or below, where there is no room on the other side.</summary>
     [DispId(11)]
     void setPosition(double x, double y, int Reference);
 
-    /// <summary>Sets the size of the bar, without ticks and texts, pixels, 1 to 32767 (default 20 wide, 200 high). A bar wider than high lies, its high end on the right.</summary>
+    /// <summary>Sets the size of the bar, which no graph lays out from then on, without ticks and texts, pixels, 1 to 32767 (default 20 wide, 200 high). A bar wider than high lies, its high end on the right.</summary>
     [DispId(12)]
     void setTaille(double l, double h);
   }
