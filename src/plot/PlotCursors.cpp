@@ -94,6 +94,7 @@ class ReadingTable {
   }
 
   void draw(const PixelBox& box, DrawnLayer& layer) const {
+    layer.items.emplace_back(DrawnBoxes{theme_.plot, {box}});  // it may lie over the legend
     drawTextGround(box, theme_, measures_.line, layer);
     double middle = box.top - padding_ - lineHeight_ / 2;
     const double names = box.left + padding_ + sample_ + gap_ / 2;

@@ -20,7 +20,8 @@ constexpr int kPerSegment = 4;
 /// To the ground, of what can be seen in a legend.
 constexpr double kLeastContrast = 1.5;
 
-/// The part of places along a series, of a series of points that of its points, that a box hides.
+/// The part of places along a series, of a series of points that of its points, of bars and areas
+/// what is filled, that a box hides.
 double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& box,
                   std::size_t samples) {
   const auto mapping = place.mapping();
@@ -37,11 +38,16 @@ double partWithin(PlotSeries& series, const PlotPlace& place, const PixelBox& bo
   const bool hasLine = series.kind != SeriesKind::kPoints;
   const bool hasMarkers = !hasLine || series.marker != MarkerShape::kNone;
   const PixelBox seen = hasMarkers ? box.shrunk(-series.markerSize / 2 * place.pixelScale) : box;
+  const bool isFilled = series.kind == SeriesKind::kBars || series.kind == SeriesKind::kArea;
+  const double base = place.y.canShow(series.base) ? std::clamp(place.y.pixelOf(series.base),
+                                                                place.area.bottom, place.area.top)
+                                                   : place.area.bottom;
   std::size_t within = 0;
   std::size_t looked = 0;
   for (std::size_t i = points.first(); i < points.end(); i += stride) {
     const PlanePoint from = at(i);
-    const PlanePoint to = i + stride < points.end() ? at(i + stride) : from;
+    const PlanePoint next = i + stride < points.end() ? at(i + stride) : from;
+    const PlanePoint to = isFilled ? PlanePoint{from.x, base} : next;
     for (int k = 0; k < (hasLine ? kPerSegment : 1); ++k) {
       const PlanePoint on = from + (static_cast<double>(k) / kPerSegment) * (to - from);
       ++looked;
