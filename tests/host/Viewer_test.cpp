@@ -157,9 +157,10 @@ int countNear(const Image& image, const Rgb& colour) {
   return count;
 }
 
-constexpr Rgb kFirstTrace = {63, 144, 218};
-constexpr Rgb kSecondTrace = {255, 169, 14};
-constexpr Rgb kThirdTrace = {189, 31, 1};
+constexpr Rgb kFirstTrace = {84, 150, 214};
+constexpr Rgb kSecondTrace = {200, 134, 30};
+constexpr Rgb kThirdTrace = {200, 64, 41};
+constexpr Rgb kTracesOnDark[] = {{100, 168, 233}, {247, 164, 14}, {209, 31, 0}};
 constexpr Rgb kDarkGround = {28, 32, 37};
 
 std::string contentOf(const std::filesystem::path& file) {
@@ -852,7 +853,7 @@ TEST_F(ViewerTest, datesAndASecondAxisAreTextsOfTheGraph) {
   EXPECT_EQ(contentOf(folder_.file(L"station.emf")).substr(40, 4), " EMF");
   const Image picture = decodeImageFile(folder_.file(L"station.png")).image;
   EXPECT_GT(countNear(picture, kDarkGround), 100000);
-  for (const Rgb& colour : {kFirstTrace, kSecondTrace, kThirdTrace}) {
+  for (const Rgb& colour : kTracesOnDark) {
     EXPECT_GT(countNear(picture, colour), 100);
   }
 }
