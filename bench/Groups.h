@@ -15,6 +15,7 @@ void measureTraces(Report& report, const Sizes& sizes);
 void measureGraphs(Report& report, const Sizes& sizes);
 void measureStreaming(Report& report, const Sizes& sizes);
 void measureMeshes(Report& report, const Sizes& sizes);
+void measureToolPaths(Report& report, const Sizes& sizes);
 void measureExport(Report& report, const Sizes& sizes);
 void measureCreation(Report& report, const Sizes& sizes);
 

@@ -11,13 +11,14 @@ struct Sizes {
   int points = 1'000'000;
   int fewPoints = 10'000;
   int meshTriangles = 1'000'000;
+  int pathSegments = 1'000'000;
   int seriesPoints = 10'000'000;
   int rounds = 11;  ///< of which the median counts
   int streamedFrames = 3600;
 
   /// A tenth of everything, to see in seconds whether the benchmarks work.
   static Sizes quick() {
-    return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 1'000'000, 3, 360};
+    return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 100'000, 1'000'000, 3, 360};
   }
 };
 

@@ -16,7 +16,7 @@ struct Group {
 };
 
 // Memory is measured before anything has been freed that could be used again: SceneBuilding first.
-constexpr std::array<Group, 11> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+constexpr std::array<Group, 12> kGroups = {{{"SceneBuilding", measureSceneBuilding},
                                             {"SceneFrames", measureSceneFrames},
                                             {"Assemblies", measureAssemblies},
                                             {"Picking", measurePicking},
@@ -25,6 +25,7 @@ constexpr std::array<Group, 11> kGroups = {{{"SceneBuilding", measureSceneBuildi
                                             {"Graphs", measureGraphs},
                                             {"Streaming", measureStreaming},
                                             {"Meshes", measureMeshes},
+                                            {"ToolPaths", measureToolPaths},
                                             {"Export", measureExport},
                                             {"Creation", measureCreation}}};
 

@@ -2803,6 +2803,245 @@ namespace ZYNVue.Interop {
     object Extraire([MarshalAs(UnmanagedType.Struct)] object Faces);
   }
 
+  /// <summary>Tool path: points and the segments between them, each with a type, a speed and the line of a program, a place on it by length, time, segment or line, and the tool there; in space and, flat, in the plane. Arrays have one dimension, or two and a row for each point, of any type of number. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
+  [ComImport, Guid("49C13365-1BE6-45F0-8418-EC57C6B37663"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNGLTrajet {
+    /// <summary>Sets the points: three arrays of as many coordinates, model units, finite; arrays without elements for none. Segment i, from 0, leads from point i to point i + 1. Replaces everything that belongs to points and segments, and puts the place to the begin; the look stays.</summary>
+    [DispId(1)]
+    void setPoints3D([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y, [MarshalAs(UnmanagedType.Struct)] object Z);
+
+    /// <summary>Does as setPoints3D, with one array of x, y, z of each point.</summary>
+    [DispId(2)]
+    void setPoints([MarshalAs(UnmanagedType.Struct)] object XYZ);
+
+    /// <summary>Appends points: array of x, y, z of each. Types, Vitesses, Lignes: as setTypes, setVitesses and setLignes take them, an element for each new segment, of which there are as many as points, but one less on an empty path; left out, empty or without elements, new segments continue the last one's. The place stays.</summary>
+    [DispId(3)]
+    void AjouterPoints([MarshalAs(UnmanagedType.Struct)] object XYZ, [Optional] [MarshalAs(UnmanagedType.Struct)] object Types, [Optional] [MarshalAs(UnmanagedType.Struct)] object Vitesses, [Optional] [MarshalAs(UnmanagedType.Struct)] object Lignes);
+
+    /// <summary>Sets what each segment is: array of whole numbers, 0 rapid, 1 feed (default), 2 plunge, 3 retract, 4 arc, others free; without elements for the default.</summary>
+    [DispId(4)]
+    void setTypes([MarshalAs(UnmanagedType.Struct)] object Types);
+
+    /// <summary>Sets the speed of each segment: array of units a minute, finite and not below 0; 0 for VitesseAvance (default); without elements for the default. Rapids are as fast as VitesseRapide whatever is set here.</summary>
+    [DispId(5)]
+    void setVitesses([MarshalAs(UnmanagedType.Struct)] object Vitesses);
+
+    /// <summary>Sets the line of a program for each segment: array of whole numbers; without elements for the default, 0.</summary>
+    [DispId(6)]
+    void setLignes([MarshalAs(UnmanagedType.Struct)] object Lignes);
+
+    /// <summary>Speed of segments without one of their own, units a minute (default 1000).</summary>
+    /// <value>Sets the speed of segments without one of their own, units a minute, above 0.</value>
+    [DispId(7)]
+    double VitesseAvance { get; set; }
+
+    /// <summary>Speed of rapids, units a minute (default 5000).</summary>
+    /// <value>Sets the speed of rapids, units a minute, above 0.</value>
+    [DispId(8)]
+    double VitesseRapide { get; set; }
+
+    /// <summary>Number of points.</summary>
+    [DispId(9)]
+    int NbPoints { get; }
+
+    /// <summary>Number of segments: one less than points, 0 without points.</summary>
+    [DispId(10)]
+    int NbSegments { get; }
+
+    /// <summary>Gives the points: array of doubles, x, y, z of each.</summary>
+    [DispId(11)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPoints();
+
+    /// <summary>Gives the types of the segments: array of longs.</summary>
+    [DispId(12)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getTypes();
+
+    /// <summary>Gives the speeds of the segments as they were set, 0 where they have none: array of doubles.</summary>
+    [DispId(13)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getVitesses();
+
+    /// <summary>Gives the lines of the segments: array of longs.</summary>
+    [DispId(14)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getLignes();
+
+    /// <summary>Box around all points, model units: array of 6 doubles, xMin, xMax, yMin, yMax, zMin, zMax; empty without points. The tool does not count.</summary>
+    [DispId(15)]
+    object Boite { [return: MarshalAs(UnmanagedType.Struct)] get; }
+
+    /// <summary>Gives a new, independent path with everything copied, the place too; it shares EchelleCouleurs and Outil.</summary>
+    [DispId(16)]
+    [return: MarshalAs(UnmanagedType.IDispatch)]
+    object Copie();
+
+    /// <summary>Place of the tool as the length of the way from the begin, model units. The place is a time: while the tool waits, its length stays.</summary>
+    /// <value>Puts the place by the length of the way from the begin. Beyond the ends it is the end; NaN is E_INVALIDARG. Where the tool waits, it is the end of that, but for the begin of the path. Costs no more than a frame.</value>
+    [DispId(17)]
+    double Position { get; set; }
+
+    /// <summary>Place of the tool as the time from the begin, seconds.</summary>
+    /// <value>Puts the place by the time from the begin, seconds. Beyond the ends it is the end; NaN is E_INVALIDARG.</value>
+    [DispId(18)]
+    double PositionTemps { get; set; }
+
+    /// <summary>Segment, from 0, on which the tool is: at a point that two share, the later one, at the end the last; 0 without segments.</summary>
+    /// <value>Puts the place to the start of a segment, from 0; beyond the ends of the path it is the end.</value>
+    [DispId(19)]
+    int PositionSegment { get; set; }
+
+    /// <summary>Line of the segment on which the tool is; 0 without segments.</summary>
+    /// <value>Puts the place to the start of the first segment of a line; for a line without motion of the line with the next number that has motion, where there is none to the end.</value>
+    [DispId(20)]
+    int PositionLigne { get; set; }
+
+    /// <summary>Length of the path, model units; of arcs of a program as they are, not of the chords by which they are drawn.</summary>
+    [DispId(21)]
+    double Longueur { get; }
+
+    /// <summary>How long the path takes, seconds, with what the tool waits.</summary>
+    [DispId(22)]
+    double Duree { get; }
+
+    /// <summary>Gives where the tool is: array of x, y, z, on an arc of a program exactly; empty without points.</summary>
+    [DispId(23)]
+    [return: MarshalAs(UnmanagedType.Struct)]
+    object getPosition();
+
+    /// <summary>Sets colour and opacity of a type of segment, 0 to 1 each, unlit. Defaults: rapids orange, feeds blue, plunges red, retracts green, arcs light blue, others grey.</summary>
+    [DispId(24)]
+    void setCouleurType(int Type, double r, double g, double b, double alpha);
+
+    /// <summary>Shows a type of segment: 0 no, any other value yes. What is hidden cannot be picked; it counts in boxes, lengths and times.</summary>
+    [DispId(25)]
+    void setTypeVisible(int Type, [MarshalAs(UnmanagedType.VariantBool)] bool Visible);
+
+    /// <summary>Whether a type of segment is shown (default: yes).</summary>
+    [DispId(26)]
+    [return: MarshalAs(UnmanagedType.VariantBool)]
+    bool getTypeVisible(int Type);
+
+    /// <summary>Whether rapids are shown (default: yes): getTypeVisible of type 0.</summary>
+    /// <value>Shows rapids: 0 no, any other value yes.</value>
+    [DispId(27)]
+    bool RapidesVisibles { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>Width of the lines, pixels (default 1).</summary>
+    /// <value>Sets the width of the lines, pixels, above 0.</value>
+    [DispId(28)]
+    double EpaisseurTrait { get; set; }
+
+    /// <summary>How rapids are drawn: 0 solid, 1 dashed (default).</summary>
+    /// <value>Sets how rapids are drawn: 0 solid, 1 dashed; dashes are measured in pixels and run on across segments.</value>
+    [DispId(29)]
+    int StyleRapides { get; set; }
+
+    /// <summary>What gives the colour: 0 the type (default), 1 the speed, 2 the progress.</summary>
+    /// <value>Sets what gives the colour: 0 the type; 1 the speed by EchelleCouleurs, but of rapids the type; 2 the progress: what lies before the place has the colour of setCouleurFait, what is to do that of its type.</value>
+    [DispId(30)]
+    int ModeCouleur { get; set; }
+
+    /// <summary>The ZYNEchelleCouleurs by which speeds are coloured; Nothing (default) for viridis over the feeds of the path.</summary>
+    /// <value>Sets the ZYNEchelleCouleurs by which speeds, units a minute, are coloured; Nothing for the path's own.</value>
+    [DispId(31)]
+    object EchelleCouleurs { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>Sets the ZYNEchelleCouleurs by which speeds, units a minute, are coloured; Nothing for the path's own.</summary>
+    [DispId(31)]
+    void putref_EchelleCouleurs([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Sets colour and opacity of what is done in ModeCouleur 2, 0 to 1 each (default: 0.55, 0.55, 0.55, 1).</summary>
+    [DispId(32)]
+    void setCouleurFait(double r, double g, double b, double alpha);
+
+    /// <summary>Steps towards the viewer by which the path is drawn (default 1).</summary>
+    /// <value>Sets the steps towards the viewer by which the path is drawn, 0 to 1000, each as long as a pixel there: lines win against surfaces that they lie on. Changes no pixel's place.</value>
+    [DispId(33)]
+    double Decalage { get; set; }
+
+    /// <summary>The ZYNOutil that is drawn at the place; Nothing (default) for none.</summary>
+    /// <value>Sets the ZYNOutil that is drawn at the place, its axis along +Z, its tip at the place; Nothing for none. It cannot be picked, has no box, and may be that of several paths.</value>
+    [DispId(34)]
+    object Outil { [return: MarshalAs(UnmanagedType.IDispatch)] get; [param: MarshalAs(UnmanagedType.IDispatch)] set; }
+
+    /// <summary>Sets the ZYNOutil that is drawn at the place, its axis along +Z, its tip at the place; Nothing for none. It cannot be picked, has no box, and may be that of several paths.</summary>
+    [DispId(34)]
+    void putref_Outil([MarshalAs(UnmanagedType.IDispatch)] object value);
+
+    /// <summary>Selection name (default 0): a pick tells it and then the number of the path's nearest visible segment; below 0 the path is not pickable.</summary>
+    /// <value>Sets the selection name; below 0 the path is not pickable.</value>
+    [DispId(35)]
+    int NomSelection { get; set; }
+
+    /// <summary>Loads a program for a mill or a printer (RS-274), in place of points and all that belongs to them; the place is the begin then. Lengths are millimetres (G20 converts), points those of the machine, with all offsets; offsets, parameters and the place are 0 at the begin of each load. Rapids are type 0, feeds 1, those along the tool's axis alone 2 downwards and 3 upwards, arcs 4, feeds of cycles 2; lines are those of the file, from 1. Arcs become chords, but places, lengths and times are those of the arcs. O words, M98, G41, G42, G84 to G89, rotary axes and unknown codes are refused. E_INVALIDARG without a name, the system's error where the file cannot be read, E_FAIL with file, line, column and cause for what is wrong in it, E_ABORT where a Progression event stopped it; nothing has changed then.</summary>
+    [DispId(36)]
+    void ChargerGCode([MarshalAs(UnmanagedType.BStr)] string Fichier);
+
+    /// <summary>How far the chords of arcs may be from them, millimetres (default 0.01).</summary>
+    /// <value>Sets how far the chords of arcs may be from them, millimetres, above 0; counts at the next load.</value>
+    [DispId(37)]
+    double Tolerance { get; set; }
+
+    /// <summary>What loading does with unknown codes: 0 refuse (default), 1 skip.</summary>
+    /// <value>Sets what loading does with unknown codes: 0 refuse, 1 skip; counts at the next load.</value>
+    [DispId(38)]
+    int CodesInconnus { get; set; }
+
+    /// <summary>How many unknown codes the last load skipped.</summary>
+    [DispId(39)]
+    int NbCodesIgnores { get; }
+
+    /// <summary>Whether loading skips lines that begin with a slash (default: yes).</summary>
+    /// <value>Skips lines that begin with a slash: 0 no, any other value yes; counts at the next load.</value>
+    [DispId(40)]
+    bool SauterBlocs { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
+
+    /// <summary>How far G73 retracts after each peck and G83 stays above the last one, millimetres (default 0.254).</summary>
+    /// <value>Sets how far G73 retracts after each peck and G83 stays above the last one, millimetres, 0 or more; counts at the next load.</value>
+    [DispId(41)]
+    double RetraitPercage { get; set; }
+  }
+
+  /// <summary>Tool of a path: the shape that a ZYNGLTrajet draws at its place. Lengths are model units; those that contradict each other are kept as they are, and drawn as far as they go. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed.</summary>
+  [ComImport, Guid("2DBE4CE5-8B11-4A32-8E17-12DC2B4AB169"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
+  public interface IZYNOutil {
+    /// <summary>Diameter of the cutter, model units (default 6).</summary>
+    /// <value>Sets the diameter of the cutter, model units, above 0.</value>
+    [DispId(1)]
+    double Diametre { get; set; }
+
+    /// <summary>Radius of the cutter's corner (default 0): half the diameter for a ball nose.</summary>
+    /// <value>Sets the radius of the cutter's corner, 0 or more; more than half the diameter is drawn as that.</value>
+    [DispId(2)]
+    double RayonCoin { get; set; }
+
+    /// <summary>Length of the cutting edges from the tip (default 20).</summary>
+    /// <value>Sets the length of the cutting edges, 0 or more; more than Longueur is drawn as that.</value>
+    [DispId(3)]
+    double LongueurCoupe { get; set; }
+
+    /// <summary>Length from the tip to the holder (default 50).</summary>
+    /// <value>Sets the length from the tip to the holder, above 0. Beyond the cutting edges it is the shank.</value>
+    [DispId(4)]
+    double Longueur { get; set; }
+
+    /// <summary>Diameter of the holder (default 0: none).</summary>
+    /// <value>Sets the diameter of the holder, 0 or more; 0 for none.</value>
+    [DispId(5)]
+    double DiametrePorte { get; set; }
+
+    /// <summary>Length of the holder (default 0: none).</summary>
+    /// <value>Sets the length of the holder, 0 or more; 0 for none.</value>
+    [DispId(6)]
+    double LongueurPorte { get; set; }
+
+    /// <summary>Sets colour and opacity of the cutting edges, 0 to 1 each (default: 0.85, 0.7, 0.25, 1), lit; shank and holder are grey.</summary>
+    [DispId(7)]
+    void setColor(double r, double g, double b, double alpha);
+  }
+
   /// <summary>Series of a graph: points (x, y) and how they are drawn. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("9971DADC-C652-4150-A026-143E7515247D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNSerie {
@@ -3125,6 +3364,30 @@ namespace ZYNVue.Interop {
 
     /// <summary>A new object.</summary>
     public static IZYNGLMaillage Create() => (IZYNGLMaillage)Components.Create(ClassId);
+  }
+
+  /// <summary>Tool path (ProgID ZYNVue.ZYNGLTrajet)</summary>
+  public static class ZYNGLTrajet {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNGLTrajet";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("68B10B06-9505-4E3E-8112-333A7D5B5307");
+
+    /// <summary>A new object.</summary>
+    public static IZYNGLTrajet Create() => (IZYNGLTrajet)Components.Create(ClassId);
+  }
+
+  /// <summary>Tool of a path (ProgID ZYNVue.ZYNOutil)</summary>
+  public static class ZYNOutil {
+    /// <summary>The name by which every host creates it.</summary>
+    public const string ProgId = "ZYNVue.ZYNOutil";
+
+    /// <summary>The class identifier.</summary>
+    public static readonly Guid ClassId = new Guid("F73F3A1E-B085-4D0A-ABB6-6B02D2F15373");
+
+    /// <summary>A new object.</summary>
+    public static IZYNOutil Create() => (IZYNOutil)Components.Create(ClassId);
   }
 
   /// <summary>Series of a graph (ProgID ZYNVue.ZYNSerie)</summary>

@@ -50,15 +50,8 @@ void VertexArrays::clear() {
   indices.clear();
 }
 
-void VertexArrays::draw(GLenum mode) const {
-  if (positions.empty()) {
-    return;
-  }
-  if (!takesPointers()) {
-    drawByCalls(mode);
-    return;
-  }
-  const OwnArrays scope;
+/// Within a scope of own arrays.
+void VertexArrays::pointTo() const {
   glVertexPointer(3, GL_FLOAT, 0, positions.data());
   if (!normals.empty()) {
     glEnableClientState(GL_NORMAL_ARRAY);
@@ -72,30 +65,58 @@ void VertexArrays::draw(GLenum mode) const {
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
     glTexCoordPointer(2, GL_FLOAT, 0, coordinates.data());
   }
-  if (indices.empty()) {
-    glDrawArrays(mode, 0, static_cast<GLsizei>(positions.size()));
-  } else {
-    glDrawElements(mode, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT, indices.data());
-  }
 }
 
-void VertexArrays::drawByCalls(GLenum mode) const {
+void VertexArrays::drawVertex(std::size_t vertex) const {
+  if (!normals.empty()) {
+    glNormal3fv(normals[vertex].data());
+  }
+  if (!colours.empty()) {
+    glColor4fv(colours[vertex].data());
+  }
+  if (!coordinates.empty()) {
+    glTexCoord2fv(coordinates[vertex].data());
+  }
+  glVertex3fv(positions[vertex].data());
+}
+
+void VertexArrays::draw(GLenum mode) const {
+  if (positions.empty()) {
+    return;
+  }
+  if (indices.empty()) {
+    draw(mode, {{0, static_cast<GLsizei>(positions.size())}});
+    return;
+  }
+  if (takesPointers()) {
+    const OwnArrays scope;
+    pointTo();
+    glDrawElements(mode, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT, indices.data());
+    return;
+  }
   glBegin(mode);
-  const std::size_t count = indices.empty() ? positions.size() : indices.size();
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t vertex = indices.empty() ? i : indices[i];
-    if (!normals.empty()) {
-      glNormal3fv(normals[vertex].data());
-    }
-    if (!colours.empty()) {
-      glColor4fv(colours[vertex].data());
-    }
-    if (!coordinates.empty()) {
-      glTexCoord2fv(coordinates[vertex].data());
-    }
-    glVertex3fv(positions[vertex].data());
+  for (const GLuint vertex : indices) {
+    drawVertex(vertex);
   }
   glEnd();
+}
+
+void VertexArrays::draw(GLenum mode, const std::vector<Run>& runs) const {
+  if (takesPointers()) {
+    const OwnArrays scope;
+    pointTo();
+    for (const Run& run : runs) {
+      glDrawArrays(mode, run.first, run.count);
+    }
+    return;
+  }
+  for (const Run& run : runs) {
+    glBegin(mode);
+    for (GLint i = 0; i < run.count; ++i) {
+      drawVertex(static_cast<std::size_t>(run.first + i));
+    }
+    glEnd();
+  }
 }
 
 }  // namespace zyn

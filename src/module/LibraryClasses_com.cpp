@@ -9,6 +9,8 @@
 #include "objects/dimension/CZYNGLCote_com.h"
 #include "objects/group/CZYNGroupe_com.h"
 #include "objects/mesh/CZYNGLMaillage_com.h"
+#include "objects/path/CZYNGLTrajet_com.h"
+#include "objects/path/CZYNOutil_com.h"
 #include "objects/picture/CZYNGLBitmap_com.h"
 #include "objects/scale/CZYNEchelleCouleurs_com.h"
 #include "objects/series/CZYNCarte_com.h"
@@ -38,6 +40,8 @@ const ClassEntry kClasses[] = {
     {&CLSID_ZYNEchelleCouleurs, createInstance<CZYNEchelleCouleurs>, IDR_ZYNECHELLECOULEURS},
     {&CLSID_ZYNGroupe, createInstance<CZYNGroupe>, IDR_ZYNGROUPE},
     {&CLSID_ZYNGLMaillage, createInstance<CZYNGLMaillage>, IDR_ZYNGLMAILLAGE},
+    {&CLSID_ZYNGLTrajet, createInstance<CZYNGLTrajet>, IDR_ZYNGLTRAJET},
+    {&CLSID_ZYNOutil, createInstance<CZYNOutil>, IDR_ZYNOUTIL},
     {&CLSID_ZYNCamera, createInstance<CZYNCamera>, IDR_ZYNCAMERA},
     {&CLSID_ZYNCarte, createInstance<CZYNCarte>, IDR_ZYNCARTE},
     {&CLSID_ZYNSerie, createInstance<CZYNSerie>, IDR_ZYNSERIE},

@@ -21,13 +21,16 @@ PathPlace startOf(const ToolPath& path, std::size_t segment) {
 }  // namespace
 
 PathPlace placeAtTime(const ToolPath& path, double time) {
+  if (time <= 0) {
+    return {};
+  }
   if (time >= path.duration()) {
     return endOf(path);
   }
   const std::optional<std::size_t> begun =
       path.segmentCount() > 0 ? path.segmentAtTime(time) : std::nullopt;
   if (!begun) {
-    return {std::max(time, 0.0), 0, 0, 0};
+    return {time, 0, 0, 0};
   }
   const std::size_t segment = *begun;
   const double passed = time - path.timeAt(segment);

@@ -273,7 +273,7 @@ void useSeries() {
 void useEvents() {
   HeardEvents events;
   for (const wchar_t* const progId :
-       {kContextProgId, kContext2DProgId, kMeshProgId, kVue3DProgId, kVue2DProgId}) {
+       {kContextProgId, kContext2DProgId, kMeshProgId, kPathProgId, kVue3DProgId, kVue2DProgId}) {
     require(events.attach(createObject<IDispatch>(progId).Get()), "Vue");
   }
   // These end before what they are attached to.
@@ -283,7 +283,21 @@ void useEvents() {
   mesh->Charger(_bstr_t(L"no such file"));
 }
 
+void usePath() {
+  const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+  const auto tool = createObject<IZYNOutil>(kToolProgId);
+  const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  require(path->setPoints(doubleArray({0, 0, 0, 1, 2, 3, 4, 5, 6})), "setPoints");
+  require(path->putref_Outil(tool.Get()), "Outil");
+  require(path->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  require(path->put_ModeCouleur(1), "ModeCouleur");
+  ComPtr<IDispatch> copy;
+  require(path->Copie(&copy), "Copie");
+  path->ChargerGCode(_bstr_t(L"no such file"));
+}
+
 const SimpleClass kSimpleClasses[] = {
+    {"Trajet", usePath},
     {"Evenements", useEvents},
     {"Cote", useCote},
     {"Camera", useCamera},

@@ -29,6 +29,8 @@ const NamedClass kClasses[] = {
     {L"ZYNVue.ZYNEchelleCouleurs", CLSID_ZYNEchelleCouleurs},
     {L"ZYNVue.ZYNGroupe", CLSID_ZYNGroupe},
     {L"ZYNVue.ZYNGLMaillage", CLSID_ZYNGLMaillage},
+    {L"ZYNVue.ZYNGLTrajet", CLSID_ZYNGLTrajet},
+    {L"ZYNVue.ZYNOutil", CLSID_ZYNOutil},
     {L"ZYNVue.ZYNCamera", CLSID_ZYNCamera},
     {L"ZYNVue.ZYNEvenements", CLSID_ZYNEvenements},
     {L"ZYNModeleGeom.Rectangle", CLSID_RectangleGeom},

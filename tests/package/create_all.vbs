@@ -2,6 +2,7 @@
 names = Array("ZYNVue.ZYNVue2D", "ZYNVue.ZYNVue3D", "ZYNVue.ZYNGLTriangle", "ZYNVue.ZYNGLTexte", _
               "ZYNVue.ZYNGLBitmap", "ZYNVue.ZYN2DGLBitmapContext", "ZYNVue.ZYN3dGLBitmapContext", _
               "ZYNVue.ZYNVue2DChild", "ZYNVue.ZYNGLCote", "ZYNVue.ZYNEchelleCouleurs", "ZYNVue.ZYNGroupe", "ZYNVue.ZYNGLMaillage", "ZYNVue.ZYNCamera", _
+              "ZYNVue.ZYNGLTrajet", "ZYNVue.ZYNOutil", _
               "ZYNVue.ZYNEvenements", "ZYNVue.ZYNSerie", "ZYNVue.ZYNCarte", _
               "ZYNModeleGeom.Rectangle", "ZYNModeleGeom.Box2D", _
               "ZYNModeleGeom.Box3D", "ZYNModeleGeom.Point", "ZYNModeleGeom.Couleur", "ZYNModeleGeom.Polyligne")

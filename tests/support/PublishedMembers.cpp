@@ -442,6 +442,66 @@ PublishedMembers mesh() {
       .method(35, "Extraire(VARIANT Faces) -> IDispatch* Maillage");
 }
 
+PublishedMembers tool() {
+  return PublishedMembers("IZYNOutil", 13)
+      .getput(1, "Diametre", "double")
+      .getput(2, "RayonCoin", "double")
+      .getput(3, "LongueurCoupe", "double")
+      .getput(4, "Longueur", "double")
+      .getput(5, "DiametrePorte", "double")
+      .getput(6, "LongueurPorte", "double")
+      .method(7, "setColor(double r, double g, double b, double alpha)");
+}
+
+PublishedMembers toolPath() {
+  return PublishedMembers("IZYNGLTrajet", 61)
+      .method(1, "setPoints3D(VARIANT x, VARIANT y, VARIANT Z)")
+      .method(2, "setPoints(VARIANT XYZ)")
+      .method(3,
+              "AjouterPoints(VARIANT XYZ, optional VARIANT Types, optional VARIANT Vitesses, "
+              "optional VARIANT Lignes)")
+      .method(4, "setTypes(VARIANT Types)")
+      .method(5, "setVitesses(VARIANT Vitesses)")
+      .method(6, "setLignes(VARIANT Lignes)")
+      .getput(7, "VitesseAvance", "double")
+      .getput(8, "VitesseRapide", "double")
+      .get(9, "NbPoints", "long")
+      .get(10, "NbSegments", "long")
+      .method(11, "getPoints() -> VARIANT XYZ")
+      .method(12, "getTypes() -> VARIANT Types")
+      .method(13, "getVitesses() -> VARIANT Vitesses")
+      .method(14, "getLignes() -> VARIANT Lignes")
+      .get(15, "Boite", "VARIANT")
+      .method(16, "Copie() -> IDispatch* Trajet")
+      .getput(17, "Position", "double")
+      .getput(18, "PositionTemps", "double")
+      .getput(19, "PositionSegment", "long")
+      .getput(20, "PositionLigne", "long")
+      .get(21, "Longueur", "double")
+      .get(22, "Duree", "double")
+      .method(23, "getPosition() -> VARIANT Point")
+      .method(24, "setCouleurType(long Type, double r, double g, double b, double alpha)")
+      .method(25, "setTypeVisible(long Type, VARIANT_BOOL Visible)")
+      .method(26, "getTypeVisible(long Type) -> VARIANT_BOOL Visible")
+      .getput(27, "RapidesVisibles", "VARIANT_BOOL")
+      .getput(28, "EpaisseurTrait", "double")
+      .getput(29, "StyleRapides", "long")
+      .getput(30, "ModeCouleur", "long")
+      .getput(31, "EchelleCouleurs", "IDispatch*")
+      .putref(31, "EchelleCouleurs", "IDispatch*")
+      .method(32, "setCouleurFait(double r, double g, double b, double alpha)")
+      .getput(33, "Decalage", "double")
+      .getput(34, "Outil", "IDispatch*")
+      .putref(34, "Outil", "IDispatch*")
+      .getput(35, "NomSelection", "long")
+      .method(36, "ChargerGCode(BSTR Fichier)")
+      .getput(37, "Tolerance", "double")
+      .getput(38, "CodesInconnus", "long")
+      .get(39, "NbCodesIgnores", "long")
+      .getput(40, "SauterBlocs", "VARIANT_BOOL")
+      .getput(41, "RetraitPercage", "double");
+}
+
 PublishedMembers camera() {
   return PublishedMembers("IZYNCamera", 29)
       .method(1, "setOeil(double x, double y, double Z)")
@@ -527,28 +587,13 @@ PublishedMembers furtherOfContext3D() {
 }  // namespace
 
 std::vector<PublishedMembers> publishedByZYNVue() {
-  std::vector<PublishedMembers> members = {view3D(),
-                                           view2D(),
-                                           triangle(),
-                                           text(),
-                                           sprite(),
-                                           context2D(),
-                                           context3D(),
-                                           PublishedMembers("IZYNVue2DChild", 0),
-                                           dimension(),
-                                           colourScale(),
-                                           furtherEvents(),
-                                           group(),
-                                           mesh(),
-                                           camera(),
-                                           further3D(),
-                                           further2D(),
-                                           furtherOfContext2D(),
-                                           furtherOfContext3D(),
-                                           furtherOfText(),
-                                           events3D(),
-                                           events2D(),
-                                           furtherEventsFired()};
+  std::vector<PublishedMembers> members = {
+      view3D(),        view2D(),      triangle(),           text(),
+      sprite(),        context2D(),   context3D(),          PublishedMembers("IZYNVue2DChild", 0),
+      dimension(),     colourScale(), furtherEvents(),      group(),
+      mesh(),          tool(),        toolPath(),           camera(),
+      further3D(),     further2D(),   furtherOfContext2D(), furtherOfContext3D(),
+      furtherOfText(), events3D(),    events2D(),           furtherEventsFired()};
   const std::vector<PublishedMembers> graphs = publishedOfGraphs();
   members.insert(members.begin(), graphs.begin(), graphs.end());
   return members;

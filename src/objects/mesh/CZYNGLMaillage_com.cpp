@@ -10,7 +10,6 @@
 #include "com/NumericArrayVariant_com.h"
 #include "com/TextValues_com.h"
 #include "com/arguments_com.h"
-#include "com/askFor_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
 #include "model/Measures.h"
@@ -36,10 +35,6 @@ std::vector<std::int32_t> integersOf(const std::vector<std::uint32_t>& numbers) 
 
 }  // namespace
 
-CZYNGLMaillage::CZYNGLMaillage() { scale().join(*this); }
-
-CZYNGLMaillage::~CZYNGLMaillage() { scale().leave(*this); }
-
 template <class Body>
 HRESULT CZYNGLMaillage::changeExtent(Body body) noexcept {
   return automation(*this, [&] {
@@ -54,7 +49,7 @@ HRESULT CZYNGLMaillage::changeValues(Body body) noexcept {
     const bool hadValues = !model_.mesh().values.empty();
     body();
     if (hadValues || !model_.mesh().values.empty()) {
-      scale().valuesChanged();
+      scale_.scale().valuesChanged();
     }
   });
 }
@@ -127,11 +122,14 @@ STDMETHODIMP CZYNGLMaillage::setValeurs(VARIANT Valeurs) noexcept {
 }
 
 STDMETHODIMP CZYNGLMaillage::get_EchelleCouleurs(IDispatch** pVal) noexcept {
-  return automation(*this, [&] { return pVal ? scaleDispatch_.CopyTo(pVal) : E_POINTER; });
+  return automation(*this, [&] { return scale_.give(pVal); });
 }
 
 STDMETHODIMP CZYNGLMaillage::put_EchelleCouleurs(IDispatch* newVal) noexcept {
-  return changeLook([&] { useScale(newVal); });
+  return changeLook([&] {
+    scale_.choose(newVal);
+    currentScale_.reset();
+  });
 }
 
 STDMETHODIMP CZYNGLMaillage::putref_EchelleCouleurs(IDispatch* newVal) noexcept {
@@ -274,7 +272,7 @@ HRESULT CZYNGLMaillage::giveLike(Mesh mesh, IDispatch** place) const {
   made->model_.take(std::move(mesh));
   made->model_.setSmoothAngle(model_.smoothAngle());
   made->look_ = look_;
-  made->useScale(scaleDispatch_.Get());
+  made->scale_.choose(scale_.object());
   *place = static_cast<IZYNGLMaillage*>(made.Get());
   (*place)->AddRef();
   return S_OK;
@@ -468,25 +466,12 @@ const MeshScale* CZYNGLMaillage::currentScale() {
     currentScale_.reset();
     return nullptr;
   }
-  SharedScale& shared = scale();
+  SharedScale& shared = scale_.scale();
   if (!currentScale_ || currentScale_->revision != shared.revision() ||
       currentScale_->meshRevision != model_.revision()) {
     currentScale_ = std::make_unique<const MeshScale>(shared.scale(), shared.revision(), model_);
   }
   return currentScale_.get();
-}
-
-/// Null for its own.
-void CZYNGLMaillage::useScale(IDispatch* object) {
-  const auto wanted = askFor<IScaleObject>(object);
-  if (object && !wanted) {
-    throw badArgument(L"EchelleCouleurs", L"a ZYNVue.ZYNEchelleCouleurs is wanted");
-  }
-  scale().leave(*this);
-  scaleDispatch_ = object;
-  scaleObject_ = wanted;
-  currentScale_.reset();
-  scale().join(*this);
 }
 
 }  // namespace zyn

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <wrl/client.h>
-
 #include <memory>
 #include <optional>
 
@@ -9,7 +7,7 @@
 #include "contract/IProgressSource_com.h"
 #include "contract/SceneObject_com.h"
 #include "objects/mesh/MeshPainter_gl.h"
-#include "objects/scale/IScaleObject_com.h"
+#include "objects/scale/ScaleChoice_com.h"
 
 namespace zyn {
 
@@ -20,9 +18,6 @@ class CZYNGLMaillage final
       private ScaleUser {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLMaillage";
-
-  CZYNGLMaillage();
-  ~CZYNGLMaillage();
 
   STDMETHODIMP setSommets(VARIANT XYZ) noexcept override;
   STDMETHODIMP setFaces(VARIANT Indices) noexcept override;
@@ -100,8 +95,6 @@ class CZYNGLMaillage final
 
   void paint(const MeshPass& pass);
   const MeshScale* currentScale();
-  SharedScale& scale() { return scaleObject_ ? scaleObject_->sharedScale() : ownScale_; }
-  void useScale(IDispatch* object);
   /// A new object that looks like this one, with another mesh.
   HRESULT giveLike(Mesh mesh, IDispatch** place) const;
 
@@ -110,10 +103,8 @@ class CZYNGLMaillage final
   MeshLists lists_;
 
   ProgressListeners listeners_;
-  SharedScale ownScale_;
-  Microsoft::WRL::ComPtr<IDispatch> scaleDispatch_;  ///< null: its own
-  Microsoft::WRL::ComPtr<IScaleObject> scaleObject_;
   std::unique_ptr<const MeshScale> currentScale_;  ///< as it was last used
+  ScaleChoice scale_{*this};
 };
 
 }  // namespace zyn

@@ -27,6 +27,8 @@ class ColourPalette {
   /// `place`: 0 low end to 1 high end, and not beyond.
   Colour at(double place) const;
 
+  bool operator==(const ColourPalette&) const = default;
+
  private:
   Kind kind_;
   std::vector<Colour> own_;
@@ -76,6 +78,8 @@ struct ColourScale {
 
   Colour colourOf(double value) const;
   ColourPalette::Colour colourAtPlace(double place) const;
+
+  bool operator==(const ColourScale&) const = default;
 };
 
 /// The scale as a texture, for surfaces whose corners have values: their texture coordinates are

@@ -71,7 +71,7 @@ class CZYNCarte::Item final : public PlotItem {
   void draw(const PlotPlace& place, const BarPlace&, const DrawColour&,
             DrawnLayer& layer) override {
     if (object_) {
-      SharedScale& shared = object_->scale();
+      SharedScale& shared = object_->scale_.scale();
       const std::uint64_t revision = shared.revision();
       drawMap(*map_, shared.scale(), revision, place, layer);
     }
@@ -82,18 +82,9 @@ class CZYNCarte::Item final : public PlotItem {
   std::shared_ptr<PlotMap> map_;
 };
 
-CZYNCarte::CZYNCarte() : itemOfMap_(std::make_shared<Item>(*this, map_)), item_(itemOfMap_) {
-  scale().join(*this);
-}
+CZYNCarte::CZYNCarte() : itemOfMap_(std::make_shared<Item>(*this, map_)), item_(itemOfMap_) {}
 
-CZYNCarte::~CZYNCarte() {
-  scale().leave(*this);
-  itemOfMap_->objectEnds();
-}
-
-SharedScale& CZYNCarte::scale() noexcept {
-  return scaleObject_ ? scaleObject_->sharedScale() : own_;
-}
+CZYNCarte::~CZYNCarte() { itemOfMap_->objectEnds(); }
 
 template <class Body>
 HRESULT CZYNCarte::change(Body body) noexcept {
@@ -115,7 +106,7 @@ STDMETHODIMP CZYNCarte::setValeurs(VARIANT Valeurs) noexcept {
       map_->x1 = static_cast<double>(grid.columns);
       map_->y1 = static_cast<double>(grid.rows);
     }
-    scale().valuesChanged();
+    scale_.scale().valuesChanged();
   });
 }
 
@@ -154,27 +145,15 @@ STDMETHODIMP CZYNCarte::getEtendue(VARIANT* Retour) noexcept {
 }
 
 STDMETHODIMP CZYNCarte::get_EchelleCouleurs(IDispatch** pVal) noexcept {
-  return automation(*this, [&] { return pVal ? scaleDispatch_.CopyTo(pVal) : E_POINTER; });
+  return automation(*this, [&] { return scale_.give(pVal); });
 }
 
 STDMETHODIMP CZYNCarte::put_EchelleCouleurs(IDispatch* newVal) noexcept {
-  return change([&] { useScale(newVal); });
+  return change([&] { scale_.choose(newVal); });
 }
 
 STDMETHODIMP CZYNCarte::putref_EchelleCouleurs(IDispatch* newVal) noexcept {
   return put_EchelleCouleurs(newVal);
-}
-
-/// Null for its own.
-void CZYNCarte::useScale(IDispatch* object) {
-  const auto wanted = askFor<IScaleObject>(object);
-  if (object && !wanted) {
-    throw badArgument(L"EchelleCouleurs", L"a ZYNVue.ZYNEchelleCouleurs is wanted");
-  }
-  scale().leave(*this);
-  scaleDispatch_ = object;
-  scaleObject_ = wanted;
-  scale().join(*this);
 }
 
 STDMETHODIMP CZYNCarte::get_Interpolation(LONG* pVal) noexcept {

@@ -6,7 +6,7 @@
 
 #include "ZYNVUE.h"
 #include "com/ComClass_com.h"
-#include "objects/scale/IScaleObject_com.h"
+#include "objects/scale/ScaleChoice_com.h"
 #include "objects/series/IPlotted_com.h"
 #include "plot/PlotMap.h"
 
@@ -52,8 +52,6 @@ class CZYNCarte final : public ComClass<CZYNCarte, Dual<IZYNCarte>, IPlotted>, p
 
   template <class Body>
   HRESULT change(Body body) noexcept;
-  SharedScale& scale() noexcept;
-  void useScale(IDispatch* object);
 
   const std::shared_ptr<PlotMap> map_ = std::make_shared<PlotMap>();
   std::shared_ptr<Item> itemOfMap_;
@@ -61,10 +59,8 @@ class CZYNCarte final : public ComClass<CZYNCarte, Dual<IZYNCarte>, IPlotted>, p
   bool hasExtent_ = false;  ///< set by the host
   std::wstring name_;
   LONG selectionName_ = -1;
-  SharedScale own_;
-  Microsoft::WRL::ComPtr<IScaleObject> scaleObject_;  ///< null: its own
-  Microsoft::WRL::ComPtr<IDispatch> scaleDispatch_;
   SceneWatch watch_;
+  ScaleChoice scale_{*this};
 };
 
 }  // namespace zyn

@@ -1,0 +1,298 @@
+#include "objects/path/PathPainter_gl.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "glcontext/StateGuards_gl.h"
+#include "glcontext/VertexArrays_gl.h"
+#include "toolpath/SegmentPick.h"
+
+namespace zyn {
+
+namespace {
+
+/// Segments that are compiled together.
+constexpr std::size_t kChunk = 4096;
+
+constexpr GLushort kDashes = 0x1F1F;  // five pixels, and three without
+constexpr double kLargestFactor = 256;
+
+/// Moves what is drawn towards the viewer, for a scope, by a length that is as long as `pixels`
+/// where it is: in its depth only, it stays in its place on the screen.
+class TowardsViewer {
+ public:
+  TowardsViewer(double pixels, double viewportWidth)
+      : matrixMode_(enumState(GL_MATRIX_MODE)), saved_(matrixState(GL_PROJECTION_MATRIX)) {
+    if (!(pixels > 0)) {
+      return;
+    }
+    const double step = std::abs(saved_[10]) * pixels * 2 / (std::abs(saved_[0]) * viewportWidth);
+    GlMatrix moved = saved_;
+    for (std::size_t column = 0; column < 4 && std::isfinite(step); ++column) {
+      moved[4 * column + 2] -= step * saved_[4 * column + 3];
+    }
+    load(moved);
+    isMoved_ = true;
+  }
+  ~TowardsViewer() {
+    if (isMoved_) {
+      load(saved_);
+    }
+  }
+  TowardsViewer(const TowardsViewer&) = delete;
+  TowardsViewer& operator=(const TowardsViewer&) = delete;
+
+ private:
+  void load(const GlMatrix& matrix) const {
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixd(matrix.data());
+    glMatrixMode(matrixMode_);
+  }
+
+  GLenum matrixMode_;
+  GlMatrix saved_;
+  bool isMoved_ = false;
+};
+
+double viewportWidth() {
+  GLint viewport[4]{};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  return viewport[2];
+}
+
+/// Segments that follow one another; the first and the last may be cut off.
+struct Stretch {
+  std::size_t first;
+  std::size_t end;
+  std::optional<PathPoint> from{};
+  std::optional<PathPoint> to{};
+};
+
+class PathPainter {
+ public:
+  PathPainter(const PathModel& model, const PathLook& look, const SpeedColours* speeds,
+              const PathPass& pass, PathLists& lists)
+      : path_(model.path()),
+        model_(model),
+        look_(look),
+        speeds_(speeds),
+        pass_(pass),
+        lists_(lists) {}
+
+  void draw();
+  void drawForPick() const;
+
+ private:
+  bool isByProgress() const { return look_.mode == PathLook::kByProgress; }
+  double shift() const;
+  void fill(const Stretch& stretch);
+  std::vector<std::int32_t> typesIn(const Stretch& stretch) const;
+  void emit(const Stretch& stretch, std::int32_t type);
+  bool use(std::int32_t type, bool isDone) const;
+  void drawAtOnce(const Stretch& stretch, bool isDone);
+  void drawChunk(std::size_t chunk, bool isDone);
+  void drawSplitChunk(const Stretch& stretch);
+  std::array<GLfloat, 3> vertexOf(const PathPoint& place) const {
+    return {static_cast<GLfloat>(place[0]), static_cast<GLfloat>(place[1]),
+            pass_.isFlat ? 0 : static_cast<GLfloat>(place[2])};
+  }
+
+  const ToolPath& path_;
+  const PathModel& model_;
+  const PathLook& look_;
+  const SpeedColours* speeds_;
+  const PathPass& pass_;
+  PathLists& lists_;
+  VertexArrays arrays_;
+  std::vector<VertexArrays::Run> runs_;
+};
+
+/// In pixels. While a list is recorded the matrices are not those with which it will be drawn.
+double PathPainter::shift() const {
+  return pass_.isFlat || isRecording() ? 0 : look_.offset * pass_.pixelScale;
+}
+
+/// The vertices of a stretch, each with the colour of the segment that leads to it.
+void PathPainter::fill(const Stretch& stretch) {
+  arrays_.clear();
+  arrays_.positions.reserve(kChunk + 1);
+  for (std::size_t point = stretch.first; point <= stretch.end; ++point) {
+    arrays_.positions.push_back(vertexOf(path_.pointAt(point)));
+  }
+  if (stretch.from) {
+    arrays_.positions.front() = vertexOf(*stretch.from);
+  }
+  if (stretch.to) {
+    arrays_.positions.back() = vertexOf(*stretch.to);
+  }
+  if (!speeds_) {
+    return;
+  }
+  arrays_.colours.assign(arrays_.positions.size(), {});
+  for (std::size_t segment = stretch.first; segment < stretch.end; ++segment) {
+    const auto [r, g, b, alpha] = speeds_->scale.colourOf(path_.speedOf(segment));
+    arrays_.colours[segment + 1 - stretch.first] = {
+        static_cast<GLfloat>(r), static_cast<GLfloat>(g), static_cast<GLfloat>(b),
+        static_cast<GLfloat>(alpha * pass_.opacity)};
+  }
+}
+
+std::vector<std::int32_t> PathPainter::typesIn(const Stretch& stretch) const {
+  std::vector<std::int32_t> types;
+  for (std::size_t segment = stretch.first; segment < stretch.end; ++segment) {
+    const std::int32_t type = path_.typeOf(segment);
+    if (types.empty() || types.back() != type) {
+      types.push_back(type);
+    }
+  }
+  std::ranges::sort(types);
+  types.erase(std::unique(types.begin(), types.end()), types.end());
+  return types;
+}
+
+/// The segments of one type, of which those that follow one another are one line. The arrays hold
+/// the stretch.
+void PathPainter::emit(const Stretch& stretch, std::int32_t type) {
+  runs_.clear();
+  for (std::size_t segment = stretch.first; segment < stretch.end; ++segment) {
+    if (path_.typeOf(segment) != type) {
+      continue;
+    }
+    const auto vertex = static_cast<GLint>(segment - stretch.first);
+    if (!runs_.empty() && runs_.back().first + runs_.back().count == vertex + 1) {
+      ++runs_.back().count;
+    } else {
+      runs_.push_back({vertex, 2});
+    }
+  }
+  if (type != segment_type::kRapid || !speeds_) {
+    arrays_.draw(GL_LINE_STRIP, runs_);
+    return;
+  }
+  VertexArrays plain;  // rapids keep their colour
+  plain.positions.swap(arrays_.positions);
+  plain.draw(GL_LINE_STRIP, runs_);
+  plain.positions.swap(arrays_.positions);
+}
+
+/// Sets how a type is drawn; false where it is hidden.
+bool PathPainter::use(std::int32_t type, bool isDone) const {
+  const PathLook::Type own = look_.typeOf(type);
+  if (!own.isVisible) {
+    return false;
+  }
+  const auto& [r, g, b, alpha] = isDone ? look_.doneColour : own.colour;
+  glColor4d(r, g, b, alpha * pass_.opacity);
+  setEnabled(GL_LINE_STIPPLE, type == segment_type::kRapid && look_.dashesRapids);
+  return true;
+}
+
+void PathPainter::drawAtOnce(const Stretch& stretch, bool isDone) {
+  fill(stretch);
+  for (const std::int32_t type : typesIn(stretch)) {
+    if (use(type, isDone)) {
+      emit(stretch, type);
+    }
+  }
+}
+
+void PathPainter::drawChunk(std::size_t chunk, bool isDone) {
+  const Stretch stretch{chunk * kChunk, std::min(path_.segmentCount(), (chunk + 1) * kChunk)};
+  if (!pass_.lists) {
+    drawAtOnce(stretch, isDone);
+    return;
+  }
+  const PathLists::Source source{.revision = model_.revision(),
+                                 .segments = stretch.end - stretch.first,
+                                 .colours = speeds_ ? speeds_->number : 0,
+                                 .opacity = speeds_ ? pass_.opacity : 1,
+                                 .isFlat = pass_.isFlat};
+  const auto types = [&] {
+    fill(stretch);
+    return typesIn(stretch);
+  };
+  const auto* const pieces = lists_.piecesOf(pass_.lists, chunk, source, types,
+                                             [&](std::int32_t type) { emit(stretch, type); });
+  if (!pieces) {
+    drawAtOnce(stretch, isDone);
+    return;
+  }
+  for (const PathLists::Piece& piece : *pieces) {
+    if (use(piece.type, isDone)) {
+      glCallList(piece.list);
+    }
+  }
+}
+
+/// The chunk in which the place is: nothing of it is compiled, since the place moves.
+void PathPainter::drawSplitChunk(const Stretch& stretch) {
+  const PathPlace& place = model_.place();
+  const PathPoint from = path_.pointAt(place.segment);
+  const PathPoint to = path_.pointAt(place.segment + 1);
+  PathPoint cut{};  // of the chord
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    cut[axis] = from[axis] + place.share * (to[axis] - from[axis]);
+  }
+  drawAtOnce({stretch.first, place.segment + 1, {}, cut}, true);
+  drawAtOnce({place.segment, stretch.end, cut, {}}, false);
+}
+
+void PathPainter::draw() {
+  const UnlitColour colour(0, 0, 0, 1);
+  const PushedAttributes saved(GL_LIGHTING_BIT | GL_LINE_BIT | GL_ENABLE_BIT);
+  const AutoGLLineWidth width(look_.width * pass_.pixelScale);
+  const TowardsViewer scope(shift(), viewportWidth());
+  glShadeModel(GL_FLAT);
+  glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
+                kDashes);
+  const PathPlace& place = model_.place();
+  for (std::size_t first = 0; first < path_.segmentCount(); first += kChunk) {
+    const std::size_t end = std::min(path_.segmentCount(), first + kChunk);
+    const bool isDone =
+        isByProgress() && (end <= place.segment || (end == place.segment + 1 && place.share >= 1));
+    if (isByProgress() && !isDone && first <= place.segment &&
+        (first < place.segment || place.share > 0)) {
+      drawSplitChunk({first, end});
+    } else {
+      drawChunk(first / kChunk, isDone);
+    }
+  }
+}
+
+void PathPainter::drawForPick() const {
+  if (look_.name < 0) {
+    return;
+  }
+  // Surfaces count with their nearest point in the pick, about half of its width before a line.
+  constexpr double kPickWidth = 2;
+  const TowardsViewer scope(shift(), pass_.query ? kPickWidth : viewportWidth());
+  const GlMatrix clip =
+      product(matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX));
+  const auto segment = nearestSegment(
+      path_, model_.tree(),
+      {clip, pass_.isFlat, [&](std::int32_t type) { return look_.typeOf(type).isVisible; }});
+  if (!segment) {
+    return;
+  }
+  const SelectionNames names(0, look_.name, false);
+  const SelectionNames segmentName(0, static_cast<GLint>(*segment), false);
+  glBegin(GL_LINES);
+  glVertex3fv(vertexOf(path_.pointAt(*segment)).data());
+  glVertex3fv(vertexOf(path_.pointAt(*segment + 1)).data());
+  glEnd();
+}
+
+}  // namespace
+
+void drawPath(const PathModel& model, const PathLook& look, const SpeedColours* speeds,
+              const PathPass& pass, PathLists& lists) {
+  PathPainter painter(model, look, speeds, pass, lists);
+  if (enumState(GL_RENDER_MODE) == GL_SELECT) {
+    painter.drawForPick();
+  } else {
+    painter.draw();
+  }
+}
+
+}  // namespace zyn

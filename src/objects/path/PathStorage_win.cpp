@@ -1,0 +1,28 @@
+#include "objects/path/PathStorage_win.h"
+
+#include <windows.h>
+
+#include "gcode/GCodeError.h"
+#include "platform/Failure_win.h"
+#include "platform/InputFile_win.h"
+#include "platform/Utf8_win.h"
+#include "toolpath/PathBuilder.h"
+
+namespace zyn {
+
+LoadedPath loadGCode(const std::wstring& file, const PathLoading& loading,
+                     const Progress& progress) {
+  const FileBytes bytes = readFile(file);
+  PathBuilder builder(loading.tolerance);
+  try {
+    const std::size_t skipped = readGCode(bytes.view(), loading.options, builder, progress);
+    return {builder.take(), skipped};
+  } catch (const GCodeError& error) {
+    throw Failure(E_FAIL, file + L", line " + std::to_wstring(error.line()) + L", column " +
+                              std::to_wstring(error.column()) + L": " + wideOf(error.what()));
+  } catch (const Aborted&) {
+    throw Failure(E_ABORT, file + L": stopped by an event");
+  }
+}
+
+}  // namespace zyn
