@@ -68,8 +68,13 @@ CodeGroup groupOfM(int code) { return kMCodes.of(code); }
 std::string wordName(char letter) { return {static_cast<char>(letter - 'a' + 'A')}; }
 
 std::string codeName(char letter, int code) {
-  const std::string whole = wordName(letter) + std::to_string(code / 10);
-  return code % 10 == 0 ? whole : whole + "." + std::to_string(code % 10);
+  std::string name = wordName(letter);
+  name += std::to_string(code / 10);
+  if (code % 10 != 0) {
+    name += '.';
+    name += std::to_string(code % 10);
+  }
+  return name;
 }
 
 }  // namespace zyn
