@@ -27,8 +27,6 @@ class ColourPalette {
   /// `place`: 0 low end to 1 high end, and not beyond.
   Colour at(double place) const;
 
-  bool operator==(const ColourPalette&) const = default;
-
  private:
   Kind kind_;
   std::vector<Colour> own_;
@@ -78,8 +76,6 @@ struct ColourScale {
 
   Colour colourOf(double value) const;
   ColourPalette::Colour colourAtPlace(double place) const;
-
-  bool operator==(const ColourScale&) const = default;
 };
 
 /// The scale as a texture, for surfaces whose corners have values: their texture coordinates are
