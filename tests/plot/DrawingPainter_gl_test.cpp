@@ -117,7 +117,9 @@ TEST_F(DrawingPainterTest, APointOnItsOwnIsADot) {
   stroke.leastDot = 3;
   const DrawnLines lone{stroke, {{{20.5, 30.5}}, {0}}};
   EXPECT_EQ(painted(lone).count(kRed), 9);
-  Curve curve(1);
+  Curve curve(2);
+  curve.points = PointSequence({20.5}, {30.5});
+  curve.boxes = RunBoxes(curve.points);
   EXPECT_EQ(painted(traceOf(curve, stroke)).count(kRed), 9);
   stroke.dashes = {4, 2};
   EXPECT_EQ(painted(traceOf(curve, stroke)).count(kRed), 9);
