@@ -120,7 +120,7 @@ std::optional<TrueTypeSubset> TrueTypeSubset::make(const ReadFontTable& read) {
   font.metricsCount_ = read16(lines, 34);
   font.count_ = read16(font.tables_["maxp"], 4);
   const bool isWhole = head.size() >= 54 && lines.size() >= 36 &&
-                       font.tables_["maxp"].size() >= 6 && font.em_ >= 16 &&
+                       font.tables_["maxp"].size() >= 6 && font.em_ >= 16 && font.count_ > 0 &&
                        font.metricsCount_ > 0 && !font.tables_["glyf"].empty();
   if (!isWhole) {
     return std::nullopt;
@@ -130,6 +130,9 @@ std::optional<TrueTypeSubset> TrueTypeSubset::make(const ReadFontTable& read) {
 }
 
 std::uint16_t TrueTypeSubset::add(std::uint16_t glyph) {
+  if (glyph >= count_) {
+    return 0;
+  }
   const auto [place, isNew] = numbers_.emplace(glyph, static_cast<std::uint16_t>(glyphs_.size()));
   if (isNew) {
     glyphs_.push_back(glyph);
@@ -182,8 +185,13 @@ std::vector<std::uint8_t> TrueTypeSubset::file() const {
   Bytes places;
   Bytes metrics;
   append(places, 0, 4);
+  std::size_t left = tables_.at("glyf").size();  // outlines that overlap could take any room
   for (std::size_t i = 0; i < whole.glyphs_.size(); ++i) {  // which grow
     Bytes outline = outlineOf(whole.glyphs_[i]);
+    if (outline.size() > left) {
+      outline.clear();
+    }
+    left -= outline.size();
     forEachComponent(
         outline, [&](std::size_t at) { write(outline, at, whole.add(read16(outline, at)), 2); });
     outlines.insert(outlines.end(), outline.begin(), outline.end());

@@ -18,7 +18,8 @@ class TrueTypeSubset {
   /// None for a font without outlines of this kind, or a broken one.
   static std::optional<TrueTypeSubset> make(const ReadFontTable& read);
 
-  /// The number that a glyph of the font gets, or has.
+  /// The number that a glyph of the font gets, or has; 0, that of the missing glyph, for what the
+  /// font does not have.
   std::uint16_t add(std::uint16_t glyph);
 
   std::size_t size() const { return glyphs_.size(); }
