@@ -219,6 +219,62 @@ TEST_F(DrawingPainterTest, AreasReachToTheirBase) {
   EXPECT_EQ(at(image, 28, 25), kWhite);
 }
 
+/// How far a place lies within a convex outline, whose corners run counterclockwise; below 0
+/// outside.
+double depthWithin(const std::vector<PlanePoint>& outline, const PlanePoint& at) {
+  double depth = 1e9;
+  for (std::size_t i = 0; i < outline.size(); ++i) {
+    const PlanePoint& from = outline[i];
+    const PlanePoint& to = outline[(i + 1) % outline.size()];
+    const double x = to.x - from.x;
+    const double y = to.y - from.y;
+    depth = std::min(depth, (x * (at.y - from.y) - y * (at.x - from.x)) / std::hypot(x, y));
+  }
+  return depth;
+}
+
+TEST_F(DrawingPainterTest, PolygonsCoverThePixelsWhoseMiddlesTheyHold) {
+  std::mt19937 random(3);
+  std::uniform_real_distribution<double> within(-10, kSide + 10);
+  std::uniform_real_distribution<double> radius(2, 30);
+  std::uniform_int_distribution<int> corners(3, 9);
+  const PixelBox clip{4, 60, 6, 58};
+  for (int round = 0; round < 50; ++round) {
+    DrawnPolygons polygons{{1, 0, 0, 0.5}, {}};
+    std::vector<std::vector<PlanePoint>> outlines;
+    for (int i = 0; i < 3; ++i) {
+      const PlanePoint middle{within(random), within(random)};
+      const PlanePoint radii{radius(random), radius(random)};
+      const int count = corners(random);
+      auto& outline = outlines.emplace_back();
+      for (int corner = 0; corner < count; ++corner) {
+        const double angle = 2 * 3.14159265358979 * corner / count + round;
+        outline.push_back(
+            {middle.x + radii.x * std::cos(angle), middle.y + radii.y * std::sin(angle)});
+      }
+      polygons.outlines.starts.push_back(polygons.outlines.points.size());
+      polygons.outlines.points.insert(polygons.outlines.points.end(), outline.begin(),
+                                      outline.end());
+    }
+    const Image image = painted(polygons, clip);
+    for (int y = 0; y < kSide; ++y) {
+      for (int x = 0; x < kSide; ++x) {
+        double white = 1;
+        bool isOnEdge = false;
+        for (const auto& outline : outlines) {
+          const double depth = depthWithin(outline, {x + 0.5, y + 0.5});
+          isOnEdge = isOnEdge || std::abs(depth) < 0.01;
+          if (depth > 0 && clip.holds(x + 0.5, y + 0.5)) white /= 2;
+        }
+        if (!isOnEdge) {
+          ASSERT_NEAR(at(image, x, y).g, 255 * white, 3) << x << ", " << y;
+          ASSERT_EQ(at(image, x, y).r, 255);
+        }
+      }
+    }
+  }
+}
+
 TEST_F(DrawingPainterTest, MarkersCoverPartsOfPixels) {
   DrawnMarkers markers{.shape = MarkerShape::kCircle,
                        .size = 10,
