@@ -90,6 +90,9 @@ void PlotLegend::fit(double width, double height, bool isFlat) {
     columns_ = std::min(mostColumns, dividedUp(count, mostRows));
     rows_ = std::min(mostRows, dividedUp(count, columns_));
   }
+  if (columns_ * rows_ == 1 && count > 1) {
+    columns_ = rows_ = 0;  // a number without a name
+  }
 }
 
 double PlotLegend::width() const {
@@ -163,27 +166,38 @@ void PlotLegend::draw(const PixelBox& box, PlotLayout& layout) const {
   layout.legend = box;
   DrawnLayer& layer = layout.inFront.emplace_back();
   drawTextGround(box, *input_.theme, measures_.line, layer);
-  for (std::size_t i = 0; i < input_.entries.size(); ++i) {
-    const bool hasRoom = i < columns_ * rows_;
-    layout.entries.push_back(hasRoom ? entryBox(i, box) : PixelBox());
-    if (hasRoom) {
-      drawEntry(input_.entries[i], layout.entries.back(), layer);
-    }
+  const std::size_t count = input_.entries.size();
+  const std::size_t places = columns_ * rows_;
+  const std::size_t shown = count <= places ? count : places - 1;
+  layout.entries.resize(count);
+  for (std::size_t i = 0; i < shown; ++i) {
+    layout.entries[i] = entryBox(i, box);
+    drawEntry(input_.entries[i], layout.entries[i], layer);
+  }
+  if (shown < count) {
+    drawName("\u2026 +" + std::to_string(count - shown), nameStyle(true), entryBox(shown, box),
+             layer);
   }
 }
 
 void PlotLegend::drawEntry(const LegendEntry& entry, const PixelBox& box, DrawnLayer& layer) const {
-  const double half = measures_.emHeight / 2;
-  const double middle = (box.bottom + box.top) / 2;
   if (entry.drawSample) {
+    const double half = measures_.emHeight / 2;
+    const double middle = (box.bottom + box.top) / 2;
     entry.drawSample({box.left, box.left + sample_, middle - half, middle + half}, layer);
   }
-  const TextStyle style = nameStyle(entry.isShown);
-  const LaidText name = placer_.layOutWithin(nameWidth_, entry.name, style);
-  if (!name.isEmpty()) {
-    DrawnText text = name.drawn;
-    text.start = {box.left + sample_ + gap_ - name.box.left,
-                  std::round(middle - placer_.digitsOf(style).middle())};
+  drawName(entry.name, nameStyle(entry.isShown),
+           {box.left + sample_ + gap_, box.right, box.bottom, box.top}, layer);
+}
+
+/// Cut where it is too long.
+void PlotLegend::drawName(const std::string& name, const TextStyle& style, const PixelBox& box,
+                          DrawnLayer& layer) const {
+  const LaidText laid = placer_.layOutWithin(box.width(), name, style);
+  if (!laid.isEmpty()) {
+    DrawnText text = laid.drawn;
+    const double middle = (box.bottom + box.top) / 2;
+    text.start = {box.left - laid.box.left, std::round(middle - placer_.digitsOf(style).middle())};
     layer.items.emplace_back(text);
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "plot/PlotLayout.h"
 #include "plot/PlotMeasures.h"
@@ -14,8 +15,8 @@ class PlotLegend {
   PlotLegend(const PlotInput& input, const PlotMeasures& measures, const TextPlacer& placer);
 
   /// Arranges it in a room: flat in as many columns as that has room for, else in as few as it
-  /// takes. Names that are too long are cut, entries without room left out; it is empty where none
-  /// has room.
+  /// takes. Names that are too long are cut; the last place tells how many entries have no room.
+  /// It is empty where not even one name has room.
   void fit(double width, double height, bool isFlat);
 
   bool isEmpty() const { return columns_ * rows_ == 0; }
@@ -36,6 +37,8 @@ class PlotLegend {
   double columnWidth() const { return sample_ + gap_ + nameWidth_; }
   PixelBox entryBox(std::size_t i, const PixelBox& box) const;
   void drawEntry(const LegendEntry& entry, const PixelBox& box, DrawnLayer& layer) const;
+  void drawName(const std::string& name, const TextStyle& style, const PixelBox& box,
+                DrawnLayer& layer) const;
 
   const PlotInput& input_;
   const PlotMeasures& measures_;

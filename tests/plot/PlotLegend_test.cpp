@@ -205,7 +205,7 @@ TEST_F(PlotLegendTest, NamesThatAreTooLongAreCut) {
   EXPECT_EQ(std::ranges::count_if(texts, [](auto& text) { return text.text.ends_with("nn…"); }), 1);
 }
 
-TEST_F(PlotLegendTest, EntriesWithoutRoomAreLeftOut) {
+TEST_F(PlotLegendTest, TheLastPlaceCountsEntriesWithoutRoom) {
   for (int i = 0; i < 200; ++i) {
     addEntries({"number " + std::to_string(i)});
   }
@@ -215,6 +215,14 @@ TEST_F(PlotLegendTest, EntriesWithoutRoomAreLeftOut) {
   EXPECT_TRUE(layout.entries[201].isEmpty());
   EXPECT_TRUE(layout.area.holds(layout.legend));
   EXPECT_GT(layout.entries[20].left, layout.entries[0].right);  // in several columns
+  const auto isShown = [](const PixelBox& box) { return !box.isEmpty(); };
+  const auto shown = std::ranges::count_if(layout.entries, isShown);
+  EXPECT_EQ(std::ranges::ssize(samples), shown);
+  const PixelBox count = inkOfText(layout, "\u2026 +" + std::to_string(202 - shown));
+  EXPECT_TRUE(layout.legend.holds(count));
+  for (const PixelBox& entry : layout.entries) {
+    EXPECT_FALSE(entry.overlaps(count));
+  }
   page.width = 60;
   page.height = 40;
   EXPECT_TRUE(layOut().legend.isEmpty());
