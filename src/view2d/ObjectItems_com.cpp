@@ -2,10 +2,12 @@
 
 #include <wrl/client.h>
 
+#include <cmath>
 #include <memory>
 #include <utility>
 
 #include "glcontext/StateQuery_gl.h"
+#include "objects/picture/CZYNGLBitmap_com.h"
 #include "view/FeedbackPass_gl.h"
 #include "view2d/FeedbackItems.h"
 
@@ -29,6 +31,34 @@ DrawnTrace traceOf(const TraceShape& shape, const ComPtr<IDispatch>& object,
   return trace;
 }
 
+/// Of a sprite, which draws pixels: OpenGL tells only their place.
+std::optional<DrawnImage> imageOf(const DrawElem& element, const WindowMapping& mapping,
+                                  const ListPass& pass) {
+  const auto* const sprite = dynamic_cast<const CZYNGLBitmap*>(element.own);
+  if (!sprite || !sprite->shape().image) {
+    return std::nullopt;
+  }
+  const SpriteShape& shape = sprite->shape();
+  const double scale = pass.texts.pixelScale;
+  const auto edge = [&](const auto& along, double origin) {
+    return std::round(along.at(shape.position.x, shape.position.y, 0) - origin * scale);
+  };
+  const double left = edge(mapping.x, shape.originX);
+  const double bottom = edge(mapping.y, shape.originY);
+  return DrawnImage{
+      shape.image,
+      {left, left + shape.image->width * scale, bottom, bottom + shape.image->height * scale}};
+}
+
+/// What is known of an element better than OpenGL's feedback tells it.
+std::optional<DrawnItem> itemOf(const DrawElem& element, const WindowMapping& mapping,
+                                const ListPass& pass) {
+  if (const auto shape = element.own ? element.own->traceShape(pass.logs) : std::nullopt) {
+    return traceOf(*shape, element.object, mapping, pass);
+  }
+  return imageOf(element, mapping, pass);
+}
+
 }  // namespace
 
 std::optional<WindowMapping> shownMapping() {
@@ -47,14 +77,13 @@ void appendObjects(CListTrace& list, const ListPass& pass, std::vector<DrawnItem
   if (!mapping) {
     return;
   }
-  std::vector<DrawnTrace> traces;
+  std::vector<DrawnItem> known;
   const std::vector<float> buffer = runColouredFeedbackPass([&] {
-    traces.clear();
+    known.clear();
     list.forEach([&](DrawElem& element) {
-      const auto shape = element.own ? element.own->traceShape(pass.logs) : std::nullopt;
-      if (shape) {
-        glPassThrough(static_cast<GLfloat>(traces.size()));
-        traces.push_back(traceOf(*shape, element.object, *mapping, pass));
+      if (auto item = itemOf(element, *mapping, pass)) {
+        glPassThrough(static_cast<GLfloat>(known.size()));
+        known.push_back(std::move(*item));
       } else {
         CListTrace::draw2D(element, pass);
       }
@@ -63,8 +92,8 @@ void appendObjects(CListTrace& list, const ListPass& pass, std::vector<DrawnItem
   readFeedback(
       buffer, pass.texts.pixelScale,
       [&](std::size_t number) {
-        if (number < traces.size()) {
-          items.emplace_back(std::move(traces[number]));
+        if (number < known.size()) {
+          items.push_back(std::move(known[number]));
         }
       },
       items);

@@ -13,6 +13,7 @@
 #include "support/LateBinding_win.h"
 #include "support/OffscreenContext_win.h"
 #include "support/Paper_win.h"
+#include "support/Pictures_win.h"
 #include "support/Scene_win.h"
 #include "support/TempFolder_win.h"
 
@@ -81,7 +82,7 @@ class ContextScene : public GraphScene {
   Graph graph_{context_.get()};
 };
 
-/// A trace, a triangle and a text of the draw list within a graph.
+/// A trace, triangles and a sprite of the draw list within a graph.
 class ObjectScene : public GraphScene {
  public:
   ObjectScene() {
@@ -95,6 +96,11 @@ class ObjectScene : public GraphScene {
     for (const auto& each : makeRectangle(2, 4, 5, 9, 0, kGreen, 1)) {
       require(host_->Add(each.Get(), 0), "Add");
     }
+    const auto sprite = createObject<IZYNGLBitmap>(kSpriteProgId);
+    require(sprite->putref_Picture(pictureOfBitmap24(makeQuarters(80, 60)).Get()), "Picture");
+    require(sprite->setPosition(6.03, 1.02, 0), "setPosition");
+    require(sprite->setOrigine(5, 7), "setOrigine");
+    require(host_->Add(sprite.Get(), 0), "Add");
     words = {L"10"};
   }
   IDispatch* object() override { return host_.get(); }

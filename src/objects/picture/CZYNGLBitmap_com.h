@@ -27,6 +27,8 @@ class CZYNGLBitmap final : public SceneObject<CZYNGLBitmap, Dual<IZYNGLBitmap>, 
   STDMETHODIMP Copie(IDispatch** BmpCpy) noexcept override;
   STDMETHODIMP getPosition(double* x, double* y, double* Z) noexcept override;
 
+  const SpriteShape& shape() const { return shape_; }
+
   STDMETHODIMP Draw3D(int mode) noexcept override;
   STDMETHODIMP Draw2D(int mode) noexcept override;
 
