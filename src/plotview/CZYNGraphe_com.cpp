@@ -272,6 +272,20 @@ std::int32_t CZYNGraphe::nameOf(const PlotItem& item) const {
   return -1;
 }
 
+bool CZYNGraphe::hasNames() const noexcept {
+  return std::any_of(shown_.begin(), shown_.end(), [](const Shown& shown) {
+    return shown.plotted && shown.plotted->plotName() >= 0;
+  });
+}
+
+void CZYNGraphe::tellChange(const PlotItem& item) const noexcept {
+  for (const Shown& shown : shown_) {
+    if (shown.item.get() == &item && shown.plotted) {
+      shown.plotted->plotWatch().tell(SceneChange::kLook);
+    }
+  }
+}
+
 STDMETHODIMP CZYNGraphe::get_ZoneTrace(VARIANT* pVal) noexcept {
   return automation(*this, [&] {
     const PixelBox area = core_->layout().area;

@@ -53,8 +53,12 @@ class CZYNGraphe final : public ComClass<CZYNGraphe, Dual<IZYNGraphe>>, private 
   /// What an entry of the plot was made of; null for one that is gone.
   Microsoft::WRL::ComPtr<IDispatch> objectOf(const PlotItem& item) const;
 
+  /// Tells all graphs that show what an entry was made of that it looks different.
+  void tellChange(const PlotItem& item) const noexcept;
+
   /// The name by which an entry answers in picking; negative for none.
   std::int32_t nameOf(const PlotItem& item) const;
+  bool hasNames() const noexcept;
 
  private:
   /// Something that is shown, and its place in the watch that tells of its changes.

@@ -12,6 +12,9 @@ namespace {
 
 bool isLogarithmic(const PlotAxis& axis) { return axis.kind == AxisKind::kLog10; }
 
+/// Ranges that are kept to come back to.
+constexpr std::size_t kMostHistory = 100;
+
 AxisLogs logsOf(const Plot::Entry& entry) {
   return {isLogarithmic(*entry.x), isLogarithmic(*entry.y)};
 }
@@ -228,6 +231,9 @@ void Plot::pushHistory() {
     ranges.push_back({axis, rangeOf(*axis), axis->isAuto});
   }
   history_.push_back(std::move(ranges));
+  if (history_.size() > kMostHistory) {
+    history_.pop_front();
+  }
 }
 
 bool Plot::popHistory() {

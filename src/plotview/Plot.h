@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -73,7 +74,7 @@ class Plot {
   /// All axes show what there is; they follow again.
   void fit();
 
-  /// Ranges to come back to.
+  /// Ranges to come back to; of very many the newest.
   void pushHistory();
   bool popHistory();
 
@@ -108,7 +109,7 @@ class Plot {
   std::vector<Entry> entries_;
   std::optional<Box3> backdrop_;
   std::vector<PlotBar> bars_;
-  std::vector<std::vector<Remembered>> history_;
+  std::deque<std::vector<Remembered>> history_;
   bool follows_ = false;
   bool isSuspended_ = false;
   std::uint64_t revision_ = 1;

@@ -101,6 +101,8 @@ void CZYNVue2D::seriesClicked(const PlotItem& item) {
   }
 }
 
+void CZYNVue2D::seriesHiddenOrShown(const PlotItem& item) { graphObject_->tellChange(item); }
+
 void CZYNVue2D::drawPlotInWindow(const std::shared_ptr<ContextResources>& resources) {
   const ComPtr<CZYNGraphe> graph = graphObject_;  // what is drawn may end the view's hold on it
   GraphCore& core = graph->core();
@@ -200,15 +202,7 @@ VectorPicture CZYNVue2D::vectorsOf(
   return picture;
 }
 
-bool CZYNVue2D::hasNamedPlots() const noexcept {
-  if (!isPlot()) {
-    return false;
-  }
-  const auto& entries = graphObject_->core().plot.entries();
-  return std::any_of(entries.begin(), entries.end(), [this](const Plot::Entry& entry) {
-    return graphObject_->nameOf(*entry.item) >= 0;
-  });
-}
+bool CZYNVue2D::hasNamedPlots() const noexcept { return isPlot() && graphObject_->hasNames(); }
 
 /// Entries with names, then what is in the selection list.
 PickRecords CZYNVue2D::pickPlot(const PickRegion& region,

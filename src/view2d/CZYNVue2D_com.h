@@ -120,6 +120,7 @@ class CZYNVue2D final : public ViewControl<CZYNVue2D, IZYNVue2D2, IZYNVue2D, Mou
   double clickReach() const override;
   void cursorMoved(std::size_t number) override;
   void seriesClicked(const PlotItem& item) override;
+  void seriesHiddenOrShown(const PlotItem& item) override;
 
   // MouseHost2D
   void fireMouseDown(MouseButton button, const Point& at) noexcept override;

@@ -136,6 +136,7 @@ bool PlotPlane::letGo(PixelPoint at) {
   const PlotMouse::Outcome outcome = mouse_.release(placeOf(at));
   if (outcome.clickedEntry) {
     const auto item = plot_.entries()[*outcome.clickedEntry].item;
+    listener_.seriesHiddenOrShown(*item);
     listener_.seriesClicked(*item);
   }
   return outcome.isChanged;

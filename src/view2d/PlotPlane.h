@@ -18,6 +18,9 @@ class PlotListener {
   virtual void cursorMoved(std::size_t number) = 0;
   virtual void seriesClicked(const PlotItem& item) = 0;
 
+  /// By the legend; other graphs may show it too.
+  virtual void seriesHiddenOrShown(const PlotItem& item) = 0;
+
  protected:
   ~PlotListener() = default;
 };

@@ -415,6 +415,32 @@ TEST_F(GrapheTest, ClicksInTheLegendHideAndShow) {
   EXPECT_EQ(hidden, 1);
 }
 
+TEST_F(GrapheTest, AClickInTheLegendIsSeenByOtherGraphs) {
+  const View2DHost otherHost({300, 200});
+  const Graph other(otherHost.get());
+  other->put_Actif(VARIANT_TRUE);
+  require(other.add(series_.Get()), "Ajouter");
+  queryFor<IZYNVue2D2>(otherHost.get())->put_RedessinAuto(VARIANT_TRUE);
+  UpdateWindow(otherHost.window());
+  series_->put_Nom(bstr(L"first"));
+  graph_.legend()->put_Visible(VARIANT_TRUE);
+  graph_.legend()->put_Position(3);
+  UpdateWindow(otherHost.window());
+  const Image before = otherHost.shown();
+  EXPECT_NEAR(rangeOf(other.axis(1).Get())[1], 21, 1e-9);
+  host_.paint();
+  const Numbers area = graph_.area();
+  for (int y = int(area[1]); y < area[1] + 40; y += 4) {
+    if (valueOf(series_.Get(), &IZYNSerie::get_Visible) == VARIANT_TRUE) {
+      host_.drag({{int(area[2]) - 25, y}});
+    }
+  }
+  ASSERT_EQ(valueOf(series_.Get(), &IZYNSerie::get_Visible), VARIANT_FALSE);
+  EXPECT_NEAR(rangeOf(other.axis(1).Get())[1], 1, 1e-9) << "nothing is there to be seen";
+  UpdateWindow(otherHost.window());
+  EXPECT_FALSE(otherHost.shown() == before);
+}
+
 TEST_F(GrapheTest, CursorsReadAndAreDragged) {
   const auto cursors = graph_.cursors();
   cursors->put_Visible(VARIANT_TRUE);
