@@ -177,7 +177,6 @@ void measureAppending(Report& report, const Sizes& sizes) {
   _variant_t x;
   _variant_t y;
   const auto prepare = [&] {
-    growing.paint();
     Curve next(more, 1, end);
     for (int i = 0; i < more; ++i) {
       next.x[static_cast<std::size_t>(i)] = end + static_cast<double>(i) / count;
@@ -185,6 +184,7 @@ void measureAppending(Report& report, const Sizes& sizes) {
     x = test::doubleArray(next.x);
     y = test::doubleArray(next.y);
     end += static_cast<double>(more) / count;
+    growing.paint();
   };
   const auto append = [&] {
     require(series->AjouterPoints(x, y), "AjouterPoints");

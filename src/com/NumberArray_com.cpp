@@ -57,10 +57,16 @@ std::size_t sizeOf(VARTYPE type) {
   }
 }
 
-std::optional<double> numberIn(const VARIANT& value, bool takesDates) {
+using Elements = NumberArray::Elements;
+
+std::optional<double> numberIn(const VARIANT& value, Elements elements) {
+  const bool isMeasured = elements == Elements::kMeasured;
   switch (V_VT(&value)) {
+    case VT_EMPTY:
+    case VT_NULL:
+      return isMeasured ? std::optional(std::numeric_limits<double>::quiet_NaN()) : std::nullopt;
     case VT_DATE:
-      return takesDates ? std::optional(V_DATE(&value)) : std::nullopt;
+      return isMeasured ? std::optional(V_DATE(&value)) : std::nullopt;
     case VT_R8:
       return V_R8(&value);
     case VT_R4:
@@ -98,20 +104,20 @@ std::optional<double> numberIn(const VARIANT& value, bool takesDates) {
 std::wstring element(std::size_t index) { return L"element " + std::to_wstring(index); }
 
 /// Whether the property is a number, which is then given.
-bool readNumber(IDispatch& object, const std::wstring& name, bool takesDates, double& number) {
+bool readNumber(IDispatch& object, const std::wstring& name, Elements elements, double& number) {
   OwnedVariant value;
   if (FAILED(readProperty(object, name, value))) {
     return false;
   }
-  const std::optional<double> found = numberIn(*value.get(), takesDates);
+  const std::optional<double> found = numberIn(*value.get(), elements);
   number = found.value_or(0);
   return found.has_value();
 }
 
 }  // namespace
 
-NumberArray::NumberArray(const wchar_t* name, const VARIANT& argument, Dates dates)
-    : name_(name), takesDates_(dates == Dates::kTaken) {
+NumberArray::NumberArray(const wchar_t* name, const VARIANT& argument, Elements elements)
+    : name_(name), elements_(elements) {
   try {
     take(argument);
   } catch (...) {
@@ -156,7 +162,8 @@ void NumberArray::take(const VARIANT& argument) {
 }
 
 void NumberArray::takeArray(VARTYPE type, SAFEARRAY* array) {
-  type_ = type == VT_DATE && takesDates_ ? static_cast<VARTYPE>(VT_R8) : plainType(type);
+  type_ = type == VT_DATE && elements_ == Elements::kMeasured ? static_cast<VARTYPE>(VT_R8)
+                                                              : plainType(type);
   if (sizeOf(type_) == 0) {
     throw badArgument(name_, L"an array of numbers is wanted, these are of another type");
   }
@@ -184,7 +191,7 @@ void NumberArray::takeVariants() {
   const std::span variants(static_cast<const VARIANT*>(data_), count());
   numbers_.reserve(variants.size());
   for (const VARIANT& value : variants) {
-    const auto number = numberIn(value, takesDates_);
+    const auto number = numberIn(value, elements_);
     if (!number) {
       throw badArgument(name_, element(numbers_.size()) + L" is no number");
     }
@@ -197,7 +204,7 @@ void NumberArray::takeVariants() {
 void NumberArray::takeScriptObject(IDispatch& object) {
   const Microsoft::WRL::ComPtr<IDispatch> alive(&object);
   double length = 0;
-  if (!readNumber(object, L"length", false, length) ||
+  if (!readNumber(object, L"length", Elements::kNumbers, length) ||
       !(length >= 0 && length <= kMostScriptElements)) {
     throw badArgument(name_, L"an array of numbers is wanted, this is another object");
   }
@@ -205,7 +212,7 @@ void NumberArray::takeScriptObject(IDispatch& object) {
   while (numbers_.size() < wanted) {
     double number = 0;
     const std::size_t index = numbers_.size();
-    if (!readNumber(object, std::to_wstring(index), takesDates_, number)) {
+    if (!readNumber(object, std::to_wstring(index), elements_, number)) {
       throw badArgument(name_, element(index) + L" is no number");
     }
     numbers_.push_back(number);

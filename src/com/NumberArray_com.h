@@ -19,11 +19,13 @@ namespace zyn {
 /// Keeps the caller's array locked, and does not copy it, while it lives.
 class NumberArray {
  public:
-  /// Whether dates are numbers: days since 1899-12-30.
-  enum class Dates { kRefused, kTaken };
+  /// What elements may be. Values measured may be dates too, which are days since 1899-12-30, and
+  /// Empty or Null (a script's undefined or null), which are NaN: scripts have no other way to say
+  /// that there is none.
+  enum class Elements { kNumbers, kMeasured };
 
   /// Throws badArgument for `name`, which is to outlive this. May run code of a script's object.
-  NumberArray(const wchar_t* name, const VARIANT& argument, Dates dates = Dates::kRefused);
+  NumberArray(const wchar_t* name, const VARIANT& argument, Elements elements = Elements::kNumbers);
   ~NumberArray();
   NumberArray(const NumberArray&) = delete;
   NumberArray& operator=(const NumberArray&) = delete;
@@ -71,7 +73,7 @@ class NumberArray {
   std::vector<To> checked(Check check) const;
 
   const wchar_t* name_;
-  bool takesDates_;
+  Elements elements_;
   SAFEARRAY* locked_ = nullptr;
   VARTYPE type_ = VT_R8;
   const void* data_ = nullptr;  ///< the first row's first number; columns lie one after the other

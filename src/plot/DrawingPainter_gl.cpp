@@ -85,6 +85,7 @@ ReducedPath pathOf(const DrawnTrace& trace, const PixelBox& seen) {
   grid.right = seen.right;
   grid.bottom = seen.bottom;
   grid.top = seen.top;
+  grid.isDashed = true;
   grid.depthStep = std::numeric_limits<double>::infinity();
   return reducePath({*trace.points, *trace.boxes, trace.mapping, true}, grid);
 }

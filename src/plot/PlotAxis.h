@@ -20,8 +20,9 @@ constexpr bool isHorizontal(AxisSide side) {
 struct PlotAxis {
   AxisSide side = AxisSide::kBottom;
   AxisKind kind = AxisKind::kLinear;
-  ValueRange range{};  ///< that is shown where it is not chosen by itself
-  bool isAuto = true;  ///< the range is that of what is shown by the axis
+  ValueRange range{};    ///< that is shown where it is not chosen by itself
+  bool isAuto = true;    ///< the range is that of what is shown by the axis
+  bool hasWidth = true;  ///< false where following began with nothing to show: it widens then
   bool isInverted = false;
 
   std::string title;                   ///< UTF-8

@@ -132,11 +132,11 @@ Plot::Axis CZYNGraphe::axisIn(const wchar_t* name, const VARIANT& argument,
   if (V_VT(&value) == (VT_BYREF | VT_DISPATCH) && V_DISPATCHREF(&value)) {
     return axisOf(*V_DISPATCHREF(&value));
   }
-  const std::vector<double> side = numbersIn(name, value);
-  if (side.size() != 1 || !(side[0] >= 0 && side[0] <= 3) || std::floor(side[0]) != side[0]) {
+  const auto side = numberIn(value);
+  if (!side || !(*side >= 0 && *side <= 3) || std::floor(*side) != *side) {
     throw badArgument(name, L"is neither a side from 0 to 3 nor an axis");
   }
-  return core_->plot.axis(static_cast<AxisSide>(static_cast<int>(side[0])));
+  return core_->plot.axis(static_cast<AxisSide>(static_cast<int>(*side)));
 }
 
 STDMETHODIMP CZYNGraphe::RetirerAxe(IDispatch* Axe) noexcept {

@@ -121,16 +121,17 @@ std::optional<ValueRange> Plot::shownBy(const PlotAxis& axis) const {
   return sum;
 }
 
-std::optional<double> Plot::newestX() const {
+std::optional<double> Plot::newestX(const PlotAxis& axis) const {
   std::optional<double> newest;
   for (const Entry& entry : entries_) {
     const auto series = entry.item->series();
-    if (!series || !series->isVisible) {
+    if (entry.x.get() != &axis || !series || !series->isVisible) {
       continue;
     }
     const PointSequence& points = series->data.points();
     for (std::size_t i = points.end(); i > points.first(); --i) {
-      if (const double x = points.x(i - 1); std::isfinite(x)) {
+      const double x = points.x(i - 1);
+      if (std::isfinite(x) && (x > 0 || !isLogarithmic(axis))) {
         newest = std::max(newest.value_or(x), x);
         break;
       }
@@ -139,11 +140,16 @@ std::optional<double> Plot::newestX() const {
   return newest;
 }
 
-/// The same width, with the newest x at its end.
-ValueRange Plot::following(const PlotAxis& axis, const ValueRange& range) const {
-  const auto newest = newestX();
+/// The same width, with the newest x at its end; all there is where no width has been chosen.
+ValueRange Plot::following(const PlotAxis& axis) const {
+  const auto newest = newestX(axis);
+  const ValueRange& range = axis.range;
   if (!newest) {
     return range;
+  }
+  if (!axis.hasWidth) {
+    const ValueRange all{autoRange(axis.kind, shownBy(axis)).min, *newest};
+    return canShow(axis, all) ? all : range;
   }
   const ValueRange moved = axis.kind == AxisKind::kLog10
                                ? ValueRange{*newest / (range.max / range.min), *newest}
@@ -153,7 +159,7 @@ ValueRange Plot::following(const PlotAxis& axis, const ValueRange& range) const 
 
 ValueRange Plot::rangeOf(const PlotAxis& axis) const {
   if (isFollowing() && isHorizontal(axis.side)) {
-    return following(axis, axis.range);
+    return following(axis);
   }
   return axis.isAuto ? autoRange(axis.kind, shownBy(axis)) : axis.range;
 }
@@ -174,6 +180,7 @@ bool Plot::isVisible(const PlotAxis& axis) const {
 void Plot::fixRange(PlotAxis& axis, const ValueRange& range) {
   axis.range = range;
   axis.isAuto = false;
+  axis.hasWidth = true;
   changed();
 }
 
@@ -197,6 +204,7 @@ void Plot::setKind(PlotAxis& axis, AxisKind kind) {
 void Plot::setFollowing(bool follows) {
   for (const Axis& axis : axes_) {
     if (isHorizontal(axis->side)) {
+      axis->hasWidth = !axis->isAuto || shownBy(*axis);
       axis->range = rangeOf(*axis);
     }
   }

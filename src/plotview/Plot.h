@@ -102,8 +102,8 @@ class Plot {
   };
 
   std::optional<ValueRange> shownBy(const PlotAxis& axis) const;
-  std::optional<double> newestX() const;
-  ValueRange following(const PlotAxis& axis, const ValueRange& range) const;
+  std::optional<double> newestX(const PlotAxis& axis) const;
+  ValueRange following(const PlotAxis& axis) const;
 
   std::vector<Axis> axes_;
   std::vector<Entry> entries_;

@@ -1,6 +1,7 @@
 #include "trace/PathReduction.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <optional>
 
@@ -64,7 +65,7 @@ class Walk {
       const std::size_t length = RunBoxes::length(level);
       const std::size_t last = trace_.points.end();
       const std::size_t end = i + length + 1 < last ? i + length : last;
-      if (takeBox(trace_.boxes.run(level, i / length), i, end)) {
+      if (takeBox(trace_.boxes.run(level, RunBoxes::runWith(i, level)), i, end)) {
         return end;
       }
     }
@@ -73,12 +74,10 @@ class Walk {
 
   /// On how many levels a box begins with this point.
   std::size_t levelsAt(std::size_t i) const {
-    std::size_t level = 0;
-    std::size_t length = RunBoxes::kFan;
-    while (level < trace_.boxes.levels() && i % length == 0 &&
-           i / length < trace_.boxes.endRun(level)) {
-      ++level;
-      length *= RunBoxes::kFan;
+    const auto beginning = static_cast<std::size_t>(std::countr_zero(i)) / RunBoxes::kFanBits;
+    std::size_t level = std::min(trace_.boxes.levels(), beginning);
+    while (level > 0 && RunBoxes::runWith(i, level - 1) >= trace_.boxes.endRun(level - 1)) {
+      --level;
     }
     return level;
   }
@@ -138,7 +137,7 @@ class Reduction {
       return take(walk_.extentOf(box.box), {first, end - 1});
     }
     const bool isInSight = lineIsOpen_ && !run_.isOutside();
-    if (!walk_.isUnseen(box) || (trace_.isStable && isInSight)) {
+    if (!walk_.isUnseen(box) || (trace_.isStable && (isInSight || grid_.isDashed))) {
       return false;
     }
     if (lineIsOpen_ && !points_.isGap(first)) {

@@ -100,12 +100,4 @@ RunBox RunBoxes::all() const {
   return levels_.empty() ? nothing() : levels_.back()[levels_.back().first()];
 }
 
-std::size_t RunBoxes::length(std::size_t level) {
-  std::size_t length = kFan;
-  for (; level > 0; --level) {
-    length *= kFan;
-  }
-  return length;
-}
-
 }  // namespace zyn

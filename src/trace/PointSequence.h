@@ -82,7 +82,8 @@ struct RunBox {
 /// have numbers as points have: run i of a level begins with point i * length(level).
 class RunBoxes {
  public:
-  static constexpr std::size_t kFan = 16;
+  static constexpr unsigned kFanBits = 4;
+  static constexpr std::size_t kFan = std::size_t{1} << kFanBits;
 
   RunBoxes() = default;
   explicit RunBoxes(const PointSequence& points) { follow(points); }
@@ -101,7 +102,11 @@ class RunBoxes {
   RunBox all() const;
 
   /// Number of segments in each run of a level but the last: its first points lie that far apart.
-  static std::size_t length(std::size_t level);
+  static constexpr std::size_t length(std::size_t level) { return kFan << kFanBits * level; }
+  /// The run of a level that holds a point: of two, the one that begins with it.
+  static constexpr std::size_t runWith(std::size_t point, std::size_t level) {
+    return point >> kFanBits * (level + 1);
+  }
 
  private:
   struct Change;

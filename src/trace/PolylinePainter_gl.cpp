@@ -183,6 +183,34 @@ void drawPath(const VertexSpace& space, const ReducedPath& path, const ClipBand*
   }
 }
 
+/// Draws the path as lines of their own, which OpenGL gets at once: nothing goes on along these.
+void drawSegments(const VertexSpace& space, const ReducedPath& path, const ClipBand& band) {
+  const Places places = path.places;
+  std::vector<Point> alone;
+  glBegin(GL_LINES);
+  for (std::size_t i = 0; i < path.starts.size(); ++i) {
+    const std::size_t start = path.starts[i];
+    const std::size_t end = i + 1 < path.starts.size() ? path.starts[i + 1] : places.size();
+    if (end - start == 1) {
+      alone.push_back(places[start]);
+    }
+    for (std::size_t k = start + 1; k < end; ++k) {
+      const auto segment =
+          band.clip({places[k - 1].x, places[k - 1].y}, {places[k].x, places[k].y});
+      if (segment) {
+        space.vertex(segment->from.x, segment->from.y, 0);
+        space.vertex(segment->to.x, segment->to.y, 0);
+      }
+    }
+  }
+  glEnd();
+  glBegin(GL_POINTS);
+  for (const Point& place : alone) {
+    space.vertex(place.x, place.y, 0);
+  }
+  glEnd();
+}
+
 /// Lights the pixels of each span where they lie in the window now, as far as they can be seen:
 /// OpenGL may lose the last pixel of lines that it clips. From within the first one's diamond to
 /// within that of the pixel after the last one.
@@ -366,7 +394,7 @@ void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, doub
   grid.cellsPerPixel = 1;
   const PathCache::Entry& reduced = cache.reduced(trace, grid);
   const WindowMapping& before = reduced.mapping;
-  drawPath(space, reduced.path, &band);
+  drawSegments(space, reduced.path, band);
   const PlanePoint move{std::round(x.constant - before.x.constant),
                         std::round(y.constant - before.y.constant)};
   SpanFilling(floatState(GL_LINE_WIDTH), move, grid).fill(reduced.path.spans);

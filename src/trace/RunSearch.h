@@ -60,8 +60,8 @@ class RunSearch {
 
   /// At most kFan runs of a level: the most promising first.
   void visitBest(std::size_t level, const IndexRange& points) {
-    const std::size_t from = points.first / RunBoxes::length(level);
-    const std::size_t to = points.last / RunBoxes::length(level);
+    const std::size_t from = RunBoxes::runWith(points.first, level);
+    const std::size_t to = RunBoxes::runWith(points.last, level);
     std::array<double, RunBoxes::kFan> bounds;
     std::size_t best = from;
     for (std::size_t run = from; run <= to; ++run) {
@@ -94,8 +94,8 @@ class RunSearch {
   template <class Test>
   bool visitAbove(std::size_t level, double value, const IndexRange& points,
                   const Test& test) const {
-    const std::size_t length = RunBoxes::length(level);
-    for (std::size_t run = points.first / length; run <= points.last / length; ++run) {
+    const std::size_t last = RunBoxes::runWith(points.last, level);
+    for (std::size_t run = RunBoxes::runWith(points.first, level); run <= last; ++run) {
       if (!(boundOf(level, run) > value)) {
         continue;
       }

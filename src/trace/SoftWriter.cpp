@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kFew = 8;
 
 /// Pixels by which a line may miss a point.
-constexpr double kMiss = 0.05;
+constexpr double kMiss = 0.1;
 
 /// Pixels by which a run may reach beyond its ends and still be drawn as lines.
 constexpr double kBeyond = 0.5;
@@ -77,23 +77,61 @@ void SoftWriter::add(const CellRun& run) {
 
 void SoftWriter::addLong(const CellRun& run) {
   const auto [first, last] = run.points;
-  const AffineForm& along = run.along(trace_.mapping);
-  const AffineForm down = -along;
-  const std::size_t high = RunSearch(trace_, along).highest(run.points);
-  const std::size_t low = RunSearch(trace_, down).highest(run.points);
-  const Range reached{trace_.at(along, low), trace_.at(along, high)};
+  const Range reached = reachOf(run);
   const double beyond = beyondEnds(run, reached);
   const bool isSteep = beyond <= kBeside * reached.size();
   if (beyond > kBeyond && !isSteep) {
     addSpan(run, reached);
     return;
   }
-  follow(first);
+  leaveSpan();
+  if (!isReached(run, reached)) {
+    follow(first);
+  }
   if (beyond > kMiss && beyond <= kBeyond) {
+    const AffineForm& along = run.along(trace_.mapping);
+    const std::size_t high = RunSearch(trace_, along).highest(run.points);
+    const AffineForm down = -along;
+    const std::size_t low = RunSearch(trace_, down).highest(run.points);
     follow(std::min(low, high));
     follow(std::max(low, high));
   }
   follow(last);
+}
+
+/// Whether the line has come so near to the first point that it may go on from where it is: as near
+/// as the points of the run lie to the line anyway, or to what it shows of a peak.
+bool SoftWriter::isReached(const CellRun& run, const Range& reached) const {
+  if (!isOpen_ || path_.points.back() + 1 != run.points.first) {
+    return false;
+  }
+  const auto heightOf = [&](std::size_t i) { return trace_.at(run.along(trace_.mapping), i); };
+  const double here = heightOf(path_.points.back());
+  const double first = heightOf(run.points.first);
+  const double away = std::fabs(first - here);
+  if (away <= kBeyond) {
+    return true;
+  }
+  const bool hasCome = path_.points.size() - path_.starts.back() > 1;
+  const double come = hasCome ? here - heightOf(path_.points[path_.points.size() - 2]) : 0;
+  return away <= kBeside * reached.size() && come * (heightOf(run.points.last) - first) > 0;
+}
+
+/// What the points of a run cover along its column (or row). The boxes tell it but where they owe
+/// an end to the next run's first point, or to both coordinates at once.
+Range SoftWriter::reachOf(const CellRun& run) const {
+  const AffineForm& along = run.along(trace_.mapping);
+  const RunExtent& known = run.along();
+  const bool isAligned = along.x == 0 || along.y == 0;
+  const auto isOwn = [&run, isAligned](const IndexRange& points) {
+    return isAligned && points.last <= run.points.last;
+  };
+  const auto valueAt = [this, &along](std::size_t i) { return trace_.at(along, i); };
+  const AffineForm down = -along;
+  return {
+      isOwn(known.lowest) ? known.pixels.low : valueAt(RunSearch(trace_, down).highest(run.points)),
+      isOwn(known.highest) ? known.pixels.high
+                           : valueAt(RunSearch(trace_, along).highest(run.points))};
 }
 
 /// How far a run reaches beyond its ends.
@@ -131,11 +169,15 @@ void SoftWriter::addSpan(const CellRun& run, const Range& reached) {
   spanned_ = run;
 }
 
-void SoftWriter::follow(std::size_t i) {
+void SoftWriter::leaveSpan() {
   if (hasSpan_) {
     hasSpan_ = false;
     follow(spanned_.points.last);
   }
+}
+
+void SoftWriter::follow(std::size_t i) {
+  leaveSpan();
   if (isOpen_ && path_.points.back() == i) {
     return;
   }

@@ -32,10 +32,13 @@ class SoftWriter {
   };
 
   PlanePoint placeOf(std::size_t i) const { return {trace_.windowX(i), trace_.windowY(i)}; }
+  Range reachOf(const CellRun& run) const;
+  bool isReached(const CellRun& run, const Range& reached) const;
   double beyondEnds(const CellRun& run, const Range& reached) const;
   void addLong(const CellRun& run);
   void addSpan(const CellRun& run, const Range& reached);
   bool isBeside(const CellRun& run) const;
+  void leaveSpan();
   void follow(std::size_t i);
 
   const TraceInWindow& trace_;

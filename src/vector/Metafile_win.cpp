@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <numeric>
 #include <string>
 
 #include "core/PixelImage.h"
@@ -21,6 +22,9 @@ namespace {
 
 /// Units of the metafile in a pixel: it is printed, and shown larger than it is.
 constexpr double kUnits = 16;
+
+/// Figures that are filled at once: the time that GDI takes grows with their square.
+constexpr std::size_t kFigures = 256;
 
 struct CloseObject {
   void operator()(HGDIOBJ object) const { DeleteObject(object); }
@@ -149,11 +153,12 @@ class Recording final : private VectorSink {
   void fillOutlines(const PixelLines& outlines, const DrawColour& colour) override {
     const Polygons polygons = polygonsOf(outlines);
     const std::vector<INT> counts(polygons.counts.begin(), polygons.counts.end());
-    BeginPath(dc_);
-    PolyPolygon(dc_, polygons.points.data(), counts.data(), static_cast<int>(counts.size()));
-    EndPath(dc_);
+    const POINT* points = polygons.points.data();
     const RECT bounds = boundsOf(polygons);
-    fillPath(colour, bounds);
+    fillFigures(counts.size(), colour, bounds, [&](std::size_t first, std::size_t end) {
+      PolyPolygon(dc_, points, counts.data() + first, static_cast<int>(end - first));
+      points = std::accumulate(counts.data() + first, counts.data() + end, points);
+    });
     if (colour.alpha >= 1 && counts.size() == 1 && isLarge(bounds)) {
       ground_ = colour;
     }
@@ -161,17 +166,22 @@ class Recording final : private VectorSink {
 
   void fillDiscs(const std::vector<PlanePoint>& middles, double diameter,
                  const DrawColour& colour) override {
-    Polygons corners;
-    BeginPath(dc_);
-    for (const PlanePoint& at : middles) {
+    const auto boxAround = [&](const PlanePoint& at) {
       const double r = diameter / 2;
-      const RECT box = placeOf(PixelBox{at.x - r, at.x + r, at.y - r, at.y + r});
-      Ellipse(dc_, box.left, box.top, box.right, box.bottom);
+      return placeOf(PixelBox{at.x - r, at.x + r, at.y - r, at.y + r});
+    };
+    Polygons corners;
+    for (const PlanePoint& at : middles) {
+      const RECT box = boxAround(at);
       corners.points.push_back({box.left, box.top});
       corners.points.push_back({box.right, box.bottom});
     }
-    EndPath(dc_);
-    fillPath(colour, boundsOf(corners));
+    fillFigures(middles.size(), colour, boundsOf(corners), [&](std::size_t first, std::size_t end) {
+      for (std::size_t i = first; i < end; ++i) {
+        const RECT box = boxAround(middles[i]);
+        Ellipse(dc_, box.left, box.top, box.right, box.bottom);
+      }
+    });
   }
 
   void showText(const DrawnText& text) override {
@@ -273,6 +283,20 @@ class Recording final : private VectorSink {
     return ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_ROUND,
                         static_cast<DWORD>(std::max(unitsOf(stroke.width), 1L)), &brush, 0,
                         nullptr);
+  }
+
+  /// Fills figures that `add(first, end)` adds to a path, which cover no more than the bounds.
+  /// Translucent ones together: where they overlap they are one.
+  template <class Add>
+  void fillFigures(std::size_t count, const DrawColour& colour, const RECT& bounds,
+                   const Add& add) {
+    const std::size_t most = colour.alpha < 1 ? count : kFigures;
+    for (std::size_t first = 0; first < count; first += most) {
+      BeginPath(dc_);
+      add(first, std::min(first + most, count));
+      EndPath(dc_);
+      fillPath(colour, bounds);
+    }
   }
 
   /// Fills the path of the device context, which covers no more than the bounds.

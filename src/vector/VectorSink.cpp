@@ -168,6 +168,7 @@ class LayerOutput {
     grid.bottom = near.bottom;
     grid.top = near.top;
     grid.cellsPerPixel = kCellsPerPixel;
+    grid.isDashed = !item.stroke.dashes.empty();
     grid.depthStep = std::numeric_limits<double>::infinity();
     const TraceInWindow trace{*item.points, *item.boxes, item.mapping, true};
     stroke(linesOf(reducePath(trace, grid), item.mapping), item.stroke);

@@ -550,6 +550,20 @@ TEST_F(GrapheTest, FollowsTheNewestPoint) {
   expectRange(0, 16, 20);
 }
 
+TEST_F(GrapheTest, FollowingWidensWhereThereWasNothingToShow) {
+  series_->setPoints(doubleArray({}), doubleArray({}));
+  graph_->put_SuiviAuto(VARIANT_TRUE);
+  const Numbers top = rangeOf(graph_.axis(2).Get());
+  series_->AjouterPoints(doubleArray({100, 110}), doubleArray({1, 2}));
+  expectRange(0, 99.5, 110);
+  series_->AjouterPoints(doubleArray({200}), doubleArray({1}));
+  expectRange(0, 95, 200);
+  EXPECT_EQ(rangeOf(graph_.axis(2).Get()), top) << "by which nothing is shown";
+  graph_.axis(0)->setPlage(150, 200);
+  series_->AjouterPoints(doubleArray({210}), doubleArray({1}));
+  expectRange(0, 160, 210);
+}
+
 // --- what is drawn
 // ---------------------------------------------------------------------------------
 

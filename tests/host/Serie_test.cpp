@@ -53,6 +53,22 @@ TEST_F(SerieTest, KeepsPointsAsTheyCome) {
   EXPECT_EQ(valueOf(series_.Get(), &IZYNSerie::get_NbPoints), 0);
 }
 
+/// Scripts have no NaN.
+TEST_F(SerieTest, EmptyAndNullElementsAreGaps) {
+  _variant_t null;
+  V_VT(&null) = VT_NULL;
+  const _variant_t y = variantArray({_variant_t(1.0), _variant_t(), null, _variant_t(4L)});
+  ASSERT_EQ(series_->setPoints(doubleArray({1, 2, 3, 4}), y), S_OK);
+  const Numbers points = pointsOf(series_.Get());
+  EXPECT_EQ(points[1], 1);
+  EXPECT_TRUE(std::isnan(points[3]));
+  EXPECT_TRUE(std::isnan(points[5]));
+  EXPECT_EQ(points[7], 4);
+  EXPECT_EQ(statistics()[0], 2) << "values";
+  EXPECT_EQ(series_->setPoints(doubleArray({1}), variantArray({_variant_t(L"2.5")})), E_INVALIDARG)
+      << "texts are no numbers";
+}
+
 TEST_F(SerieTest, ARingDropsTheOldest) {
   setPoints({1, 2, 3, 4}, {1, 2, 3, 4});
   EXPECT_EQ(series_->put_Capacite(3), S_OK);

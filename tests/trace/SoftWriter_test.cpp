@@ -101,6 +101,25 @@ TEST(SoftWriterTest, NoiseIsASpanForEachColumn) {
   }
 }
 
+/// A steep slope with a little noise is a line for each column, which passes near all its points.
+TEST(SoftWriterTest, ASlopeWithNoiseIsALineForEachColumn) {
+  std::mt19937 random(1);
+  std::normal_distribution<double> normal(0, 0.2);
+  const PointSequence points = across(20000, [&](double x) {
+    return 50 + 45 * std::asin(std::sin(x / 5)) / 1.5708 + normal(random);
+  });
+  const ReducedPath path = reduced(points);
+  EXPECT_LT(path.points.size(), 2 * 200U);
+  double worst = 0;
+  for (std::size_t i = path.points.front(); i < path.points.back(); ++i) {
+    const auto next = std::upper_bound(path.points.begin(), path.points.end(), i);
+    const auto k = static_cast<std::size_t>(next - path.points.begin());
+    worst = std::max(
+        worst, distanceToSegment({points.x(i), points.y(i)}, path.places[k - 1], path.places[k]));
+  }
+  EXPECT_LT(worst, 1.2) << "noise of six deviations";
+}
+
 TEST(SoftWriterTest, SpansThatFollowEachOtherMeet) {
   const ReducedPath path = reduced(
       across(100000, [](double x) { return 50 + 40 * std::sin(x / 4) + std::sin(1e4 * x); }));

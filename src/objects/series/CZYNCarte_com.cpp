@@ -30,7 +30,8 @@ Grid gridOfRows(const VARIANT& argument) {
     VARIANT value{};
     V_VT(&value) = VT_DISPATCH;
     V_DISPATCH(&value) = row.Get();
-    const std::vector<double> numbers = NumberArray(L"Valeurs", value).doubles();
+    const std::vector<double> numbers =
+        NumberArray(L"Valeurs", value, NumberArray::Elements::kMeasured).doubles();
     if (grid.rows > 0 && numbers.size() != grid.columns) {
       throw badArgument(L"Valeurs", L"row " + std::to_wstring(grid.rows) + L" has " +
                                         std::to_wstring(numbers.size()) +
@@ -47,7 +48,7 @@ Grid gridIn(const VARIANT& argument) {
   if (V_VT(&argument) == VT_DISPATCH && V_DISPATCH(&argument)) {
     return gridOfRows(argument);
   }
-  const NumberArray array(L"Valeurs", argument);
+  const NumberArray array(L"Valeurs", argument, NumberArray::Elements::kMeasured);
   if (array.isEmpty()) {
     return {};
   }

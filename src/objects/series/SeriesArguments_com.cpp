@@ -40,15 +40,6 @@ bool isNumber(const VARIANT& value) {
 
 constexpr int kReferenceLevels = 4;
 
-double numberIn(const wchar_t* name, const VARIANT& argument) {
-  OwnedVariant number;
-  if (FAILED(VariantChangeTypeEx(number.get(), const_cast<VARIANT*>(&argument), LOCALE_INVARIANT, 0,
-                                 VT_R8))) {
-    throw badArgument(name, L"is no number");
-  }
-  return V_R8(number.get());
-}
-
 }  // namespace
 
 const VARIANT& followed(const VARIANT& argument) {
@@ -67,12 +58,21 @@ bool isLeftOut(const VARIANT& argument) {
          (V_VT(&value) == VT_ERROR && V_ERROR(&value) == DISP_E_PARAMNOTFOUND);
 }
 
-std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument) {
+std::optional<double> numberIn(const VARIANT& argument) {
   const VARIANT& value = followed(argument);
-  if (isNumber(value)) {
-    return {numberIn(name, value)};
+  OwnedVariant number;
+  if (!isNumber(value) || FAILED(VariantChangeTypeEx(number.get(), const_cast<VARIANT*>(&value),
+                                                     LOCALE_INVARIANT, 0, VT_R8))) {
+    return std::nullopt;
   }
-  return NumberArray(name, argument, NumberArray::Dates::kTaken).doubles();
+  return V_R8(number.get());
+}
+
+std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument) {
+  if (const auto number = numberIn(argument)) {
+    return {*number};
+  }
+  return NumberArray(name, argument, NumberArray::Elements::kMeasured).doubles();
 }
 
 PointColumns pointsIn(const VARIANT& x, const VARIANT& y) {
@@ -87,11 +87,11 @@ PointColumns pointsIn(const VARIANT& x, const VARIANT& y) {
 DrawColour colourIn(double r, double g, double b, const VARIANT& alpha) {
   DrawColour colour{inRange(L"r", r, 0, 1), inRange(L"g", g, 0, 1), inRange(L"b", b, 0, 1)};
   if (!isLeftOut(alpha)) {
-    const VARIANT& value = followed(alpha);
-    if (!isNumber(value)) {
+    const auto value = numberIn(alpha);
+    if (!value) {
       throw badArgument(L"alpha", L"is no number");
     }
-    colour.alpha = inRange(L"alpha", numberIn(L"alpha", value), 0, 1);
+    colour.alpha = inRange(L"alpha", *value, 0, 1);
   }
   return colour;
 }

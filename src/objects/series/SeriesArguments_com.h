@@ -4,14 +4,18 @@
 // After windows.h:
 #include <oaidl.h>
 
+#include <optional>
 #include <vector>
 
 #include "plot/Drawing.h"
 
 namespace zyn {
 
-/// An argument that holds numbers, or dates: an array as NumberArray takes it, or one alone. Throws
-/// badArgument.
+/// A number, or a date, that is no array; none for anything else.
+std::optional<double> numberIn(const VARIANT& argument);
+
+/// An argument that holds values that were measured: an array as NumberArray takes it, or a number
+/// alone. Throws badArgument.
 std::vector<double> numbersIn(const wchar_t* name, const VARIANT& argument);
 
 /// The same of two arguments that are to be of equal length.
