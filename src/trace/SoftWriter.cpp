@@ -79,6 +79,11 @@ void SoftWriter::addLong(const CellRun& run) {
   const auto [first, last] = run.points;
   const Range reached = reachOf(run);
   const double beyond = beyondEnds(run, reached);
+  if (beyond <= kMiss) {
+    follow(first);
+    follow(last);
+    return;
+  }
   const bool isSteep = beyond <= kBeside * reached.size();
   if (beyond > kBeyond && !isSteep) {
     addSpan(run, reached);
@@ -88,7 +93,7 @@ void SoftWriter::addLong(const CellRun& run) {
   if (!isReached(run, reached)) {
     follow(first);
   }
-  if (beyond > kMiss && beyond <= kBeyond) {
+  if (beyond <= kBeyond) {
     const AffineForm& along = run.along(trace_.mapping);
     const std::size_t high = RunSearch(trace_, along).highest(run.points);
     const AffineForm down = -along;

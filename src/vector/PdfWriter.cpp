@@ -18,6 +18,18 @@ namespace zyn {
 
 namespace {
 
+bool isRightToLeft(wchar_t unit) {
+  return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
+         (unit >= 0xFE70 && unit <= 0xFEFC);
+}
+
+/// Whether glyphs stand for all of a text, in the order in which they are seen: readers turn such
+/// texts round by themselves.
+bool isTurnedRound(const std::wstring& told, const std::wstring& all) {
+  return std::any_of(all.begin(), all.end(), isRightToLeft) &&
+         std::ranges::is_permutation(told, all);
+}
+
 class PdfPage final : private VectorSink {
  public:
   PdfPage(const VectorPicture& picture, const ReadFaceTable& read)
@@ -107,7 +119,7 @@ class PdfPage final : private VectorSink {
       hasFonts = hasFonts && fontOf(text.shaped->fonts[glyph.font]).font;
     }
     const std::wstring all = utf16Of(text.text);
-    const bool isTold = hasFonts && told == all;
+    const bool isTold = hasFonts && (told == all || isTurnedRound(told, all));
     if (!isTold) {
       content_ += "/Span << /ActualText " + pdfText(all) + " >> BDC\n";
     }

@@ -10,17 +10,6 @@
 
 namespace zyn {
 
-namespace {
-
-/// By a fraction of its size, half on each side.
-Rect2 enlarged(const Rect2& rectangle, double surplus) {
-  const double x = rectangle.width() * surplus / 2;
-  const double y = rectangle.height() * surplus / 2;
-  return {rectangle.xMin - x, rectangle.xMax + x, rectangle.yMin - y, rectangle.yMax + y};
-}
-
-}  // namespace
-
 CZYNVue2D::CZYNVue2D()
     : ViewControl({.id = CLSID_ZYNVue2D,
                    .events = DIID__IZYNVue2DEvents,
@@ -130,7 +119,7 @@ STDMETHODIMP CZYNVue2D::View(IDispatch* Rect, double surplus) noexcept {
     const CParamsVue2D::Target target = readRectangle(*rectangle.Get());
     if (isPlot()) {
       graphObject_->core().plot.pushHistory();
-      plane_->show(enlarged(target.bounds, surplus));
+      plane_->show(target.bounds, surplus);
     } else {
       view_.view(target, surplus);
       recordVisible();

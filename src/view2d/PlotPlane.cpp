@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/saturate.h"
 #include "plotview/PlotNavigation.h"
@@ -31,6 +32,23 @@ double middleOf(const AxisScale& scale) {
   return scale.coordinateOf(scale.max) / 2 + scale.coordinateOf(scale.min) / 2;
 }
 
+/// By a fraction of its size, or of its decades, half on each side; none where the axis cannot show
+/// that.
+std::optional<ValueRange> enlarged(const AxisScale& scale, double surplus) {
+  if (!scale.isValid()) {
+    return std::nullopt;
+  }
+  const double by = spanOf(scale) * surplus / 2;
+  AxisScale wider = scale;
+  wider.min = scale.coordinateOf(scale.min) - by;
+  wider.max = scale.coordinateOf(scale.max) + by;
+  if (scale.kind == AxisKind::kLog10) {
+    wider.min = by == 0 ? scale.min : std::pow(10.0, wider.min);
+    wider.max = by == 0 ? scale.max : std::pow(10.0, wider.max);
+  }
+  return wider.isValid() ? std::optional(ValueRange{wider.min, wider.max}) : std::nullopt;
+}
+
 }  // namespace
 
 PlotPlane::Scales PlotPlane::scales() const {
@@ -44,19 +62,18 @@ PlanePoint PlotPlane::placeOf(PixelPoint pixel) const {
   return {static_cast<double>(pixel.x), frame_.page().height - pixel.y};
 }
 
-bool PlotPlane::show(const Rect2& range) {
-  bool isChanged = false;
-  const auto fix = [&](AxisSide side, double min, double max) {
-    PlotAxis& axis = *plot_.axis(side);
-    if (AxisScale{axis.kind, min, max}.isValid()) {
-      plot_.fixRange(axis, {min, max});
-      isChanged = true;
-    }
-  };
+bool PlotPlane::show(const Rect2& range, double surplus) {
+  PlotAxis& bottom = *plot_.axis(AxisSide::kBottom);
+  PlotAxis& left = *plot_.axis(AxisSide::kLeft);
   const Rect2 ordered = range.ordered();
-  fix(AxisSide::kBottom, ordered.xMin, ordered.xMax);
-  fix(AxisSide::kLeft, ordered.yMin, ordered.yMax);
-  return isChanged;
+  const auto x = enlarged({bottom.kind, ordered.xMin, ordered.xMax}, surplus);
+  const auto y = enlarged({left.kind, ordered.yMin, ordered.yMax}, surplus);
+  if (!x || !y) {
+    return false;
+  }
+  plot_.fixRange(bottom, *x);
+  plot_.fixRange(left, *y);
+  return true;
 }
 
 PixelPoint PlotPlane::getPixelPoint(double x, double y) const {

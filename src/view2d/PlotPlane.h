@@ -37,8 +37,8 @@ class PlotPlane final : public PlaneView {
         listener_(listener),
         mouse_(plot, frame) {}
 
-  /// Shows a range of values of the two axes, where they can.
-  bool show(const Rect2& range);
+  /// Shows a range of values of the two axes, enlarged by a fraction of it, where both can.
+  bool show(const Rect2& range, double surplus = 0);
 
   /// The pixel of a point; 0 where the axes cannot show it.
   PixelPoint getPixelPoint(double x, double y) const;

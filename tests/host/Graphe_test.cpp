@@ -550,6 +550,16 @@ TEST_F(GrapheTest, FollowsTheNewestPoint) {
   expectRange(0, 16, 20);
 }
 
+TEST_F(GrapheTest, ViewsOfLogarithmicAxesAreEnlargedByDecades) {
+  graph_.axis(0)->put_TypeEchelle(1);
+  require(host_->View(makeArea({1, 1000, -2, 2}).Get(), 2.0 / 3), "View");
+  expectRange(0, 0.1, 10000);
+  expectRange(1, -2 - 4.0 / 3, 2 + 4.0 / 3);
+  require(host_->View(makeArea({-1, 1000, 3, 4}).Get(), 0), "View");
+  expectRange(0, 0.1, 10000);
+  expectRange(1, -2 - 4.0 / 3, 2 + 4.0 / 3);
+}
+
 TEST_F(GrapheTest, FollowingWidensWhereThereWasNothingToShow) {
   series_->setPoints(doubleArray({}), doubleArray({}));
   graph_->put_SuiviAuto(VARIANT_TRUE);

@@ -280,6 +280,15 @@ TEST(PdfWriterTest, WhatGlyphsDoNotTellIsSaid) {
             std::string::npos);
 }
 
+/// Glyphs are in the order in which they are seen; readers turn Hebrew round by themselves.
+TEST(PdfWriterTest, TextFromRightToLeftIsToldByItsGlyphs) {
+  DrawnText text = shapedText(L"\x05DD\x05D5");
+  text.text = "\xD7\x95\xD7\x9D";
+  const PdfDocument document(pictureOf({text}));
+  EXPECT_EQ(document.content().find("ActualText"), std::string::npos);
+  EXPECT_NE(document.referred("/ToUnicode").find("<05DD>"), std::string::npos);
+}
+
 TEST(PdfWriterTest, FontsThatCannotBeEmbeddedAreOutlines) {
   DrawnText text = shapedText(L"a", L"Missing");
   auto shaped = *text.shaped;
