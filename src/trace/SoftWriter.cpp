@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "trace/RunSearch.h"
 
@@ -55,24 +56,41 @@ void SoftWriter::Cone::narrow(const PlanePoint& to) {
 void SoftWriter::beginLine() {
   isOpen_ = false;
   hasSpan_ = false;
+  outside_.reset();
 }
 
 void SoftWriter::add(const CellRun& run) {
+  if (outside_) {
+    follow(*std::exchange(outside_, std::nullopt));
+  }
+  if (run.isOutside()) {
+    leave(run);
+    return;
+  }
   const auto [first, last] = run.points;
-  const bool isFew = last - first < kFew;
-  if (isFew && !run.isOutside()) {
+  if (last - first < kFew) {
     for (std::size_t i = first; i <= last; ++i) {
       follow(i);
     }
     return;
   }
   // What boxes tell holds the next run's first point too; it serves where it decides nothing.
-  if (run.isOutside() || beyondEnds(run, run.along().pixels) <= kMiss) {
+  if (beyondEnds(run, run.along().pixels) <= kMiss) {
     follow(first);
     follow(last);
     return;
   }
   addLong(run);
+}
+
+/// The line ends where it has left, and begins anew where it comes back: what lies outside, of
+/// which boxes may tell little, has no part in what is seen.
+void SoftWriter::leave(const CellRun& run) {
+  if (isOpen_ || hasSpan_) {
+    follow(run.points.first);
+  }
+  isOpen_ = false;
+  outside_ = run.points.last;
 }
 
 void SoftWriter::addLong(const CellRun& run) {

@@ -162,10 +162,11 @@ TEST(SoftWriterTest, GapsStayOpen) {
 }
 
 /// What was appended piece by piece, and has lost its oldest points, is drawn as a new trace.
-TEST(SoftWriterTest, DoesNotDependOnWhereBoxesBegin) {
-  const PointSequence all = noise(60000, 3);
+void expectDrawnAsNew(const PointSequence& all, std::size_t dropped) {
   PointSequence grown;
   RunBoxes boxes;
+  std::vector<double> left;
+  std::vector<double> leftY;
   for (std::size_t i = 0; i < all.size(); i += 1234) {
     std::vector<double> x;
     std::vector<double> y;
@@ -176,25 +177,44 @@ TEST(SoftWriterTest, DoesNotDependOnWhereBoxesBegin) {
     grown.append(x, y);
     boxes.follow(grown);
   }
-  grown.dropBefore(12345);
+  for (std::size_t i = dropped; i < all.size(); ++i) {
+    left.push_back(all.x(i));
+    leftY.push_back(all.y(i));
+  }
+  grown.dropBefore(dropped);
   boxes.follow(grown);
   const ReducedPath path = reducePath({grown, boxes, kPixels, true}, picture());
-  std::vector<double> x;
-  std::vector<double> y;
-  for (std::size_t i = grown.first(); i < grown.end(); ++i) {
-    x.push_back(grown.x(i));
-    y.push_back(grown.y(i));
-  }
-  const ReducedPath fresh = reduced(PointSequence(x, y));
+  const ReducedPath fresh = reduced(PointSequence(left, leftY));
+  EXPECT_EQ(path.starts, fresh.starts);
   ASSERT_EQ(path.points.size(), fresh.points.size());
   for (std::size_t i = 0; i < path.points.size(); ++i) {
-    EXPECT_EQ(path.points[i], fresh.points[i] + 12345);
+    EXPECT_EQ(path.points[i], fresh.points[i] + dropped);
   }
   ASSERT_EQ(path.spans.size(), fresh.spans.size());
   for (std::size_t i = 0; i < path.spans.size(); ++i) {
     EXPECT_EQ(path.spans[i].middle, fresh.spans[i].middle);
     EXPECT_EQ(path.spans[i].low, fresh.spans[i].low);
     EXPECT_EQ(path.spans[i].high, fresh.spans[i].high);
+  }
+}
+
+TEST(SoftWriterTest, DoesNotDependOnWhereBoxesBegin) { expectDrawnAsNew(noise(60000, 3), 12345); }
+
+/// Boxes that are not seen, with gaps among their points, tell nothing of where lines begin.
+TEST(SoftWriterTest, DoesNotDependOnGapsThatAreNotSeen) {
+  for (unsigned seed = 0; seed < 20; ++seed) {
+    std::mt19937 random(seed);
+    std::normal_distribution<double> step(0, 40);
+    std::bernoulli_distribution isGap(0.05);
+    std::vector<double> x;
+    std::vector<double> y;
+    double at = 50;
+    for (int i = 0; i < 3000; ++i) {
+      at = 0.98 * (at - 50) + 50 + step(random);
+      x.push_back(100 + 0.2 * (i - 1500));
+      y.push_back(isGap(random) ? std::nan("") : at);
+    }
+    expectDrawnAsNew(PointSequence(x, y), 701 + seed);
   }
 }
 
