@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "com/askFor_com.h"
+#include "core/Utf8.h"
 #include "objects/scale/IScaleObject_com.h"
-#include "platform/Utf8_win.h"
 #include "plotview/DrawableItem_com.h"
 
 namespace zyn {

@@ -1,7 +1,7 @@
 #include "plotview/TextShapes_win.h"
 
+#include "core/Utf8.h"
 #include "objects/text/TextShaper_win.h"
-#include "platform/Utf8_win.h"
 
 namespace zyn {
 

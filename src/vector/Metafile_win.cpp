@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/PixelImage.h"
+#include "core/Utf8.h"
 #include "objects/text/GdiFont_win.h"
 #include "platform/Failure_win.h"
 #include "platform/WinHandles_win.h"
@@ -188,7 +189,7 @@ class Recording final : private VectorSink {
     SetTextColor(dc_, shownColour(text.colour));
     const auto parts = simpleParts(text);
     if (!parts) {
-      const std::wstring all = utf16Of(text.text);
+      const std::wstring all = wideOf(text.text);
       return showPart(text, {text.face, all, {}, 0.0});
     }
     for (const SimplePart& part : *parts) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "core/Utf8.h"
 #include "vector/NumberText.h"
 #include "vector/PdfFile.h"
 #include "vector/PdfFont.h"
@@ -118,7 +119,7 @@ class PdfPage final : private VectorSink {
       told += glyph.text;
       hasFonts = hasFonts && fontOf(text.shaped->fonts[glyph.font]).font;
     }
-    const std::wstring all = utf16Of(text.text);
+    const std::wstring all = wideOf(text.text);
     const bool isTold = hasFonts && (told == all || isTurnedRound(told, all));
     if (!isTold) {
       content_ += "/Span << /ActualText " + pdfText(all) + " >> BDC\n";

@@ -2,22 +2,9 @@
 
 #include <cstddef>
 
-#include "vector/Utf8.h"
+#include "core/Utf8.h"
 
 namespace zyn {
-
-std::wstring utf16Of(std::string_view utf8) {
-  std::wstring text;
-  for (const char32_t character : charactersOf(utf8)) {
-    if (character < 0x10000) {
-      text += static_cast<wchar_t>(character);
-    } else {
-      text += static_cast<wchar_t>(0xD7C0 + (character >> 10));
-      text += static_cast<wchar_t>(0xDC00 + (character & 0x3FF));
-    }
-  }
-  return text;
-}
 
 std::optional<std::vector<SimplePart>> simpleParts(const DrawnText& text) {
   if (!text.shaped) {
@@ -39,7 +26,7 @@ std::optional<std::vector<SimplePart>> simpleParts(const DrawnText& text) {
     parts.back().ends.push_back(end - parts.back().start);
     all += glyph.text;
   }
-  return all == utf16Of(text.text) ? std::optional(std::move(parts)) : std::nullopt;
+  return all == wideOf(text.text) ? std::optional(std::move(parts)) : std::nullopt;
 }
 
 }  // namespace zyn

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "plot/Drawing.h"
@@ -21,8 +20,5 @@ struct SimplePart {
 /// The parts of a text that is written character by character from left to right; none for one
 /// that has to be laid out again by whoever draws it.
 std::optional<std::vector<SimplePart>> simpleParts(const DrawnText& text);
-
-/// UTF-8 as the platform has text.
-std::wstring utf16Of(std::string_view utf8);
 
 }  // namespace zyn

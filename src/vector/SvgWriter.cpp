@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/Utf8.h"
 #include "vector/NumberText.h"
 #include "vector/PngEncoder.h"
-#include "vector/Utf8.h"
 #include "vector/VectorSink.h"
 #include "vector/XmlText.h"
 
@@ -35,12 +35,10 @@ std::string base64(const std::vector<std::uint8_t>& bytes) {
 
 /// The family as CSS has it: in quotes, which it must not hold itself.
 std::string cssFamily(const std::wstring& family) {
+  std::wstring name = family;
+  std::erase_if(name, [](wchar_t letter) { return letter == L'\'' || letter == L'\\'; });
   std::string text = "'";
-  for (const wchar_t letter : family) {
-    if (letter != L'\'' && letter != L'\\') {
-      appendUtf8(text, static_cast<char32_t>(letter));
-    }
-  }
+  text += utf8Of(name);
   return text + "', sans-serif";
 }
 

@@ -1,6 +1,6 @@
 #include "vector/XmlText.h"
 
-#include "vector/Utf8.h"
+#include "core/Utf8.h"
 
 namespace zyn {
 

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "com/askFor_com.h"
+#include "core/Utf8.h"
 #include "objects/picture/PictureImage_com.h"
 #include "objects/text/TextFont_win.h"
 #include "plotview/TextShapes_win.h"
@@ -49,16 +50,12 @@ const PixelImage* pictureOf(const LinearGraph::Axis& axis) { return &axis.title.
 const PixelImage* pictureOf(const LogLogGraph::Axis& axis) { return &axis.picture; }
 
 /// Of a text as narrowText has made it.
-std::string utf8Of(const std::string& narrow) {
+std::string utf8OfNarrow(const std::string& narrow) {
   const auto size = static_cast<int>(narrow.size());
   std::wstring wide(narrow.size(), L'\0');
   wide.resize(static_cast<std::size_t>(
       MultiByteToWideChar(CP_ACP, 0, narrow.data(), size, wide.data(), size)));
-  const auto units = static_cast<int>(wide.size());
-  std::string text(3 * wide.size(), '\0');
-  text.resize(static_cast<std::size_t>(WideCharToMultiByte(
-      CP_UTF8, 0, wide.data(), units, text.data(), 3 * units, nullptr, nullptr)));
-  return text;
+  return utf8Of(wide);
 }
 
 }  // namespace
@@ -173,7 +170,8 @@ DrawnLayer CZYNVue2D::frameLayer(const WindowMapping& mapping, const GraphPlacem
                                  .metrics = &fonts.metrics(),
                                  .pictureX = pictureOf(graph.x),
                                  .pictureY = pictureOf(graph.y)};
-          return drawingOf(layOutFrame(graph, placement, fonts.metrics()), place, shape, utf8Of);
+          return drawingOf(layOutFrame(graph, placement, fonts.metrics()), place, shape,
+                           utf8OfNarrow);
         }
       },
       graph_);

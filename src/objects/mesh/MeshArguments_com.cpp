@@ -2,7 +2,7 @@
 
 #include "com/NumberArray_com.h"
 #include "com/arguments_com.h"
-#include "platform/Utf8_win.h"
+#include "core/Utf8.h"
 
 namespace zyn {
 

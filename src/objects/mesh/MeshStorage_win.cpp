@@ -6,12 +6,12 @@
 #include <optional>
 #include <string_view>
 
+#include "core/Utf8.h"
 #include "model/files/MeshFile.h"
 #include "model/files/MeshFileError.h"
 #include "platform/Failure_win.h"
 #include "platform/InputFile_win.h"
 #include "platform/OutputFile_win.h"
-#include "platform/Utf8_win.h"
 
 namespace zyn {
 

@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
+#include "core/Utf8.h"
 #include "gcode/GCodeError.h"
 #include "platform/Failure_win.h"
 #include "platform/InputFile_win.h"
-#include "platform/Utf8_win.h"
 #include "toolpath/PathBuilder.h"
 
 namespace zyn {

@@ -10,9 +10,9 @@
 #include "com/arguments_com.h"
 #include "com/automation_com.h"
 #include "com/properties_com.h"
+#include "core/Utf8.h"
 #include "core/saturate.h"
 #include "objects/series/SeriesArguments_com.h"
-#include "platform/Utf8_win.h"
 #include "plot/SeriesReading.h"
 
 namespace zyn {

@@ -1,4 +1,4 @@
-#include "vector/Utf8.h"
+#include "core/Utf8.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -20,9 +20,16 @@ int followers(std::uint8_t first) {
   return first < 0xE0 ? 1 : (first < 0xF0 ? 2 : 3);
 }
 
+bool isSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
+
 bool isCharacter(char32_t code, int following) {
   constexpr char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};
-  return code >= kLeast[following] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+  return code >= kLeast[following] && code <= 0x10FFFF && !isSurrogate(code);
+}
+
+/// Whether two units of UTF-16 are one character.
+bool arePair(char32_t first, char32_t second) {
+  return first >= 0xD800 && first < 0xDC00 && second >= 0xDC00 && second <= 0xDFFF;
 }
 
 }  // namespace
@@ -64,6 +71,31 @@ void appendUtf8(std::string& text, char32_t character) {
     tail(6);
     tail(0);
   }
+}
+
+std::string utf8Of(std::wstring_view text) {
+  std::string utf8;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t code = static_cast<char32_t>(text[i]);
+    if (i + 1 < text.size() && arePair(code, static_cast<char32_t>(text[i + 1]))) {
+      code = 0x10000 + ((code & 0x3FF) << 10) + (static_cast<char32_t>(text[++i]) & 0x3FF);
+    }
+    appendUtf8(utf8, isSurrogate(code) ? kReplacement : code);
+  }
+  return utf8;
+}
+
+std::wstring wideOf(std::string_view utf8) {
+  std::wstring text;
+  for (const char32_t character : charactersOf(utf8)) {
+    if (character < 0x10000) {
+      text += static_cast<wchar_t>(character);
+    } else {
+      text += static_cast<wchar_t>(0xD7C0 + (character >> 10));
+      text += static_cast<wchar_t>(0xDC00 + (character & 0x3FF));
+    }
+  }
+  return text;
 }
 
 }  // namespace zyn
