@@ -13,6 +13,7 @@ void measurePicking(Report& report, const Sizes& sizes);
 void measureLabels(Report& report, const Sizes& sizes);
 void measureTraces(Report& report, const Sizes& sizes);
 void measureGraphs(Report& report, const Sizes& sizes);
+void measureGraphPictures(Report& report, const Sizes& sizes);
 void measureStreaming(Report& report, const Sizes& sizes);
 void measureMeshes(Report& report, const Sizes& sizes);
 void measureToolPaths(Report& report, const Sizes& sizes);

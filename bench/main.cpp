@@ -16,13 +16,14 @@ struct Group {
 };
 
 // Memory is measured before anything has been freed that could be used again: SceneBuilding first.
-constexpr std::array<Group, 12> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+constexpr std::array<Group, 13> kGroups = {{{"SceneBuilding", measureSceneBuilding},
                                             {"SceneFrames", measureSceneFrames},
                                             {"Assemblies", measureAssemblies},
                                             {"Picking", measurePicking},
                                             {"Labels", measureLabels},
                                             {"Traces", measureTraces},
                                             {"Graphs", measureGraphs},
+                                            {"GraphPictures", measureGraphPictures},
                                             {"Streaming", measureStreaming},
                                             {"Meshes", measureMeshes},
                                             {"ToolPaths", measureToolPaths},

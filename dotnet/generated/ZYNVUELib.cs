@@ -773,7 +773,7 @@ namespace ZYNVue.Interop {
     [DispId(16)]
     int Theme { get; set; }
 
-    /// <summary>Whether the horizontal axes follow the newest point: their width stays, and the newest x is at their right end. Panning suspends it until Ajuster (default: no).</summary>
+    /// <summary>Whether the horizontal axes follow the newest point: their width stays (without anything to show when it begins: they grow until a range is set), and the newest x that each shows is their Maximum. Panning suspends it until Ajuster (default: no).</summary>
     /// <value>Lets the horizontal axes follow the newest point; repaints: 0 no, any other value yes.</value>
     [DispId(17)]
     bool SuiviAuto { [return: MarshalAs(UnmanagedType.VariantBool)] get; [param: MarshalAs(UnmanagedType.VariantBool)] set; }
@@ -3045,7 +3045,7 @@ namespace ZYNVue.Interop {
   /// <summary>Series of a graph: points (x, y) and how they are drawn. Reports errors: a bad argument is E_INVALIDARG with a description, and then nothing has changed. A switch is turned on by any value but 0.</summary>
   [ComImport, Guid("9971DADC-C652-4150-A026-143E7515247D"), InterfaceType(ComInterfaceType.InterfaceIsDual)]
   public interface IZYNSerie {
-    /// <summary>Sets the points: arrays of equal length, or none, of numbers or dates. What is not a number is a gap in a line. Errors are removed.</summary>
+    /// <summary>Sets the points: arrays of equal length, or none, of numbers or dates. NaN, and Empty or Null in an array of VARIANTs, is a gap in a line. Errors are removed.</summary>
     [DispId(1)]
     void setPoints([MarshalAs(UnmanagedType.Struct)] object x, [MarshalAs(UnmanagedType.Struct)] object y);
 
