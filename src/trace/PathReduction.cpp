@@ -137,7 +137,7 @@ class Reduction {
       return take(walk_.extentOf(box.box), {first, end - 1});
     }
     const bool isInSight = lineIsOpen_ && !run_.isOutside();
-    if (!walk_.isUnseen(box) || (trace_.isStable && (isInSight || grid_.isDashed))) {
+    if (!walk_.isUnseen(box) || (trace_.isStable && (isInSight || grid_.showsBegins()))) {
       return false;
     }
     if (lineIsOpen_ && !points_.isGap(first)) {

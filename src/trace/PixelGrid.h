@@ -44,12 +44,14 @@ class PixelGrid {
   bool isShifted = false;  ///< by half a cell: cells change in the middle of pixels
   bool isThin = false;  ///< lines are one pixel wide, and a pixel shows only whether one lights it
   bool isSoft = false;  ///< a pixel shows by how much a line covers it: SoftWriter
-  bool isDashed =
-      false;  ///< it matters where lines begin, seen or not: dashes are counted from there
+  bool isDashed = false;    ///< dashes are counted from where lines begin, seen or not
   bool takesSpans = false;  ///< pixels of thin lines may be lit by other lines, at any depth
   double depthStep = 0.0;   ///< depths that lie closer to each other are the same
 
   bool operator==(const PixelGrid&) const = default;
+
+  /// Whether it shows where lines begin and end that lead out of sight.
+  bool showsBegins() const { return isSoft || isDashed; }
 
   /// The column and the row of cells that hold a coordinate.
   PixelCell column(double x) const { return cell(x, {left, right}); }

@@ -105,10 +105,12 @@ class RunBoxes {
   static constexpr std::size_t length(std::size_t level) { return kFan << kFanBits * level; }
   /// The run of a level that holds a point: of two, the one that begins with it.
   static constexpr std::size_t runWith(std::size_t point, std::size_t level) {
-    return point >> kFanBits * (level + 1);
+    return level < kMostLevels ? point >> kFanBits * (level + 1) : 0;
   }
 
  private:
+  static constexpr std::size_t kMostLevels = 64 / kFanBits - 1;
+
   struct Change;
   RunBox made(const PointSequence& points, std::size_t level, std::size_t index) const;
   void renew(const PointSequence& points, std::size_t level, const Change& change);

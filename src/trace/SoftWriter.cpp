@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "trace/RunSearch.h"
 
@@ -14,7 +13,7 @@ namespace {
 constexpr std::size_t kFew = 8;
 
 /// Pixels by which a line may miss a point.
-constexpr double kMiss = 0.1;
+constexpr double kMiss = 0.05;
 
 /// Pixels by which a run may reach beyond its ends and still be drawn as lines.
 constexpr double kBeyond = 0.5;
@@ -56,41 +55,24 @@ void SoftWriter::Cone::narrow(const PlanePoint& to) {
 void SoftWriter::beginLine() {
   isOpen_ = false;
   hasSpan_ = false;
-  outside_.reset();
 }
 
 void SoftWriter::add(const CellRun& run) {
-  if (outside_) {
-    follow(*std::exchange(outside_, std::nullopt));
-  }
-  if (run.isOutside()) {
-    leave(run);
-    return;
-  }
   const auto [first, last] = run.points;
-  if (last - first < kFew) {
+  const bool isFew = last - first < kFew;
+  if (isFew && !run.isOutside()) {
     for (std::size_t i = first; i <= last; ++i) {
       follow(i);
     }
     return;
   }
   // What boxes tell holds the next run's first point too; it serves where it decides nothing.
-  if (beyondEnds(run, run.along().pixels) <= kMiss) {
+  if (run.isOutside() || beyondEnds(run, run.along().pixels) <= kMiss) {
     follow(first);
     follow(last);
     return;
   }
   addLong(run);
-}
-
-/// The line ends where it has left, and begins anew where it comes back: what lies outside, of
-/// which boxes may tell little, has no part in what is seen.
-void SoftWriter::leave(const CellRun& run) {
-  if (isOpen_ || hasSpan_) {
-    follow(run.points.first);
-  }
-  isOpen_ = false;
-  outside_ = run.points.last;
 }
 
 void SoftWriter::addLong(const CellRun& run) {

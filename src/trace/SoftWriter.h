@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
-
 #include "trace/PathReduction.h"
 
 namespace zyn {
@@ -38,7 +35,6 @@ class SoftWriter {
   Range reachOf(const CellRun& run) const;
   bool isReached(const CellRun& run, const Range& reached) const;
   double beyondEnds(const CellRun& run, const Range& reached) const;
-  void leave(const CellRun& run);
   void addLong(const CellRun& run);
   void addSpan(const CellRun& run, const Range& reached);
   bool isBeside(const CellRun& run) const;
@@ -47,8 +43,7 @@ class SoftWriter {
 
   const TraceInWindow& trace_;
   ReducedPath& path_;
-  bool isOpen_ = false;                 ///< the line goes on from the last point written
-  std::optional<std::size_t> outside_;  ///< the last point of a run that is not seen
+  bool isOpen_ = false;  ///< the line goes on from the last point written
   bool hasSpan_ = false;
   CellRun spanned_;  ///< of the last span, where nothing has been written since
   Cone cone_;        ///< from the last point but one

@@ -104,7 +104,7 @@ TEST(SoftWriterTest, NoiseIsASpanForEachColumn) {
 /// A steep slope with a little noise is a line for each column, which passes near all its points.
 TEST(SoftWriterTest, ASlopeWithNoiseIsALineForEachColumn) {
   std::mt19937 random(1);
-  std::normal_distribution<double> normal(0, 0.2);
+  std::normal_distribution<double> normal(0, 0.4);
   std::vector<double> x;
   std::vector<double> y;
   for (int i = 0; i < 1500; ++i) {
@@ -115,14 +115,15 @@ TEST(SoftWriterTest, ASlopeWithNoiseIsALineForEachColumn) {
   const ReducedPath path = reduced(points);
   EXPECT_TRUE(path.spans.empty());
   ASSERT_EQ(path.starts.size(), 1U);
-  EXPECT_LE(path.points.size(), 18U);
-  double worst = 0;
-  for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-    const auto next = std::upper_bound(path.points.begin(), path.points.end(), i);
-    const auto k = static_cast<std::size_t>(next - path.points.begin());
-    worst = std::max(worst, distanceToSegment({x[i], y[i]}, path.places[k - 1], path.places[k]));
+  EXPECT_LE(path.points.size(), 2 * 15U);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    double nearest = 100;
+    for (std::size_t k = 1; k < path.places.size(); ++k) {
+      nearest =
+          std::min(nearest, distanceToSegment({x[i], y[i]}, path.places[k - 1], path.places[k]));
+    }
+    EXPECT_LT(nearest, i < 100 || i >= 1400 ? 1.5 : 0.5) << "but at the ends of the line";
   }
-  EXPECT_LT(worst, 0.5) << "a quarter each for the run and for the ends of its line";
 }
 
 TEST(SoftWriterTest, SpansThatFollowEachOtherMeet) {
