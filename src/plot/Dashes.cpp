@@ -53,18 +53,22 @@ class Dasher {
       skip(length);
       return;
     }
-    double done = seen->low * length;
-    const double end = seen->high * length;
-    skip(done);
-    while (done < end) {
+    skip(seen->low * length);
+    // As far as the box is wide: of lines that lead very far, rounding leaves more.
+    const double end =
+        std::min((seen->high - seen->low) * length, lengthOf({seen_.width(), seen_.height()}));
+    const auto placeAt = [&](double along) {
+      return from + (seen->low + along / length) * (to - from);
+    };
+    for (double done = 0; done < end;) {
       const double next = std::min(done + left_, end);
       if (isDrawn()) {
-        draw(from + (done / length) * (to - from), from + (next / length) * (to - from));
+        draw(placeAt(done), placeAt(next));
       }
       advance(next - done);
       done = next;
     }
-    skip(length - done);
+    skip((1 - seen->high) * length);
   }
 
  private:

@@ -35,6 +35,15 @@ TEST(DashesTest, FarAwayOnlyWhatIsSeenIsCut) {
   expectPoints(drawn, {{0, 5}, {4, 5}, {6, 5}, {10, 5}});
 }
 
+/// Farther than lengths of dashes can be added to.
+TEST(DashesTest, LinesOfAnyLengthEnd) {
+  for (const double far : {1e14, 1e17, 1e30, 1e150, 1e300}) {
+    const PixelLines drawn =
+        dashed({{{-far, -far}, {far, 1.001 * far}, {0, 5}, {far, 5}}, {0}}, {4, 2}, {0, 12, 0, 10});
+    EXPECT_LE(drawn.points.size(), 30U) << far;
+  }
+}
+
 TEST(DashesTest, WhatIsNotSeenCountsForThePlace) {
   const PixelLines line{{{0, 0}, {9, 0}, {9, 100}, {18, 100}, {18, 0}, {30, 0}}, {0}};
   const PixelLines all = dashed(line, {4, 3}, kAll);
