@@ -7,12 +7,11 @@
 #include <vector>
 
 #include "bench/Groups.h"
+#include "bench/HostArrays.h"
 #include "bench/Pictures.h"
 #include "bench/RawScene.h"
 #include "support/LateBinding_win.h"
 #include "support/TempFolder_win.h"
-// After windows.h:
-#include <psapi.h>
 
 namespace zyn::bench {
 
@@ -84,19 +83,6 @@ Part makePart(int triangles, int sides) {
     part.colours.insert(part.colours.end(), {shade, 1 - shade, 0.5F});
   }
   return part;
-}
-
-template <class Number>
-_variant_t arrayOf(VARTYPE type, const std::vector<Number>& numbers) {
-  SAFEARRAY* const array = SafeArrayCreateVector(type, 0, static_cast<ULONG>(numbers.size()));
-  void* data = nullptr;
-  require(SafeArrayAccessData(array, &data), "SafeArrayAccessData");
-  std::memcpy(data, numbers.data(), numbers.size() * sizeof(Number));
-  SafeArrayUnaccessData(array);
-  _variant_t value;
-  V_VT(&value) = static_cast<VARTYPE>(VT_ARRAY | type);
-  V_ARRAY(&value) = array;
-  return value;
 }
 
 /// What a host hands over.
@@ -226,18 +212,6 @@ class RawPart {
   std::vector<float> points_;
   std::vector<float> normals_;
 };
-
-double residentBytes() {
-  PROCESS_MEMORY_COUNTERS memory = {};
-  memory.cb = sizeof memory;
-  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-  return static_cast<double>(memory.WorkingSetSize);
-}
-
-void show(const View3DHost& view, IDispatch* object) {
-  require(view->Add(object, 0), "Add");
-  showAll(view);
-}
 
 void measureMemory(Report& report, const Part& part) {
   View3DHost ours(kViewSize);

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "support/ForeignBounds_win.h"
+// After windows.h:
+#include <psapi.h>
 
 namespace zyn::bench {
 
@@ -45,6 +47,18 @@ void RawScene::draw() {
 void showAll(const test::View3DHost& view) {
   test::require(view->initView(kMargin), "initView");
   test::require(view->VueXYp(kMargin), "VueXYp");
+}
+
+void show(const test::View3DHost& view, IDispatch* object) {
+  test::require(view->Add(object, 0), "Add");
+  showAll(view);
+}
+
+double residentBytes() {
+  PROCESS_MEMORY_COUNTERS memory = {};
+  memory.cb = sizeof memory;
+  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+  return static_cast<double>(memory.WorkingSetSize);
 }
 
 void drawOrbitFrame(const test::View3DHost& view) {

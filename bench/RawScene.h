@@ -42,6 +42,12 @@ void addAll(const test::View3DHost& view, const Objects& objects) {
 /// Shows the whole of the scene from above.
 void showAll(const test::View3DHost& view);
 
+/// Adds an object, and shows the whole of it.
+void show(const test::View3DHost& view, IDispatch* object);
+
+/// Memory that the process has, in bytes.
+double residentBytes();
+
 /// A frame after the camera has moved.
 void drawOrbitFrame(const test::View3DHost& view);
 

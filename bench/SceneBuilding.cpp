@@ -4,8 +4,6 @@
 #include "bench/Groups.h"
 #include "bench/RawScene.h"
 #include "bench/TriangleMesh.h"
-// After windows.h:
-#include <psapi.h>
 
 namespace zyn::bench {
 
@@ -22,13 +20,6 @@ constexpr double kNanoseconds = 1e6;  ///< in a millisecond
 
 /// Milliseconds after which a series of removals ends: its cost shows long before.
 constexpr double kLongestRemoval = 2000;
-
-double residentBytes() {
-  PROCESS_MEMORY_COUNTERS memory = {};
-  memory.cb = sizeof memory;
-  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-  return static_cast<double>(memory.WorkingSetSize);
-}
 
 void measureMemory(Report& report, const Mesh& mesh) {
   View3DHost view(kViewSize);

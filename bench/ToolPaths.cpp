@@ -2,18 +2,16 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "bench/Groups.h"
+#include "bench/HostArrays.h"
 #include "bench/Pictures.h"
 #include "bench/RawScene.h"
 #include "support/LateBinding_win.h"
 #include "support/TempFolder_win.h"
-// After windows.h:
-#include <psapi.h>
 
 namespace zyn::bench {
 
@@ -67,29 +65,14 @@ Route makeRoute(int segments) {
   return route;
 }
 
-template <class Number>
-_variant_t arrayOf(VARTYPE type, const Number* numbers, std::size_t count) {
-  SAFEARRAY* const array = SafeArrayCreateVector(type, 0, static_cast<ULONG>(count));
-  void* data = nullptr;
-  require(SafeArrayAccessData(array, &data), "SafeArrayAccessData");
-  std::memcpy(data, numbers, count * sizeof(Number));
-  SafeArrayUnaccessData(array);
-  _variant_t value;
-  V_VT(&value) = static_cast<VARTYPE>(VT_ARRAY | type);
-  V_ARRAY(&value) = array;
-  return value;
-}
-
 /// What a host hands over.
 struct RouteArrays {
-  explicit RouteArrays(const Route& route)
-      : types(arrayOf(VT_I4, route.types.data(), route.types.size())) {
-    const std::size_t count = route.points.size() / 3;
+  explicit RouteArrays(const Route& route) : types(arrayOf(VT_I4, route.types)) {
     std::vector<double> columns[3];
     for (std::size_t i = 0; i < route.points.size(); ++i) columns[i % 3].push_back(route.points[i]);
-    x = arrayOf(VT_R8, columns[0].data(), count);
-    y = arrayOf(VT_R8, columns[1].data(), count);
-    z = arrayOf(VT_R8, columns[2].data(), count);
+    x = arrayOf(VT_R8, columns[0]);
+    y = arrayOf(VT_R8, columns[1]);
+    z = arrayOf(VT_R8, columns[2]);
   }
 
   void fill(IZYNGLTrajet& path) const {
@@ -160,18 +143,6 @@ class RawRoute {
   std::vector<Run> runs_;
 };
 
-double residentBytes() {
-  PROCESS_MEMORY_COUNTERS memory = {};
-  memory.cb = sizeof memory;
-  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-  return static_cast<double>(memory.WorkingSetSize);
-}
-
-void show(const View3DHost& view, IDispatch* object) {
-  require(view->Add(object, 0), "Add");
-  showAll(view);
-}
-
 void measureMemory(Report& report, const Route& route) {
   View3DHost ours(kViewSize);
   View3DHost raw(kViewSize);
@@ -192,8 +163,8 @@ void measureMemory(Report& report, const Route& route) {
     ofList = residentBytes() - withArrays;
   }
   const RouteArrays arrays(route);
-  const _variant_t speedArray = arrayOf(VT_R8, speeds.data(), speeds.size());
-  const _variant_t lineArray = arrayOf(VT_I4, lines.data(), lines.size());
+  const _variant_t speedArray = arrayOf(VT_R8, speeds);
+  const _variant_t lineArray = arrayOf(VT_I4, lines);
   show(ours, few.dispatch());
   drawOrbitFrame(ours);
   const double before = residentBytes();
@@ -261,7 +232,7 @@ void measureFrames(Report& report, const Sizes& sizes, const Route& route) {
   for (int i = 0; i < 1000; ++i) {
     more.insert(more.end(), {50.0 + 0.01 * i, 50.0 + i % 7, 45});
   }
-  const _variant_t points = arrayOf(VT_R8, more.data(), more.size());
+  const _variant_t points = arrayOf(VT_R8, more);
   const _variant_t none;
   const auto append = [&] {
     require(path->AjouterPoints(points, none, none, none), "AjouterPoints");
