@@ -18,10 +18,17 @@ PathPlace startOf(const ToolPath& path, std::size_t segment) {
   return {path.timeAt(segment), path.lengthAt(segment), segment, 0};
 }
 
+/// Whether the first segment leads nowhere, so that at once a later one counts. Others need not be
+/// measured for the begin.
+bool beginsAtRest(const ToolPath& path) {
+  return path.segmentCount() > 0 && path.pointAt(0) == path.pointAt(1);
+}
+
 }  // namespace
 
-PathPlace placeAtTime(const ToolPath& path, double time) {
-  if (time <= 0) {
+PathPlace placeAtTime(const ToolPath& path, double wanted) {
+  const double time = std::max(wanted, 0.0);
+  if (time == 0 && !beginsAtRest(path)) {
     return {};
   }
   if (time >= path.duration()) {
@@ -47,7 +54,7 @@ PathPlace placeAtTime(const ToolPath& path, double time) {
 
 PathPlace placeAtLength(const ToolPath& path, double length) {
   if (length <= 0) {
-    return {};
+    return placeAtTime(path, 0);
   }
   if (length >= path.length()) {
     return endOf(path);
@@ -59,10 +66,7 @@ PathPlace placeAtLength(const ToolPath& path, double length) {
 }
 
 PathPlace placeAtSegment(const ToolPath& path, std::int64_t segment) {
-  if (segment < 0) {
-    return {};
-  }
-  const auto index = static_cast<std::size_t>(segment);
+  const auto index = static_cast<std::size_t>(std::max(segment, std::int64_t{0}));
   return index < path.segmentCount() ? startOf(path, index) : endOf(path);
 }
 

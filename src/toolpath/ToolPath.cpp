@@ -85,6 +85,11 @@ void ToolPath::append(const std::vector<double>& points,
   points_.insert(points_.end(), points.begin(), points.end());
 }
 
+void ToolPath::makeRoomToMeasure(std::size_t added) {
+  makeRoom(lengths_, pointCount() + added);
+  makeRoom(times_, pointCount() + added);
+}
+
 const std::optional<Box3>& ToolPath::bounds() const {
   if (!bounds_ && !points_.empty()) {
     Box3 box = boxOf(pointAt(0));

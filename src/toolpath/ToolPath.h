@@ -85,6 +85,9 @@ class ToolPath {
               const std::optional<std::vector<double>>& speeds,
               const std::optional<std::vector<std::int32_t>>& lines);
 
+  /// Lengths and times will need no more memory while no more than `added` points are appended.
+  void makeRoomToMeasure(std::size_t added);
+
   /// None without points.
   const std::optional<Box3>& bounds() const;
 

@@ -98,6 +98,13 @@ std::vector<ComPtr<IDispatch>> makeObjects() {
     mesh->put_StyleRendu(2);
     return mesh;
   });
+  addMade(objects, [] {
+    const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+    path->setPoints(doubleArray({0, 0, 0, 1, 0, 0, 0, 1, 0}));
+    path->setTypes(doubleArray({0, 1}));
+    path->putref_Outil(createObject<IZYNOutil>(kToolProgId).Get());
+    return path;
+  });
   return objects;
 }
 

@@ -168,6 +168,18 @@ ComPtr<IDispatch> makeSomeMesh() {
   return mesh;
 }
 
+/// By speeds, with a tool.
+ComPtr<IDispatch> makeSomePath() {
+  const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+  path->setPoints(doubleArray({0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0}));
+  path->setTypes(doubleArray({0, 1, 7}));
+  path->put_ModeCouleur(1);
+  path->put_EchelleCouleurs(makeScale().Get());
+  path->putref_Outil(createObject<IZYNOutil>(kToolProgId).Get());
+  path->put_Position(2);
+  return path;
+}
+
 struct SceneClass {
   const char* name;
   ComPtr<IDispatch> (*make)();
@@ -190,7 +202,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SceneClass{"Triangle", makeSomeTriangle}, SceneClass{"Texte", makeText},
                     SceneClass{"UnicodeTexte", makeUnicodeText}, SceneClass{"Bitmap", makeSprite},
                     SceneClass{"Polyligne", makeTrace}, SceneClass{"EchelleCouleurs", makeScale},
-                    SceneClass{"Groupe", makeGroup}, SceneClass{"Maillage", makeSomeMesh}),
+                    SceneClass{"Groupe", makeGroup}, SceneClass{"Maillage", makeSomeMesh},
+                    SceneClass{"Trajet", makeSomePath}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
 // --- classes that are not drawn by views ---------------------------------------------------------

@@ -113,6 +113,15 @@ ComPtr<IDispatch> makeGroup() {
   return group;
 }
 
+/// By speeds, with a tool.
+ComPtr<IDispatch> makePath() {
+  const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+  require(path->setPoints(doubleArray({0, 0, 0, 1, 0, 0, 0, 1, 0})), "setPoints");
+  require(path->put_ModeCouleur(1), "ModeCouleur");
+  require(path->putref_Outil(createObject<IZYNOutil>(kToolProgId).Get()), "Outil");
+  return path;
+}
+
 /// Objects of each kind that can be added.
 std::vector<ComPtr<IDispatch>> addableObjects() {
   const auto plate = makeForeign<ForeignObject>();
@@ -126,6 +135,7 @@ std::vector<ComPtr<IDispatch>> addableObjects() {
           createObject<IDispatch>(kCameraProgId),
           createObject<IDispatch>(L"ZYNModeleGeom.Polyligne"),
           makeMesh({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}),
+          makePath(),
           makeScale(),
           makeGroup(),
           foreign};
@@ -231,6 +241,7 @@ TEST_F(OutOfMemoryTest, EveryMemberOfEveryClass) {
   std::vector<ComPtr<IDispatch>> targets = addableObjects();
   targets.pop_back();
   targets.push_back(createObject<IDispatch>(L"ZYNVue.ZYNEvenements"));
+  targets.push_back(createObject<IDispatch>(kToolProgId));
   View2DHost plotted({40, 40});
   const Graph plot = makePlot(plotted.get());
   for (const auto& part : partsOf(plot)) targets.push_back(part);
@@ -497,7 +508,8 @@ TEST_F(OutOfMemoryTest, PaintingGoesOnAfterwards) {
   View2DHost graph({40, 40});
   for (const auto& object :
        {ComPtr<IDispatch>(makeFlatTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, kRed)),
-        ComPtr<IDispatch>(makeText(L"label")), makeUnicodeText(), makeScale(), makeGroup()}) {
+        ComPtr<IDispatch>(makeText(L"label")), makeUnicodeText(), makePath(), makeScale(),
+        makeGroup()}) {
     require(view->Add(object.Get(), 0), "Add");
     require(graph->Add(object.Get(), 0), "Add");
   }

@@ -87,6 +87,19 @@ TEST(PathPlace, theLaterOfTwoSegmentsCountsAndAtTheEndTheLast) {
   EXPECT_EQ(placeAtSegment(path, 4).time, path.duration());
 }
 
+TEST(PathPlace, segmentsWithoutLengthAtTheBeginArePassedAtOnce) {
+  const ToolPath path({1, 0, 0, 1, 0, 0, 1, 0, 0, 2, 0, 0}, {}, {}, {});
+  for (const double wanted : {-1.0, 0.0}) {
+    EXPECT_EQ(placeAtTime(path, wanted).segment, 2U);
+    EXPECT_EQ(placeAtLength(path, wanted).segment, 2U);
+    EXPECT_EQ(placeAtTime(path, wanted).time, 0);
+  }
+  EXPECT_EQ(placeAtSegment(path, -1).segment, 0U);
+  const ToolPath waiting({1, 0, 0, 1, 0, 0, 2, 0, 0}, {}, {}, {{0, 3}});
+  EXPECT_EQ(placeAtTime(waiting, 0).segment, 0U);
+  EXPECT_EQ(placeAtTime(waiting, 3).segment, 1U);
+}
+
 TEST(PathPlace, timeAndLengthLeadToEachOther) {
   ToolPath path = corner();
   path.setSpeeds({10, 100, 3, 77});

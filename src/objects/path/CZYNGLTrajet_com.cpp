@@ -91,7 +91,8 @@ STDMETHODIMP CZYNGLTrajet::AjouterPoints(VARIANT XYZ, VARIANT Types, VARIANT Vit
     const auto newTypes = givenFor(L"Types", std::move(types), added);
     const auto newSpeeds = givenFor(L"Vitesses", std::move(speeds), added);
     const auto newLines = givenFor(L"Lignes", std::move(lines), added);
-    model_.extend([&](ToolPath& path) { path.append(points, newTypes, newSpeeds, newLines); });
+    model_.extend(points.size() / 3,
+                  [&](ToolPath& path) { path.append(points, newTypes, newSpeeds, newLines); });
   });
 }
 

@@ -33,8 +33,8 @@ class PathModel {
   void replace(ToolPath path) {
     path.setFeedSpeed(path_.feedSpeed());
     path.setRapidSpeed(path_.rapidSpeed());
+    place_ = placeAtTime(path, 0);
     path_ = std::move(path);
-    place_ = {};
     tree_ = {};
     ++revision_;
   }
@@ -47,15 +47,25 @@ class PathModel {
   /// Changes how segments are drawn or moved along. The time of the place stays.
   template <class Change>
   void changeSegments(const Change& change) {
+    const bool isUnderWay = place_.time > 0;
+    if (isUnderWay) {
+      path_.makeRoomToMeasure(0);
+    }
     change(path_);
     ++revision_;
-    place_ = placeAtTime(path_, place_.time);
+    if (isUnderWay) {
+      place_ = placeAtTime(path_, place_.time);
+    }
   }
 
-  /// Appends; the place stays.
+  /// Appends so many points; the place stays, at the end it is on what comes now.
   template <class Change>
-  void extend(const Change& change) {
-    const bool wasAtEnd = place_.time > 0 && place_.time >= path_.duration();
+  void extend(std::size_t points, const Change& change) {
+    const bool wasAtEnd =
+        path_.segmentCount() == 0 || (place_.share >= 1 && place_.length >= path_.length());
+    if (wasAtEnd) {
+      path_.makeRoomToMeasure(points);
+    }
     change(path_);
     if (wasAtEnd) {
       place_ = placeAtTime(path_, place_.time);
