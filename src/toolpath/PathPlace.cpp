@@ -44,7 +44,8 @@ PathPlace placeAtTime(const ToolPath& path, double wanted) {
   const double duration = path.durationOf(segment);
   if (passed < duration) {
     const double share = passed / duration;
-    return {time, path.lengthAt(segment) + share * path.segmentLength(segment), segment, share};
+    const double length = path.lengthAt(segment) + share * path.segmentLength(segment);
+    return {time, std::min(length, path.length()), segment, share};
   }
   if (segment + 1 == path.segmentCount()) {
     return {time, path.length(), segment, 1};
@@ -62,7 +63,8 @@ PathPlace placeAtLength(const ToolPath& path, double length) {
   const std::size_t segment = path.segmentAtLength(length);
   const double share =
       std::min((length - path.lengthAt(segment)) / path.segmentLength(segment), 1.0);
-  return {path.timeAt(segment) + share * path.durationOf(segment), length, segment, share};
+  const double time = path.timeAt(segment) + share * path.durationOf(segment);
+  return {std::min(time, path.duration()), length, segment, share};
 }
 
 PathPlace placeAtSegment(const ToolPath& path, std::int64_t segment) {

@@ -138,13 +138,14 @@ void ToolPath::measureLengths() const {
   for (auto arc = span(); lengths_.size() < pointCount();) {
     const std::size_t segment = lengths_.size() - 1;
     if (arc == arcs_.end() || segment < arc->first) {
-      lengths_.push_back(lengths_.back() + distanceBetween(pointAt(segment), pointAt(segment + 1)));
+      lengths_.push_back(
+          finite(lengths_.back() + distanceBetween(pointAt(segment), pointAt(segment + 1))));
       continue;
     }
     const double before = lengths_[arc->first];
     const std::size_t done = segment - arc->first + 1;
-    lengths_.push_back(
-        before + arc->arc.lengthTo(static_cast<double>(done) / static_cast<double>(arc->count)));
+    lengths_.push_back(finite(
+        before + arc->arc.lengthTo(static_cast<double>(done) / static_cast<double>(arc->count))));
     arc += done == arc->count ? 1 : 0;
   }
 }
@@ -163,7 +164,7 @@ void ToolPath::measureTimes() const {
     for (; dwell != dwells_.end() && dwell->point == point; ++dwell) {
       time += dwell->seconds;
     }
-    times_.push_back(time);
+    times_.push_back(finite(time));
   }
 }
 
@@ -195,8 +196,12 @@ PathPoint ToolPath::placeIn(std::size_t segment, double share) const {
   }
   const PathPoint from = pointAt(segment);
   const PathPoint to = pointAt(segment + 1);
-  return {from[0] + share * (to[0] - from[0]), from[1] + share * (to[1] - from[1]),
-          from[2] + share * (to[2] - from[2])};
+  PathPoint place{};
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    // By halves: the difference itself may be beyond all numbers.
+    place[axis] = from[axis] + 2 * (share * (to[axis] / 2 - from[axis] / 2));
+  }
+  return place;
 }
 
 }  // namespace zyn

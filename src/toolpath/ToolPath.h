@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -102,7 +103,7 @@ class ToolPath {
   double timeAt(std::size_t point) const;
   /// How long a segment takes, in seconds.
   double durationOf(std::size_t segment) const {
-    return segmentLength(segment) * kSeconds / speedOf(segment);
+    return finite(segmentLength(segment) * kSeconds / speedOf(segment));
   }
   double duration() const { return points_.empty() ? 0 : timeAt(pointCount() - 1); }
 
@@ -116,6 +117,12 @@ class ToolPath {
 
  private:
   static constexpr double kSeconds = 60;  ///< a minute
+
+  /// For what overflows the largest number, with which can be calculated.
+  static double finite(double number) {
+    constexpr double kMost = std::numeric_limits<double>::max();
+    return number <= kMost ? number : kMost;
+  }
 
   /// The values for `count` segments to which `added` come, of which all have `last` if none are
   /// given. Has made room in `column` when it returns.
