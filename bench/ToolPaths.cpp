@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -33,8 +35,19 @@ struct Route {
     points.insert(points.end(), {x, y, z});
     types.push_back(type);
   }
-  static test::Bounds bounds() { return {0, 100, 0, 100, 0, 50}; }
+  test::Bounds bounds() const;
 };
+
+test::Bounds Route::bounds() const {
+  const double none = std::numeric_limits<double>::infinity();
+  std::array<double, 3> low{none, none, none};
+  std::array<double, 3> high{-none, -none, -none};
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    low[i % 3] = std::min(low[i % 3], points[i]);
+    high[i % 3] = std::max(high[i % 3], points[i]);
+  }
+  return {low[0], high[0], low[1], high[1], low[2], high[2]};
+}
 
 constexpr int kLines = 160;   // of a layer, there and back, each in two pieces
 constexpr int kCircle = 480;  // chords of its round
@@ -149,14 +162,14 @@ void measureMemory(Report& report, const Route& route) {
   const auto count = static_cast<double>(route.segmentCount());
   const std::vector<double> speeds(route.segmentCount(), 500);
   const std::vector<std::int32_t> lines(route.segmentCount(), 7);
-  RawScene few([] {}, Route::bounds());
+  RawScene few([] {}, route.bounds());
   show(raw, few.dispatch());
   drawOrbitFrame(raw);
   double ofList = 0;
   {
     const RawRoute plain(route);
     const double withArrays = residentBytes();
-    RawScene scene([&] { plain.draw(); }, Route::bounds());
+    RawScene scene([&] { plain.draw(); }, route.bounds());
     show(raw, scene.dispatch());
     drawOrbitFrame(raw);
     drawOrbitFrame(raw);
@@ -191,7 +204,7 @@ void measureFrames(Report& report, const Sizes& sizes, const Route& route) {
   const auto path = makePath(arrays);
   View3DHost ours(kViewSize);
   View3DHost raw(kViewSize);
-  RawScene scene([&] { plain.draw(); }, Route::bounds());
+  RawScene scene([&] { plain.draw(); }, route.bounds());
   show(ours, path.Get());
   show(raw, scene.dispatch());
   const auto forget = [&] {
@@ -242,8 +255,9 @@ void measureFrames(Report& report, const Sizes& sizes, const Route& route) {
   report.add("path: AjouterPoints of 1000, next frame", "steady frame", grown[0], grown[1], 1.2);
 }
 
-/// The segment nearest to the viewer that a pick of five pixels meets, by trying all.
-std::size_t nearestOf(const Route& route, double x, double y, double reach) {
+/// The segment nearest to the viewer, who looks from above, within a reach of a place: by trying
+/// all.
+std::size_t nearestOf(const Route& route, const test::Vec& place, double reach) {
   std::size_t nearest = 0;
   double height = -1e300;
   for (std::size_t segment = 0; segment < route.segmentCount(); ++segment) {
@@ -251,7 +265,7 @@ std::size_t nearestOf(const Route& route, double x, double y, double reach) {
     double from = 0;
     double to = 1;
     for (int axis = 0; axis < 2; ++axis) {
-      const double middle = axis == 0 ? x : y;
+      const double middle = axis == 0 ? place.x : place.y;
       const double step = a[3 + axis] - a[axis];
       const double low = middle - reach - a[axis];
       const double high = middle + reach - a[axis];
@@ -275,21 +289,38 @@ void measurePicks(Report& report, const Sizes& sizes, const Route& route) {
   View3DHost view(kViewSize);
   show(view, path.Get());
   require(view->AddSelection(path.Get()), "AddSelection");
-  view.paint();
-  int x = 0;
+  constexpr double kPickSize = 5;
+  require(view->put_PickSize(kPickSize), "PickSize");
+  const test::DrawnCamera camera = view.camera();
+  const double reach = kPickSize / 2 * camera.width / camera.pixelWidth;
+  std::vector<test::Vec> places;  // on segments all over the route
+  constexpr std::size_t kPicks = 16;
+  for (std::size_t i = 1; i <= kPicks; ++i) {
+    const double* const a = route.points.data() + 3 * (i * 104729 % route.segmentCount());
+    places.push_back({(a[0] + a[3]) / 2, (a[1] + a[4]) / 2, (a[2] + a[5]) / 2});
+  }
   int picked = 0;
   std::size_t sum = 0;
   const auto pick = [&] {
-    x = (x + 37) % 100;
-    _variant_t found;
-    require(view->getSelectionUnderMouse(350 + x, 300, &found), "getSelectionUnderMouse");
-    picked += found.vt == (VT_ARRAY | VT_I4) ? 1 : 0;
+    for (const test::Vec& place : places) {
+      const auto [x, y] = camera.pixelOf(place);
+      _variant_t found;
+      require(view->getSelectionUnderMouse(static_cast<long>(x), static_cast<long>(y), &found),
+              "getSelectionUnderMouse");
+      picked += found.vt == (VT_ARRAY | VT_I4) ? 1 : 0;
+    }
   };
-  const auto linear = [&] { sum += nearestOf(route, 40 + 0.2 * x, 50, 0.5); };
+  const auto linear = [&] {
+    for (const test::Vec& place : places) {
+      sum += nearestOf(route, place, reach);
+    }
+  };
+  pick();  // makes the boxes
   const auto times = interleave({{pick}, {linear}}, sizes.rounds);
-  report.add("path: getSelectionUnderMouse", "linear scan of all segments", times[0], times[1],
-             0.02);
-  report.note(textOf("picks that hit: %d; of the limit: %.0f", picked, static_cast<double>(sum)));
+  report.add("path: getSelectionUnderMouse, 16 places", "linear scans of all segments", times[0],
+             times[1], 0.02);
+  report.note(textOf("picks that hit: %d; sum of the limit's segments: %.0f", picked,
+                     static_cast<double>(sum)));
 }
 
 void measureLoading(Report& report, const Sizes& sizes, const Route& route) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace zyn {
 
@@ -12,21 +13,25 @@ constexpr float kFar = std::numeric_limits<float>::infinity();
 float roundedDown(double number) { return std::nextafter(static_cast<float>(number), -kFar); }
 float roundedUp(double number) { return std::nextafter(static_cast<float>(number), kFar); }
 
+bool isBetweenCuts(std::int32_t type) {
+  return type == segment_type::kRapid || type == segment_type::kPlunge ||
+         type == segment_type::kRetract;
+}
+
 }  // namespace
 
-SegmentTree::Box SegmentTree::boxOfSegments(const ToolPath& path, std::size_t first,
-                                            std::size_t end) {
-  PathPoint low = path.pointAt(first);
-  PathPoint high = low;
-  for (std::size_t point = first + 1; point <= end; ++point) {
-    const PathPoint place = path.pointAt(point);
+SegmentTree::Box SegmentTree::Part::boxOfSegments(const ToolPath& path, std::size_t first,
+                                                  std::size_t end) const {
+  Box around{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}};
+  for (std::size_t i = first; i < end; ++i) {
+    const PathPoint from = path.pointAt(segments[i]);
+    const PathPoint to = path.pointAt(segments[i] + 1);
     for (std::size_t axis = 0; axis < 3; ++axis) {
-      low[axis] = std::min(low[axis], place[axis]);
-      high[axis] = std::max(high[axis], place[axis]);
+      around.low[axis] = std::min(around.low[axis], roundedDown(std::min(from[axis], to[axis])));
+      around.high[axis] = std::max(around.high[axis], roundedUp(std::max(from[axis], to[axis])));
     }
   }
-  return {{roundedDown(low[0]), roundedDown(low[1]), roundedDown(low[2])},
-          {roundedUp(high[0]), roundedUp(high[1]), roundedUp(high[2])}};
+  return around;
 }
 
 SegmentTree::Box SegmentTree::boxOfBoxes(const std::vector<Box>& boxes, std::size_t first,
@@ -41,31 +46,46 @@ SegmentTree::Box SegmentTree::boxOfBoxes(const std::vector<Box>& boxes, std::siz
   return around;
 }
 
+/// Those from `from` on are new.
+void SegmentTree::Part::extend(const ToolPath& path, std::size_t from) {
+  std::size_t changed = from / kLeaf;
+  std::size_t below = segments.size();
+  std::size_t fan = kLeaf;
+  for (std::size_t level = 0; below > 0 && (level == 0 || below > 1); ++level, fan = kFan) {
+    if (level == levels.size()) {
+      levels.emplace_back();
+      changed = 0;
+    }
+    const std::size_t boxes = (below + fan - 1) / fan;
+    levels[level].resize(boxes);
+    for (std::size_t i = changed; i < boxes; ++i) {
+      const std::size_t end = std::min(below, (i + 1) * fan);
+      levels[level][i] = level == 0 ? boxOfSegments(path, i * fan, end)
+                                    : boxOfBoxes(levels[level - 1], i * fan, end);
+    }
+    below = boxes;
+    changed /= kFan;
+  }
+}
+
 void SegmentTree::extend(const ToolPath& path) {
   const std::size_t count = path.segmentCount();
   if (count == count_) {
     return;
   }
-  std::size_t from = count_ / kLeaf;
-  count_ = 0;  // nothing is there where memory runs out
-  std::size_t below = count;
-  std::size_t fan = kLeaf;
-  for (std::size_t level = 0; level == 0 || below > 1; ++level, fan = kFan) {
-    if (level == levels_.size()) {
-      levels_.emplace_back();
-      from = 0;
-    }
-    const std::size_t boxes = (below + fan - 1) / fan;
-    levels_[level].resize(boxes);
-    for (std::size_t i = from; i < boxes; ++i) {
-      const std::size_t end = std::min(below, (i + 1) * fan);
-      levels_[level][i] = level == 0 ? boxOfSegments(path, i * fan, end)
-                                     : boxOfBoxes(levels_[level - 1], i * fan, end);
-    }
-    below = boxes;
-    from /= kFan;
+  SegmentTree grown = std::move(*this);
+  *this = {};  // where memory runs out it is made anew the next time
+  const std::array<std::size_t, 2> known{grown.parts_[0].segments.size(),
+                                         grown.parts_[1].segments.size()};
+  for (std::size_t segment = grown.count_; segment < count; ++segment) {
+    Part& part = grown.parts_[isBetweenCuts(path.typeOf(segment)) ? 1 : 0];
+    part.segments.push_back(static_cast<std::uint32_t>(segment));
   }
-  count_ = count;
+  for (std::size_t i = 0; i < known.size(); ++i) {
+    grown.parts_[i].extend(path, known[i]);
+  }
+  grown.count_ = count;
+  *this = std::move(grown);
 }
 
 }  // namespace zyn

@@ -53,7 +53,14 @@ TEST(SegmentPick, theTreeGrowsAsThePathAndFindsWhatAllSegmentsShow) {
     }
     return more;
   };
-  ToolPath path(points(40), {}, {}, {});
+  const auto types = [&](std::size_t count) {
+    std::vector<std::int32_t> some;
+    while (some.size() < count) {
+      some.push_back(static_cast<std::int32_t>(random() % 5));
+    }
+    return some;
+  };
+  ToolPath path(points(40), {types(39)}, {}, {});
   SegmentTree grown;
   for (int round = 0; round < 60; ++round) {
     grown.extend(path);
@@ -79,7 +86,7 @@ TEST(SegmentPick, theTreeGrowsAsThePathAndFindsWhatAllSegmentsShow) {
     ASSERT_TRUE(picked);
     EXPECT_GE(heightOf(*picked), highest - 0.01);
     EXPECT_EQ(nearestSegment(path, made, query), picked);
-    path.append(points(17), {}, {}, {});
+    path.append(points(17), types(17), {}, {});
   }
 }
 
