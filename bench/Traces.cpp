@@ -9,6 +9,7 @@
 #include "bench/RawScene.h"
 #include "support/ArrayVariant_win.h"
 #include "support/View2DHost_win.h"
+#include "support/View3DHost_win.h"
 
 namespace zyn::bench {
 
@@ -17,6 +18,7 @@ using test::ComPtr;
 using test::createObject;
 using test::require;
 using test::View2DHost;
+using test::View3DHost;
 
 namespace {
 
@@ -52,6 +54,68 @@ ComPtr<IZYNPolyligne> makeTrace(const Curve& curve) {
   require(trace->setPoints(x, y), "setPoints");
   require(trace->setColor(0, 0, 0.5, 1), "setColor");
   return trace;
+}
+
+/// A knot around a ring, along which a measurement was made: its points lie less than a pixel
+/// apart.
+struct SpaceCurve {
+  std::vector<double> x, y, z;
+};
+
+SpaceCurve makeKnot(int count) {
+  constexpr int kTurns = 301;
+  SpaceCurve curve;
+  for (int i = 0; i < count; ++i) {
+    const double around = 14 * 6.283185307179586 * i / count;
+    const double turn = kTurns * 6.283185307179586 * i / count;
+    const double radius = 3 + std::cos(turn);
+    curve.x.push_back(radius * std::cos(around));
+    curve.y.push_back(radius * std::sin(around));
+    curve.z.push_back(std::sin(turn));
+  }
+  return curve;
+}
+
+/// In a turning view, where nothing that was drawn before helps.
+void measureInSpace(Report& report, const Sizes& sizes) {
+  const SpaceCurve curve = makeKnot(sizes.points);
+  const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+  const _variant_t x = test::doubleArray(curve.x);
+  const _variant_t y = test::doubleArray(curve.y);
+  const _variant_t z = test::doubleArray(curve.z);
+  require(trace->setPoints3D(x, y, z), "setPoints3D");
+  require(trace->setColor(0, 0, 0.5, 1), "setColor");
+  std::vector<GLfloat> vertices;
+  for (std::size_t i = 0; i < curve.x.size(); ++i) {
+    for (const double coordinate : {curve.x[i], curve.y[i], curve.z[i]}) {
+      vertices.push_back(static_cast<GLfloat>(coordinate));
+    }
+  }
+  const auto strip = [&] {
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_LINE_SMOOTH);
+    glColor4d(0, 0, 0.5, 1);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, vertices.data());
+    glDrawArrays(GL_LINE_STRIP, 0, static_cast<GLsizei>(vertices.size() / 3));
+    glPopAttrib();
+    glPopClientAttrib();
+  };
+  const auto [left, right] = std::ranges::minmax(curve.x);
+  const auto [front, back] = std::ranges::minmax(curve.y);
+  const auto [bottom, top] = std::ranges::minmax(curve.z);
+  RawScene scene(strip, {left, right, front, back, bottom, top});
+  View3DHost ours(kViewSize);
+  View3DHost raw(kViewSize);
+  show(ours, trace.Get());
+  show(raw, scene.dispatch());
+  const auto times =
+      interleave({{[&] { drawOrbitFrame(ours); }}, {[&] { drawOrbitFrame(raw); }}}, sizes.rounds);
+  report.add(textOf("trace in space, orbit frame of %d points", sizes.points),
+             "display list of one line strip", times[0], times[1], 1.15);
+  noteDifference(report, ours.scene(), raw.scene());
 }
 
 /// An outside object that draws the curve as one line strip.
@@ -233,6 +297,7 @@ void measureTraces(Report& report, const Sizes& sizes) {
   measureZooming(report, sizes, curve, trace.Get());
   measureNearest(report, sizes, curve, trace.Get(), "far zoom", 0.1);
   measureNearest(report, sizes, curve, trace.Get(), "near zoom", 10.0 / sizes.points);
+  measureInSpace(report, sizes);
 }
 
 }  // namespace zyn::bench

@@ -164,7 +164,7 @@ STDMETHODIMP CZYNPolyligne::Draw2D(int mode) noexcept {
 HRESULT STDMETHODCALLTYPE CZYNPolyligne::draw(const DrawPass& pass) noexcept {
   return automation(*this, [&] {
     if (!pass.logs.any()) {
-      drawAs(pass.mode, pass.isFlat, pass.opacity);
+      drawAs(pass.mode, pass.isFlat, pass.opacity, pass.lists);
       return;
     }
     const SelectionNames names = namesFor(pass.mode, attribute_->number());
@@ -203,10 +203,15 @@ std::optional<Box3> STDMETHODCALLTYPE CZYNPolyligne::boundsOn(const AxisLogs& lo
   return bounds;
 }
 
-void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity) {
+void CZYNPolyligne::drawAs(int mode, bool isFlat, double opacity,
+                           const std::shared_ptr<DisplayLists>& lists) {
   const SelectionNames names = namesFor(mode, attribute_->number());
   LineStyle style = currentStyle();
   style.alpha *= opacity;
+  if (lists && !isFlat) {
+    drawKeptPolyline3D(points_, boxes(), style, cache_, {lists_, lists});
+    return;
+  }
   const auto drawPolyline = isFlat ? drawPolyline2D : drawPolyline3D;
   drawPolyline(points_, boxes(), style, cache_);
 }
@@ -357,6 +362,7 @@ LineStyle CZYNPolyligne::currentStyle() const {
 void CZYNPolyligne::take(PointSequence points) {
   points_ = std::move(points);
   boxes_.reset();
+  lists_.clear();
   cache_.clear();
   onLogs_.reset();
   watch_.tell(SceneChange::kShape);

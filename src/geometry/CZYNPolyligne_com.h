@@ -72,7 +72,8 @@ class CZYNPolyligne final
   void take(PointSequence points);
   OnLogs& on(const AxisLogs& logs);
   LineStyle currentStyle() const;
-  void drawAs(int mode, bool isFlat, double opacity);
+  void drawAs(int mode, bool isFlat, double opacity,
+              const std::shared_ptr<DisplayLists>& lists = nullptr);
   const RunBoxes& boxes();
   std::optional<TracePoint> nearestTo(IZYNPoint& point);
 
@@ -82,6 +83,7 @@ class CZYNPolyligne final
   LineStyle style_;              ///< with the scale of the view that draws it
   HGLRC viewContext_ = nullptr;  ///< in which that view draws
   PathCache cache_;
+  TraceLists lists_;
   std::unique_ptr<OnLogs> onLogs_;  ///< made when it is first needed
   Microsoft::WRL::ComPtr<CZYNAttribut> attribute_ = makeObject<CZYNAttribut>();
 };

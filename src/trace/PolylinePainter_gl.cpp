@@ -102,6 +102,28 @@ class VertexSpace {
 
 constexpr GlMatrix kIdentity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
+/// The model-view matrix for a scope; that before is given back at its end.
+class LoadedModelView {
+ public:
+  explicit LoadedModelView(const GlMatrix& matrix)
+      : mode_(enumState(GL_MATRIX_MODE)), saved_(matrixState(GL_MODELVIEW_MATRIX)) {
+    load(matrix);
+  }
+  ~LoadedModelView() { load(saved_); }
+  LoadedModelView(const LoadedModelView&) = delete;
+  LoadedModelView& operator=(const LoadedModelView&) = delete;
+
+ private:
+  void load(const GlMatrix& matrix) const {
+    glMatrixMode(GL_MODELVIEW);
+    glLoadMatrixd(matrix.data());
+    glMatrixMode(mode_);
+  }
+
+  GLenum mode_;
+  GlMatrix saved_;
+};
+
 GlMatrix flattened(GlMatrix matrix) {
   std::fill(matrix.begin() + 8, matrix.begin() + 12, 0.0);
   return matrix;
@@ -113,28 +135,13 @@ GlMatrix eyeMatrix(bool isFlat) {
 }
 
 /// Draws vertices by their place before the eye for a scope: a trace far from the origin, in a view
-/// that looks there, keeps its shape. The current model-view matrix is given back at the end.
+/// that looks there, keeps its shape.
 class EyeSpace : public VertexSpace {
  public:
-  explicit EyeSpace(bool isFlat)
-      : VertexSpace(eyeMatrix(isFlat)),
-        mode_(enumState(GL_MATRIX_MODE)),
-        saved_(matrixState(GL_MODELVIEW_MATRIX)) {
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glMatrixMode(mode_);
-  }
-  ~EyeSpace() {
-    glMatrixMode(GL_MODELVIEW);
-    glLoadMatrixd(saved_.data());
-    glMatrixMode(mode_);
-  }
-  EyeSpace(const EyeSpace&) = delete;
-  EyeSpace& operator=(const EyeSpace&) = delete;
+  explicit EyeSpace(bool isFlat) : VertexSpace(eyeMatrix(isFlat)) {}
 
  private:
-  GLenum mode_;
-  GlMatrix saved_;
+  LoadedModelView identity_{kIdentity};
 };
 
 using Places = std::span<const Point>;
@@ -331,8 +338,29 @@ void drawReduced(const VertexSpace& space, const TraceInWindow& trace, const Pix
   drawSpans(space, trace.points, reduced, trace.mapping, grid);
 }
 
+/// Whether places that are told in single precision, relative to the middle of the box, differ by
+/// less than OpenGL rounds them in the window.
+bool fitsSinglePrecision(const RunBox& all, const WindowMapping& mapping) {
+  constexpr double kMostPixels = 0x1p16;
+  const Box3& box = all.box;
+  return !all.isEmpty() && mapping.x.highest(box) - mapping.x.lowest(box) <= kMostPixels &&
+         mapping.y.highest(box) - mapping.y.lowest(box) <= kMostPixels;
+}
+
+/// All of a trace in space.
+void drawKept(const PointSequence& points, const RunBoxes& boxes, const KeptTrace& kept) {
+  const Point origin = boxes.all().box.centre();
+  GlMatrix moved = kIdentity;
+  moved[12] = origin.x;
+  moved[13] = origin.y;
+  moved[14] = origin.z;
+  const LoadedModelView scope(product(matrixState(GL_MODELVIEW_MATRIX), moved));
+  kept.lists.draw(kept.home, points, origin);
+}
+
+/// `kept`: null where it has to be drawn without.
 void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
-                  bool isFlat, PathCache& cache) {
+                  bool isFlat, PathCache& cache, const KeptTrace* kept) {
   const double width = (style.width > 0 ? style.width : 1) * style.pixelScale;
   if (integerState(GL_LIST_INDEX) != 0) {
     recordPolyline(points, style, width, isFlat);
@@ -348,6 +376,10 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
   const AutoGLLighting lighting(AutoGLLighting::kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
+  if (kept && mode == GL_RENDER && mapping && fitsSinglePrecision(boxes.all(), *mapping)) {
+    drawKept(points, boxes, *kept);
+    return;
+  }
   const EyeSpace space(isFlat);
   if (!mapping || mode == GL_FEEDBACK) {
     drawPath(space, wholePath(points), nullptr);
@@ -367,12 +399,17 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
 
 void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache) {
-  drawPolyline(points, boxes, style, false, cache);
+  drawPolyline(points, boxes, style, false, cache, nullptr);
+}
+
+void drawKeptPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
+                        PathCache& cache, const KeptTrace& kept) {
+  drawPolyline(points, boxes, style, false, cache, &kept);
 }
 
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache) {
-  drawPolyline(points, boxes, style, true, cache);
+  drawPolyline(points, boxes, style, true, cache, nullptr);
 }
 
 void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, double alpha,

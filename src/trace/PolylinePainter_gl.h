@@ -1,7 +1,10 @@
 #pragma once
 
+#include <memory>
+
 #include "core/PixelBox.h"
 #include "trace/PathCache.h"
+#include "trace/TraceLists_gl.h"
 
 namespace zyn {
 
@@ -28,9 +31,20 @@ void drawPolyline3D(const PointSequence& points, const RunBoxes& boxes, const Li
 void drawPolyline2D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
                     PathCache& cache);
 
-/// The same with a mapping of its own, to pixels, which the current matrices take to the window;
-/// `seen` is what can be seen of them. The current line width, smoothness and colour count, of
-/// which `alpha` is the opacity.
+/// Where a trace in space may be kept by the current context.
+struct KeptTrace {
+  TraceLists& lists;
+  const std::shared_ptr<DisplayLists>& home;
+};
+
+/// Draws as drawPolyline3D does, from kept lists of all points as long as single precision tells
+/// where these are: a view that turns has nothing to choose anew.
+void drawKeptPolyline3D(const PointSequence& points, const RunBoxes& boxes, const LineStyle& style,
+                        PathCache& cache, const KeptTrace& kept);
+
+/// Draws as drawPolyline2D does with a mapping of its own, to pixels, which the current matrices
+/// take to the window; `seen` is what can be seen of them. The current line width, smoothness and
+/// colour count, of which `alpha` is the opacity.
 void drawPolylineInPixels(const TraceInWindow& trace, const PixelBox& seen, double alpha,
                           PathCache& cache);
 

@@ -100,7 +100,7 @@ class CZYNGLMaillage final
 
   MeshModel model_;
   MeshLook look_;
-  MeshLists lists_;
+  ObjectLists lists_;
 
   ProgressListeners listeners_;
   std::unique_ptr<const MeshScale> currentScale_;  ///< as it was last used

@@ -99,7 +99,7 @@ std::array<double, 4> eyeOf(const GlMatrix& m) {
 class MeshPainter {
  public:
   MeshPainter(const MeshModel& model, const MeshLook& look, const MeshScale* scale,
-              const MeshPass& pass, MeshLists& lists)
+              const MeshPass& pass, ObjectLists& lists)
       : model_(model), mesh_(model.mesh()), look_(look), scale_(scale), pass_(pass), lists_(lists) {
     if (!pass.isFlat) {
       material_ = look.material;
@@ -110,7 +110,8 @@ class MeshPainter {
   void drawForPick();
 
  private:
-  using Part = MeshLists::Part;
+  /// Each has lists of its own.
+  enum Part { kSurfaces, kAbsent, kOutlines, kAbsentOutlines, kLines, kPoints };
 
   bool hasColours() const { return !mesh_.pointColours.empty() || !mesh_.faceColours.empty(); }
   double opacityOf(const MeshLook::Colour& colour) const { return colour.alpha * pass_.opacity; }
@@ -143,7 +144,7 @@ class MeshPainter {
   const MeshLook& look_;
   const MeshScale* scale_;
   const MeshPass& pass_;
-  MeshLists& lists_;
+  ObjectLists& lists_;
   std::optional<MeshLook::Material> material_;
 };
 
@@ -184,7 +185,7 @@ void MeshPainter::draw() {
 }
 
 void MeshPainter::drawFaces(bool isOutline) {
-  const Part part = isOutline ? Part::kOutlines : Part::kSurfaces;
+  const Part part = isOutline ? kOutlines : kSurfaces;
   const FaceSetting setting{.isOutline = isOutline, .isFlat = pass_.isFlat};
   if (scale_) {
     drawByValues(setting, part);
@@ -263,7 +264,7 @@ void MeshPainter::drawByValues(FaceSetting setting, Part part) {
   if (scale_->hasAbsent) {
     const auto& [r, g, b, alpha] = scale_->scale.absent;
     setting.absentOnly = true;
-    const Part absent = setting.isOutline ? Part::kAbsentOutlines : Part::kAbsent;
+    const Part absent = setting.isOutline ? kAbsentOutlines : kAbsent;
     std::optional<AutoGLColor> guard;
     setColour(guard, {r, g, b, alpha});
     const CurrentNormal normal;
@@ -276,7 +277,7 @@ void MeshPainter::drawDepth() {
   // Silhouettes win against the faces beside those that they lie on, too.
   const SurfacesBehind behind(2 + edgeWidth());
   const DepthOnly scope;
-  drawChunks({}, Part::kSurfaces, 0);
+  drawChunks({}, kSurfaces, 0);
 }
 
 void MeshPainter::drawChunks(const FaceSetting& setting, Part part, std::uint64_t number) {
@@ -314,7 +315,7 @@ void MeshPainter::drawEdges(bool featuresOnly) {
   const auto& [r, g, b, alpha] = look_.edgeColour;
   const UnlitColour colour(r, g, b, opacityOf(look_.edgeColour));
   const AutoGLLineWidth width(edgeWidth());
-  drawPart(Part::kLines, mixed({featuresOnly ? look_.featureAngle : -1}), [&] {
+  drawPart(kLines, mixed({featuresOnly ? look_.featureAngle : -1}), [&] {
     drawLines(featuresOnly ? featureEdges(mesh_, model_.edges(), look_.featureAngle)
                            : allEdges(model_.edges()));
   });
@@ -344,7 +345,7 @@ void MeshPainter::drawPoints() {
   const AutoGLPointSize size(edgeWidth());
   const std::uint64_t setting =
       mixed({pass_.opacity, scale_ ? static_cast<double>(scale_->revision) : -1});
-  drawPart(Part::kPoints, setting, [&] {
+  drawPart(kPoints, setting, [&] {
     VertexArrays arrays;
     for (std::size_t point = 0; point < mesh_.pointCount(); ++point) {
       arrays.positions.push_back(positionOf(point));
@@ -409,7 +410,7 @@ void MeshPainter::drawForPick() {
 }  // namespace
 
 void drawMesh(const MeshModel& model, const MeshLook& look, const MeshScale* scale,
-              const MeshPass& pass, MeshLists& lists) {
+              const MeshPass& pass, ObjectLists& lists) {
   MeshPainter painter(model, look, scale, pass, lists);
   if (enumState(GL_RENDER_MODE) == GL_SELECT) {
     painter.drawForPick();

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "contract/PickQuery.h"
-#include "objects/mesh/MeshLists_gl.h"
+#include "glcontext/ObjectLists_gl.h"
 #include "objects/mesh/MeshLook.h"
 #include "objects/mesh/MeshModel.h"
 #include "objects/mesh/MeshScale.h"
@@ -28,6 +28,6 @@ struct MeshPass {
 /// values; null without them. In a selection its faces are drawn each under the name of the mesh
 /// and their own.
 void drawMesh(const MeshModel& model, const MeshLook& look, const MeshScale* scale,
-              const MeshPass& pass, MeshLists& lists);
+              const MeshPass& pass, ObjectLists& lists);
 
 }  // namespace zyn

@@ -127,7 +127,7 @@ class MeshPainterTest : public GlTest {
   MeshLook look_;
   std::optional<MeshScale> scale_;
   std::shared_ptr<DisplayLists> home_ = std::make_shared<DisplayLists>();
-  std::unique_ptr<MeshLists> lists_ = std::make_unique<MeshLists>();
+  std::unique_ptr<ObjectLists> lists_ = std::make_unique<ObjectLists>();
 };
 
 TEST_F(MeshPainterTest, GivesTheStateBack) {
@@ -156,7 +156,7 @@ TEST_F(MeshPainterTest, DisplayListsShowTheSame) {
     const Image expected = picture(pass);
     shown += expected.count({0, 0, 0}) < kSide * kSide ? 1 : 0;
     // A context shows either the plane or space.
-    lists_ = std::make_unique<MeshLists>();
+    lists_ = std::make_unique<ObjectLists>();
     pass.lists = home_;
     EXPECT_TRUE(picture(pass) == expected) << "compiled";
     EXPECT_TRUE(picture(pass) == expected) << "called";

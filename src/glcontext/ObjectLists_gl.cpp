@@ -1,4 +1,4 @@
-#include "objects/mesh/MeshLists_gl.h"
+#include "glcontext/ObjectLists_gl.h"
 
 #include <algorithm>
 
@@ -6,14 +6,14 @@
 
 namespace zyn {
 
-MeshLists::~MeshLists() {
+ObjectLists::~ObjectLists() {
   for (Set& set : sets_) {
     giveUp(set, 0);
   }
 }
 
-MeshLists::Set& MeshLists::setFor(const std::shared_ptr<DisplayLists>& home, Part part,
-                                  std::uint64_t setting, std::size_t count) {
+ObjectLists::Set& ObjectLists::setFor(const std::shared_ptr<DisplayLists>& home, int part,
+                                      std::uint64_t setting, std::size_t count) {
   std::erase_if(sets_, [](const Set& set) { return set.home.expired(); });
   auto set = std::find_if(sets_.begin(), sets_.end(), [&](const Set& other) {
     return other.part == part && other.home.lock() == home;
@@ -33,14 +33,14 @@ MeshLists::Set& MeshLists::setFor(const std::shared_ptr<DisplayLists>& home, Par
   return *set;
 }
 
-void MeshLists::callLists(const GLuint* names, std::size_t count) {
+void ObjectLists::callLists(const GLuint* names, std::size_t count) {
   const auto base = static_cast<GLuint>(integerState(GL_LIST_BASE));
   glListBase(0);
   glCallLists(static_cast<GLsizei>(count), GL_UNSIGNED_INT, names);
   glListBase(base);
 }
 
-void MeshLists::giveUp(Set& set, std::size_t from) noexcept {
+void ObjectLists::giveUp(Set& set, std::size_t from) noexcept {
   const auto home = set.home.lock();
   for (std::size_t i = from; i < set.names.size(); ++i) {
     if (home && set.names[i] != 0) {

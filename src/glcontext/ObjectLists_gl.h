@@ -9,23 +9,20 @@
 
 namespace zyn {
 
-/// The display lists of one mesh, in every context that has drawn it. Each is compiled when it is
+/// The display lists of one object, in every context that has drawn it. Each is compiled when it is
 /// first needed and whenever its revision has changed.
-class MeshLists {
+class ObjectLists {
  public:
-  /// What is drawn: each part has lists of its own.
-  enum class Part { kSurfaces, kAbsent, kOutlines, kAbsentOutlines, kLines, kPoints };
+  ObjectLists() = default;
+  ~ObjectLists();
+  ObjectLists(const ObjectLists&) = delete;
+  ObjectLists& operator=(const ObjectLists&) = delete;
 
-  MeshLists() = default;
-  ~MeshLists();
-  MeshLists(const MeshLists&) = delete;
-  MeshLists& operator=(const MeshLists&) = delete;
-
-  /// Draws a part in the context that has these lists. `setting`: anything that changes when all of
-  /// it has to be compiled anew; `revisionOf(i)`: the same for the i-th of `count` lists, which
-  /// `emit(i)` fills.
+  /// Draws a part, each of which has lists of its own, in the context that has these lists.
+  /// `setting`: anything that changes when all of it has to be compiled anew; `revisionOf(i)`: the
+  /// same for the i-th of `count` lists, which `emit(i)` fills.
   template <class RevisionOf, class Emit>
-  void draw(const std::shared_ptr<DisplayLists>& home, Part part, std::uint64_t setting,
+  void draw(const std::shared_ptr<DisplayLists>& home, int part, std::uint64_t setting,
             std::size_t count, RevisionOf revisionOf, Emit emit) {
     Set& set = setFor(home, part, setting, count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -52,13 +49,13 @@ class MeshLists {
  private:
   struct Set {
     std::weak_ptr<DisplayLists> home{};
-    Part part{};
+    int part = 0;
     std::uint64_t setting = 0;
     std::vector<GLuint> names{};             ///< 0 where there is none yet
     std::vector<std::uint64_t> revisions{};  ///< 0 where nothing is compiled
   };
 
-  Set& setFor(const std::shared_ptr<DisplayLists>& home, Part part, std::uint64_t setting,
+  Set& setFor(const std::shared_ptr<DisplayLists>& home, int part, std::uint64_t setting,
               std::size_t count);
   static void callLists(const GLuint* names, std::size_t count);
   static void giveUp(Set& set, std::size_t from) noexcept;
