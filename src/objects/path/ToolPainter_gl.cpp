@@ -1,8 +1,12 @@
 #include "objects/path/ToolPainter_gl.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/SurfaceState_gl.h"
@@ -60,6 +64,83 @@ void drawBand(const ToolBand& band, const PathPoint& tip, bool isFlat) {
   arrays.draw(GL_QUAD_STRIP);
 }
 
+void drawBands(const std::vector<ToolBand>& bands, const ToolShape& shape, const PathPoint& tip,
+               const ToolPass& pass) {
+  for (const ToolBand& band : bands) {
+    const PartColour colour(colourOf(shape, band.part), pass);
+    drawBand(band, tip, pass.isFlat);
+  }
+}
+
+/// How far a tool reaches out of the depths that are shown, in these: it has no box to which they
+/// would be fitted.
+struct Overhang {
+  double nearer = 0;
+  double farther = 0;
+};
+
+Overhang overhangOf(const std::vector<ToolBand>& bands, const PathPoint& tip,
+                    const GlMatrix& clip) {
+  constexpr double kMost = 1e4;  // also for what is behind the eye
+  Overhang found;
+  const auto include = [&](double x, double y, double z) {
+    const double depth = clip[2] * x + clip[6] * y + clip[10] * z + clip[14];
+    const double w = clip[3] * x + clip[7] * y + clip[11] * z + clip[15];
+    const double shown = w > 0 ? depth / w : -kMost;
+    found.nearer = std::clamp(-1 - shown, found.nearer, kMost);
+    found.farther = std::clamp(shown - 1, found.farther, kMost);
+  };
+  for (const ToolBand& band : bands) {
+    for (const ToolBand::Ring& ring : {band.low, band.high}) {
+      for (const double x : {tip[0] - ring.radius, tip[0] + ring.radius}) {
+        for (const double y : {tip[1] - ring.radius, tip[1] + ring.radius}) {
+          include(x, y, tip[2] + ring.height);
+        }
+      }
+    }
+  }
+  return found;
+}
+
+/// Shows depths beyond those of the projection, for a scope: in front of all else, or behind.
+class DepthsBeyond {
+ public:
+  /// `depth`: how far it reaches, in the depth that is shown else, which is 2; `side`: -1 for what
+  /// is nearer, 1 for what is farther.
+  DepthsBeyond(const GlMatrix& projection, double depth, double side) : projection_(projection) {
+    constexpr double kShare = 0x1p-10;  // of the depth buffer
+    constexpr double kMargin = 1.01;    // for ends that lie exactly there
+    const double scale = 2 / (kMargin * depth);
+    const double shift = -side * (1 + scale);
+    GlMatrix moved = projection;
+    for (std::size_t column = 0; column < 4; ++column) {
+      moved[4 * column + 2] =
+          scale * projection[4 * column + 2] + shift * projection[4 * column + 3];
+    }
+    load(moved);
+    std::array<GLdouble, 2> range{};
+    glGetDoublev(GL_DEPTH_RANGE, range.data());
+    const double share = kShare * (range[1] - range[0]);
+    if (side < 0) {
+      glDepthRange(range[0], range[0] + share);
+    } else {
+      glDepthRange(range[1] - share, range[1]);
+    }
+  }
+  ~DepthsBeyond() { load(projection_); }
+  DepthsBeyond(const DepthsBeyond&) = delete;
+  DepthsBeyond& operator=(const DepthsBeyond&) = delete;
+
+ private:
+  static void load(const GlMatrix& matrix) {
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixd(matrix.data());
+  }
+
+  PushedAttributes saved_{GL_VIEWPORT_BIT | GL_TRANSFORM_BIT};
+  GlMatrix projection_;
+};
+
 }  // namespace
 
 void drawTool(const ToolShape& shape, const PathPoint& tip, const ToolPass& pass) {
@@ -72,9 +153,19 @@ void drawTool(const ToolShape& shape, const PathPoint& tip, const ToolPass& pass
   if (pass.isOutline) {
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
   }
-  for (const ToolBand& band : toolBands(shape)) {
-    const PartColour colour(colourOf(shape, band.part), pass);
-    drawBand(band, tip, pass.isFlat);
+  const std::vector<ToolBand> bands = toolBands(shape);
+  drawBands(bands, shape, tip, pass);
+  if (pass.isFlat || isRecording()) {
+    return;
+  }
+  const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
+  const Overhang overhang =
+      overhangOf(bands, tip, product(projection, matrixState(GL_MODELVIEW_MATRIX)));
+  for (const auto& [depth, side] : {std::pair(overhang.nearer, -1.0), {overhang.farther, 1.0}}) {
+    if (depth > 0) {
+      const DepthsBeyond shown(projection, depth, side);
+      drawBands(bands, shape, tip, pass);
+    }
   }
 }
 
