@@ -26,12 +26,16 @@ class BandBuilder {
     }
   }
 
-  /// A quarter of a circle from the flat of the tip to the side.
-  void corner(double inner, double radius, ToolBand::Part part) {
+  /// A quarter of a circle from the flat of the tip to the side, both of which it meets exactly.
+  void corner(double outer, double radius, ToolBand::Part part) {
+    const auto sineOf = [](int step) {
+      return std::sin(std::numbers::pi / 2 * step / kCornerSteps);
+    };
     const auto ringAt = [&](int step) {
-      const double angle = std::numbers::pi / 2 * step / kCornerSteps;
-      return ToolBand::Ring{inner + radius * std::sin(angle), radius * (1 - std::cos(angle)),
-                            std::sin(angle), -std::cos(angle)};
+      const double outwards = sineOf(step);
+      const double downwards = sineOf(kCornerSteps - step);
+      return ToolBand::Ring{outer - radius * (1 - outwards), radius * (1 - downwards), outwards,
+                            -downwards};
     };
     for (int step = 0; radius > 0 && step < kCornerSteps; ++step) {
       bands_.push_back({ringAt(step), ringAt(step + 1), part});
@@ -52,7 +56,7 @@ std::vector<ToolBand> toolBands(const ToolShape& shape) {
   const double cut = std::clamp(shape.cutLength, corner, shape.length);
   BandBuilder bands;
   bands.disc(0, 0, radius - corner, -1, ToolBand::kCutter);
-  bands.corner(radius - corner, corner, ToolBand::kCutter);
+  bands.corner(radius, corner, ToolBand::kCutter);
   bands.cylinder(radius, corner, cut, ToolBand::kCutter);
   bands.cylinder(radius, cut, shape.length, ToolBand::kShank);
   const double holder = shape.holderDiameter / 2;
