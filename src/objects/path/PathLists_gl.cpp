@@ -13,10 +13,23 @@ PathLists::~PathLists() {
   }
 }
 
+std::vector<PathLists::Set>::iterator PathLists::setOf(
+    const std::shared_ptr<DisplayLists>& home) noexcept {
+  return std::find_if(sets_.begin(), sets_.end(),
+                      [&](const Set& set) { return set.home.lock() == home; });
+}
+
+void PathLists::keepChunks(const std::shared_ptr<DisplayLists>& home, std::size_t count) noexcept {
+  const auto set = setOf(home);
+  while (set != sets_.end() && set->chunks.size() > count) {
+    giveUp(*home, set->chunks.back(), 0);
+    set->chunks.pop_back();
+  }
+}
+
 PathLists::Chunk& PathLists::chunkFor(const std::shared_ptr<DisplayLists>& home,
                                       std::size_t chunk) {
-  auto set = std::find_if(sets_.begin(), sets_.end(),
-                          [&](const Set& other) { return other.home.lock() == home; });
+  auto set = setOf(home);
   if (set == sets_.end()) {
     std::erase_if(sets_, [](const Set& other) { return other.home.expired(); });
     sets_.push_back({home, {}});

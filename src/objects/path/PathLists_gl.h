@@ -57,6 +57,9 @@ class PathLists {
     return &kept.pieces;
   }
 
+  /// Gives up those of chunks that the path no longer has.
+  void keepChunks(const std::shared_ptr<DisplayLists>& home, std::size_t count) noexcept;
+
  private:
   struct Chunk {
     Source source;  ///< without segments: nothing is compiled
@@ -67,6 +70,7 @@ class PathLists {
     std::vector<Chunk> chunks;
   };
 
+  std::vector<Set>::iterator setOf(const std::shared_ptr<DisplayLists>& home) noexcept;
   Chunk& chunkFor(const std::shared_ptr<DisplayLists>& home, std::size_t chunk);
   static bool makeNames(DisplayLists& home, Chunk& chunk, std::size_t count);
   static void giveUp(DisplayLists& home, Chunk& chunk, std::size_t from) noexcept;

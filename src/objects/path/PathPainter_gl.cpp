@@ -258,6 +258,9 @@ void PathPainter::draw() {
       drawChunk(first / kChunk, isDone);
     }
   }
+  if (pass_.lists) {
+    lists_.keepChunks(pass_.lists, (path_.segmentCount() + kChunk - 1) / kChunk);
+  }
 }
 
 void PathPainter::drawForPick() const {
