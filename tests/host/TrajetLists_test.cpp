@@ -1,6 +1,7 @@
 // The display lists that a drawn tool path keeps: as many as what it has become needs, none after
 // it or its context has gone, and the same pictures where there are no names for any.
 #include <algorithm>
+#include <functional>
 
 #include "support/Drawer_win.h"
 #include "support/FailingImport_win.h"
@@ -193,6 +194,110 @@ TEST_P(TrajetLists, OfManyContextsNothingStays) {
     drawer_->frame();
   });
 }
+
+/// Hosts record what objects draw in lists of their own, and ask OpenGL what is where.
+class TrajetOfHosts : public HostTest, public testing::WithParamInterface<DrawerClass> {
+ protected:
+  TrajetOfHosts() {
+    require(
+        path_->setPoints(doubleArray({10.5, 10.5, 0, 70.5, 10.5, 0, 70.5, 60.5, 0, 10.5, 60.5, 0})),
+        "setPoints");
+    require(path_->setTypes(doubleArray({0, 1, 2})), "setTypes");
+    require(path_->put_Decalage(0), "Decalage");
+    require(path_->put_Position(80), "Position");
+    require(path_->putref_Outil(createObject<IZYNOutil>(kToolProgId).Get()), "Outil");
+    const auto frame = createObject<IZYNGLTrajet>(kPathProgId);
+    require(frame->setPoints(doubleArray({0, 0, -60, kSize, kSize, 60})), "setPoints");
+    require(frame->setTypeVisible(1, VARIANT_FALSE), "setTypeVisible");
+    drawer_->add(frame.Get());
+    drawer_->add(host_->dispatch());
+    drawer_->lookAtPlane();
+  }
+
+  Image frame(const std::function<void()>& draw) {
+    host_->onDraw3D = host_->onDraw2D = [&](int) {
+      draw();
+      EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+      return S_OK;
+    };
+    return drawer_->frame();
+  }
+  void drawPath() {
+    const auto drawable = queryFor<IGLDraw>(path_.Get());
+    EXPECT_EQ(GetParam().isPlane ? drawable->Draw2D(0) : drawable->Draw3D(0), S_OK);
+  }
+
+  std::unique_ptr<Drawer> drawer_ = GetParam().make(kSize, kSize);
+  ComPtr<IZYNGLTrajet> path_ = createObject<IZYNGLTrajet>(kPathProgId);
+  ComPtr<ForeignObject> host_ = makeForeign<ForeignObject>();
+};
+
+TEST_P(TrajetOfHosts, RecordedItIsTheSame) {
+  for (const long mode : {0L, 1L, 2L}) {
+    require(path_->put_ModeCouleur(mode), "ModeCouleur");
+    const Image expected = frame([&] { drawPath(); });
+    EXPECT_LT(expected.count(kBackground), kSize * kSize - 100);
+    const Image found = frame([&] {
+      const GLuint list = glGenLists(1);
+      glNewList(list, GL_COMPILE);
+      drawPath();
+      glEndList();
+      glCallList(list);
+      glDeleteLists(list, 1);
+    });
+    EXPECT_LE(pixelsApart(found, expected), 2) << mode;
+  }
+}
+
+TEST_P(TrajetOfHosts, SelectedByAHostItTellsItsNamesAndOneSegment) {
+  require(path_->put_NomSelection(42), "NomSelection");
+  std::vector<GLuint> buffer(512);
+  GLint hits = -1;
+  const auto select = [&](int namesBefore) {
+    frame([&] {
+      glSelectBuffer(static_cast<GLsizei>(buffer.size()), buffer.data());
+      glRenderMode(GL_SELECT);
+      glInitNames();
+      for (int i = 0; i < namesBefore; ++i) glPushName(7);
+      drawPath();
+      GLint depth = -1;
+      glGetIntegerv(GL_NAME_STACK_DEPTH, &depth);
+      EXPECT_EQ(depth, namesBefore);
+      hits = glRenderMode(GL_RENDER);
+    });
+  };
+  select(0);
+  ASSERT_EQ(hits, 1);
+  EXPECT_EQ(buffer[0], 2U);
+  EXPECT_EQ(buffer[3], 42U);
+  EXPECT_LT(buffer[4], 3U);
+  select(3);
+  ASSERT_EQ(hits, 1);
+  EXPECT_EQ(buffer[0], 5U);
+  require(path_->put_NomSelection(-1), "NomSelection");
+  select(0);
+  EXPECT_EQ(hits, 0);
+}
+
+TEST_P(TrajetOfHosts, FedBackItIsLines) {
+  std::vector<GLfloat> buffer(100000);
+  GLint values = -1;
+  frame([&] {
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_2D, buffer.data());
+    glRenderMode(GL_FEEDBACK);
+    drawPath();
+    values = glRenderMode(GL_RENDER);
+  });
+  ASSERT_GE(values, 3 * 5);
+  const auto end = buffer.begin() + values;
+  const auto isLine = [](GLfloat token) {
+    return token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN;
+  };
+  EXPECT_GE(std::count_if(buffer.begin(), end, isLine), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TrajetOfHosts, testing::ValuesIn(drawerClasses()),
+                         [](const auto& chosen) { return nameOf(chosen); });
 
 INSTANTIATE_TEST_SUITE_P(All, TrajetLists, testing::ValuesIn(drawerClasses()),
                          [](const auto& chosen) { return nameOf(chosen); });
