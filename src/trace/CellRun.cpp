@@ -200,6 +200,24 @@ void followEdge(const TraceInWindow& trace, const CellRun& run, std::vector<std:
   }
 }
 
+/// The ends of the run, and of what it covers along its column (or row).
+void addPeaks(const TraceInWindow& trace, const CellRun& run, std::vector<std::size_t>& chosen) {
+  const auto [first, last] = run.points;
+  chosen.push_back(first);
+  if (!(run.isInColumn && run.isInRow)) {
+    const AffineForm& along = run.along(trace.mapping);
+    const AffineForm down = -along;
+    const std::size_t high = RunSearch(trace, along).highest(run.points);
+    const std::size_t low = RunSearch(trace, down).highest(run.points);
+    for (const std::size_t peak : {std::min(low, high), std::max(low, high)}) {
+      if (peak > chosen.back() && peak < last) {
+        chosen.push_back(peak);
+      }
+    }
+  }
+  chosen.push_back(last);
+}
+
 }  // namespace
 
 void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun& run,
@@ -213,6 +231,10 @@ void outlineRun(const TraceInWindow& trace, const PixelGrid& grid, const CellRun
     for (std::size_t i = first; i <= last; ++i) {
       chosen.push_back(i);
     }
+    return;
+  }
+  if (grid.isMagnified) {
+    addPeaks(trace, run, chosen);
     return;
   }
   Outline(trace, grid, run, chosen).choose();

@@ -44,9 +44,10 @@ class PixelGrid {
   bool isShifted = false;  ///< by half a cell: cells change in the middle of pixels
   bool isThin = false;  ///< lines are one pixel wide, and a pixel shows only whether one lights it
   bool isSoft = false;  ///< a pixel shows by how much a line covers it: SoftWriter
-  bool isDashed = false;    ///< dashes are counted from where lines begin, seen or not
-  bool takesSpans = false;  ///< pixels of thin lines may be lit by other lines, at any depth
-  double depthStep = 0.0;   ///< depths that lie closer to each other are the same
+  bool isMagnified = false;  ///< cells are so small that a run shows only how far it reaches
+  bool isDashed = false;     ///< dashes are counted from where lines begin, seen or not
+  bool takesSpans = false;   ///< pixels of thin lines may be lit by other lines, at any depth
+  double depthStep = 0.0;    ///< depths that lie closer to each other are the same
 
   bool operator==(const PixelGrid&) const = default;
 
@@ -80,7 +81,7 @@ class PixelGrid {
     const auto within = [&bounds](double low, double high) {
       return Range{std::max(low, bounds.low), std::min(high, bounds.high)};
     };
-    if (isSoft) {
+    if (isSoft || isMagnified) {
       return {within(lower, upper), (lower + upper) / 2};
     }
     if (pixel - lower <= kRounding) {

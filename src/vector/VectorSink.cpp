@@ -168,6 +168,7 @@ class LayerOutput {
     grid.bottom = near.bottom;
     grid.top = near.top;
     grid.cellsPerPixel = kCellsPerPixel;
+    grid.isMagnified = true;
     grid.isDashed = !item.stroke.dashes.empty();
     grid.depthStep = std::numeric_limits<double>::infinity();
     const TraceInWindow trace{*item.points, *item.boxes, item.mapping, true};

@@ -186,6 +186,26 @@ TEST(PathReductionTest, AThinLineGoesWhereNeighbouringColumnsHaveNothingInCommon
   }
 }
 
+/// Of each run the ends, and how far it reaches.
+TEST(PathReductionTest, WhatIsMagnifiedIsDrawnByFourPointsACell) {
+  PixelGrid fine = grid();
+  fine.cellsPerPixel = 4;
+  fine.isMagnified = true;
+  const PointSequence points = noise(123457, 10);  // none on an edge between cells
+  const ReducedPath path = reduced(points, fine);
+  ASSERT_EQ(path.starts.size(), 1U);
+  EXPECT_LE(path.points.size(), 4 * 800U);
+  const auto heightsByCell = [&](const Indices& chosen) {
+    std::map<double, Extent> heights;
+    for (const std::size_t i : chosen) {
+      Extent& extent = heights[fine.column(points.x(i)).middle];
+      extent = {std::min(extent.low, points.y(i)), std::max(extent.high, points.y(i))};
+    }
+    return heights;
+  };
+  EXPECT_EQ(heightsByCell(path.points), heightsByCell(upTo(123457)));
+}
+
 TEST(PathReductionTest, ALineAlongOneRowHasTwoEnds) {
   std::vector<double> x;
   for (int i = 0; i < 100000; ++i) {
