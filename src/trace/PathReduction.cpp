@@ -27,16 +27,14 @@ class Walk {
         grid_(grid),
         hasDepth_(grid.depthStep < std::numeric_limits<double>::infinity()) {}
 
-  /// `takePoint` gets each point that no box was taken for; `takeBox` a box, its first point and
-  /// the one behind its last that is not shared, and answers whether it took it.
+  /// `takePoint` gets each point that no box was taken for, and answers where to go on; `takeBox`
+  /// a box, its first point and the one behind its last that is not shared, and answers the same,
+  /// the first point where it has not taken it.
   template <class TakePoint, class TakeBox>
   void run(const TakePoint& takePoint, const TakeBox& takeBox) const {
     for (std::size_t i = trace_.points.first(); i < trace_.points.end();) {
-      const std::size_t end = endOfBoxes(i, takeBox);
-      if (end == i) {
-        takePoint(i);
-      }
-      i = std::max(end, i + 1);
+      const std::size_t next = nextAfterBoxes(i, takeBox);
+      i = next > i ? next : takePoint(i);
     }
   }
 
@@ -58,15 +56,17 @@ class Walk {
   }
 
  private:
-  /// Behind the largest box taken of those that begin with the point; the point where none was.
+  /// Of the boxes that begin with the point the largest one is taken; the point where none is.
   template <class TakeBox>
-  std::size_t endOfBoxes(std::size_t i, const TakeBox& takeBox) const {
+  std::size_t nextAfterBoxes(std::size_t i, const TakeBox& takeBox) const {
     for (std::size_t level = levelsAt(i); level-- > 0;) {
       const std::size_t length = RunBoxes::length(level);
       const std::size_t last = trace_.points.end();
       const std::size_t end = i + length + 1 < last ? i + length : last;
-      if (takeBox(trace_.boxes.run(level, RunBoxes::runWith(i, level)), i, end)) {
-        return end;
+      const std::size_t next =
+          takeBox(trace_.boxes.run(level, RunBoxes::runWith(i, level)), i, end);
+      if (next > i) {
+        return next;
       }
     }
     return i;
@@ -112,17 +112,35 @@ class Reduction {
         walk_(trace, grid),
         grid_(grid),
         goesUp_(grid.isSoft && isUpright(trace)),
+        isSorted_(isSorted(trace, grid)),
         writer_(trace, grid, path) {}
 
   void run() {
-    walk_.run([this](std::size_t i) { takePoint(i); },
-              [this](const RunBox& box, std::size_t first, std::size_t end) {
-                return takeBox(box, first, end);
-              });
+    walk_.run(
+        [this](std::size_t i) {
+          takePoint(i);
+          return nextAfter(i + 1);
+        },
+        [this](const RunBox& box, std::size_t first, std::size_t end) {
+          return takeBox(box, first, end) ? nextAfter(end) : first;
+        });
     endLine();
   }
 
  private:
+  /// Whether the points of a column are sure to follow one another.
+  static bool isSorted(const TraceInWindow& trace, const PixelGrid& grid) {
+    const auto& [x, y, depth] = trace.mapping;
+    const RunBox all = trace.boxes.all();
+    return trace.isStable && all.whole && all.rises && x.y == 0 && x.z == 0 && y.x == 0 &&
+           y.z == 0 && grid.depthStep == std::numeric_limits<double>::infinity();
+  }
+
+  /// Where to go on when all before `end` has been taken.
+  std::size_t nextAfter(std::size_t end) const {
+    return lineIsOpen_ ? std::max(end, run_.points.last + 1) : end;
+  }
+
   void takePoint(std::size_t i) {
     if (points_.isGap(i)) {
       endLine();
@@ -150,7 +168,7 @@ class Reduction {
   /// Adds points without a gap to the run, or begins a new one with them; false when they do not
   /// make one run.
   bool take(const Extent& extent, const IndexRange& points) {
-    if (lineIsOpen_ && join(extent, points)) {
+    if (lineIsOpen_ && join(extent, points, reachedBy(points))) {
       return true;
     }
     const bool isBox = points.first != points.last;
@@ -169,7 +187,47 @@ class Reduction {
       lineIsOpen_ = true;
     }
     run_ = begun;
+    if (isSorted_ && run_.isInColumn && !run_.row.isOutside) {
+      takeColumn();
+    }
     return true;
+  }
+
+  /// Adds all points that lie in the column of the run that has begun.
+  void takeColumn() {
+    const IndexRange rest{run_.points.last, lastInColumn()};
+    if (rest.last > rest.first) {
+      columnLength_ = rest.last - run_.points.first;
+      const auto [low, high] = trace_.boxes.heights(points_, rest.first, rest.last);
+      const Box3 box{points_.x(rest.first), points_.x(rest.last), low, high, 0, 0};
+      join(walk_.extentOf(box), rest, rest);
+    }
+  }
+
+  /// Sought about where the column ends that is as long as the one before.
+  std::size_t lastInColumn() const {
+    const auto holds = [this](std::size_t i) {
+      return i < points_.end() && run_.column.pixels.holds(trace_.mapping.x.at(points_.x(i), 0, 0));
+    };
+    std::size_t in = run_.points.last;
+    std::size_t out = std::max(in, run_.points.first + columnLength_) + 1;
+    std::size_t step = 1;
+    if (holds(out)) {
+      for (; holds(out); step *= 2) {
+        in = out;
+        out += step;
+      }
+    } else {
+      for (; out - in > step && !holds(out - step); step *= 2) {
+        out -= step;
+      }
+      in = std::max(in, out - std::min(out, step));
+    }
+    while (out - in > 1) {
+      const std::size_t middle = in + (out - in) / 2;
+      (holds(middle) ? in : out) = middle;
+    }
+    return in;
   }
 
   /// How points lie in a column and a row of cells.
@@ -188,7 +246,7 @@ class Reduction {
     return isRun(run_, lie) ? std::optional(lie) : std::nullopt;
   }
 
-  bool join(const Extent& extent, const IndexRange& points) {
+  bool join(const Extent& extent, const IndexRange& points, const IndexRange& reached) {
     const std::optional<Lie> lie = joined(extent);
     if (!lie) {
       return false;
@@ -197,7 +255,6 @@ class Reduction {
     run_.isInRow = lie->isInRow;
     run_.depth = lie->depth;
     run_.points.last = points.last;
-    const IndexRange reached = reachedBy(points);
     run_.x.unite(extent.x, reached);
     run_.y.unite(extent.y, reached);
     return true;
@@ -252,6 +309,8 @@ class Reduction {
   const Walk walk_;
   const PixelGrid& grid_;
   bool goesUp_;
+  bool isSorted_;
+  std::size_t columnLength_ = 0;  ///< of the last column, in points
   Writer writer_;
 
   bool lineIsOpen_ = false;
@@ -283,15 +342,18 @@ ReducedPath reducePath(const TraceInWindow& trace, const PixelGrid& grid) {
 ReducedPath pathInSight(const TraceInWindow& trace, const PixelGrid& grid) {
   ReducedPath path;
   bool isOpen = false;
-  const auto take = [&](std::size_t i) { isOpen = writeUnlessGap(trace.points, i, isOpen, path); };
+  const auto take = [&](std::size_t i) {
+    isOpen = writeUnlessGap(trace.points, i, isOpen, path);
+    return i + 1;
+  };
   const Walk walk(trace, grid);
-  walk.run(take, [&](const RunBox& box, std::size_t first, std::size_t) {
+  walk.run(take, [&](const RunBox& box, std::size_t first, std::size_t end) {
     const bool isUnseen = walk.isUnseen(box);
     if (isUnseen && isOpen) {
       take(first);  // the line leads there
     }
     isOpen = isOpen && !isUnseen;
-    return isUnseen;
+    return isUnseen ? end : first;
   });
   path.locate(trace.points);
   return path;

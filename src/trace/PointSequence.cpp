@@ -15,6 +15,7 @@ RunBox nothing() {
 
 RunBox around(const PointSequence& points, std::size_t first, std::size_t last) {
   RunBox run = nothing();
+  double before = -kInfinity;
   for (std::size_t i = first; i <= last; ++i) {
     if (points.isGap(i)) {
       run.whole = false;
@@ -22,7 +23,11 @@ RunBox around(const PointSequence& points, std::size_t first, std::size_t last) 
       const double x = points.x(i);
       const double y = points.y(i);
       const double z = points.z(i);
-      run.box.unite({x, x, y, y, z, z});
+      Box3& box = run.box;
+      box = {std::min(box.xMin, x), std::max(box.xMax, x), std::min(box.yMin, y),
+             std::max(box.yMax, y), std::min(box.zMin, z), std::max(box.zMax, z)};
+      run.rises = run.rises && x >= before;
+      before = x;
     }
   }
   return run;
@@ -92,8 +97,49 @@ RunBox RunBoxes::made(const PointSequence& points, std::size_t level, std::size_
   for (std::size_t i = std::max(first, below.first()); i < end; ++i) {
     run.box.unite(below[i].box);
     run.whole = run.whole && below[i].whole;
+    run.rises = run.rises && below[i].rises;
   }
   return run;
+}
+
+/// Of each level those runs that are not in one of the next: neighbours share a point.
+std::pair<double, double> RunBoxes::heights(const PointSequence& points, std::size_t first,
+                                            std::size_t last) const {
+  double low = kInfinity;
+  double high = -kInfinity;
+  const auto takePoints = [&](std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i <= to; ++i) {
+      low = std::min(low, points.y(i));
+      high = std::max(high, points.y(i));
+    }
+  };
+  const auto takeRuns = [&](const SlidingVector<RunBox>& runs, std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i < to; ++i) {
+      low = std::min(low, runs[i].box.yMin);
+      high = std::max(high, runs[i].box.yMax);
+    }
+  };
+  std::size_t from = (first + kFan - 1) / kFan;
+  std::size_t to = last / kFan;
+  if (from >= to) {
+    takePoints(first, last);
+    return {low, high};
+  }
+  takePoints(first, from * kFan);
+  takePoints(to * kFan, last);
+  for (std::size_t level = 0; from < to; ++level) {
+    const std::size_t innerFrom = (from + kFan - 1) / kFan;
+    const std::size_t innerTo = to / kFan;
+    if (innerFrom >= innerTo) {
+      takeRuns(levels_[level], from, to);
+      break;
+    }
+    takeRuns(levels_[level], from, innerFrom * kFan);
+    takeRuns(levels_[level], innerTo * kFan, to);
+    from = innerFrom;
+    to = innerTo;
+  }
+  return {low, high};
 }
 
 RunBox RunBoxes::all() const {

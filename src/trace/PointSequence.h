@@ -72,6 +72,7 @@ class PointSequence {
 struct RunBox {
   Box3 box;           ///< around the points that are no gaps; turned inside out without any
   bool whole = true;  ///< no gap among its points
+  bool rises = true;  ///< no point has a smaller x than the one before; where it is whole
 
   bool isEmpty() const { return box.xMin > box.xMax; }
 };
@@ -97,6 +98,10 @@ class RunBoxes {
   std::size_t firstRun(std::size_t level) const { return levels_[level].first(); }
   std::size_t endRun(std::size_t level) const { return levels_[level].end(); }
   const RunBox& run(std::size_t level, std::size_t index) const { return levels_[level][index]; }
+
+  /// The least and the greatest y from one of the known points to another, none of them a gap.
+  std::pair<double, double> heights(const PointSequence& points, std::size_t first,
+                                    std::size_t last) const;
 
   /// Around all points; empty without a point that is no gap.
   RunBox all() const;

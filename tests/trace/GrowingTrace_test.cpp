@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -76,11 +77,12 @@ PointSequence plain(const PointSequence& points, std::size_t gaps = 0) {
 }
 
 RunBox scanned(const PointSequence& points, std::size_t first, std::size_t last) {
-  RunBox run{{kInfinity, -kInfinity, kInfinity, -kInfinity, kInfinity, -kInfinity}, true};
+  RunBox run{{kInfinity, -kInfinity, kInfinity, -kInfinity, kInfinity, -kInfinity}, true, true};
   for (std::size_t i = first; i <= last; ++i) {
     if (points.isGap(i)) {
       run.whole = false;
     } else {
+      run.rises = run.rises && (i == first || !(points.x(i) < points.x(i - 1)));
       run.box.unite({points.x(i), points.x(i), points.y(i), points.y(i), 0, 0});
     }
   }
@@ -99,6 +101,8 @@ void expectBoxesOf(const PointSequence& points, const RunBoxes& boxes) {
                                       std::min((i + 1) * length, points.end() - 1));
       ASSERT_EQ(boxes.run(level, i).box, expected.box) << level << ", " << i;
       ASSERT_EQ(boxes.run(level, i).whole, expected.whole) << level << ", " << i;
+      ASSERT_TRUE(!expected.whole || boxes.run(level, i).rises == expected.rises)
+          << level << ", " << i;
     }
   }
 }
@@ -117,6 +121,28 @@ TEST(GrowingTraceTest, BoxesKeepUpWithWhatIsAppendedAndDropped) {
         ASSERT_EQ(grown.points.size(), capacity ? std::min(capacity, to) : to);
       }
     }
+  }
+}
+
+TEST(GrowingTraceTest, HeightsAreThoseOfThePoints) {
+  std::mt19937 random(4);
+  std::normal_distribution<double> normal;
+  Values values;
+  for (int i = 0; i < 20000; ++i) {
+    values.x.push_back(i);
+    values.y.push_back(normal(random));
+  }
+  Grown grown;
+  grown.append(values, 0, 777, 0);
+  grown.append(values, 777, 20000, 15000);
+  for (int round = 0; round < 2000; ++round) {
+    const std::size_t first = 5000 + random() % 15000;
+    const std::size_t last =
+        first + random() % std::min<std::size_t>(20000 - first, round % 2 ? 15000 : 40);
+    const auto [low, high] = grown.boxes.heights(grown.points, first, last);
+    const auto y = values.part(values.y, first, last + 1);
+    ASSERT_EQ(low, *std::min_element(y.begin(), y.end())) << first << ' ' << last;
+    ASSERT_EQ(high, *std::max_element(y.begin(), y.end())) << first << ' ' << last;
   }
 }
 
@@ -145,8 +171,12 @@ PixelGrid gridOf(std::mt19937& random) {
   grid.bottom = -2;
   grid.top = 102;
   grid.depthStep = kInfinity;
-  grid.cellsPerPixel = random() % 2 ? 8 : 1;
-  grid.isThin = grid.cellsPerPixel == 1;
+  const auto kind = random() % 4;
+  constexpr std::array kCells{1.0, 8.0, 1.0, 4.0};
+  grid.cellsPerPixel = kCells[kind];
+  grid.isThin = kind == 0;
+  grid.isSoft = kind == 2;
+  grid.isMagnified = kind == 3;
   grid.takesSpans = grid.isThin && random() % 2;
   return grid;
 }
