@@ -22,6 +22,11 @@ constexpr double kBeyond = 0.5;
 /// line between its ends.
 constexpr double kBeside = 0.25;
 
+void stretch(PixelSpan& span, double height) {
+  span.low = std::min(span.low, height);
+  span.high = std::max(span.high, height);
+}
+
 double cross(const PlanePoint& a, const PlanePoint& b) { return a.x * b.y - a.y * b.x; }
 
 }  // namespace
@@ -66,22 +71,30 @@ void SoftWriter::add(const CellRun& run) {
     }
     return;
   }
-  // What boxes tell holds the next run's first point too; it serves where it decides nothing.
-  if (run.isOutside() || beyondEnds(run, run.along().pixels) <= kMiss) {
+  if (run.isOutside()) {
     follow(first);
     follow(last);
+    return;
+  }
+  // What boxes tell holds the next run's first point too; it serves where it decides nothing.
+  if (beyondEnds(run, run.along().pixels) <= kMiss) {
+    followEnds(run);
     return;
   }
   addLong(run);
 }
 
+void SoftWriter::followEnds(const CellRun& run) {
+  leaveSpanTo(run);
+  follow(run.points.first);
+  follow(run.points.last);
+}
+
 void SoftWriter::addLong(const CellRun& run) {
-  const auto [first, last] = run.points;
   const Range reached = reachOf(run);
   const double beyond = beyondEnds(run, reached);
   if (beyond <= kMiss) {
-    follow(first);
-    follow(last);
+    followEnds(run);
     return;
   }
   const bool isSteep = beyond <= kBeside * reached.size();
@@ -89,9 +102,9 @@ void SoftWriter::addLong(const CellRun& run) {
     addSpan(run, reached);
     return;
   }
-  leaveSpan();
+  leaveSpanTo(run);
   if (!isReached(run, reached)) {
-    follow(first);
+    follow(run.points.first);
   }
   if (beyond <= kBeyond) {
     const AffineForm& along = run.along(trace_.mapping);
@@ -101,7 +114,7 @@ void SoftWriter::addLong(const CellRun& run) {
     follow(std::min(low, high));
     follow(std::max(low, high));
   }
-  follow(last);
+  follow(run.points.last);
 }
 
 /// Whether the line has come so near to the first point that it may go on from where it is: as near
@@ -117,8 +130,7 @@ bool SoftWriter::isReached(const CellRun& run, const Range& reached) const {
   if (away <= kBeyond) {
     return true;
   }
-  const bool hasCome = path_.points.size() - path_.starts.back() > 1;
-  const double come = hasCome ? here - heightOf(path_.points[path_.points.size() - 2]) : 0;
+  const double come = hasLine() ? here - heightOf(path_.points[path_.points.size() - 2]) : 0;
   return away <= kBeside * reached.size() && come * (heightOf(run.points.last) - first) > 0;
 }
 
@@ -153,18 +165,26 @@ bool SoftWriter::isBeside(const CellRun& run) const {
          std::fabs(spanned_.lane().middle - run.lane().middle) == 1;
 }
 
-/// Spans beside each other meet where the line between them crosses from one to the other.
+/// Whether the trace goes from a point straight to the beginning of the run: all that is between
+/// lies in the column (or row) of either.
+bool SoftWriter::isClose(std::size_t before, const CellRun& run) const {
+  const auto across = [&](std::size_t i) { return trace_.at(run.across(trace_.mapping), i); };
+  return before + 1 == run.points.first &&
+         std::fabs(across(run.points.first) - across(before)) <= kBeyond;
+}
+
+/// Spans beside each other meet where the line between them crosses from one to the other. A line
+/// that ends close to a span is reached by it.
 void SoftWriter::addSpan(const CellRun& run, const Range& reached) {
   PixelSpan span{run.isInColumn, run.lane().middle, reached.low, reached.high, run.points.first};
   if (isBeside(run)) {
     const AffineForm& along = run.along(trace_.mapping);
     const double meeting =
         (trace_.at(along, spanned_.points.last) + trace_.at(along, run.points.first)) / 2;
-    PixelSpan& before = path_.spans.back();
-    before = {before.isInColumn, before.middle, std::min(before.low, meeting),
-              std::max(before.high, meeting), before.point};
-    span.low = std::min(span.low, meeting);
-    span.high = std::max(span.high, meeting);
+    stretch(path_.spans.back(), meeting);
+    stretch(span, meeting);
+  } else if (hasLine() && isClose(path_.points.back(), run)) {
+    stretch(span, trace_.at(run.along(trace_.mapping), path_.points.back()));
   } else if (isOpen_ || hasSpan_) {
     follow(run.points.first);
   }
@@ -172,6 +192,14 @@ void SoftWriter::addSpan(const CellRun& run, const Range& reached) {
   isOpen_ = false;
   hasSpan_ = true;
   spanned_ = run;
+}
+
+/// The line of the run, which is more than a point, begins where the span reaches.
+void SoftWriter::leaveSpanTo(const CellRun& run) {
+  if (hasSpan_ && isClose(spanned_.points.last, run)) {
+    hasSpan_ = false;
+    stretch(path_.spans.back(), trace_.at(run.along(trace_.mapping), run.points.first));
+  }
 }
 
 void SoftWriter::leaveSpan() {
@@ -192,7 +220,7 @@ void SoftWriter::follow(std::size_t i) {
     isOpen_ = true;
     return;
   }
-  if (path_.points.size() - path_.starts.back() > 1 && cone_.holds(to)) {
+  if (hasLine() && cone_.holds(to)) {
     path_.points.back() = i;
     cone_.narrow(to);
     return;

@@ -35,9 +35,14 @@ class SoftWriter {
   Range reachOf(const CellRun& run) const;
   bool isReached(const CellRun& run, const Range& reached) const;
   double beyondEnds(const CellRun& run, const Range& reached) const;
+  /// Whether what is open is more than a point.
+  bool hasLine() const { return isOpen_ && path_.points.size() - path_.starts.back() > 1; }
+  void followEnds(const CellRun& run);
   void addLong(const CellRun& run);
   void addSpan(const CellRun& run, const Range& reached);
   bool isBeside(const CellRun& run) const;
+  bool isClose(std::size_t before, const CellRun& run) const;
+  void leaveSpanTo(const CellRun& run);
   void leaveSpan();
   void follow(std::size_t i);
 

@@ -234,5 +234,51 @@ TEST(SoftWriterTest, TakesWhatThePixelsTake) {
   EXPECT_LT(path.points.size(), 100U);
 }
 
+/// Of points in order, only those about the ends of columns.
+TEST(SoftWriterTest, FindsTheEndsOfColumns) {
+  for (const double direction : {1.0, -1.0}) {
+    const PointSequence points = noise(1000000, 10);
+    const RunBoxes boxes(points);
+    const WindowMapping mapping{{direction, 0, 0, 100 - 100 * direction}, kPixels.y, {}};
+    PointSequence::reads = 0;
+    const ReducedPath path = reducePath({points, boxes, mapping, true}, picture());
+    EXPECT_LT(PointSequence::reads, 200 * 60U);
+    EXPECT_GE(path.spans.size(), 199U);
+  }
+}
+
+/// Where it is steep, noise is lines, at its turns spans: these reach to where the lines end,
+/// without more of them from one to the other.
+TEST(SoftWriterTest, SpansReachToTheLinesBesideThem) {
+  std::mt19937 random(1);
+  std::normal_distribution<double> normal(0, 1);
+  const PointSequence points =
+      across(20000, [&](double x) { return 50 + 45 * std::sin(x / 5) + normal(random); });
+  const ReducedPath path = reduced(points);
+  ASSERT_GT(path.spans.size(), 20U);
+  ASSERT_GT(path.starts.size(), 10U);
+  const auto spanAt = [&](double column) {
+    return std::find_if(path.spans.begin(), path.spans.end(),
+                        [&](const PixelSpan& span) { return span.middle == column + 0.5; });
+  };
+  const auto expectReached = [&](const Point& end, double column) {
+    const auto span = spanAt(column);
+    ASSERT_NE(span, path.spans.end()) << end.x;
+    EXPECT_LE(span->low, end.y) << end.x;
+    EXPECT_GE(span->high, end.y) << end.x;
+  };
+  for (std::size_t i = 0; i < path.starts.size(); ++i) {
+    const std::size_t first = path.starts[i];
+    const std::size_t end = i + 1 < path.starts.size() ? path.starts[i + 1] : path.places.size();
+    ASSERT_GE(end - first, 2U);
+    const Point& from = path.places[first];
+    const Point& to = path.places[end - 1];
+    EXPECT_EQ(spanAt(std::floor(from.x)), path.spans.end()) << from.x;
+    EXPECT_EQ(spanAt(std::floor(to.x)), path.spans.end()) << to.x;
+    if (first > 0) expectReached(from, std::floor(from.x) - 1);
+    if (to.x < 199) expectReached(to, std::floor(to.x) + 1);
+  }
+}
+
 }  // namespace
 }  // namespace zyn
