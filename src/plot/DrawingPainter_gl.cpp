@@ -189,13 +189,16 @@ class DrawingPainter {
     });
   }
 
+  /// Blending would read all that an opaque box covers.
   void operator()(const DrawnBoxes& item) {
     atlas_.flush();
     setColour(item.colour);
+    setEnabled(GL_BLEND, item.colour.alpha < 1);
     for (const PixelBox& box : item.boxes) {
       const PixelBox at = canvas_.at(box);
       glRectd(at.left, at.bottom, at.right, at.top);
     }
+    glEnable(GL_BLEND);
   }
 
   void operator()(const DrawnMarkers& item) {
