@@ -40,6 +40,22 @@ void PngEncoder::readPixels() {
   glReadPixels(0, 0, size_.cx, size_.cy, kBgr, GL_UNSIGNED_BYTE, pixels_.data());
 }
 
+void PngEncoder::readPixels(const std::filesystem::path& file) {
+  Gdiplus::Bitmap picture(file.c_str());
+  const Gdiplus::Rect all(0, 0, size_.cx, size_.cy);
+  Gdiplus::BitmapData data{};
+  data.Width = static_cast<UINT>(size_.cx);
+  data.Height = static_cast<UINT>(size_.cy);
+  data.Stride = -rowBytes_;
+  data.PixelFormat = PixelFormat24bppRGB;
+  data.Scan0 = pixels_.data() + static_cast<std::ptrdiff_t>(rowBytes_) * (size_.cy - 1);
+  if (picture.LockBits(&all, Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf,
+                       PixelFormat24bppRGB, &data) != Gdiplus::Ok) {
+    throw std::runtime_error("the plot's PNG file cannot be read");
+  }
+  picture.UnlockBits(&data);
+}
+
 void PngEncoder::save(const std::filesystem::path& file) {
   BYTE* const top = pixels_.data() + static_cast<std::ptrdiff_t>(rowBytes_) * (size_.cy - 1);
   Gdiplus::Bitmap bitmap(size_.cx, size_.cy, -rowBytes_, PixelFormat24bppRGB, top);

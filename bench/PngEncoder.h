@@ -17,6 +17,8 @@ class PngEncoder {
 
   /// Takes the pixels of the current rendering context.
   void readPixels();
+  /// Takes those of a picture of the same size.
+  void readPixels(const std::filesystem::path& file);
   void save(const std::filesystem::path& file);
 
  private:
