@@ -10,6 +10,8 @@ file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
 add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
 target_include_directories(zyn_logic PUBLIC src hosts tests)
+# What is tested is optimised a little: the tests look at hundreds of thousands of inputs.
+target_compile_options(zyn_logic PRIVATE -O1)
 target_compile_definitions(zyn_logic PUBLIC ZYN_COUNT_GUARDS ZYN_COUNT_READS)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings zyn_third_party)
