@@ -362,6 +362,57 @@ TEST_F(TrajetProgress, GoesOnWhereAListenerThrowsOrFails) {
   require(events_.point()->Unadvise(cookie), "Unadvise");
 }
 
+/// A scale of a path, a mesh and a map of a graph spans all of them, whoever changes while a
+/// program is loaded.
+TEST_F(TrajetProgress, AScaleIsSharedWithAMeshAndAMap) {
+  const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  const auto mesh = makeMesh({5, 5, -5, 55, 5, -5, 30, 55, -5}, {0, 1, 2});
+  require(mesh->setValeurs(doubleArray({-500, 0, 20})), "setValeurs");
+  const auto map = createObject<IZYNCarte>(L"ZYNVue.ZYNCarte");
+  require(map->setValeurs(doubleTable(2, 2)), "setValeurs");
+  require(path_->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  require(mesh->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  require(map->putref_EchelleCouleurs(scale.Get()), "EchelleCouleurs");
+  require(path_->put_ModeCouleur(1), "ModeCouleur");
+  View2DHost plotted({kSize, kSize});
+  const Graph graph(plotted.get());
+  require(graph.add(map.Get()), "Ajouter");
+  require(graph->put_Actif(VARIANT_TRUE), "Actif");
+  require(view_->Add(mesh.Get(), 0), "Add");
+  const auto range = [&] {
+    double least = 0;
+    double most = 0;
+    require(scale->get_Minimum(&least), "Minimum");
+    require(scale->get_Maximum(&most), "Maximum");
+    return std::pair(least, most);
+  };
+  EXPECT_EQ(range(), (std::pair{-500.0, 1000.0}));
+  std::vector<std::pair<double, double>> seen;
+  listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+    const auto count = static_cast<double>(seen.size());
+    require(mesh->setValeurs(doubleArray({-count, 2000 + count, 0})), "setValeurs");
+    view_.paint();
+    plotted.paint();
+    require(map->putref_EchelleCouleurs(seen.size() % 2 == 0 ? nullptr : scale.Get()),
+            "EchelleCouleurs");
+    require(scale->put_Palette(static_cast<long>(seen.size()) % 5), "Palette");
+    seen.push_back(range());
+    return S_OK;
+  };
+  ASSERT_EQ(load().code(), S_OK);
+  ASSERT_GE(seen.size(), 3U);
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    const auto count = static_cast<double>(i);
+    EXPECT_EQ(seen[i], (std::pair{-count, 2000 + count}));
+  }
+  listener_.onEvent = nullptr;
+  require(mesh->setValeurs(doubleArray({})), "setValeurs");
+  require(map->putref_EchelleCouleurs(nullptr), "EchelleCouleurs");
+  EXPECT_EQ((range().first + range().second) / 2, 600) << "about the only feed of the program";
+  view_.paint();
+  plotted.paint();
+}
+
 // --- arrays of scripts ---------------------------------------------------------------------------
 
 /// An array of a script, which runs code of its own when it is asked for its length.
