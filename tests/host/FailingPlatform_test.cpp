@@ -311,6 +311,15 @@ Pictures useFiles() {
     EXPECT_TRUE(faces == 0 || faces == 1);
     mesh->Enregistrer(bstr(folder.file(L"part.ply")));
   });
+  write(L"part.nc", "G1 X1 F60\nG2 X3 I1\n");
+  attempt([&] {
+    const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+    const Hearing hearing(path.Get());
+    const HRESULT loaded = path->ChargerGCode(bstr(folder.file(L"part.nc")));
+    double length = 0;
+    path->get_Longueur(&length);
+    EXPECT_EQ(length > 0, SUCCEEDED(loaded));
+  });
   return {};
 }
 
@@ -336,6 +345,16 @@ Pictures useGeometry() {
     graph->Add(trace.Get(), 0);
     exports.take("trace bmp",
                  [&](const _bstr_t&, const _bstr_t& file) { graph->CreateBitmap(file); });
+  });
+  attempt([&] {
+    const auto trace = createObject<IZYNPolyligne>(L"ZYNModeleGeom.Polyligne");
+    trace->setPoints3D(doubleArray({0, 1, 2}), doubleArray({0, 2, 1}), doubleArray({0, 1, 1}));
+    const auto scene = createObject<IZYN3DGLBitmapContext>(kContextProgId);
+    long made = 0;
+    scene->CreateContext(kSize, kSize, &made);
+    scene->Add(trace.Get(), 0);
+    exports.take("trace in space bmp",
+                 [&](const _bstr_t&, const _bstr_t& file) { scene->CreateBitmap(file); });
   });
   return exports.pictures();
 }
