@@ -76,11 +76,11 @@ play_part() {
   pictures+=(part/part.png)
 }
 
-# watch SCENE FILE: the viewer, driven by mouse and keys.
+# watch SCENE FILE [PROGRAM]: the viewer, driven by mouse and keys.
 watch() {
   local output
   printf '== viewer: %s\n' "$2"
-  output=$("$root/tools/demo_viewer.sh" "$1" "$2" "$gallery/viewer") || die "the viewer failed"
+  output=$("$root/tools/demo_viewer.sh" "$1" "$2" "$gallery/viewer" "${@:3}") || die "the viewer failed"
   mapfile -t -O "${#pictures[@]}" pictures <<<"$output"
 }
 

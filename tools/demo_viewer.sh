@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the viewer with mouse and keys of the build tree's private display and takes pictures of it.
-# usage: demo_viewer.sh SCENE FILE FOLDER   (run by "zyn demo"; SCENE: model, graph or decades; prints the pictures'
-# names)
+# usage: demo_viewer.sh SCENE FILE FOLDER [PROGRAM]   (run by "zyn demo"; SCENE: model, graph, decades or path, which
+# takes a program besides; prints the pictures' names)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -10,7 +10,8 @@ scene=$1
 file=$(realpath -e "$2")
 mkdir -p "$3"
 folder=$(realpath "$3")
-title="$(basename "$file") - ZYNVue viewer"
+program=${4:+$(realpath -e "$4")}
+title="$(basename "$file")${program:+, $(basename "$program")} - ZYNVue viewer"
 width=1000
 height=700 # of the view; the window has bars above and below besides, and a tree on the left
 bars=58    # height of those above
@@ -20,7 +21,7 @@ die() { printf 'demo: viewer: %s\n' "$*" >&2; exit 1; }
 
 # start COMMANDS: the viewer with the file, and commands behind its loading.
 start() {
-  "$zyn" run "$root/build/windows/bin/viewer.exe" "$file" --size "${width}x$height" --batch --script "$1" >&2 &
+  "$zyn" run "$root/build/windows/bin/viewer.exe" "$file" ${program:+"$program"} --size "${width}x$height" --batch --script "$1" >&2 &
   viewer=$!
   DISPLAY=:$(<"$root/build/state/display")
   export DISPLAY
@@ -172,6 +173,18 @@ play_decades() {
   at 52 40
   xdotool click 1
   take log-log
+  stop
+}
+
+# play_path: a program beside its part, led to a line.
+play_path() {
+  start ball-nose,colour-progress
+  find_view
+  xdotool mousemove $((left + window_width - 150)) $((top + bars + 560)) click 1
+  for _ in {1..16}; do xdotool key Next; done
+  take path
+  xdotool key 9
+  take path-speed
   stop
 }
 

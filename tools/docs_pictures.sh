@@ -50,6 +50,7 @@ shrink viewer/nearest.png viewer-graph 800 128
 shrink viewer/zoom-rectangle.png zoom-rectangle 800 128
 shrink viewer/log-log.png log-log 800 64
 shrink_shaded viewer/lights.png lights 700
+shrink_shaded viewer/path.png viewer-path 900
 sheet picking 3 320x224 "a press picks" viewer/selected.png "rubber band" viewer/rubber-band.png \
   "what it selected" viewer/window-selection.png
 sheet mouse 2 420x294 "VueYZp, RotateH, RotateV" viewer/opened.png "drag: rotate" viewer/rotated.png "wheel: zoom" viewer/wheel.png \

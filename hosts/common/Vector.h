@@ -40,4 +40,12 @@ struct Bounds {
   Vector extents() const { return maximum - minimum; }
 };
 
+/// The smallest box that holds both.
+inline Bounds around(const Bounds& a, const Bounds& b) {
+  return {{std::fmin(a.minimum.x, b.minimum.x), std::fmin(a.minimum.y, b.minimum.y),
+           std::fmin(a.minimum.z, b.minimum.z)},
+          {std::fmax(a.maximum.x, b.maximum.x), std::fmax(a.maximum.y, b.maximum.y),
+           std::fmax(a.maximum.z, b.maximum.z)}};
+}
+
 }  // namespace zyn::host

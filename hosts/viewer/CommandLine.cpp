@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "viewer/FileKind.h"
+
 namespace zyn::viewer {
 
 namespace {
@@ -70,6 +72,15 @@ class Arguments {
   std::span<const std::string> rest_;
 };
 
+/// What one window can show together.
+void checkFiles(std::span<const std::string> files) {
+  const bool isPair = files.size() == 2 && kindOf(files[0]) != kindOf(files[1]) &&
+                      kindOf(files[0]) != FileKind::kTable && kindOf(files[1]) != FileKind::kTable;
+  if (files.size() > 1 && !isPair) {
+    throw UsageError("one file at a time, or a model and a program");
+  }
+}
+
 }  // namespace
 
 Request parseCommandLine(std::span<const std::string> arguments) {
@@ -90,21 +101,22 @@ Request parseCommandLine(std::span<const std::string> arguments) {
       request.help = true;
     } else if (argument.starts_with("--")) {
       throw UsageError(quoted(argument) + " is not an option");
-    } else if (!request.file.empty()) {
-      throw UsageError("one file at a time");
     } else {
-      request.file = argument;
+      request.files.push_back(argument);
     }
   }
+  checkFiles(request.files);
   // Nobody's recent files are what a script has opened.
   request.settings = settings.value_or(request.batch ? "" : "ZYNVue\\Viewer");
   return request;
 }
 
 std::string usageText() {
-  return "viewer: 3D models (STL, OBJ, PLY, OFF, 3MF) and tables (CSV, TSV) in a window\n"
+  return "viewer: 3D models (STL, OBJ, PLY, OFF, 3MF), programs for mills and printers (NC, NGC,\n"
+         "GCODE, TAP, CNC ...) and tables (CSV, TSV) in a window\n"
          "\n"
-         "usage: viewer [FILE] [OPTIONS]\n"
+         "usage: viewer [MODEL] [PROGRAM] [OPTIONS]\n"
+         "       viewer TABLE [OPTIONS]\n"
          "\n"
          "  --size WIDTHxHEIGHT      of the view, 16 to 8192 pixels (default 1000x700)\n"
          "  --script COMMAND,...     carry these out behind the loading: export-png, exit ...\n"

@@ -17,7 +17,8 @@ class UsageError : public std::runtime_error {
 
 /// What the person asked for.
 struct Request {
-  std::string file;  ///< a model or a table, UTF-8; empty: none
+  /// A model, a program or one of both, or a table; UTF-8.
+  std::vector<std::string> files;
   int width = 1000;  ///< of the view, pixels
   int height = 700;
   std::vector<Command> script;  ///< carried out behind the loading

@@ -13,6 +13,8 @@ constexpr std::string_view kView = "&View";
 constexpr std::string_view kStyle = "&View|St&yle";
 constexpr std::string_view kMouse = "&Mouse";
 constexpr std::string_view kRotation = "&Mouse|R&otation";
+constexpr std::string_view kPath = "&Path";
+constexpr std::string_view kColours = "&Path|&Colours";
 constexpr std::string_view kLook = "&Look";
 constexpr std::string_view kPresets = "&Look|Light pr&esets";
 constexpr std::string_view kHelpMenu = "&Help";
@@ -96,6 +98,22 @@ constexpr CommandEntry kTable[] = {
     {kClearSelection, "clear-selection", kAny, kMouse, "&Clear selection", {kKeyEscape}},
     {kInverseWheel, "inverse-wheel", kAny, kMouse, "&Inverse wheel", {}, true},
 
+    {kPathPlay, "play", kModel, kPath, "&Play", {kKeySpace}},
+    {kPathFaster, "faster", kModel, kPath, "Play fa&ster", control(kKeyUp)},
+    {kPathSlower, "slower", kModel, kPath, "Play slo&wer", control(kKeyDown)},
+    {kPathFirst, "path-begin", kModel, kPath, "To the &begin", control(kKeyHome), true},
+    {kPathBack, "line-back", kModel, kPath, "To the line b&efore", control(kKeyLeft)},
+    {kPathForward, "line-forward", kModel, kPath, "To the &next line", control(kKeyRight)},
+    {kPathLast, "path-end", kModel, kPath, "To the en&d", control(kKeyEnd)},
+    {kColourByType, "colour-type", kModel, kColours, "By &type", {'8'}},
+    {kColourBySpeed, "colour-speed", kModel, kColours, "By &speed", {'9'}},
+    {kColourByProgress, "colour-progress", kModel, kColours, "&Done and to do", {'0'}},
+    {kRapids, "rapids", kModel, kPath, "&Rapids", {'A'}},
+    {kTool, "tool", kModel, kPath, "&Tool", {'B'}, true},
+    {kBallNose, "ball-nose", kModel, kPath, "Tool with a ball n&ose", shift('B')},
+    {kToolLarger, "tool-larger", kModel, kPath, "&Larger tool", control(kKeyPlus)},
+    {kToolSmaller, "tool-smaller", kModel, kPath, "S&maller tool", control(kKeyMinus)},
+
     {kGradient, "gradient", kModel, kLook, "&Gradient background", {'G'}},
     {kTrihedron, "trihedron", kModel, kLook, "&Trihedron", {'T'}},
     {kOutline, "outline", kModel, kLook, "&Outline", {'O'}},
@@ -130,6 +148,10 @@ std::string codeText(int code) {
       return "Backspace";
     case kKeyEscape:
       return "Esc";
+    case kKeySpace:
+      return "Space";
+    case kKeyEnd:
+      return "End";
     case kKeyHome:
       return "Home";
     case kKeyLeft:

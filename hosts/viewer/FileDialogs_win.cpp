@@ -40,8 +40,13 @@ std::optional<std::filesystem::path> askForExisting(HWND owner, const wchar_t* f
 
 std::optional<std::filesystem::path> askForInput(HWND owner) {
   return askForExisting(owner,
-                        L"Models and tables (*.stl, *.obj, *.ply, *.off, *.3mf, *.csv, *.tsv)\0"
-                        L"*.stl;*.obj;*.ply;*.off;*.3mf;*.csv;*.tsv\0All files\0*.*\0");
+                        L"Models, programs and tables\0*.stl;*.obj;*.ply;*.off;*.3mf;*.nc;*.ngc;"
+                        L"*.gcode;*.gco;*.g;*.tap;*.cnc;*.ncc;*.eia;*.csv;*.tsv\0"
+                        L"Models (*.stl, *.obj, *.ply, *.off, *.3mf)\0"
+                        L"*.stl;*.obj;*.ply;*.off;*.3mf\0"
+                        L"Programs (*.nc, *.ngc, *.gcode, *.gco, *.g, *.tap, *.cnc, *.ncc, *.eia)\0"
+                        L"*.nc;*.ngc;*.gcode;*.gco;*.g;*.tap;*.cnc;*.ncc;*.eia\0"
+                        L"Tables (*.csv, *.tsv)\0*.csv;*.tsv\0All files\0*.*\0");
 }
 
 std::optional<std::filesystem::path> askForCamera(HWND owner) {

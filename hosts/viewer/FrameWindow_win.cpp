@@ -5,17 +5,16 @@
 
 #include <algorithm>
 #include <exception>
-#include <stdexcept>
 
-#include "viewer/WindowClass_win.h"
+#include "viewer/ToolIcon.h"
 
 namespace zyn::viewer {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZYNVueViewer";
 constexpr int kTreeWidth = 220;  // lengths at 96 dots per inch
-constexpr int kLeastTreeWidth = 80;
+constexpr int kProgramWidth = 270;
+constexpr int kLeastPanelWidth = 80;
 constexpr int kSplitterWidth = 5;
 
 struct FinishDrop {
@@ -25,40 +24,39 @@ using Drop = std::unique_ptr<std::remove_pointer_t<HDROP>, FinishDrop>;
 
 }  // namespace
 
-FrameWindow::FrameWindow(FrameEvents& events, PaneKind pane, SIZE view)
-    : events_(events), pane_(pane), accelerators_(makeAccelerators(pane)) {
-  registerWindowClass(kClassName, &FrameWindow::procedure);
-  window_ =
-      CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, L"ZYNVue viewer",
-                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, view.cx,
-                      view.cy, nullptr, makeMenuBar(pane), GetModuleHandleW(nullptr), nullptr);
-  if (window_ == nullptr) {
-    throw std::runtime_error("the window cannot be created");
-  }
-  scale_ = std::make_unique<UiScale>(window_);
-  treeWidth_ = scale_->px(kTreeWidth);
-  tools_ = std::make_unique<ToolBar>(window_, pane, *scale_);
-  parts_ = std::make_unique<PartsTree>(window_, events, *scale_);
-  parts_->setVisible(pane == PaneKind::kModel);
-  status_ = std::make_unique<StatusBar>(window_, *scale_);
-  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+FrameWindow::FrameWindow(FrameEvents& events, PaneKind pane, const Panels& panels, SIZE view)
+    : Window({.className = L"ZYNVueViewer",
+              .title = L"ZYNVue viewer",
+              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+              .extendedStyle = WS_EX_ACCEPTFILES,
+              .place = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + view.cx,
+                        CW_USEDEFAULT + view.cy},
+              .menu = makeMenuBar(pane)}),
+      events_(events),
+      pane_(pane),
+      accelerators_(makeAccelerators(pane)),
+      scale_(std::make_unique<UiScale>(handle())),
+      tools_(std::make_unique<ToolBar>(handle(), toolsOf(pane), *scale_)),
+      parts_(std::make_unique<PartsTree>(handle(), events, *scale_)),
+      pathBar_(std::make_unique<PathBar>(handle(), events, *scale_)),
+      program_(std::make_unique<ProgramList>(handle(), events, *scale_)),
+      status_(std::make_unique<StatusBar>(handle(), *scale_)),
+      treeWidth_(scale_->px(kTreeWidth)),
+      programWidth_(scale_->px(kProgramWidth)) {
+  setVisible(panels);
   fitViewTo(view);
+  listen();
 }
 
-FrameWindow::~FrameWindow() {
-  if (window_ != nullptr) {
-    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-    DestroyWindow(window_);
-  }
-}
+FrameWindow::~FrameWindow() { close(); }
 
 void FrameWindow::fitViewTo(SIZE view) {
   // A menu bar that wraps in a narrow window makes a second round necessary.
   for (int round = 0; round < 2; ++round) {
     RECT frame = {};
-    GetWindowRect(window_, &frame);
+    GetWindowRect(handle(), &frame);
     const RECT area = viewArea();
-    SetWindowPos(window_, nullptr, 0, 0,
+    SetWindowPos(handle(), nullptr, 0, 0,
                  frame.right - frame.left + view.cx - (area.right - area.left),
                  frame.bottom - frame.top + view.cy - (area.bottom - area.top),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -67,99 +65,150 @@ void FrameWindow::fitViewTo(SIZE view) {
 }
 
 void FrameWindow::arrange() {
-  tools_->arrange();
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  tools_->place({0, 0, client.right, tools_->height()});
   status_->arrange();
-  const RECT gap = splitter();
-  parts_->place({0, gap.top, gap.left, gap.bottom});
+  const RECT left = placeOf(Gap::kParts);
+  const RECT right = placeOf(Gap::kProgram);
+  parts_->place({0, left.top, left.left, left.bottom});
+  program_->place({right.right, right.top, client.right, right.bottom});
+  const RECT view = viewArea();
+  pathBar_->place({view.left, view.bottom, view.right, left.bottom});
 }
 
-RECT FrameWindow::splitter() const {
+RECT FrameWindow::middle() const {
   RECT area = {};
-  GetClientRect(window_, &area);
+  GetClientRect(handle(), &area);
   area.top += tools_->height();
   area.bottom = std::max(area.top, area.bottom - status_->height());
-  const bool hasTree = parts_->isVisible();
-  area.left = hasTree ? treeWidth_ : 0;
-  area.right = area.left + (hasTree ? scale_->px(kSplitterWidth) : 0);
+  return area;
+}
+
+RECT FrameWindow::placeOf(Gap gap) const {
+  RECT area = middle();
+  const bool isOfParts = gap == Gap::kParts;
+  const bool isThere = isOfParts ? parts_->isVisible() : program_->isVisible();
+  const int panel = isThere ? (isOfParts ? treeWidth_ : programWidth_) : 0;
+  const int width = isThere ? scale_->px(kSplitterWidth) : 0;
+  if (isOfParts) {
+    area.left = panel;
+    area.right = panel + width;
+  } else {
+    area.right = std::max(area.left, area.right - panel);
+    area.left = std::max(area.left, area.right - width);
+  }
   return area;
 }
 
 RECT FrameWindow::viewArea() const {
-  RECT client = {};
-  GetClientRect(window_, &client);
-  const RECT gap = splitter();
-  return {gap.right, gap.top, std::max(gap.right, client.right), gap.bottom};
+  RECT area = middle();
+  area.left = placeOf(Gap::kParts).right;
+  area.right = std::max(area.left, placeOf(Gap::kProgram).left);
+  if (pathBar_->isVisible()) {
+    area.bottom = std::max(area.top, area.bottom - pathBar_->height());
+  }
+  return area;
 }
 
-bool FrameWindow::isOverSplitter() const {
+FrameWindow::Gap FrameWindow::gapUnderMouse() const {
   POINT mouse = {};
   GetCursorPos(&mouse);
-  ScreenToClient(window_, &mouse);
-  const RECT gap = splitter();
-  return PtInRect(&gap, mouse) != FALSE;
+  ScreenToClient(handle(), &mouse);
+  for (const Gap gap : {Gap::kParts, Gap::kProgram}) {
+    const RECT place = placeOf(gap);
+    if (PtInRect(&place, mouse)) {
+      return gap;
+    }
+  }
+  return Gap::kNone;
 }
 
-void FrameWindow::dragSplitter(int x) {
+void FrameWindow::dragGap(int x) {
   RECT client = {};
-  GetClientRect(window_, &client);
-  const int least = scale_->px(kLeastTreeWidth);
-  treeWidth_ = std::clamp(x, least, std::max(least, static_cast<int>(client.right) - least));
+  GetClientRect(handle(), &client);
+  const int least = scale_->px(kLeastPanelWidth);
+  const int most = std::max(least, static_cast<int>(client.right) - least);
+  if (dragged_ == Gap::kParts) {
+    treeWidth_ = std::clamp(x, least, most);
+  } else {
+    programWidth_ = std::clamp(static_cast<int>(client.right) - x, least, most);
+  }
   arrange();
   events_.arranged(viewArea());
 }
 
 void FrameWindow::changeScale(const RECT& proposed) {
   const int before = scale_->px(kTreeWidth);
-  scale_ = std::make_unique<UiScale>(window_);
+  scale_ = std::make_unique<UiScale>(handle());
   treeWidth_ = MulDiv(treeWidth_, scale_->px(kTreeWidth), before);
-  tools_ = std::make_unique<ToolBar>(window_, pane_, *scale_);
+  programWidth_ = MulDiv(programWidth_, scale_->px(kTreeWidth), before);
+  tools_ = std::make_unique<ToolBar>(handle(), toolsOf(pane_), *scale_);
   parts_->scaleTo(*scale_);
+  pathBar_->scaleTo(*scale_);
+  program_->scaleTo(*scale_);
   status_->scaleTo(*scale_);
-  SetWindowPos(window_, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+  SetWindowPos(handle(), nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
                proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FrameWindow::markTools() {
-  if (window_ != nullptr) {
-    tools_->mark([this](Command command) { return events_.isOn(command); });
+  if (isOpen()) {
+    const auto isOn = [this](Command command) { return events_.isOn(command); };
+    tools_->mark(isOn);
+    pathBar_->markTools(isOn);
   }
 }
 
-void FrameWindow::setTitle(const std::wstring& title) { SetWindowTextW(window_, title.c_str()); }
+void FrameWindow::setTitle(const std::wstring& title) { SetWindowTextW(handle(), title.c_str()); }
 
 void FrameWindow::showCommandsOf(PaneKind pane) {
-  const HMENU old = GetMenu(window_);
-  SetMenu(window_, makeMenuBar(pane));
+  const HMENU old = GetMenu(handle());
+  SetMenu(handle(), makeMenuBar(pane));
   DestroyMenu(old);
   accelerators_ = makeAccelerators(pane);
   pane_ = pane;
-  tools_ = std::make_unique<ToolBar>(window_, pane, *scale_);
-  parts_->setVisible(pane == PaneKind::kModel);
+  tools_ = std::make_unique<ToolBar>(handle(), toolsOf(pane), *scale_);
   arrange();
 }
 
-bool FrameWindow::translate(MSG& message) const {
-  const bool ours = message.hwnd == window_ || IsChild(window_, message.hwnd);
-  return ours && TranslateAcceleratorW(window_, accelerators_.get(), &message) != 0;
-}
-
-LRESULT CALLBACK FrameWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                        LPARAM lParam) noexcept {
-  auto* const self = reinterpret_cast<FrameWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self != nullptr) {
-    try {
-      if (const auto answer = self->handle(message, wParam, lParam)) {
-        return *answer;
-      }
-    } catch (const std::exception& error) {
-      self->events_.failed(error.what());
-      return 0;
-    }
+void FrameWindow::showPanels(const Panels& panels) {
+  const Panels before = {parts_->isVisible(), program_->isVisible()};
+  if (panels == before) {
+    return;
   }
-  return DefWindowProcW(window, message, wParam, lParam);
+  setVisible(panels);
+  arrange();
+  events_.arranged(viewArea());
 }
 
-std::optional<LRESULT> FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+void FrameWindow::setVisible(const Panels& panels) {
+  parts_->setVisible(panels.parts);
+  program_->setVisible(panels.path);
+  pathBar_->setVisible(panels.path);
+}
+
+bool FrameWindow::translate(MSG& message) const {
+  const bool ours = message.hwnd == handle() || IsChild(handle(), message.hwnd);
+  return ours && TranslateAcceleratorW(handle(), accelerators_.get(), &message) != 0;
+}
+
+bool FrameWindow::isKeyOfPanel(const MSG& message) const {
+  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
+  return isKey && isOpen() &&
+         (parts_->keepsKey(message) || program_->keepsKey(message) || pathBar_->keepsKey(message));
+}
+
+std::optional<LRESULT> FrameWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  try {
+    return handleMessage(message, wParam, lParam);
+  } catch (const std::exception& error) {
+    events_.failed(error.what());
+    return 0;
+  }
+}
+
+std::optional<LRESULT> FrameWindow::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED) {
@@ -172,32 +221,23 @@ std::optional<LRESULT> FrameWindow::handle(UINT message, WPARAM wParam, LPARAM l
       events_.chosen(static_cast<Command>(LOWORD(wParam)));
       return 0;
     case WM_NOTIFY:
-      return parts_->notified(*reinterpret_cast<NMHDR*>(lParam));
+      return notified(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_HSCROLL:
+      return pathBar_->scrolled(lParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_TIMER:
+      events_.ticked();
+      return 0;
     case WM_SETCURSOR:
-      if (!isOverSplitter()) {
-        return std::nullopt;
-      }
-      SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
-      return 0;
     case WM_LBUTTONDOWN:
-      if (isOverSplitter()) {
-        SetCapture(window_);
-      }
-      return 0;
     case WM_MOUSEMOVE:
-      if (GetCapture() == window_) {
-        dragSplitter(static_cast<short>(LOWORD(lParam)));
-      }
-      return 0;
     case WM_LBUTTONUP:
-      ReleaseCapture();
-      return 0;
+      return handleMouse(message, lParam);
     case WM_DPICHANGED:
       changeScale(*reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_INITMENUPOPUP:
       showRecentFiles(reinterpret_cast<HMENU>(wParam), events_.recentFiles());
-      markCommands(GetMenu(window_), [this](Command command) { return events_.isOn(command); });
+      markCommands(GetMenu(handle()), [this](Command command) { return events_.isOn(command); });
       return 0;
     case WM_DROPFILES:
       openDropped(wParam);
@@ -211,20 +251,49 @@ std::optional<LRESULT> FrameWindow::handle(UINT message, WPARAM wParam, LPARAM l
       events_.closing();
       PostQuitMessage(0);
       return 0;
-    case WM_NCDESTROY:
-      SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-      window_ = nullptr;
-      return std::nullopt;
     default:
       return std::nullopt;
   }
 }
 
+std::optional<LRESULT> FrameWindow::handleMouse(UINT message, LPARAM lParam) {
+  switch (message) {
+    case WM_SETCURSOR:
+      if (gapUnderMouse() == Gap::kNone) {
+        return std::nullopt;
+      }
+      SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+      return 0;
+    case WM_LBUTTONDOWN:
+      dragged_ = gapUnderMouse();
+      if (dragged_ != Gap::kNone) {
+        SetCapture(handle());
+      }
+      return 0;
+    case WM_MOUSEMOVE:
+      if (GetCapture() == handle()) {
+        dragGap(static_cast<short>(LOWORD(lParam)));
+      }
+      return 0;
+    default:
+      ReleaseCapture();
+      return 0;
+  }
+}
+
+std::optional<LRESULT> FrameWindow::notified(NMHDR& message) {
+  const std::optional<LRESULT> answer = parts_->notified(message);
+  return answer ? answer : program_->notified(message);
+}
+
 void FrameWindow::openDropped(WPARAM message) {
   const Drop files(reinterpret_cast<HDROP>(message));
-  std::wstring name(DragQueryFileW(files.get(), 0, nullptr, 0), L'\0');
-  DragQueryFileW(files.get(), 0, name.data(), static_cast<UINT>(name.size() + 1));
-  events_.dropped(name);
+  const UINT count = DragQueryFileW(files.get(), 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    std::wstring name(DragQueryFileW(files.get(), i, nullptr, 0), L'\0');
+    DragQueryFileW(files.get(), i, name.data(), static_cast<UINT>(name.size() + 1));
+    events_.dropped(name);
+  }
 }
 
 }  // namespace zyn::viewer

@@ -75,7 +75,7 @@ void GraphPane::show(const std::filesystem::path& file, table::Table table) {
   unmark();
   plot_ = std::move(plot);
   logarithmic_ = {};
-  setFile(file);
+  file_ = file;
   series_.show(plot_);
   setAxes();
   checkTold(graph_->Ajuster(), L"Ajuster");
@@ -165,6 +165,10 @@ void GraphPane::exportTo(const std::filesystem::path& file) {
 void GraphPane::copyPicture() { checkTold(view().Copier(), L"Copier"); }
 
 void GraphPane::drawOn(HDC dc, const RECT& place) { printView(view(), dc, place); }
+
+std::vector<std::filesystem::path> GraphPane::files() const {
+  return file_.empty() ? std::vector<std::filesystem::path>() : std::vector{file_};
+}
 
 std::vector<HelpRow> GraphPane::mouseHelp() const {
   return {{"Wheel", "Zoom about the mouse; on an axis, that axis alone"},

@@ -20,6 +20,7 @@ class GraphPane final : public Pane, private host::EventListener {
 
   void show(const std::filesystem::path& file, table::Table table);
 
+  std::vector<std::filesystem::path> files() const override;
   bool carryOut(Command command) override;
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
@@ -61,6 +62,7 @@ class GraphPane final : public Pane, private host::EventListener {
 
   Microsoft::WRL::ComPtr<IZYNVue2D2> view_;
   Microsoft::WRL::ComPtr<IZYNGraphe> graph_;
+  std::filesystem::path file_;
   Plot plot_;
   LogAxes logarithmic_;
   GraphSeries series_;

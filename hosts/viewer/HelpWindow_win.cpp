@@ -6,14 +6,11 @@
 #include <algorithm>
 
 #include "common/Utf8_win.h"
-#include "viewer/WindowClass_win.h"
 
 namespace zyn::viewer {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZYNVueViewerHelp";
-constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 constexpr int kWidth = 460;  // lengths at 96 dots per inch
 constexpr int kHeight = 560;
 constexpr int kKeyWidth = 130;
@@ -37,32 +34,28 @@ RECT placeOver(HWND owner, const UiScale& scale) {
 
 }  // namespace
 
-HelpWindow::HelpWindow(HWND owner, const std::vector<HelpRow>& rows) : scale_(owner) {
+HelpWindow::HelpWindow(HWND owner, const std::vector<HelpRow>& rows)
+    : Window({.className = L"ZYNVueViewerHelp",
+              .title = L"Mouse and keys",
+              .style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
+              .extendedStyle = WS_EX_TOOLWINDOW,
+              .place = placeOver(owner, UiScale(owner)),
+              .owner = owner}),
+      scale_(owner) {
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&classes);
-  registerWindowClass(kClassName, &HelpWindow::procedure);
-  const RECT place = placeOver(owner, scale_);
-  window_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, L"Mouse and keys", kStyle, place.left,
-                            place.top, place.right - place.left, place.bottom - place.top, owner,
-                            nullptr, GetModuleHandleW(nullptr), nullptr);
-  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   addList(rows);
   showAllColumns();
-  ShowWindow(window_, SW_SHOW);
+  listen();
+  ShowWindow(handle(), SW_SHOW);
   SetFocus(list_);
-}
-
-HelpWindow::~HelpWindow() {
-  if (window_ != nullptr) {
-    DestroyWindow(window_);
-  }
 }
 
 void HelpWindow::addList(const std::vector<HelpRow>& rows) {
   list_ = CreateWindowExW(
       0, WC_LISTVIEWW, nullptr,
       WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_NOSORTHEADER, 0, 0, 0,
-      0, window_, nullptr, GetModuleHandleW(nullptr), nullptr);
+      0, handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
   ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(scale_.font()), TRUE);
   std::wstring titles[] = {L"Mouse or key", L"What it does"};
@@ -88,36 +81,23 @@ void HelpWindow::addList(const std::vector<HelpRow>& rows) {
 
 void HelpWindow::showAllColumns() const {
   RECT client = {};
-  GetClientRect(window_, &client);
+  GetClientRect(handle(), &client);
   MoveWindow(list_, 0, 0, client.right, client.bottom, TRUE);
   ListView_SetColumnWidth(list_, 1, client.right - scale_.px(kKeyWidth) - scale_.px(kScrollBar));
 }
 
-bool HelpWindow::translate(MSG& message) const {
-  return window_ != nullptr && IsDialogMessageW(window_, &message);
-}
-
-LRESULT CALLBACK HelpWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                       LPARAM lParam) noexcept {
-  auto* const self = reinterpret_cast<HelpWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self != nullptr) {
-    switch (message) {
-      case WM_SIZE:
-        self->showAllColumns();
-        return 0;
-      case WM_COMMAND:
-        if (LOWORD(wParam) == IDCANCEL) {
-          DestroyWindow(window);
-        }
-        return 0;
-      case WM_NCDESTROY:
-        self->window_ = nullptr;
-        break;
-      default:
-        break;
-    }
+std::optional<LRESULT> HelpWindow::answer(UINT message, WPARAM wParam, LPARAM) {
+  if (message == WM_SIZE) {
+    showAllColumns();
+    return 0;
   }
-  return DefWindowProcW(window, message, wParam, lParam);
+  if (message == WM_COMMAND) {
+    if (LOWORD(wParam) == IDCANCEL) {
+      DestroyWindow(handle());
+    }
+    return 0;
+  }
+  return std::nullopt;
 }
 
 }  // namespace zyn::viewer

@@ -6,28 +6,21 @@
 
 #include "viewer/Commands.h"
 #include "viewer/UiScale_win.h"
+#include "viewer/Window_win.h"
 
 namespace zyn::viewer {
 
 /// A small window over the main one that lists what mouse and keys do, until it is closed.
-class HelpWindow {
+class HelpWindow final : public Window {
  public:
   HelpWindow(HWND owner, const std::vector<HelpRow>& rows);
-  ~HelpWindow();
-  HelpWindow(const HelpWindow&) = delete;
-  HelpWindow& operator=(const HelpWindow&) = delete;
-
-  /// Whether the message was one of the window's keys.
-  bool translate(MSG& message) const;
 
  private:
-  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
-                                    LPARAM lParam) noexcept;
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
   void addList(const std::vector<HelpRow>& rows);
   void showAllColumns() const;
 
   UiScale scale_;
-  HWND window_ = nullptr;
   HWND list_ = nullptr;
 };
 

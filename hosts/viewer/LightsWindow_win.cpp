@@ -6,13 +6,11 @@
 #include <cmath>
 #include <string>
 
-#include "viewer/WindowClass_win.h"
-
 namespace zyn::viewer {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZYNVueViewerLights";
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 constexpr int kSwitches = 1;  // identifiers of the three check boxes
 constexpr int kSliders = 10;  // of the sliders
 constexpr int kValues = 30;   // of the numbers beside them
@@ -86,32 +84,33 @@ bool& switchOf(Lighting& lighting, int light) {
   return light == 0 ? lighting.ambient.on : directional(lighting, light).on;
 }
 
-}  // namespace
-
-LightsWindow::LightsWindow(HWND owner, const Lighting& lighting, Changed changed)
-    : changed_(std::move(changed)), scale_(owner) {
-  const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
-  InitCommonControlsEx(&classes);
-  registerWindowClass(kClassName, &LightsWindow::procedure);
-  constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
-  RECT frame = {0, 0, scale_.px(kWidth), scale_.px(2 * kMargin + kRows * kRow)};
+/// In the upper right corner of the owner.
+RECT placeOver(HWND owner, const UiScale& scale) {
+  RECT frame = {0, 0, scale.px(kWidth), scale.px(2 * kMargin + kRows * kRow)};
   AdjustWindowRectEx(&frame, kStyle, FALSE, WS_EX_TOOLWINDOW);
   RECT main = {};
   GetWindowRect(owner, &main);
-  window_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, L"Lights", kStyle,
-                            main.right - (frame.right - frame.left) - 16, main.top + 72,
-                            frame.right - frame.left, frame.bottom - frame.top, owner, nullptr,
-                            GetModuleHandleW(nullptr), nullptr);
-  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  addControls();
-  set(lighting);
-  ShowWindow(window_, SW_SHOW);
+  OffsetRect(&frame, main.right - 16 - frame.right, main.top + 72 - frame.top);
+  return frame;
 }
 
-LightsWindow::~LightsWindow() {
-  if (window_ != nullptr) {
-    DestroyWindow(window_);
-  }
+}  // namespace
+
+LightsWindow::LightsWindow(HWND owner, const Lighting& lighting, Changed changed)
+    : Window({.className = L"ZYNVueViewerLights",
+              .title = L"Lights",
+              .style = kStyle,
+              .extendedStyle = WS_EX_TOOLWINDOW,
+              .place = placeOver(owner, UiScale(owner)),
+              .owner = owner}),
+      changed_(std::move(changed)),
+      scale_(owner) {
+  const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
+  InitCommonControlsEx(&classes);
+  addControls();
+  set(lighting);
+  listen();
+  ShowWindow(handle(), SW_SHOW);
 }
 
 HWND LightsWindow::addChild(const wchar_t* windowClass, const wchar_t* text, DWORD style,
@@ -119,7 +118,7 @@ HWND LightsWindow::addChild(const wchar_t* windowClass, const wchar_t* text, DWO
   const HWND child = CreateWindowExW(0, windowClass, text, style | WS_CHILD | WS_VISIBLE,
                                      scale_.px(placeAt96.left), scale_.px(placeAt96.top),
                                      scale_.px(placeAt96.right - placeAt96.left),
-                                     scale_.px(placeAt96.bottom - placeAt96.top), window_,
+                                     scale_.px(placeAt96.bottom - placeAt96.top), handle(),
                                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(identifier)),
                                      GetModuleHandleW(nullptr), nullptr);
   SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(scale_.font()), TRUE);
@@ -153,59 +152,48 @@ void LightsWindow::addControls() {
 void LightsWindow::set(const Lighting& lighting) {
   Lighting copy = lighting;
   for (int light = 0; light < static_cast<int>(std::size(kLights)); ++light) {
-    CheckDlgButton(window_, kSwitches + light, switchOf(copy, light) ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(handle(), kSwitches + light,
+                   switchOf(copy, light) ? BST_CHECKED : BST_UNCHECKED);
   }
   for (int i = 0; i < kSliderCount; ++i) {
-    SendDlgItemMessageW(window_, kSliders + i, TBM_SETPOS, TRUE, valueOf(lighting, kTable[i]));
+    SendDlgItemMessageW(handle(), kSliders + i, TBM_SETPOS, TRUE, valueOf(lighting, kTable[i]));
     showValue(i);
   }
 }
 
 void LightsWindow::showValue(int slider) {
-  const LRESULT value = SendDlgItemMessageW(window_, kSliders + slider, TBM_GETPOS, 0, 0);
-  SetDlgItemTextW(window_, kValues + slider, std::to_wstring(value).c_str());
+  const LRESULT value = SendDlgItemMessageW(handle(), kSliders + slider, TBM_GETPOS, 0, 0);
+  SetDlgItemTextW(handle(), kValues + slider, std::to_wstring(value).c_str());
 }
 
 Lighting LightsWindow::read() const {
   Lighting lighting;
   for (int light = 0; light < static_cast<int>(std::size(kLights)); ++light) {
-    switchOf(lighting, light) = IsDlgButtonChecked(window_, kSwitches + light) == BST_CHECKED;
+    switchOf(lighting, light) = IsDlgButtonChecked(handle(), kSwitches + light) == BST_CHECKED;
   }
   for (int i = 0; i < kSliderCount; ++i) {
-    const LRESULT value = SendDlgItemMessageW(window_, kSliders + i, TBM_GETPOS, 0, 0);
+    const LRESULT value = SendDlgItemMessageW(handle(), kSliders + i, TBM_GETPOS, 0, 0);
     setValue(lighting, kTable[i], static_cast<int>(value));
   }
   return lighting;
 }
 
-bool LightsWindow::translate(MSG& message) const {
-  return window_ != nullptr && IsDialogMessageW(window_, &message);
-}
-
-LRESULT CALLBACK LightsWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                         LPARAM lParam) noexcept {
-  auto* const self = reinterpret_cast<LightsWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self != nullptr) {
-    switch (message) {
-      case WM_HSCROLL:
-        self->showValue(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) - kSliders);
-        self->changed_(self->read());
-        return 0;
-      case WM_COMMAND:
-        if (LOWORD(wParam) == IDCANCEL) {
-          DestroyWindow(window);
-        } else {
-          self->changed_(self->read());
-        }
-        return 0;
-      case WM_NCDESTROY:
-        self->window_ = nullptr;
-        break;
-      default:
-        break;
-    }
+std::optional<LRESULT> LightsWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_HSCROLL:
+      showValue(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) - kSliders);
+      changed_(read());
+      return 0;
+    case WM_COMMAND:
+      if (LOWORD(wParam) == IDCANCEL) {
+        DestroyWindow(handle());
+      } else {
+        changed_(read());
+      }
+      return 0;
+    default:
+      return std::nullopt;
   }
-  return DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace zyn::viewer

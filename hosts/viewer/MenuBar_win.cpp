@@ -14,6 +14,7 @@ namespace zyn::viewer {
 namespace {
 
 static_assert(kKeyBackspace == VK_BACK && kKeyEscape == VK_ESCAPE && kKeyHome == VK_HOME);
+static_assert(kKeySpace == VK_SPACE && kKeyEnd == VK_END);
 static_assert(kKeyLeft == VK_LEFT && kKeyUp == VK_UP && kKeyRight == VK_RIGHT);
 static_assert(kKeyDown == VK_DOWN && kKeyF1 == VK_F1 && kKeyF5 == VK_F5);
 static_assert(kKeyPlus == VK_OEM_PLUS && kKeyMinus == VK_OEM_MINUS);

@@ -75,7 +75,7 @@ void tellUsage(const std::string& text, bool batch) {
 void tellAbout(HWND owner) {
   constexpr wchar_t kText[] =
       L"ZYNVue "
-      L"viewer " ZYN_VERSION L"\n\nModels in the 3D view and tables in the 2D view of ZYNVue.";
+      L"viewer " ZYN_VERSION L"\n\nModels and tool paths in the 3D view and tables in the 2D view of ZYNVue.";
   showBox(owner, kText, TD_INFORMATION_ICON, MB_ICONINFORMATION);
 }
 

@@ -64,11 +64,13 @@ std::optional<LONG> styleOf(Command command) {
 
 constexpr int kControl = 1;  // the key of an event
 
-/// Picks answer with two names for each face: its part's and its own.
+/// Picks answer with two names for each face: its part's and its own. Paths are no parts.
 std::vector<int> partsOf(std::span<const std::int32_t> names) {
   std::vector<int> parts;
   for (std::size_t i = 0; i + 1 < names.size(); i += 2) {
-    parts.push_back(static_cast<int>(names[i]));
+    if (names[i] != Path::kName) {
+      parts.push_back(static_cast<int>(names[i]));
+    }
   }
   return parts;
 }
@@ -83,6 +85,7 @@ std::optional<ModelPane::Face> ModelPane::faceOf(std::span<const std::int32_t> n
 ModelPane::ModelPane(PaneOwner& owner)
     : Pane(L"ZYNVue.ZYNVue3D", owner),
       view_(control().as<IZYNVue3D2>()),
+      driver_(owner, view()),
       lighting_(presetLighting(LightPreset::kStudio)),
       hoverMark_(kHoverColour, kMarkWidth),
       selectionMark_(kSelectionColour, kMarkWidth),
@@ -107,14 +110,46 @@ void ModelPane::show(std::unique_ptr<Model> model) {
   selection_.clear();
   hovered_.reset();
   selected_.reset();
-  setFile(model_->file());
   fillTree();
   showScene();
-  check(view().UpdateParams(), L"UpdateParams");
   openView();
   owner().status().show(
       StatusBar::kMessage,
       sizeText(model_->faceCount(), static_cast<std::size_t>(model_->partCount())));
+}
+
+void ModelPane::show(std::unique_ptr<Path> path) {
+  hovered_.reset();
+  driver_.show(std::move(path));
+  showScene();
+  openView();
+}
+
+std::vector<std::filesystem::path> ModelPane::files() const {
+  std::vector<std::filesystem::path> files;
+  if (model_) {
+    files.push_back(model_->file());
+  }
+  if (driver_.path() != nullptr) {
+    files.push_back(driver_.path()->file());
+  }
+  return files;
+}
+
+Panels ModelPane::panels() const {
+  const bool hasPath = driver_.path() != nullptr;
+  return {.parts = model_ || !hasPath, .path = hasPath};
+}
+
+std::optional<host::Bounds> ModelPane::bounds() const {
+  const Path* const path = driver_.path();
+  if (model_ && path != nullptr) {
+    return host::around(model_->bounds(), path->bounds());
+  }
+  if (model_) {
+    return model_->bounds();
+  }
+  return path == nullptr ? std::nullopt : std::optional(path->bounds());
 }
 
 void ModelPane::setStyle(LONG style) {
@@ -123,10 +158,11 @@ void ModelPane::setStyle(LONG style) {
   model_->setStyle(style, scale.px(style == kPoints ? 3 : 1));
 }
 
-/// Shows the whole model; later views move there smoothly where somebody looks.
+/// Shows all there is; later views move there smoothly where somebody looks.
 void ModelPane::openView() {
+  check(view().UpdateParams(), L"UpdateParams");
   checkTold(view().put_DureeAnimation(0), L"DureeAnimation");
-  lookIsometrically(view(), model_->bounds(), kMargin);
+  lookIsometrically(view(), bounds().value(), kMargin);
   checkTold(view().put_DureeAnimation(owner().isWatched() ? kAnimation : 0), L"DureeAnimation");
 }
 
@@ -144,6 +180,10 @@ bool ModelPane::carryOut(Command command) {
       setStyle(*style);
       check(view().Repaint(), L"Repaint");
     }
+  } else if (const auto done = driver_.carryOut(command); done != PathDriver::Done::kNothing) {
+    if (done == PathDriver::Done::kSceneIsToChange) {
+      showScene();
+    }
   } else {
     return carryOutOther(command);
   }
@@ -153,8 +193,8 @@ bool ModelPane::carryOut(Command command) {
 bool ModelPane::carryOutOther(Command command) {
   switch (command) {
     case Command::kViewIsometric:
-      if (model_) {
-        lookIsometrically(view(), model_->bounds(), kMargin);
+      if (const auto box = bounds()) {
+        lookIsometrically(view(), *box, kMargin);
       }
       return true;
     case Command::kModeZoomWindow:
@@ -195,7 +235,8 @@ bool ModelPane::carryOutOther(Command command) {
 }
 
 std::optional<std::filesystem::path> ModelPane::cameraFile(bool toWrite) {
-  const std::filesystem::path proposal = outputName(file(), "camera");
+  const std::filesystem::path proposal =
+      outputName(files().empty() ? std::filesystem::path() : files().front(), "camera");
   if (!owner().isWatched()) {
     return proposal;
   }
@@ -220,7 +261,7 @@ bool ModelPane::isOn(Command command) {
     case Command::kModeWindow:
       return !zoomsToWindow_ && viewer::isOn(view(), command);
     default:
-      return viewer::isOn(view(), command);
+      return driver_.isOn(command) || viewer::isOn(view(), command);
   }
 }
 
@@ -244,7 +285,8 @@ std::vector<HelpRow> ModelPane::mouseHelp() const {
           {"Middle button", "Rotate; with Ctrl pan, with Shift zoom"},
           {"Left button", "As chosen in the Mouse menu"},
           {"Ctrl+click", "Add to the selection, or take out"},
-          {"Drop a file", "Open it"}};
+          {"Click on a path", "In the mode to select: lead the tool there"},
+          {"Drop files", "Open them: a model, a program or both"}};
 }
 
 bool ModelPane::translate(MSG& message) {
@@ -259,7 +301,7 @@ void ModelPane::fillTree() {
   for (int part = 1; part <= model_->partCount(); ++part) {
     names.push_back(model_->nameOf(part));
   }
-  owner().parts().fill(host::toUtf8(file().filename().wstring()), names);
+  owner().parts().fill(host::toUtf8(model_->file().filename().wstring()), names);
 }
 
 void ModelPane::partChecked(int part, bool shown) {
@@ -279,7 +321,7 @@ void ModelPane::partChecked(int part, bool shown) {
 
 /// Takes the marks off faces that are no longer to be seen.
 void ModelPane::forgetHidden() {
-  if (hovered_ && !model_->isShown(hovered_->part)) {
+  if (hovered_ && hovered_->part != Path::kName && !model_->isShown(hovered_->part)) {
     hover(std::nullopt);
   }
   if (selected_ && !model_->isShown(selected_->part)) {
@@ -304,10 +346,17 @@ void ModelPane::hideSelection() {
 
 /// Not to be interrupted: a scene is there whole or not at all.
 void ModelPane::showScene() {
-  if (!model_) {
+  if (!bounds()) {
     return;
   }
-  model_->show(view(), outline_);
+  check(view().RemoveAllSelection(), L"RemoveAllSelection");
+  check(view().RemoveAll(), L"RemoveAll");
+  if (model_) {
+    model_->addTo(view(), outline_);
+  }
+  if (driver_.path() != nullptr) {
+    driver_.path()->addTo(view());
+  }
   hoverMark_.addTo(view());
   selectionMark_.addTo(view());
   showSelection();
@@ -386,7 +435,12 @@ void ModelPane::mouseMove(int x, int y) {
 }
 
 void ModelPane::mouseSelection(int key, int x, int y, std::span<const std::int32_t> names) {
-  selected_ = faceOf(names);
+  const auto picked = faceOf(names);
+  if (picked && picked->part == Path::kName) {
+    driver_.goToSegment(picked->face);
+    return;
+  }
+  selected_ = picked;
   select(partsOf(names), key == kControl);
   showPoint(x, y);
 }
@@ -436,14 +490,17 @@ void ModelPane::showSelection() {
 
 void ModelPane::mark(const FaceMark& mark, const std::optional<Face>& face) const {
   constexpr double kDistance = 0.002;  // of what is seen: about a pixel
-  mark.show(face && model_ ? model_->cornersOf(face->face) : std::vector<host::Vector>(),
+  const bool isFace = face && face->part != Path::kName && model_;
+  mark.show(isFace ? model_->cornersOf(face->face) : std::vector<host::Vector>(),
             kDistance * heightSeen(view()));
 }
 
 void ModelPane::showPicks() {
   std::string hovered;
   std::vector<std::string> selected;
-  if (model_ && hovered_) {
+  if (hovered_ && hovered_->part == Path::kName) {
+    hovered = driver_.segmentText(hovered_->face);
+  } else if (model_ && hovered_) {
     hovered = faceText(hovered_->face, model_->nameOf(hovered_->part));
   }
   for (const int part : selection_.parts()) {
@@ -456,8 +513,8 @@ void ModelPane::showPicks() {
 
 void ModelPane::showPoint(int x, int y) {
   std::string text;
-  if (model_) {
-    if (const auto point = pointUnderMouse(view(), model_->bounds().centre(), x, y)) {
+  if (const auto box = bounds()) {
+    if (const auto point = pointUnderMouse(view(), box->centre(), x, y)) {
       text = pointText(point->position, point->normal);
     }
   }

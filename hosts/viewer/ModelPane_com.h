@@ -9,18 +9,24 @@
 #include "viewer/LightsWindow_win.h"
 #include "viewer/Model_com.h"
 #include "viewer/Pane_com.h"
+#include "viewer/PathDriver_com.h"
 
 namespace zyn::viewer {
 
-/// A model in the 3D view, and what a person does with it.
+/// A model, a tool path or both in the 3D view, and what a person does with them.
 class ModelPane final : public Pane, private host::EventListener {
  public:
   static constexpr PaneKind kKind = PaneKind::kModel;
 
   explicit ModelPane(PaneOwner& owner);
 
+  /// A model in the place of another, beside the path.
   void show(std::unique_ptr<Model> model);
+  /// A path in the place of another, beside the model.
+  void show(std::unique_ptr<Path> path);
 
+  std::vector<std::filesystem::path> files() const override;
+  Panels panels() const override;
   bool carryOut(Command command) override;
   bool isOn(Command command) override;
   void exportTo(const std::filesystem::path& file) override;
@@ -30,9 +36,13 @@ class ModelPane final : public Pane, private host::EventListener {
   bool translate(MSG& message) override;
   void partChecked(int part, bool shown) override;
   void partClicked(int part) override;
+  void pathSlid(double part) override { driver_.slideTo(part); }
+  void lineChosen(long line) override { driver_.goToLine(line); }
+  void ticked() override { driver_.ticked(); }
 
  private:
-  /// A face under the mouse or selected, by the numbers with which picks answer.
+  /// A face under the mouse or selected, by the numbers with which picks answer; also a segment of
+  /// the path, whose part is Path::kName.
   struct Face {
     int part;
     std::int32_t face;
@@ -57,6 +67,8 @@ class ModelPane final : public Pane, private host::EventListener {
   bool carryOutOther(Command command);
   void setStyle(LONG style);
   void openView();
+  /// The box of all that is shown; none without anything.
+  std::optional<host::Bounds> bounds() const;
   void openLights();
   /// Asks for a file; without anybody to ask it is named after the model.
   std::optional<std::filesystem::path> cameraFile(bool toWrite);
@@ -77,6 +89,7 @@ class ModelPane final : public Pane, private host::EventListener {
 
   Microsoft::WRL::ComPtr<IZYNVue3D2> view_;
   std::unique_ptr<Model> model_;
+  PathDriver driver_;
   std::unique_ptr<LightsWindow> lights_;
   Lighting lighting_;
   PartSelection selection_;

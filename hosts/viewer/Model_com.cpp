@@ -86,9 +86,7 @@ void Model::addPart(const std::string& name, const ComPtr<IZYNGLMaillage>& mesh)
   checkTold(mesh->setColor(r, g, b, 1), L"setColor");
 }
 
-void Model::show(IZYNVue3D& view, bool outline) const {
-  check(view.RemoveAllSelection(), L"RemoveAllSelection");
-  check(view.RemoveAll(), L"RemoveAll");
+void Model::addTo(IZYNVue3D& view, bool outline) const {
   for (const ShownPart& part : parts_) {
     check(view.Add(part.group.Get(), outline ? kOutline : kShaded), L"Add");
     check(view.AddSelection(part.group.Get()), L"AddSelection");

@@ -26,9 +26,9 @@ class Model {
   int partCount() const { return static_cast<int>(parts_.size()); }
   const std::string& nameOf(int part) const { return at(part).name; }
 
-  /// Makes the model the scene of `view` and its parts what can be picked there, by number of part
-  /// and face.
-  void show(IZYNVue3D& view, bool outline) const;
+  /// Adds the model to the scene of `view` and its parts to what can be picked there, by number of
+  /// part and face.
+  void addTo(IZYNVue3D& view, bool outline) const;
 
   bool isShown(int part) const;
   void setShown(int part, bool shown) const;

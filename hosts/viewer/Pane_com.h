@@ -8,8 +8,7 @@
 
 #include "viewer/Commands.h"
 #include "viewer/ControlHost_com.h"
-#include "viewer/PartsTree_win.h"
-#include "viewer/StatusBar_win.h"
+#include "viewer/FrameWindow_win.h"
 
 namespace zyn::viewer {
 
@@ -23,6 +22,8 @@ class PaneOwner {
   virtual RECT viewArea() = 0;
   virtual StatusBar& status() = 0;
   virtual PartsTree& parts() = 0;
+  virtual PathBar& pathBar() = 0;
+  virtual ProgramList& program() = 0;
   /// Whether somebody looks at the window: else nothing is to take time for its looks.
   virtual bool isWatched() = 0;
   virtual void failed(const std::string& message) noexcept = 0;
@@ -35,8 +36,11 @@ class Pane {
   Pane(const Pane&) = delete;
   Pane& operator=(const Pane&) = delete;
 
-  /// The file that is shown; empty for none.
-  const std::filesystem::path& file() const { return file_; }
+  /// The files that are shown, the one that pictures are named after first; empty for none.
+  virtual std::vector<std::filesystem::path> files() const = 0;
+
+  /// The panels that are to be seen around the view.
+  virtual Panels panels() const { return {}; }
 
   /// Whether the command was one of the pane's.
   virtual bool carryOut(Command command) = 0;
@@ -61,6 +65,11 @@ class Pane {
   virtual void partChecked(int, bool) {}
   virtual void partClicked(int) {}
 
+  /// What leads along a path: its slider, the lines of its program, and the timer.
+  virtual void pathSlid(double) {}
+  virtual void lineChosen(long) {}
+  virtual void ticked() {}
+
   /// Whether the message was a key of the control, or of a window of the pane's own.
   virtual bool translate(MSG& message) { return control_.translate(message); }
 
@@ -72,11 +81,9 @@ class Pane {
 
   PaneOwner& owner() const { return owner_; }
   ControlHost& control() { return control_; }
-  void setFile(std::filesystem::path file) { file_ = std::move(file); }
 
  private:
   PaneOwner& owner_;
-  std::filesystem::path file_;
   ControlHost control_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "common/Utf8_win.h"
 #include "viewer/Icon.h"
+#include "viewer/ScopedFlag.h"
 
 namespace zyn::viewer {
 
@@ -18,18 +19,6 @@ constexpr std::string_view kBoxes[] = {
     "2.5 17.5 Z",
     "middle M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 L 2.5 17.5 Z accent M 2.5 2.5 L 17.5 2.5 L 17.5 17.5 "
     "L 2.5 17.5 Z M 5.5 10 L 8.8 13.5 L 14.5 6.5 M 5.7 9.7 L 8.8 12.9 L 14.3 6.2"};
-
-/// Sets a flag for the time of a scope, in which notifications are of our own making.
-class OwnChange {
- public:
-  explicit OwnChange(bool& flag) : flag_(flag) { flag_ = true; }
-  ~OwnChange() { flag_ = false; }
-  OwnChange(const OwnChange&) = delete;
-  OwnChange& operator=(const OwnChange&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -64,7 +53,7 @@ void PartsTree::setVisible(bool visible) const { ShowWindow(tree_, visible ? SW_
 bool PartsTree::isVisible() const { return (GetWindowLongW(tree_, GWL_STYLE) & WS_VISIBLE) != 0; }
 
 void PartsTree::fill(const std::string& model, const std::vector<std::string>& parts) {
-  const OwnChange filling(filling_);
+  const ScopedFlag filling(filling_);
   SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
   TreeView_DeleteAllItems(tree_);
   items_.clear();
@@ -95,7 +84,7 @@ void PartsTree::check(int part, bool shown) {
 }
 
 void PartsTree::emphasise(const std::set<int>& parts) {
-  const OwnChange choosing(filling_);
+  const ScopedFlag choosing(filling_);
   if (items_.empty()) {
     return;
   }

@@ -46,6 +46,11 @@ class PartsTree {
   /// The answer to a message from the tree; none where it needs no answer.
   std::optional<LRESULT> notified(NMHDR& message);
 
+  /// Whether a key is the one that checks a row, and comes to the tree.
+  bool keepsKey(const MSG& message) const {
+    return message.hwnd == tree_ && message.wParam == VK_SPACE;
+  }
+
  private:
   HTREEITEM itemOf(int part) const { return items_[static_cast<std::size_t>(part)]; }
   bool isEmphasised(HTREEITEM item) const;

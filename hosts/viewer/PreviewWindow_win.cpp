@@ -4,13 +4,10 @@
 #include <new>
 #include <utility>
 
-#include "viewer/WindowClass_win.h"
-
 namespace zyn::viewer {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZYNVueViewerPreview";
 constexpr int kBar = 48;  // lengths at 96 dots per inch
 constexpr int kGap = 10;
 constexpr int kButtonWidth = 96;
@@ -33,6 +30,12 @@ RECT fitted(SIZE page, const RECT& area) {
   const LONG left = area.left + (width - fittedWidth) / 2;
   const LONG top = area.top + (height - fittedHeight) / 2;
   return {left, top, left + fittedWidth, top + fittedHeight};
+}
+
+RECT placeOf(HWND window) {
+  RECT place = {};
+  GetWindowRect(window, &place);
+  return place;
 }
 
 void fill(HDC dc, const RECT& area, COLORREF colour) {
@@ -73,28 +76,28 @@ PageImage::~PageImage() {
 
 PreviewWindow::PreviewWindow(HWND owner, const Printable& printable,
                              std::function<void()> printPage)
-    : owner_(owner), scale_(owner), page_(printable), printPage_(std::move(printPage)) {
-  registerWindowClass(kClassName, &PreviewWindow::procedure);
-  RECT place = {};
-  GetWindowRect(owner, &place);
-  window_ =
-      CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, L"Print preview",
-                      WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN,
-                      place.left, place.top, place.right - place.left, place.bottom - place.top,
-                      owner, nullptr, GetModuleHandleW(nullptr), nullptr);
-  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    : Window({.className = L"ZYNVueViewerPreview",
+              .title = L"Print preview",
+              .style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN,
+              .extendedStyle = WS_EX_TOOLWINDOW,
+              .place = placeOf(owner),
+              .owner = owner}),
+      owner_(owner),
+      scale_(owner),
+      page_(printable),
+      printPage_(std::move(printPage)) {
   addButton(L"&Print...", IDOK);
   addButton(L"&Close", IDCANCEL);
   arrange();
+  listen();
   EnableWindow(owner, FALSE);
-  ShowWindow(window_, SW_SHOW);
-  SetFocus(GetDlgItem(window_, IDOK));
+  ShowWindow(handle(), SW_SHOW);
+  SetFocus(GetDlgItem(handle(), IDOK));
 }
 
 PreviewWindow::~PreviewWindow() {
-  if (window_ != nullptr) {
+  if (isOpen()) {
     release();
-    DestroyWindow(window_);
   }
 }
 
@@ -105,7 +108,7 @@ void PreviewWindow::addButton(const wchar_t* text, int command) {
   const DWORD kind = command == IDOK ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
   const HWND button = CreateWindowExW(
       0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | kind, 0, 0, scale_.px(kButtonWidth),
-      scale_.px(kButtonHeight), window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)),
+      scale_.px(kButtonHeight), handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(command)),
       GetModuleHandleW(nullptr), nullptr);
   SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(scale_.font()), FALSE);
 }
@@ -114,17 +117,18 @@ void PreviewWindow::arrange() const {
   const int top = (scale_.px(kBar) - scale_.px(kButtonHeight)) / 2;
   int left = scale_.px(kGap);
   for (const int command : {IDOK, IDCANCEL}) {
-    SetWindowPos(GetDlgItem(window_, command), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    SetWindowPos(GetDlgItem(handle(), command), nullptr, left, top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER);
     left += scale_.px(kButtonWidth) + scale_.px(kGap);
   }
-  InvalidateRect(window_, nullptr, FALSE);
+  InvalidateRect(handle(), nullptr, FALSE);
 }
 
 void PreviewWindow::paint() const {
   PAINTSTRUCT paint = {};
-  const HDC dc = BeginPaint(window_, &paint);
+  const HDC dc = BeginPaint(handle(), &paint);
   RECT area = {};
-  GetClientRect(window_, &area);
+  GetClientRect(handle(), &area);
   fill(dc, {0, 0, area.right, scale_.px(kBar)}, GetSysColor(COLOR_BTNFACE));
   area.top = scale_.px(kBar);
   fill(dc, area, kGround);
@@ -138,7 +142,7 @@ void PreviewWindow::paint() const {
   SetBrushOrgEx(dc, 0, 0, nullptr);
   StretchBlt(dc, page.left, page.top, page.right - page.left, page.bottom - page.top, page_.dc(), 0,
              0, page_.size().cx, page_.size().cy, SRCCOPY);
-  EndPaint(window_, &paint);
+  EndPaint(handle(), &paint);
 }
 
 void PreviewWindow::chosen(int command) {
@@ -146,41 +150,29 @@ void PreviewWindow::chosen(int command) {
     printPage_();
   } else if (command == IDCANCEL) {
     release();
-    DestroyWindow(window_);
+    DestroyWindow(handle());
   }
 }
 
-bool PreviewWindow::translate(MSG& message) const {
-  return window_ != nullptr && IsDialogMessageW(window_, &message);
-}
-
-LRESULT CALLBACK PreviewWindow::procedure(HWND window, UINT message, WPARAM wParam,
-                                          LPARAM lParam) noexcept {
-  auto* const self = reinterpret_cast<PreviewWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self != nullptr) {
-    switch (message) {
-      case WM_SIZE:
-        self->arrange();
-        return 0;
-      case WM_ERASEBKGND:
-        return 1;
-      case WM_PAINT:
-        self->paint();
-        return 0;
-      case WM_COMMAND:
-        self->chosen(LOWORD(wParam));
-        return 0;
-      case WM_CLOSE:
-        self->chosen(IDCANCEL);
-        return 0;
-      case WM_NCDESTROY:
-        self->window_ = nullptr;
-        break;
-      default:
-        break;
-    }
+std::optional<LRESULT> PreviewWindow::answer(UINT message, WPARAM wParam, LPARAM) {
+  switch (message) {
+    case WM_SIZE:
+      arrange();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      paint();
+      return 0;
+    case WM_COMMAND:
+      chosen(LOWORD(wParam));
+      return 0;
+    case WM_CLOSE:
+      chosen(IDCANCEL);
+      return 0;
+    default:
+      return std::nullopt;
   }
-  return DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace zyn::viewer

@@ -6,6 +6,7 @@
 
 #include "viewer/Printer_win.h"
 #include "viewer/UiScale_win.h"
+#include "viewer/Window_win.h"
 
 namespace zyn::viewer {
 
@@ -30,7 +31,7 @@ class PageImage {
 
 /// A window that shows a page as it will be printed, over its owner, which waits until it is
 /// closed.
-class PreviewWindow {
+class PreviewWindow final : public Window {
  public:
   /// `printPage` is called when the person wants the page on paper. What it throws is its own
   /// matter.
@@ -39,14 +40,8 @@ class PreviewWindow {
   PreviewWindow(const PreviewWindow&) = delete;
   PreviewWindow& operator=(const PreviewWindow&) = delete;
 
-  HWND handle() const { return window_; }
-
-  /// Whether the message was one of the keys of the window.
-  bool translate(MSG& message) const;
-
  private:
-  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
-                                    LPARAM lParam) noexcept;
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam, LPARAM lParam) override;
   void addButton(const wchar_t* text, int command);
   void arrange() const;
   void paint() const;
@@ -57,7 +52,6 @@ class PreviewWindow {
   UiScale scale_;
   PageImage page_;
   std::function<void()> printPage_;
-  HWND window_ = nullptr;
 };
 
 }  // namespace zyn::viewer

@@ -3,6 +3,8 @@
 // After windows.h:
 #include <commctrl.h>
 
+#include <iterator>
+
 #include "common/Utf8_win.h"
 
 namespace zyn::viewer {
@@ -38,7 +40,11 @@ void StatusBar::show(Pane pane, const std::string& text) {
   if (texts_[pane] == text) {
     return;
   }
+  const bool rearranges = pane == kPath && (text.empty() || texts_[kPath].empty());
   texts_[pane] = text;
+  if (rearranges) {
+    arrange();
+  }
   SendMessageW(bar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(host::toWide(text).c_str()));
   UpdateWindow(bar_);
 }
@@ -62,8 +68,12 @@ void StatusBar::arrange() {
   RECT client = {};
   GetClientRect(bar_, &client);
   const int width = client.right;
-  const int edges[kPanes] = {width * 20 / 100, width * 62 / 100, width * 88 / 100, -1};
-  SendMessageW(bar_, SB_SETPARTS, kPanes, reinterpret_cast<LPARAM>(edges));
+  const auto edge = [width](int percent) { return width * percent / 100; };
+  const int edges[] = {edge(20), edge(62), edge(88), -1};
+  const int edgesWithPath[] = {edge(15), edge(35), edge(52), edge(58), -1};
+  const bool hasPath = !texts_[kPath].empty();
+  SendMessageW(bar_, SB_SETPARTS, hasPath ? std::size(edgesWithPath) : std::size(edges),
+               reinterpret_cast<LPARAM>(hasPath ? edgesWithPath : edges));
   RECT place = {};
   SendMessageW(bar_, SB_GETRECT, kPicks, reinterpret_cast<LPARAM>(&place));
   MoveWindow(progress_, place.left, place.top, place.right - place.left, place.bottom - place.top,

@@ -9,11 +9,12 @@
 
 namespace zyn::viewer {
 
-/// The bar at the bottom of a window, with four panes of text and, while something takes long, a
-/// progress bar in the place of the second. The window that it is a child of destroys it.
+/// The bar at the bottom of a window, with panes of text, one of them only while there is some,
+/// and, while something takes long, a progress bar in the place of the second. The window that it
+/// is a child of destroys it.
 class StatusBar {
  public:
-  enum Pane { kMessage, kPicks, kPoint, kMode };
+  enum Pane { kMessage, kPicks, kPoint, kMode, kPath };
 
   StatusBar(HWND parent, const UiScale& scale);
 
@@ -32,7 +33,7 @@ class StatusBar {
   void arrange();
 
  private:
-  static constexpr int kPanes = 4;
+  static constexpr int kPanes = 5;
 
   HWND bar_;
   HWND progress_;

@@ -55,23 +55,22 @@ void addImage(HIMAGELIST images, std::span<const std::uint32_t> pixels, int side
   DeleteObject(colours);
 }
 
-ToolBar::ToolBar(HWND parent, PaneKind pane, const UiScale& scale) : bar_(makeBar(parent)) {
+ToolBar::ToolBar(HWND parent, Tools tools, const UiScale& scale) : bar_(makeBar(parent)) {
   SendMessageW(bar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(bar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
   SendMessageW(bar_, WM_SETFONT, reinterpret_cast<WPARAM>(scale.font()), FALSE);
   SendMessageW(bar_, TB_SETPADDING, 0, 0);
-  addButtons(pane, scale.px(kIconSide), scale.px(kMargin));
+  addButtons(tools, scale.px(kIconSide), scale.px(kMargin));
   SendMessageW(bar_, TB_SETINDENT, static_cast<WPARAM>(scale.px(kMargin)), 0);
-  arrange();
 }
 
 ToolBar::~ToolBar() { DestroyWindow(bar_); }
 
-void ToolBar::addButtons(PaneKind pane, int icon, int margin) {
+void ToolBar::addButtons(Tools tools, int icon, int margin) {
   const int side = icon + 2 * margin;
   images_.reset(ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 32, 8));
   SendMessageW(bar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_.get()));
-  for (const CommandEntry* const tool : toolsOf(pane)) {
+  for (const CommandEntry* const tool : tools) {
     TBBUTTON button = {};
     std::wstring tip;
     if (tool == nullptr) {
@@ -89,18 +88,24 @@ void ToolBar::addButtons(PaneKind pane, int icon, int margin) {
   }
 }
 
-int ToolBar::height() const {
-  RECT frame = {};
-  GetWindowRect(bar_, &frame);
-  return frame.bottom - frame.top;
+int ToolBar::width() const {
+  const auto count = SendMessageW(bar_, TB_BUTTONCOUNT, 0, 0);
+  RECT last = {};
+  SendMessageW(bar_, TB_GETITEMRECT, static_cast<WPARAM>(count - 1),
+               reinterpret_cast<LPARAM>(&last));
+  return last.right;
 }
 
-void ToolBar::arrange() {
-  RECT client = {};
-  GetClientRect(GetParent(bar_), &client);
-  const LRESULT button = SendMessageW(bar_, TB_GETBUTTONSIZE, 0, 0);
-  MoveWindow(bar_, 0, 0, client.right, HIWORD(button) + HIWORD(button) / 8, TRUE);
+int ToolBar::height() const {
+  const int button = HIWORD(SendMessageW(bar_, TB_GETBUTTONSIZE, 0, 0));
+  return button + button / 8;
 }
+
+void ToolBar::place(const RECT& area) const {
+  MoveWindow(bar_, area.left, area.top, area.right - area.left, area.bottom - area.top, TRUE);
+}
+
+void ToolBar::setVisible(bool visible) const { ShowWindow(bar_, visible ? SW_SHOWNA : SW_HIDE); }
 
 void ToolBar::mark(const std::function<bool(Command)>& isOn) {
   const auto count = SendMessageW(bar_, TB_BUTTONCOUNT, 0, 0);

@@ -23,24 +23,27 @@ using Images = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, DestroyImages>
 /// Appends a picture of 0xAARRGGBB pixels from the top down, `side` pixels wide and high.
 void addImage(HIMAGELIST images, std::span<const std::uint32_t> pixels, int side);
 
-/// The buttons below the menu bar: the commands that are used most.
+/// A row of buttons, for the commands that are used most.
 class ToolBar {
  public:
-  ToolBar(HWND parent, PaneKind pane, const UiScale& scale);
+  using Tools = std::span<const CommandEntry* const>;
+
+  /// A gap for each null among the tools.
+  ToolBar(HWND parent, Tools tools, const UiScale& scale);
   ~ToolBar();
   ToolBar(const ToolBar&) = delete;
   ToolBar& operator=(const ToolBar&) = delete;
 
+  int width() const;
   int height() const;
-
-  /// To be called after the parent has changed its size.
-  void arrange();
+  void place(const RECT& area) const;
+  void setVisible(bool visible) const;
 
   /// Presses the buttons of the commands for which `isOn` answers true.
   void mark(const std::function<bool(Command)>& isOn);
 
  private:
-  void addButtons(PaneKind pane, int icon, int margin);
+  void addButtons(Tools tools, int icon, int margin);
 
   HWND bar_;
   Images images_;

@@ -107,6 +107,13 @@ constexpr Drawing kDrawings[] = {
     {kGrid,
      "accent M 2 7 L 18 7 M 2 13 L 18 13 M 7 2 L 7 18 M 13 2 L 13 18 line M 2 2 L 18 2 L 18 18 L 2 "
      "18 Z"},
+    {kPathFirst, "deep M 16 3 L 6.5 10 L 16 17 Z line M 4 3 L 4 17"},
+    {kPathBack, "deep M 14 4 L 6 10 L 14 16 Z"},
+    {kPathPlay, "accent A 10 10 8 0 360 M 8 6 L 14 10 L 8 14 Z"},
+    {kPathForward, "deep M 6 4 L 14 10 L 6 16 Z"},
+    {kPathLast, "deep M 4 3 L 13.5 10 L 4 17 Z line M 16 3 L 16 17"},
+    {kPathSlower, "line M 4 10 L 16 10"},
+    {kPathFaster, "line M 4 10 L 16 10 M 10 4 L 10 16"},
     {kCrosshair, "line M 10 2 L 10 18 M 2 10 L 18 10 accent A 10 10 4.5 0 360"},
 };
 
@@ -117,10 +124,27 @@ bool isCube(Command command) {
   return std::ranges::find(kCubes, command) != std::end(kCubes);
 }
 
+constexpr Command kNoTool = {};
+
+/// The entries of those that are for the pane, and null for a gap between them.
+std::vector<const CommandEntry*> entriesOf(std::span<const Command> commands, PaneKind pane) {
+  std::vector<const CommandEntry*> tools;
+  for (const Command command : commands) {
+    const auto entry = std::ranges::find(commandTable(), command, &CommandEntry::command);
+    if (entry == commandTable().end()) {
+      if (!tools.empty() && tools.back() != nullptr) {
+        tools.push_back(nullptr);
+      }
+    } else if (entry->isFor(pane)) {
+      tools.push_back(&*entry);
+    }
+  }
+  return tools;
+}
+
 }  // namespace
 
 std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
-  constexpr Command kNoTool = {};
   constexpr Command kTools[] = {kOpen,
                                 kExportPng,
                                 kCopy,
@@ -157,18 +181,13 @@ std::vector<const CommandEntry*> toolsOf(PaneKind pane) {
                                 kCursors,
                                 kCrosshair,
                                 kDark};
-  std::vector<const CommandEntry*> tools;
-  for (const Command command : kTools) {
-    const auto entry = std::ranges::find(commandTable(), command, &CommandEntry::command);
-    if (entry == commandTable().end()) {
-      if (!tools.empty() && tools.back() != nullptr) {
-        tools.push_back(nullptr);
-      }
-    } else if (entry->isFor(pane)) {
-      tools.push_back(&*entry);
-    }
-  }
-  return tools;
+  return entriesOf(kTools, pane);
+}
+
+std::vector<const CommandEntry*> pathTools() {
+  constexpr Command kTools[] = {kPathFirst, kPathBack,   kPathPlay,  kPathForward,
+                                kPathLast,  kPathSlower, kPathFaster};
+  return entriesOf(kTools, PaneKind::kModel);
 }
 
 std::vector<std::uint32_t> drawToolIcon(Command command, int side) {

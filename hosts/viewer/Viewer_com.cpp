@@ -7,13 +7,14 @@
 #include "common/InputFile.h"
 #include "common/MeshFile_com.h"
 #include "common/Utf8_win.h"
-#include "common/Words.h"
 #include "table/CsvReader.h"
 #include "viewer/FileDialogs_win.h"
+#include "viewer/FileKind.h"
 #include "viewer/GraphPane_com.h"
 #include "viewer/Message_win.h"
 #include "viewer/ModelPane_com.h"
 #include "viewer/OutputName.h"
+#include "viewer/ScopedFlag.h"
 
 namespace zyn::viewer {
 
@@ -21,18 +22,6 @@ namespace {
 
 /// Thrown through a loading that the person has stopped.
 class Cancelled : public std::exception {};
-
-/// Sets a flag for the time of a scope.
-class ScopedFlag {
- public:
-  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~ScopedFlag() { flag_ = false; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
-
- private:
-  bool& flag_;
-};
 
 /// How names of pictures end that a command writes; null for other commands.
 const char* pictureExtension(Command command) {
@@ -58,9 +47,23 @@ const char* pictureExtension(Command command) {
   }
 }
 
-bool isTable(const std::filesystem::path& file) {
-  const std::string extension = host::toUtf8(file.extension().wstring());
-  return host::equalsIgnoringCase(extension, ".csv") || host::equalsIgnoringCase(extension, ".tsv");
+FileKind fileKind(const std::filesystem::path& file) { return kindOf(host::utf8Name(file)); }
+
+/// What is to be seen around the view as soon as the files are open: the view is to have its size
+/// then.
+Panels panelsFor(const Request& request) {
+  const auto has = [&request](FileKind kind) {
+    return std::ranges::any_of(request.files,
+                               [kind](const std::string& file) { return kindOf(file) == kind; });
+  };
+  const bool path = has(FileKind::kProgram);
+  return {.parts = has(FileKind::kModel) || request.files.empty(), .path = path};
+}
+
+PaneKind paneFor(const Request& request) {
+  return !request.files.empty() && kindOf(request.files.front()) == FileKind::kTable
+             ? PaneKind::kGraph
+             : PaneKind::kModel;
 }
 
 bool isInput(UINT message) {
@@ -73,8 +76,8 @@ bool isInput(UINT message) {
 Viewer::Viewer(Request request)
     : request_(std::move(request)),
       settings_(host::toWide(request_.settings)),
-      kind_(isTable(host::toWide(request_.file)) ? PaneKind::kGraph : PaneKind::kModel),
-      frame_(*this, kind_, {request_.width, request_.height}) {}
+      kind_(paneFor(request_)),
+      frame_(*this, kind_, panelsFor(request_), {request_.width, request_.height}) {}
 
 int Viewer::run() {
   ShowWindow(frame_.handle(), SW_SHOWDEFAULT);
@@ -83,8 +86,8 @@ int Viewer::run() {
     if (kind_ == PaneKind::kModel) {
       pane<ModelPane>();
     }
-    if (!request_.file.empty()) {
-      load(host::toWide(request_.file));
+    for (const std::string& file : request_.files) {
+      load(host::toWide(file));
     }
     for (const Command command : request_.script) {
       chosen(command);
@@ -99,7 +102,8 @@ int Viewer::exchangeMessages() {
   MSG message = {};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
     if ((help_ && help_->translate(message)) || (preview_ && preview_->translate(message)) ||
-        (pane_ && pane_->translate(message)) || frame_.translate(message)) {
+        (!frame_.isKeyOfPanel(message) &&
+         ((pane_ && pane_->translate(message)) || frame_.translate(message)))) {
       continue;
     }
     TranslateMessage(&message);
@@ -144,8 +148,8 @@ void Viewer::chosen(Command command) {
     showPreview();
   } else if (command == Command::kOpen) {
     askAndLoad();
-  } else if (command == Command::kReload && pane_ && !pane_->file().empty()) {
-    load(pane_->file());
+  } else if (command == Command::kReload) {
+    reload();
   } else if (command >= Command::kRecent) {
     loadRecent(static_cast<std::size_t>(command) - static_cast<std::size_t>(Command::kRecent));
   } else if (command == Command::kHelp) {
@@ -197,6 +201,24 @@ void Viewer::partClicked(int part) {
   }
 }
 
+void Viewer::pathSlid(double part) {
+  if (pane_) {
+    pane_->pathSlid(part);
+  }
+}
+
+void Viewer::lineChosen(long line) {
+  if (pane_) {
+    pane_->lineChosen(line);
+  }
+}
+
+void Viewer::ticked() {
+  if (pane_) {
+    pane_->ticked();
+  }
+}
+
 void Viewer::failed(const std::string& message) noexcept {
   problem_ = true;
   tellProblem(frame_.handle(), message, request_.batch);
@@ -215,12 +237,9 @@ void Viewer::load(const std::filesystem::path& file) {
   preview_.reset();
   try {
     const ScopedFlag loading(loading_);
-    if (isTable(file)) {
-      loadTable(file);
-    } else {
-      loadModel(file);
-    }
-    frame_.setTitle(file.filename().wstring() + L" - ZYNVue viewer");
+    frame_.status().show(StatusBar::kMessage, "Reading... (Esc stops)");
+    loadAsItIs(file);
+    frame_.setTitle(title());
     keepRecent(file);
   } catch (const Cancelled&) {
     frame_.status().show(StatusBar::kMessage, "Stopped: " + host::utf8Name(file.filename()));
@@ -230,9 +249,48 @@ void Viewer::load(const std::filesystem::path& file) {
   } catch (...) {
     frame_.status().hideProgress();
     frame_.status().show(StatusBar::kMessage, "");
+    frame_.showPanels(pane_ ? pane_->panels() : Panels{});
     throw;
   }
   frame_.status().hideProgress();
+  frame_.showPanels(pane_ ? pane_->panels() : Panels{});
+}
+
+void Viewer::loadAsItIs(const std::filesystem::path& file) {
+  const auto progress = [this](double part) { showProgress(part); };
+  switch (fileKind(file)) {
+    case FileKind::kTable: {
+      auto table = table::readCsv(file);
+      pane<GraphPane>().show(file, std::move(table));
+      break;
+    }
+    case FileKind::kProgram: {
+      auto path = std::make_unique<Path>(file, progress);
+      pane<ModelPane>().show(std::move(path));
+      break;
+    }
+    case FileKind::kModel: {
+      const auto mesh = host::loadMesh(file, progress);
+      pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
+      break;
+    }
+  }
+}
+
+void Viewer::reload() {
+  if (pane_) {
+    for (const std::filesystem::path& file : pane_->files()) {
+      load(file);
+    }
+  }
+}
+
+std::wstring Viewer::title() const {
+  std::wstring names;
+  for (const std::filesystem::path& file : pane_->files()) {
+    names += (names.empty() ? L"" : L", ") + file.filename().wstring();
+  }
+  return names + L" - ZYNVue viewer";
 }
 
 void Viewer::loadRecent(std::size_t place) {
@@ -252,18 +310,6 @@ void Viewer::keepRecent(const std::filesystem::path& file) {
   RecentFiles recent = settings_.recentFiles();
   recent.add(std::filesystem::absolute(file).wstring());
   settings_.keep(recent);
-}
-
-void Viewer::loadModel(const std::filesystem::path& file) {
-  frame_.status().show(StatusBar::kMessage, "Reading... (Esc stops)");
-  const auto mesh = host::loadMesh(file, [this](double part) { showProgress(part); });
-  pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
-}
-
-void Viewer::loadTable(const std::filesystem::path& file) {
-  frame_.status().show(StatusBar::kMessage, "Reading...");
-  auto table = table::readCsv(file);
-  pane<GraphPane>().show(file, std::move(table));
 }
 
 void Viewer::showProgress(double part) {
@@ -288,7 +334,7 @@ void Viewer::keepAlive() {
 }
 
 Pane& Viewer::filledPane() {
-  if (!pane_ || pane_->file().empty()) {
+  if (!pane_ || pane_->files().empty()) {
     throw std::runtime_error("there is no model and no table to make a picture of");
   }
   return *pane_;
@@ -296,7 +342,7 @@ Pane& Viewer::filledPane() {
 
 void Viewer::exportAs(const char* extension) {
   Pane& shown = filledPane();
-  std::filesystem::path file = outputName(shown.file(), extension);
+  std::filesystem::path file = outputName(shown.files().front(), extension);
   if (!request_.batch) {
     const auto answer = askForOutput(frame_.handle(), file, L"Picture");
     if (!answer) {
@@ -312,7 +358,7 @@ void Viewer::showPreview() {
   Pane& shown = filledPane();
   const RECT area = frame_.viewArea();
   const Printable page = {
-      .name = shown.file().filename().wstring(),
+      .name = shown.files().front().filename().wstring(),
       .aspect = static_cast<double>(area.right - area.left) / (area.bottom - area.top),
       .draw = [&shown](HDC dc, const RECT& place) { shown.drawOn(dc, place); }};
   preview_ = std::make_unique<PreviewWindow>(frame_.handle(), page, [this, page] {

@@ -15,7 +15,8 @@
 
 namespace zyn::viewer {
 
-/// The program: a main window with a 3D view or a graph in it, and what a person does with them.
+/// The program: a main window with a 3D view (a model, a tool path or both) or a graph in it, and
+/// what a person does with them.
 class Viewer final : private FrameEvents, private PaneOwner {
  public:
   explicit Viewer(Request request);
@@ -35,6 +36,9 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void closing() override;
   void partChecked(int part, bool shown) override;
   void partClicked(int part) override;
+  void pathSlid(double part) override;
+  void lineChosen(long line) override;
+  void ticked() override;
 
   // PaneOwner
   HWND window() override { return frame_.handle(); }
@@ -42,6 +46,8 @@ class Viewer final : private FrameEvents, private PaneOwner {
   RECT viewArea() override { return frame_.viewArea(); }
   StatusBar& status() override { return frame_.status(); }
   PartsTree& parts() override { return frame_.parts(); }
+  PathBar& pathBar() override { return frame_.pathBar(); }
+  ProgramList& program() override { return frame_.program(); }
   bool isWatched() override { return !request_.batch; }
 
   // Both
@@ -49,8 +55,8 @@ class Viewer final : private FrameEvents, private PaneOwner {
 
   int exchangeMessages();
   void load(const std::filesystem::path& file);
-  void loadModel(const std::filesystem::path& file);
-  void loadTable(const std::filesystem::path& file);
+  void loadAsItIs(const std::filesystem::path& file);
+  void reload();
   /// The pane of this class, in the place of any other.
   template <typename Kind>
   Kind& pane();
@@ -65,6 +71,8 @@ class Viewer final : private FrameEvents, private PaneOwner {
   void exportAs(const char* extension);
   void showPreview();
   void showHelp();
+  /// The names of all files that are shown.
+  std::wstring title() const;
 
   Request request_;
   Settings settings_;

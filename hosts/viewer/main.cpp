@@ -1,4 +1,5 @@
-// viewer: STL and OBJ models in the 3D view of ZYNVue, a control in a window of its own.
+// viewer: models and tool paths in the 3D view of ZYNVue and tables in its graphs, controls in a
+// window of their own.
 
 #include <windows.h>
 // After windows.h:

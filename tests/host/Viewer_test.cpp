@@ -423,6 +423,10 @@ class RunningViewer {
     post(WM_LBUTTONUP, 0, to);
   }
 
+  bool hasTree() const {
+    return IsWindowVisible(FindWindowExW(window_, nullptr, WC_TREEVIEWW, nullptr)) != FALSE;
+  }
+
   bool isEnabled() const { return IsWindowEnabled(window_) != FALSE; }
 
   /// The same without waiting.
@@ -1088,6 +1092,178 @@ TEST_F(GraphViewerTest, theClipboardHasTheGraphAsPictureAndAsLines) {
   EXPECT_EQ(running.waitForStatus(kMessage, L"Copied"), "Copied to the clipboard");
   EXPECT_TRUE(IsClipboardFormatAvailable(CF_DIB));
   EXPECT_TRUE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
+}
+
+/// Four sides of a square at two speeds, after a rapid; lines 2 and 6 move nothing.
+const char* const kSquare =
+    "G21 G90\n(square)\nG0 Z5\nG1 Z0 F600\nG1 X60 F600\n(slowly)\nY60 F300\nX0\nY0\nG4 P2\nG0 "
+    "Z20\nM2\n";
+
+/// The viewer with a program, while it runs. A line is chosen, a slider moved as a person does it.
+class PathViewerTest : public ViewerTest {
+ protected:
+  static constexpr WPARAM kMessage = 0;
+  static constexpr WPARAM kPicks = 1;
+  static constexpr WPARAM kPath = 4;
+
+  PathViewerTest() { writeFile(folder_.file(L"square.nc"), kSquare); }
+
+  RunningViewer& start(const std::wstring& script, const std::wstring& model = L"") {
+    running_.emplace(model + L"square.nc --size 320x240 --script gradient,trihedron," + script);
+    window_ = running_->windowOver(model.empty() ? L"square.nc - ZYNVue viewer"
+                                                 : L"corner.stl, square.nc - ZYNVue viewer");
+    running_->waitFor(model.empty() ? L"square.nc - ZYNVue viewer"
+                                    : L"corner.stl, square.nc - ZYNVue viewer");
+    list_ = FindWindowExW(window_, nullptr, WC_LISTVIEWW, nullptr);
+    slider_ = FindWindowExW(window_, nullptr, TRACKBAR_CLASSW, nullptr);
+    return *running_;
+  }
+
+  Image picture() const {
+    running_->choose(viewer::Command::kExportBmp);
+    return decodeImageFile(folder_.file(L"square.bmp")).image;
+  }
+
+  int selectedLine() const { return ListView_GetNextItem(list_, -1, LVNI_SELECTED) + 1; }
+  LRESULT sliderPlace() const { return SendMessageW(slider_, TBM_GETPOS, 0, 0); }
+
+  bool tells(const std::wstring& begin) const {
+    const std::wstring text = running_->statusText(kPath);
+    EXPECT_TRUE(text.starts_with(begin)) << std::string(text.begin(), text.end());
+    return text.starts_with(begin);
+  }
+
+  std::optional<RunningViewer> running_;
+  HWND window_ = nullptr;
+  HWND list_ = nullptr;
+  HWND slider_ = nullptr;
+};
+
+TEST_F(PathViewerTest, stepsThroughTheLinesThatMove) {
+  RunningViewer& running = start(L"line-forward");
+  EXPECT_EQ(running.message(), L"12 lines, 7 segments");
+  EXPECT_EQ(ListView_GetItemCount(list_), 12);
+  tells(L"line 4  x 0.000  y 0.000  z 5.000  plunge 600  0:00.1 of 0:44.8  5.0 of 270.0 mm");
+  EXPECT_EQ(selectedLine(), 4);
+  running.choose(viewer::Command::kPathForward);
+  running.choose(viewer::Command::kPathForward);
+  tells(L"line 7  x 60.000  y 0.000  z 0.000  feed 300 ");
+  EXPECT_EQ(selectedLine(), 7) << "line 6 moves nothing";
+  running.choose(viewer::Command::kPathBack);
+  tells(L"line 5  x 0.000  y 0.000 ");
+  running.choose(viewer::Command::kPathLast);
+  tells(L"line 11  x 0.000  y 0.000  z 20.000  rapid 5000  0:44.8 of 0:44.8  270.0 of");
+  EXPECT_EQ(sliderPlace(), SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0));
+  running.choose(viewer::Command::kPathBack);
+  tells(L"line 11  x 0.000  y 0.000  z 0.000 ");
+  running.choose(viewer::Command::kPathBack);
+  tells(L"line 9  x 0.000  y 60.000 ");
+  running.choose(viewer::Command::kPathFirst);
+  tells(L"line 3  x 0.000  y 0.000  z 0.000 ");
+  EXPECT_EQ(sliderPlace(), 0);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, theSliderLeadsByTime) {
+  RunningViewer& running = start(L"path-begin");
+  const LRESULT middle = SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0) / 2;
+  SendMessageW(slider_, TBM_SETPOS, TRUE, middle);
+  SendMessageW(window_, WM_HSCROLL, TB_ENDTRACK, reinterpret_cast<LPARAM>(slider_));
+  tells(L"line 8 ");
+  EXPECT_NE(running.statusText(kPath).find(L"0:22.4 of 0:44.8"), std::wstring::npos);
+  EXPECT_EQ(selectedLine(), 8);
+}
+
+TEST_F(PathViewerTest, theLinesLead) {
+  RunningViewer& running = start(L"path-begin");
+  const auto press = [&](WORD key) {
+    SendMessageW(list_, WM_KEYDOWN, key, 1);
+    SendMessageW(list_, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+  };
+  press(VK_DOWN);
+  EXPECT_EQ(selectedLine(), 4);
+  tells(L"line 4  x 0.000  y 0.000  z 5.000 ");
+  press(VK_DOWN);
+  press(VK_DOWN);
+  EXPECT_EQ(selectedLine(), 6) << "stays where it was put";
+  tells(L"line 7  x 60.000 ");
+  press(VK_DOWN);
+  EXPECT_EQ(selectedLine(), 7);
+  press(VK_UP);
+  EXPECT_EQ(selectedLine(), 6);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, plays) {
+  RunningViewer& running = start(L"faster,faster,faster,faster,play");
+  running.waitForStatus(kPath, L"0:44.8 of 0:44.8");
+  EXPECT_EQ(selectedLine(), 11);
+  running.choose(viewer::Command::kPathPlay);
+  running.choose(viewer::Command::kPathPlay);
+  EXPECT_EQ(running.statusText(kPath).find(L"0:44.8 of"), std::wstring::npos) << "begun anew";
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, aClickOnASegmentLeadsThere) {
+  RunningViewer& running = start(L"tool,xy+,select");
+  const RECT lines = boxNear(picture(), {26, 77, 204});
+  ASSERT_LT(lines.left, lines.right);
+  const LONG middle = (lines.top + lines.bottom) / 2;
+  running.clickPixel({lines.right, middle});
+  tells(L"line 7  x 60.000  y 0.000 ");
+  running.clickPixel({(lines.left + lines.right) / 2, lines.top + 1});
+  tells(L"line 8  x 60.000  y 60.000 ");
+  EXPECT_EQ(selectedLine(), 8);
+}
+
+TEST_F(PathViewerTest, everyLookDiffers) {
+  RunningViewer& running = start(L"line-forward,line-forward,line-forward");
+  const Image before = picture();
+  for (const viewer::Command command :
+       {viewer::Command::kColourBySpeed, viewer::Command::kColourByProgress,
+        viewer::Command::kRapids, viewer::Command::kTool, viewer::Command::kToolLarger,
+        viewer::Command::kBallNose}) {
+    const Image last = picture();
+    running.choose(command);
+    EXPECT_GT(differentPixels(last, picture()), 3) << static_cast<int>(command);
+    if (command == viewer::Command::kTool) {
+      running.choose(command);
+    }
+  }
+  running.choose(viewer::Command::kBallNose);
+  running.choose(viewer::Command::kToolSmaller);
+  running.choose(viewer::Command::kRapids);
+  running.choose(viewer::Command::kColourByType);
+  EXPECT_EQ(differentPixels(before, picture()), 0);
+}
+
+TEST_F(PathViewerTest, aPathAndAModelAreKeptBesideEachOther) {
+  RunningViewer& running = start(L"line-forward", L"corner.stl ");
+  EXPECT_TRUE(running.hasTree());
+  tells(L"line 4 ");
+  running.choose(viewer::Command::kReload);
+  tells(L"line 4 ");
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, aPathAloneHasNoTreeAndTheSizeThatWasAskedFor) {
+  RunningViewer& running = start(L"path-end");
+  EXPECT_FALSE(running.hasTree());
+  EXPECT_EQ(picture().width(), 320);
+  EXPECT_EQ(picture().height(), 240);
+}
+
+TEST_F(PathViewerTest, saysWhereAProgramIsWrong) {
+  writeFile(folder_.file(L"broken.nc"), "G21\nG1 X1 F100\nG41 X2\n");
+  expectRefused(L"broken.nc", "broken.nc, line 3, column 1: ");
+  expectRefused(L"nowhere.nc", "nowhere.nc");
+}
+
+TEST_F(PathViewerTest, wordsOfPrintersAreSkipped) {
+  writeFile(folder_.file(L"printed.gcode"), "G90\nG1 X5 E1 F600\n");
+  RunningViewer running(L"printed.gcode --size 320x240");
+  running.waitFor(L"printed.gcode - ZYNVue viewer");
+  EXPECT_EQ(running.waitForStatus(kMessage, L"lines"), "2 lines, 1 segment, 1 words skipped");
 }
 
 /// An OBJ that takes a while to be read, in one group; `end` are its last lines.

@@ -18,7 +18,7 @@ std::string complaint(std::vector<std::string> arguments) {
 
 TEST(ViewerCommandLineTest, EverythingMayBeMissing) {
   const Request request = parse({});
-  EXPECT_EQ(request.file, "");
+  EXPECT_TRUE(request.files.empty());
   EXPECT_EQ(request.width, 1000);
   EXPECT_EQ(request.height, 700);
   EXPECT_TRUE(request.script.empty());
@@ -28,11 +28,16 @@ TEST(ViewerCommandLineTest, EverythingMayBeMissing) {
 TEST(ViewerCommandLineTest, EverythingIsUnderstoodInAnyOrder) {
   const Request request =
       parse({"--batch", "--size", "640x480", "a model.stl", "--script", "xy+,zoom-all,exit"});
-  EXPECT_EQ(request.file, "a model.stl");
+  EXPECT_EQ(request.files, std::vector<std::string>{"a model.stl"});
   EXPECT_EQ(request.width, 640);
   EXPECT_EQ(request.height, 480);
   EXPECT_EQ(request.script, (std::vector{Command::kViewXYp, Command::kZoomAll, Command::kExit}));
   EXPECT_TRUE(request.batch);
+}
+
+TEST(ViewerCommandLineTest, AModelAndAProgramAreShownTogether) {
+  EXPECT_EQ(parse({"a.nc", "--batch", "a.stl"}).files, (std::vector<std::string>{"a.nc", "a.stl"}));
+  EXPECT_EQ(parse({"a.stl", "a.gcode"}).files, (std::vector<std::string>{"a.stl", "a.gcode"}));
 }
 
 TEST(ViewerCommandLineTest, ScriptsKeepNoSettingsUnlessTheySayWhere) {
@@ -66,7 +71,13 @@ TEST(ViewerCommandLineTest, MistakesAreNamed) {
   EXPECT_EQ(complaint({"--script", ",xy+"}), "\"\" is not a command");
   EXPECT_EQ(complaint({"--fast"}), "\"--fast\" is not an option");
   EXPECT_EQ(complaint({"--size"}), "--size needs a value");
-  EXPECT_EQ(complaint({"a.stl", "b.stl"}), "one file at a time");
+  for (const auto& files : {std::vector<std::string>{"a.stl", "b.stl"},
+                            {"a.nc", "b.nc"},
+                            {"a.csv", "b.nc"},
+                            {"a.stl", "b.csv"},
+                            {"a.stl", "b.nc", "c.stl"}}) {
+    EXPECT_EQ(complaint(files), "one file at a time, or a model and a program") << files[1];
+  }
 }
 
 }  // namespace

@@ -81,6 +81,9 @@ TEST(CommandsTest, HelpTellsOfEveryKeyWithoutMarks) {
     EXPECT_EQ(tells({"U", "Two cursors"}), pane == PaneKind::kGraph);
     EXPECT_EQ(tells({"Ctrl+5", "Style: Points"}), pane == PaneKind::kModel);
     EXPECT_EQ(tells({"Home", "Isometric"}), pane == PaneKind::kModel);
+    EXPECT_EQ(tells({"Space", "Play"}), pane == PaneKind::kModel);
+    EXPECT_EQ(tells({"Ctrl+End", "To the end"}), pane == PaneKind::kModel);
+    EXPECT_EQ(tells({"9", "Colours: By speed"}), pane == PaneKind::kModel);
   }
 }
 

@@ -37,6 +37,17 @@ TEST(ToolIconTest, EveryToolOfAPaneIsOneOfItsCommandsWithAnIconOfItsOwn) {
   }
 }
 
+TEST(ToolIconTest, EveryToolOfThePathHasAnIconOfItsOwn) {
+  std::set<std::vector<std::uint32_t>> icons;
+  for (const CommandEntry* const tool : pathTools()) {
+    ASSERT_NE(tool, nullptr);
+    const auto icon = drawToolIcon(tool->command, 20);
+    EXPECT_GT(meanOpacity(icon), 0.04) << tool->name;
+    icons.insert(icon);
+  }
+  EXPECT_EQ(icons.size(), pathTools().size());
+}
+
 TEST(ToolIconTest, GapsLieBetweenToolsOnly) {
   for (const PaneKind pane : kPanes) {
     const auto tools = toolsOf(pane);
