@@ -135,6 +135,7 @@ else
   shoot_styles
   play_part
   watch model "$models/OBJ/spider.obj"
+  watch path "$root/hosts/data/part.obj" "$root/hosts/data/paths/part_finish.nc"
   watch graph "$root/hosts/data/sea_surface_temperature.csv"
   make_filter_table filter.csv
   watch decades filter.csv
