@@ -180,6 +180,8 @@ play_decades() {
 play_path() {
   start ball-nose,colour-progress
   find_view
+  at 2 2
+  take path-opened
   xdotool mousemove $((left + window_width - 150)) $((top + bars + 560)) click 1
   for _ in {1..16}; do xdotool key Next; done
   take path
