@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "viewer/FileKind.h"
+#include "common/FileKind.h"
 
 namespace zyn::viewer {
 
@@ -74,8 +74,9 @@ class Arguments {
 
 /// What one window can show together.
 void checkFiles(std::span<const std::string> files) {
-  const bool isPair = files.size() == 2 && kindOf(files[0]) != kindOf(files[1]) &&
-                      kindOf(files[0]) != FileKind::kTable && kindOf(files[1]) != FileKind::kTable;
+  const bool isPair = files.size() == 2 && host::kindOf(files[0]) != host::kindOf(files[1]) &&
+                      host::kindOf(files[0]) != host::FileKind::kTable &&
+                      host::kindOf(files[1]) != host::FileKind::kTable;
   if (files.size() > 1 && !isPair) {
     throw UsageError("one file at a time, or a model and a program");
   }

@@ -1,8 +1,8 @@
 #include "viewer/PathDriver_com.h"
 
 #include "common/ComFailure_com.h"
+#include "common/ToolSizes.h"
 #include "viewer/PathReadout.h"
-#include "viewer/ToolSizes.h"
 
 namespace zyn::viewer {
 
@@ -105,10 +105,10 @@ bool PathDriver::changeLook(Command command) {
       look.ballNose = !look.ballNose;
       break;
     case kToolLarger:
-      look.diameter = largerDiameter(look.diameter);
+      look.diameter = host::largerDiameter(look.diameter);
       break;
     case kToolSmaller:
-      look.diameter = smallerDiameter(look.diameter);
+      look.diameter = host::smallerDiameter(look.diameter);
       break;
     default:
       return false;

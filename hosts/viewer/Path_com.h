@@ -1,31 +1,18 @@
 #pragma once
 
-#include <wrl/client.h>
-
 #include <cstdint>
 #include <filesystem>
 #include <vector>
 
-#include "ZYNVUE.h"
-#include "common/LoadProgress_com.h"
-#include "common/Vector.h"
+#include "common/PathObjects_com.h"
 #include "viewer/PathReadout.h"
 #include "viewer/ProgramLines.h"
 
 namespace zyn::viewer {
 
-/// How a path looks.
-struct PathLook {
-  enum Colour : long { kByType, kBySpeed, kByProgress };
+using host::PathLook;
 
-  long colour = kByType;
-  bool rapids = true;
-  bool tool = true;
-  bool ballNose = false;
-  double diameter = 0;  ///< of the tool, mm; 0: one that is usual for the path's size
-};
-
-/// A program as the component's objects: its path, the tool there and the scale of its speeds.
+/// A program as the component's objects, and its lines.
 class Path {
  public:
   /// What picks tell of a path, and then the number of a segment; parts are numbered from 1.
@@ -36,7 +23,7 @@ class Path {
 
   const std::filesystem::path& file() const { return file_; }
   const ProgramLines& lines() const { return lines_; }
-  const host::Bounds& bounds() const { return bounds_; }
+  const host::Bounds& bounds() const { return objects_.bounds(); }
   double duration() const { return duration_; }
   long segmentCount() const { return static_cast<long>(types_.size()); }
   long skippedCount() const;
@@ -45,8 +32,8 @@ class Path {
   /// explains colours.
   void addTo(IZYNVue3D& view) const;
 
-  const PathLook& look() const { return look_; }
-  void setLook(const PathLook& look);
+  const PathLook& look() const { return objects_.look(); }
+  void setLook(const PathLook& look) { objects_.setLook(look); }
 
   /// The place of the tool: the time is it, the others put and tell it.
   double time() const;
@@ -66,12 +53,8 @@ class Path {
   double speedOf(long segment) const;
 
   std::filesystem::path file_;
+  host::PathObjects objects_;
   ProgramLines lines_;
-  Microsoft::WRL::ComPtr<IZYNGLTrajet> path_;
-  Microsoft::WRL::ComPtr<IZYNOutil> tool_;
-  Microsoft::WRL::ComPtr<IZYNEchelleCouleurs> speeds_;
-  PathLook look_;
-  host::Bounds bounds_;
   double duration_ = 0;
   double length_ = 0;
   std::vector<std::int32_t> types_;

@@ -4,12 +4,12 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "common/FileKind.h"
 #include "common/InputFile.h"
 #include "common/MeshFile_com.h"
 #include "common/Utf8_win.h"
 #include "table/CsvReader.h"
 #include "viewer/FileDialogs_win.h"
-#include "viewer/FileKind.h"
 #include "viewer/GraphPane_com.h"
 #include "viewer/Message_win.h"
 #include "viewer/ModelPane_com.h"
@@ -47,21 +47,23 @@ const char* pictureExtension(Command command) {
   }
 }
 
-FileKind fileKind(const std::filesystem::path& file) { return kindOf(host::utf8Name(file)); }
+host::FileKind fileKind(const std::filesystem::path& file) {
+  return host::kindOf(host::utf8Name(file));
+}
 
 /// What is to be seen around the view as soon as the files are open: the view is to have its size
 /// then.
 Panels panelsFor(const Request& request) {
-  const auto has = [&request](FileKind kind) {
-    return std::ranges::any_of(request.files,
-                               [kind](const std::string& file) { return kindOf(file) == kind; });
+  const auto has = [&request](host::FileKind kind) {
+    return std::ranges::any_of(
+        request.files, [kind](const std::string& file) { return host::kindOf(file) == kind; });
   };
-  const bool path = has(FileKind::kProgram);
-  return {.parts = has(FileKind::kModel) || request.files.empty(), .path = path};
+  const bool path = has(host::FileKind::kProgram);
+  return {.parts = has(host::FileKind::kModel) || request.files.empty(), .path = path};
 }
 
 PaneKind paneFor(const Request& request) {
-  return !request.files.empty() && kindOf(request.files.front()) == FileKind::kTable
+  return !request.files.empty() && host::kindOf(request.files.front()) == host::FileKind::kTable
              ? PaneKind::kGraph
              : PaneKind::kModel;
 }
@@ -259,17 +261,17 @@ void Viewer::load(const std::filesystem::path& file) {
 void Viewer::loadAsItIs(const std::filesystem::path& file) {
   const auto progress = [this](double part) { showProgress(part); };
   switch (fileKind(file)) {
-    case FileKind::kTable: {
+    case host::FileKind::kTable: {
       auto table = table::readCsv(file);
       pane<GraphPane>().show(file, std::move(table));
       break;
     }
-    case FileKind::kProgram: {
+    case host::FileKind::kProgram: {
       auto path = std::make_unique<Path>(file, progress);
       pane<ModelPane>().show(std::move(path));
       break;
     }
-    case FileKind::kModel: {
+    case host::FileKind::kModel: {
       const auto mesh = host::loadMesh(file, progress);
       pane<ModelPane>().show(std::make_unique<Model>(file, mesh));
       break;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/FileKind.h"
 #include "zynshot/OptionValue.h"
 #include "zynshot/UsageError.h"
 
@@ -26,8 +27,15 @@ struct PictureOption {
 /// Largest side that all four formats can state.
 constexpr int kMostPixels = 65535;
 
+constexpr int kMostFrames = 100'000;
+
 std::filesystem::path pathOf(std::string_view utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+std::string utf8Of(const std::filesystem::path& file) {
+  const std::u8string text = file.u8string();
+  return {text.begin(), text.end()};
 }
 
 void setSize(PictureOptions& picture, std::string_view value) {
@@ -67,7 +75,7 @@ void setEdges(PictureOptions& picture, std::string_view value) {
   picture.strokes.colour = parseColour(value);
 }
 
-const std::array<PictureOption, 21> kPictureOptions = {{
+const std::array<PictureOption, 25> kPictureOptions = {{
     {"--view", "VIEW",
      "xy+ xy- xz+ xz- yz+ yz- (the plane shown and the\n"
      "side of the eye), turning (from +y, +x up), iso\n"
@@ -121,6 +129,18 @@ const std::array<PictureOption, 21> kPictureOptions = {{
      "show this picture (BMP, GIF, JPEG, icon or metafile)\n"
      "in the lower right corner, in its own size",
      [](PictureOptions& p, std::string_view v) { p.annotations.logo = pathOf(v); }},
+    {"--position", "PLACE",
+     "of the tool on the path of the program: 40% (of the\n"
+     "time), 12.5s, 300mm or line:65",
+     [](PictureOptions& p, std::string_view v) { p.path.place = parsePathPlace(v); }},
+    {"--path-colours", "BY",
+     "type, speed (with a colour bar), or progress (where\n"
+     "there is a --position; default: by type)",
+     [](PictureOptions& p, std::string_view v) { p.path.colours = parsePathColours(v); }},
+    {"--no-rapids", "", "leave out rapid moves",
+     [](PictureOptions& p, std::string_view) { p.path.rapids = false; }},
+    {"--tool", "DIAMETER[,ball]", "of the tool, in mm (default: a usual one)",
+     [](PictureOptions& p, std::string_view v) { parseTool(v, p.path); }},
     {"--surplus", "FRACTION", "margin around the model (default 0.1)",
      [](PictureOptions& p, std::string_view v) { p.surplus = parseNumber(v, 0, 100); }},
     {"--dpi", "NUMBER",
@@ -166,6 +186,9 @@ class Parser {
     if (request_.action == Action::kRender) {
       demandEnough();
     }
+    if (frames_ > 0) {
+      makeFrames();
+    }
     return std::move(request_);
   }
 
@@ -177,10 +200,13 @@ class Parser {
   }
 
   void model(const std::string& file) {
-    if (!request_.model.empty()) {
-      throw UsageError("one model at a time: \"" + file + "\" is one too many");
+    const bool isProgram = host::kindOf(file) == host::FileKind::kProgram;
+    std::filesystem::path& target = isProgram ? request_.program : request_.model;
+    if (!target.empty()) {
+      throw UsageError(std::string(isProgram ? "one program" : "one model") + " at a time: \"" +
+                       file + "\" is one too many");
     }
-    request_.model = pathOf(file);
+    target = pathOf(file);
   }
 
   void option(const std::string& argument) {
@@ -215,6 +241,9 @@ class Parser {
       demandPictureName(file);
       picture.file = pathOf(file);
       request_.pictures.push_back(std::move(picture));
+    } else if (name == "--frames") {
+      const std::string count = value(name);
+      frames_ = named(name, [&] { return parseInteger(count, 2, kMostFrames); });
     } else if (name == "--smooth") {
       const std::string angle = value(name);
       request_.smoothAngle = named(name, [&] { return parseNumber(angle, 0, 180); });
@@ -252,17 +281,36 @@ class Parser {
   }
 
   void demandEnough() const {
-    if (request_.model.empty()) {
+    if (request_.model.empty() && request_.program.empty()) {
       throw UsageError("no model given");
     }
     if (request_.pictures.empty()) {
       throw UsageError("no picture asked for: -o FILE");
     }
+    if (frames_ > 0 && request_.program.empty()) {
+      throw UsageError("--frames: no program given");
+    }
+  }
+
+  /// In the place of each picture those of its frames, from the begin of the path to its end.
+  void makeFrames() {
+    std::vector<PictureOptions> frames;
+    for (const PictureOptions& picture : request_.pictures) {
+      const std::string file = utf8Of(picture.file);
+      for (int number = 1; number <= frames_; ++number) {
+        PictureOptions frame = picture;
+        frame.file = pathOf(frameName(file, number, frames_));
+        frame.path.place = {PathPlace::Unit::kShare, (number - 1.0) / (frames_ - 1)};
+        frames.push_back(std::move(frame));
+      }
+    }
+    request_.pictures = std::move(frames);
   }
 
   std::span<const std::string> rest_;
   std::optional<std::string> attached_;
   PictureOptions forAll_;
+  int frames_ = 0;  ///< of each picture; 0: it is one
   Request request_;
 };
 
@@ -284,9 +332,11 @@ Request parseCommandLine(std::span<const std::string> arguments) {
 
 std::string helpText() {
   std::string text =
-      "zynshot: pictures of a 3D model (STL, OBJ, PLY, OFF or 3MF)\n"
+      "zynshot: pictures of a 3D model (STL, OBJ, PLY, OFF or 3MF), of the path of a\n"
+      "program for a mill or a printer (G-code), or of both\n"
       "\n"
-      "usage: zynshot MODEL [OPTIONS] -o PICTURE [OPTIONS] [-o PICTURE [OPTIONS]]...\n"
+      "usage: zynshot MODEL [PROGRAM] [OPTIONS] -o PICTURE [OPTIONS] [-o PICTURE\n"
+      "       [OPTIONS]]...\n"
       "\n"
       "The model is loaded once, whatever the number of pictures. Options before the\n"
       "first -o hold for all pictures, those behind an -o for that picture only.\n"
@@ -297,6 +347,9 @@ std::string helpText() {
   }
   text += "\nof the whole run:\n";
   describe(text, "-o, --output FILE", "picture to write: .png .jpg .jpeg .gif .bmp .tif");
+  describe(text, "--frames NUMBER",
+           "so many pictures of each, numbered, while the tool\n"
+           "moves from the begin of the path to its end");
   describe(text, "--smooth DEGREES", "round off edges that bend less than this");
   describe(text, "--progress", "show progress even when stderr is no terminal");
   describe(text, "--help, --version", "show this text, or the version, and stop");
@@ -309,6 +362,7 @@ std::string helpText() {
           "  zynshot part.stl -o part.png\n"
           "  zynshot part.stl --gradient skyblue -o a.png --view xy+ -o b.jpg --view xz-\n"
           "  zynshot part.obj --size 3508x2480 --dpi 300 --smooth 30 -o print.png\n"
+          "  zynshot part.stl part.nc --position 40% -o milling.png\n"
           "\n"
           "exit code: 0 all pictures written, 1 something failed, 2 wrong usage\n";
   return text;

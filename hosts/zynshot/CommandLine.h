@@ -15,7 +15,8 @@ enum class Action { kRender, kHelp, kVersion };
 /// What the person asked for.
 struct Request {
   Action action = Action::kRender;
-  std::filesystem::path model;
+  std::filesystem::path model;    ///< empty: a program alone
+  std::filesystem::path program;  ///< whose path is shown; empty: none
   std::vector<PictureOptions> pictures;
   std::optional<double> smoothAngle;  ///< degrees; none: facets stay flat
   bool progress = false;              ///< asked for even where nobody watches a terminal

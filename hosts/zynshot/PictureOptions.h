@@ -7,6 +7,7 @@
 #include "zynshot/Colour.h"
 #include "zynshot/Lighting.h"
 #include "zynshot/Material.h"
+#include "zynshot/PathOptions.h"
 #include "zynshot/View.h"
 
 namespace zyn::shot {
@@ -59,6 +60,7 @@ struct PictureOptions {
   Appearance appearance;
   Strokes strokes;
   bool outline = false;
+  PathOptions path;
   std::optional<double> perspective;  ///< angle from bottom to top, degrees
   std::optional<std::string> camera;  ///< as a line of text, in place of view and surplus; UTF-8
   AmbientLight ambient{.intensity = 0.4};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "common/ClassObject_com.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int kShaded = 0;
 constexpr int kOutline = 1;
+constexpr double kPathWidth = 1.5;
 
 ComPtr<IZYNGLMaillage> meshIn(const ComPtr<IDispatch>& object, const wchar_t* member) {
   ComPtr<IZYNGLMaillage> mesh;
@@ -64,10 +66,36 @@ void draw(IZYNGLMaillage& mesh, const Strokes& strokes) {
   checkTold(mesh.put_EpaisseurAretes(strokes.width), L"EpaisseurAretes");
 }
 
+void goTo(IZYNGLTrajet& path, const PathPlace& place) {
+  double duration = 0;
+  checkTold(path.get_Duree(&duration), L"Duree");
+  switch (place.unit) {
+    case PathPlace::Unit::kShare:
+      checkTold(path.put_PositionTemps(place.value * duration), L"PositionTemps");
+      break;
+    case PathPlace::Unit::kSeconds:
+      checkTold(path.put_PositionTemps(place.value), L"PositionTemps");
+      break;
+    case PathPlace::Unit::kMillimetres:
+      checkTold(path.put_Position(place.value), L"Position");
+      break;
+    case PathPlace::Unit::kLine:
+      checkTold(path.put_PositionLigne(static_cast<long>(place.value)), L"PositionLigne");
+      break;
+  }
+}
+
 }  // namespace
 
-Scene::Scene(const ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle)
-    : mesh_(mesh), group_(host::ClassObject(L"ZYNVue.ZYNGroupe").create<IZYNGroupe>()) {
+Scene::Scene(const ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle,
+             std::optional<host::PathObjects> path)
+    : mesh_(mesh),
+      group_(host::ClassObject(L"ZYNVue.ZYNGroupe").create<IZYNGroupe>()),
+      path_(std::move(path)) {
+  if (!mesh) {
+    bounds_ = path_ ? path_->bounds() : host::Bounds();
+    return;
+  }
   if (smoothAngle) {
     checkTold(mesh->setNormales(host::numberArray({})), L"setNormales");
   }
@@ -78,17 +106,46 @@ Scene::Scene(const ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAng
   if (box.size() == 6) {
     bounds_ = {{box[0], box[2], box[4]}, {box[1], box[3], box[5]}};
   }
+  if (path_) {
+    bounds_ = around(bounds_, path_->bounds());
+  }
 }
 
 void Scene::show(IZYN3DGLBitmapContext& context, const PictureOptions& picture) {
+  check(context.RemoveAll(), L"RemoveAll");
+  if (mesh_) {
+    showMesh(context, picture);
+  }
+  if (path_) {
+    showPath(context, picture.path);
+  }
+}
+
+void Scene::showMesh(IZYN3DGLBitmapContext& context, const PictureOptions& picture) {
   const ComPtr<IZYNGLMaillage> mesh = meshOf(picture);
   paint(*mesh.Get(), picture.appearance);
   draw(*mesh.Get(), picture.strokes);
   checkTold(group_->RemoveAll(), L"RemoveAll");
   checkTold(group_->Add(mesh.Get(), kShaded), L"Add");
   checkTold(group_->put_Opacite(picture.appearance.alpha), L"Opacite");
-  check(context.RemoveAll(), L"RemoveAll");
   check(context.Add(group_.Get(), picture.outline ? kOutline : kShaded), L"Add");
+}
+
+void Scene::showPath(IZYN3DGLBitmapContext& context, const PathOptions& options) {
+  const long byDefault = options.place ? host::PathLook::kByProgress : host::PathLook::kByType;
+  path_->setLook({.colour = options.colours.value_or(byDefault),
+                  .width = kPathWidth,
+                  .rapids = options.rapids,
+                  .tool = options.place.has_value(),
+                  .ballNose = options.isBall,
+                  .diameter = options.diameter.value_or(0)});
+  if (options.place) {
+    goTo(path_->path(), *options.place);
+  }
+  check(context.Add(&path_->path(), kShaded), L"Add");
+  if (IZYNEchelleCouleurs* const scale = path_->scale()) {
+    check(context.Add(scale, kShaded), L"Add");
+  }
 }
 
 /// Where a colour is asked for, those of the file do not count.

@@ -5,20 +5,23 @@
 #include <optional>
 
 #include "ZYNVUE.h"
+#include "common/PathObjects_com.h"
 #include "common/Vector.h"
 #include "zynshot/PictureOptions.h"
 
 namespace zyn::shot {
 
-/// A mesh as pictures show it.
+/// A mesh, a path, or both, as pictures show them.
 class Scene {
  public:
-  /// `smoothAngle`: degrees up to which edges are rounded off; none: as the file has it, else flat.
-  Scene(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle);
+  /// `mesh`: null for none. `smoothAngle`: degrees up to which edges are rounded off; none: as the
+  /// file has it, else flat.
+  Scene(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle,
+        std::optional<host::PathObjects> path);
 
   const host::Bounds& bounds() const { return bounds_; }
 
-  /// Makes the mesh the draw list of `context`.
+  /// Makes them the draw list of `context`.
   void show(IZYN3DGLBitmapContext& context, const PictureOptions& picture);
 
  private:
@@ -26,9 +29,13 @@ class Scene {
   Microsoft::WRL::ComPtr<IZYNGLMaillage> sortedAlong(IZYNGLMaillage& mesh,
                                                      const host::Vector& direction) const;
 
+  void showMesh(IZYN3DGLBitmapContext& context, const PictureOptions& picture);
+  void showPath(IZYN3DGLBitmapContext& context, const PathOptions& options);
+
   Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh_;   ///< in the colours of the file
   Microsoft::WRL::ComPtr<IZYNGLMaillage> plain_;  ///< without them; made when it is needed
   Microsoft::WRL::ComPtr<IZYNGroupe> group_;      ///< what is drawn
+  std::optional<host::PathObjects> path_;
   host::Bounds bounds_;
 };
 

@@ -42,10 +42,14 @@ ProgressLine::Style progressStyle(const Request& request) {
   if (request.progress) {
     return isErrorConsole() ? ProgressLine::Style::kTerminal : ProgressLine::Style::kLines;
   }
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(request.model, error);
-  return !error && size >= kLarge && isErrorConsole() ? ProgressLine::Style::kTerminal
-                                                      : ProgressLine::Style::kOff;
+  const auto isLarge = [](const std::filesystem::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    return !error && size >= kLarge;
+  };
+  return (isLarge(request.model) || isLarge(request.program)) && isErrorConsole()
+             ? ProgressLine::Style::kTerminal
+             : ProgressLine::Style::kOff;
 }
 
 void render(const Request& request) {
@@ -57,9 +61,16 @@ void render(const Request& request) {
     }
   }
   ProgressLine line(progressStyle(request), writeError);
-  const auto mesh =
-      host::loadMesh(request.model, [&line](double part) { line.show("reading", part); });
-  Scene scene(mesh, request.smoothAngle);
+  const auto reading = [&line](double part) { line.show("reading", part); };
+  Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh;
+  if (!request.model.empty()) {
+    mesh = host::loadMesh(request.model, reading);
+  }
+  std::optional<host::PathObjects> path;
+  if (!request.program.empty()) {
+    path.emplace(request.program, reading);
+  }
+  Scene scene(mesh, request.smoothAngle, std::move(path));
   Studio studio(scene);
   std::size_t done = 0;
   for (const PictureOptions& picture : request.pictures) {

@@ -1,8 +1,8 @@
-#include "viewer/FileKind.h"
+#include "common/FileKind.h"
 
 #include <gtest/gtest.h>
 
-namespace zyn::viewer {
+namespace zyn::host {
 namespace {
 
 TEST(FileKindTest, ExtensionsTellInAnyCase) {
@@ -27,4 +27,4 @@ TEST(FileKindTest, ProgramsOfPrintersAreKnown) {
 }
 
 }  // namespace
-}  // namespace zyn::viewer
+}  // namespace zyn::host

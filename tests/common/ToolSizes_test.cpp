@@ -1,8 +1,8 @@
-#include "viewer/ToolSizes.h"
+#include "common/ToolSizes.h"
 
 #include <gtest/gtest.h>
 
-namespace zyn::viewer {
+namespace zyn::host {
 namespace {
 
 TEST(ToolSizesTest, AUsualToolSuitsThePath) {
@@ -20,4 +20,4 @@ TEST(ToolSizesTest, StepsLeadThroughAllAndEnd) {
 }
 
 }  // namespace
-}  // namespace zyn::viewer
+}  // namespace zyn::host

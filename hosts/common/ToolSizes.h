@@ -1,6 +1,6 @@
 #pragma once
 
-namespace zyn::viewer {
+namespace zyn::host {
 
 /// Diameters of cutters as they are sold: a usual one for a path whose box has this diagonal.
 double usualDiameter(double diagonal);
@@ -9,4 +9,4 @@ double usualDiameter(double diagonal);
 double largerDiameter(double diameter);
 double smallerDiameter(double diameter);
 
-}  // namespace zyn::viewer
+}  // namespace zyn::host

@@ -1,10 +1,10 @@
-#include "viewer/FileKind.h"
+#include "common/FileKind.h"
 
 #include <algorithm>
 
 #include "common/Words.h"
 
-namespace zyn::viewer {
+namespace zyn::host {
 
 namespace {
 
@@ -16,7 +16,7 @@ template <std::size_t kCount>
 bool endsInOneOf(std::string_view name, const std::string_view (&extensions)[kCount]) {
   const std::size_t dot = name.rfind('.');
   return dot != name.npos && std::ranges::any_of(extensions, [&](std::string_view extension) {
-           return host::equalsIgnoringCase(name.substr(dot), extension);
+           return equalsIgnoringCase(name.substr(dot), extension);
          });
 }
 
@@ -32,4 +32,4 @@ FileKind kindOf(std::string_view name) {
 
 bool isPrinterProgram(std::string_view name) { return endsInOneOf(name, kOfPrinters); }
 
-}  // namespace zyn::viewer
+}  // namespace zyn::host

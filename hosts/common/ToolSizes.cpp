@@ -1,9 +1,9 @@
-#include "viewer/ToolSizes.h"
+#include "common/ToolSizes.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace zyn::viewer {
+namespace zyn::host {
 
 namespace {
 
@@ -28,4 +28,4 @@ double smallerDiameter(double diameter) {
   return from == std::begin(kDiameters) ? diameter : *(from - 1);
 }
 
-}  // namespace zyn::viewer
+}  // namespace zyn::host

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace zyn::viewer {
+namespace zyn::host {
 
 enum class FileKind : std::uint8_t { kModel, kTable, kProgram };
 
@@ -13,4 +13,4 @@ FileKind kindOf(std::string_view name);
 /// Whether the program is one of a printer, which has words that no mill knows.
 bool isPrinterProgram(std::string_view name);
 
-}  // namespace zyn::viewer
+}  // namespace zyn::host
