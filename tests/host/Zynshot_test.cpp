@@ -279,6 +279,50 @@ TEST_F(ZynshotTest, refusesModelsItCannotUse) {
                 "letter.stl: not a model in STL, OBJ, PLY, OFF or 3MF format", 1);
 }
 
+TEST_F(ZynshotTest, showsThePathOfAProgramWithTheToolAtAPlace) {
+  writeFile(folder_.file(L"square.nc"), "G21 F600\nG1 X8 Y0 Z0\nX8 Y6\nX0 Y6\nX0 Y0\nG0 Z3\n");
+  const auto shoot = [&](const std::wstring& arguments) {
+    const ProgramResult result =
+        zynshot(L"{square.nc} --view xy+ --size 160x120 -o {p.bmp} " + arguments);
+    EXPECT_EQ(result.exitCode, 0u) << result.error;
+    return decodeImageFile(folder_.file(L"p.bmp")).image;
+  };
+  const auto inked = [](const Image& image, int x0, int y0, int x1, int y1) {
+    int count = 0;
+    for (int y = y0; y < y1; ++y) {
+      for (int x = x0; x < x1; ++x) {
+        count += isWhite(image.at(x, y)) ? 0 : 1;
+      }
+    }
+    return count;
+  };
+  const Image plain = shoot(L"");
+  EXPECT_GT(inked(plain, 0, 0, 160, 120), 300);
+  EXPECT_EQ(inked(plain, 40, 30, 120, 90), 0);
+  const Image atCorner = shoot(L"--position line:3 --tool 2 --path-colours type");
+  EXPECT_GT(inked(atCorner, 120, 80, 160, 120), inked(plain, 120, 80, 160, 120) + 50);
+  EXPECT_EQ(inked(atCorner, 0, 0, 40, 40), inked(plain, 0, 0, 40, 40));
+  const Image inEnd = shoot(L"--position 100% --tool 2 --path-colours type");
+  EXPECT_GT(inked(inEnd, 0, 80, 40, 120), inked(plain, 0, 80, 40, 120) + 50);
+  EXPECT_NE(shoot(L"--path-colours speed"), plain);
+  const Image both = [&] {
+    EXPECT_EQ(zynshot(L"{square.nc} {corner.stl} --view xy+ --size 160x120 -o {p.bmp}").error, "");
+    return decodeImageFile(folder_.file(L"p.bmp")).image;
+  }();
+  EXPECT_GT(inked(both, 0, 60, 70, 120), 1000);
+}
+
+TEST_F(ZynshotTest, writesFramesOfThePathAndSaysWhatIsWrongInAProgram) {
+  writeFile(folder_.file(L"line.nc"), "F600\nG1 X8\n");
+  EXPECT_EQ(zynshot(L"{line.nc} --size 60x40 --frames 3 -o {f.png}").exitCode, 0u);
+  for (const wchar_t* const name : {L"f-001.png", L"f-002.png", L"f-003.png"}) {
+    EXPECT_TRUE(std::filesystem::exists(folder_.file(name)));
+  }
+  writeFile(folder_.file(L"wrong.nc"), "F600\nG1 X[1+\n");
+  expectRefused(L"{wrong.nc} -o {a.png}", "wrong.nc, line 2, column ", 1);
+  expectRefused(L"{none.nc} -o {a.png}", "none.nc\" was not read: ", 1);
+}
+
 TEST_F(ZynshotTest, refusesPicturesItCannotWrite) {
   expectRefused(L"{corner.stl} -o {no/such/folder.png}", "there is no such folder", 1);
   expectRefused(L"{corner.stl} -o {a.webp}", "must end in .png", 2);

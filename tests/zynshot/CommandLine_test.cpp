@@ -139,6 +139,36 @@ TEST(CommandLine, stopsAtHelpAndVersionWhateverFollows) {
   EXPECT_EQ(parse("--version").action, Action::kVersion);
 }
 
+TEST(CommandLine, aProgramStandsBesideAModelOrAlone) {
+  for (const char* const line : {"part.stl part.nc -o a.png", "part.nc -o a.png part.stl"}) {
+    EXPECT_EQ(parse(line).model, "part.stl");
+    EXPECT_EQ(parse(line).program, "part.nc");
+  }
+  EXPECT_TRUE(parse("part.GCODE -o a.png").model.empty());
+  EXPECT_EQ(complaint("a.nc b.ngc -o a.png"), "one program at a time: \"b.ngc\" is one too many");
+  const PathOptions path =
+      picture("--position 40% --path-colours speed --no-rapids --tool 6,ball").path;
+  EXPECT_EQ(path.place->value, 0.4);
+  EXPECT_EQ(path.colours, 1);
+  EXPECT_FALSE(path.rapids);
+  EXPECT_TRUE(path.isBall);
+  EXPECT_EQ(picture("").path, PathOptions());
+}
+
+TEST(CommandLine, framesGoFromTheBeginOfAPathToItsEnd) {
+  const Request request = parse("part.nc --view xy+ -o a.png -o b.jpg --frames 3 --view xz-");
+  ASSERT_EQ(request.pictures.size(), 6u);
+  for (std::size_t i = 0; i < 6; ++i) {
+    const PictureOptions& frame = request.pictures[i];
+    const std::string number = std::to_string(i % 3 + 1);
+    EXPECT_EQ(frame.file, i < 3 ? "a-00" + number + ".png" : "b-00" + number + ".jpg");
+    EXPECT_EQ(frame.path.place->value, 0.5 * static_cast<double>(i % 3));
+    EXPECT_EQ(frame.view, parseView(i < 3 ? "xy+" : "xz-"));
+  }
+  EXPECT_EQ(complaint("part.stl --frames 3 -o a.png"), "--frames: no program given");
+  EXPECT_NE(complaint("part.nc --frames 1 -o a.png"), "");
+}
+
 TEST(CommandLine, saysWhatIsWrong) {
   EXPECT_EQ(complaint(""), "no model given");
   EXPECT_EQ(complaint("-o a.png"), "no model given");
