@@ -76,6 +76,19 @@ play_part() {
   pictures+=(part/part.png)
 }
 
+# play_paths: programs of the samples over the part that they mill or print.
+play_paths() {
+  local part=$root/hosts/data/part.obj paths=$root/hosts/data/paths output
+  mkdir -p paths
+  output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/toolpath.vbs" "$part" "$paths/part_finish.nc" paths) || true
+  [[ $output == *"done: "* ]] || die "toolpath.vbs failed: $output"
+  "$zyn" run "$zynshot" "$part" "$paths/part_prusa.gcode" --size 1200x900 --path-colours speed --transparent 0.3 --surplus 0 \
+    --perspective 30 -o paths/printed.png || die "zynshot failed"
+  "$zyn" run "$zynshot" "$part" "$paths/part_holes.nc" --size 1200x900 --position line:65 --tool 6 --perspective 30 --surplus 0 \
+    -o paths/holes.png || die "zynshot failed"
+  pictures+=(paths/{speeds,progress,printed,holes}.png)
+}
+
 # watch SCENE FILE [PROGRAM]: the viewer, driven by mouse and keys.
 watch() {
   local output
@@ -134,6 +147,7 @@ else
   shoot "$models/OBJ/regr01.obj" house iso
   shoot_styles
   play_part
+  play_paths
   watch model "$models/OBJ/spider.obj"
   watch path "$root/hosts/data/part.obj" "$root/hosts/data/paths/part_finish.nc"
   watch graph "$root/hosts/data/sea_surface_temperature.csv"

@@ -59,6 +59,9 @@ sheet views 4 220x165 "VueXYp" vbscript/xy+.png "VueXZp" vbscript/xz+.png "VueYZ
   "VueTournage" vbscript/turning.bmp "VueXYm" vbscript/xy-.png "VueXZm" vbscript/xz-.png "VueYZm" vbscript/yz-.gif
 sheet parts 3 320x240 "0 surfaces" part-shaded.png "1 every edge" part-edges.png "2 with feature edges" part-shaded-edges.png \
   "3 hidden-line" part-hidden-line.png "4 points" part-points.png "values" part/part.png
+shrink_shaded paths/progress.png toolpath 800
+sheet toolpaths 3 400x300 "by speed" paths/speeds.png "printed, by speed" paths/printed.png \
+  "contour and holes" paths/holes.png
 shrink_shaded viewer/selected.png viewer 900
 shrink camera/camera.png camera 900 64
 printf '== pictures of docs\n'

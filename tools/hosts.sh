@@ -142,6 +142,9 @@ host_scripts() {
   run cscript.exe //nologo "$hosts/scripts/part.vbs" "$hosts/data/part.obj" .
   expect "done: 44 faces"
   expect_part
+  run cscript.exe //nologo "$hosts/scripts/toolpath.vbs" "$hosts/data/part.obj" "$hosts/data/paths/part_finish.nc" .
+  expect "done: 4093 segments"
+  expect_pictures {speeds,progress}.png
 }
 
 # newest FOLDER: the last of its folders by name.

@@ -119,6 +119,38 @@ TEST_F(ScriptHostsTest, graphsShowTheTable) {
   }
 }
 
+TEST_F(ScriptHostsTest, toolPathIsShownBySpeedsAndByProgress) {
+  const auto data = hosts() / "data";
+  std::filesystem::create_directories(folder_.file(L"out"));
+  const std::string output =
+      runProgram(L"cscript.exe //nologo \"" + (hosts() / "scripts/toolpath.vbs").wstring() +
+                 L"\" \"" + (data / "part.obj").wstring() + L"\" \"" +
+                 (data / "paths/part_finish.nc").wstring() + L"\" \"" +
+                 folder_.file(L"out").wstring() + L'"')
+          .output;
+  EXPECT_NE(output.find("line 6, 0"), std::string::npos) << output;
+  EXPECT_NE(output.find("line 2553, "), std::string::npos) << output;
+  ASSERT_NE(output.find("done: 4093 segments, "), std::string::npos) << output;
+  const Image speeds = decodeImageFile(folder_.file(L"out") / L"speeds.png").image;
+  const Image progress = decodeImageFile(folder_.file(L"out") / L"progress.png").image;
+  const auto isYellow = [](const Rgb& c) { return c.r > c.b + 100 && c.g > c.b + 100; };
+  const auto isGreen = [](const Rgb& c) { return c.g > c.r + 60 && c.g > c.b + 30; };
+  const auto isBlue = [](const Rgb& c) { return c.b > c.r + 100 && c.b > c.g + 60; };
+  int fast = 0;
+  int done = 0;
+  int toDo = 0;
+  for (int y = 0; y < progress.height(); ++y) {
+    for (int x = 0; x < progress.width(); ++x) {
+      fast += isYellow(speeds.at(x, y)) ? 1 : 0;
+      done += isGreen(progress.at(x, y)) ? 1 : 0;
+      toDo += isBlue(progress.at(x, y)) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(fast, 5000);
+  EXPECT_GT(done, 3000);
+  EXPECT_GT(toDo, 1000);
+}
+
 TEST_F(ScriptHostsTest, partIsColouredByItsHeightWithoutItsBase) {
   std::filesystem::create_directories(folder_.file(L"out"));
   std::filesystem::copy_file(hosts() / "data" / "part.obj", folder_.file(L"part.obj"));
