@@ -397,6 +397,7 @@ DrillCycle Interpreter::cycleOf(const Block& block) {
   }
   result.clearance = checked(*series_->clearsAt, place);
   result.bottom = checked((isIncremental_ ? result.clearance : origin(along)) + depth, place);
+  checked(result.clearance + result.backOff, place);
   result.retract =
       retractsToClearance_ ? result.clearance : std::max(result.clearance, series_->level);
   if (result.bottom > result.clearance) {

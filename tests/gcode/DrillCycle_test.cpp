@@ -123,6 +123,12 @@ TEST(DrillCycle, errors) {
   EXPECT_EQ(errorOf("G81 X1 Z-1 R1 Q1 F1"), "1:15 nothing in the line uses Q");
 }
 
+TEST(DrillCycle, backsOffNoFartherThanCoordinatesReach) {
+  const std::string program = "G83 X1 Z-5 R2 Q2 F100";
+  EXPECT_EQ(errorOf(program, {.peckRetract = 1e300}), "1:1 the coordinate is out of range");
+  EXPECT_EQ(errorOf(program, {.peckRetract = 1e11}), "");
+}
+
 TEST(DrillCycle, theNumberOfMotionsIsBounded) {
   const std::string cause = "1:5 the cycles of the program make too many motions";
   EXPECT_EQ(errorOf("G91 G81 X1 Z-1 R1 F1 L1000000"), cause);
