@@ -93,6 +93,28 @@ TEST_P(TrajetDrawingTest, ShowsWhatIsDoneUpToThePlace) {
   EXPECT_EQ(drawer_->frame(), all);
 }
 
+TEST_P(TrajetDrawingTest, IsWholeHoweverFarItIsMovedTowardsTheViewer) {
+  const auto path = makeSides();
+  const Image all = draw(path.Get());
+  for (const double steps : {0.0, 10.0, 150.0, 1000.0}) {
+    require(path->put_Decalage(steps), "Decalage");
+    EXPECT_EQ(drawer_->frame(), all) << steps;
+  }
+}
+
+TEST_P(TrajetDrawingTest, AToolSeenAlongItsAxisIsNotWhite) {
+  const auto path = makeSides();
+  const Image alone = draw(path.Get());
+  const auto tool = createObject<IZYNOutil>(kToolProgId);
+  require(tool->put_Diametre(20), "Diametre");
+  require(tool->put_DiametrePorte(0), "DiametrePorte");
+  require(path->putref_Outil(tool.Get()), "Outil");
+  require(path->put_Position(kBefore + 90), "Position");
+  const Image seen = drawer_->frame();
+  EXPECT_NE(seen, alone);
+  EXPECT_EQ(seen.count({255, 255, 255}), 0);
+}
+
 TEST_P(TrajetDrawingTest, ShowsSpeedsInTheColoursOfTheScaleAndRapidsInTheirs) {
   const auto path = makeSides();
   const auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);

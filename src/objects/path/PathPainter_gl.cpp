@@ -18,19 +18,43 @@ constexpr std::size_t kChunk = 4096;
 constexpr GLushort kDashes = 0x1F1F;  // five pixels, and three without
 constexpr double kLargestFactor = 256;
 
+/// The least of the depths, -1 to 1, at which something in the box may be drawn.
+double nearestDepth(const Box3& box, const GlMatrix& clip) {
+  double nearest = 1;
+  for (unsigned corner = 0; corner < 8; ++corner) {
+    const double x = (corner & 1U) != 0 ? box.xMax : box.xMin;
+    const double y = (corner & 2U) != 0 ? box.yMax : box.yMin;
+    const double z = (corner & 4U) != 0 ? box.zMax : box.zMin;
+    const double depth = clip[2] * x + clip[6] * y + clip[10] * z + clip[14];
+    const double w = clip[3] * x + clip[7] * y + clip[11] * z + clip[15];
+    nearest = std::min(nearest, w > 0 ? std::max(depth / w, -1.0) : -1.0);
+  }
+  return nearest;
+}
+
 /// Moves what is drawn towards the viewer, for a scope, by a length that is as long as `pixels`
-/// where it is: in its depth only, it stays in its place on the screen.
+/// where it is: in its depth only, it stays in its place on the screen. Where there is less room
+/// before the nearest of it, what is nearer moves less.
 class TowardsViewer {
  public:
-  TowardsViewer(double pixels, double viewportWidth)
+  TowardsViewer(double pixels, double viewportWidth, const Box3& box)
       : matrixMode_(enumState(GL_MATRIX_MODE)), saved_(matrixState(GL_PROJECTION_MATRIX)) {
     if (!(pixels > 0)) {
       return;
     }
-    const double step = std::abs(saved_[10]) * pixels * 2 / (std::abs(saved_[0]) * viewportWidth);
+    constexpr double kMost = 1.9;     // of depths that are 2 from front to back
+    constexpr double kMargin = 1e-4;  // for what lies exactly in front
+    const double step =
+        std::min(kMost, std::abs(saved_[10]) * pixels * 2 / (std::abs(saved_[0]) * viewportWidth));
+    const double nearest = nearestDepth(box, product(saved_, matrixState(GL_MODELVIEW_MATRIX)));
+    if (!std::isfinite(step) || nearest >= 1) {
+      return;
+    }
+    const double scale = std::min(1.0, (2 - step - kMargin) / (1 - nearest));
+    const double shift = 1 - step - scale;
     GlMatrix moved = saved_;
-    for (std::size_t column = 0; column < 4 && std::isfinite(step); ++column) {
-      moved[4 * column + 2] -= step * saved_[4 * column + 3];
+    for (std::size_t column = 0; column < 4; ++column) {
+      moved[4 * column + 2] = scale * saved_[4 * column + 2] + shift * saved_[4 * column + 3];
     }
     load(moved);
     isMoved_ = true;
@@ -86,6 +110,7 @@ class PathPainter {
  private:
   bool isByProgress() const { return look_.mode == PathLook::kByProgress; }
   double shift() const;
+  Box3 bounds() const { return path_.bounds().value_or(Box3()); }
   void fill(const Stretch& stretch);
   std::vector<std::int32_t> typesIn(const Stretch& stretch) const;
   void emit(const Stretch& stretch, std::int32_t type);
@@ -242,7 +267,7 @@ void PathPainter::draw() {
   const UnlitColour colour(0, 0, 0, 1);
   const PushedAttributes saved(GL_LIGHTING_BIT | GL_LINE_BIT | GL_ENABLE_BIT);
   const AutoGLLineWidth width(look_.width * pass_.pixelScale);
-  const TowardsViewer scope(shift(), viewportWidth());
+  const TowardsViewer scope(shift(), viewportWidth(), bounds());
   glShadeModel(GL_FLAT);
   glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
                 kDashes);
@@ -269,7 +294,7 @@ void PathPainter::drawForPick() const {
   }
   // Surfaces count with their nearest point in the pick, about half of its width before a line.
   constexpr double kPickWidth = 2;
-  const TowardsViewer scope(shift(), pass_.query ? kPickWidth : viewportWidth());
+  const TowardsViewer scope(shift(), pass_.query ? kPickWidth : viewportWidth(), bounds());
   const GlMatrix clip =
       product(matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX));
   const auto segment = nearestSegment(

@@ -18,6 +18,13 @@ namespace {
 
 constexpr int kSectors = 48;
 
+/// Of a matt surface: seen along its axis a tool that shines would be white.
+constexpr double kAmbient = 0.8;
+constexpr double kDiffuse = 0.7;
+constexpr double kSpecular = 0.1;
+constexpr double kShininess = 0.2;
+constexpr double kEmissive = 0;
+
 ToolShape::Colour colourOf(const ToolShape& shape, ToolBand::Part part) {
   switch (part) {
     case ToolBand::kShank:
@@ -37,7 +44,8 @@ class PartColour {
     if (pass.isFlat) {
       unlit_.emplace(r, g, b, alpha * pass.opacity);
     } else {
-      lit_.emplace(r, g, b, alpha * pass.opacity, kBothFaces);
+      lit_.emplace(r, g, b, alpha * pass.opacity, kAmbient, kDiffuse, kSpecular, kShininess,
+                   kEmissive, kBothFaces);
     }
   }
 
