@@ -16,16 +16,27 @@ constexpr std::array<double, 19> kPowersOfTen = {1,    1e1,  1e2,  1e3,  1e4,  1
                                                  1e14, 1e15, 1e16, 1e17, 1e18};
 constexpr std::uint64_t kLargestExact = std::uint64_t{1} << 53;
 
+/// Without the characters by which DOS ends a file.
+std::string_view withoutEndOfFile(std::string_view text) {
+  return text.substr(0, text.find_last_not_of('\x1A') + 1);
+}
+
 }  // namespace
 
 ProgramText::ProgramText(std::string_view text)
-    : begin_(text.data()), end_(text.data() + text.size()), at_(begin_), lineBegin_(begin_) {
+    : begin_(text.data()),
+      end_(begin_ + withoutEndOfFile(text).size()),
+      at_(begin_),
+      lineBegin_(begin_) {
   if (text.starts_with("\xEF\xBB\xBF")) {
     at_ += 3;
   }
 }
 
 bool ProgramText::nextLine() {
+  if (line_ == 0 && isUtf16()) {
+    throw GCodeError(1, 1, "the file is text in UTF-16, programs are read in ASCII or UTF-8");
+  }
   if (line_ > 0) {
     skipRestOfLine();
     if (at_ != end_) {
@@ -35,6 +46,13 @@ bool ProgramText::nextLine() {
   ++line_;
   lineBegin_ = at_;
   return at_ != end_;
+}
+
+/// By its mark, or by a first character of ASCII.
+bool ProgramText::isUtf16() const {
+  const std::string_view first(begin_, std::min<std::ptrdiff_t>(end_ - begin_, 2));
+  return first == "\xFF\xFE" || first == "\xFE\xFF" ||
+         (first.size() == 2 && (!first[0] != !first[1]));
 }
 
 void ProgramText::skipRestOfLine() {

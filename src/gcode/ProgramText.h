@@ -13,12 +13,12 @@ inline char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(
 inline bool isLetter(char c) { return lowerCase(c) >= 'a' && lowerCase(c) <= 'z'; }
 
 /// Walks the text of a program line by line and character by character. Blanks count nothing,
-/// within numbers and names neither. Lines end with LF, CR LF or CR.
+/// within numbers and names neither. Lines end with LF, CR LF or CR; ASCII or UTF-8.
 class ProgramText {
  public:
   explicit ProgramText(std::string_view text);
 
-  /// Moves to the next line; false at the end of the text.
+  /// Moves to the next line; false at the end of the text. Throws GCodeError for text in UTF-16.
   bool nextLine();
 
   /// The next character that is no blank; '\n' at the end of the line.
@@ -64,6 +64,7 @@ class ProgramText {
  private:
   static bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
 
+  bool isUtf16() const;
   double numberInPieces(const char* begin);
 
   const char* begin_;

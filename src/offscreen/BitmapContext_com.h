@@ -189,6 +189,13 @@ class BitmapContext
     return std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
   }
 
+  /// For an export that does not tell how far it is; throws Aborted where it is to stop.
+  void tellBegin() {
+    if (!listeners_.about(L"Exporter")(0)) {
+      throw Aborted();
+    }
+  }
+
  private:
   /// What a rendering context begins with.
   using Belongings = std::pair<std::shared_ptr<ContextFonts>, std::shared_ptr<DisplayLists>>;

@@ -54,6 +54,8 @@ std::optional<VectorPicture> CZYN2DGLBitmapContext::vectorPicture() {
   if (!isPlot()) {
     return std::nullopt;
   }
+  // Later the drawing points to series, which a listener may change.
+  tellBegin();
   const ComPtr<CZYNGraphe> graph = graph_;
   GraphCore& core = graph->core();
   core.layout();

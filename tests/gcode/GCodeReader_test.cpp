@@ -41,6 +41,21 @@ TEST(GCodeReader, aMarkOfTheEncodingIsNoCharacter) {
   EXPECT_EQ(errorOf("\xEF\xBB\xBFG0 ?").substr(0, 3), "1:4");
 }
 
+TEST(GCodeReader, textInUtf16IsRefusedByName) {
+  for (const std::string& program :
+       {std::string("\xFF\xFEG\0000\0", 6), std::string("\xFE\xFF\0G\0000", 6),
+        std::string("G\0000\0", 4), std::string("\0G\0000", 4)}) {
+    EXPECT_NE(errorOf(program).find("UTF-16"), std::string::npos) << errorOf(program);
+    EXPECT_EQ(errorOf(program).substr(0, 3), "1:1");
+  }
+}
+
+TEST(GCodeReader, theEndOfDosFilesIsNoCharacter) {
+  EXPECT_EQ(endX("G0 X1\r\nX2\r\n\x1A"), 2);
+  EXPECT_EQ(endX("G0 X3\x1A\x1A"), 3);
+  EXPECT_EQ(errorOf("G0 X1\x1A\nX2").substr(0, 3), "1:6");
+}
+
 TEST(GCodeReader, theProgramEndsWhereItSays) {
   for (const char* const end : {"M2", "M30", "m02 ", "G0 X5 M30"}) {
     const MotionLog log = readProgram("G0 X5\n" + std::string(end) + "\nX6 nonsense ?!");

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <optional>
 
+#include "support/EventListener_win.h"
 #include "support/FailingImport_win.h"
 #include "support/Graph_win.h"
 #include "support/ImageDecoder_win.h"
@@ -365,6 +366,64 @@ TEST_F(VectorFilesOfNothing, AreUnexpected) {
   EXPECT_FALSE(result.description.empty());
   EXPECT_TRUE(folder.empty());
 }
+
+class VectorFilesProgress : public HostTest, public testing::WithParamInterface<const wchar_t*> {
+ protected:
+  VectorFilesProgress() {
+    fill(graph_);
+    require(events_.attach(context_.dispatch()), "Vue");
+  }
+
+  HRESULT exportTo(const std::filesystem::path& file) {
+    const ComPtr<IDispatch> called(context_.dispatch());
+    return callMethod(called.Get(), L"Exporter", {bstr(file)}).code();
+  }
+
+  const TempFolder folder_;
+  const std::filesystem::path file_ = folder_.file(GetParam());
+  OffscreenGraph context_{kWidth, kHeight};
+  Graph graph_{context_.dispatch()};
+  HeardEvents events_;
+  EventListener& listener_ = events_.listener();
+};
+
+TEST_P(VectorFilesProgress, IsToldAtTheBegin) {
+  EXPECT_EQ(exportTo(file_), S_OK);
+  EXPECT_EQ(listener_.parts, std::vector<double>{0});
+  EXPECT_EQ(listener_.what, L"Exporter");
+}
+
+TEST_P(VectorFilesProgress, Stops) {
+  writeFile(file_, "older");
+  listener_.onEvent = stopWork;
+  EXPECT_EQ(exportTo(file_), E_ABORT);
+  EXPECT_EQ(readFile(file_), (Bytes{'o', 'l', 'd', 'e', 'r'}));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+}
+
+TEST_P(VectorFilesProgress, HandlersMayDoWhatTheyLike) {
+  const std::vector<std::function<void()>> actions = {
+      [&] { graph_->RetirerTout(); }, [&] { fill(graph_); },
+      [&] { EXPECT_EQ(exportTo(folder_.file(L"nested.svg")), S_OK); },
+      [&] { context_.resize(200, 100); }, [&] { context_.release(); }};
+  for (const auto& action : actions) {
+    int calls = 0;
+    listener_.onEvent = [&](DISPID, const DISPPARAMS&, VARIANT*) {
+      if (++calls == 1) action();
+      return E_FAIL;
+    };
+    EXPECT_EQ(exportTo(file_), S_OK);
+    EXPECT_GE(calls, 1);
+    EXPECT_FALSE(readFile(file_).empty());
+    std::filesystem::remove(file_);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, VectorFilesProgress, testing::Values(L"a.svg", L"a.pdf", L"a.emf"),
+                         [](const auto& chosen) {
+                           const std::wstring name = std::wstring(chosen.param).substr(2);
+                           return std::string(name.begin(), name.end());
+                         });
 
 }  // namespace
 }  // namespace zyn::test
