@@ -2,10 +2,14 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace zyn {
 
 std::wstring textOf(double number) {
+  if (std::isnan(number)) {
+    return L"nan";  // its sign says nothing
+  }
   std::array<char, 32> text{};
   const auto end = std::to_chars(text.begin(), text.end(), number).ptr;
   return {text.begin(), end};

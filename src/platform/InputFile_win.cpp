@@ -40,7 +40,8 @@ FileBytes readFile(const std::wstring& name) {
   }
   const UniqueKernelHandle file(opened);
   if (GetFileType(opened) != FILE_TYPE_DISK) {
-    fail(ERROR_BAD_FILE_TYPE, name);
+    throw Failure(HRESULT_FROM_WIN32(ERROR_BAD_FILE_TYPE),
+                  L"\"" + name + L"\" was not read: it is a device or a pipe, no file on a disk");
   }
   LARGE_INTEGER size{};
   if (!GetFileSizeEx(opened, &size)) {

@@ -397,6 +397,7 @@ TEST_F(GroupeTest, RefusesMatricesThatMoveNothing) {
     return doubleArray(numbers);
   };
   expectRefused(with(13, kNaN), L"element 13 is nan, no finite number");
+  expectRefused(with(13, std::copysign(kNaN, -1.0)), L"element 13 is nan, no finite number");
   expectRefused(with(0, -kInfinity), L"element 0 is -inf, no finite number");
   for (const std::size_t last : {std::size_t{3}, std::size_t{7}, std::size_t{11}}) {
     expectRefused(with(last, 1e-30), L"the last row is not 0 0 0 1");

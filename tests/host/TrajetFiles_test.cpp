@@ -225,7 +225,8 @@ TEST_F(TrajetFiles, WhatIsNoFileIsAnErrorOfTheSystem) {
   expectFailure(load(none), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), none);
   const auto nowhere = (folder_.path() / L"no folder" / L"part.nc").wstring();
   expectFailure(load(nowhere), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND), nowhere);
-  expectFailure(load(L"NUL"), HRESULT_FROM_WIN32(ERROR_BAD_FILE_TYPE), L"NUL");
+  const auto cause = L"\"NUL\" was not read: it is a device or a pipe, no file on a disk";
+  expectFailure(load(L"NUL"), HRESULT_FROM_WIN32(ERROR_BAD_FILE_TYPE), cause);
 }
 
 TEST_F(TrajetFiles, AFileThatAnotherProgramKeepsToItself) {
