@@ -5,6 +5,7 @@
 #include <map>
 
 #include "support/ControlTest_win.h"
+#include "support/DisplayLists_gl.h"
 #include "support/EventListener_win.h"
 #include "support/GlCanvas_win.h"
 #include "support/Graph_win.h"
@@ -23,16 +24,6 @@ constexpr double kAllowedMb = 6;
 constexpr int kSize = 64;
 /// Of a bitmap context no less than 7 bytes a pixel would be lost at a time.
 constexpr double kAllowedMbOfContexts = kCycles * (7.0 * kSize * kSize / 1e6) / 3;
-
-/// The display lists of the current rendering context. Numbers are not given again at once, so that
-/// those of new lists tell nothing.
-int countLists() {
-  const GLuint end = glGenLists(1);
-  glDeleteLists(end, 1);
-  int count = 0;
-  for (GLuint list = 1; list < end; ++list) count += glIsList(list) == GL_TRUE ? 1 : 0;
-  return count;
-}
 
 /// What scene objects are drawn in: both views and both bitmap contexts.
 class Stage {

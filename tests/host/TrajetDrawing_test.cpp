@@ -9,6 +9,7 @@
 #include "support/Pickable_win.h"
 #include "support/Random.h"
 #include "support/Scene_win.h"
+#include "support/TopView_win.h"
 #include "support/View3DHost_win.h"
 
 namespace zyn::test {
@@ -214,55 +215,32 @@ INSTANTIATE_TEST_SUITE_P(All, TrajetDrawingTest, testing::ValuesIn(drawerClasses
 class TrajetPickTest : public HostTest {
  protected:
   TrajetPickTest() {
-    box_ = host_.addBox({-10, 10, -5, 5, -5, 5});
-    require(host_->initView(0), "initView");
-    require(host_->VueXYp(0), "VueXYp");
     path_ = makePath({-8, -4, 0, 8, -4, 0, 8, 4, 0, -8, 4, 0, -8, 4, 3, 8, 4, 3}, {1, 1, 7, 0, 2});
     require(path_->put_NomSelection(42), "NomSelection");
-    require(host_->Add(path_.Get(), 0), "Add");
-    require(host_->AddSelection(path_.Get()), "AddSelection");
-    host_.paint();
+    host_.addPickable(path_.Get());
   }
 
-  static int column(double x) { return static_cast<int>(200 + 20 * x); }
-  static int row(double y) { return static_cast<int>(100 - 20 * y); }
-
-  Names pick(double x, double y) {
-    _variant_t hit;
-    require(host_->getSelectionUnderMouse(column(x), row(y), &hit), "getSelectionUnderMouse");
-    return namesIn(hit);
-  }
-  Names within(double x1, double y1, double x2, double y2, bool whole) {
-    _variant_t found;
-    require(queryFor<IZYNVue3D2>(host_.get())
-                ->getSelectionRectangle(column(x1), row(y1), column(x2), row(y2),
-                                        whole ? VARIANT_TRUE : VARIANT_FALSE, &found),
-            "getSelectionRectangle");
-    return namesIn(found);
-  }
-
-  View3DHost host_;
-  ComPtr<ForeignObject> box_;
+  TopView host_;
   ComPtr<IZYNGLTrajet> path_;
 };
 
 TEST_F(TrajetPickTest, APickTellsThePathAndItsNearestVisibleSegment) {
-  EXPECT_EQ(pick(0, -4), (Names{42, 0}));
-  EXPECT_EQ(pick(8, 0), (Names{42, 1}));
-  EXPECT_EQ(pick(0, 4), (Names{42, 4}));
-  EXPECT_EQ(pick(0, 0), Names{});
+  EXPECT_EQ(host_.pick(0, -4), (Names{42, 0}));
+  EXPECT_EQ(host_.pick(8, 0), (Names{42, 1}));
+  EXPECT_EQ(host_.pick(0, 4), (Names{42, 4}));
+  EXPECT_EQ(host_.pick(0, 0), Names{});
   require(path_->setTypeVisible(2, VARIANT_FALSE), "setTypeVisible");
-  EXPECT_EQ(pick(0, 4), (Names{42, 2}));
+  EXPECT_EQ(host_.pick(0, 4), (Names{42, 2}));
   require(path_->setTypeVisible(7, VARIANT_FALSE), "setTypeVisible");
-  EXPECT_EQ(pick(0, 4), Names{});
+  EXPECT_EQ(host_.pick(0, 4), Names{});
   require(path_->put_NomSelection(-1), "NomSelection");
-  EXPECT_EQ(pick(0, -4), Names{});
+  EXPECT_EQ(host_.pick(0, -4), Names{});
 }
 
 TEST_F(TrajetPickTest, OfSegmentsEquallyNearTheOneNearestToTheMouse) {
   require(path_->setPoints(doubleArray({-8, 0, 1, 8, 0, 1, 8, 0.1, 1, -8, 0.1, 1})), "setPoints");
-  EXPECT_EQ(pick(0, 0), (Names{42, 0}));
-  EXPECT_EQ(pick(0, 0.1), (Names{42, 2}));
+  EXPECT_EQ(host_.pick(0, 0), (Names{42, 0}));
+  EXPECT_EQ(host_.pick(0, 0.1), (Names{42, 2}));
 }
 
 TEST_F(TrajetPickTest, APathOnASurfaceIsShownAndPickedBeforeIt) {
@@ -274,8 +252,8 @@ TEST_F(TrajetPickTest, APathOnASurfaceIsShownAndPickedBeforeIt) {
   setColour(path_.Get(), 1, kRed);
   host_.paint();
   EXPECT_GT(host_.shown().count(kRed), 190);
-  EXPECT_EQ(pick(0, -4), (Names{42, 0}));
-  EXPECT_EQ(pick(0, 0), (Names{7}));
+  EXPECT_EQ(host_.pick(0, -4), (Names{42, 0}));
+  EXPECT_EQ(host_.pick(0, 0), (Names{7}));
 }
 
 TEST_F(TrajetPickTest, TheToolIsNotPicked) {
@@ -283,20 +261,20 @@ TEST_F(TrajetPickTest, TheToolIsNotPicked) {
   require(path_->putref_Outil(tool.Get()), "Outil");
   require(path_->put_Position(8), "Position");
   host_.paint();
-  EXPECT_EQ(pick(0, -4), (Names{42, 0}));
-  EXPECT_EQ(pick(0, -2), Names{});
+  EXPECT_EQ(host_.pick(0, -4), (Names{42, 0}));
+  EXPECT_EQ(host_.pick(0, -2), Names{});
 }
 
 TEST_F(TrajetPickTest, RegionsTellThePathByWhatIsVisible) {
-  EXPECT_EQ(within(-10, -5, 10, 5, true), (Names{42}));
-  EXPECT_EQ(within(-1, -5, 1, 5, false), (Names{42}));
-  EXPECT_EQ(within(-1, -5, 1, 5, true), Names{});
-  EXPECT_EQ(within(-1, -1, 1, 1, false), Names{});
+  EXPECT_EQ(host_.within(-10, -5, 10, 5, true), (Names{42}));
+  EXPECT_EQ(host_.within(-1, -5, 1, 5, false), (Names{42}));
+  EXPECT_EQ(host_.within(-1, -5, 1, 5, true), Names{});
+  EXPECT_EQ(host_.within(-1, -1, 1, 1, false), Names{});
   for (const long type : {7L, 0L, 2L}) {
     require(path_->setTypeVisible(type, VARIANT_FALSE), "setTypeVisible");
   }
-  EXPECT_EQ(within(-10, 3, 7, 5, false), Names{});
-  EXPECT_EQ(within(-9, -5, 9, 4.5, true), (Names{42}));
+  EXPECT_EQ(host_.within(-10, 3, 7, 5, false), Names{});
+  EXPECT_EQ(host_.within(-9, -5, 9, 4.5, true), (Names{42}));
 }
 
 TEST_F(TrajetPickTest, ViewsThatRedrawThemselvesFollowThePlaceAndTheTool) {

@@ -10,6 +10,7 @@
 #include "support/Pickable_win.h"
 #include "support/Random.h"
 #include "support/TempFolder_win.h"
+#include "support/TopView_win.h"
 #include "support/View3DHost_win.h"
 
 namespace zyn::test {
@@ -341,32 +342,11 @@ TEST_F(TrajetGroupeBoxes, AreExactlyAroundTheMovedPointsWithoutTheTool) {
 class TrajetGroupePicks : public HostTest {
  protected:
   TrajetGroupePicks() {
-    host_.addBox({-10, 10, -5, 5, -5, 5});
-    require(host_->initView(0), "initView");
-    require(host_->VueXYp(0), "VueXYp");
     require(path_->put_NomSelection(42), "NomSelection");
-    require(host_->Add(outer_.Get(), 0), "Add");
-    require(host_->AddSelection(outer_.Get()), "AddSelection");
-    host_.paint();
+    host_.addPickable(outer_.Get());
   }
 
-  static int column(double x) { return static_cast<int>(200 + 20 * x); }
-  static int row(double y) { return static_cast<int>(100 - 20 * y); }
-  Names pick(double x, double y) const {
-    _variant_t hit;
-    require(host_->getSelectionUnderMouse(column(x), row(y), &hit), "getSelectionUnderMouse");
-    return namesIn(hit);
-  }
-  Names within(double x1, double y1, double x2, double y2, bool whole) const {
-    _variant_t found;
-    require(queryFor<IZYNVue3D2>(host_.get())
-                ->getSelectionRectangle(column(x1), row(y1), column(x2), row(y2),
-                                        whole ? VARIANT_TRUE : VARIANT_FALSE, &found),
-            "getSelectionRectangle");
-    return namesIn(found);
-  }
-
-  View3DHost host_;
+  TopView host_;
   /// A step that goes up at 1, about the origin.
   ComPtr<IZYNGLTrajet> path_ = makePath({{-1, 0, 0}, {1, 0, 0}, {1, 2, 0}, {3, 2, 0}}, {1, 0, 5});
   ComPtr<IZYNGroupe> inner_ = makeGroup({dispatchOf(path_.Get())});
@@ -374,19 +354,19 @@ class TrajetGroupePicks : public HostTest {
 };
 
 TEST_F(TrajetGroupePicks, TellTheGroupsThePathAndTheSegment) {
-  EXPECT_EQ(pick(0, 0), (Names{42, 0}));
+  EXPECT_EQ(host_.pick(0, 0), (Names{42, 0}));
   inner_->put_NomSelection(7);
-  EXPECT_EQ(pick(2, 2), (Names{7, 42, 2}));
+  EXPECT_EQ(host_.pick(2, 2), (Names{7, 42, 2}));
   outer_->put_NomSelection(0);
-  EXPECT_EQ(pick(1, 1), (Names{0, 7, 42, 1}));
+  EXPECT_EQ(host_.pick(1, 1), (Names{0, 7, 42, 1}));
   path_->put_NomSelection(-1);
-  EXPECT_EQ(pick(1, 1), Names{});
+  EXPECT_EQ(host_.pick(1, 1), Names{});
   path_->put_NomSelection(0);
   path_->put_RapidesVisibles(VARIANT_FALSE);
-  EXPECT_EQ(pick(1, 1), Names{});
-  EXPECT_EQ(pick(0, 0), (Names{0, 7, 0, 0}));
+  EXPECT_EQ(host_.pick(1, 1), Names{});
+  EXPECT_EQ(host_.pick(0, 0), (Names{0, 7, 0, 0}));
   inner_->put_Visible(VARIANT_FALSE);
-  EXPECT_EQ(pick(0, 0), Names{});
+  EXPECT_EQ(host_.pick(0, 0), Names{});
 }
 
 TEST_F(TrajetGroupePicks, AreWhereTheGroupsShowThePath) {
@@ -400,10 +380,10 @@ TEST_F(TrajetGroupePicks, AreWhereTheGroupsShowThePath) {
     const Vec middles[] = {{0, 0, 0}, {1, 1, 0}, {2, 2, 0}};
     for (long segment = 0; segment < 3; ++segment) {
       const Vec shown = both * middles[segment];
-      EXPECT_EQ(pick(shown.x, shown.y), (Names{42, segment}));
+      EXPECT_EQ(host_.pick(shown.x, shown.y), (Names{42, segment}));
     }
     const Vec beside = both * Vec{2, 0.5, 0};
-    EXPECT_EQ(pick(beside.x, beside.y), Names{});
+    EXPECT_EQ(host_.pick(beside.x, beside.y), Names{});
   }
 }
 
@@ -412,8 +392,8 @@ TEST_F(TrajetGroupePicks, OfAPathInTwoGroupsTellWhichGroup) {
   inner_->put_NomSelection(1);
   other->put_NomSelection(2);
   addTo(outer_.Get(), other.Get());
-  EXPECT_EQ(pick(0, 0), (Names{1, 42, 0}));
-  EXPECT_EQ(pick(-6, -3), (Names{2, 42, 0}));
+  EXPECT_EQ(host_.pick(0, 0), (Names{1, 42, 0}));
+  EXPECT_EQ(host_.pick(-6, -3), (Names{2, 42, 0}));
   View3DHost second;
   second.addBox({-10, 10, -5, 5, -5, 5});
   require(second->initView(0), "initView");
@@ -421,26 +401,28 @@ TEST_F(TrajetGroupePicks, OfAPathInTwoGroupsTellWhichGroup) {
   require(second->AddSelection(other.Get()), "AddSelection");
   second.paint();
   _variant_t hit;
-  require(second->getSelectionUnderMouse(column(-4), row(-1), &hit), "getSelectionUnderMouse");
+  require(second->getSelectionUnderMouse(TopView::column(-4), TopView::row(-1), &hit),
+          "getSelectionUnderMouse");
   EXPECT_EQ(namesIn(hit), (Names{2, 42, 2}));
   hit.Clear();
-  require(second->getSelectionUnderMouse(column(0), row(0), &hit), "getSelectionUnderMouse");
+  require(second->getSelectionUnderMouse(TopView::column(0), TopView::row(0), &hit),
+          "getSelectionUnderMouse");
   EXPECT_EQ(namesIn(hit), Names{});
 }
 
 TEST_F(TrajetGroupePicks, RegionsTellTheMovedPathOnce) {
   move(outer_.Get(), translation(-5, 0, 0) * scaling(1, -1, 1));
-  EXPECT_EQ(within(-7, -3, -1, 1, true), (Names{42}));
-  EXPECT_EQ(within(-7, -3, -3, 1, true), Names{});
-  EXPECT_EQ(within(-7, -3, -3, 1, false), (Names{42}));
-  EXPECT_EQ(within(-1.5, -1, 4, 3, false), Names{}) << "where it is without the groups";
+  EXPECT_EQ(host_.within(-7, -3, -1, 1, true), (Names{42}));
+  EXPECT_EQ(host_.within(-7, -3, -3, 1, true), Names{});
+  EXPECT_EQ(host_.within(-7, -3, -3, 1, false), (Names{42}));
+  EXPECT_EQ(host_.within(-1.5, -1, 4, 3, false), Names{}) << "where it is without the groups";
   path_->setTypeVisible(5, VARIANT_FALSE);
-  EXPECT_EQ(within(-7, -3, -3, 1, true), (Names{42}));
-  EXPECT_EQ(within(-3.5, -3, 0, -1.5, false), Names{});
+  EXPECT_EQ(host_.within(-7, -3, -3, 1, true), (Names{42}));
+  EXPECT_EQ(host_.within(-3.5, -3, 0, -1.5, false), Names{});
   inner_->put_NomSelection(8);
-  EXPECT_EQ(within(-7, -3, -3, 1, true), (Names{8}));
+  EXPECT_EQ(host_.within(-7, -3, -3, 1, true), (Names{8}));
   outer_->put_Visible(VARIANT_FALSE);
-  EXPECT_EQ(within(-10, -5, 10, 5, false), Names{});
+  EXPECT_EQ(host_.within(-10, -5, 10, 5, false), Names{});
 }
 
 }  // namespace

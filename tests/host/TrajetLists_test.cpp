@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <functional>
 
+#include "support/DisplayLists_gl.h"
 #include "support/Drawer_win.h"
 #include "support/FailingImport_win.h"
 #include "support/ForeignObject_win.h"
 #include "support/Groups_win.h"
 #include "support/ProcessUsage_win.h"
-// After windows.h:
-#include <GL/gl.h>
 
 namespace zyn::test {
 namespace {
@@ -18,16 +17,6 @@ constexpr int kSize = 80;
 constexpr std::size_t kMany = 40000;
 
 using Numbers = std::vector<double>;
-
-/// Of the current rendering context. Numbers are not given again at once, so that those of new
-/// lists tell nothing.
-int countLists() {
-  const GLuint end = glGenLists(1);
-  glDeleteLists(end, 1);
-  int count = 0;
-  for (GLuint list = 1; list < end; ++list) count += glIsList(list) == GL_TRUE ? 1 : 0;
-  return count;
-}
 
 class TrajetLists : public HostTest, public testing::WithParamInterface<DrawerClass> {
  protected:

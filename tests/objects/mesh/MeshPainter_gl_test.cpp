@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "glcontext/SurfaceState_gl.h"
+#include "support/DisplayLists_gl.h"
 #include "support/GlTest_gl.h"
 #include "support/Meshes.h"
 
@@ -21,15 +22,6 @@ constexpr std::int32_t kName = 17;
 enum class Paint { kColour, kMaterial, kPointColours, kFaceColours, kValues, kAbsentValues };
 constexpr Paint kPaints[] = {Paint::kColour,      Paint::kMaterial, Paint::kPointColours,
                              Paint::kFaceColours, Paint::kValues,   Paint::kAbsentValues};
-
-/// The display lists that exist in the context.
-int countLists() {
-  const GLuint end = glGenLists(1);
-  glDeleteLists(end, 1);
-  int count = 0;
-  for (GLuint list = 1; list < end; ++list) count += glIsList(list) == GL_TRUE ? 1 : 0;
-  return count;
-}
 
 class MeshPainterTest : public GlTest {
  protected:
