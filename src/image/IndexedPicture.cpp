@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 #include <vector>
 
 namespace zyn {
@@ -14,30 +13,41 @@ constexpr int kLargestError = 32;
 /// Red, green and blue that may lie outside 0 to 255.
 using Components = std::array<int, 3>;
 
-/// Errors still to be spread over one row, in sixteenths, with a margin of one pixel on both sides.
-class ErrorRow {
+/// The errors that are being spread, in sixteenths: one row of them, in which those of the next row
+/// take the place of those that have come to their pixel.
+class SpreadErrors {
  public:
-  explicit ErrorRow(int width) : errors_(static_cast<std::size_t>(width) + 2) {}
+  explicit SpreadErrors(int width) : row_(static_cast<std::size_t>(width) + 2) {}
 
-  void clear() { std::fill(errors_.begin(), errors_.end(), Components{}); }
+  void beginRow() { ahead_ = below_ = belowAhead_ = {}; }
 
-  void add(int x, const Components& error, int sixteenths) {
+  /// The colour of pixel x with the error that has come to it.
+  Components corrected(int x, Colour24 colour) const {
+    const Components& above = row_[static_cast<std::size_t>(x + 1)];
+    return {colour.red + ((above[0] + ahead_[0] + 8) >> 4),
+            colour.green + ((above[1] + ahead_[1] + 8) >> 4),
+            colour.blue + ((above[2] + ahead_[2] + 8) >> 4)};
+  }
+
+  /// Of pixel x; the next one is x + step.
+  void spread(int x, int step, const Components& error) {
+    Components& behind = row_[static_cast<std::size_t>(x + 1 - step)];
     for (std::size_t c = 0; c < 3; ++c) {
-      at(x)[c] += error[c] * sixteenths;
+      behind[c] = below_[c] + 3 * error[c];
+      below_[c] = belowAhead_[c] + 5 * error[c];
+      belowAhead_[c] = error[c];
+      ahead_[c] = 7 * error[c];
     }
   }
 
-  /// The colour of pixel x with the error that has come to it.
-  Components corrected(int x, Colour24 colour) {
-    const Components& error = at(x);
-    return {colour.red + ((error[0] + 8) >> 4), colour.green + ((error[1] + 8) >> 4),
-            colour.blue + ((error[2] + 8) >> 4)};
-  }
+  /// After pixel x, the last of the row.
+  void endRow(int x) { row_[static_cast<std::size_t>(x + 1)] = below_; }
 
  private:
-  Components& at(int x) { return errors_[static_cast<std::size_t>(x + 1)]; }
-
-  std::vector<Components> errors_;
+  std::vector<Components> row_;  ///< with a margin of one pixel on both sides
+  Components ahead_{};           ///< for the next pixel
+  Components below_{};           ///< for the pixel below the last one
+  Components belowAhead_{};      ///< for the pixel below the next one
 };
 
 std::uint8_t heldInRange(int component) {
@@ -88,28 +98,24 @@ void IndexedPicture::mapExactly(const PixelView& picture) {
 
 void IndexedPicture::mapSpreadingErrors(const PixelView& picture) {
   NearestColour nearest(palette_);
-  ErrorRow current(width_);
-  ErrorRow next(width_);
+  SpreadErrors errors(width_);
   for (int y = 0; y < height_; ++y) {
     const std::uint8_t* const from = picture.row(y);
     std::uint8_t* const to = row(y);
     // Every other row runs backwards, so that the errors leave no slanted pattern.
     const int step = y % 2 == 0 ? 1 : -1;
     int x = step > 0 ? 0 : width_ - 1;
-    next.clear();
+    errors.beginRow();
     for (int i = 0; i < width_; ++i, x += step) {
-      const Components wanted = current.corrected(x, colourAt(from, x));
+      const Components wanted = errors.corrected(x, colourAt(from, x));
       to[x] =
           nearest.indexOf({heldInRange(wanted[0]), heldInRange(wanted[1]), heldInRange(wanted[2])});
       const Colour24 shown = palette_[to[x]];
-      const Components error{errorOf(wanted[0], shown.red), errorOf(wanted[1], shown.green),
-                             errorOf(wanted[2], shown.blue)};
-      current.add(x + step, error, 7);
-      next.add(x - step, error, 3);
-      next.add(x, error, 5);
-      next.add(x + step, error, 1);
+      errors.spread(x, step,
+                    {errorOf(wanted[0], shown.red), errorOf(wanted[1], shown.green),
+                     errorOf(wanted[2], shown.blue)});
     }
-    std::swap(current, next);
+    errors.endRow(x - step);
   }
 }
 

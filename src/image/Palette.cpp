@@ -73,11 +73,6 @@ void ColourHistogram::dropLowestBit() {
 
 namespace {
 
-constexpr int kCellBits = 5;
-constexpr int kCellShift = 8 - kCellBits;
-constexpr int kCellSide = 1 << kCellShift;
-constexpr std::size_t kCells = 1U << (3 * kCellBits);
-
 int square(int value) { return value * value; }
 
 int distance(Colour24 a, Colour24 b) {
@@ -90,68 +85,73 @@ struct Range {
   int farthest;
 };
 
-Range rangeTo(int value, int lowest) {
-  const int highest = lowest + kCellSide - 1;
+Range rangeTo(int value, int lowest, int side) {
+  const int highest = lowest + side - 1;
   const int outside = std::max({0, lowest - value, value - highest});
   return {square(outside), square(std::max(std::abs(value - lowest), std::abs(value - highest)))};
 }
 
-Range rangeTo(Colour24 colour, Colour24 lowest) {
-  const Range red = rangeTo(colour.red, lowest.red);
-  const Range green = rangeTo(colour.green, lowest.green);
-  const Range blue = rangeTo(colour.blue, lowest.blue);
+/// To the cell that has `inside` in it.
+Range rangeTo(Colour24 colour, Colour24 inside, int bits) {
+  const int side = 1 << (8 - bits);
+  const Range red = rangeTo(colour.red, inside.red & -side, side);
+  const Range green = rangeTo(colour.green, inside.green & -side, side);
+  const Range blue = rangeTo(colour.blue, inside.blue & -side, side);
   return {red.nearest + green.nearest + blue.nearest,
           red.farthest + green.farthest + blue.farthest};
 }
 
-std::size_t cellOf(Colour24 colour) {
-  return static_cast<std::size_t>(colour.red >> kCellShift << (2 * kCellBits) |
-                                  colour.green >> kCellShift << kCellBits |
-                                  colour.blue >> kCellShift);
-}
-
-/// The corner nearest to black of the cell a colour lies in.
-Colour24 lowestOf(Colour24 colour) {
-  const auto lowest = [](std::uint8_t component) {
-    return static_cast<std::uint8_t>(component >> kCellShift << kCellShift);
-  };
-  return {lowest(colour.red), lowest(colour.green), lowest(colour.blue)};
-}
-
 }  // namespace
 
-NearestColour::NearestColour(const Palette& palette) : palette_(palette), cells_(kCells) {}
+NearestColour::NearestColour(const Palette& palette) {
+  for (auto colour = palette.begin(); colour != palette.end(); ++colour) {
+    if (std::find(palette.begin(), colour, *colour) == colour) {
+      candidates_.push_back({*colour, static_cast<std::uint8_t>(colour - palette.begin())});
+    }
+  }
+  all_.count = static_cast<std::uint32_t>(candidates_.size());
+}
 
-void NearestColour::fill(Cell& cell, Colour24 lowest) const {
+std::uint8_t NearestColour::nearestOf(const Cell& cell, Colour24 colour) const {
+  const Candidate* const first = candidates_.data() + cell.begin;
+  const Candidate* nearest = first;
+  int least = cell.count > 1 ? distance(first->colour, colour) : 0;
+  for (const Candidate* each = first + 1; each < first + cell.count; ++each) {
+    const int found = distance(each->colour, colour);
+    if (found < least) {
+      least = found;
+      nearest = each;
+    }
+  }
+  return nearest->index;
+}
+
+/// The small cell of the colour.
+const NearestColour::Cell& NearestColour::fill(Colour24 colour) {
+  Cell& large = large_.cells[cellOf(colour, Grid::kLargeBits)];
+  if (large.count == 0) {
+    large = choose(all_, colour, Grid::kLargeBits);
+  }
+  return small_.cells[cellOf(colour, Grid::kSmallBits)] = choose(large, colour, Grid::kSmallBits);
+}
+
+/// Those candidates that can be nearest to a colour in the cell of `colour`.
+NearestColour::Cell NearestColour::choose(const Cell& from, Colour24 colour, int bits) {
   std::array<int, 256> nearest;
   int bound = std::numeric_limits<int>::max();
-  for (std::size_t i = 0; i < palette_.size(); ++i) {
-    const Range range = rangeTo(palette_[i], lowest);
+  for (std::size_t i = 0; i < from.count; ++i) {
+    const Range range = rangeTo(candidates_[from.begin + i].colour, colour, bits);
     nearest[i] = range.nearest;
     bound = std::min(bound, range.farthest);
   }
-  for (std::size_t i = 0; i < palette_.size(); ++i) {
+  const auto begin = static_cast<std::uint32_t>(candidates_.size());
+  for (std::size_t i = 0; i < from.count; ++i) {
     if (nearest[i] <= bound) {
-      cell.push_back(static_cast<std::uint8_t>(i));
+      const Candidate candidate = candidates_[from.begin + i];
+      candidates_.push_back(candidate);
     }
   }
-}
-
-std::uint8_t NearestColour::indexOf(Colour24 colour) {
-  Cell& cell = cells_[cellOf(colour)];
-  if (cell.empty()) {
-    fill(cell, lowestOf(colour));
-  }
-  std::uint8_t nearest = cell.front();
-  int least = std::numeric_limits<int>::max();
-  for (const std::uint8_t candidate : cell) {
-    const int found = distance(palette_[candidate], colour);
-    if (found < least) {
-      least = found;
-      nearest = candidate;
-    }
-  }
-  return nearest;
+  return {begin, static_cast<std::uint32_t>(candidates_.size()) - begin};
 }
 
 namespace {
@@ -195,15 +195,19 @@ struct Moments {
   }
 };
 
-Moments momentsOf(const ColourHistogram::Group& group) {
-  const auto count = static_cast<double>(group.count);
-  Moments moments{count,
-                  {static_cast<double>(group.red), static_cast<double>(group.green),
-                   static_cast<double>(group.blue)},
-                  0};
-  moments.squares = moments.explained();
-  return moments;
-}
+/// A group of the histogram.
+struct Group : Moments {
+  explicit Group(const ColourHistogram::Group& group)
+      : Moments{static_cast<double>(group.count),
+                {static_cast<double>(group.red), static_cast<double>(group.green),
+                 static_cast<double>(group.blue)},
+                0},
+        place{mean(0), mean(1), mean(2)} {
+    squares = explained();
+  }
+
+  std::array<double, 3> place;  ///< the mean
+};
 
 /// A run of colours of the list that is being cut.
 struct Box {
@@ -214,7 +218,7 @@ struct Box {
   bool operator<(const Box& other) const { return total.error() < other.total.error(); }
 };
 
-Box boxOf(const std::vector<Moments>& colours, std::size_t begin, std::size_t end) {
+Box boxOf(const std::vector<Group>& colours, std::size_t begin, std::size_t end) {
   Box box{begin, end, {}};
   for (std::size_t i = begin; i < end; ++i) {
     box.total.add(colours[i]);
@@ -223,11 +227,12 @@ Box boxOf(const std::vector<Moments>& colours, std::size_t begin, std::size_t en
 }
 
 /// The component in which the box's colours differ most.
-std::size_t widestComponent(const std::vector<Moments>& colours, const Box& box) {
+std::size_t widestComponent(const std::vector<Group>& colours, const Box& box) {
+  const std::array<double, 3> centre{box.total.mean(0), box.total.mean(1), box.total.mean(2)};
   std::array<double, 3> variance{};
   for (std::size_t i = box.begin; i < box.end; ++i) {
     for (std::size_t c = 0; c < 3; ++c) {
-      const double distance = colours[i].mean(c) - box.total.mean(c);
+      const double distance = colours[i].place[c] - centre[c];
       variance[c] += colours[i].count * distance * distance;
     }
   }
@@ -236,11 +241,11 @@ std::size_t widestComponent(const std::vector<Moments>& colours, const Box& box)
 }
 
 /// Cuts the box in two along its widest component, where least error is left.
-std::pair<Box, Box> cut(std::vector<Moments>& colours, const Box& box) {
+std::pair<Box, Box> cut(std::vector<Group>& colours, const Box& box) {
   const std::size_t component = widestComponent(colours, box);
   const auto at = [&](std::size_t i) { return colours.begin() + static_cast<std::ptrdiff_t>(i); };
-  std::sort(at(box.begin), at(box.end), [component](const Moments& a, const Moments& b) {
-    return a.mean(component) < b.mean(component);
+  std::sort(at(box.begin), at(box.end), [component](const Group& a, const Group& b) {
+    return a.place[component] < b.place[component];
   });
   Moments below;
   double best = -1;
@@ -256,7 +261,7 @@ std::pair<Box, Box> cut(std::vector<Moments>& colours, const Box& box) {
   return {boxOf(colours, box.begin, place), boxOf(colours, place, box.end)};
 }
 
-Palette cutPalette(std::vector<Moments>& colours, std::size_t size) {
+Palette cutPalette(std::vector<Group>& colours, std::size_t size) {
   std::priority_queue<Box> boxes;
   std::vector<Moments> finished;
   boxes.push(boxOf(colours, 0, colours.size()));
@@ -282,10 +287,10 @@ Palette cutPalette(std::vector<Moments>& colours, std::size_t size) {
 }
 
 /// Moves each colour of the palette to the mean of the colours nearest to it.
-Palette refined(const Palette& palette, const std::vector<Moments>& colours) {
+Palette refined(const Palette& palette, const std::vector<Group>& colours) {
   NearestColour nearest(palette);
   std::vector<Moments> totals(palette.size());
-  for (const Moments& colour : colours) {
+  for (const Group& colour : colours) {
     totals[nearest.indexOf(colour.colour())].add(colour);
   }
   Palette moved = palette;
@@ -300,10 +305,7 @@ Palette refined(const Palette& palette, const std::vector<Moments>& colours) {
 }  // namespace
 
 Palette paletteOf(const ColourHistogram& histogram, std::size_t size) {
-  std::vector<Moments> colours;
-  for (const ColourHistogram::Group& group : histogram.groups()) {
-    colours.push_back(momentsOf(group));
-  }
+  std::vector<Group> colours(histogram.groups().begin(), histogram.groups().end());
   if (colours.empty()) {
     return {};
   }

@@ -49,22 +49,52 @@ using Palette = std::vector<Colour24>;
 /// A histogram of at most `size` groups gives their means.
 Palette paletteOf(const ColourHistogram& histogram, std::size_t size);
 
-/// Answers which colour of a palette is nearest to a given one. Colour space is divided into cells;
-/// a cell lists the few palette colours that can be nearest to a colour inside it, once asked.
+/// Answers which colour of a palette is nearest to a given one. Colour space is divided into large
+/// cells and these into small ones; a cell lists the few palette colours that can be nearest to a
+/// colour inside it, once asked.
 class NearestColour {
  public:
   /// `palette` has 1 to 256 colours.
   explicit NearestColour(const Palette& palette);
 
   /// Index of the nearest colour by squared distance; of equally near ones, the first.
-  std::uint8_t indexOf(Colour24 colour);
+  std::uint8_t indexOf(Colour24 colour) {
+    const Cell& cell = small_.cells[cellOf(colour, Grid::kSmallBits)];
+    return nearestOf(cell.count > 0 ? cell : fill(colour), colour);
+  }
 
  private:
-  using Cell = std::vector<std::uint8_t>;
-  void fill(Cell& cell, Colour24 lowest) const;
+  struct Candidate {
+    Colour24 colour;
+    std::uint8_t index;
+  };
+  /// Candidates that follow one another; none before the cell is asked.
+  struct Cell {
+    std::uint32_t begin = 0;
+    std::uint32_t count = 0;
+  };
+  struct Grid {
+    static constexpr int kLargeBits = 3;  ///< of each component
+    static constexpr int kSmallBits = 6;
 
-  Palette palette_;
-  std::vector<Cell> cells_;
+    explicit Grid(int bits) : cells(std::size_t{1} << (3 * bits)) {}
+
+    std::vector<Cell> cells;
+  };
+
+  static std::size_t cellOf(Colour24 colour, int bits) {
+    const int shift = 8 - bits;
+    return static_cast<std::size_t>((colour.red >> shift << bits | colour.green >> shift) << bits |
+                                    colour.blue >> shift);
+  }
+  std::uint8_t nearestOf(const Cell& cell, Colour24 colour) const;
+  const Cell& fill(Colour24 colour);
+  Cell choose(const Cell& from, Colour24 colour, int bits);
+
+  std::vector<Candidate> candidates_;
+  Cell all_;
+  Grid large_{Grid::kLargeBits};
+  Grid small_{Grid::kSmallBits};
 };
 
 }  // namespace zyn
