@@ -21,8 +21,9 @@ Set speeds = CreateObject("ZYNVue.ZYNEchelleCouleurs"): speeds.Titre = "feed, mm
 Set path.EchelleCouleurs = speeds
 path.ModeCouleur = 1 ' by speed
 
-Set context = CreateObject("ZYNVue.ZYN3dGLBitmapContext"): context.CreateContext 1200, 900
-context.LineAntialiasing = True: context.MultiSampleAntialiasing = True
+Set context = CreateObject("ZYNVue.ZYN3dGLBitmapContext")
+context.LineAntialiasing = True: context.MultiSampleAntialiasing = True ' before CreateContext
+context.CreateContext 1200, 900
 context.Add part, 0
 context.Add path, 0
 context.Add speeds, 0

@@ -211,6 +211,100 @@ TEST_P(TrajetDrawingTest, TheToolStandsAtThePlaceAndHasNoBox) {
 INSTANTIATE_TEST_SUITE_P(All, TrajetDrawingTest, testing::ValuesIn(drawerClasses()),
                          [](const auto& chosen) { return nameOf(chosen); });
 
+class TrajetPictures : public HostTest {};
+
+/// Of a spiral, x and y from 2 to 18.
+Image spiralInGraph(double x, double y) {
+  OffscreenGraph graph(200, 200);
+  graph.show(x, x + 20, y, y + 20);
+  Numbers points;
+  for (int i = 0; i < 400; ++i) {
+    points.insert(points.end(), {x + 10 + 0.02 * i * std::cos(0.1 * i),
+                                 y + 10 + 0.02 * i * std::sin(0.1 * i), 0});
+  }
+  const auto path = makePath(points);
+  setColour(path.Get(), 1, kRed);
+  graph.add(path.Get());
+  return graph.render();
+}
+
+TEST_F(TrajetPictures, GraphsShowFarPathsAsNearOnes) {
+  const Image close = spiralInGraph(0, 0);
+  EXPECT_GT(close.count(kRed), 500);
+  for (const double away : {1e5, 1e7, 1e9}) {
+    EXPECT_LT(meanDifference(spiralInGraph(away, -2 * away), close), 0.2) << away;
+  }
+}
+
+/// A scene of 200 x 200 pixels that a camera looks at from the height, in degrees above the plane.
+class InclinedScene : public OffscreenScene {
+ public:
+  explicit InclinedScene(double height) : OffscreenScene(200, 200) {
+    const double angle = height * 3.14159265358979 / 180;
+    const auto camera = createObject<IZYNCamera>(kCameraProgId);
+    require(camera->setOeil(0, -100 * std::cos(angle), 100 * std::sin(angle)), "setOeil");
+    require(camera->setHaut(0, std::sin(angle), std::cos(angle)), "setHaut");
+    require(camera->put_Hauteur(20), "Hauteur");
+    require(camera->put_Largeur(20), "Largeur");
+    camera_ = camera;
+  }
+
+  /// To be called once all objects are in.
+  Image picture() {
+    require(putProperty(dispatch(), L"Camera", _variant_t(camera_.Get())).code(), "Camera");
+    return render();
+  }
+
+ private:
+  ComPtr<IZYNCamera> camera_;
+};
+
+ComPtr<IZYNGLTrajet> makeCircle(int chords) {
+  Numbers points;
+  for (int i = 0; i <= chords; ++i) {
+    const double turn = 2 * 3.14159265358979 * i / chords;
+    points.insert(points.end(), {7 * std::cos(turn), 7 * std::sin(turn), 0});
+  }
+  const auto path = makePath(points);
+  setColour(path.Get(), 1, kRed);
+  return path;
+}
+
+TEST_F(TrajetPictures, SurfacesDoNotCoverWideLinesThatLieOnThem) {
+  for (const double height : {90.0, 60.0, 45.0, 30.0}) {
+    for (const double width : {1.0, 3.0, 5.0}) {
+      const auto path = makeCircle(60);
+      require(path->put_EpaisseurTrait(width), "EpaisseurTrait");
+      InclinedScene scene(height);
+      scene.add(path.Get());
+      const int all = scene.picture().count(kRed);
+      scene.add(makeMesh({-9, -9, 0, 9, -9, 0, 9, 9, 0, -9, 9, 0}, {0, 1, 2, 0, 2, 3}).Get());
+      EXPECT_EQ(scene.picture().count(kRed), all) << height << ", " << width;
+    }
+  }
+}
+
+TEST_F(TrajetPictures, SoftLinesHaveNoGapsWhereSegmentsMeet) {
+  const auto path = makeCircle(60);
+  require(path->put_EpaisseurTrait(1.5), "EpaisseurTrait");
+  InclinedScene scene(90);
+  require(scene.get()->put_LineAntialiasing(VARIANT_TRUE), "LineAntialiasing");
+  scene.resize(200, 200);
+  scene.add(path.Get());
+  const Image image = scene.picture();
+  ASSERT_LT(image.count(kRed), 350) << "lines are soft";
+  for (int degree = 0; degree < 360; ++degree) {
+    const double turn = 3.14159265358979 * degree / 180;
+    int most = 0;  // across the line, of red, which the background has none of
+    for (const double radius : {69.25, 70.0, 70.75}) {
+      const Rgb& seen = image.at(static_cast<int>(100 + radius * std::cos(turn)),
+                                 static_cast<int>(100 - radius * std::sin(turn)));
+      most = std::max(most, seen.r);
+    }
+    EXPECT_GT(most, 120) << degree;
+  }
+}
+
 /// A scene of 20 x 10 around the origin, which the view shows at 20 pixels a unit.
 class TrajetPickTest : public HostTest {
  protected:

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "glcontext/ModelView_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/VertexArrays_gl.h"
 #include "toolpath/SegmentPick.h"
@@ -85,6 +86,28 @@ double viewportWidth() {
   return viewport[2];
 }
 
+/// Makes a point the origin of the model-view matrix, for a scope: relative to it coordinates are
+/// exact enough in single precision wherever the path lies.
+class MovedOrigin {
+ public:
+  explicit MovedOrigin(const Point& origin) {
+    ModelView space;
+    space.moveTo(origin);
+    if (space.isUsable()) {
+      space.load();
+      isUsable_ = true;
+    }
+  }
+
+  /// False where OpenGL cannot calculate there.
+  bool isUsable() const { return isUsable_; }
+
+ private:
+  PushedAttributes mode_{GL_TRANSFORM_BIT};
+  PushedMatrix matrix_{GL_MODELVIEW};
+  bool isUsable_ = false;
+};
+
 /// Segments that follow one another; the first and the last may be cut off.
 struct Stretch {
   std::size_t first;
@@ -102,7 +125,12 @@ class PathPainter {
         look_(look),
         speeds_(speeds),
         pass_(pass),
-        lists_(lists) {}
+        lists_(lists) {
+    if (path_.pointCount() > 0) {
+      const PathPoint first = path_.pointAt(0);
+      origin_ = {first[0], first[1], pass_.isFlat ? 0 : first[2]};
+    }
+  }
 
   void draw();
   void drawForPick() const;
@@ -118,9 +146,12 @@ class PathPainter {
   void drawAtOnce(const Stretch& stretch, bool isDone);
   void drawChunk(std::size_t chunk, bool isDone);
   void drawSplitChunk(const Stretch& stretch);
+  void drawSegments(double towardsViewer);
+  bool hasSoftEdges() const;
+  void drawSoftly();
   std::array<GLfloat, 3> vertexOf(const PathPoint& place) const {
-    return {static_cast<GLfloat>(place[0]), static_cast<GLfloat>(place[1]),
-            pass_.isFlat ? 0 : static_cast<GLfloat>(place[2])};
+    return {static_cast<GLfloat>(place[0] - origin_.x), static_cast<GLfloat>(place[1] - origin_.y),
+            pass_.isFlat ? 0 : static_cast<GLfloat>(place[2] - origin_.z)};
   }
 
   const ToolPath& path_;
@@ -129,13 +160,15 @@ class PathPainter {
   const SpeedColours* speeds_;
   const PathPass& pass_;
   PathLists& lists_;
+  Point origin_;  ///< what vertices are relative to: the first point, which appending leaves
   VertexArrays arrays_;
   std::vector<VertexArrays::Run> runs_;
 };
 
-/// In pixels. While a list is recorded the matrices are not those with which it will be drawn.
+/// In pixels. Beside the middle of a line a slanted surface is nearer, by as much as the line is
+/// wide. While a list is recorded the matrices are not those with which it will be drawn.
 double PathPainter::shift() const {
-  return pass_.isFlat || isRecording() ? 0 : look_.offset * pass_.pixelScale;
+  return pass_.isFlat || isRecording() ? 0 : look_.offset * (1 + look_.width) * pass_.pixelScale;
 }
 
 /// The vertices of a stretch, each with the colour of the segment that leads to it.
@@ -267,10 +300,47 @@ void PathPainter::draw() {
   const UnlitColour colour(0, 0, 0, 1);
   const PushedAttributes saved(GL_LIGHTING_BIT | GL_LINE_BIT | GL_ENABLE_BIT);
   const AutoGLLineWidth width(look_.width * pass_.pixelScale);
-  const TowardsViewer scope(shift(), viewportWidth(), bounds());
   glShadeModel(GL_FLAT);
   glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
                 kDashes);
+  if (hasSoftEdges()) {
+    drawSoftly();
+  } else {
+    drawSegments(shift());
+  }
+  if (pass_.lists) {
+    lists_.keepChunks(pass_.lists, (path_.segmentCount() + kChunk - 1) / kChunk);
+  }
+}
+
+/// Whether the edges of lines would hide what comes to lie there later.
+bool PathPainter::hasSoftEdges() const {
+  return !pass_.isFlat && isRendering() && !isRecording() && isEnabled(GL_LINE_SMOOTH) &&
+         isEnabled(GL_DEPTH_TEST);
+}
+
+/// Depths first, then colours a pixel before them: where segments meet, the soft edge of one does
+/// not hide the middle of the next.
+void PathPainter::drawSoftly() {
+  const PushedAttributes saved(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  {
+    const PushedAttributes colours(GL_COLOR_BUFFER_BIT);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    drawSegments(shift());
+  }
+  glDepthMask(GL_FALSE);
+  if (enumState(GL_DEPTH_FUNC) == GL_LESS) {
+    glDepthFunc(GL_LEQUAL);
+  }
+  drawSegments(shift() + pass_.pixelScale);
+}
+
+void PathPainter::drawSegments(double towardsViewer) {
+  const TowardsViewer scope(towardsViewer, viewportWidth(), bounds());
+  const MovedOrigin space(origin_);
+  if (!space.isUsable()) {
+    return;
+  }
   const PathPlace& place = model_.place();
   for (std::size_t first = 0; first < path_.segmentCount(); first += kChunk) {
     const std::size_t end = std::min(path_.segmentCount(), first + kChunk);
@@ -282,9 +352,6 @@ void PathPainter::draw() {
     } else {
       drawChunk(first / kChunk, isDone);
     }
-  }
-  if (pass_.lists) {
-    lists_.keepChunks(pass_.lists, (path_.segmentCount() + kChunk - 1) / kChunk);
   }
 }
 
@@ -301,6 +368,10 @@ void PathPainter::drawForPick() const {
       path_, model_.tree(),
       {clip, pass_.isFlat, [&](std::int32_t type) { return look_.typeOf(type).isVisible; }});
   if (!segment) {
+    return;
+  }
+  const MovedOrigin space(origin_);
+  if (!space.isUsable()) {
     return;
   }
   const SelectionNames names(0, look_.name, false);
