@@ -8,6 +8,11 @@ namespace zyn {
 /// answer is true; where not, it throws Aborted and has changed nothing. May be empty.
 using Progress = std::function<bool(double part)>;
 
+/// For a stage of longer work, which takes it from one part to another.
+inline Progress stageOf(const Progress& whole, double from, double to) {
+  return [&whole, from, to](double part) { return !whole || whole(from + (to - from) * part); };
+}
+
 /// Thrown by long work that was asked to stop.
 struct Aborted {};
 

@@ -4,14 +4,15 @@
 
 #include <algorithm>
 
+#include "core/ProgressMeter.h"
 #include "platform/Failure_win.h"
 #include "platform/WinHandles_win.h"
 
 namespace zyn {
 namespace {
 
-/// Some systems read no more than 2^31 bytes at once.
-constexpr std::size_t kLargestRead = std::size_t{1} << 28;
+/// Bytes that are read at once, between two looks whether to stop.
+constexpr std::size_t kLargestRead = std::size_t{1} << 24;
 
 [[noreturn]] void fail(DWORD error, const std::wstring& name) {
   throw systemFailure(error, L"\"" + name + L"\" was not read");
@@ -31,7 +32,7 @@ std::wstring widened(std::string_view text, UINT codePage) {
 
 }  // namespace
 
-FileBytes readFile(const std::wstring& name) {
+FileBytes readFile(const std::wstring& name, const Progress& progress) {
   const HANDLE opened = CreateFileW(name.c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
@@ -48,6 +49,7 @@ FileBytes readFile(const std::wstring& name) {
     fail(GetLastError(), name);
   }
   FileBytes bytes(static_cast<std::size_t>(size.QuadPart));
+  ProgressMeter meter(progress, bytes.view().size());
   for (std::size_t done = 0; done < bytes.view().size();) {
     const auto asked = static_cast<DWORD>(std::min(bytes.view().size() - done, kLargestRead));
     DWORD count = 0;
@@ -58,6 +60,7 @@ FileBytes readFile(const std::wstring& name) {
       fail(ERROR_HANDLE_EOF, name);
     }
     done += count;
+    meter.reached(done);
   }
   return bytes;
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/Progress.h"
+
 namespace zyn {
 
 /// The bytes of a file.
@@ -24,8 +26,9 @@ class FileBytes {
 };
 
 /// Reads a file on a disk. Failures of the system are thrown as `Failure`, with its code and the
-/// file's name; so are devices and pipes, which files must not lead to.
-FileBytes readFile(const std::wstring& name);
+/// file's name; so are devices and pipes, which files must not lead to. Throws Aborted where it is
+/// to stop.
+FileBytes readFile(const std::wstring& name, const Progress& progress = {});
 
 /// The bytes of a file that another one names, relative to its own folder, in UTF-8 or else in the
 /// system's code page; nothing where it cannot be read.

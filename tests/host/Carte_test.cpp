@@ -104,5 +104,33 @@ TEST_F(CarteTest, ValuesAreReadAndInterpolated) {
   EXPECT_EQ(valueAt(0.1, 0.5), 0);
 }
 
+TEST_F(CarteTest, TheNextScaleIsNotTakenForTheOneBefore) {
+  const auto makeScale = [](double least, double most) {
+    auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+    require(scale->put_Minimum(least), "Minimum");
+    require(scale->put_Maximum(most), "Maximum");
+    return scale;
+  };
+  const auto low = makeScale(0, 100);
+  const auto high = makeScale(90, 400);  // after as many changes
+  const auto pictureBy = [&](const std::vector<IDispatch*>& scales) {
+    OffscreenGraph context(120, 80);
+    const Graph graph(context.dispatch());
+    const auto map = createObject<IZYNCarte>(L"ZYNVue.ZYNCarte");
+    require(map->setValeurs(tableOf(2, 3, {0, 20, 40, 60, 80, 100})), "setValeurs");
+    require(graph->put_Actif(VARIANT_TRUE), "Actif");
+    require(graph.add(map.Get()), "Ajouter");
+    Image image;
+    for (IDispatch* const scale : scales) {
+      require(map->putref_EchelleCouleurs(scale), "EchelleCouleurs");
+      image = context.render();
+    }
+    return image;
+  };
+  const Image expected = pictureBy({high.Get()});
+  EXPECT_NE(pictureBy({low.Get()}), expected);
+  EXPECT_EQ(pictureBy({low.Get(), high.Get()}), expected);
+}
+
 }  // namespace
 }  // namespace zyn::test

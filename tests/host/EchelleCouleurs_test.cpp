@@ -173,6 +173,67 @@ TEST_F(EchelleCouleursTest, HasNoBox) {
 constexpr int kWidth = 240;
 constexpr int kHeight = 200;
 
+// --- one scale after another ---------------------------------------------------------------------
+
+ComPtr<IZYNEchelleCouleurs> makeScale(double least, double most) {
+  auto scale = createObject<IZYNEchelleCouleurs>(kScaleProgId);
+  require(scale->put_Minimum(least), "Minimum");
+  require(scale->put_Maximum(most), "Maximum");
+  return scale;
+}
+
+ComPtr<IDispatch> makeColouredMesh(long style) {
+  const auto mesh = makeMesh({5, 5, 0, 55, 5, 0, 5, 35, 0}, {0, 1, 2});
+  require(mesh->setValeurs(doubleArray({0, 50, 100})), "setValeurs");
+  require(mesh->put_StyleRendu(style), "StyleRendu");
+  return mesh;
+}
+
+ComPtr<IDispatch> makeColouredPath() {
+  const auto path = createObject<IZYNGLTrajet>(kPathProgId);
+  require(path->setPoints(doubleArray({5, 5, 0, 55, 5, 0, 55, 35, 0, 5, 35, 0})), "setPoints");
+  require(path->setVitesses(doubleArray({10, 50, 100})), "setVitesses");
+  require(path->put_ModeCouleur(1), "ModeCouleur");
+  return path;
+}
+
+class NextScaleTest : public HostTest, public testing::WithParamInterface<DrawerClass> {
+ protected:
+  Image first(IDispatch* object, IDispatch* scale) {
+    setScale(object, scale);
+    drawer_ = GetParam().make(60, 40);
+    drawer_->add(object);
+    drawer_->lookAtPlane();
+    return drawer_->frame();
+  }
+  Image next(IDispatch* object, IDispatch* scale) {
+    setScale(object, scale);
+    return drawer_->frame();
+  }
+
+ private:
+  static void setScale(IDispatch* object, IDispatch* scale) {
+    require(putReference(object, L"EchelleCouleurs", scale).code(), "EchelleCouleurs");
+  }
+
+  std::unique_ptr<Drawer> drawer_;
+};
+
+TEST_P(NextScaleTest, IsNotTakenForTheOneBefore) {
+  const auto low = makeScale(0, 100);
+  const auto high = makeScale(90, 400);  // after as many changes
+  for (const auto& object : {makeColouredMesh(0), makeColouredMesh(2), makeColouredPath()}) {
+    const Image expected = first(object.Get(), high.Get());
+    const Image before = first(object.Get(), low.Get());
+    EXPECT_NE(before, expected);
+    EXPECT_EQ(next(object.Get(), high.Get()), expected);
+    EXPECT_EQ(next(object.Get(), low.Get()), before);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, NextScaleTest, testing::ValuesIn(drawerClasses()),
+                         [](const auto& chosen) { return nameOf(chosen); });
+
 class ScaleBarTest : public HostTest, public testing::WithParamInterface<DrawerClass> {
  protected:
   ScaleBarTest() {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "platform/Failure_win.h"
 #include "support/TempFolder_win.h"
 
@@ -53,6 +56,25 @@ TEST(InputFile, findsSiblingsByNamesInUtf8AndInTheSystemsCodePage) {
   EXPECT_EQ(readSibling(file, ""), std::nullopt);
   if (GetACP() == 1252) {
     EXPECT_EQ(readSibling(file, "\xE9.mtl"), "colours");
+  }
+}
+
+TEST(InputFile, TellsHowFarItIsAndStops) {
+  const test::TempFolder folder;
+  const auto file = folder.file(L"large").wstring();
+  write(file, std::string(40'000'000, ' '));
+  std::vector<double> parts;
+  const Progress hear = [&](double part) {
+    parts.push_back(part);
+    return true;
+  };
+  EXPECT_EQ(readFile(file, hear).view().size(), 40'000'000U);
+  ASSERT_GE(parts.size(), 3U);
+  EXPECT_EQ(parts.front(), 0);
+  EXPECT_EQ(parts.back(), 1);
+  EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
+  for (const double last : {0.0, 0.4}) {
+    EXPECT_THROW(readFile(file, [&](double part) { return part < last; }), Aborted);
   }
 }
 

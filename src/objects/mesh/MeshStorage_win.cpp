@@ -47,9 +47,12 @@ std::optional<MeshFormat> formatFor(const std::wstring& file) {
 }  // namespace
 
 Mesh loadMesh(const std::wstring& file, const Progress& progress) {
-  const FileBytes bytes = readFile(file);
+  constexpr double kReading = 0.1;  // the part of a load that reads the file
   const auto sibling = [&](std::string_view name) { return readSibling(file, name); };
-  return working(file, [&] { return readMesh(bytes.view(), sibling, progress); });
+  return working(file, [&] {
+    const FileBytes bytes = readFile(file, stageOf(progress, 0, kReading));
+    return readMesh(bytes.view(), sibling, stageOf(progress, kReading, 1));
+  });
 }
 
 bool canSaveMesh(const std::wstring& file) { return formatFor(file).has_value(); }

@@ -10,12 +10,19 @@
 
 namespace zyn {
 
+namespace {
+
+constexpr double kReading = 0.1;  ///< the part of a load that reads the file
+
+}  // namespace
+
 LoadedPath loadGCode(const std::wstring& file, const PathLoading& loading,
                      const Progress& progress) {
-  const FileBytes bytes = readFile(file);
   PathBuilder builder(loading.tolerance);
   try {
-    const std::size_t skipped = readGCode(bytes.view(), loading.options, builder, progress);
+    const FileBytes bytes = readFile(file, stageOf(progress, 0, kReading));
+    const std::size_t skipped =
+        readGCode(bytes.view(), loading.options, builder, stageOf(progress, kReading, 1));
     return {builder.take(), skipped};
   } catch (const GCodeError& error) {
     throw Failure(E_FAIL, file + L", line " + std::to_wstring(error.line()) + L", column " +

@@ -28,7 +28,8 @@ class ScaleChoice {
   void choose(IDispatch* object) {
     const auto wanted = askFor<IScaleObject>(object);
     if (object && !wanted) {
-      throw badArgument(L"EchelleCouleurs", L"a ZYNVue.ZYNEchelleCouleurs is wanted");
+      throw badArgument(L"EchelleCouleurs",
+                        L"a ZYNVue.ZYNEchelleCouleurs of the same apartment is wanted");
     }
     // Letting go of the last one may run code of its outer object.
     const Microsoft::WRL::ComPtr<IDispatch> before = object_;

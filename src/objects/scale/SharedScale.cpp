@@ -1,5 +1,7 @@
 #include "objects/scale/SharedScale.h"
 
+#include <atomic>
+
 namespace zyn {
 
 const ColourScale& SharedScale::scale() {
@@ -56,8 +58,13 @@ void SharedScale::valuesChanged() noexcept {
   }
 }
 
+std::uint64_t SharedScale::newRevision() noexcept {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
+}
+
 void SharedScale::touch() noexcept {
-  ++revision_;
+  revision_ = newRevision();
   if (isTold_) {
     return;
   }

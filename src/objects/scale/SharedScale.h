@@ -37,7 +37,8 @@ class SharedScale {
   /// With the range that is in effect.
   const ColourScale& scale();
 
-  /// Another number after each change.
+  /// Another number after each change, and than other scales have: pictures made by one scale are
+  /// never taken for those of the next.
   std::uint64_t revision();
 
   bool isAutomatic() const { return isAutomatic_; }
@@ -59,10 +60,11 @@ class SharedScale {
   void valuesChanged() noexcept;
 
  private:
+  static std::uint64_t newRevision() noexcept;
   void touch() noexcept;
 
   ColourScale settings_;
-  std::uint64_t revision_ = 1;
+  std::uint64_t revision_ = newRevision();
   bool isAutomatic_ = true;
   bool isTold_ = false;  ///< of a change after which nobody has asked yet
   ScaleUser* first_ = nullptr;

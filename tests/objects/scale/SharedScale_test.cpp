@@ -115,5 +115,14 @@ TEST(SharedScaleTest, EachChangeHasARevisionOfItsOwn) {
   EXPECT_NE(scale.revision(), after);
 }
 
+TEST(SharedScaleTest, HasRevisionsOfItsOwn) {
+  SharedScale first;
+  SharedScale second;
+  EXPECT_NE(first.revision(), second.revision());
+  first.fixRange(0, 1);
+  second.fixRange(0, 1);
+  EXPECT_NE(first.revision(), second.revision());
+}
+
 }  // namespace
 }  // namespace zyn::test
