@@ -7,6 +7,7 @@ namespace zyn::bench {
 
 // What is measured together; each is in a file of its own name.
 void measureSceneBuilding(Report& report, const Sizes& sizes);
+void measureMillion(Report& report, const Sizes& sizes);
 void measureSceneFrames(Report& report, const Sizes& sizes);
 void measureAssemblies(Report& report, const Sizes& sizes);
 void measurePicking(Report& report, const Sizes& sizes);

@@ -16,7 +16,8 @@ struct Group {
 };
 
 // Memory is measured before anything has been freed that could be used again: SceneBuilding first.
-constexpr std::array<Group, 13> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+constexpr std::array<Group, 14> kGroups = {{{"SceneBuilding", measureSceneBuilding},
+                                            {"Million", measureMillion},
                                             {"SceneFrames", measureSceneFrames},
                                             {"Assemblies", measureAssemblies},
                                             {"Picking", measurePicking},

@@ -18,6 +18,13 @@
 
 namespace zyn {
 
+/// An interface without late binding, with those that it derives from and that objects answer too:
+/// one pointer in each object for all of them.
+template <class Interface, class... Earlier>
+struct Extending : Interface {
+  static_assert((std::is_base_of_v<Earlier, Interface> && ...));
+};
+
 namespace detail {
 
 /// The published interface behind an entry of a class's interface list.
@@ -32,6 +39,13 @@ struct Published<Dual<Interface, Earlier...>> {
   static bool answers(REFIID iid) {
     return iid == __uuidof(Interface) || ((iid == __uuidof(Earlier)) || ...) ||
            iid == IID_IDispatch;
+  }
+};
+template <class Interface, class... Earlier>
+struct Published<Extending<Interface, Earlier...>> {
+  using Type = Interface;
+  static bool answers(REFIID iid) {
+    return iid == __uuidof(Interface) || ((iid == __uuidof(Earlier)) || ...);
   }
 };
 

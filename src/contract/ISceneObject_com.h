@@ -21,6 +21,7 @@
 namespace zyn {
 
 class SceneNest;
+class TriangleCorners;
 
 /// Private interface of our objects that size something in pixels: a view hands them its fonts and
 /// measures before each draw, a bitmap context also when they are added.
@@ -31,12 +32,10 @@ struct ITextView : public IUnknown {
 /// Private interface of our own scene objects, in both modules: what a list need not ask through
 /// the published interfaces again and again. Nothing here calls foreign code. It crosses from DLL
 /// to DLL as C++ lays it out: builds that do so differently know it by another identifier.
-struct ISceneObject : public IUnknown {
+struct ISceneObject : public IGLDraw {
   /// The interface by which hosts know the object; null for a part of an aggregate, whose outer
   /// object may answer otherwise for everything here.
   virtual IDispatch* STDMETHODCALLTYPE hostInterface() noexcept = 0;
-
-  virtual IGLDraw& STDMETHODCALLTYPE drawable() noexcept = 0;
 
   /// None while the object is empty.
   virtual std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept = 0;
@@ -59,7 +58,7 @@ struct ISceneObject : public IUnknown {
 
   /// Draws the object into the current context.
   virtual HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept {
-    return pass.isFlat ? drawable().Draw2D(pass.mode) : drawable().Draw3D(pass.mode);
+    return pass.isFlat ? Draw2D(pass.mode) : Draw3D(pass.mode);
   }
 
   /// Whether it has surfaces of which only the depth is drawn, and is to be drawn for them first.
@@ -78,8 +77,10 @@ struct ISceneObject : public IUnknown {
   /// Whether it takes fonts, which the view then makes.
   virtual bool STDMETHODCALLTYPE takesFonts() noexcept { return false; }
 
+  /// The corners, if it is a triangle, which neighbours may share.
+  virtual TriangleCorners* STDMETHODCALLTYPE triangleCorners() noexcept { return nullptr; }
+
   /// What it looks like, if it is a triangle.
-  virtual bool STDMETHODCALLTYPE isTriangle() noexcept { return false; }
   virtual TriangleShape STDMETHODCALLTYPE triangleShape() noexcept { return {}; }
 
   /// What it looks like in the plane, in coordinates of axes, if it is a trace.

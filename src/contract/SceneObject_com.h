@@ -10,7 +10,7 @@ namespace zyn {
 /// Base of the scene objects that have no parameters: what they all answer in the same way. `Main`,
 /// a Dual, is the interface by which hosts know them, their boxes are those that modelBounds tells.
 template <class Object, class Main, class... More>
-class SceneObject : public ComClass<Object, Main, IGLDraw, ISceneObject, More...> {
+class SceneObject : public ComClass<Object, Main, Extending<ISceneObject, IGLDraw>, More...> {
  public:
   STDMETHODIMP GetBox2D(IDispatch** box) noexcept final {
     return automation(self(), [&] { return giveBox(box, makeBox2D); });
@@ -25,7 +25,6 @@ class SceneObject : public ComClass<Object, Main, IGLDraw, ISceneObject, More...
   IDispatch* STDMETHODCALLTYPE hostInterface() noexcept final {
     return this->isAggregated() ? nullptr : static_cast<Main*>(this);
   }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept final { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept final { return watch_; }
 
  protected:

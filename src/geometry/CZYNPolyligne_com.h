@@ -18,7 +18,7 @@ namespace zyn {
 /// wide at first.
 class CZYNPolyligne final
     : public ComClass<CZYNPolyligne, Dual<IZYNPolyligne>, Dual<IZYNProfil>, Dual<IZYNAttribuable>,
-                      Dual<IZYNObjet>, IGLDraw, ISceneObject, ITextView> {
+                      Dual<IZYNObjet>, Extending<ISceneObject, IGLDraw>, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNModeleGeom.Polyligne";
 
@@ -45,7 +45,6 @@ class CZYNPolyligne final
   IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
     return isAggregated() ? nullptr : static_cast<IZYNPolyligne*>(this);
   }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override;
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;

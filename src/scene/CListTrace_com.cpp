@@ -425,8 +425,8 @@ void CListTrace::drawDepth(const ListPass& pass) {
   for (const Node* node = head(); node; node = node->next) {
     const DrawElem& element = *node->value;
     if (element.own && element.own->hidesLines()) {
-      throwIfFailed(drawing.drawOwn(*element.own, drawing.modeOf(element)),
-                    &element.own->drawable(), __uuidof(IGLDraw));
+      throwIfFailed(drawing.drawOwn(*element.own, drawing.modeOf(element)), element.own,
+                    __uuidof(IGLDraw));
     }
   }
 }
@@ -479,7 +479,7 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
     drawOutside(object.Get(), mode, drawing);
     return;
   }
-  throwIfFailed(drawing.drawOwn(*own, mode), &own->drawable(), __uuidof(IGLDraw));
+  throwIfFailed(drawing.drawOwn(*own, mode), own, __uuidof(IGLDraw));
 }
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {

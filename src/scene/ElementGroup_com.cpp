@@ -1,9 +1,12 @@
 #include "scene/ElementGroup_com.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <span>
 #include <utility>
 
+#include "objects/triangle/TriangleCorners_win.h"
 #include "scene/CListTrace_com.h"
 #include "scene/SceneNest_com.h"
 
@@ -41,7 +44,7 @@ ElementGroup::Kind ElementGroup::kindOf(const DrawElem& element) {
   if (element.own->nest()) {
     return Kind::kNests;
   }
-  if (!element.own->isTriangle()) {
+  if (!element.own->triangleCorners()) {
     return Kind::kObjects;
   }
   return element.drawingMode == kOutlineMode ? Kind::kOutlines : Kind::kSurfaces;
@@ -59,12 +62,29 @@ void ElementGroup::append(DrawElem& element) {
   if (count_++ == 0) {
     first_ = &element;
   }
+  if (hasTriangles() && count_ % TriangleCorners::kMostSharing == 0) {
+    shareCorners(element);
+  }
   last_ = &element;
   forgetCalls();
   holdsOutside_.reset();
   if (bounds_.isKnown) {
     bounds_.add(boundsOf(*element.own, list_.isFlat()));
   }
+}
+
+/// Those of the element that comes behind the last one, and of those before it.
+void ElementGroup::shareCorners(DrawElem& added) {
+  std::array<TriangleCorners*, TriangleCorners::kMostSharing> corners{};
+  std::size_t count = 0;
+  corners[count++] = added.own->triangleCorners();
+  const DrawElem* element = last_;
+  while (element && count < corners.size()) {
+    corners[count++] = element->own->triangleCorners();
+    const auto* const before = element != first_ ? element->node.previous() : nullptr;
+    element = before ? before->value : nullptr;
+  }
+  TriangleCorners::share(std::span(corners).first(count));
 }
 
 void ElementGroup::remove(DrawElem& element) {

@@ -131,6 +131,7 @@ class ElementGroup final : public SceneWatcher {
   static constexpr std::size_t kMostLists = 16;
 
   Compiled& compiledFor(const TriangleSetting& setting, const std::shared_ptr<DisplayLists>& lists);
+  void shareCorners(DrawElem& added);
   static void giveUp(const Compiled& compiled) noexcept;
   void forgetCalls() noexcept;
   TriangleCalls emit(const TriangleSetting& setting, bool isFlat, const PickQuery* query) const;

@@ -14,7 +14,7 @@ namespace zyn {
 
 /// A group: a draw list that is shown as one object, moved, faded or not at all.
 class CZYNGroupe final
-    : public ComClass<CZYNGroupe, Dual<IZYNGroupe>, IGLDraw, ISceneObject, ITextView> {
+    : public ComClass<CZYNGroupe, Dual<IZYNGroupe>, Extending<ISceneObject, IGLDraw>, ITextView> {
  public:
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGroupe";
 
@@ -45,7 +45,6 @@ class CZYNGroupe final
   IDispatch* STDMETHODCALLTYPE hostInterface() noexcept override {
     return isAggregated() ? nullptr : static_cast<IZYNGroupe*>(this);
   }
-  IGLDraw& STDMETHODCALLTYPE drawable() noexcept override { return *this; }
   SceneWatch& STDMETHODCALLTYPE watch() noexcept override { return watch_; }
   SceneNest* STDMETHODCALLTYPE nest() noexcept override { return &nest_; }
   ITextView* STDMETHODCALLTYPE textView() noexcept override { return this; }

@@ -45,16 +45,12 @@ HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
 
 CZYNGLTriangle::CZYNGLTriangle() {
   const TriangleShape initial;
-  for (std::size_t i = 0; i < 3; ++i) {
-    const Vecteur& normal = initial.normals[i];
-    normals_[i] = {normal.x, normal.y, normal.z};
-  }
   setColour(initial.r, initial.g, initial.b, initial.alpha);
 }
 
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    store(vertices_[placeOf(index)], x, y, Z);
+    store(corners_.own(placeOf(index)).point, x, y, Z);
     watch_.tell(SceneChange::kShape);
   });
 }
@@ -69,27 +65,27 @@ STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha
 
 STDMETHODIMP CZYNGLTriangle::setNormale(LONG index, double x, double y, double Z) noexcept {
   return automation(*this, [&] {
-    store(normals_[placeOf(index)], x, y, Z);
+    store(corners_.own(placeOf(index)).normal, x, y, Z);
     watch_.tell(SceneChange::kLook);
   });
 }
 
 STDMETHODIMP CZYNGLTriangle::getPoint(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] { return read(vertices_[placeOf(index)], x, y, Z); });
+  return automation(*this, [&] { return read(corners_[placeOf(index)].point, x, y, Z); });
 }
 
 STDMETHODIMP CZYNGLTriangle::getNormale(LONG index, double* x, double* y, double* Z) noexcept {
-  return automation(*this, [&] { return read(normals_[placeOf(index)], x, y, Z); });
+  return automation(*this, [&] { return read(corners_[placeOf(index)].normal, x, y, Z); });
 }
 
 STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
-  return automation(*this, [&] { return give(pVal, priority_); });
+  return automation(*this, [&] { return give<LONG>(pVal, priority_); });
 }
 
 STDMETHODIMP CZYNGLTriangle::put_Priority(LONG newVal) noexcept {
   return automation(*this, [&] {
     if (newVal > 0) {
-      priority_ = static_cast<std::int32_t>(std::min(newVal, kHighestPriority));
+      priority_ = static_cast<std::int8_t>(std::min(newVal, kHighestPriority));
     }
   });
 }
@@ -115,7 +111,8 @@ STDMETHODIMP CZYNGLTriangle::Draw2D(int mode) noexcept {
 
 std::optional<Box3> STDMETHODCALLTYPE CZYNGLTriangle::movedBounds(const GlMatrix& matrix) noexcept {
   std::optional<Box3> bounds;
-  for (const Triple& vertex : vertices_) {
+  for (std::size_t i = 0; i < TriangleCorners::kCount; ++i) {
+    const Triple& vertex = corners_[i].point;
     const Point at = moved(matrix, vertex.x, vertex.y, vertex.z);
     const Box3 here{at.x, at.x, at.y, at.y, at.z, at.z};
     if (bounds) {
@@ -137,9 +134,10 @@ bool STDMETHODCALLTYPE CZYNGLTriangle::mayBePicked(const PickQuery& query) noexc
 
 TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
   TriangleShape shape;
-  for (std::size_t i = 0; i < 3; ++i) {
-    store(shape.vertices[i], vertices_[i].x, vertices_[i].y, vertices_[i].z);
-    store(shape.normals[i], normals_[i].x, normals_[i].y, normals_[i].z);
+  for (std::size_t i = 0; i < TriangleCorners::kCount; ++i) {
+    const auto& [point, normal] = corners_[i];
+    store(shape.vertices[i], point.x, point.y, point.z);
+    store(shape.normals[i], normal.x, normal.y, normal.z);
   }
   shape.r = r_;
   shape.g = g_;
@@ -158,7 +156,9 @@ TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
 
 /// Opaque triangles show their front only, translucent ones both sides.
 std::optional<SurfaceHit> STDMETHODCALLTYPE CZYNGLTriangle::nearestHit(const Ray& ray) noexcept {
-  const auto& [a, b, c] = vertices_;
+  const Triple& a = corners_[0].point;
+  const Triple& b = corners_[1].point;
+  const Triple& c = corners_[2].point;
   const std::optional<double> distance = ShearedRay(ray).meet(a, b, c);
   if (!distance || !(*distance >= 0.0) || !(alpha_ > 0)) {
     return std::nullopt;
@@ -174,9 +174,11 @@ std::optional<SurfaceHit> STDMETHODCALLTYPE CZYNGLTriangle::nearestHit(const Ray
 
 std::optional<Coverage> STDMETHODCALLTYPE
 CZYNGLTriangle::coverage(const RegionQuery& query) noexcept {
-  const auto pointOf = [](const Triple& v) { return Point(v.x, v.y, v.z); };
-  const auto& [a, b, c] = vertices_;
-  return query.ofTriangle(pointOf(a), pointOf(b), pointOf(c));
+  const auto pointAt = [this](std::size_t corner) {
+    const Triple& v = corners_[corner].point;
+    return Point(v.x, v.y, v.z);
+  };
+  return query.ofTriangle(pointAt(0), pointAt(1), pointAt(2));
 }
 
 void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
@@ -188,9 +190,10 @@ void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
 }
 
 Box3 CZYNGLTriangle::bounds() const {
-  const Triple& first = vertices_[0];
+  const Triple& first = corners_[0].point;
   Box3 box{first.x, first.x, first.y, first.y, first.z, first.z};
-  for (const Triple& vertex : vertices_) {
+  for (std::size_t i = 1; i < TriangleCorners::kCount; ++i) {
+    const Triple& vertex = corners_[i].point;
     box.unite(Box3{vertex.x, vertex.x, vertex.y, vertex.y, vertex.z, vertex.z});
   }
   return box;

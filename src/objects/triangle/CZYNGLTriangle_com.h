@@ -1,12 +1,14 @@
 #pragma once
 
-#include <array>
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "ZYNMODELEGEOM.h"
 #include "ZYNVUE.h"
 #include "contract/SceneObject_com.h"
 #include "contract/TriangleShape.h"
+#include "objects/triangle/TriangleCorners_win.h"
 #include "platform/ObjectPool_win.h"
 
 namespace zyn {
@@ -37,19 +39,13 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, Dual<IZYNGLTrian
   std::optional<Box3> STDMETHODCALLTYPE modelBounds() noexcept override { return bounds(); }
   std::optional<Box3> STDMETHODCALLTYPE movedBounds(const GlMatrix& matrix) noexcept override;
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
-  bool STDMETHODCALLTYPE isTriangle() noexcept override { return true; }
+  TriangleCorners* STDMETHODCALLTYPE triangleCorners() noexcept override { return &corners_; }
   TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
   std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
   std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery& query) noexcept override;
 
  private:
-  /// A point or a direction without what makes a Point or a Vecteur larger than its numbers: there
-  /// are six in each triangle.
-  struct Triple {
-    double x = 0, y = 0, z = 0;
-  };
-
   /// What a triangle with a material has beyond its colour; see TriangleShape.
   struct MaterialFactors {
     double ambient, diffuse, specular, shininess, emissive;
@@ -59,11 +55,10 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, Dual<IZYNGLTrian
   Box3 bounds() const;
 
   // The order leaves no gaps: there may be very many triangles.
-  std::int32_t priority_ = 1;  ///< 1 to 19
-  float alpha_ = 0;            ///< as OpenGL takes it; below 1 where it was given so
+  [[no_unique_address]] TriangleCorners corners_;
+  std::int8_t priority_ = 1;  ///< 1 to 19
+  float alpha_ = 0;           ///< as OpenGL takes it; below 1 where it was given so
   std::unique_ptr<const MaterialFactors> material_;
-  std::array<Triple, 3> vertices_;
-  std::array<Triple, 3> normals_;
   double r_ = 0;
   double g_ = 0;
   double b_ = 0;
