@@ -115,7 +115,7 @@ STDMETHODIMP CZYNGLTrajet::putref_Outil(IDispatch* newVal) noexcept { return put
 void CZYNGLTrajet::useTool(IDispatch* object) {
   const auto wanted = askFor<IToolObject>(object);
   if (object && !wanted) {
-    throw badArgument(L"Outil", L"a ZYNVue.ZYNOutil of the same apartment is wanted");
+    throw badArgument(L"Outil", L"a ZYNVue.ZYNOutil is wanted, made in the same apartment");
   }
   const auto before = tool_;  // letting go of it may run code of its outer object
   const auto dispatchBefore = toolDispatch_;

@@ -29,7 +29,7 @@ class ScaleChoice {
     const auto wanted = askFor<IScaleObject>(object);
     if (object && !wanted) {
       throw badArgument(L"EchelleCouleurs",
-                        L"a ZYNVue.ZYNEchelleCouleurs of the same apartment is wanted");
+                        L"a ZYNVue.ZYNEchelleCouleurs is wanted, made in the same apartment");
     }
     // Letting go of the last one may run code of its outer object.
     const Microsoft::WRL::ComPtr<IDispatch> before = object_;
