@@ -2957,7 +2957,7 @@ namespace ZYNVue.Interop {
     void setCouleurFait(double r, double g, double b, double alpha);
 
     /// <summary>Steps towards the viewer by which the path is drawn (default 1).</summary>
-    /// <value>Sets the steps towards the viewer by which the path is drawn, 0 to 1000, each as long as a pixel there: lines win against surfaces that they lie on. Changes no pixel's place.</value>
+    /// <value>Sets the steps towards the viewer by which the path is drawn, 0 to 1000, each as long there as a pixel and the width of the lines: lines win against surfaces that they lie on. Changes no pixel's place.</value>
     [DispId(33)]
     double Decalage { get; set; }
 

@@ -28,7 +28,7 @@ struct PathLook {
   Colour doneColour{0.55, 0.55, 0.55, 1};
   double width = 1;  ///< pixels of a screen
   bool dashesRapids = true;
-  double offset = 1;      ///< towards the viewer, pixels
+  double offset = 1;      ///< towards the viewer, steps of a pixel and the width
   std::int32_t name = 0;  ///< in selections; below 0 the path takes no part
 
   Type typeOf(std::int32_t type) const {
