@@ -27,6 +27,25 @@ std::wstring commandLine(const std::wstring& arguments) {
   return L'"' + program.wstring() + L"\" " + arguments;
 }
 
+/// Wine waits two seconds, whenever a window of a program is hidden, for a window manager, which
+/// the display of the tests has not got. Here it is told to do without.
+class WithoutWindowManager : public testing::Environment {
+ public:
+  void SetUp() override {
+    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
+      RegSetKeyValueW(HKEY_CURRENT_USER, (kKey + L"\\X11 Driver").c_str(), L"Managed", REG_SZ, L"N",
+                      2 * sizeof(wchar_t));
+    }
+  }
+  void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey.c_str()); }
+
+ private:
+  const std::wstring kKey = L"Software\\Wine\\AppDefaults\\viewer.exe";
+};
+
+[[maybe_unused]] testing::Environment* const kWithoutWindowManager =
+    testing::AddGlobalTestEnvironment(new WithoutWindowManager);
+
 /// A key for the viewer's settings that nobody uses, gone at the end.
 class TemporarySettings {
  public:
