@@ -166,6 +166,10 @@ std::string codeText(int code) {
       return "F1";
     case kKeyF5:
       return "F5";
+    case kKeyPadPlus:
+      return "number pad +";
+    case kKeyPadMinus:
+      return "number pad -";
     case kKeyPlus:
       return "+";
     case kKeyMinus:
@@ -197,6 +201,19 @@ std::string keyText(const Key& key) {
     return {};
   }
   return (key.control ? "Ctrl+" : "") + std::string(key.shift ? "Shift+" : "") + codeText(key.code);
+}
+
+std::vector<Key> keysAs(const Key& key) {
+  std::vector<Key> keys = {key};
+  if (key.code == kKeyPlus || key.code == kKeyMinus) {
+    keys.push_back(key);
+    keys.back().code = key.code == kKeyPlus ? kKeyPadPlus : kKeyPadMinus;
+  }
+  if (key.code == kKeyPlus) {
+    keys.push_back(key);
+    keys.back().shift = true;
+  }
+  return keys;
 }
 
 std::vector<HelpRow> keyHelp(PaneKind pane) {

@@ -134,6 +134,8 @@ enum KeyCode : int {
   kKeyUp = 0x26,
   kKeyRight = 0x27,
   kKeyDown = 0x28,
+  kKeyPadPlus = 0x6B,
+  kKeyPadMinus = 0x6D,
   kKeyF1 = 0x70,
   kKeyF5 = 0x74,
   kKeyPlus = 0xBB,
@@ -160,6 +162,10 @@ std::optional<Command> commandNamed(std::string_view name);
 
 /// "Ctrl+Shift+O", as menus show it; empty for no key.
 std::string keyText(const Key& key);
+
+/// A key and those that mean the same: on many keyboards + is typed with Shift, and the number pad
+/// has + and - of its own.
+std::vector<Key> keysAs(const Key& key);
 
 /// What the mouse or a key does.
 struct HelpRow {

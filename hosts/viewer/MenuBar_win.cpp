@@ -18,6 +18,7 @@ static_assert(kKeySpace == VK_SPACE && kKeyEnd == VK_END);
 static_assert(kKeyLeft == VK_LEFT && kKeyUp == VK_UP && kKeyRight == VK_RIGHT);
 static_assert(kKeyDown == VK_DOWN && kKeyF1 == VK_F1 && kKeyF5 == VK_F5);
 static_assert(kKeyPlus == VK_OEM_PLUS && kKeyMinus == VK_OEM_MINUS);
+static_assert(kKeyPadPlus == VK_ADD && kKeyPadMinus == VK_SUBTRACT);
 
 /// Menus by their paths, made when they are first asked for.
 class MenuTree {
@@ -59,10 +60,11 @@ Accelerators makeAccelerators(PaneKind pane) {
   std::vector<ACCEL> keys;
   for (const CommandEntry& entry : commandTable()) {
     if (entry.key.code != 0 && entry.isFor(pane)) {
-      const int modifiers =
-          FVIRTKEY | (entry.key.control ? FCONTROL : 0) | (entry.key.shift ? FSHIFT : 0);
-      keys.push_back({static_cast<BYTE>(modifiers), static_cast<WORD>(entry.key.code),
-                      static_cast<WORD>(entry.command)});
+      for (const Key& key : keysAs(entry.key)) {
+        const int modifiers = FVIRTKEY | (key.control ? FCONTROL : 0) | (key.shift ? FSHIFT : 0);
+        keys.push_back({static_cast<BYTE>(modifiers), static_cast<WORD>(key.code),
+                        static_cast<WORD>(entry.command)});
+      }
     }
   }
   return Accelerators(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));

@@ -13,6 +13,34 @@ namespace {
 constexpr int kSteps = 100000;
 constexpr int kFactorWidth = 64;  // at 96 dots per inch
 
+/// The place that a click beside the thumb asks for.
+LPARAM stepAt(HWND slider, int x) {
+  RECT channel = {};
+  RECT thumb = {};
+  SendMessageW(slider, TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&channel));
+  SendMessageW(slider, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+  const double half = (thumb.right - thumb.left) / 2.0;
+  const double way = std::max(1.0, channel.right - channel.left - 2 * half);
+  const double part = std::clamp((x - channel.left - half) / way, 0.0, 1.0);
+  return std::lround(part * kSteps);
+}
+
+/// A press beside the thumb moves it there, where it is dragged from, in place of a page.
+LRESULT CALLBACK jumpToMouse(HWND slider, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                             DWORD_PTR) {
+  if (message == WM_LBUTTONDOWN) {
+    const POINT mouse = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    RECT thumb = {};
+    SendMessageW(slider, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+    if (!PtInRect(&thumb, mouse)) {
+      SendMessageW(slider, TBM_SETPOS, TRUE, stepAt(slider, mouse.x));
+      SendMessageW(GetParent(slider), WM_HSCROLL, TB_THUMBPOSITION,
+                   reinterpret_cast<LPARAM>(slider));
+    }
+  }
+  return DefSubclassProc(slider, message, wParam, lParam);
+}
+
 HWND makeSlider(HWND parent) {
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
@@ -23,6 +51,7 @@ HWND makeSlider(HWND parent) {
   SendMessageW(slider, TBM_SETRANGEMAX, FALSE, kSteps);
   SendMessageW(slider, TBM_SETLINESIZE, 0, kSteps / 1000);
   SendMessageW(slider, TBM_SETPAGESIZE, 0, kSteps / 50);
+  SetWindowSubclass(slider, jumpToMouse, 0, 0);
   return slider;
 }
 

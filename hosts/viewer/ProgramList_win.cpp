@@ -99,7 +99,17 @@ void ProgramList::selectLine(long line) {
   }
   constexpr UINT kHere = LVIS_SELECTED | LVIS_FOCUSED;
   ListView_SetItemState(list_, row, kHere, kHere);
-  ListView_EnsureVisible(list_, row, FALSE);
+  scrollToMiddle(row);
+}
+
+/// So that what comes and what has gone are seen around it.
+void ProgramList::scrollToMiddle(int row) const {
+  ListView_EnsureVisible(list_, row, FALSE);  // makes the list know its heights
+  RECT place = {};
+  ListView_GetItemRect(list_, row, &place, LVIR_BOUNDS);
+  const int top = std::max(0, row - ListView_GetCountPerPage(list_) / 2);
+  const int height = static_cast<int>(place.bottom - place.top);
+  ListView_Scroll(list_, 0, (top - ListView_GetTopIndex(list_)) * height);
 }
 
 void ProgramList::fill(LVITEMW& item) const {

@@ -32,7 +32,7 @@ class ProgramList {
   /// Shows the lines of a program, which is to stay where it is until it is replaced; null: none.
   void show(const ProgramLines* lines);
 
-  /// Selects a line and scrolls to it, without telling.
+  /// Selects a line and scrolls it into the middle, without telling.
   void selectLine(long line);
 
   /// The answer to a message from the list; none where it needs no answer.
@@ -45,6 +45,7 @@ class ProgramList {
   void fill(LVITEMW& item) const;
   LRESULT paint(NMLVCUSTOMDRAW& drawing) const;
   void setWidths() const;
+  void scrollToMiddle(int row) const;
 
   ProgramListEvents& events_;
   HWND list_;

@@ -79,6 +79,11 @@ void ToolBar::addButtons(Tools tools, int icon, int margin) {
       addImage(images_.get(), withMargin(drawToolIcon(tool->command, icon), icon, margin), side);
       tip = tipOf(*tool);
       button.iBitmap = ImageList_GetImageCount(images_.get()) - 1;
+      if (hasToolIconWhileOn(tool->command)) {
+        addImage(images_.get(), withMargin(drawToolIconWhileOn(tool->command, icon), icon, margin),
+                 side);
+        button.dwData = static_cast<DWORD_PTR>(button.iBitmap);
+      }
       button.idCommand = static_cast<int>(tool->command);
       button.fsState = TBSTATE_ENABLED;
       button.fsStyle = BTNS_BUTTON;
@@ -107,6 +112,12 @@ void ToolBar::place(const RECT& area) const {
 
 void ToolBar::setVisible(bool visible) const { ShowWindow(bar_, visible ? SW_SHOWNA : SW_HIDE); }
 
+void ToolBar::showImage(const TBBUTTON& button, int image) const {
+  if (button.iBitmap != image) {
+    SendMessageW(bar_, TB_CHANGEBITMAP, static_cast<WPARAM>(button.idCommand), image);
+  }
+}
+
 void ToolBar::mark(const std::function<bool(Command)>& isOn) {
   const auto count = SendMessageW(bar_, TB_BUTTONCOUNT, 0, 0);
   for (LRESULT i = 0; i < count; ++i) {
@@ -116,7 +127,9 @@ void ToolBar::mark(const std::function<bool(Command)>& isOn) {
       continue;
     }
     const bool on = isOn(static_cast<Command>(button.idCommand));
-    if (on != ((button.fsState & TBSTATE_CHECKED) != 0)) {
+    if (hasToolIconWhileOn(static_cast<Command>(button.idCommand))) {
+      showImage(button, static_cast<int>(button.dwData) + (on ? 1 : 0));
+    } else if (on != ((button.fsState & TBSTATE_CHECKED) != 0)) {
       SendMessageW(bar_, TB_CHECKBUTTON, static_cast<WPARAM>(button.idCommand), on ? TRUE : FALSE);
     }
   }

@@ -39,11 +39,13 @@ class ToolBar {
   void place(const RECT& area) const;
   void setVisible(bool visible) const;
 
-  /// Presses the buttons of the commands for which `isOn` answers true.
+  /// Presses the buttons of the commands for which `isOn` answers true, or shows their other
+  /// picture.
   void mark(const std::function<bool(Command)>& isOn);
 
  private:
   void addButtons(Tools tools, int icon, int margin);
+  void showImage(const TBBUTTON& button, int image) const;
 
   HWND bar_;
   Images images_;

@@ -117,6 +117,11 @@ constexpr Drawing kDrawings[] = {
     {kCrosshair, "line M 10 2 L 10 18 M 2 10 L 18 10 accent A 10 10 4.5 0 360"},
 };
 
+/// Commands that end what they have begun show so while they are on.
+constexpr Drawing kDrawingsWhileOn[] = {
+    {kPathPlay, "accent A 10 10 8 0 360 M 7.5 6.5 L 7.5 13.5 M 12.5 6.5 L 12.5 13.5"},
+};
+
 /// Whether a cube's edges lie over what is drawn for the command.
 bool isCube(Command command) {
   constexpr Command kCubes[] = {kViewXYp,    kViewXZm,          kViewYZp,        kViewIsometric,
@@ -197,6 +202,15 @@ std::vector<std::uint32_t> drawToolIcon(Command command, int side) {
     words += kCubeEdges;
   }
   return drawIcon(words, side);
+}
+
+bool hasToolIconWhileOn(Command command) {
+  return std::ranges::find(kDrawingsWhileOn, command, &Drawing::command) !=
+         std::end(kDrawingsWhileOn);
+}
+
+std::vector<std::uint32_t> drawToolIconWhileOn(Command command, int side) {
+  return drawIcon(std::ranges::find(kDrawingsWhileOn, command, &Drawing::command)->words, side);
 }
 
 }  // namespace zyn::viewer

@@ -17,4 +17,9 @@ std::vector<const CommandEntry*> pathTools();
 /// the top down, 0xAARRGGBB, not premultiplied. Transparent for a command that has none.
 std::vector<std::uint32_t> drawToolIcon(Command command, int side);
 
+/// Whether a command has another picture while it is on, in place of a pressed button; and that
+/// one.
+bool hasToolIconWhileOn(Command command);
+std::vector<std::uint32_t> drawToolIconWhileOn(Command command, int side);
+
 }  // namespace zyn::viewer

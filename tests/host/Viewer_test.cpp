@@ -1128,7 +1128,8 @@ class PathViewerTest : public ViewerTest {
   PathViewerTest() { writeFile(folder_.file(L"square.nc"), kSquare); }
 
   RunningViewer& start(const std::wstring& script, const std::wstring& model = L"") {
-    running_.emplace(model + L"square.nc --size 320x240 --script gradient,trihedron," + script);
+    running_.emplace(model + L"square.nc --size " + size_ + L" --script gradient,trihedron," +
+                     script);
     window_ = running_->windowOver(model.empty() ? L"square.nc - ZYNVue viewer"
                                                  : L"corner.stl, square.nc - ZYNVue viewer");
     running_->waitFor(model.empty() ? L"square.nc - ZYNVue viewer"
@@ -1146,12 +1147,25 @@ class PathViewerTest : public ViewerTest {
   int selectedLine() const { return ListView_GetNextItem(list_, -1, LVNI_SELECTED) + 1; }
   LRESULT sliderPlace() const { return SendMessageW(slider_, TBM_GETPOS, 0, 0); }
 
+  /// The number of the picture on the button that plays.
+  int playImage() const {
+    constexpr auto kPlay = static_cast<WPARAM>(viewer::Command::kPathPlay);
+    HWND bar = nullptr;
+    while ((bar = FindWindowExW(window_, bar, TOOLBARCLASSNAMEW, nullptr)) != nullptr) {
+      if (SendMessageW(bar, TB_COMMANDTOINDEX, kPlay, 0) >= 0) {
+        return static_cast<int>(SendMessageW(bar, TB_GETBITMAP, kPlay, 0));
+      }
+    }
+    return -1;
+  }
+
   bool tells(const std::wstring& begin) const {
     const std::wstring text = running_->statusText(kPath);
     EXPECT_TRUE(text.starts_with(begin)) << std::string(text.begin(), text.end());
     return text.starts_with(begin);
   }
 
+  std::wstring size_ = L"320x240";
   std::optional<RunningViewer> running_;
   HWND window_ = nullptr;
   HWND list_ = nullptr;
@@ -1193,6 +1207,45 @@ TEST_F(PathViewerTest, theSliderLeadsByTime) {
   EXPECT_EQ(selectedLine(), 8);
 }
 
+TEST_F(PathViewerTest, aClickBesideTheThumbLeadsThereAndDragsOn) {
+  size_ = L"640x240";  // else there is no room for the slider
+  RunningViewer& running = start(L"path-begin");
+  RECT bar = {};
+  GetClientRect(slider_, &bar);
+  const auto press = [&](UINT message, LONG x) {
+    SendMessageW(slider_, message, MK_LBUTTON, MAKELPARAM(x, bar.bottom / 2));
+  };
+  const LRESULT whole = SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0);
+  press(WM_LBUTTONDOWN, bar.right / 2);
+  EXPECT_GT(sliderPlace(), whole * 48 / 100);
+  EXPECT_LT(sliderPlace(), whole * 52 / 100);
+  tells(L"line 8 ");
+  press(WM_MOUSEMOVE, bar.right * 3 / 4);
+  press(WM_LBUTTONUP, bar.right * 3 / 4);
+  EXPECT_GT(sliderPlace(), whole * 7 / 10);
+  tells(L"line 9 ");
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, theLineOfTheToolStandsInTheMiddleOfTheList) {
+  std::string program;
+  for (int i = 0; i < 400; ++i) {
+    program += "G1 X" + std::to_string(i + 1) + " F600\n";
+  }
+  writeFile(folder_.file(L"square.nc"), program);
+  RunningViewer& running = start(L"path-begin");
+  const int shown = ListView_GetCountPerPage(list_);
+  EXPECT_EQ(ListView_GetTopIndex(list_), 0);
+  SendMessageW(slider_, TBM_SETPOS, TRUE, SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0) / 2);
+  SendMessageW(window_, WM_HSCROLL, TB_ENDTRACK, reinterpret_cast<LPARAM>(slider_));
+  const int row = selectedLine() - 1;
+  EXPECT_NEAR(row, 200, 2);
+  EXPECT_NEAR(ListView_GetTopIndex(list_), row - shown / 2, 1);
+  running.choose(viewer::Command::kPathBack);
+  EXPECT_NEAR(ListView_GetTopIndex(list_), selectedLine() - 1 - shown / 2, 1);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
 TEST_F(PathViewerTest, theLinesLead) {
   RunningViewer& running = start(L"path-begin");
   const auto press = [&](WORD key) {
@@ -1214,9 +1267,20 @@ TEST_F(PathViewerTest, theLinesLead) {
 }
 
 TEST_F(PathViewerTest, plays) {
-  RunningViewer& running = start(L"faster,faster,faster,faster,play");
+  RunningViewer& running = start(L"path-begin");
+  const int still = playImage();
+  running.choose(viewer::Command::kPathPlay);
+  while (playImage() == still) {
+    Sleep(5);  // the button offers to pause
+  }
+  for (int i = 0; i < 4; ++i) {
+    running.choose(viewer::Command::kPathFaster);
+  }
   running.waitForStatus(kPath, L"0:44.8 of 0:44.8");
   EXPECT_EQ(selectedLine(), 11);
+  while (playImage() != still) {
+    Sleep(5);
+  }
   running.choose(viewer::Command::kPathPlay);
   running.choose(viewer::Command::kPathPlay);
   EXPECT_EQ(running.statusText(kPath).find(L"0:44.8 of"), std::wstring::npos) << "begun anew";

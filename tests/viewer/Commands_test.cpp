@@ -36,10 +36,22 @@ TEST(CommandsTest, NoKeyServesTwoCommandsOfAPane) {
     std::set<std::string> keys;
     for (const CommandEntry& entry : commandTable()) {
       if (entry.key.code != 0 && entry.isFor(pane)) {
-        EXPECT_TRUE(keys.insert(keyText(entry.key)).second) << keyText(entry.key);
+        for (const Key& key : keysAs(entry.key)) {
+          EXPECT_TRUE(keys.insert(keyText(key)).second) << keyText(key);
+        }
       }
     }
   }
+}
+
+TEST(CommandsTest, PlusIsTypedWithShiftAndOnTheNumberPadToo) {
+  const Key plus = {.code = kKeyPlus, .control = true};
+  EXPECT_EQ(keysAs(plus), (std::vector<Key>{plus,
+                                            {.code = kKeyPadPlus, .control = true},
+                                            {.code = kKeyPlus, .control = true, .shift = true}}));
+  const Key minus = {.code = kKeyMinus};
+  EXPECT_EQ(keysAs(minus), (std::vector<Key>{minus, {.code = kKeyPadMinus}}));
+  EXPECT_EQ(keysAs({.code = 'A'}), std::vector<Key>{{.code = 'A'}});
 }
 
 TEST(CommandsTest, NoLetterServesTwoEntriesOfAMenu) {

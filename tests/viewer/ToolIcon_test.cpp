@@ -37,6 +37,13 @@ TEST(ToolIconTest, EveryToolOfAPaneIsOneOfItsCommandsWithAnIconOfItsOwn) {
   }
 }
 
+TEST(ToolIconTest, PlayBecomesPause) {
+  EXPECT_TRUE(hasToolIconWhileOn(Command::kPathPlay));
+  EXPECT_NE(drawToolIconWhileOn(Command::kPathPlay, 20), drawToolIcon(Command::kPathPlay, 20));
+  EXPECT_GT(meanOpacity(drawToolIconWhileOn(Command::kPathPlay, 20)), 0.04);
+  EXPECT_FALSE(hasToolIconWhileOn(Command::kPathFirst));
+}
+
 TEST(ToolIconTest, EveryToolOfThePathHasAnIconOfItsOwn) {
   std::set<std::vector<std::uint32_t>> icons;
   for (const CommandEntry* const tool : pathTools()) {
