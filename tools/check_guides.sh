@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the programs in the guides: blocks marked "file=NAME" in docs/*.md. Scripts and console programs must print "done";
-# programs with a window are compiled; those in Python must be samples, word by word. Fails also when a page refers to a file
-# that is not there.
+# Runs the programs in the guides: blocks marked "file=NAME" in README.md and docs/*.md, beside gear.stl. Scripts and console
+# programs must print "done"; programs with a window are compiled; those in Python must be samples, word by word. Fails also
+# when a page refers to a file that is not there.
 # usage: check_guides.sh BUILD-FOLDER (of the build for Windows)   (run by the test docs.guides)
 set -euo pipefail
 
@@ -59,9 +59,10 @@ mkdir -p "$folder"
 awk -v folder="$folder" '
   /^```/ && match($0, /file=[^ ]+/) { file = folder "/" substr($0, RSTART + 5, RLENGTH - 5); next }
   /^```/ { file = "" }
-  file { print > file }' "$root"/docs/*.md
+  file { print > file }' "$root"/README.md "$root"/docs/*.md
 cd "$folder"
 programs=(*.*)
+cp "$root/hosts/data/gear.stl" .
 for program in "${programs[@]}"; do
   check "$program"
 done

@@ -34,6 +34,13 @@ sheet() {
 
 output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/camera.js" camera) || true
 [[ $output == *"done: 1 pictures"* ]] || { printf 'camera.js failed\n' >&2; exit 1; }
+mkdir -p gear
+output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/gear.js" gear) || true
+[[ $output == *"done: 792 faces"* ]] || { printf 'gear.js failed\n' >&2; exit 1; }
+
+mkdir -p light
+output=$("$zyn" run cscript.exe //nologo "$root/hosts/scripts/light.vbs" "$root/hosts/data/gear.stl" light) || true
+[[ $output == *"done: 14 pictures"* ]] || { printf 'light.vbs failed\n' >&2; exit 1; }
 
 mkdir -p "$docs"
 rm -f "$docs"/*.png "$docs"/*.jpg
@@ -59,6 +66,11 @@ sheet views 4 220x165 "VueXYp" vbscript/xy+.png "VueXZp" vbscript/xz+.png "VueYZ
   "VueTournage" vbscript/turning.bmp "VueXYm" vbscript/xy-.png "VueXZm" vbscript/xz-.png "VueYZm" vbscript/yz-.gif
 sheet parts 3 320x240 "0 surfaces" part-shaded.png "1 every edge" part-edges.png "2 with feature edges" part-shaded-edges.png \
   "3 hidden-line" part-hidden-line.png "4 points" part-points.png "values" part/part.png
+shrink_shaded gear/gear.png gear 800
+sheet light 4 220x165 "setColor, head-on" light/top-colour.png "setMaterial, head-on" light/top-material.png \
+  "light from the eye" light/material.png "over the left shoulder" light/material-shoulder.png \
+  "triangles from above" light/triangles-above.png "triangles from below" light/triangles-below.png \
+  "mesh from below" light/mesh-below.png "opposed normals" light/mesh-opposed.png
 shrink_shaded paths/progress.png toolpath 800
 sheet toolpaths 3 400x300 "by speed" paths/speeds.png "printed, by speed" paths/printed.png \
   "contour and holes" paths/holes.png

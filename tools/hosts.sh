@@ -139,6 +139,13 @@ host_scripts() {
   run cscript.exe //nologo "$hosts/scripts/csvgraph.js" "$hosts/data/sea_surface_temperature.csv" graph.png
   expect "done: 1 picture"
   expect_pictures graph.png
+  run cscript.exe //nologo "$hosts/scripts/gear.js" .
+  expect "done: 792 faces"
+  cmp gear.stl "$hosts/data/gear.stl" || fail "gear.stl is another gear"
+  expect_pictures gear.png
+  run cscript.exe //nologo "$hosts/scripts/light.vbs" gear.stl .
+  expect "done: 14 pictures"
+  expect_pictures {top-colour,material-shoulder,mesh-below,mesh-opposed}.png
   run cscript.exe //nologo "$hosts/scripts/part.vbs" "$hosts/data/part.obj" .
   expect "done: 44 faces"
   expect_part
@@ -179,13 +186,14 @@ host_pascal() {
   local options source
   prepare_pascal
   awk '/^```pascal/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' \
-    "$root/docs/hosting-delphi.md" >triangle.pas
-  for source in triangle.pas "$hosts"/pascal/{picture,part}.pas; do
+    "$root/docs/hosting-delphi.md" >gear.pas
+  cp "$hosts/data/gear.stl" .
+  for source in gear.pas "$hosts"/pascal/{picture,part}.pas; do
     compile_pascal "$source"
   done
-  run "$PWD/triangle.exe"
+  run "$PWD/gear.exe"
   expect "done"
-  expect_pictures triangle.png
+  expect_pictures gear.png
   run "$PWD/picture.exe" picture.png
   expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
@@ -280,8 +288,9 @@ host_csharp() {
   cp "$hosts/csharp/Program.csproj" pages/guide
   build_dotnet pages/guide
   unregister
+  cp "$hosts/data/gear.stl" .
   run "$PWD/guide/out/Program.exe"
-  expect_pictures triangle.png
+  expect_pictures gear.png
   run "$PWD/csharp/out/Program.exe" part "$hosts/data/part.obj" .
   expect done
   expect_part

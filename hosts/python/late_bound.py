@@ -9,25 +9,24 @@ import sys
 
 from win32com.client import Dispatch
 
-trace = Dispatch("ZYNModeleGeom.Polyligne")
-x = [i / 10 for i in range(101)]
-trace.setPoints(x, [math.sin(value) for value in x])
-trace.setColor(0.1, 0.3, 0.8, 1)
-trace.Epaisseur = 2
+context = Dispatch("ZYNVue.ZYN2DGLBitmapContext")
+context.CreateContexte(800, 500)
+graph = context.Graphe
+graph.Actif = True
+graph.Titre = "A spring that is let go"
+for side, title, unit in ((0, "Time", "s"), (1, "Deflection", "mm")):
+    graph.Axe(side).Titre = title
+    graph.Axe(side).Unite = unit
 
-graph = Dispatch("ZYNVue.ZYN2DGLBitmapContext")
-graph.BackColor = [1.0, 1.0, 1.0]
-graph.CreateContexte(1200, 400)
-area = Dispatch("ZYNModeleGeom.Rectangle")
-area.setBornes(-0.2, 10.2, -1.6, 1.6)
-graph.ViewRect(area, 0)
-graph.Add(trace, 0)
+t = [i / 20 for i in range(201)]
+envelope = [5 * math.exp(-time / 4) for time in t]
+swing = [most * math.cos(4 * time) for time, most in zip(t, envelope)]
+for name, values in (("measured", swing), ("envelope", envelope)):
+    series = Dispatch("ZYNVue.ZYNSerie")
+    series.Nom = name
+    series.setPoints(t, values)
+    series.Epaisseur = 2
+    graph.Ajouter(series)
 
-# The member answers no error: the file tells.
-path = os.path.abspath(sys.argv[1])
-if os.path.exists(path):
-    os.remove(path)
-graph.CreatePNG(path + ".tmp", path)
-if not os.path.exists(path):
-    raise OSError(path + " could not be written")
+context.Exporter(os.path.abspath(sys.argv[1]))  # fails with the cause where it cannot be written
 print("done")
