@@ -175,7 +175,7 @@ Sub AddLine(a, b)
   Set line = CreateObject("ZYNModeleGeom.Polyligne")
   line.setPoints3D Array(a(0), b(0)), Array(a(1), b(1)), Array(a(2), b(2))
   line.setColor 0.1, 0.2, 0.4, 1
-  line.Epaisseur = 1.2  ' lines of a whole number of pixels are not smoothed
+  line.Epaisseur = 1.2
   context.Add line, Shaded
 End Sub
 

@@ -20,9 +20,6 @@ namespace {
 
 constexpr int kReferenceLevels = 4;
 
-/// More elements than any script makes: what claims more is none of its arrays.
-constexpr double kMostScriptElements = 1e9;
-
 VARTYPE plainType(VARTYPE type) {
   switch (type) {
     case VT_INT:
@@ -203,12 +200,11 @@ void NumberArray::takeVariants() {
 
 void NumberArray::takeScriptObject(IDispatch& object) {
   const Microsoft::WRL::ComPtr<IDispatch> alive(&object);
-  double length = 0;
-  if (!readNumber(object, L"length", Elements::kNumbers, length) ||
-      !(length >= 0 && length <= kMostScriptElements)) {
+  const std::optional<LONG> length = scriptLength(object);
+  if (!length) {
     throw badArgument(name_, L"an array of numbers is wanted, this is another object");
   }
-  const auto wanted = static_cast<std::size_t>(length);
+  const auto wanted = static_cast<std::size_t>(*length);
   while (numbers_.size() < wanted) {
     double number = 0;
     const std::size_t index = numbers_.size();

@@ -1,10 +1,16 @@
 #include "com/NumericArrayVariant_com.h"
 
 #include <oleauto.h>
+#include <wrl/client.h>
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <span>
+#include <string>
+
+#include "com/OwnedVariant_com.h"
+#include "com/ScriptObject_com.h"
 
 namespace zyn {
 
@@ -89,6 +95,30 @@ NumericArray readForm(NumericForm form, const VARIANT& argument) {
   return {};
 }
 
+/// The object that an argument is, or null.
+IDispatch* objectIn(const VARIANT& argument) {
+  const bool isReferenced = V_VT(&argument) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(&argument);
+  const VARIANT& value = isReferenced ? *V_VARIANTREF(&argument) : argument;
+  return V_VT(&value) == VT_DISPATCH ? V_DISPATCH(&value) : nullptr;
+}
+
+NumericArray readScriptArray(IDispatch& array) {
+  const Microsoft::WRL::ComPtr<IDispatch> alive(&array);
+  const std::optional<LONG> length = scriptLength(array);
+  if (!length) {
+    return {};
+  }
+  std::vector<NumericElement> elements;
+  for (LONG i = 0; i < *length; ++i) {
+    OwnedVariant element;
+    if (FAILED(readProperty(array, std::to_wstring(i), element))) {
+      return {};
+    }
+    elements.push_back(elementOf(*element.get()));
+  }
+  return readElements(1, elements);
+}
+
 /// False if the array's memory cannot be had.
 template <class T>
 bool fill(SAFEARRAY& array, const std::vector<T>& values) {
@@ -125,6 +155,11 @@ HRESULT giveVector(VARIANT* place, VARTYPE type, const std::vector<T>& values) {
 
 NumericArray readNumericArray(const VARIANT& argument) {
   return readForm(numericForm(V_VT(&argument)), argument);
+}
+
+NumericArray readNumbers(const VARIANT& argument) {
+  IDispatch* const object = objectIn(argument);
+  return object ? readScriptArray(*object) : readNumericArray(argument);
 }
 
 HRESULT giveNumbers(VARIANT* place, const std::vector<double>& numbers) {

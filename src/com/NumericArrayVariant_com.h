@@ -16,6 +16,10 @@ namespace zyn {
 /// lower bound is. Never changes the argument, never reads outside its arrays.
 NumericArray readNumericArray(const VARIANT& argument);
 
+/// The same, and arrays of scripts: objects with `length` and elements by number. May run code of
+/// the script.
+NumericArray readNumbers(const VARIANT& argument);
+
 /// Answers a property get or an out argument with an array of doubles, lower bound 0. E_POINTER
 /// without a place.
 HRESULT giveNumbers(VARIANT* place, const std::vector<double>& numbers);

@@ -1,13 +1,11 @@
 #include "com/ObjectArray_com.h"
 
-#include <optional>
 #include <string>
 
 #include "com/OwnedVariant_com.h"
 #include "com/ScriptObject_com.h"
 #include "com/arguments_com.h"
 #include "com/askFor_com.h"
-#include "com/changeType_com.h"
 #include "com/errors_com.h"
 
 namespace zyn {
@@ -19,9 +17,6 @@ namespace {
 using Objects = std::vector<ComPtr<IDispatch>>;
 
 constexpr int kReferenceLevels = 4;
-
-/// More than any script keeps: what claims more is none of its arrays.
-constexpr LONG kMostScriptElements = 10'000'000;
 
 const VARIANT& dereferenced(const VARIANT& argument) {
   const VARIANT* value = &argument;
@@ -86,17 +81,6 @@ Objects objectsOf(const wchar_t* name, SAFEARRAY* array, VARTYPE type) {
     add(name, objects, *value.get());
   }
   return objects;
-}
-
-/// How many elements a script's array says that it has; none for another object.
-std::optional<LONG> scriptLength(IDispatch& object) {
-  OwnedVariant length;
-  const bool hasLength = SUCCEEDED(readProperty(object, L"length", length)) &&
-                         SUCCEEDED(changeType(*length.get(), *length.get(), VT_I4, LOCALE_NEUTRAL));
-  if (!hasLength || V_I4(length.get()) < 0 || V_I4(length.get()) > kMostScriptElements) {
-    return std::nullopt;
-  }
-  return V_I4(length.get());
 }
 
 }  // namespace

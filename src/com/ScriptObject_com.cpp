@@ -1,8 +1,17 @@
 #include "com/ScriptObject_com.h"
 
+#include "com/arguments_com.h"
+#include "com/changeType_com.h"
 #include "platform/HostState_win.h"
 
 namespace zyn {
+
+namespace {
+
+/// More than any script keeps: what claims more is none of its arrays.
+constexpr LONG kMostElements = 10'000'000;
+
+}  // namespace
 
 HRESULT readProperty(IDispatch& object, std::wstring name, OwnedVariant& value) {
   LPOLESTR names[] = {name.data()};
@@ -17,6 +26,16 @@ HRESULT readProperty(IDispatch& object, std::wstring name, OwnedVariant& value) 
                                      value.get(), nullptr, nullptr);
   HostState::setOurs();
   return read;
+}
+
+std::optional<LONG> scriptLength(IDispatch& object) {
+  OwnedVariant length;
+  const bool hasLength = SUCCEEDED(readProperty(object, L"length", length)) &&
+                         SUCCEEDED(changeType(*length.get(), *length.get(), VT_I4, LOCALE_NEUTRAL));
+  if (!hasLength || V_I4(length.get()) < 0 || V_I4(length.get()) > kMostElements) {
+    return std::nullopt;
+  }
+  return V_I4(length.get());
 }
 
 }  // namespace zyn

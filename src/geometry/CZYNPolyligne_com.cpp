@@ -62,8 +62,8 @@ SelectionNames namesFor(int mode, LONG number) {
 
 STDMETHODIMP CZYNPolyligne::setPoints(VARIANT x, VARIANT y) noexcept {
   return automation(*this, [&] {
-    NumericArray xs = readNumericArray(x);
-    NumericArray ys = readNumericArray(y);
+    NumericArray xs = readNumbers(x);
+    NumericArray ys = readNumbers(y);
     requireAlike({&xs, &ys});
     take({std::move(xs.values), std::move(ys.values)});
   });
@@ -71,9 +71,9 @@ STDMETHODIMP CZYNPolyligne::setPoints(VARIANT x, VARIANT y) noexcept {
 
 STDMETHODIMP CZYNPolyligne::setPoints3D(VARIANT x, VARIANT y, VARIANT z) noexcept {
   return automation(*this, [&] {
-    NumericArray xs = readNumericArray(x);
-    NumericArray ys = readNumericArray(y);
-    NumericArray zs = readNumericArray(z);
+    NumericArray xs = readNumbers(x);
+    NumericArray ys = readNumbers(y);
+    NumericArray zs = readNumbers(z);
     requireAlike({&xs, &ys, &zs});
     take({std::move(xs.values), std::move(ys.values), std::move(zs.values)});
   });

@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 
+#include "glcontext/SoftLines_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/StateQuery_gl.h"
 #include "glcontext/SurfaceState_gl.h"
@@ -322,7 +323,7 @@ void recordPolyline(const PointSequence& points, const LineStyle& style, double 
   glEnable(GL_BLEND);
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glColor4d(style.r, style.g, style.b, style.alpha);
-  if (std::floor(width) == width) {
+  if (isSharpLine(width, isFlat)) {
     glDisable(GL_LINE_SMOOTH);
   }
   glLineWidth(static_cast<GLfloat>(width));
@@ -371,13 +372,13 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     return;
   }
   const GLenum mode = enumState(GL_RENDER_MODE);
-  const AutoGLLineWidth lineWidth(width);
+  const LineWidth lineWidth(width, isFlat);
   const AutoGLPointSize pointSize(width);
   const std::optional<WindowMapping> mapping = currentMapping(viewport, isFlat);
   const AutoGLLighting lighting(AutoGLLighting::kOff);
   const AutoGLColor colour(style.r, style.g, style.b, style.alpha, kBothFaces);
   if (kept && mode == GL_RENDER && mapping && fitsSinglePrecision(boxes.all(), *mapping)) {
-    drawKept(points, boxes, *kept);
+    drawSoftLines([&] { drawKept(points, boxes, *kept); });
     return;
   }
   const EyeSpace space(isFlat);
@@ -392,7 +393,9 @@ void drawPolyline(const PointSequence& points, const RunBoxes& boxes, const Line
     drawPath(space, pathInSight({points, boxes, *mapping}, grid), band);
     return;
   }
-  drawReduced(space, {points, boxes, *mapping, style.isStable}, grid, band, cache);
+  drawSoftLines([&] {
+    drawReduced(space, {points, boxes, *mapping, style.isStable}, grid, band, cache);
+  });
 }
 
 }  // namespace

@@ -89,6 +89,27 @@ var other = new ActiveXObject("ZYNVue.ZYN3dGLBitmapContext");
 other.BackColor = plain.BackColor;
 expect("BackColor of another context", pixel(other), "BGR");
 
+// Traces take the script's own arrays.
+var trace = new ActiveXObject("ZYNModeleGeom.Polyligne");
+trace.setPoints([0, 1.5, NaN, 3], [0, 1, 2, 3]);
+expect("Count of a trace", trace.Count, 4);
+trace.setPoints3D([0, 1], [0, 1], safeArray([0, 1]));
+expect("Count of a trace in space", trace.Count, 2);
+function refused(x, y) {
+  try {
+    trace.setPoints(x, y);
+    return false;
+  } catch (error) {
+    return error.number === 0x80070057 - 0x100000000;
+  }
+}
+expect("arrays of different length", refused([0, 1], [0]), true);
+expect("an element that is no number", refused([0, "1"], [0, 1]), true);
+expect("an object that is no array", refused(trace, [0]), true);
+expect("Count after refusals", trace.Count, 2);
+trace.setPoints([], []);
+expect("Count of nothing", trace.Count, 0);
+
 // A white triangle over the whole picture that answers ambient light only, as it is.
 var box = new ActiveXObject("ZYNModeleGeom.Box3D");
 box.XMax = 1;

@@ -459,6 +459,31 @@ TEST_F(PolylineTest, SmoothLinesAreAsDarkInEveryDirection) {
   glDisable(GL_LINE_SMOOTH);
 }
 
+TEST_F(PolylineTest, OnlyLinesOfAWholeWidthInThePlaneStaySharp) {
+  const PointSequence points({-0.9, 0.9}, {-0.5, 0.6});
+  look({0, 0, 1, 0.75});
+  const auto isSmooth = [&](auto draw, double width) {
+    glClear(GL_COLOR_BUFFER_BIT);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LINE_SMOOTH);
+    LineStyle style = kPlainYellow;
+    style.width = width;
+    RunBoxes boxes(points);
+    PathCache fresh;
+    draw(points, boxes, style, fresh);
+    glDisable(GL_LINE_SMOOTH);
+    glDisable(GL_BLEND);
+    const Image image = context.read();
+    return image.count(kBlack) + image.count(kYellow) < image.width() * image.height();
+  };
+  EXPECT_FALSE(isSmooth(drawPolyline2D, 1));
+  EXPECT_TRUE(isSmooth(drawPolyline2D, 1.5));
+  EXPECT_FALSE(isSmooth(drawPolyline2D, 2));
+  EXPECT_TRUE(isSmooth(drawPolyline3D, 1));
+  EXPECT_TRUE(isSmooth(drawPolyline3D, 2));
+}
+
 TEST_F(PolylineTest, The2DLineLiesInThePlane) {
   look({200, 150, 200, 150});
   const PointSequence points({100.0, 300.0}, {150.5, 150.5}, {500, -700});

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <optional>
 
+#include "glcontext/SoftLines_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/SurfaceState_gl.h"
 #include "glcontext/VertexArrays_gl.h"
@@ -314,20 +315,24 @@ void MeshPainter::drawPart(Part part, std::uint64_t setting, Emit emit) {
 void MeshPainter::drawEdges(bool featuresOnly) {
   const auto& [r, g, b, alpha] = look_.edgeColour;
   const UnlitColour colour(r, g, b, opacityOf(look_.edgeColour));
-  const AutoGLLineWidth width(edgeWidth());
-  drawPart(kLines, mixed({featuresOnly ? look_.featureAngle : -1}), [&] {
-    drawLines(featuresOnly ? featureEdges(mesh_, model_.edges(), look_.featureAngle)
-                           : allEdges(model_.edges()));
+  const LineWidth width(edgeWidth(), pass_.isFlat);
+  drawSoftLines([&] {
+    drawPart(kLines, mixed({featuresOnly ? look_.featureAngle : -1}), [&] {
+      drawLines(featuresOnly ? featureEdges(mesh_, model_.edges(), look_.featureAngle)
+                             : allEdges(model_.edges()));
+    });
   });
 }
 
 void MeshPainter::drawSilhouette() const {
   const auto& [r, g, b, alpha] = look_.edgeColour;
   const UnlitColour colour(r, g, b, opacityOf(look_.edgeColour));
-  const AutoGLLineWidth width(edgeWidth());
+  const LineWidth width(edgeWidth(), pass_.isFlat);
   const GlMatrix toScreen =
       product(matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX));
-  drawLines(silhouetteEdges(mesh_, model_.edges(), eyeOf(toScreen)));
+  const std::vector<std::uint32_t> silhouette =
+      silhouetteEdges(mesh_, model_.edges(), eyeOf(toScreen));
+  drawSoftLines([&] { drawLines(silhouette); });
 }
 
 void MeshPainter::drawLines(const std::vector<std::uint32_t>& ends) const {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "glcontext/ModelView_gl.h"
+#include "glcontext/SoftLines_gl.h"
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/VertexArrays_gl.h"
 #include "toolpath/SegmentPick.h"
@@ -147,7 +148,6 @@ class PathPainter {
   void drawChunk(std::size_t chunk, bool isDone);
   void drawSplitChunk(const Stretch& stretch);
   void drawSegments(double towardsViewer);
-  bool hasSoftEdges() const;
   void drawSoftly();
   std::array<GLfloat, 3> vertexOf(const PathPoint& place) const {
     return {static_cast<GLfloat>(place[0] - origin_.x), static_cast<GLfloat>(place[1] - origin_.y),
@@ -299,11 +299,11 @@ void PathPainter::drawSplitChunk(const Stretch& stretch) {
 void PathPainter::draw() {
   const UnlitColour colour(0, 0, 0, 1);
   const PushedAttributes saved(GL_LIGHTING_BIT | GL_LINE_BIT | GL_ENABLE_BIT);
-  const AutoGLLineWidth width(look_.width * pass_.pixelScale);
+  const LineWidth width(look_.width * pass_.pixelScale, pass_.isFlat);
   glShadeModel(GL_FLAT);
   glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
                 kDashes);
-  if (hasSoftEdges()) {
+  if (!pass_.isFlat && hasSoftLines()) {
     drawSoftly();
   } else {
     drawSegments(shift());
@@ -313,19 +313,12 @@ void PathPainter::draw() {
   }
 }
 
-/// Whether the edges of lines would hide what comes to lie there later.
-bool PathPainter::hasSoftEdges() const {
-  return !pass_.isFlat && isRendering() && !isRecording() && isEnabled(GL_LINE_SMOOTH) &&
-         isEnabled(GL_DEPTH_TEST);
-}
-
 /// Depths first, then colours a pixel before them: where segments meet, the soft edge of one does
 /// not hide the middle of the next.
 void PathPainter::drawSoftly() {
-  const PushedAttributes saved(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  const PushedAttributes saved(GL_DEPTH_BUFFER_BIT);
   {
-    const PushedAttributes colours(GL_COLOR_BUFFER_BIT);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    const HardDepth depths;
     drawSegments(shift());
   }
   glDepthMask(GL_FALSE);

@@ -156,6 +156,37 @@ TEST_F(MeshPainterTest, DisplayListsShowTheSame) {
   EXPECT_GT(shown, 150);
 }
 
+TEST_F(MeshPainterTest, EdgesOfEveryWidthAreSmoothIfTheSceneIs) {
+  paint(Paint::kColour);
+  look_.style = MeshLook::kEdges;
+  look_.edgeColour = {1, 1, 1, 1};
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  for (const double width : {1.0, 1.5, 2.0}) {
+    look_.edgeWidth = width;
+    glDisable(GL_LINE_SMOOTH);
+    const Image hard = picture({});
+    glEnable(GL_LINE_SMOOTH);
+    EXPECT_GT(meanDifference(picture({}), hard), 0.5) << width;
+  }
+}
+
+TEST_F(MeshPainterTest, SoftEdgesHideNothingBesideThem) {
+  paint(Paint::kColour);
+  look_.style = MeshLook::kEdges;
+  look_.edgeColour = {1, 1, 1, 1};
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  const auto depthsTaken = [&](bool isSmooth) {
+    setEnabled(GL_LINE_SMOOTH, isSmooth);
+    static_cast<void>(picture({}));
+    std::vector<GLfloat> depths(static_cast<std::size_t>(kSide) * kSide);
+    glReadPixels(0, 0, kSide, kSide, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+    return depths;
+  };
+  EXPECT_TRUE(depthsTaken(true) == depthsTaken(false));
+}
+
 TEST_F(MeshPainterTest, DisplayListsFollowChanges) {
   const auto expectCurrent = [&](const char* what) {
     MeshPass pass;
