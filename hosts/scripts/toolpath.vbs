@@ -28,7 +28,7 @@ context.Add part, 0
 context.Add path, 0
 context.Add speeds, 0
 Set camera = CreateObject("ZYNVue.ZYNCamera")
-camera.Texte = "Oeil=75 -165 150 Cible=2 -2 20 Haut=0 0 1 Largeur=140 Hauteur=105 Perspective=1 AngleOuverture=30 Profondeur=100"
+camera.Texte = "Oeil=75 -165 160 Cible=2 -2 30 Haut=0 0 1 Largeur=170 Hauteur=127.5 Perspective=1 AngleOuverture=30 Profondeur=100"
 Set context.Camera = camera
 context.Exporter WScript.Arguments(2) & "\speeds.png"
 
