@@ -139,6 +139,9 @@ host_scripts() {
   run cscript.exe //nologo "$hosts/scripts/csvgraph.js" "$hosts/data/sea_surface_temperature.csv" graph.png
   expect "done: 1 picture"
   expect_pictures graph.png
+  run cscript.exe //nologo "$hosts/scripts/csvgraph.js" "$hosts/data/oven.csv" oven.png
+  expect "2 series of 121 points"
+  expect_pictures oven.png
   run cscript.exe //nologo "$hosts/scripts/gear.js" .
   expect "done: 792 faces"
   cmp gear.stl "$hosts/data/gear.stl" || fail "gear.stl is another gear"

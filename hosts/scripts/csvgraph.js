@@ -1,152 +1,132 @@
-// Plots a table: the first column of a CSV file to the right, every other one as a curve, with axes,
-// graduations and the names of the columns.
+// Plots a table: the first column of a CSV file to the right, every other one as a series with a name in the legend.
+// Cells stand between semicolons, tabs or commas; numbers have points or, but between commas, decimal commas; the
+// first column may hold dates (2024-01-31). Texts are UTF-8. Empty cells are gaps, lines that begin with # comments.
 //
-//   cscript //nologo csvgraph.js TABLE.csv PICTURE.png
+//   cscript //nologo csvgraph.js TABLE.csv PICTURE.png    (or .svg, .pdf)
 //
 // The last line printed is "done: 1 picture"; without it, something failed.
 
-var WIDTH = 1200;
-var HEIGHT = 800;
-var AREA = { left: 110, right: 1000, bottom: 80, top: 760 }; // pixels, y upwards
-var COLOURS = [[0.12, 0.35, 0.7], [0.85, 0.3, 0.1], [0.2, 0.55, 0.25], [0.55, 0.25, 0.6],
-               [0.8, 0.6, 0.1], [0.1, 0.6, 0.65], [0.9, 0.35, 0.6], [0.45, 0.3, 0.15],
-               [0.5, 0.65, 0.1], [0.4, 0.6, 0.95], [0.45, 0.45, 0.5], [0.6, 0.05, 0.1]];
-var BLACK = [0.1, 0.1, 0.1];
-var GREY = [0.85, 0.85, 0.85];
-var LEFT_MIDDLE = 8; // points of a text that setPosition places
-var RIGHT_MIDDLE = 6;
-var TOP_CENTRE = 7;
+var BOTTOM = 0, LEFT = 1; // sides of axes
+var DATE = 2; // TypeEchelle
+var DATES = /^(\d{4})-(\d\d)-(\d\d)$/;
 
 var files = new ActiveXObject("Scripting.FileSystemObject");
-var context = new ActiveXObject("ZYNVue.ZYN2DGLBitmapContext");
 
-if (WScript.Arguments.length != 2) {
-  WScript.Echo("usage: cscript //nologo csvgraph.js TABLE.csv PICTURE.png");
-  WScript.Quit(2);
-}
-plot(readTable(WScript.Arguments(0)), files.GetAbsolutePathName(WScript.Arguments(1)));
-
-// The names of the columns and, for each of them, its numbers.
-function readTable(file) {
-  var stream = files.OpenTextFile(file);
-  var table = { names: null, columns: [] };
-  while (!stream.AtEndOfStream) {
-    var line = stream.ReadLine();
-    if (line == "" || line.charAt(0) == "#") {
-      continue;
-    }
-    var cells = line.replace(/"/g, "").split(",");
-    for (var i = 0; i < cells.length; i++) {
-      if (table.names == null || i >= table.columns.length) {
-        table.columns[i] = [];
-      } else {
-        table.columns[i].push(parseFloat(cells[i])); // an empty cell is no number: a gap in the curve
-      }
-    }
-    table.names = table.names || cells;
-  }
-  stream.Close();
-  return table;
+try {
+  main();
+} catch (error) {
+  WScript.Echo("csvgraph.js: " + (error.message || "error " + (error.number >>> 0).toString(16)));
+  WScript.Quit(1);
 }
 
-function plot(table, file) {
-  var curves = table.columns.slice(1);
-  var xs = graduations([table.columns[0]]);
-  var ys = graduations(curves);
-  context.BackColor = numbers([1, 1, 1]);
-  context.CreateContexte(WIDTH, HEIGHT);
-  var page = new ActiveXObject("ZYNModeleGeom.Rectangle");
-  page.setBornes(0, WIDTH, 0, HEIGHT); // one unit of the model is a pixel
-  context.ViewRect(page, 0);
-
-  function across(x) {
-    return AREA.left + (x - xs.least) / (xs.most - xs.least) * (AREA.right - AREA.left);
+function main() {
+  if (WScript.Arguments.length != 2) {
+    throw new Error("usage: cscript //nologo csvgraph.js TABLE.csv PICTURE.png");
   }
-  function upwards(y) {
-    return AREA.bottom + (y - ys.least) / (ys.most - ys.least) * (AREA.top - AREA.bottom);
-  }
-  for (var i = 0; i < xs.at.length; i++) {
-    addLine([across(xs.at[i]), across(xs.at[i])], [AREA.bottom, AREA.top], GREY, 1);
-    addText(String(xs.at[i]), across(xs.at[i]), AREA.bottom - 8, TOP_CENTRE, BLACK);
-  }
-  for (i = 0; i < ys.at.length; i++) {
-    addLine([AREA.left, AREA.right], [upwards(ys.at[i]), upwards(ys.at[i])], GREY, 1);
-    addText(String(ys.at[i]), AREA.left - 10, upwards(ys.at[i]), RIGHT_MIDDLE, BLACK);
-  }
-  addLine([AREA.left, AREA.left, AREA.right], [AREA.top, AREA.bottom, AREA.bottom], BLACK, 2);
-  addText(table.names[0], (AREA.left + AREA.right) / 2, AREA.bottom - 42, TOP_CENTRE, BLACK);
-  for (i = 0; i < curves.length; i++) {
-    var colour = COLOURS[i % COLOURS.length];
-    addLine(map(table.columns[0], across), map(curves[i], upwards), colour, 2);
-    addText(table.names[i + 1], AREA.right + 20, AREA.top - 28 * i, LEFT_MIDDLE, colour);
-  }
-
-  if (files.FileExists(file)) {
-    files.DeleteFile(file);
-  }
-  context.CreatePNG(file + ".tmp", file);
-  // Nothing tells a script of a failure but the file itself.
-  if (!files.FileExists(file)) {
-    WScript.Echo(file + ": the picture could not be written");
-    WScript.Quit(1);
-  }
-  WScript.Echo(file + ": " + curves.length + " curves of " + table.columns[0].length + " points");
+  var table = readTable(WScript.Arguments(0));
+  var file = files.GetAbsolutePathName(WScript.Arguments(1));
+  plot(table, file);
+  WScript.Echo(file + ": " + (table.names.length - 1) + " series of " + table.columns[0].length + " points");
   WScript.Echo("done: 1 picture");
 }
 
-function addLine(x, y, colour, width) {
-  var line = new ActiveXObject("ZYNModeleGeom.Polyligne");
-  line.setPoints(numbers(x), numbers(y));
-  line.setColor(colour[0], colour[1], colour[2], 1);
-  line.Epaisseur = width;
-  context.Add(line, 0);
-}
-
-function addText(words, x, y, anchor, colour) {
-  var text = new ActiveXObject("ZYNVue.ZYNGLTexte");
-  text.Texte = words;
-  text.HauteurPixels = 22;
-  text.setColor(colour[0], colour[1], colour[2], 1);
-  text.setPosition(x, y, 0, anchor);
-  context.Add(text, 0);
-}
-
-// Round numbers, about eight of them, around all numbers of some columns.
-function graduations(columns) {
-  var least = Infinity;
-  var most = -Infinity;
-  for (var i = 0; i < columns.length; i++) {
-    for (var j = 0; j < columns[i].length; j++) {
-      if (isFinite(columns[i][j])) {
-        least = Math.min(least, columns[i][j]);
-        most = Math.max(most, columns[i][j]);
-      }
+// The names of the columns and, for each of them, its numbers; a date is days since 1899-12-30.
+function readTable(file) {
+  if (!files.FileExists(file)) {
+    throw new Error(file + ": no such file");
+  }
+  var stream = files.OpenTextFile(file);
+  var lines = stream.AtEndOfStream ? [] : fromUtf8(stream.ReadAll()).split(/\r\n|\n|\r/);
+  stream.Close();
+  var table = { names: null, columns: [], hasDates: false };
+  var separator;
+  for (var i = 0; i < lines.length; i++) {
+    if (lines[i] == "" || lines[i].charAt(0) == "#") {
+      continue;
+    }
+    separator = separator || separatorOf(lines[i]);
+    var cells = lines[i].replace(/"/g, "").split(separator);
+    var place = file + ", line " + (i + 1);
+    if (!table.names) {
+      takeNames(table, cells, place);
+    } else {
+      takeRow(table, cells, separator, place);
     }
   }
-  var step = Math.pow(10, Math.floor(Math.log((most - least || 1) / 8) / Math.LN10));
-  while ((most - least) / step > 10) {
-    step *= (most - least) / step > 20 ? 5 : 2;
+  if (!table.names || table.columns[0].length == 0) {
+    throw new Error(file + ": no rows of numbers below a row of names");
   }
-  var at = [];
-  for (i = Math.floor(least / step); i <= Math.ceil(most / step); i++) {
-    at.push(parseFloat((i * step).toPrecision(12)));
-  }
-  return { at: at, least: at[0], most: at[at.length - 1] };
+  return table;
 }
 
-function map(values, place) {
-  var result = [];
-  for (var i = 0; i < values.length; i++) {
-    result.push(place(values[i]));
-  }
-  return result;
+function separatorOf(line) {
+  return line.indexOf(";") >= 0 ? ";" : line.indexOf("\t") >= 0 ? "\t" : ",";
 }
 
-// COM takes no JScript arrays; the items of a dictionary are an array that it does take.
-function numbers(values) {
-  var dictionary = new ActiveXObject("Scripting.Dictionary");
-  for (var i = 0; i < values.length; i++) {
-    dictionary.Add(i, values[i]);
+function takeNames(table, cells, place) {
+  if (cells.length < 2) {
+    throw new Error(place + ": one column only; cells stand between semicolons, tabs or commas");
   }
-  return dictionary.Items();
+  table.names = cells;
+  for (var i = 0; i < cells.length; i++) {
+    table.columns.push([]);
+  }
+}
+
+function takeRow(table, cells, separator, place) {
+  if (cells.length > table.names.length) {
+    throw new Error(place + ": " + cells.length + " cells, there are " + table.names.length + " names");
+  }
+  for (var i = 0; i < table.names.length; i++) {
+    var date = i == 0 ? DATES.exec(cells[0]) : null;
+    table.hasDates = table.hasDates || date != null;
+    table.columns[i].push(date ? Date.UTC(date[1], date[2] - 1, date[3]) / 86400000 + 25569
+                               : numberIn(cells[i] || "", separator, place + ", column " + (i + 1)));
+  }
+}
+
+function numberIn(cell, separator, place) {
+  var text = cell.replace(/^\s+|\s+$/g, "");
+  if (text == "") {
+    return NaN; // a gap
+  }
+  var number = Number(separator == "," ? text : text.replace(",", "."));
+  if (isNaN(number)) {
+    throw new Error(place + ": \"" + text + "\" is no number");
+  }
+  return number;
+}
+
+// Characters as Windows reads the bytes of UTF-8 (code page 1252); texts that are none stay as they are.
+function fromUtf8(text) {
+  var high = "\u20ac\x81\u201a\u0192\u201e\u2026\u2020\u2021\u02c6\u2030\u0160\u2039\u0152\x8d\u017d\x8f" +
+             "\x90\u2018\u2019\u201c\u201d\u2022\u2013\u2014\u02dc\u2122\u0161\u203a\u0153\x9d\u017e\u0178";
+  var bytes = text.replace(/[\u0152-\uffff]/g, function (letter) {
+    var index = high.indexOf(letter);
+    return index < 0 ? letter : String.fromCharCode(0x80 + index);
+  });
+  try {
+    return decodeURIComponent(escape(bytes)).replace(/^\ufeff/, "");
+  } catch (error) {
+    return text;
+  }
+}
+
+function plot(table, file) {
+  var context = new ActiveXObject("ZYNVue.ZYN2DGLBitmapContext");
+  context.CreateContexte(1200, 700);
+  var graph = context.Graphe;
+  graph.Actif = true;
+  graph.Axe(BOTTOM).Titre = table.names[0];
+  if (table.hasDates) {
+    graph.Axe(BOTTOM).TypeEchelle = DATE;
+  }
+  for (var i = 1; i < table.names.length; i++) {
+    var series = new ActiveXObject("ZYNVue.ZYNSerie");
+    series.Nom = table.names[i];
+    series.setPoints(table.columns[0], table.columns[i]);
+    series.Epaisseur = 2;
+    graph.Ajouter(series, BOTTOM, LEFT);
+  }
+  context.Exporter(file);
 }

@@ -204,7 +204,7 @@ function bar(points, x, from, to) {
 
 function line(scene, xs, ys, colour, alpha, width) {
   var trace = new ActiveXObject("ZYNModeleGeom.Polyligne");
-  trace.setPoints(numbers(xs), numbers(ys));
+  trace.setPoints(xs, ys);
   trace.setColor(colour[0], colour[1], colour[2], alpha);
   trace.Epaisseur = width;
   scene.push(trace);
@@ -224,7 +224,6 @@ function text(scene, content, x, y, anchor, height, colour) {
 // Writes a graph with `fineness` pixels for each pixel of a screen.
 function write(scene, fineness, file) {
   var context = new ActiveXObject("ZYNVue.ZYN2DGLBitmapContext");
-  context.BackColor = numbers([1, 1, 1]);
   context.DPIResolution = context.DPIResolution * fineness;
   context.CreateContexte(WIDTH * fineness, HEIGHT * fineness);
   var all = new ActiveXObject("ZYNModeleGeom.Rectangle");
@@ -272,15 +271,6 @@ function sum(values) {
     total += values[i];
   }
   return total;
-}
-
-// COM takes no JScript arrays; the items of a dictionary are an array that it does take.
-function numbers(values) {
-  var dictionary = new ActiveXObject("Scripting.Dictionary");
-  for (var i = 0; i < values.length; i++) {
-    dictionary.Add(String(i), values[i]);
-  }
-  return dictionary.Items();
 }
 
 function hex(number) {

@@ -1,6 +1,6 @@
 // Plots measured tables as a paper would show them: carbon dioxide by date with gaps, the weather of
 // Seattle on two axes, neutrons over six decades with their errors, the months of the sea as a heat map.
-// How a graph is drawn line by line with the first interfaces alone shows csvgraph.js.
+// How a graph is drawn line by line with the first interfaces alone shows graphs.js.
 //
 //   cscript //nologo measurement.js TABLES FOLDER
 //
