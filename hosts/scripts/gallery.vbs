@@ -1,8 +1,8 @@
-' Renders a model from a text STL file from all sides: the six axis views, the turning view, a
+' Renders a model (STL, binary or text, OBJ, PLY, OFF, 3MF) from all sides: the six axis views, the turning view, a
 ' translucent one, and one with title, dimensions and logo, on a gradient background, lit by two
 ' lights.
 '
-'   cscript //nologo gallery.vbs MODEL.stl FOLDER
+'   cscript //nologo gallery.vbs MODEL FOLDER
 '
 ' The last line printed is "done: N pictures"; without it, something failed.
 Option Explicit
@@ -16,7 +16,7 @@ Const UpperRightAnchor = 3  ' points of a text that setPosition places
 Const UpperLeftAnchor = 4
 Const LeftMiddleAnchor = 8
 
-Dim files, context, triangles, folder, pictures, surplus
+Dim files, context, part, folder, pictures, surplus
 Set files = CreateObject("Scripting.FileSystemObject")
 pictures = 0
 surplus = 0.1  ' margin around the model
@@ -30,7 +30,7 @@ End If
 WScript.Echo "done: " & pictures & " pictures"
 
 Sub Main()
-  If WScript.Arguments.Count <> 2 Then Fail "usage: cscript //nologo gallery.vbs MODEL.stl FOLDER"
+  If WScript.Arguments.Count <> 2 Then Fail "usage: cscript //nologo gallery.vbs MODEL FOLDER"
   folder = WScript.Arguments(1)
   If Not files.FolderExists(folder) Then files.CreateFolder folder
 
@@ -54,15 +54,10 @@ Sub Main()
   TakePicture box, x, z, "yz-.gif"
   TakePicture box, Array(0, -1, 0), x, "turning.bmp"
 
-  Dim triangle
-  For Each triangle In triangles
-    triangle.setColor 0.85, 0.55, 0.25, 0.4
-  Next
+  part.setColor 0.85, 0.55, 0.25, 0.4
   TakePicture box, Array(0, 0, -1), y, "translucent.png"
 
-  For Each triangle In triangles
-    triangle.setColor 0.75, 0.65, 0.5, 1
-  Next
+  part.setColor 0.75, 0.65, 0.5, 1
   surplus = 0.35
   Dim direction, up
   direction = Unit(Array(-1, 1, -1))
@@ -90,57 +85,36 @@ Sub PrepareContext()
   context.DirectionLight2Property = Array(1, 0.6, 0.7, 1, 0, 0.35, 0, Radians(70), Radians(-10))
 End Sub
 
-' Reads the facets into the array "triangles", adds them to the context and fits the box to them.
+' Loads the part, adds it to the context and fits the box to it.
 Sub ReadModel(file, box)
   If Not files.FileExists(file) Then Fail file & ": no such file"
-  Dim stream, words, corners, corner, found, count, lineNumber, ended
-  Set stream = files.OpenTextFile(file)
-  ReDim corners(2)
-  ReDim found(1023)
-  corner = 0
-  count = 0
-  lineNumber = 0
-  ended = False
-  Do Until stream.AtEndOfStream
-    lineNumber = lineNumber + 1
-    words = SplitWords(stream.ReadLine)
-    Select Case LCase(words(0))
-      Case "vertex"
-        If corner > 2 Or UBound(words) < 4 Then Fail file & ", line " & lineNumber & ": unexpected vertex"
-        corners(corner) = Array(Number(words(1)), Number(words(2)), Number(words(3)))
-        If count = 0 And corner = 0 Then StartBox box, corners(0)
-        ExtendBox box, corners(corner)
-        corner = corner + 1
-      Case "endfacet"
-        If corner <> 3 Then Fail file & ", line " & lineNumber & ": the facet has not 3 vertices"
-        If count > UBound(found) Then ReDim Preserve found(2 * count)
-        Set found(count) = MakeTriangle(corners)
-        context.Add found(count), Shaded
-        count = count + 1
-        corner = 0
-      Case "endsolid"
-        ended = True
-    End Select
-  Loop
-  stream.Close
-  If count = 0 Or Not ended Then Fail file & ": not a whole text STL file"
-  ReDim Preserve found(count - 1)
-  triangles = found
-  WScript.Echo file & ": " & count & " triangles"
+  Set part = CreateObject("ZYNVue.ZYNGLMaillage")
+  part.Charger file
+  part.setColor 0.75, 0.65, 0.5, 1
+  context.Add part, Shaded
+  MeasurePart box
+  WScript.Echo file & ": " & part.NbFaces & " faces"
 End Sub
 
-' A triangle with its vertices and, at each of them, the normal of its plane.
-Function MakeTriangle(corners)
-  Dim triangle, normal, i
-  Set triangle = CreateObject("ZYNVue.ZYNGLTriangle")
-  normal = Unit(Cross(Difference(corners(1), corners(0)), Difference(corners(2), corners(0))))
-  For i = 0 To 2
-    triangle.setPoint i, corners(i)(0), corners(i)(1), corners(i)(2)
-    triangle.setNormale i, normal(0), normal(1), normal(2)
-  Next
-  triangle.setColor 0.75, 0.65, 0.5, 1
-  Set MakeTriangle = triangle
-End Function
+' VBScript does not look into arrays of numbers: it reads the points from a file of text.
+Sub MeasurePart(box)
+  Const ForReading = 1
+  Dim file, stream, words, corner, count
+  file = files.BuildPath(files.GetSpecialFolder(2), files.GetTempName & ".obj")
+  part.Enregistrer file
+  Set stream = files.OpenTextFile(file, ForReading)
+  Do Until stream.AtEndOfStream
+    words = Split(stream.ReadLine & " ", " ")
+    If words(0) = "v" Then
+      corner = Array(Number(words(1)), Number(words(2)), Number(words(3)))
+      If count = 0 Then StartBox box, corner
+      ExtendBox box, corner
+      count = count + 1
+    End If
+  Loop
+  stream.Close
+  files.DeleteFile file
+End Sub
 
 ' The length, width and height of the box, each at an edge at the lower side of the picture.
 Sub AddDimensions(box)
@@ -303,15 +277,6 @@ Function Unit(v)
   length = Norm(v)
   If length = 0 Then length = 1
   Unit = Times(v, 1 / length)
-End Function
-
-' The words of a line; the first one is empty for an empty line.
-Function SplitWords(line)
-  Dim blanks
-  Set blanks = New RegExp
-  blanks.Pattern = "\s+"
-  blanks.Global = True
-  SplitWords = Split(Trim(blanks.Replace(line, " ")) & " ", " ")
 End Function
 
 ' CDbl expects the decimal sign of the user's own settings; files have a point.
