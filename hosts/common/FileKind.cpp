@@ -9,8 +9,9 @@ namespace zyn::host {
 namespace {
 
 constexpr std::string_view kTables[] = {".csv", ".tsv"};
-constexpr std::string_view kOfPrinters[] = {".gcode", ".gco", ".g"};
-constexpr std::string_view kOfMills[] = {".nc", ".ngc", ".tap", ".cnc", ".ncc", ".eia"};
+constexpr std::string_view kPrograms[] = {".nc",  ".ngc", ".gcode", ".gco", ".g",   ".tap",
+                                          ".cnc", ".ncc", ".eia",   ".min", ".mpf", ".spf",
+                                          ".txt", ".ptp", ".iso",   ".din", ".fnc", ".mp"};
 
 template <std::size_t kCount>
 bool endsInOneOf(std::string_view name, const std::string_view (&extensions)[kCount]) {
@@ -26,10 +27,16 @@ FileKind kindOf(std::string_view name) {
   if (endsInOneOf(name, kTables)) {
     return FileKind::kTable;
   }
-  return endsInOneOf(name, kOfMills) || isPrinterProgram(name) ? FileKind::kProgram
-                                                               : FileKind::kModel;
+  return endsInOneOf(name, kPrograms) ? FileKind::kProgram : FileKind::kModel;
 }
 
-bool isPrinterProgram(std::string_view name) { return endsInOneOf(name, kOfPrinters); }
+std::string programEndings() {
+  std::string text;
+  for (const std::string_view ending : kPrograms) {
+    text += text.empty() ? "" : " ";
+    text += ending;
+  }
+  return text;
+}
 
 }  // namespace zyn::host

@@ -6,6 +6,9 @@
 #include <array>
 #include <string>
 
+#include "common/FileKind.h"
+#include "common/Utf8_win.h"
+
 namespace zyn::viewer {
 
 namespace {
@@ -36,17 +39,32 @@ std::optional<std::filesystem::path> askForExisting(HWND owner, const wchar_t* f
                                   : std::nullopt;
 }
 
+/// "*.nc;*.ngc;...".
+std::wstring programPatterns() {
+  std::wstring patterns = L"*";
+  for (const wchar_t letter : host::toWide(host::programEndings())) {
+    patterns += letter == L' ' ? std::wstring(L";*") : std::wstring(1, letter);
+  }
+  return patterns;
+}
+
 }  // namespace
 
 std::optional<std::filesystem::path> askForInput(HWND owner) {
-  return askForExisting(owner,
-                        L"Models, programs and tables\0*.stl;*.obj;*.ply;*.off;*.3mf;*.nc;*.ngc;"
-                        L"*.gcode;*.gco;*.g;*.tap;*.cnc;*.ncc;*.eia;*.csv;*.tsv\0"
-                        L"Models (*.stl, *.obj, *.ply, *.off, *.3mf)\0"
-                        L"*.stl;*.obj;*.ply;*.off;*.3mf\0"
-                        L"Programs (*.nc, *.ngc, *.gcode, *.gco, *.g, *.tap, *.cnc, *.ncc, *.eia)\0"
-                        L"*.nc;*.ngc;*.gcode;*.gco;*.g;*.tap;*.cnc;*.ncc;*.eia\0"
-                        L"Tables (*.csv, *.tsv)\0*.csv;*.tsv\0All files\0*.*\0");
+  const std::wstring models = L"*.stl;*.obj;*.ply;*.off;*.3mf";
+  const std::wstring tables = L"*.csv;*.tsv";
+  const std::wstring programs = programPatterns();
+  const std::wstring kinds[][2] = {
+      {L"Models, programs and tables", models + L';' + programs + L';' + tables},
+      {L"Models (*.stl, *.obj, *.ply, *.off, *.3mf)", models},
+      {L"Programs (*.nc, *.ngc, *.gcode, *.tap, *.cnc ...)", programs},
+      {L"Tables (*.csv, *.tsv)", tables},
+      {L"All files", L"*.*"}};
+  std::wstring filter;
+  for (const auto& [name, patterns] : kinds) {
+    filter += name + L'\0' + patterns + L'\0';
+  }
+  return askForExisting(owner, filter.c_str());
 }
 
 std::optional<std::filesystem::path> askForCamera(HWND owner) {

@@ -98,6 +98,7 @@ ModelPane::ModelPane(PaneOwner& owner)
   viewer::carryOut(view(), Command::kGradient);
   light(lighting_);
   viewer::carryOut(view(), Command::kMultisampling);
+  viewer::carryOut(view(), Command::kLineAntialiasing);
   control().remakeWindow();
   check(view().initView(kMargin), L"initView");
   showMode();
@@ -437,12 +438,17 @@ void ModelPane::mouseMove(int x, int y) {
 void ModelPane::mouseSelection(int key, int x, int y, std::span<const std::int32_t> names) {
   const auto picked = faceOf(names);
   if (picked && picked->part == Path::kName) {
-    driver_.goToSegment(picked->face);
+    driver_.goToSegment(picked->face, partOfSegment(picked->face, x, y));
     return;
   }
   selected_ = picked;
   select(partsOf(names), key == kControl);
   showPoint(x, y);
+}
+
+double ModelPane::partOfSegment(std::int32_t segment, int x, int y) const {
+  const std::vector<host::Vector> ends = driver_.path()->endsOf(segment);
+  return ends.size() == 2 ? partUnderMouse(view(), ends[0], ends[1], x, y).value_or(1) : 1;
 }
 
 void ModelPane::windowSelection(int key, std::span<const double> box,

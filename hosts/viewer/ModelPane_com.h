@@ -62,6 +62,8 @@ class ModelPane final : public Pane, private host::EventListener {
   void mouseLeft();
   void hover(const std::optional<Face>& face);
   void mouseSelection(int key, int x, int y, std::span<const std::int32_t> names);
+  /// Which part of a segment of the path a pixel shows; its end where that cannot be told.
+  double partOfSegment(std::int32_t segment, int x, int y) const;
   void windowSelection(int key, std::span<const double> box, std::span<const std::int32_t> names);
 
   bool carryOutOther(Command command);

@@ -30,13 +30,14 @@ void PathDriver::show(std::unique_ptr<Path> path) {
   path->setLook(look_);
   if (path_ && path_->file() == path->file()) {
     path->setTime(path_->time());
+  } else {
+    path->goToFirstCut();
   }
   owner_.program().show(&path->lines());
   path_ = std::move(path);
   owner_.pathBar().showFactor(player_.factor());
-  owner_.status().show(
-      StatusBar::kMessage,
-      programText(path_->lines().lineCount(), path_->segmentCount(), path_->skippedCount()));
+  owner_.status().show(StatusBar::kMessage, programText(path_->lines().lineCount(),
+                                                        path_->segmentCount(), path_->skipped()));
   placeChanged();
 }
 
@@ -70,7 +71,7 @@ bool PathDriver::carryOutMotion(Command command) {
       path_->stepBack();
       break;
     case kPathForward:
-      path_->setLine(path_->line() + 1);
+      path_->stepForward();
       break;
     case kPathLast:
       path_->setTime(path_->duration());
@@ -190,10 +191,10 @@ void PathDriver::goToLine(long line) {
   }
 }
 
-void PathDriver::goToSegment(std::int32_t segment) {
+void PathDriver::goToSegment(std::int32_t segment, double part) {
   if (path_) {
     stop();
-    path_->setSegment(segment);
+    path_->setSegment(segment, part);
     placeChanged();
   }
 }

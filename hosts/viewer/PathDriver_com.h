@@ -33,7 +33,8 @@ class PathDriver {
 
   void slideTo(double part);
   void goToLine(long line);
-  void goToSegment(std::int32_t segment);
+  /// To a part of a segment, 0 to 1.
+  void goToSegment(std::int32_t segment, double part);
   void ticked();
 
   /// "line 12: G1 X3": what is told of a segment under the mouse.

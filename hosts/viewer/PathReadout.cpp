@@ -15,8 +15,9 @@ constexpr const char* kTypes[] = {"rapid", "feed", "plunge", "retract", "arc"};
 std::string motionText(long type, double speed) {
   char text[64] = {};
   const bool isKnown = type >= 0 && type < static_cast<long>(std::size(kTypes));
-  std::snprintf(text, sizeof text, "%s %.6g", isKnown ? kTypes[type] : "motion", speed);
-  return text;
+  const std::string motion = isKnown ? kTypes[type] : "motion";
+  std::snprintf(text, sizeof text, " %.6g mm/min", speed);
+  return speed > 0 ? motion + text : motion;
 }
 
 /// Thousandths; what is nearer to 0 is 0, without a sign.
@@ -40,17 +41,17 @@ std::string durationText(double seconds) {
 std::string placeText(const PathPlace& place) {
   char text[256] = {};
   std::snprintf(text, sizeof text,
-                "line %ld  x %.3f  y %.3f  z %.3f  %s  %s of %s  %.1f of %.1f mm", place.line,
+                "line %ld  x %.3f  y %.3f  z %.3f mm  %s  %s of %s  %.1f of %.1f mm", place.line,
                 shown(place.point.x), shown(place.point.y), shown(place.point.z),
                 motionText(place.type, place.speed).c_str(), durationText(place.time).c_str(),
                 durationText(place.duration).c_str(), place.travelled, place.length);
   return text;
 }
 
-std::string programText(std::size_t lines, long segments, long skipped) {
-  std::string text =
+std::string programText(std::size_t lines, long segments, const host::SkippedCodes& skipped) {
+  const std::string size =
       countText(lines, "line") + ", " + countText(static_cast<std::size_t>(segments), "segment");
-  return skipped == 0 ? text : text + ", " + std::to_string(skipped) + " words skipped";
+  return skipped.count == 0 ? size : size + ", " + skippedText(skipped);
 }
 
 std::string lineText(long line, std::string_view text) {

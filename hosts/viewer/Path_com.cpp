@@ -2,6 +2,8 @@
 
 #include <comutil.h>
 
+#include <algorithm>
+
 #include "common/ComFailure_com.h"
 #include "common/InputFile.h"
 #include "common/NumberArray_com.h"
@@ -44,13 +46,10 @@ void Path::readSegments() {
   IZYNGLTrajet& path = objects_.path();
   duration_ = valueOf(path, &IZYNGLTrajet::get_Duree);
   length_ = valueOf(path, &IZYNGLTrajet::get_Longueur);
+  points_ = arrayOf(path, &IZYNGLTrajet::getPoints, host::numbersOf);
   types_ = arrayOf(path, &IZYNGLTrajet::getTypes, host::integersOf);
   lineNumbers_ = arrayOf(path, &IZYNGLTrajet::getLignes, host::integersOf);
   speedsSet_ = arrayOf(path, &IZYNGLTrajet::getVitesses, host::numbersOf);
-}
-
-long Path::skippedCount() const {
-  return valueOf(objects_.path(), &IZYNGLTrajet::get_NbCodesIgnores);
 }
 
 void Path::addTo(IZYNVue3D& view) const {
@@ -63,51 +62,112 @@ void Path::addTo(IZYNVue3D& view) const {
 
 double Path::time() const { return valueOf(objects_.path(), &IZYNGLTrajet::get_PositionTemps); }
 
-void Path::setTime(double seconds) const {
+void Path::setTime(double seconds) {
   checkTold(objects_.path().put_PositionTemps(seconds), L"PositionTemps");
+  objects_.showTool();
 }
 
-long Path::line() const { return valueOf(objects_.path(), &IZYNGLTrajet::get_PositionLigne); }
-
-void Path::setLine(long line) const {
-  checkTold(objects_.path().put_PositionLigne(line), L"PositionLigne");
-}
-
-void Path::setSegment(long segment) const {
+/// Where a segment begins, and the one before it ends; behind the last one the end of the path.
+void Path::setStart(long segment) {
   checkTold(objects_.path().put_PositionSegment(segment), L"PositionSegment");
+  objects_.showTool();
 }
 
-void Path::stepBack() const {
-  const double before = time();
-  setLine(line());
-  if (time() < before) {
-    return;
+long Path::segmentThere() const {
+  return valueOf(objects_.path(), &IZYNGLTrajet::get_PositionSegment);
+}
+
+/// Where two segments meet, the former.
+long Path::segmentThatLedThere() const {
+  IZYNGLTrajet& path = objects_.path();
+  const long segment = segmentThere();
+  const double now = time();
+  if (segment == 0 || now >= duration_) {
+    return segment;
   }
-  const long segment = valueOf(objects_.path(), &IZYNGLTrajet::get_PositionSegment);
-  if (segment > 0) {
-    setLine(lineOf(segment - 1));
+  checkTold(path.put_PositionSegment(segment), L"PositionSegment");
+  const double start = time();
+  checkTold(path.put_PositionTemps(now), L"PositionTemps");
+  return now > start ? segment : segment - 1;
+}
+
+long Path::firstOfLine(long segment) const {
+  while (segment > 0 && lineOf(segment - 1) == lineOf(segment)) {
+    --segment;
+  }
+  return segment;
+}
+
+long Path::lastOfLine(long segment) const {
+  while (segment + 1 < segmentCount() && lineOf(segment + 1) == lineOf(segment)) {
+    ++segment;
+  }
+  return segment;
+}
+
+void Path::setLine(long line) {
+  long found = segmentCount();
+  for (long segment = 0; segment < segmentCount(); ++segment) {
+    if (lineOf(segment) >= line && (found == segmentCount() || lineOf(segment) < lineOf(found))) {
+      found = segment;
+    }
+  }
+  setStart(found == segmentCount() ? found : lastOfLine(found) + 1);
+}
+
+void Path::setSegment(long segment, double part) {
+  IZYNGLTrajet& path = objects_.path();
+  setStart(segment + 1);
+  const double end = valueOf(path, &IZYNGLTrajet::get_Position);
+  if (part < 1) {
+    setStart(segment);
+    const double start = valueOf(path, &IZYNGLTrajet::get_Position);
+    checkTold(path.put_Position(start + part * (end - start)), L"Position");
+    objects_.showTool();
   }
 }
 
-long Path::lineOf(std::int32_t segment) const {
+void Path::goToFirstCut() {
+  constexpr std::int32_t kRapid = 0;
+  const auto cut = std::ranges::find_if(types_, [](std::int32_t type) { return type != kRapid; });
+  setStart(cut == types_.end() ? 0 : static_cast<long>(cut - types_.begin()));
+}
+
+void Path::stepForward() {
+  if (segmentCount() > 0 && time() < duration_) {
+    setStart(lastOfLine(segmentThere()) + 1);
+  }
+}
+
+void Path::stepBack() {
+  if (segmentCount() > 0) {
+    setStart(firstOfLine(segmentThatLedThere()));
+  }
+}
+
+std::vector<host::Vector> Path::endsOf(std::int32_t segment) const {
+  if (segment < 0 || segment >= segmentCount()) {
+    return {};
+  }
+  const double* const begin = points_.data() + 3 * static_cast<std::size_t>(segment);
+  return {{begin[0], begin[1], begin[2]}, {begin[3], begin[4], begin[5]}};
+}
+
+long Path::lineOf(long segment) const {
   const auto number = static_cast<std::size_t>(segment);
   return segment >= 0 && number < lineNumbers_.size() ? lineNumbers_[number] : 0;
 }
 
+/// 0 where the program does not tell it.
 double Path::speedOf(long segment) const {
   constexpr std::int32_t kRapid = 0;
   const auto number = static_cast<std::size_t>(segment);
-  if (types_[number] == kRapid) {
-    return valueOf(objects_.path(), &IZYNGLTrajet::get_VitesseRapide);
-  }
-  return speedsSet_[number] > 0 ? speedsSet_[number]
-                                : valueOf(objects_.path(), &IZYNGLTrajet::get_VitesseAvance);
+  return types_[number] == kRapid ? 0 : speedsSet_[number];
 }
 
 PathPlace Path::place() const {
   IZYNGLTrajet& path = objects_.path();
-  PathPlace place = {.line = line(),
-                     .time = time(),
+  PathPlace place = {.time = time(),
                      .duration = duration_,
                      .travelled = valueOf(path, &IZYNGLTrajet::get_Position),
                      .length = length_};
@@ -115,8 +175,9 @@ PathPlace Path::place() const {
   if (point.size() == 3) {
     place.point = {point[0], point[1], point[2]};
   }
-  if (const long segment = valueOf(path, &IZYNGLTrajet::get_PositionSegment);
-      segment < segmentCount()) {
+  if (segmentCount() > 0) {
+    const long segment = segmentThatLedThere();
+    place.line = lineOf(segment);
     place.type = types_[static_cast<std::size_t>(segment)];
     place.speed = speedOf(segment);
   }

@@ -26,7 +26,7 @@ class Path {
   const host::Bounds& bounds() const { return objects_.bounds(); }
   double duration() const { return duration_; }
   long segmentCount() const { return static_cast<long>(types_.size()); }
-  long skippedCount() const;
+  const host::SkippedCodes& skipped() const { return objects_.skipped(); }
 
   /// Adds the path to the scene of a view, as what can be picked there, and the scale where it
   /// explains colours.
@@ -35,28 +35,51 @@ class Path {
   const PathLook& look() const { return objects_.look(); }
   void setLook(const PathLook& look) { objects_.setLook(look); }
 
-  /// The place of the tool: the time is it, the others put and tell it.
-  double time() const;
-  void setTime(double seconds) const;
-  long line() const;
-  void setLine(long line) const;
-  void setSegment(long segment) const;
+  /// What the tool takes up where it is.
+  host::Bounds toolBounds() const { return objects_.toolBounds(); }
 
-  /// To the begin of the line; from there to that of the one before it that has motion.
-  void stepBack() const;
+  /// The place of the tool: the time is it, the others put and tell it. Its line is the one whose
+  /// motion has led there.
+  double time() const;
+  void setTime(double seconds);
+
+  /// To the end of a line; of one without motion, to that of the line with the next number that has
+  /// any.
+  void setLine(long line);
+
+  /// To a part of a segment, 0 to 1.
+  void setSegment(long segment, double part);
+
+  /// To where the tool begins to cut: before, it comes from a place that a program does not tell.
+  void goToFirstCut();
+
+  /// To the end of the line on which the tool is, or that comes next.
+  void stepForward();
+
+  /// To the end of the line before it.
+  void stepBack();
+
+  /// The ends of a segment; none for a number that is no segment's.
+  std::vector<host::Vector> endsOf(std::int32_t segment) const;
 
   PathPlace place() const;
-  long lineOf(std::int32_t segment) const;
+  long lineOf(long segment) const;
 
  private:
   void readSegments();
   double speedOf(long segment) const;
+  void setStart(long segment);
+  long segmentThere() const;
+  long segmentThatLedThere() const;
+  long firstOfLine(long segment) const;
+  long lastOfLine(long segment) const;
 
   std::filesystem::path file_;
   host::PathObjects objects_;
   ProgramLines lines_;
   double duration_ = 0;
   double length_ = 0;
+  std::vector<double> points_;
   std::vector<std::int32_t> types_;
   std::vector<std::int32_t> lineNumbers_;
   std::vector<double> speedsSet_;

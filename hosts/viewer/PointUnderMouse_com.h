@@ -17,4 +17,9 @@ struct ModelPoint {
 std::optional<ModelPoint> pointUnderMouse(IZYNVue3D2& view, const host::Vector& centre, int x,
                                           int y);
 
+/// Which part of the way from `a` to `b`, 0 to 1, is seen at a pixel or next to it; none where the
+/// way leads along the line of sight.
+std::optional<double> partUnderMouse(IZYNVue3D2& view, const host::Vector& a, const host::Vector& b,
+                                     int x, int y);
+
 }  // namespace zyn::viewer

@@ -139,7 +139,7 @@ const std::array<PictureOption, 25> kPictureOptions = {{
      [](PictureOptions& p, std::string_view v) { p.path.colours = parsePathColours(v); }},
     {"--no-rapids", "", "leave out rapid moves",
      [](PictureOptions& p, std::string_view) { p.path.rapids = false; }},
-    {"--tool", "DIAMETER[,ball]", "of the tool, in mm (default: a usual one)",
+    {"--tool", "DIAMETER[,ball|flat]", "of the tool, in mm (default: a usual one, flat)",
      [](PictureOptions& p, std::string_view v) { parseTool(v, p.path); }},
     {"--surplus", "FRACTION", "margin around the model (default 0.1)",
      [](PictureOptions& p, std::string_view v) { p.surplus = parseNumber(v, 0, 100); }},
@@ -260,7 +260,8 @@ class Parser {
   }
 
   bool pictureOption(const std::string& name) {
-    const PictureOption* const found = findPictureOption(name);
+    const PictureOption* const found =
+        findPictureOption(name == "--path-colors" ? "--path-colours" : name);
     if (found == nullptr) {
       return false;
     }
@@ -289,6 +290,14 @@ class Parser {
     }
     if (frames_ > 0 && request_.program.empty()) {
       throw UsageError("--frames: no program given");
+    }
+    for (const PictureOptions& picture : request_.pictures) {
+      if (picture.path.place && request_.program.empty()) {
+        throw UsageError("--position: no program given");
+      }
+      if (picture.path.place && frames_ > 0) {
+        throw UsageError("--frames goes from the begin to the end: not with --position");
+      }
     }
   }
 

@@ -46,10 +46,13 @@ int parsePathColours(std::string_view text) {
 }
 
 void parseTool(std::string_view text, PathOptions& path) {
-  constexpr std::string_view kBall = ",ball";
-  path.isBall = text.ends_with(kBall);
-  text.remove_suffix(path.isBall ? kBall.size() : 0);
-  path.diameter = parseNumber(text, 0.001, 10000);
+  const std::size_t comma = text.find(',');
+  const std::string_view end = comma == text.npos ? "flat" : text.substr(comma + 1);
+  if (end != "flat" && end != "ball") {
+    throw UsageError('"' + std::string(end) + "\" is not an end of a tool: flat ball");
+  }
+  path.isBall = end == "ball";
+  path.diameter = parseNumber(text.substr(0, comma), 0.001, 10000);
 }
 
 std::string frameName(const std::string& file, int number, int count) {

@@ -33,7 +33,7 @@ PathPlace parsePathPlace(std::string_view text);
 /// "type", "speed" or "progress" as ModeCouleur. Throws UsageError.
 int parsePathColours(std::string_view text);
 
-/// "DIAMETER" or "DIAMETER,ball". Throws UsageError.
+/// "DIAMETER", "DIAMETER,flat" or "DIAMETER,ball". Throws UsageError.
 void parseTool(std::string_view text, PathOptions& path);
 
 /// The name of one of so many pictures, numbered from 1: "path.png" becomes "path-007.png".

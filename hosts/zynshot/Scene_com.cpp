@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 #include <span>
+#include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -66,6 +68,18 @@ void draw(IZYNGLMaillage& mesh, const Strokes& strokes) {
   checkTold(mesh.put_EpaisseurAretes(strokes.width), L"EpaisseurAretes");
 }
 
+/// Behind the last line that moves the tool there is no place.
+void demandLine(IZYNGLTrajet& path, long line) {
+  _variant_t value;
+  checkTold(path.getLignes(&value), L"getLignes");
+  const std::vector<std::int32_t> lines = host::integersOf(value);
+  const std::int32_t last = lines.empty() ? 0 : *std::ranges::max_element(lines);
+  if (line > last) {
+    throw std::runtime_error("--position line:" + std::to_string(line) +
+                             ": the last line with motion is " + std::to_string(last));
+  }
+}
+
 void goTo(IZYNGLTrajet& path, const PathPlace& place) {
   double duration = 0;
   checkTold(path.get_Duree(&duration), L"Duree");
@@ -80,6 +94,7 @@ void goTo(IZYNGLTrajet& path, const PathPlace& place) {
       checkTold(path.put_Position(place.value), L"Position");
       break;
     case PathPlace::Unit::kLine:
+      demandLine(path, static_cast<long>(place.value));
       checkTold(path.put_PositionLigne(static_cast<long>(place.value)), L"PositionLigne");
       break;
   }
@@ -141,6 +156,7 @@ void Scene::showPath(IZYN3DGLBitmapContext& context, const PathOptions& options)
                   .diameter = options.diameter.value_or(0)});
   if (options.place) {
     goTo(path_->path(), *options.place);
+    path_->showTool();
   }
   check(context.Add(&path_->path(), kShaded), L"Add");
   if (IZYNEchelleCouleurs* const scale = path_->scale()) {

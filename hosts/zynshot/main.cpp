@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "common/ComFailure_com.h"
+#include "common/InputFile.h"
 #include "common/MeshFile_com.h"
 #include "common/OutputFile.h"
 #include "common/Utf8_win.h"
@@ -69,6 +70,9 @@ void render(const Request& request) {
   std::optional<host::PathObjects> path;
   if (!request.program.empty()) {
     path.emplace(request.program, reading);
+    if (const std::string skipped = skippedText(path->skipped()); !skipped.empty()) {
+      writeError("zynshot: " + host::utf8Name(request.program) + ": " + skipped + '\n');
+    }
   }
   Scene scene(mesh, request.smoothAngle, std::move(path));
   Studio studio(scene);

@@ -10,7 +10,8 @@ TEST(FileKindTest, ExtensionsTellInAnyCase) {
   EXPECT_EQ(kindOf("C:\\parts\\table.CSV"), FileKind::kTable);
   EXPECT_EQ(kindOf("table.tsv"), FileKind::kTable);
   for (const char* const program :
-       {"a.nc", "a.NC", "a.b.ngc", "a.gcode", "a.gco", "a.g", "a.tap", "a.cnc", "a.ncc", "a.eia"}) {
+       {"a.nc", "a.NC", "a.b.ngc", "a.gcode", "a.gco", "a.g", "a.tap", "a.cnc", "a.ncc", "a.eia",
+        "a.min", "a.MPF", "a.ptp", "a.nc.txt"}) {
     EXPECT_EQ(kindOf(program), FileKind::kProgram) << program;
   }
 }
@@ -18,12 +19,12 @@ TEST(FileKindTest, ExtensionsTellInAnyCase) {
 TEST(FileKindTest, WhatIsUnknownIsTakenForAModel) {
   EXPECT_EQ(kindOf(""), FileKind::kModel);
   EXPECT_EQ(kindOf("nc"), FileKind::kModel);
-  EXPECT_EQ(kindOf("a.nc.txt"), FileKind::kModel);
+  EXPECT_EQ(kindOf("a.nc.doc"), FileKind::kModel);
 }
 
-TEST(FileKindTest, ProgramsOfPrintersAreKnown) {
-  EXPECT_TRUE(isPrinterProgram("a.GCODE"));
-  EXPECT_FALSE(isPrinterProgram("a.nc"));
+TEST(FileKindTest, EveryEndingOfProgramsIsTold) {
+  EXPECT_TRUE(programEndings().starts_with(".nc .ngc "));
+  EXPECT_NE(programEndings().find(" .min"), std::string::npos);
 }
 
 }  // namespace

@@ -1172,28 +1172,43 @@ class PathViewerTest : public ViewerTest {
   HWND slider_ = nullptr;
 };
 
-TEST_F(PathViewerTest, stepsThroughTheLinesThatMove) {
-  RunningViewer& running = start(L"line-forward");
+TEST_F(PathViewerTest, stepsThroughTheEndsOfTheLinesThatMove) {
+  RunningViewer& running = start(L"path-begin,line-forward");
   EXPECT_EQ(running.message(), L"12 lines, 7 segments");
   EXPECT_EQ(ListView_GetItemCount(list_), 12);
-  tells(L"line 4  x 0.000  y 0.000  z 5.000  plunge 600  0:00.1 of 0:44.8  5.0 of 270.0 mm");
-  EXPECT_EQ(selectedLine(), 4);
+  tells(L"line 3  x 0.000  y 0.000  z 5.000 mm  rapid  0:00.1 of 0:44.8  5.0 of 270.0 mm");
+  EXPECT_EQ(selectedLine(), 3);
   running.choose(viewer::Command::kPathForward);
   running.choose(viewer::Command::kPathForward);
-  tells(L"line 7  x 60.000  y 0.000  z 0.000  feed 300 ");
+  tells(L"line 5  x 60.000  y 0.000  z 0.000 mm  feed 600 mm/min ");
+  running.choose(viewer::Command::kPathForward);
+  tells(L"line 7  x 60.000  y 60.000  z 0.000 mm  feed 300 mm/min ");
   EXPECT_EQ(selectedLine(), 7) << "line 6 moves nothing";
   running.choose(viewer::Command::kPathBack);
-  tells(L"line 5  x 0.000  y 0.000 ");
+  tells(L"line 5  x 60.000  y 0.000 ");
   running.choose(viewer::Command::kPathLast);
-  tells(L"line 11  x 0.000  y 0.000  z 20.000  rapid 5000  0:44.8 of 0:44.8  270.0 of");
+  tells(L"line 11  x 0.000  y 0.000  z 20.000 mm  rapid  0:44.8 of 0:44.8  270.0 of");
   EXPECT_EQ(sliderPlace(), SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0));
+  running.choose(viewer::Command::kPathForward);
+  tells(L"line 11 ");
   running.choose(viewer::Command::kPathBack);
-  tells(L"line 11  x 0.000  y 0.000  z 0.000 ");
-  running.choose(viewer::Command::kPathBack);
-  tells(L"line 9  x 0.000  y 60.000 ");
+  tells(L"line 9  x 0.000  y 0.000  z 0.000 ");
   running.choose(viewer::Command::kPathFirst);
   tells(L"line 3  x 0.000  y 0.000  z 0.000 ");
   EXPECT_EQ(sliderPlace(), 0);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, opensWhereTheToolBeginsToCutAndShowsNoneBefore) {
+  RunningViewer& running = start(L"xy+");
+  tells(L"line 3  x 0.000  y 0.000  z 5.000 mm  rapid ");
+  const Image there = picture();
+  running.choose(viewer::Command::kTool);
+  EXPECT_GT(differentPixels(there, picture()), 100);
+  running.choose(viewer::Command::kPathFirst);
+  const Image before = picture();
+  running.choose(viewer::Command::kTool);
+  EXPECT_EQ(differentPixels(before, picture()), 0);
   EXPECT_EQ(running.exitCode(), 0u);
 }
 
@@ -1254,11 +1269,11 @@ TEST_F(PathViewerTest, theLinesLead) {
   };
   press(VK_DOWN);
   EXPECT_EQ(selectedLine(), 4);
-  tells(L"line 4  x 0.000  y 0.000  z 5.000 ");
+  tells(L"line 4  x 0.000  y 0.000  z 0.000 ");
   press(VK_DOWN);
   press(VK_DOWN);
   EXPECT_EQ(selectedLine(), 6) << "stays where it was put";
-  tells(L"line 7  x 60.000 ");
+  tells(L"line 7  x 60.000  y 60.000 ");
   press(VK_DOWN);
   EXPECT_EQ(selectedLine(), 7);
   press(VK_UP);
@@ -1292,10 +1307,18 @@ TEST_F(PathViewerTest, aClickOnASegmentLeadsThere) {
   const RECT lines = boxNear(picture(), {26, 77, 204});
   ASSERT_LT(lines.left, lines.right);
   const LONG middle = (lines.top + lines.bottom) / 2;
+  const auto y = [&] {
+    const std::wstring text = running.statusText(kPath);
+    return std::stod(text.substr(text.find(L"  y ") + 4));
+  };
   running.clickPixel({lines.right, middle});
-  tells(L"line 7  x 60.000  y 0.000 ");
+  tells(L"line 7  x 60.000  y ");
+  EXPECT_NEAR(y(), 30, 1) << "the point that was clicked, not an end";
+  running.clickPixel({lines.right, (lines.top + middle) / 2});
+  EXPECT_NEAR(y(), 45, 1);
   running.clickPixel({(lines.left + lines.right) / 2, lines.top + 1});
-  tells(L"line 8  x 60.000  y 60.000 ");
+  tells(L"line 8  x ");
+  EXPECT_NEAR(y(), 60, 1);
   EXPECT_EQ(selectedLine(), 8);
 }
 
@@ -1321,7 +1344,7 @@ TEST_F(PathViewerTest, everyLookDiffers) {
 }
 
 TEST_F(PathViewerTest, aPathAndAModelAreKeptBesideEachOther) {
-  RunningViewer& running = start(L"line-forward", L"corner.stl ");
+  RunningViewer& running = start(L"path-begin,line-forward,line-forward", L"corner.stl ");
   EXPECT_TRUE(running.hasTree());
   tells(L"line 4 ");
   running.choose(viewer::Command::kReload);
@@ -1342,11 +1365,15 @@ TEST_F(PathViewerTest, saysWhereAProgramIsWrong) {
   expectRefused(L"nowhere.nc", "nowhere.nc");
 }
 
-TEST_F(PathViewerTest, wordsOfPrintersAreSkipped) {
-  writeFile(folder_.file(L"printed.gcode"), "G90\nG1 X5 E1 F600\n");
-  RunningViewer running(L"printed.gcode --size 320x240");
-  running.waitFor(L"printed.gcode - ZYNVue viewer");
-  EXPECT_EQ(running.waitForStatus(kMessage, L"lines"), "2 lines, 1 segment, 1 words skipped");
+TEST_F(PathViewerTest, codesThatAreNotKnownAreSkippedAndTold) {
+  writeFile(folder_.file(L"square.nc"), "G90\nM10\nG1 X5 F600\nM10\nG1 X7\n");
+  RunningViewer& running = start(L"path-end");
+  const std::string text = running.waitForStatus(kMessage, L"skipped");
+  EXPECT_TRUE(text.starts_with("5 lines, 2 segments, 2 codes skipped (first: line 2, column 1: "))
+      << text;
+  EXPECT_TRUE(contains(text, "M10")) << text;
+  tells(L"line 5  x 7.000 ");
+  EXPECT_EQ(running.exitCode(), 0u);
 }
 
 /// An OBJ that takes a while to be read, in one group; `end` are its last lines.

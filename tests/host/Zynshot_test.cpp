@@ -321,6 +321,22 @@ TEST_F(ZynshotTest, writesFramesOfThePathAndSaysWhatIsWrongInAProgram) {
   writeFile(folder_.file(L"wrong.nc"), "F600\nG1 X[1+\n");
   expectRefused(L"{wrong.nc} -o {a.png}", "wrong.nc, line 2, column ", 1);
   expectRefused(L"{none.nc} -o {a.png}", "none.nc\" was not read: ", 1);
+  writeFile(folder_.file(L"empty.nc"), "%\n");
+  expectRefused(L"{empty.nc} -o {a.png}", "empty.nc: the program moves nothing", 1);
+  expectRefused(L"{line.nc} --position line:99999 -o {a.png}", "the last line with motion is 2", 1);
+  expectRefused(L"{line.nc} --frames 3 --position 10% -o {a.png}", "not with --position", 2);
+  expectRefused(L"{corner.stl} --position 12s -o {a.png}", "--position: no program given", 2);
+}
+
+TEST_F(ZynshotTest, warnsOfCodesThatItSkips) {
+  writeFile(folder_.file(L"mill.min"), "M10\nG1 X8 F600\n");
+  const ProgramResult result =
+      zynshot(L"{mill.min} --tool 1,flat --position 50% --path-colors type -o {m.png}");
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_NE(result.error.find("mill.min: 1 code skipped (first: line 1, column 1: "),
+            std::string::npos)
+      << result.error;
+  EXPECT_TRUE(std::filesystem::exists(folder_.file(L"m.png")));
 }
 
 TEST_F(ZynshotTest, refusesPicturesItCannotWrite) {

@@ -15,13 +15,14 @@ TEST(PathReadoutTest, APlaceIsOneLine) {
                            .travelled = 81.2,
                            .length = 2034.5};
   EXPECT_EQ(placeText(place),
-            "line 12  x 1.500  y 0.000  z -2.000  feed 1500  0:07.5 of 3:20.0  81.2 of 2034.5 mm");
+            "line 12  x 1.500  y 0.000  z -2.000 mm  feed 1500 mm/min  0:07.5 of 3:20.0  81.2 of "
+            "2034.5 mm");
 }
 
 TEST(PathReadoutTest, FreeTypesAreMotions) {
-  EXPECT_NE(placeText({.type = 7, .speed = 100}).find("  motion 100  "), std::string::npos);
-  EXPECT_NE(placeText({.type = -1}).find("  motion 0  "), std::string::npos);
-  EXPECT_NE(placeText({.type = 4, .speed = 200.5}).find("  arc 200.5  "), std::string::npos);
+  EXPECT_NE(placeText({.type = 7, .speed = 100}).find("  motion 100 mm/min  "), std::string::npos);
+  EXPECT_NE(placeText({.type = -1}).find("  motion  "), std::string::npos);
+  EXPECT_NE(placeText({.type = 4, .speed = 200.5}).find("  arc 200.5 mm/min  "), std::string::npos);
 }
 
 TEST(PathReadoutTest, TimesCountMinutesAndFromAnHourOnHours) {
@@ -33,8 +34,9 @@ TEST(PathReadoutTest, TimesCountMinutesAndFromAnHourOnHours) {
 }
 
 TEST(PathReadoutTest, ProgramsTellTheirSize) {
-  EXPECT_EQ(programText(1, 0, 0), "1 line, 0 segments");
-  EXPECT_EQ(programText(9, 1, 3), "9 lines, 1 segment, 3 words skipped");
+  EXPECT_EQ(programText(1, 0, {}), "1 line, 0 segments");
+  EXPECT_EQ(programText(9, 1, {3, "line 2"}),
+            "9 lines, 1 segment, 3 codes skipped (first: line 2)");
 }
 
 TEST(PathReadoutTest, LongLinesAreCut) {

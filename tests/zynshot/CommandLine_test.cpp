@@ -147,12 +147,15 @@ TEST(CommandLine, aProgramStandsBesideAModelOrAlone) {
   EXPECT_TRUE(parse("part.GCODE -o a.png").model.empty());
   EXPECT_EQ(complaint("a.nc b.ngc -o a.png"), "one program at a time: \"b.ngc\" is one too many");
   const PathOptions path =
-      picture("--position 40% --path-colours speed --no-rapids --tool 6,ball").path;
+      parse("a.nc --position 40% --path-colours speed --no-rapids --tool 6,ball -o a.png")
+          .pictures.front()
+          .path;
   EXPECT_EQ(path.place->value, 0.4);
   EXPECT_EQ(path.colours, 1);
   EXPECT_FALSE(path.rapids);
   EXPECT_TRUE(path.isBall);
   EXPECT_EQ(picture("").path, PathOptions());
+  EXPECT_EQ(picture("--path-colors progress").path.colours, 2);
 }
 
 TEST(CommandLine, framesGoFromTheBeginOfAPathToItsEnd) {
@@ -167,6 +170,9 @@ TEST(CommandLine, framesGoFromTheBeginOfAPathToItsEnd) {
   }
   EXPECT_EQ(complaint("part.stl --frames 3 -o a.png"), "--frames: no program given");
   EXPECT_NE(complaint("part.nc --frames 1 -o a.png"), "");
+  EXPECT_EQ(complaint("part.nc --frames 3 --position 40% -o a.png"),
+            "--frames goes from the begin to the end: not with --position");
+  EXPECT_EQ(complaint("part.stl --position 40% -o a.png"), "--position: no program given");
 }
 
 TEST(CommandLine, saysWhatIsWrong) {

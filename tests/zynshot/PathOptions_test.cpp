@@ -33,6 +33,9 @@ TEST(PathOptions, toolsAreFlatUnlessTheyAreBalls) {
   parseTool("6,ball", path);
   EXPECT_EQ(path.diameter, 6);
   EXPECT_TRUE(path.isBall);
+  parseTool("6,flat", path);
+  EXPECT_EQ(path.diameter, 6);
+  EXPECT_FALSE(path.isBall);
   parseTool("0.4", path);
   EXPECT_EQ(path.diameter, 0.4);
   EXPECT_FALSE(path.isBall);
