@@ -27,7 +27,10 @@ Lighting presetLighting(LightPreset preset) {
     case LightPreset::kStudio:
       break;
   }
-  return {{.intensity = 0.4}, {{{.strength = 1.0, .azimuth = -30, .elevation = 30}, kOff}}};
+  // The second one keeps what faces away from the first from being black.
+  return {{.intensity = 0.4},
+          {{{.strength = 0.9, .azimuth = -30, .elevation = 30},
+            {.strength = 0.3, .azimuth = 60, .elevation = 0}}}};
 }
 
 std::array<double, 5> lightValues(const AmbientLight& light) {

@@ -105,7 +105,8 @@ ModelPane::ModelPane(PaneOwner& owner)
 }
 
 void ModelPane::show(std::unique_ptr<Model> model) {
-  const LONG style = model_ ? model_->style() : 0;
+  constexpr LONG kShadedWithEdges = 2;
+  const LONG style = model_ ? model_->style() : kShadedWithEdges;
   model_ = std::move(model);
   setStyle(style);
   selection_.clear();
