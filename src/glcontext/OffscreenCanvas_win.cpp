@@ -18,6 +18,9 @@ namespace {
 
 /// Largest side of a bitmap. Every known OpenGL takes 8192 pixels; beyond 16384 some draw nothing.
 constexpr int kLargestBitmap = 8192;
+/// That for pictures which are drawn in tiles anyway: OpenGL's buffers for the largest bitmap take
+/// nearly as much memory as the picture of 20,000 pixels a side.
+constexpr int kLargestTile = 4096;
 /// Largest side of a window, which has two buffers and a depth buffer of its size, and should not
 /// be much larger than a screen.
 constexpr int kLargestWindow = 2048;
@@ -151,8 +154,10 @@ std::unique_ptr<OffscreenCanvas> OffscreenCanvas::make(int pictureWidth, int pic
   };
   constexpr Kind kKinds[] = {{&makeSheet<BitmapSheet>, kLargestBitmap},
                              {&makeSheet<WindowSheet>, kLargestWindow}};
-  const auto longer = static_cast<unsigned>(std::max(pictureWidth, pictureHeight));
-  const auto needed = static_cast<int>(std::min(std::bit_ceil(longer), unsigned{kLargestBitmap}));
+  const int longer = std::max(pictureWidth, pictureHeight);
+  const int needed = longer > kLargestBitmap
+                         ? kLargestTile
+                         : static_cast<int>(std::bit_ceil(static_cast<unsigned>(longer)));
   std::optional<CanvasFailure> first;
   for (const Kind& kind : kKinds) {
     for (int side = std::clamp(needed, kSmallestSide, kind.largestSide); side >= kSmallestSide;

@@ -207,16 +207,26 @@ TEST_F(SpriteExportTest, InFineExportsItGrowsWithTheResolution) {
   expectQuarters(scene_.render(), {50 - 10, kPictureHeight - 1 - (70 - 6)});
 }
 
+// Two rows of sprites without a gap, shifted against each other: any seam crosses one.
 TEST_F(SpriteExportTest, CrossesTheTilesOfALargePicture) {
-  // Wider than one tile, with the sprite on the seam.
   constexpr int kWide = 9000;
-  constexpr int kSeam = 8192;
-  scene_.resize(kWide, 40);
+  constexpr int kShift = 7;
+  scene_.resize(kWide, 2 * kHeight);
   box_->put_XMax(kWide);
-  box_->put_YMax(40);
+  box_->put_YMax(2 * kHeight);
   scene_.look(kFromTheFront, 0, box_.Get());
-  scene_.add(makeSprite({kSeam - 7 + 0.25, 10.25, 0}).Get());
-  expectQuarters(scene_.render(), {kSeam - 7, 40 - 1 - 10});
+  for (int left = 0; left <= kWide; left += kWidth) {
+    scene_.add(makeSprite({left + 0.25, 0.25, 0}).Get());
+    scene_.add(makeSprite({left - kShift + 0.25, kHeight + 0.25, 0}).Get());
+  }
+  const Image image = scene_.render();
+  const Image quarters = makeQuarters(kWidth, kHeight);
+  for (int x = 0; x < kWide; ++x) {
+    for (int y = 0; y < kHeight; ++y) {
+      ASSERT_EQ(image.at(x, y), quarters.at((x + kShift) % kWidth, y)) << x << ", " << y;
+      ASSERT_EQ(image.at(x, kHeight + y), quarters.at(x % kWidth, y)) << x << ", " << kHeight + y;
+    }
+  }
 }
 
 }  // namespace

@@ -9,18 +9,17 @@
 
 namespace zyn::test {
 
-double currentCommitMb() {
+namespace {
+
+PROCESS_MEMORY_COUNTERS_EX currentMemory() {
   PROCESS_MEMORY_COUNTERS_EX memory = {};
   memory.cb = sizeof memory;
   if (!GetProcessMemoryInfo(GetCurrentProcess(),
                             reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory)) {
     throw std::runtime_error("GetProcessMemoryInfo");
   }
-  // Each system fills in one of the two.
-  return static_cast<double>(std::max(memory.PrivateUsage, memory.PagefileUsage)) / 1e6;
+  return memory;
 }
-
-namespace {
 
 ULONG_PTR freshHandle() {
   HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -70,6 +69,14 @@ int threadWindows() {
 }
 
 }  // namespace
+
+double currentCommitMb() {
+  const PROCESS_MEMORY_COUNTERS_EX memory = currentMemory();
+  // Each system fills in one of the two.
+  return static_cast<double>(std::max(memory.PrivateUsage, memory.PagefileUsage)) / 1e6;
+}
+
+double residentMb() { return static_cast<double>(currentMemory().WorkingSetSize) / 1e6; }
 
 ProcessUsage currentUsage() {
   return {currentCommitMb(), freshHandle(), freshGdiIndex(), kernelHandles(), threadWindows()};

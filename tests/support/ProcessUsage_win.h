@@ -20,6 +20,9 @@ ProcessUsage currentUsage();
 /// The memory alone, which is quick to find out.
 double currentCommitMb();
 
+/// What is in memory now, sections that bitmaps lie in included.
+double residentMb();
+
 /// Expects that so many runs of `cycle` keep less memory than allowed, and no handles.
 template <class Cycle>
 void expectNoGrowth(WORD cycles, double allowedMb, const Cycle& cycle) {
