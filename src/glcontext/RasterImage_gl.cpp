@@ -88,16 +88,21 @@ bool moveRasterOutside(double x, double y, double z, double offsetX, double offs
   return moveRasterBy(screenX * viewport[2] / 2 + offsetX, screenY * viewport[3] / 2 + offsetY);
 }
 
-/// Draws pixels as they are, but for their opacity.
-void setPlainTransfer(double opacity) {
+/// Draws pixels as they are, but for their opacity, a colour added.
+void setTransfer(double opacity, const Float4& added) {
   glPixelTransferi(GL_MAP_COLOR, GL_FALSE);
   for (const GLenum name : GLNames{GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE}) {
     glPixelTransferf(name, 1);
   }
   glPixelTransferf(GL_ALPHA_SCALE, static_cast<GLfloat>(opacity));
-  for (const GLenum name : GLNames{GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS, GL_ALPHA_BIAS}) {
-    glPixelTransferf(name, 0);
-  }
+  glPixelTransferf(GL_RED_BIAS, added[0]);
+  glPixelTransferf(GL_GREEN_BIAS, added[1]);
+  glPixelTransferf(GL_BLUE_BIAS, added[2]);
+  glPixelTransferf(GL_ALPHA_BIAS, added[3]);
+}
+
+void setPlainTransfer(double opacity) {
+  setTransfer(opacity, {});
   for (const GLenum capability : GLNames{GL_TEXTURE_1D, GL_TEXTURE_2D, GL_FOG}) {
     glDisable(capability);
   }
@@ -139,6 +144,14 @@ void drawImagePart(const PixelImage& image, const PixelRect& part) {
   glPixelStorei(GL_UNPACK_SKIP_ROWS, part.y);
   glPixelStorei(GL_UNPACK_SKIP_PIXELS, part.x);
   glDrawPixels(part.width, part.height, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
+}
+
+void drawCover(int width, int height, const std::uint8_t* cover, const Float4& colour) {
+  const PushedAttributes attributes(GL_PIXEL_MODE_BIT);
+  const PlainPixelStore store(1);
+  setTransfer(1, {colour[0], colour[1], colour[2], 0});
+  glPixelZoom(1, 1);
+  glDrawPixels(width, height, GL_ALPHA, GL_UNSIGNED_BYTE, cover);
 }
 
 }  // namespace zyn

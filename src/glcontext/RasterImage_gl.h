@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/PixelImage.h"
+#include "glcontext/StateQuery_gl.h"
 #include "glcontext/Tile.h"
 
 namespace zyn {
@@ -19,5 +20,9 @@ void drawImage(const PixelImage& image, double scale = 1.0, double opacity = 1.0
 
 /// Draws a part of a picture, which lies within it, pixel for pixel.
 void drawImagePart(const PixelImage& image, const PixelRect& part);
+
+/// Draws a colour at the raster position, pixel for pixel, as opaque as `cover` says, bytes row by
+/// row without gaps. Blended and tested as drawImage is; textures and fog have to be off.
+void drawCover(int width, int height, const std::uint8_t* cover, const Float4& colour);
 
 }  // namespace zyn

@@ -1,6 +1,6 @@
 // Hosts that use the first interfaces alone see what they saw before there were further ones:
 // random scenes are drawn, exported and asked about by this build and by an earlier one at the same
-// time.
+// time. Labels that face the viewer look alike: this build draws them from ready pixels.
 //
 // ZYN_COUNT: how many scenes of each kind; ZYN_SEED: the first.
 #include "support/RandomStages_win.h"
@@ -46,7 +46,7 @@ class EarlierBuild : public HostTest {
       action();
     };
     constexpr auto kTriangles = RandomScene::Triangles::kAsTheyAre;
-    return {{make, kTriangles}, {make, kTriangles, withEarlierClasses}};
+    return {{make, kTriangles}, {make, kTriangles, withEarlierClasses}, SceneTwins::Texts::kAlike};
   }
 
   void play(SceneTwins::MakeStages make) const {

@@ -201,7 +201,11 @@ TEST_F(RecordedTexts, AListIsLitByNothing) {
   label->setPosition(0, 0, 0, 9);
   inView3D(label.Get(), [&](IGLDraw& drawn) {
     glDisable(GL_LIGHTING);
-    const Image expected = picture([&] { drawn.Draw3D(0); });
+    const Image atOnce = picture([&] { drawn.Draw3D(0); });
+    const GLuint unlit = record([&] { drawn.Draw3D(0); });
+    const Image expected = picture([&] { glCallList(unlit); });
+    glDeleteLists(unlit, 1);
+    EXPECT_LT(meanDifference(expected, atOnce), 0.05);
     for (const bool whenRecorded : {false, true}) {
       (whenRecorded ? glEnable : glDisable)(GL_LIGHTING);
       const GLuint list = record([&] { drawn.Draw3D(0); });

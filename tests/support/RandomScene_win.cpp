@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 
+#include "support/LightModel.h"
 #include "support/Outer_win.h"
 #include "support/Pickable_win.h"
 #include "support/Pictures_win.h"
@@ -38,9 +39,14 @@ class Impostor final : public ForeignBase<Impostor, IZYNObjet, IGLDraw> {
   friend ForeignBase;
 };
 
+Vec labelPosition(double place) { return {place, place / 2, -place}; }
+
+constexpr double kFacingLabel = -3;
+
 ComPtr<IDispatch> makeLabel(const wchar_t* text, double place) {
   const auto label = makeText(text, 14);
-  label->setPosition(place, place / 2, -place, 9);
+  const Vec at = labelPosition(place);
+  label->setPosition(at.x, at.y, at.z, 9);
   label->put_ToujoursLisible(place < 0 ? VARIANT_TRUE : VARIANT_FALSE);
   label->setColor(0.2, 0, 0.7, 1);
   return queryFor<IDispatch>(label.Get());
@@ -55,10 +61,17 @@ ComPtr<IDispatch> makeSprite(double place) {
 
 int anyMode(Random& rng) { return rng.pick(std::array{0, 0, 0, 0, 0, 0, 2, 1, 1, -1, 7}); }
 
+void clipNothing() {
+  constexpr std::array<GLdouble, 4> kEverything = {0, 0, 0, 1};
+  glClipPlane(GL_CLIP_PLANE5, kEverything.data());
+  glEnable(GL_CLIP_PLANE5);
+}
+
 void readBuffers(Frame& frame) {
   GLint viewport[4] = {};
   glGetIntegerv(GL_VIEWPORT, viewport);
   const auto count = static_cast<std::size_t>(viewport[2]) * static_cast<std::size_t>(viewport[3]);
+  frame.width = viewport[2];
   frame.pixels.resize(4 * count);
   frame.depths.resize(count);
   glPixelStorei(GL_PACK_ALIGNMENT, 4);
@@ -66,6 +79,38 @@ void readBuffers(Frame& frame) {
                frame.pixels.data());
   glReadPixels(viewport[0], viewport[1], viewport[2], viewport[3], GL_DEPTH_COMPONENT, GL_FLOAT,
                frame.depths.data());
+}
+
+/// Where a model point is seen, in pixels from the lower left.
+std::array<double, 2> pixelOf(const Vec& point) {
+  std::array<GLdouble, 16> modelview{};
+  std::array<GLdouble, 16> projection{};
+  std::array<GLint, 4> viewport{};
+  glGetDoublev(GL_MODELVIEW_MATRIX, modelview.data());
+  glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+  glGetIntegerv(GL_VIEWPORT, viewport.data());
+  const auto times = [](const std::array<GLdouble, 16>& matrix, const std::array<double, 4>& at) {
+    std::array<double, 4> result{};
+    for (std::size_t i = 0; i < 16; ++i) result[i % 4] += matrix[i] * at[i / 4];
+    return result;
+  };
+  const auto seen = times(projection, times(modelview, {point.x, point.y, point.z, 1}));
+  return {viewport[2] * (seen[0] / seen[3] + 1) / 2, viewport[3] * (seen[1] / seen[3] + 1) / 2};
+}
+
+/// With the pixels around it that smooth edges reach.
+PixelBox boxOfText(IZYNGLTexte* label, const Vec& at, double scale) {
+  GLint viewport[4] = {};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  const auto within = [](double value, int size) {
+    return static_cast<int>(std::clamp(value, -1.0, static_cast<double>(size)));
+  };
+  const auto [x, y] = pixelOf(at);
+  const Sides sides = pixelRect(label);
+  return {std::max(0, within(x + scale * sides[0] - 2, viewport[2])),
+          std::max(0, within(y + scale * sides[2] - 2, viewport[3])),
+          std::min(within(x + scale * sides[1] + 2, viewport[2]), viewport[2] - 1),
+          std::min(within(y + scale * sides[3] + 2, viewport[3]), viewport[3] - 1)};
 }
 
 std::size_t differing(const void* expected, const void* actual, std::size_t count) {
@@ -99,18 +144,44 @@ std::string difference(const Frame& expected, const Frame& actual) {
   return text;
 }
 
+std::string takeTextFrom(const Frame& expected, Frame& actual) {
+  constexpr double kMostDifference = 2;
+  const PixelBox& box = expected.text;
+  if (expected.pixels.size() != actual.pixels.size() || box.empty()) return {};
+  const auto width = static_cast<std::size_t>(expected.width);
+  double sum = 0;
+  for (int y = box.top; y <= box.bottom; ++y) {
+    for (int x = box.left; x <= box.right; ++x) {
+      const std::size_t pixel =
+          4 * (static_cast<std::size_t>(y) * width + static_cast<std::size_t>(x));
+      for (std::size_t i = pixel; i < pixel + 3; ++i) {
+        sum += std::abs(expected.pixels[i] - actual.pixels[i]);
+      }
+      std::copy_n(expected.pixels.begin() + static_cast<std::ptrdiff_t>(pixel), 4,
+                  actual.pixels.begin() + static_cast<std::ptrdiff_t>(pixel));
+    }
+  }
+  const double mean = sum / (3.0 * (box.right - box.left + 1) * (box.bottom - box.top + 1));
+  return mean <= kMostDifference ? "" : "text differs by " + std::to_string(mean) + '\n';
+}
+
 /// The first and the last object of each list, and what they see.
 struct RandomScene::Probes {
-  Probes() {
-    first->onDraw3D = first->onDraw2D = [this](int) {
+  explicit Probes(const RandomScene& scene) {
+    first->onDraw3D = first->onDraw2D = [this, &scene](int) {
       seen.state.begin();
       seen.frame.before = readGlState();
+      if (scene.outlinesTexts()) clipNothing();
+      seen.hasFacingLabel = scene.hasFacingLabel();
       return S_OK;
     };
-    last->onDraw3D = last->onDraw2D = [this](int) {
+    last->onDraw3D = last->onDraw2D = [this, &scene](int) {
       seen.frame.after = readGlState();
       seen.state.end();
       readBuffers(seen.frame);
+      if (seen.hasFacingLabel || scene.hasFacingLabel()) {
+        seen.frame.text = scene.boxOfFacingLabel();
+      }
       return S_OK;
     };
   }
@@ -120,6 +191,7 @@ struct RandomScene::Probes {
   struct Seen {
     PushedState state;
     Frame frame;
+    bool hasFacingLabel = false;  ///< when drawing began
   } seen;
 };
 
@@ -128,11 +200,21 @@ RandomScene::RandomScene(std::vector<std::unique_ptr<Stage>> stages, Triangles t
       stages_(std::move(stages)),
       lists_(stages_.size()),
       isLastProbeLast_(stages_.size()),
-      scenery_{makeLabel(L"ZYN", -3), makeLabel(L"42", 4), makeSprite(-5), makeSprite(2)},
-      probes_(std::make_unique<Probes>()) {}
+      scenery_{makeLabel(L"ZYN", kFacingLabel), makeLabel(L"42", 4), makeSprite(-5), makeSprite(2)},
+      probes_(std::make_unique<Probes>(*this)) {}
 
 RandomScene::~RandomScene() {
   for (const auto& stage : stages_) stage->removeAll();
+}
+
+bool RandomScene::hasFacingLabel() const {
+  const auto& list = lists_[drawn_];
+  return std::find(list.begin(), list.end(), scenery_[0].Get()) != list.end();
+}
+
+PixelBox RandomScene::boxOfFacingLabel() const {
+  return boxOfText(queryFor<IZYNGLTexte>(scenery_[0].Get()).Get(), labelPosition(kFacingLabel),
+                   stages_[drawn_]->textScale());
 }
 
 void RandomScene::start(Random rng, std::size_t objects) {

@@ -7,6 +7,7 @@
 #include "support/ForeignObject_win.h"
 #include "support/GlMeddling_win.h"
 #include "support/GlState_gl.h"
+#include "support/Image.h"
 #include "support/Random.h"
 #include "support/RandomTriangles_win.h"
 
@@ -25,20 +26,27 @@ class Stage {
   virtual void draw() = 0;
   /// Changes how the scene is looked at, lit or smoothed.
   virtual void vary(Random& rng) = 0;
+  /// How much larger texts are than they would be on the screen.
+  virtual double textScale() const { return 1; }
   /// What the stage answers when it is asked about what it shows.
   virtual std::string answers() { return {}; }
 };
 
 /// What was seen of a scene while it was drawn.
 struct Frame {
-  GlState before;                     ///< that the first object found
-  GlState after;                      ///< that the last object found
+  GlState before;  ///< that the first object found
+  GlState after;   ///< that the last object found
+  int width = 0;
   std::vector<unsigned char> pixels;  ///< RGBA, that the objects left
   std::vector<float> depths;
+  PixelBox text{0, 0, -1, -1};  ///< around the label that always faces the viewer; rows from below
 };
 
 /// What differs, in words; empty when nothing does.
 std::string difference(const Frame& expected, const Frame& actual);
+
+/// Gives a frame the text of another one where they look alike; else says how they differ.
+std::string takeTextFrom(const Frame& expected, Frame& actual);
 
 /// A random scene on one stage, or on two which share the objects, that is edited at random: two
 /// with the same random numbers on like stages do the same. Between the triangles stand labels,
@@ -66,6 +74,10 @@ class RandomScene {
   /// Changes how a stage is looked at.
   void vary(Random rng, std::size_t stage) { stages_[stage]->vary(rng); }
   Frame draw(std::size_t stage);
+  /// Has labels be drawn as outlines where objects leave state behind them: a clip plane is on,
+  /// which clips nothing.
+  void outlineTextsAmongMeddlers() { outlinesAmongMeddlers_ = true; }
+  bool outlinesTexts() const { return hasMeddlers_ && outlinesAmongMeddlers_; }
   std::string answers(std::size_t stage) { return stages_[stage]->answers(); }
 
   /// What has been done since the last call, for messages.
@@ -87,6 +99,8 @@ class RandomScene {
   Item makeActor(Random& rng);
   void act(Random& rng);
   void drawOther();
+  bool hasFacingLabel() const;
+  PixelBox boxOfFacingLabel() const;
 
   Item& anyItem(Random& rng) { return items_[rng.below(items_.size())]; }
   void add(std::size_t stage, IDispatch* object, int mode);
@@ -107,6 +121,7 @@ class RandomScene {
   bool isNested_ = false;
   bool hasMeddlers_ = false;  ///< in few scenes: each combination of states makes software OpenGL
                               ///< compile for long
+  bool outlinesAmongMeddlers_ = false;
   std::string log_;
 };
 

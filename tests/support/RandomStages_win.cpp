@@ -248,6 +248,7 @@ class BitmapStage2D final : public BitmapStage<OffscreenGraph> {
  public:
   BitmapStage2D() { show(1.25 * kRandomReach); }
 
+  double textScale() const override { return resolution() / screenResolution_; }
   void removeAll() override {
     context_ = std::make_unique<OffscreenGraph>(kSize.cx, kSize.cy);
     show(1.25 * kRandomReach);
@@ -267,6 +268,13 @@ class BitmapStage2D final : public BitmapStage<OffscreenGraph> {
 
  private:
   void show(double reach) { context_->show(-reach, reach, -reach, reach); }
+  double resolution() const {
+    double value = 0;
+    require((*context_)->get_DPIResolution(&value), "get_DPIResolution");
+    return value;
+  }
+
+  double screenResolution_ = resolution();
 };
 
 }  // namespace

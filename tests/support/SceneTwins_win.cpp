@@ -16,8 +16,12 @@ void SceneTwins::Twin::run(const std::function<void()>& action) const {
   way.within ? way.within(action) : action();
 }
 
-SceneTwins::SceneTwins(Way actual, Way expected)
-    : actual_(std::move(actual)), expected_(std::move(expected)) {}
+SceneTwins::SceneTwins(Way actual, Way expected, Texts texts)
+    : actual_(std::move(actual)), expected_(std::move(expected)), texts_(texts) {
+  if (texts_ == Texts::kAlike) {
+    both([](RandomScene& scene) { scene.outlineTextsAmongMeddlers(); });
+  }
+}
 
 SceneTwins::~SceneTwins() = default;
 
@@ -32,7 +36,9 @@ bool SceneTwins::drawAlike(std::size_t stage) {
   Frame actual;
   expected_.run([&] { expected = expected_.scene->draw(stage); });
   actual_.run([&] { actual = actual_.scene->draw(stage); });
-  const std::string found = difference(expected, actual);
+  const bool mayDiffer = texts_ == Texts::kAlike && !actual_.scene->outlinesTexts();
+  std::string found = mayDiffer ? takeTextFrom(expected, actual) : std::string();
+  found += difference(expected, actual);
   const std::string log = actual_.scene->takeLog();
   expected_.scene->takeLog();
   EXPECT_EQ(found, "") << "after: " << log;

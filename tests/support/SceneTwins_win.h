@@ -22,7 +22,10 @@ class SceneTwins {
     std::function<void(const std::function<void()>& action)> within{};
   };
 
-  SceneTwins(Way actual, Way expected);
+  /// Whether texts may be ready pixels in one and outlines in the other, which look alike.
+  enum class Texts { kTheSame, kAlike };
+
+  SceneTwins(Way actual, Way expected, Texts texts = Texts::kTheSame);
   ~SceneTwins();
   SceneTwins(const SceneTwins&) = delete;
   SceneTwins& operator=(const SceneTwins&) = delete;
@@ -51,6 +54,7 @@ class SceneTwins {
 
   Twin actual_;
   Twin expected_;
+  Texts texts_;
 };
 
 }  // namespace zyn::test

@@ -290,7 +290,8 @@ std::optional<PlacedText> placeText(const Spot& spot, const CoteContent& content
   const TextBox box = em * content.text;
   const Axes axes = spot.axes(facesViewer);
   const Point origin = spot.originOf(box, blockOf(box, content), facesViewer);
-  return PlacedText{origin, em * axes.right, em * axes.up, cornersOf(box, origin, axes), height};
+  return PlacedText{origin, em * axes.right,         em * axes.up, cornersOf(box, origin, axes),
+                    height, content.size.isInModel()};
 }
 
 /// To the left of the text, or in its place where there is none.

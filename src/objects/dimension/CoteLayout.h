@@ -37,11 +37,12 @@ struct CoteContent {
 
 /// A text in space.
 struct PlacedText {
-  Point origin;         ///< start of the baseline
-  Vecteur right;        ///< an em along the baseline
-  Vecteur up;           ///< an em upwards
-  Quad corners;         ///< of its box
-  double height = 0.0;  ///< of its line, pixels
+  Point origin;            ///< start of the baseline
+  Vecteur right;           ///< an em along the baseline
+  Vecteur up;              ///< an em upwards
+  Quad corners;            ///< of its box
+  double height = 0.0;     ///< of its line, pixels
+  bool isInModel = false;  ///< whether that depends on the view
 };
 
 /// A picture, parallel to the screen.

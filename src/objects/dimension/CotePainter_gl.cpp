@@ -63,7 +63,11 @@ GlMatrix matrixOf(const PlacedText& text) {
 void drawPlacedText(const PlacedText& placed, const CGLFontContext& fonts, std::string_view text) {
   const PushedMatrix modelview(GL_MODELVIEW);
   glMultMatrixd(matrixOf(placed).data());
-  drawGlyphs(fonts, text);
+  if (placed.isInModel) {
+    drawGlyphs(fonts, text);
+  } else {
+    drawUprightGlyphs(fonts, text);
+  }
 }
 
 void drawPlacedPicture(const PlacedPicture& placed, const PixelImage& picture) {

@@ -58,6 +58,8 @@ void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists, G
   static std::atomic<std::uint64_t> lastNumber = 0;
   metrics_ = metrics;
   shapes_ = std::move(shapes);
+  pixels_ =
+      shapes_ && outlineLists != 0 ? std::make_unique<GlyphPixels>(shapes_, metrics) : nullptr;
   glyphsNumber_ = ++lastNumber;
   replaceGlyphs(filledLists_, filledLists);
   replaceGlyphs(outlineLists_, outlineLists);

@@ -8,6 +8,7 @@
 #include "glcontext/gl_api.h"
 #include "objects/text/DigitFont.h"
 #include "objects/text/FontMetrics.h"
+#include "objects/text/GlyphPixels.h"
 #include "objects/text/GlyphShapes_gl.h"
 
 namespace zyn {
@@ -40,6 +41,9 @@ class CGLFontContext {
   /// What the lists draw, for where none may be called; null: not known.
   const GlyphShapes* shapes() const { return shapes_.get(); }
 
+  /// What the lists draw, as pixels; null: not known, or the glyphs have no smooth edges.
+  GlyphPixels* pixels() const { return pixels_.get(); }
+
   /// Takes over lists of the current context, in place of those there were.
   void setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists,
                  std::shared_ptr<const GlyphShapes> shapes = nullptr);
@@ -53,6 +57,7 @@ class CGLFontContext {
  private:
   FontMetrics metrics_;
   std::shared_ptr<const GlyphShapes> shapes_;
+  std::unique_ptr<GlyphPixels> pixels_;
   std::uint64_t glyphsNumber_ = 0;
   GLuint filledLists_ = 0;
   GLuint outlineLists_ = 0;

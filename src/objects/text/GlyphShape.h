@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "core/PlanePoint.h"
@@ -17,5 +18,8 @@ struct GlyphShape {
   std::vector<Contour> contours;
   Triangles filled;
 };
+
+/// The shapes of a font's characters, by the byte that stands for them.
+using GlyphShapes = std::array<GlyphShape, 256>;
 
 }  // namespace zyn

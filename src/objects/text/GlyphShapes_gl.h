@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <string_view>
 #include <vector>
 
@@ -13,9 +12,6 @@ namespace zyn {
 /// Fills what the contours wind around, however they cross: holes are contours that turn the other
 /// way. Needs no rendering context. Throws std::bad_alloc.
 Triangles tessellate(const std::vector<Contour>& contours);
-
-/// The shapes of a font's characters, by the byte that stands for them.
-using GlyphShapes = std::array<GlyphShape, 256>;
 
 /// Compiles 256 lists, one a byte, each of which draws the filled glyph at the origin, an em a
 /// unit, and moves on to the next. 0 where OpenGL gives no lists.

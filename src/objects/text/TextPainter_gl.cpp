@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "glcontext/StateGuards_gl.h"
+#include "objects/text/PixelTextPainter_gl.h"
 
 namespace zyn {
 
@@ -112,11 +113,24 @@ void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineW
   }
 }
 
+void drawUprightGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
+  if (!drawAsPixels(fonts, text, lineWidth)) {
+    drawGlyphs(fonts, text, lineWidth);
+  }
+}
+
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
               double lineWidth, const ModelView& space) {
-  if (!text.empty()) {
-    drawInPlane(placement, space, [&] { drawGlyphs(fonts, text, lineWidth); });
+  if (text.empty()) {
+    return;
   }
+  drawInPlane(placement, space, [&] {
+    if (placement.facesViewer) {
+      drawUprightGlyphs(fonts, text, lineWidth);
+    } else {
+      drawGlyphs(fonts, text, lineWidth);
+    }
+  });
 }
 
 void drawShapedText(const CGLFontContext& fonts, const ShapedText& text,

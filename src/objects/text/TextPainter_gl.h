@@ -28,6 +28,10 @@ struct TextPlacement {
 /// and depth test are the caller's; the state is left as it was.
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth = 0.1);
 
+/// Draws what drawGlyphs does of a text whose height does not depend on the model: from ready
+/// pixels where these look the same, see drawAsPixels.
+void drawUprightGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth = 0.1);
+
 /// Draws a text as drawGlyphs does, but in its place in `space`, which comes from the current
 /// matrix. Nothing is drawn for a placement that is not finite.
 void drawText(const CGLFontContext& fonts, std::string_view text, const TextPlacement& placement,
