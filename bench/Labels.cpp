@@ -1,8 +1,12 @@
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <optional>
 #include <random>
 
 #include "bench/Groups.h"
 #include "bench/RawScene.h"
+#include "bench/ReadyPictures.h"
 #include "common/ClassObject_com.h"
 #include "objects/text/ContextFonts_win.h"
 #include "support/Texts_win.h"
@@ -52,10 +56,9 @@ std::vector<ComPtr<IZYNGLTexte>> createLabels(const std::vector<Label>& labels) 
 
 /// Moves the origin to a point of the scene, axes parallel to the screen's.
 void loadPlaneAt(const std::array<GLdouble, 16>& camera, const Vec& at, double scale) {
-  std::array<GLdouble, 16> plane = {scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, 1};
-  for (std::size_t i = 0; i < 3; ++i) {
-    plane[12 + i] = camera[i] * at.x + camera[4 + i] * at.y + camera[8 + i] * at.z + camera[12 + i];
-  }
+  const Vec eye = transformed(camera, at);
+  const std::array<GLdouble, 16> plane = {scale, 0, 0,     0, 0,     scale, 0,     0,
+                                          0,     0, scale, 0, eye.x, eye.y, eye.z, 1};
   glLoadMatrixd(plane.data());
 }
 
@@ -103,6 +106,31 @@ double emHeightOf(IZYNGLTexte* label, const View3DHost& view, const std::string&
   return (sides[1] - sides[0]) * pixel / widthOf(text, metrics);
 }
 
+SIZE pixelSizeOf(IZYNGLTexte* label) {
+  const test::Sides sides = test::pixelRect(label);
+  return {std::lround(sides[1] - sides[0]), std::lround(sides[3] - sides[2])};
+}
+
+std::vector<Vec> placesOf(const std::vector<Label>& labels) {
+  std::vector<Vec> places;
+  for (const Label& label : labels) places.push_back(label.at);
+  return places;
+}
+
+/// Compares with the fastest of the ways to draw ready pictures.
+void addReady(Report& report, const std::string& figure, const Samples& value,
+              const std::vector<Samples>& ways) {
+  const auto isFaster = [](const Samples& a, const Samples& b) { return a.median() < b.median(); };
+  report.add(figure, "ready pictures of their size, the fastest way", value,
+             *std::min_element(ways.begin(), ways.end(), isFaster), 1.3);
+  std::string note;
+  for (const ReadyPictures::Way way : ReadyPictures::kWays) {
+    note += textOf("%s%s %.1f ms", note.empty() ? "" : ", ", ReadyPictures::nameOf(way),
+                   ways[way].median());
+  }
+  report.note(note);
+}
+
 }  // namespace
 
 void measureLabels(Report& report, const Sizes& sizes) {
@@ -119,20 +147,38 @@ void measureLabels(Report& report, const Sizes& sizes) {
 
   CGLFontContext fonts;
   double scale = 0;
+  std::optional<ReadyPictures> pictures;
+  std::optional<ReadyPictures::Way> way;
   const auto painter = test::makeForeign<test::ForeignObject>();
   painter->onDraw3D = [&](int) {
     if (fonts.filledLists() == 0) {
       buildOutlineFonts(fonts, true);
       scale = emHeightOf(created[0].Get(), ours, labels[0].text, fonts.metrics());
     }
-    drawRaw(labels, fonts, scale);
+    if (way) {
+      pictures->draw(*way);
+    } else {
+      drawRaw(labels, fonts, scale);
+    }
     return S_OK;
   };
   require(raw->Add(painter->dispatch(), 0), "Add");
-  const auto times =
-      interleave({{[&] { drawOrbitFrame(ours); }}, {[&] { drawOrbitFrame(raw); }}}, sizes.rounds);
-  report.add(textOf("%d labels of 12 characters, orbit frame", sizes.labels),
-             "calling the same glyph lists", times[0], times[1], 1.25);
+  const SIZE size = pixelSizeOf(created[0].Get());
+  pictures.emplace(placesOf(labels), size.cx, size.cy);
+  std::vector<Job> jobs = {{[&] { drawOrbitFrame(ours); }}, {[&] {
+                             way.reset();
+                             drawOrbitFrame(raw);
+                           }}};
+  for (const ReadyPictures::Way each : ReadyPictures::kWays) {
+    jobs.push_back({[&, each] {
+      way = each;
+      drawOrbitFrame(raw);
+    }});
+  }
+  const auto times = interleave(jobs, sizes.rounds);
+  const std::string figure = textOf("%d labels of 12 characters, orbit frame", sizes.labels);
+  report.add(figure, "calling the same glyph lists", times[0], times[1], 1.0 / 15);
+  addReady(report, figure, times[0], {times.begin() + 2, times.end()});
 }
 
 }  // namespace zyn::bench
