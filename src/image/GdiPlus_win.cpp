@@ -11,6 +11,7 @@
 #include <iterator>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Failure_win.h"
@@ -225,6 +226,7 @@ struct GdiPlus::Functions {
   decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
   decltype(&Gdiplus::DllExports::GdipCreateBitmapFromScan0) createBitmap;
   decltype(&Gdiplus::DllExports::GdipSetImagePalette) setPalette;
+  decltype(&Gdiplus::DllExports::GdipBitmapSetResolution) setResolution;
   decltype(&Gdiplus::DllExports::GdipLoadImageFromFile) loadImage;
   decltype(&Gdiplus::DllExports::GdipSaveImageToStream) saveImage;
   decltype(&Gdiplus::DllExports::GdipDisposeImage) disposeImage;
@@ -236,6 +238,7 @@ struct GdiPlus::Functions {
            find(module, "GdipGetImageEncoders", encoders) &&
            find(module, "GdipCreateBitmapFromScan0", createBitmap) &&
            find(module, "GdipSetImagePalette", setPalette) &&
+           find(module, "GdipBitmapSetResolution", setResolution) &&
            find(module, "GdipLoadImageFromFile", loadImage) &&
            find(module, "GdipSaveImageToStream", saveImage) &&
            find(module, "GdipDisposeImage", disposeImage);
@@ -302,15 +305,27 @@ GdiPlus::Image GdiPlus::make(const Create& create) const {
   return image;
 }
 
+GdiPlus::Image GdiPlus::withResolution(Image image, Resolution resolution) const {
+  if (image && resolution) {
+    const auto dots = static_cast<Gdiplus::REAL>(*resolution);
+    auto* const bitmap = static_cast<Gdiplus::GpBitmap*>(image.get());
+    if (functions_->setResolution(bitmap, dots, dots) != Gdiplus::Ok) {
+      image.reset();
+    }
+  }
+  return image;
+}
+
 // GDI+ counts rows from the top, those of a picture lie from the bottom.
-GdiPlus::Image GdiPlus::imageOf(const PixelView& picture) const {
-  return make([&] {
+GdiPlus::Image GdiPlus::imageOf(const PixelView& picture, Resolution resolution) const {
+  Image image = make([&] {
     Gdiplus::GpBitmap* made = nullptr;
     functions_->createBitmap(picture.width, picture.height, -static_cast<INT>(picture.rowBytes),
                              PixelFormat24bppRGB,
                              const_cast<BYTE*>(picture.row(picture.height - 1)), &made);
     return made;
   });
+  return withResolution(std::move(image), resolution);
 }
 
 GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
@@ -328,14 +343,15 @@ GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
   return image;
 }
 
-GdiPlus::Image GdiPlus::imageOf(const AlphaPicture& picture) const {
-  return make([&] {
+GdiPlus::Image GdiPlus::imageOf(const AlphaPicture& picture, Resolution resolution) const {
+  Image image = make([&] {
     Gdiplus::GpBitmap* made = nullptr;
     functions_->createBitmap(picture.width(), picture.height(),
                              -static_cast<INT>(picture.rowBytes()), PixelFormat32bppARGB,
                              const_cast<BYTE*>(picture.row(picture.height() - 1)), &made);
     return made;
   });
+  return withResolution(std::move(image), resolution);
 }
 
 GdiPlus::Image GdiPlus::imageFromFile(const wchar_t* fileName) const {

@@ -14,6 +14,7 @@
 
 #include "core/Dib.h"
 #include "image/AlphaPicture.h"
+#include "image/ImageFormat.h"
 #include "image/IndexedPicture.h"
 #include "platform/OutputFile_win.h"
 
@@ -37,9 +38,9 @@ class GdiPlus {
   using Image = std::unique_ptr<Gdiplus::GpImage, Disposer>;
 
   /// Of pixels that stay where they are, and stay the caller's.
-  Image imageOf(const PixelView& picture) const;
+  Image imageOf(const PixelView& picture, Resolution resolution = {}) const;
   Image imageOf(const IndexedPicture& picture) const;
-  Image imageOf(const AlphaPicture& picture) const;
+  Image imageOf(const AlphaPicture& picture, Resolution resolution = {}) const;
   /// Of a file with any image. The file stays open as long as the image.
   Image imageFromFile(const wchar_t* fileName) const;
 
@@ -59,6 +60,7 @@ class GdiPlus {
  private:
   template <class Create>
   Image make(const Create& create) const;
+  Image withResolution(Image image, Resolution resolution) const;
   Gdiplus::Status encode(const Image& image, const wchar_t* mimeType, IStream* stream,
                          const Gdiplus::EncoderParameters* parameters) const;
   void save(const Image& image, const wchar_t* mimeType, OutputFile& file,

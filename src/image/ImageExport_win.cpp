@@ -42,26 +42,31 @@ void encodeGif(const PixelView& picture, OutputFile& file) {
 }
 
 template <class Picture>
-void encodePng(const Picture& picture, OutputFile& file) {
+void encodePng(const Picture& picture, OutputFile& file, Resolution resolution) {
   const GdiPlus gdiPlus;
-  gdiPlus.save(gdiPlus.imageOf(picture), L"image/png", file);
+  gdiPlus.save(gdiPlus.imageOf(picture, resolution), L"image/png", file);
 }
 
-void encodeTiff(const PixelView& picture, OutputFile& file) {
+void encodeTiff(const PixelView& picture, OutputFile& file, Resolution resolution) {
   const GdiPlus gdiPlus;
-  gdiPlus.save(gdiPlus.imageOf(picture), L"image/tiff", file);
+  gdiPlus.save(gdiPlus.imageOf(picture, resolution), L"image/tiff", file);
 }
 
 /// `image` is of the picture, or of what takes its place.
 void encodeJpeg(const GdiPlus& gdiPlus, const GdiPlus::Image& image, const PixelView& picture,
-                OutputFile& file, int quality) {
+                OutputFile& file, int quality, Resolution resolution = {}) {
   requireSides(picture, file);
   // What GDI+ refuses is not written on any system.
   gdiPlus.saveJpeg(image, file, quality);
   if (gdiPlus.ignoresJpegQuality()) {
     file.clear();
-    encodeJpeg(picture, quality, [&](auto bytes) { file.write(bytes); });
+    encodeJpeg(picture, quality, resolution, [&](auto bytes) { file.write(bytes); });
   }
+}
+
+void encodeJpeg(const PixelView& picture, OutputFile& file, int quality, Resolution resolution) {
+  const GdiPlus gdiPlus;
+  encodeJpeg(gdiPlus, gdiPlus.imageOf(picture, resolution), picture, file, quality, resolution);
 }
 
 /// The temporary bitmap file on the way to another one. It is deleted at the end, unless it is that
@@ -114,18 +119,15 @@ void writeGifFile(const PixelView& picture, const wchar_t* fileName) {
 }
 
 void writePngFile(const PixelView& picture, const wchar_t* fileName) {
-  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file); });
+  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file, {}); });
 }
 
-void writePngFile(const AlphaPicture& picture, const wchar_t* fileName) {
-  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file); });
+void writePngFile(const AlphaPicture& picture, const wchar_t* fileName, Resolution resolution) {
+  exportTo(fileName, [&](OutputFile& file) { encodePng(picture, file, resolution); });
 }
 
 void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int quality) {
-  exportTo(fileName, [&](OutputFile& file) {
-    const GdiPlus gdiPlus;
-    encodeJpeg(gdiPlus, gdiPlus.imageOf(picture), picture, file, quality);
-  });
+  exportTo(fileName, [&](OutputFile& file) { encodeJpeg(picture, file, quality, {}); });
 }
 
 void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
@@ -133,7 +135,8 @@ void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const w
 }
 
 void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
-  exportVia(picture, temporary, fileName, encodePng<PixelView>);
+  exportVia(picture, temporary, fileName,
+            [](const PixelView& from, OutputFile& file) { encodePng(from, file, {}); });
 }
 
 void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
@@ -155,19 +158,21 @@ void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const 
 }
 
 void writeImageFile(ImageFormat format, const PixelView& picture, const wchar_t* fileName,
-                    int quality) {
-  switch (format) {
-    case ImageFormat::kBmp:
-      return writeBitmapFile(picture, fileName);
-    case ImageFormat::kJpeg:
-      return writeJpegFile(picture, fileName, quality);
-    case ImageFormat::kGif:
-      return writeGifFile(picture, fileName);
-    case ImageFormat::kPng:
-      return writePngFile(picture, fileName);
-    case ImageFormat::kTiff:
-      return exportTo(fileName, [&](OutputFile& file) { encodeTiff(picture, file); });
-  }
+                    int quality, Resolution resolution) {
+  exportTo(fileName, [&](OutputFile& file) {
+    switch (format) {
+      case ImageFormat::kBmp:
+        return encodeBmp(picture, file);
+      case ImageFormat::kJpeg:
+        return encodeJpeg(picture, file, quality, resolution);
+      case ImageFormat::kGif:
+        return encodeGif(picture, file);
+      case ImageFormat::kPng:
+        return encodePng(picture, file, resolution);
+      case ImageFormat::kTiff:
+        return encodeTiff(picture, file, resolution);
+    }
+  });
 }
 
 }  // namespace zyn

@@ -18,7 +18,7 @@ void writeGifFile(const PixelView& picture, const wchar_t* fileName);
 void writePngFile(const PixelView& picture, const wchar_t* fileName);
 
 /// PNG with transparency.
-void writePngFile(const AlphaPicture& picture, const wchar_t* fileName);
+void writePngFile(const AlphaPicture& picture, const wchar_t* fileName, Resolution resolution);
 
 /// JPEG. `quality` is handed to the encoder as it is; it expects 0 (smallest) to 100 (best).
 void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int quality);
@@ -30,8 +30,8 @@ void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const w
 void writeJpegFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName,
                       int quality);
 
-/// In any format; `quality` as above, for JPEG.
+/// In any format; `quality` as above, for JPEG; `resolution` for JPEG, PNG and TIFF.
 void writeImageFile(ImageFormat format, const PixelView& picture, const wchar_t* fileName,
-                    int quality);
+                    int quality, Resolution resolution);
 
 }  // namespace zyn

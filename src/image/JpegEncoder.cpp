@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <new>
@@ -86,10 +87,23 @@ int blocksOf(const Bytes& file) {
   return across * (kStripRows / (8 * vertical));
 }
 
+/// The file begins with a JFIF segment that tells no unit.
+void putResolution(Bytes& head, double dotsPerInch) {
+  constexpr std::size_t kUnitPlace = 13;
+  constexpr std::uint8_t kInch = 1;
+  const int dots = static_cast<int>(std::lround(dotsPerInch));
+  head[kUnitPlace] = kInch;
+  put16(&head[kUnitPlace + 1], dots);
+  put16(&head[kUnitPlace + 3], dots);
+}
+
 /// The first strip's file up to its pixels, as that of the whole picture.
-Bytes headOf(const Bytes& first, int height) {
+Bytes headOf(const Bytes& first, int height, Resolution resolution) {
   Bytes head(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(dataPlaceOf(first)));
   put16(&head[placeOf(kSizeMarker, head) + 5], height);
+  if (resolution) {
+    putResolution(head, *resolution);
+  }
   std::uint8_t interval[] = {0xFF, kRestartIntervalMarker, 0, 4, 0, 0};
   put16(&interval[4], blocksOf(first));
   head.insert(head.begin() + static_cast<std::ptrdiff_t>(placeOf(kDataMarker, head)),
@@ -100,14 +114,14 @@ Bytes headOf(const Bytes& first, int height) {
 }  // namespace
 
 // Each strip is compressed by itself. Restart markers between them tell decoders to begin afresh.
-void encodeJpeg(const PixelView& picture, int quality,
+void encodeJpeg(const PixelView& picture, int quality, Resolution resolution,
                 const std::function<void(std::span<const std::uint8_t>)>& write) {
   int strips = 0;
   for (int top = 0; top < picture.height; top += kStripRows, ++strips) {
     const Bytes strip =
         encodeRows(picture, top, std::min(kStripRows, picture.height - top), quality);
     if (strips == 0) {
-      write(headOf(strip, picture.height));
+      write(headOf(strip, picture.height, resolution));
     } else {
       const int restart = kFirstRestartMarker + (strips - 1) % kRestartMarkers;
       write(std::array{std::uint8_t{0xFF}, static_cast<std::uint8_t>(restart)});

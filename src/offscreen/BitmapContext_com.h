@@ -3,6 +3,7 @@
 #include <ocidl.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -197,6 +198,11 @@ class BitmapContext
   }
 
  private:
+  Resolution fileResolution() const final {
+    constexpr double kMost = 65535.0;  // of JPEG files
+    return std::clamp(pixelScale() * screenResolution_, 1.0, kMost);
+  }
+
   /// What a rendering context begins with.
   using Belongings = std::pair<std::shared_ptr<ContextFonts>, std::shared_ptr<DisplayLists>>;
 

@@ -124,12 +124,15 @@ class OutputMembers : public Base {
   /// What is shown as lines and texts, where it is a graph. Throws why there is no picture.
   virtual std::optional<VectorPicture> vectorPicture() { return std::nullopt; }
 
+  /// What files of pixels tell.
+  virtual Resolution fileResolution() const { return std::nullopt; }
+
   void writePixels(ImageFormat format, const wchar_t* file) {
     withPicture([&](const DrawPicture& draw) {
       if (isTransparent_ && format == ImageFormat::kPng) {
-        writePngFile(transparentPicture(draw), file);
+        writePngFile(transparentPicture(draw), file, fileResolution());
       } else {
-        writeImageFile(format, draw({}), file, quality_);
+        writeImageFile(format, draw({}), file, quality_, fileResolution());
       }
     });
   }

@@ -127,6 +127,50 @@ TEST_P(ExportTest, PngHasExactlyThePixelsOfTheBmp) {
   }
 }
 
+// Dots per inch are whole in JPEG files, a whole number of dots per metre in PNG files.
+TEST_P(ExportTest, FilesOfExporterTellTheResolution) {
+  const auto scene = makeScene(60, 40);
+  const auto expectTold = [&](const wchar_t* name, double resolution, double tolerance) {
+    scene->put_DPIResolution(resolution);
+    ASSERT_EQ(callMethod(scene->dispatch(), L"Exporter", {bstr(target(name))}).code(), S_OK);
+    EXPECT_NEAR(decoded(name).dotsPerInch, resolution, tolerance) << std::filesystem::path(name);
+  };
+  for (const double resolution : {72.0, 96.0, 150.4, 300.0, 2400.0}) {
+    expectTold(L"a.png", resolution, 0.013);
+    expectTold(L"a.jpg", resolution, 0.5);
+    expectTold(L"a.tif", resolution, 0.013);
+  }
+  putProperty(scene->dispatch(), L"FondTransparent", true);
+  expectTold(L"a.png", 300, 0.013);
+  expectTold(L"a.png", 600, 0.013);
+}
+
+TEST_P(ExportTest, ResolutionsThatNoFileHoldsAreHeld) {
+  const auto scene = makeScene(60, 40);
+  for (const wchar_t* const name : {L"a.png", L"a.jpg", L"a.tif"}) {
+    for (const auto& [resolution, told] : {std::pair{1e-9, 1.0}, std::pair{1e9, 65535.0}}) {
+      scene->put_DPIResolution(resolution);
+      ASSERT_EQ(callMethod(scene->dispatch(), L"Exporter", {bstr(target(name))}).code(), S_OK);
+      EXPECT_NEAR(decoded(name).dotsPerInch, told, 0.02) << std::filesystem::path(name);
+    }
+  }
+}
+
+TEST_P(ExportTest, FilesOfTheOlderMembersDoNotTellIt) {
+  const auto scene = makeScene(60, 40);
+  fill(scene);
+  const auto png = target(L"a.png");
+  const auto jpg = target(L"a.jpg");
+  const auto written = [&] {
+    scene->exportPng(png);
+    scene->exportJpg(jpg, 80);
+    return std::pair{readFile(png), readFile(jpg)};
+  };
+  const auto before = written();
+  scene->put_DPIResolution(300);
+  EXPECT_EQ(written(), before);
+}
+
 TEST_P(ExportTest, GifOfFewColoursIsExact) {
   const Scene scene = makeScene(101, 64);
   fill(scene);

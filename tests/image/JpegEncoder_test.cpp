@@ -52,7 +52,7 @@ class Decoded {
 
 std::vector<std::uint8_t> encoded(const PixelView& picture, int quality) {
   std::vector<std::uint8_t> file;
-  encodeJpeg(picture, quality, [&](std::span<const std::uint8_t> bytes) {
+  encodeJpeg(picture, quality, {}, [&](std::span<const std::uint8_t> bytes) {
     file.insert(file.end(), bytes.begin(), bytes.end());
   });
   return file;

@@ -4,6 +4,8 @@
 // After windows.h:
 #include <wincodec.h>
 
+#include <stdexcept>
+
 namespace zyn::test {
 namespace {
 
@@ -25,6 +27,14 @@ ComPtr<IWICBitmapSource> asBgra(IWICImagingFactory* factory, IWICBitmapFrameDeco
   return converter;
 }
 
+double resolutionOf(IWICBitmapFrameDecode* frame) {
+  double x = 0;
+  double y = 0;
+  require(frame->GetResolution(&x, &y), "GetResolution");
+  if (x != y) throw std::runtime_error("a resolution for each axis");
+  return x;
+}
+
 DecodedImage copyPixels(const std::wstring& format, IWICBitmapSource* source) {
   UINT width = 0;
   UINT height = 0;
@@ -34,7 +44,7 @@ DecodedImage copyPixels(const std::wstring& format, IWICBitmapSource* source) {
   require(source->CopyPixels(nullptr, stride, static_cast<UINT>(pixels.size()), pixels.data()),
           "CopyPixels");
   const Image empty(static_cast<int>(width), static_cast<int>(height));
-  DecodedImage decoded{format, empty, empty};
+  DecodedImage decoded{format, empty, empty, 0};
   for (UINT y = 0; y < height; ++y) {
     const BYTE* pixel = pixels.data() + static_cast<size_t>(stride) * y;
     for (UINT x = 0; x < width; ++x, pixel += 4) {
@@ -61,7 +71,10 @@ DecodedImage decodeImageFile(const std::filesystem::path& path) {
   require(decoder->GetContainerFormat(&container), "GetContainerFormat");
   ComPtr<IWICBitmapFrameDecode> frame;
   require(decoder->GetFrame(0, &frame), "GetFrame");
-  return copyPixels(formatName(container), asBgra(factory.Get(), frame.Get()).Get());
+  DecodedImage decoded =
+      copyPixels(formatName(container), asBgra(factory.Get(), frame.Get()).Get());
+  decoded.dotsPerInch = resolutionOf(frame.Get());
+  return decoded;
 }
 
 }  // namespace zyn::test

@@ -10,7 +10,8 @@ namespace zyn::test {
 struct DecodedImage {
   std::wstring format;  ///< "png", "jpeg", "gif", "bmp" or "tiff", by content and not by name
   Image image;
-  Image alpha;  ///< opacity in each component
+  Image alpha;             ///< opacity in each component
+  double dotsPerInch = 0;  ///< of both axes
 };
 
 /// Reads any image file with the system's own decoders (Windows Imaging Component).

@@ -130,6 +130,10 @@ Status WINAPI GdipCreateBitmapFromScan0(INT width, INT height, INT stride, INT f
   return passOn("GdipCreateBitmapFromScan0", width, height, stride, format, pixels, bitmap);
 }
 
+Status WINAPI GdipBitmapSetResolution(void* bitmap, float x, float y) {
+  return passOn("GdipBitmapSetResolution", bitmap, x, y);
+}
+
 Status WINAPI GdipSetImagePalette(void* image, const void* palette) {
   return passOn("GdipSetImagePalette", image, palette);
 }
