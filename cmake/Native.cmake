@@ -1,5 +1,11 @@
-# Unit and GL tests on the build machine, under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Unit, GL and fuzz tests on the build machine, under AddressSanitizer and UndefinedBehaviorSanitizer, by clang: libFuzzer
+# is its own, and one build serves all of them.
+if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  message(FATAL_ERROR "The native tests are built by clang: -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++")
+endif()
 set(ZYN_SANITIZE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+# GCC's -Wconversion leaves signs alone; clang's would not.
+target_compile_options(zyn_warnings INTERFACE -Wno-sign-conversion)
 add_compile_options(${ZYN_SANITIZE})
 add_link_options(${ZYN_SANITIZE})
 find_package(Threads REQUIRED)
@@ -10,8 +16,9 @@ file(GLOB host_sources CONFIGURE_DEPENDS hosts/*/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "(_win|_com|main)\\.cpp$")
 add_library(zyn_logic OBJECT ${logic_sources} ${host_sources})
 target_include_directories(zyn_logic PUBLIC src hosts tests)
-# What is tested is optimised a little: the tests look at hundreds of thousands of inputs.
-target_compile_options(zyn_logic PRIVATE -O1)
+# What is tested is optimised a little: the tests look at hundreds of thousands of inputs. Fuzzing wants to know its branches.
+target_compile_options(zyn_logic PRIVATE -O1 -fsanitize=fuzzer-no-link)
+target_compile_options(zyn_third_party PRIVATE -O1 -fsanitize=fuzzer-no-link)
 target_compile_definitions(zyn_logic PUBLIC ZYN_COUNT_GUARDS ZYN_COUNT_READS)
 target_include_directories(zyn_logic SYSTEM PUBLIC ${ZYN_STB_DIR})
 target_link_libraries(zyn_logic PUBLIC zyn_warnings zyn_third_party)
@@ -52,47 +59,20 @@ add_executable(zyn_assimp_tests tests/assimp/AssimpModels_test.cpp)
 target_link_libraries(zyn_assimp_tests PRIVATE zyn_logic zyn_gtest Threads::Threads assimp)
 add_test(NAME assimp COMMAND zyn_assimp_tests)
 
-# Fuzz targets: clang's libFuzzer over the same sources, run for a bounded number of inputs on top of those that are
-# kept in tests/fuzz/corpus (tools/fuzz.sh). -seed_inputs reads them and adds none.
-find_program(ZYN_FUZZ_CC NAMES clang clang-14 REQUIRED)
-find_program(ZYN_FUZZ_CXX NAMES clang++ clang++-14 REQUIRED)
-set(fuzz_flags -g1 -O1 -fsanitize=address,undefined -fno-sanitize-recover=all)
-list(TRANSFORM ZYN_THIRD_PARTY_FOLDERS PREPEND -isystem OUTPUT_VARIABLE third_party_flags)
-foreach(definition IN LISTS ZYN_THIRD_PARTY_DEFINITIONS)
-  list(APPEND third_party_flags -D${definition})
-endforeach()
-set(ZYN_FUZZ_FLAGS -std=c++20 ${fuzz_flags} -I${CMAKE_SOURCE_DIR}/src -I${CMAKE_SOURCE_DIR}/hosts -isystem ${ZYN_STB_DIR}
-  ${third_party_flags})
-set(fuzz_objects)
-foreach(source IN LISTS ZYN_THIRD_PARTY_SOURCES logic_sources host_sources)
-  file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${source})
-  set(object ${CMAKE_BINARY_DIR}/fuzz/${name}.o)
-  get_filename_component(folder ${object} DIRECTORY)
-  file(MAKE_DIRECTORY ${folder})
-  if(source MATCHES "\\.c$")
-    set(compile ${ZYN_FUZZ_CC} ${fuzz_flags} ${third_party_flags} -w)
-  else()
-    set(compile ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS})
-  endif()
-  add_custom_command(OUTPUT ${object}
-    COMMAND ${compile} -fsanitize=fuzzer-no-link -MD -MF ${object}.d -c ${source} -o ${object}
-    DEPENDS ${source} DEPFILE ${object}.d VERBATIM)
-  list(APPEND fuzz_objects ${object})
-endforeach()
+# Fuzz targets, run for a bounded number of inputs on top of those that are kept in tests/fuzz/corpus (tools/fuzz.sh).
+# -seed_inputs reads them and adds none.
 file(GLOB fuzzers CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
-file(GLOB fuzz_headers CONFIGURE_DEPENDS tests/fuzz/*.h tests/support/*Bytes.h)
 foreach(fuzzer IN LISTS fuzzers)
   get_filename_component(name ${fuzzer} NAME_WE)
-  set(program ${CMAKE_BINARY_DIR}/bin/${name})
-  add_custom_command(OUTPUT ${program}
-    COMMAND ${ZYN_FUZZ_CXX} ${ZYN_FUZZ_FLAGS} -I${CMAKE_SOURCE_DIR}/tests -fsanitize=fuzzer ${fuzzer} ${fuzz_objects} -o ${program}
-    DEPENDS ${fuzzer} ${fuzz_headers} ${fuzz_objects} VERBATIM)
-  add_custom_target(${name} ALL DEPENDS ${program})
+  add_executable(${name} ${fuzzer})
+  target_compile_options(${name} PRIVATE -O1)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_libraries(${name} PRIVATE zyn_logic)
   file(GLOB corpus CONFIGURE_DEPENDS tests/fuzz/corpus/${name}/*)
   list(JOIN corpus "," seeds)
-  set(list ${CMAKE_BINARY_DIR}/fuzz/${name}.seeds)
+  set(list ${CMAKE_BINARY_DIR}/${name}.seeds)
   file(WRITE ${list} "${seeds}")
-  add_test(NAME fuzz.${name} COMMAND ${program} -runs=20000 -max_len=4096 -seed=1 -seed_inputs=@${list})
+  add_test(NAME fuzz.${name} COMMAND ${name} -runs=20000 -max_len=4096 -seed=1 -seed_inputs=@${list})
 endforeach()
 
 # What G-code programs do, by an interpreter of its own: the answers are kept, and come out again.

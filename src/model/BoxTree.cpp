@@ -42,8 +42,7 @@ class Curve {
   explicit Curve(const Box3& box) : box_(box) {
     const Vecteur sizes = box.extents();
     const double largest = std::max({sizes.x, sizes.y, sizes.z});
-    constexpr double kCells = 0x1FFFFF;
-    scale_ = largest > 0 && std::isfinite(largest) ? kCells / largest : 0;
+    size_ = std::isfinite(largest) ? largest : 0;
   }
 
   std::uint64_t placeOf(const Vector& p) const {
@@ -53,11 +52,13 @@ class Curve {
 
  private:
   std::uint64_t cell(double offset) const {
-    return scale_ > 0 ? static_cast<std::uint64_t>(offset * scale_) : 0;
+    constexpr double kCells = 0x1FFFFF;
+    return size_ > 0 ? static_cast<std::uint64_t>(std::clamp(offset / size_, 0.0, 1.0) * kCells)
+                     : 0;
   }
 
   Box3 box_;
-  double scale_;
+  double size_;
 };
 
 Vector middleOf(const Mesh& mesh, std::size_t face) {

@@ -32,7 +32,7 @@ std::string PdfFont::name() const {
   std::uint32_t hash = 2166136261U;
   for (const auto& [code, text] : texts_) {
     for (const wchar_t unit : text) {
-      hash = (hash ^ static_cast<std::uint32_t>(unit) ^ code << 16U) * 16777619U;
+      hash = (hash ^ static_cast<std::uint32_t>(unit) ^ std::uint32_t{code} << 16U) * 16777619U;
     }
   }
   std::string name = "/";

@@ -40,7 +40,7 @@ class Decoded {
                 stbi_image_free) {}
 
   const std::uint8_t* at(int x, int y) const {
-    return &pixels_[std::ptrdiff_t{3} * (y * width + x)];
+    return pixels_.get() + std::ptrdiff_t{3} * (y * width + x);
   }
 
   int width = 0;

@@ -224,7 +224,7 @@ Drawn drawnOf(const TraceInWindow& trace, const PixelGrid& grid, std::size_t zer
 TEST(GrowingTraceTest, TheReducedPathIsThatOfOneSequenceOfTheSamePoints) {
   std::mt19937 random(5);
   std::uniform_int_distribution<std::size_t> size(1, 3000);
-  for (int round = 0; round < 150; ++round) {
+  for (unsigned round = 0; round < 150; ++round) {
     const Values values = valuesOf(random, 1000 + size(random) * (round % 4));
     const std::size_t capacity = random() % 3 ? 1 + random() % values.x.size() : 0;
     Grown grown;

@@ -223,7 +223,7 @@ TEST(PngEncoderTest, HoldsThePicture) {
   EXPECT_EQ(crc32(0, file.data() + 12, 17),
             file[29] << 24U | file[30] << 16U | file[31] << 8U | file[32]);
   EXPECT_EQ(std::string(file.begin() + 37, file.begin() + 41), "IDAT");
-  const std::size_t length = file[35] << 8U | file[36];
+  const std::size_t length = std::size_t{file[35]} << 8U | file[36];
   EXPECT_EQ(
       inflated(std::span(file).subspan(41, length), 18),
       (std::vector<std::uint8_t>{0, 9, 10, 11, 12, 13, 14, 15, 16, 0, 1, 2, 3, 4, 5, 6, 7, 8}))

@@ -160,7 +160,7 @@ TEST_F(TrihedronTest, LettersStayReadableInSmallViews) {
 
 TEST_F(TrihedronTest, StaysInFrontOfTheScene) {
   const Image alone = render();
-  drawScene(scene(), [this] {
+  drawScene(scene(), [] {
     glDisable(GL_LIGHTING);
     glColor3f(1, 1, 1);
     glBegin(GL_QUADS);

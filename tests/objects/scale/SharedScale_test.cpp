@@ -9,7 +9,7 @@
 namespace zyn::test {
 namespace {
 
-class User : public ScaleUser {
+class User final : public ScaleUser {
  public:
   User(SharedScale& scale, std::initializer_list<double> values) : scale_(scale) {
     set(values);
