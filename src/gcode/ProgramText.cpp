@@ -50,7 +50,8 @@ bool ProgramText::nextLine() {
 
 /// By its mark, or by a first character of ASCII.
 bool ProgramText::isUtf16() const {
-  const std::string_view first(begin_, static_cast<std::size_t>(std::min<std::ptrdiff_t>(end_ - begin_, 2)));
+  const std::string_view first(
+      begin_, static_cast<std::size_t>(std::min<std::ptrdiff_t>(end_ - begin_, 2)));
   return first == "\xFF\xFE" || first == "\xFE\xFF" ||
          (first.size() == 2 && (!first[0] != !first[1]));
 }
