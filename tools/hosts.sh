@@ -57,6 +57,12 @@ expect_part() {
   mv part.png seen-part.png # the next run makes its own
 }
 
+# guide_program GUIDE LANGUAGE NUMBER: the block of code of that number, from 1, in a guide of docs.
+guide_program() {
+  awk -v fence="^\`\`\`$2" -v wanted="$3" '/^```/ { inside = $0 ~ fence && ++count == wanted; next } inside' \
+    "$root/docs/$1.md"
+}
+
 # open_window TITLE PROGRAM ARGS...: starts a Windows program and waits for its window: $program and $window.
 open_window() {
   local title=$1
@@ -188,15 +194,17 @@ compile_pascal() { ppcx64 "${options[@]}" -FE. "${@:2}" "$1" >pascal.log || { ta
 host_pascal() {
   local options source
   prepare_pascal
-  awk '/^```pascal/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' \
-    "$root/docs/hosting-delphi.md" >gear.pas
+  guide_program hosting-delphi pascal 1 >gear.pas
+  guide_program hosting-delphi pascal 2 >tiles.pas
   cp "$hosts/data/gear.stl" .
-  for source in gear.pas "$hosts"/pascal/{picture,part}.pas; do
+  for source in {gear,tiles}.pas "$hosts"/pascal/{picture,part}.pas; do
     compile_pascal "$source"
   done
-  run "$PWD/gear.exe"
-  expect "done"
-  expect_pictures gear.png
+  for source in gear tiles; do
+    run "$PWD/$source.exe"
+    expect "done"
+    expect_pictures "$source.png"
+  done
   run "$PWD/picture.exe" picture.png
   expect "done"
   expect "a fourth corner: ZYNVue.ZYNGLTriangle: \$80004005"
@@ -277,7 +285,7 @@ unregister() {
 }
 
 host_csharp() {
-  local dotnet
+  local dotnet page
   prepare_dotnet
   build_dotnet "$root/tests/dotnet" -p:LangVersion=7.3
   run "$dotnet" "$PWD/dotnet/out/Interop_test.dll"
@@ -285,15 +293,21 @@ host_csharp() {
   # The interfaces of .NET Framework, by another compiler.
   mcs -langversion:7.2 -warnaserror -target:library -out:framework.dll "$root"/dotnet/{source,generated}/*.cs || fail "mcs"
   build_dotnet "$hosts/csharp"
-  mkdir -p pages/guide
-  awk '/^```csharp/ && !found { found = inside = 1; next } /^```/ { inside = 0 } inside' "$root/docs/hosting-dotnet.md" \
-    >pages/guide/Program.cs
-  cp "$hosts/csharp/Program.csproj" pages/guide
-  build_dotnet pages/guide
+  for page in 1 2; do
+    mkdir -p "pages/guide$page"
+    guide_program hosting-dotnet csharp "$page" >"pages/guide$page/Program.cs"
+    cp "$hosts/csharp/Program.csproj" "pages/guide$page"
+    build_dotnet "pages/guide$page"
+  done
+  diff <(guide_program hosting-dotnet csharp 1) <(guide_program ../dotnet/package/README csharp 1) ||
+    fail "the read-me of the package has another program"
   unregister
   cp "$hosts/data/gear.stl" .
-  run "$PWD/guide/out/Program.exe"
+  run "$PWD/guide1/out/Program.exe"
   expect_pictures gear.png
+  run "$PWD/guide2/out/Program.exe"
+  expect done
+  expect_pictures tiles.png
   run "$PWD/csharp/out/Program.exe" part "$hosts/data/part.obj" .
   expect done
   expect_part
