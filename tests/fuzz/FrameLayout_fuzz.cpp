@@ -67,8 +67,9 @@ void require(bool holds) {
   }
 }
 
-void check(const FrameLayout& layout, ClientSize client) {
-  const double pixels = std::max(client.width, client.height);
+/// The layout is in pixels of a screen: as many as these go into those of the window.
+void check(const FrameLayout& layout, ClientSize client, double pixelScale) {
+  const double pixels = std::max(client.width, client.height) / pixelScale;
   for (const FrameLayout::LineGroup& group : layout.lines) {
     require(static_cast<double>(group.lines.size()) <= 2 * pixels + 2);
   }
@@ -93,8 +94,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   view.resize(client);
   const double xScale = input.takeNumber();
   view.showGraph(range, xScale, input.takeNumber());
-  const std::optional<GraphPlacement> placement =
-      view.graphPlacement(client, 0.5 + client.width % 4 * 0.75);
+  const double pixelScale = 0.5 + client.width % 4 * 0.75;
+  const std::optional<GraphPlacement> placement = view.graphPlacement(client, pixelScale);
   if (!placement) {
     return 0;
   }
@@ -104,11 +105,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   linear.x.title.name = input.takeText();
   linear.x.title.unit = input.takeText();
   linear.y.title = linear.x.title;
-  check(layOutFrame(linear, *placement, kFont), client);
+  check(layOutFrame(linear, *placement, kFont), client, pixelScale);
   LogLogGraph logLog;
   logLog.x = {{}, range.xMin, range.xMax, {}};
   logLog.y = {{}, range.yMin, range.yMax, {}};
-  check(layOutFrame(logLog, *placement, kFont), client);
+  check(layOutFrame(logLog, *placement, kFont), client, pixelScale);
   view.getPixelPoint(input.takeNumber(), input.takeNumber());
   view.turnWheel(
       {input.take<int>(), input.take<int>()}, input.take<std::int16_t>(),
