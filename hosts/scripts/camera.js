@@ -41,14 +41,12 @@ function main() {
     throw new Error("usage: cscript //nologo camera.js FOLDER");
   }
   var context = new ActiveXObject("ZYNVue.ZYN3dGLBitmapContext");
-  context.BackColor = numbers([1, 1, 1]);
   context.LineAntialiasing = true;
   context.MultiSampleAntialiasing = true;
   context.CreateContext(900, 480);
   addScene(context);
   addCamera(context);
-  // All of it, seen from the side and from above.
-  context.ViewParams(boxAround(-9, 12, -3.4, 3.4, -3, 3), 0, viewFrame([-0.55, 0.75, -0.4], [0, 0, 1]));
+  context.Camera = sideView();
   var folder = WScript.Arguments(0);
   if (!files.FolderExists(folder)) {
     files.CreateFolder(folder);
@@ -60,6 +58,17 @@ function main() {
     throw new Error(file + ": the picture could not be written");
   }
   WScript.Echo("done: 1 pictures");
+}
+
+// All of it, seen from the side and from above.
+function sideView() {
+  var camera = new ActiveXObject("ZYNVue.ZYNCamera");
+  camera.setOeil(7, -7.5, 4);
+  camera.setCible(1.5, 0, 0);
+  camera.setHaut(0, 0, 1);
+  camera.Largeur = 23.6;
+  camera.Hauteur = 12.6;
+  return camera;
 }
 
 // What the camera looks at: a pyramid around the target.
@@ -112,7 +121,7 @@ function line(context, points, colour, width) {
     z.push(points[i][2]);
   }
   var trace = new ActiveXObject("ZYNModeleGeom.Polyligne");
-  trace.setPoints3D(numbers(x), numbers(y), numbers(z));
+  trace.setPoints3D(x, y, z);
   trace.setColor(colour[0], colour[1], colour[2], 1);
   trace.Epaisseur = width;
   context.Add(trace, NORMAL);
@@ -138,26 +147,7 @@ function addTriangle(context, corners, colour) {
   context.Add(triangle, NORMAL);
 }
 
-function boxAround(xMin, xMax, yMin, yMax, zMin, zMax) {
-  var box = new ActiveXObject("ZYNModeleGeom.Box3D");
-  box.XMin = xMin;
-  box.XMax = xMax;
-  box.YMin = yMin;
-  box.YMax = yMax;
-  box.ZMin = zMin;
-  box.ZMax = zMax;
-  return box;
-}
-
 // --- numbers -------------------------------------------------------------------------------------
-
-// The 16 numbers of a view: left, up, direction from the eye to the model, then what the context
-// works out itself.
-function viewFrame(direction, upwards) {
-  var d = unit(direction);
-  var left = unit(cross(upwards, d));
-  return numbers(left.concat(cross(d, left), d, [0, 0, 0, 0, 0, 0, 0]));
-}
 
 function cross(a, b) {
   return [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]];
@@ -171,13 +161,4 @@ function difference(a, b) {
 function unit(v) {
   var length = Math.sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]) || 1;
   return [v[0] / length, v[1] / length, v[2] / length];
-}
-
-// COM takes no JScript arrays; the items of a dictionary are an array that it does take.
-function numbers(values) {
-  var dictionary = new ActiveXObject("Scripting.Dictionary");
-  for (var i = 0; i < values.length; i++) {
-    dictionary.Add(i, values[i]);
-  }
-  return dictionary.Items();
 }

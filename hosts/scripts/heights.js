@@ -166,7 +166,8 @@ function unit(v) {
   return [v[0] / length, v[1] / length, v[2] / length];
 }
 
-// COM takes no JScript arrays; the items of a dictionary are an array that it does take.
+// Backgrounds, lights and frames of views take no arrays of JScript; the items of a dictionary are
+// an array that they do take.
 function numbers(values) {
   var dictionary = new ActiveXObject("Scripting.Dictionary");
   for (var i = 0; i < values.length; i++) {
