@@ -39,32 +39,34 @@ EGLDisplay display() {
   return opened;
 }
 
-EGLConfig chooseConfig() {
-  constexpr EGLint kWanted[] = {EGL_SURFACE_TYPE,
-                                EGL_PBUFFER_BIT,
-                                EGL_RENDERABLE_TYPE,
-                                EGL_OPENGL_BIT,
-                                EGL_RED_SIZE,
-                                8,
-                                EGL_GREEN_SIZE,
-                                8,
-                                EGL_BLUE_SIZE,
-                                8,
-                                EGL_ALPHA_SIZE,
-                                8,
-                                EGL_DEPTH_SIZE,
-                                24,
-                                EGL_NONE};
+EGLConfig chooseConfig(EGLint samples) {
+  const EGLint wanted[] = {EGL_SURFACE_TYPE,
+                           EGL_PBUFFER_BIT,
+                           EGL_RENDERABLE_TYPE,
+                           EGL_OPENGL_BIT,
+                           EGL_RED_SIZE,
+                           8,
+                           EGL_GREEN_SIZE,
+                           8,
+                           EGL_BLUE_SIZE,
+                           8,
+                           EGL_ALPHA_SIZE,
+                           8,
+                           EGL_DEPTH_SIZE,
+                           24,
+                           EGL_SAMPLES,
+                           samples,
+                           EGL_NONE};
   EGLConfig config = nullptr;
   EGLint count = 0;
-  checked(eglChooseConfig(display(), kWanted, &config, 1, &count), "eglChooseConfig");
+  checked(eglChooseConfig(display(), wanted, &config, 1, &count), "eglChooseConfig");
   return checked(config, "eglChooseConfig");
 }
 
 }  // namespace
 
-EglContext::EglContext(int width, int height) : width_(width), height_(height) {
-  const EGLConfig config = chooseConfig();
+EglContext::EglContext(int width, int height, int samples) : width_(width), height_(height) {
+  const EGLConfig config = chooseConfig(samples);
   const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
   surface_ = checked(eglCreatePbufferSurface(display(), config, size), "eglCreatePbufferSurface");
   context_ = checked(eglCreateContext(display(), config, nullptr, nullptr), "eglCreateContext");

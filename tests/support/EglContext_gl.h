@@ -5,10 +5,10 @@
 namespace zyn::test {
 
 /// An OpenGL context on a black picture in memory (8 bits a component with alpha, 24 of depth, no
-/// window system), current for the object's life.
+/// window system), current for the object's life. With `samples` each pixel has several.
 class EglContext {
  public:
-  EglContext(int width, int height);
+  EglContext(int width, int height, int samples = 0);
   ~EglContext();
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;

@@ -27,7 +27,10 @@ class PixelTextPainterTest : public test::GlTest {
   static constexpr int kWidth = 256;
   static constexpr int kHeight = 64;
 
-  void SetUp() override {
+  void SetUp() override { prepare(fonts_); }
+  void TearDown() override { fonts_.release(); }
+
+  static void prepare(CGLFontContext& fonts) {
     glViewport(0, 0, kWidth, kHeight);
     glMatrixMode(GL_PROJECTION);
     glOrtho(0, kWidth, 0, kHeight, -1, 1);
@@ -35,9 +38,8 @@ class PixelTextPainterTest : public test::GlTest {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4d(1, 1, 1, 1);
-    test::giveLetters(fonts_);
+    test::giveLetters(fonts);
   }
-  void TearDown() override { fonts_.release(); }
 
   static void moveTo(const PlanePoint& start, double em) {
     glLoadIdentity();
@@ -260,6 +262,18 @@ TEST_F(PixelTextPainterTest, OtherPlacesAreForOutlines) {
   expectNone("tiny");
   moveTo({100, 20}, std::nan(""));
   expectNone("nowhere");
+}
+
+TEST_F(PixelTextPainterTest, SeveralSamplesAPixelAreForOutlines) {
+  for (const int samples : {0, 4}) {
+    const test::EglContext sampled(kWidth, kHeight, samples);
+    CGLFontContext fonts;
+    prepare(fonts);
+    moveTo({20, 20}, 24);
+    EXPECT_EQ(drawAsPixels(fonts, "abc", 0.1), samples == 0);
+    fonts.release();
+  }
+  wide_.makeCurrent();
 }
 
 TEST_F(PixelTextPainterTest, WideLinesAreForOutlines) {
