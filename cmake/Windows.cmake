@@ -102,6 +102,7 @@ target_link_libraries(viewer PRIVATE shell32 comdlg32 comctl32 shlwapi)
 configure_file(hosts/viewer/viewer.manifest.in ${CMAKE_BINARY_DIR}/bin/viewer.exe.manifest @ONLY)
 zyn_host(minimal -mwindows)
 zyn_host(ownobject -mwindows)
+zyn_host(pathpick -mwindows)
 zyn_host(scripthost)
 zyn_host(surrogate)
 

@@ -123,6 +123,17 @@ host_ownobject() {
   close_window
 }
 
+host_pathpick() {
+  printf '%s\n' "G21 G90 F600" "G0 X0 Y0 Z0" "G1 X40" "Y30" "X0" "Y0" >square.nc
+  open_window "Tool path" "$windows/bin/pathpick.exe" square.nc
+  click 229 219 "Picked: line 3"
+  click 262 360 "Picked: line 4"
+  click 356 300 "Picked: nothing"
+  click 476 301 "Picked: line 5"
+  take square
+  close_window
+}
+
 host_scripthost() {
   local script
   for script in pick.vbs pick.js; do
@@ -428,8 +439,9 @@ host_python() {
   done
 }
 
-all=(minimal ownobject scripthost scripts pascal lazarus csharp winforms surrogate javascript python)
+all=(minimal ownobject pathpick scripthost scripts pascal lazarus csharp winforms surrogate javascript python)
 declare -A titles=([minimal]="C++: a view in a window, an event" [ownobject]="C++: an object of the host's own, picked"
+  [pathpick]="C++: from a click to the line of a program"
   [scripthost]="VBScript, JScript: events of a view" [scripts]="VBScript, JScript: pictures"
   [pascal]="Free Pascal: a picture, late and early bound"
   [lazarus]="Lazarus: both views in a form, their events"
