@@ -1652,8 +1652,8 @@ namespace ZYNVue.Interop {
     [DispId(14)]
     void setPointsCotation(double X1, double Y1, double Z1, double X2, double Y2, double Z2);
 
-    /// <summary>Kind of dimension: 0 plain label (default), 1 along y, 2 along x, 3 aligned with the points.</summary>
-    /// <value>Sets the kind of dimension: 1 along y, 2 along x, 3 aligned with the points, any other value plain label.</value>
+    /// <summary>Kind of dimension: 0 plain label (default), 1 along y, 2 along x, 3 aligned with the points. For 2D views: a 3D view draws the text as a plain label at its position, whatever the kind; there, draw the lines as a Polyligne.</summary>
+    /// <value>Sets the kind of dimension: 1 along y, 2 along x, 3 aligned with the points, any other value plain label. Draws nothing more in a 3D view.</value>
     [DispId(15)]
     int TypeCotation { get; set; }
 
@@ -1757,8 +1757,8 @@ namespace ZYNVue.Interop {
     [DispId(14)]
     void setPointsCotation(double X1, double Y1, double Z1, double X2, double Y2, double Z2);
 
-    /// <summary>Kind of dimension: 0 plain label (default), 1 along y, 2 along x, 3 aligned with the points.</summary>
-    /// <value>Sets the kind of dimension: 1 along y, 2 along x, 3 aligned with the points, any other value plain label.</value>
+    /// <summary>Kind of dimension: 0 plain label (default), 1 along y, 2 along x, 3 aligned with the points. For 2D views: a 3D view draws the text as a plain label at its position, whatever the kind; there, draw the lines as a Polyligne.</summary>
+    /// <value>Sets the kind of dimension: 1 along y, 2 along x, 3 aligned with the points, any other value plain label. Draws nothing more in a 3D view.</value>
     [DispId(15)]
     int TypeCotation { get; set; }
 
@@ -2392,7 +2392,7 @@ namespace ZYNVue.Interop {
     [DispId(10)]
     void setPointsCotation(double X1, double Y1, double Z1, double X2, double Y2, double Z2);
 
-    /// <summary>Kind of dimension: 0 text only (default), 1 vertical, 2 horizontal, 3 aligned with the points.</summary>
+    /// <summary>Kind of dimension: 0 text only (default), 1 vertical, 2 horizontal, 3 aligned with the points. No view draws a ZYNGLCote that is added to it: the host draws it with its drawing members; in a 3D view take a Polyligne for the lines and a ZYNGLTexte.</summary>
     /// <value>Sets the kind of dimension: 1 vertical, 2 horizontal (along y and x; in a plane that is not theirs as seen from its normal with z upwards), 3 aligned with the points, any other value text only.</value>
     [DispId(11)]
     int TypeCotation { get; set; }

@@ -25,6 +25,8 @@ constexpr const char* kConventions = R"(
   a call by name converts numbers other than 0 to VARIANT_TRUE before. The exceptions say so.
 - **Units.** Angles are in degrees, but for the azimuth and elevation of lights, which are in radians. Lengths are in
   model units. Pixels are those of the client area, y downward. Colours are 0 to 1 unless the text says 0 to 255.
+- **Looks.** What materials, lights, sides and normals do to a part is told, with pictures, in
+  [Colours, light and sides](../colours-and-light.md); how dimensions get into a 3D view in [Parts](../parts.md#dimensions).
 - **Arrays** go in as one-dimensional arrays of doubles, or of VARIANTs with doubles or 16- or 32-bit integers; arrays of
   other types, `float[]` and `int[]` among them, are not read. Meshes, groups, cameras, colour scales, series, maps and the
   interfaces whose names end in 2 take arrays of any type of number. They come out as arrays of doubles, or of 32-bit
