@@ -1,4 +1,5 @@
 # A picture of a part, and a graph of a table: part.ps1 -Model gear.stl -Table oven.csv -Folder C:\Users\Public
+# Written without PowerShell at hand: not run.
 param(
   [Parameter(Mandatory)] [string] $Model,
   [Parameter(Mandatory)] [string] $Table,

@@ -1,6 +1,6 @@
 Attribute VB_Name = "ZYNVueSamples"
 ' A picture of a part, and a graph of the selected cells, in the active sheet. For 64-bit Excel: File, Import File in the
-' editor. The components must be registered.
+' editor. The components must be registered. Written without Excel at hand: not run.
 Option Explicit
 
 ' The part in gear.stl beside the workbook.
