@@ -1,6 +1,7 @@
 #include "core/Dib.h"
 
 #include <bit>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 
@@ -43,6 +44,18 @@ std::array<std::uint8_t, kBmpHeaderBytes> bmpHeader(std::int32_t width, std::int
   putLittleEndian(info + 14, kBitsPerPixel, 2);
   putLittleEndian(info + 20, imageBytes, 4);
   return header;
+}
+
+// Pixels are alike as long as each byte is that of three bytes before.
+int runEnd(const std::uint8_t* row, int x, int width) {
+  const std::ptrdiff_t last = std::ptrdiff_t{3} * (width - 1);
+  std::ptrdiff_t at = std::ptrdiff_t{3} * x;
+  for (; at + 8 <= last && std::memcmp(row + at, row + at + 3, 8) == 0; at += 8) {
+  }
+  while (at < last && row[at] == row[at + 3]) {
+    ++at;
+  }
+  return static_cast<int>(at / 3) + 1;
 }
 
 void packRow(const std::uint8_t* from, std::uint8_t* to, int pixels) {

@@ -32,6 +32,9 @@ inline Colour24 colourAt(const std::uint8_t* row, int x) {
   return {pixel[2], pixel[1], pixel[0]};
 }
 
+/// Where the run of pixels of one colour ends that begins at pixel x of a row of `width`.
+int runEnd(const std::uint8_t* row, int x, int width);
+
 /// Copies one row of pixels, dropping the fourth byte of each: blue, green, red, x becomes blue,
 /// green, red. The rows must not overlap.
 void packRow(const std::uint8_t* from, std::uint8_t* to, int pixels);

@@ -45,28 +45,6 @@ class JpegQuality {
   Gdiplus::EncoderParameters parameters_{};
 };
 
-/// The colours of an indexed image.
-class GifPalette {
- public:
-  explicit GifPalette(const Palette& colours) : palette_{0, static_cast<UINT>(colours.size()), {}} {
-    std::transform(colours.begin(), colours.end(), std::begin(palette_.colours), [](Colour24 each) {
-      return 0xFF000000U | std::uint32_t{each.red} << 16 | std::uint32_t{each.green} << 8 |
-             each.blue;
-    });
-  }
-
-  const Gdiplus::ColorPalette* entries() const {
-    return reinterpret_cast<const Gdiplus::ColorPalette*>(&palette_);
-  }
-
- private:
-  struct {
-    UINT flags;
-    UINT count;
-    Gdiplus::ARGB colours[256];
-  } palette_;
-};
-
 constexpr int kProbeSide = 64;
 
 /// A picture that the qualities compress very differently.
@@ -225,7 +203,6 @@ struct GdiPlus::Functions {
   decltype(&Gdiplus::DllExports::GdipGetImageEncodersSize) encodersSize;
   decltype(&Gdiplus::DllExports::GdipGetImageEncoders) encoders;
   decltype(&Gdiplus::DllExports::GdipCreateBitmapFromScan0) createBitmap;
-  decltype(&Gdiplus::DllExports::GdipSetImagePalette) setPalette;
   decltype(&Gdiplus::DllExports::GdipBitmapSetResolution) setResolution;
   decltype(&Gdiplus::DllExports::GdipLoadImageFromFile) loadImage;
   decltype(&Gdiplus::DllExports::GdipSaveImageToStream) saveImage;
@@ -237,7 +214,6 @@ struct GdiPlus::Functions {
            find(module, "GdipGetImageEncodersSize", encodersSize) &&
            find(module, "GdipGetImageEncoders", encoders) &&
            find(module, "GdipCreateBitmapFromScan0", createBitmap) &&
-           find(module, "GdipSetImagePalette", setPalette) &&
            find(module, "GdipBitmapSetResolution", setResolution) &&
            find(module, "GdipLoadImageFromFile", loadImage) &&
            find(module, "GdipSaveImageToStream", saveImage) &&
@@ -326,21 +302,6 @@ GdiPlus::Image GdiPlus::imageOf(const PixelView& picture, Resolution resolution)
     return made;
   });
   return withResolution(std::move(image), resolution);
-}
-
-GdiPlus::Image GdiPlus::imageOf(const IndexedPicture& picture) const {
-  const GifPalette palette(picture.palette());
-  Image image = make([&] {
-    Gdiplus::GpBitmap* made = nullptr;
-    functions_->createBitmap(picture.width(), picture.height(),
-                             -static_cast<INT>(picture.rowBytes()), PixelFormat8bppIndexed,
-                             const_cast<BYTE*>(picture.row(picture.height() - 1)), &made);
-    return made;
-  });
-  if (image && functions_->setPalette(image.get(), palette.entries()) != Gdiplus::Ok) {
-    image.reset();
-  }
-  return image;
 }
 
 GdiPlus::Image GdiPlus::imageOf(const AlphaPicture& picture, Resolution resolution) const {

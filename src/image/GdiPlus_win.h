@@ -15,7 +15,6 @@
 #include "core/Dib.h"
 #include "image/AlphaPicture.h"
 #include "image/ImageFormat.h"
-#include "image/IndexedPicture.h"
 #include "platform/OutputFile_win.h"
 
 namespace zyn {
@@ -39,7 +38,6 @@ class GdiPlus {
 
   /// Of pixels that stay where they are, and stay the caller's.
   Image imageOf(const PixelView& picture, Resolution resolution = {}) const;
-  Image imageOf(const IndexedPicture& picture) const;
   Image imageOf(const AlphaPicture& picture, Resolution resolution = {}) const;
   /// Of a file with any image. The file stays open as long as the image.
   Image imageFromFile(const wchar_t* fileName) const;

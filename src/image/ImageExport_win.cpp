@@ -6,6 +6,7 @@
 
 #include "core/Dib.h"
 #include "image/GdiPlus_win.h"
+#include "image/GifEncoder.h"
 #include "image/IndexedPicture.h"
 #include "image/JpegEncoder.h"
 #include "platform/Failure_win.h"
@@ -36,9 +37,7 @@ void requireSides(const PixelView& picture, const OutputFile& file) {
 
 void encodeGif(const PixelView& picture, OutputFile& file) {
   requireSides(picture, file);
-  const IndexedPicture indexed(picture);
-  const GdiPlus gdiPlus;
-  gdiPlus.save(gdiPlus.imageOf(indexed), L"image/gif", file);
+  encodeGif(IndexedPicture(picture), [&](auto bytes) { file.write(bytes); });
 }
 
 template <class Picture>
@@ -131,7 +130,8 @@ void writeJpegFile(const PixelView& picture, const wchar_t* fileName, int qualit
 }
 
 void writeGifFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {
-  exportVia(picture, temporary, fileName, encodeGif);
+  exportVia(picture, temporary, fileName,
+            [](const PixelView& from, OutputFile& file) { encodeGif(from, file); });
 }
 
 void writePngFileVia(const PixelView& picture, const wchar_t* temporary, const wchar_t* fileName) {

@@ -61,61 +61,59 @@ int errorOf(int wanted, std::uint8_t shown) {
 
 }  // namespace
 
-IndexedPicture::IndexedPicture(const PixelView& picture)
-    : width_(picture.width),
-      height_(picture.height),
-      rowBytes_((std::int64_t{width_} + 3) / 4 * 4) {
+IndexedPicture::IndexedPicture(const PixelView& picture) : picture_(picture) {
   const ColourHistogram histogram(picture);
   palette_ = paletteOf(histogram, kMostColours);
+  isExact_ = histogram.isExact() && histogram.groups().size() <= kMostColours;
+}
+
+void IndexedPicture::giveRows(const TakeRow& take) const {
   if (palette_.empty()) {
     return;
   }
-  indices_.resize(static_cast<std::size_t>(rowBytes_ * height_));
-  if (histogram.isExact() && histogram.groups().size() <= kMostColours) {
-    mapExactly(picture);
+  if (isExact_) {
+    giveExactRows(take);
   } else {
-    mapSpreadingErrors(picture);
+    giveRowsSpreadingErrors(take);
   }
 }
 
-void IndexedPicture::mapExactly(const PixelView& picture) {
+void IndexedPicture::giveExactRows(const TakeRow& take) const {
   NearestColour nearest(palette_);
-  Colour24 last = palette_.front();
-  std::uint8_t index = 0;
-  for (int y = 0; y < height_; ++y) {
-    const std::uint8_t* const from = picture.row(y);
-    std::uint8_t* const to = row(y);
-    for (int x = 0; x < width_; ++x) {
-      const Colour24 colour = colourAt(from, x);
-      if (colour != last) {
-        last = colour;
-        index = nearest.indexOf(colour);
-      }
-      to[x] = index;
+  std::vector<std::uint8_t> to(static_cast<std::size_t>(width()));
+  for (int y = height() - 1; y >= 0; --y) {
+    const std::uint8_t* const from = picture_.row(y);
+    for (int x = 0; x < width();) {
+      const int end = runEnd(from, x, width());
+      std::fill(to.begin() + x, to.begin() + end, nearest.indexOf(colourAt(from, x)));
+      x = end;
     }
+    take(to);
   }
 }
 
-void IndexedPicture::mapSpreadingErrors(const PixelView& picture) {
-  NearestColour nearest(palette_);
-  SpreadErrors errors(width_);
-  for (int y = 0; y < height_; ++y) {
-    const std::uint8_t* const from = picture.row(y);
-    std::uint8_t* const to = row(y);
+void IndexedPicture::giveRowsSpreadingErrors(const TakeRow& take) const {
+  NearColour near(palette_);
+  SpreadErrors errors(width());
+  std::vector<std::uint8_t> to(static_cast<std::size_t>(width()));
+  for (int y = height() - 1; y >= 0; --y) {
+    const std::uint8_t* const from = picture_.row(y);
     // Every other row runs backwards, so that the errors leave no slanted pattern.
     const int step = y % 2 == 0 ? 1 : -1;
-    int x = step > 0 ? 0 : width_ - 1;
+    int x = step > 0 ? 0 : width() - 1;
     errors.beginRow();
-    for (int i = 0; i < width_; ++i, x += step) {
+    for (int i = 0; i < width(); ++i, x += step) {
       const Components wanted = errors.corrected(x, colourAt(from, x));
-      to[x] =
-          nearest.indexOf({heldInRange(wanted[0]), heldInRange(wanted[1]), heldInRange(wanted[2])});
-      const Colour24 shown = palette_[to[x]];
+      const std::uint8_t index =
+          near.indexOf({heldInRange(wanted[0]), heldInRange(wanted[1]), heldInRange(wanted[2])});
+      to[static_cast<std::size_t>(x)] = index;
+      const Colour24 shown = palette_[index];
       errors.spread(x, step,
                     {errorOf(wanted[0], shown.red), errorOf(wanted[1], shown.green),
                      errorOf(wanted[2], shown.blue)});
     }
     errors.endRow(x - step);
+    take(to);
   }
 }
 

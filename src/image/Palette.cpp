@@ -22,12 +22,9 @@ ColourHistogram::ColourHistogram(const PixelView& picture) : slots_(kSlots, -1) 
   for (int y = 0; y < picture.height; ++y) {
     const std::uint8_t* const row = picture.row(y);
     for (int x = 0; x < picture.width;) {
-      const Colour24 colour = colourAt(row, x);
-      const int start = x;
-      do {
-        ++x;
-      } while (x < picture.width && colourAt(row, x) == colour);
-      add(colour, static_cast<std::uint64_t>(x - start));
+      const int end = runEnd(row, x, picture.width);
+      add(colourAt(row, x), static_cast<std::uint64_t>(end - x));
+      x = end;
     }
   }
 }
@@ -91,9 +88,8 @@ Range rangeTo(int value, int lowest, int side) {
   return {square(outside), square(std::max(std::abs(value - lowest), std::abs(value - highest)))};
 }
 
-/// To the cell that has `inside` in it.
-Range rangeTo(Colour24 colour, Colour24 inside, int bits) {
-  const int side = 1 << (8 - bits);
+/// To the cell of `side` that has `inside` in it.
+Range rangeTo(Colour24 colour, Colour24 inside, int side) {
   const Range red = rangeTo(colour.red, inside.red & -side, side);
   const Range green = rangeTo(colour.green, inside.green & -side, side);
   const Range blue = rangeTo(colour.blue, inside.blue & -side, side);
@@ -103,55 +99,61 @@ Range rangeTo(Colour24 colour, Colour24 inside, int bits) {
 
 }  // namespace
 
-NearestColour::NearestColour(const Palette& palette) {
+NearestColour::NearestColour(const Palette& palette) : cells_(Cells::kCount) {
   for (auto colour = palette.begin(); colour != palette.end(); ++colour) {
     if (std::find(palette.begin(), colour, *colour) == colour) {
-      candidates_.push_back({*colour, static_cast<std::uint8_t>(colour - palette.begin())});
+      all_.push_back({*colour, static_cast<std::uint8_t>(colour - palette.begin())});
     }
   }
-  all_.count = static_cast<std::uint32_t>(candidates_.size());
 }
 
-std::uint8_t NearestColour::nearestOf(const Cell& cell, Colour24 colour) const {
-  const Candidate* const first = candidates_.data() + cell.begin;
-  const Candidate* nearest = first;
-  int least = cell.count > 1 ? distance(first->colour, colour) : 0;
-  for (const Candidate* each = first + 1; each < first + cell.count; ++each) {
-    const int found = distance(each->colour, colour);
+std::uint8_t NearestColour::indexOf(Colour24 colour) {
+  Candidates& candidates = cells_[Cells::cellOf(colour)];
+  if (candidates.empty()) {
+    candidates = candidatesFor(colour);
+  }
+  const Candidate* nearest = candidates.data();
+  int least = std::numeric_limits<int>::max();
+  for (const Candidate& each : candidates) {
+    const int found = distance(each.colour, colour);
     if (found < least) {
       least = found;
-      nearest = each;
+      nearest = &each;
     }
   }
   return nearest->index;
 }
 
-/// The small cell of the colour.
-const NearestColour::Cell& NearestColour::fill(Colour24 colour) {
-  Cell& large = large_.cells[cellOf(colour, Grid::kLargeBits)];
-  if (large.count == 0) {
-    large = choose(all_, colour, Grid::kLargeBits);
-  }
-  return small_.cells[cellOf(colour, Grid::kSmallBits)] = choose(large, colour, Grid::kSmallBits);
-}
-
-/// Those candidates that can be nearest to a colour in the cell of `colour`.
-NearestColour::Cell NearestColour::choose(const Cell& from, Colour24 colour, int bits) {
-  std::array<int, 256> nearest;
+/// Those that can be nearest to a colour in the cell of `colour`.
+NearestColour::Candidates NearestColour::candidatesFor(Colour24 colour) const {
+  std::vector<int> nearest;
   int bound = std::numeric_limits<int>::max();
-  for (std::size_t i = 0; i < from.count; ++i) {
-    const Range range = rangeTo(candidates_[from.begin + i].colour, colour, bits);
-    nearest[i] = range.nearest;
+  for (const Candidate& each : all_) {
+    const Range range = rangeTo(each.colour, colour, Cells::kSide);
+    nearest.push_back(range.nearest);
     bound = std::min(bound, range.farthest);
   }
-  const auto begin = static_cast<std::uint32_t>(candidates_.size());
-  for (std::size_t i = 0; i < from.count; ++i) {
+  Candidates chosen;
+  for (std::size_t i = 0; i < all_.size(); ++i) {
     if (nearest[i] <= bound) {
-      const Candidate candidate = candidates_[from.begin + i];
-      candidates_.push_back(candidate);
+      chosen.push_back(all_[i]);
     }
   }
-  return {begin, static_cast<std::uint32_t>(candidates_.size()) - begin};
+  return chosen;
+}
+
+NearColour::NearColour(const Palette& palette)
+    : nearest_(palette), known_(Cells::kCount, kUnknown) {
+  for (std::size_t i = palette.size(); i-- > 0;) {
+    known_[Cells::cellOf(palette[i])] = static_cast<std::uint8_t>(i);
+  }
+}
+
+std::uint8_t NearColour::nearestToMiddle(Colour24 colour) {
+  const auto middle = [](std::uint8_t component) {
+    return static_cast<std::uint8_t>((component & -Cells::kSide) + Cells::kSide / 2);
+  };
+  return nearest_.indexOf({middle(colour.red), middle(colour.green), middle(colour.blue)});
 }
 
 namespace {

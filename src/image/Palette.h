@@ -49,52 +49,65 @@ using Palette = std::vector<Colour24>;
 /// A histogram of at most `size` groups gives their means.
 Palette paletteOf(const ColourHistogram& histogram, std::size_t size);
 
-/// Answers which colour of a palette is nearest to a given one. Colour space is divided into large
-/// cells and these into small ones; a cell lists the few palette colours that can be nearest to a
-/// colour inside it, once asked.
+/// Cells of colour space: colours that share the leading bits of each component.
+template <int bits>
+struct ColourCells {
+  static constexpr std::size_t kCount = std::size_t{1} << (3 * bits);
+  static constexpr int kSide = 1 << (8 - bits);
+
+  static std::size_t cellOf(Colour24 colour) {
+    constexpr int kShift = 8 - bits;
+    return static_cast<std::size_t>(
+        (colour.red >> kShift << bits | colour.green >> kShift) << bits | colour.blue >> kShift);
+  }
+};
+
+/// Answers which colour of a palette is nearest to a given one. Each cell of colour space lists the
+/// few palette colours that can be nearest to a colour inside it, once asked.
 class NearestColour {
  public:
   /// `palette` has 1 to 256 colours.
   explicit NearestColour(const Palette& palette);
 
   /// Index of the nearest colour by squared distance; of equally near ones, the first.
-  std::uint8_t indexOf(Colour24 colour) {
-    const Cell& cell = small_.cells[cellOf(colour, Grid::kSmallBits)];
-    return nearestOf(cell.count > 0 ? cell : fill(colour), colour);
-  }
+  std::uint8_t indexOf(Colour24 colour);
 
  private:
+  using Cells = ColourCells<4>;
   struct Candidate {
     Colour24 colour;
     std::uint8_t index;
   };
-  /// Candidates that follow one another; none before the cell is asked.
-  struct Cell {
-    std::uint32_t begin = 0;
-    std::uint32_t count = 0;
-  };
-  struct Grid {
-    static constexpr int kLargeBits = 3;  ///< of each component
-    static constexpr int kSmallBits = 6;
+  using Candidates = std::vector<Candidate>;
 
-    explicit Grid(int bits) : cells(std::size_t{1} << (3 * bits)) {}
+  Candidates candidatesFor(Colour24 colour) const;
 
-    std::vector<Cell> cells;
-  };
+  Candidates all_;
+  std::vector<Candidates> cells_;  ///< empty until they are asked
+};
 
-  static std::size_t cellOf(Colour24 colour, int bits) {
-    const int shift = 8 - bits;
-    return static_cast<std::size_t>((colour.red >> shift << bits | colour.green >> shift) << bits |
-                                    colour.blue >> shift);
+/// The same more quickly, for colours whose error is spread: one answer for each small cell, that
+/// for its middle. Colours of the palette that lie apart are told exactly.
+class NearColour {
+ public:
+  explicit NearColour(const Palette& palette);
+
+  std::uint8_t indexOf(Colour24 colour) {
+    std::uint16_t& known = known_[Cells::cellOf(colour)];
+    if (known == kUnknown) {
+      known = nearestToMiddle(colour);
+    }
+    return static_cast<std::uint8_t>(known);
   }
-  std::uint8_t nearestOf(const Cell& cell, Colour24 colour) const;
-  const Cell& fill(Colour24 colour);
-  Cell choose(const Cell& from, Colour24 colour, int bits);
 
-  std::vector<Candidate> candidates_;
-  Cell all_;
-  Grid large_{Grid::kLargeBits};
-  Grid small_{Grid::kSmallBits};
+ private:
+  using Cells = ColourCells<6>;
+  static constexpr std::uint16_t kUnknown = 0x100;
+
+  std::uint8_t nearestToMiddle(Colour24 colour);
+
+  NearestColour nearest_;
+  std::vector<std::uint16_t> known_;
 };
 
 }  // namespace zyn

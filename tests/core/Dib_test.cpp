@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -94,6 +95,19 @@ TEST_P(PackRowTest, DropsEveryFourthByteAndWritesNoFurther) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Widths, PackRowTest, testing::Values(0, 1, 2, 3, 4, 5, 7, 8, 641));
+
+// Runs of every length at every place, up to the end of a row: nothing behind it is read.
+TEST(RunEndTest, RunsEndWhereTheColourChanges) {
+  for (int width = 1; width < 30; ++width) {
+    for (int end = 1; end <= width; ++end) {
+      for (std::size_t component = 0; component < 3; ++component) {
+        std::vector<std::uint8_t> row(3 * static_cast<std::size_t>(width), 7);
+        if (end < width) row[3 * static_cast<std::size_t>(end) + component] = 8;
+        for (int x = 0; x < end; ++x) ASSERT_EQ(runEnd(row.data(), x, width), end);
+      }
+    }
+  }
+}
 
 }  // namespace
 }  // namespace zyn

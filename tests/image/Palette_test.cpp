@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -109,6 +110,27 @@ TEST(NearestColourTest, OfEqualColoursTheFirstCounts) {
   NearestColour nearest({{9, 9, 9}, {10, 10, 10}, {10, 10, 10}});
   EXPECT_EQ(nearest.indexOf({10, 10, 10}), 1);
   EXPECT_EQ(nearest.indexOf({255, 255, 255}), 1);
+}
+
+TEST(NearColourTest, IsHardlyFartherThanTheNearest) {
+  Random random;
+  std::vector<Colour24> palette;
+  for (int i = 0; i < 200; ++i) palette.push_back(random.colour());
+  NearColour near(palette);
+  for (int i = 0; i < 20000; ++i) {
+    const Colour24 colour = random.colour();
+    const double least = std::sqrt(distance(palette[bySearchingAll(palette, colour)], colour));
+    ASSERT_LE(std::sqrt(distance(palette[near.indexOf(colour)], colour)),
+              least + 2 * std::sqrt(12));
+  }
+}
+
+TEST(NearColourTest, TellsThePaletteItself) {
+  NearColour near({{0, 0, 0}, {255, 255, 255}, {131, 128, 128}, {125, 127, 127}, {255, 255, 255}});
+  EXPECT_EQ(near.indexOf({0, 0, 0}), 0);
+  EXPECT_EQ(near.indexOf({255, 255, 255}), 1);
+  EXPECT_EQ(near.indexOf({131, 128, 128}), 2);
+  EXPECT_EQ(near.indexOf({125, 127, 127}), 3);
 }
 
 }  // namespace

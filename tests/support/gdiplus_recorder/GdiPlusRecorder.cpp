@@ -134,10 +134,6 @@ Status WINAPI GdipBitmapSetResolution(void* bitmap, float x, float y) {
   return passOn("GdipBitmapSetResolution", bitmap, x, y);
 }
 
-Status WINAPI GdipSetImagePalette(void* image, const void* palette) {
-  return passOn("GdipSetImagePalette", image, palette);
-}
-
 Status WINAPI GdipDisposeImage(void* image) { return passOn("GdipDisposeImage", image); }
 
 Status WINAPI GdipGetImageEncoders(UINT count, UINT size, void* encoders) {
