@@ -90,7 +90,9 @@ void BlockReader::readWord(Block& block, char letter) {
   } else if (skippedCode_ != SkippedCode::kNone) {
     readLooseWord(block, letter, place);
   } else if (letter == 'o') {
-    text_.fail(place, "O words (subprograms, loops, branches) are not supported");
+    text_.fail(place,
+               "O words (subprograms, loops, branches) are not supported; leave out the line of a "
+               "program's number");
   } else if (bit & kRotaryLetters) {
     text_.fail(place, "the rotary axis " + wordName(letter) + " is not supported");
   } else if (letter == 'n') {

@@ -63,6 +63,7 @@ TEST(BlockReader, whatMayStandTogether) {
 
 TEST(BlockReader, refused) {
   EXPECT_EQ(errorOf("G0 X1\nO100 sub").substr(0, 3), "2:1");
+  EXPECT_NE(errorOf("O1001 (BRACKET)").find("leave out the line"), std::string::npos);
   EXPECT_EQ(errorOf("M98 P1"), "1:1 M98 is not supported");
   EXPECT_EQ(errorOf("G1 G41 D1"), "1:4 G41 is not supported");
   EXPECT_EQ(errorOf("G42"), "1:1 G42 is not supported");
