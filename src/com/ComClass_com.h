@@ -6,6 +6,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <memory>
 #include <new>
 #include <tuple>
 #include <type_traits>
@@ -13,6 +14,7 @@
 
 #include "com/ComIdentity_com.h"
 #include "com/Dual_com.h"
+#include "com/ErrorInfoSupport_com.h"
 #include "com/askFor_com.h"
 #include "com/automation_com.h"
 
@@ -60,37 +62,55 @@ struct Published<Extending<Interface, Earlier...>> {
 /// may define `HRESULT finishConstruction()`, which runs once the object can be referred to; its
 /// failure ends the creation.
 template <class Derived, class... Interfaces>
-class ComClass : public Interfaces..., public ISupportErrorInfo, public ComIdentity {
+class ComClass : public Interfaces..., public ComIdentity {
   using Default = std::tuple_element_t<0, std::tuple<Interfaces...>>;
 
  public:
+  class InnerUnknown;
+
   static REFIID defaultInterface() noexcept {
     return __uuidof(typename detail::Published<Default>::Type);
   }
 
   HRESULT finishConstruction() { return S_OK; }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) noexcept final {
-    return controllingUnknown()->QueryInterface(iid, out);
-  }
-  STDMETHODIMP_(ULONG) AddRef() noexcept final { return controllingUnknown()->AddRef(); }
-  STDMETHODIMP_(ULONG) Release() noexcept final { return controllingUnknown()->Release(); }
+  bool isAggregated() noexcept { return controllingUnknown() != ownUnknown(); }
 
-  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) noexcept final {
-    return (detail::Published<Interfaces>::answers(iid) || ...) ? S_OK : S_FALSE;
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) noexcept final {
+    if (isAggregated()) {
+      return controllingUnknown()->QueryInterface(iid, out);
+    }
+    if (!out) {
+      return E_POINTER;
+    }
+    *out = nullptr;
+    return iid == IID_IUnknown ? hand(ownUnknown(), out) : findInterface(iid, out);
+  }
+  STDMETHODIMP_(ULONG) AddRef() noexcept final {
+    return isAggregated() ? controllingUnknown()->AddRef() : addReference();
+  }
+  STDMETHODIMP_(ULONG) Release() noexcept final {
+    return isAggregated() ? controllingUnknown()->Release() : dropReference([this] { destroy(); });
   }
 
  protected:
-  ComClass() = default;
+  ComClass() noexcept : ComIdentity(ownUnknown()) {}
   ~ComClass() = default;
 
   /// More interfaces than those of the list: gives the interface with a reference counted on it.
   virtual HRESULT queryExtra(REFIID, void**) noexcept { return E_NOINTERFACE; }
 
  private:
-  HRESULT findInterface(REFIID iid, void** out) noexcept final {
+  IUnknown* ownUnknown() noexcept { return static_cast<Default*>(this); }
+
+  static bool hasErrorInfo(REFIID iid) noexcept {
+    return (detail::Published<Interfaces>::answers(iid) || ...);
+  }
+
+  /// `*out` is null when called.
+  HRESULT findInterface(REFIID iid, void** out) noexcept {
     if (iid == IID_ISupportErrorInfo) {
-      return hand(static_cast<ISupportErrorInfo*>(this), out);
+      return ErrorInfoSupport::give(*controllingUnknown(), hasErrorInfo, out);
     }
     const bool found = ((detail::Published<Interfaces>::answers(iid) &&
                          SUCCEEDED(hand(static_cast<Interfaces*>(this), out))) ||
@@ -105,10 +125,39 @@ class ComClass : public Interfaces..., public ISupportErrorInfo, public ComIdent
     return S_OK;
   }
 
-  void destroy() noexcept final {
+  void destroy() noexcept {
     static_assert(std::is_final_v<Derived>, "the object is deleted as what it is");
     delete static_cast<Derived*>(this);
   }
+};
+
+/// What an outer object keeps of one that is part of it: the unknown that does not delegate.
+template <class Derived, class... Interfaces>
+class ComClass<Derived, Interfaces...>::InnerUnknown final : public IUnknown {
+ public:
+  /// For a new object that nobody has seen yet. Takes over the reference on it.
+  void attach(ComClass& object, IUnknown* outer) noexcept {
+    object_ = &object;
+    object.aggregateInto(outer);
+  }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) noexcept override {
+    if (!out) {
+      return E_POINTER;
+    }
+    *out = nullptr;
+    return iid == IID_IUnknown ? hand(this, out) : object_->findInterface(iid, out);
+  }
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return object_->addReference(); }
+  STDMETHODIMP_(ULONG) Release() noexcept override {
+    return object_->dropReference([this] {
+      object_->destroy();
+      delete this;
+    });
+  }
+
+ private:
+  ComClass* object_ = nullptr;
 };
 
 /// Gives a new object as an outer object or a class object wants it: as part of `outer`, if any,
@@ -123,13 +172,14 @@ HRESULT createInstance(IUnknown* outer, REFIID iid, void** out) noexcept {
     return CLASS_E_NOAGGREGATION;
   }
   return boundary([&] {
+    auto inner = outer ? std::make_unique<typename Class::InnerUnknown>() : nullptr;
     auto* const object = new Class();
-    const auto inner = adopt(object->innerUnknown());
-    if (outer) {
-      object->aggregateInto(outer);
+    if (inner) {
+      inner->attach(*object, outer);
     }
+    const auto held = adopt(inner ? inner.release() : object->controllingUnknown());
     throwIfFailed(object->finishConstruction());
-    return inner->QueryInterface(iid, out);
+    return held->QueryInterface(iid, out);
   });
 }
 

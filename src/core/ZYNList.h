@@ -8,21 +8,35 @@
 
 namespace zyn {
 
+/// A place in a list, which holds a pointer.
+template <class T>
+struct ZYNNode {
+  ZYNNode* next = nullptr;
+  ZYNNode** prevLink =
+      nullptr;  ///< the `next` of the node before this one; null for the first node
+  T value = nullptr;
+
+  T get() const { return value; }
+};
+
+/// Base of what is its own place in a list, where each byte counts.
+template <class Value>
+struct ZYNLink {
+  ZYNLink* next = nullptr;
+  ZYNLink** prevLink = nullptr;  ///< as that of a node
+
+  /// As a node gives it: the list says nothing about its values.
+  Value* get() const { return static_cast<Value*>(const_cast<ZYNLink*>(this)); }
+};
+
 /// Singly linked list of pointers that keeps insertion order. It owns its nodes, never what the
 /// values point to. To call outside code while going through the values, use a Walk.
-template <class T>
+template <class T, class NodeOfValue = ZYNNode<T>>
 class ZYNList {
   static_assert(std::is_pointer_v<T>, "the list holds pointers");
 
  public:
-  struct Node {
-    Node* next = nullptr;
-    Node** prevLink = nullptr;  ///< the `next` of the node before this one; null for the first node
-    T value = nullptr;
-
-    /// The node before this one; null for the first.
-    Node* previous() const { return holderOf(prevLink); }
-  };
+  using Node = NodeOfValue;
 
   class Walk;
 
@@ -51,7 +65,7 @@ class ZYNList {
     std::uint32_t removed = 0;
     for (Node* node = head_; node;) {
       Node* const next = node->next;
-      if (node->value == value) {
+      if (node->get() == value) {
         unlink(*node);
         if (freeNodes) {
           freeNode(node);
@@ -100,20 +114,34 @@ class ZYNList {
  protected:
   /// Unlinks and frees a node of this list. Its value.
   T take(Node& node) {
-    const T value = node.value;
+    const T value = node.get();
     unlink(node);
     freeNode(&node);
     return value;
   }
 
+  /// The node before one; null for the first.
+  static Node* previous(const Node& node) { return holderOf(node.prevLink); }
+
   /// The last node; null when the list is empty.
   Node* tail() const { return head_ ? holderOf(tailLink_) : nullptr; }
 
-  /// Where the nodes come from, for lists whose values bring their own.
-  virtual Node* makeNode(T value) { return new Node{nullptr, nullptr, value}; }
-  virtual void freeNode(Node* node) { delete node; }
-
  private:
+  static constexpr bool kIsLink = std::is_convertible_v<T, Node*>;
+
+  static Node* makeNode(T value) {
+    if constexpr (kIsLink) {
+      return value;
+    } else {
+      return new Node{nullptr, nullptr, value};
+    }
+  }
+  static void freeNode(Node* node) {
+    if constexpr (!kIsLink) {
+      delete node;
+    }
+  }
+
   /// Where a walk stands. Not on the stack: foreign code may leave a walk without its destructor
   /// being called, by longjmp or by a structured exception.
   struct Stand {
@@ -173,8 +201,8 @@ class ZYNList {
 /// nested.
 ///
 ///     for (ZYNList<T>::Walk walk(list); walk; walk.advance()) { use(*walk); }
-template <class T>
-class ZYNList<T>::Walk {
+template <class T, class NodeOfValue>
+class ZYNList<T, NodeOfValue>::Walk {
  public:
   /// Stands on the first value.
   explicit Walk(ZYNList& list)
@@ -202,7 +230,7 @@ class ZYNList<T>::Walk {
   explicit operator bool() const { return stand_->node != nullptr; }
 
   /// The value it stands on, or null.
-  T operator*() const { return stand_->node ? stand_->node->value : nullptr; }
+  T operator*() const { return stand_->node ? stand_->node->get() : nullptr; }
 
   void advance() {
     if (Node* const next = stand_->link ? *stand_->link : nullptr) {

@@ -221,7 +221,7 @@ void CListTrace::enter(DrawElem& element) {
     return;
   }
   nests_ += element.own->nest() ? 1 : 0;
-  ElementGroup* const last = tail() ? ElementGroup::of(*tail()->value) : nullptr;
+  ElementGroup* const last = tail() ? ElementGroup::of(*tail()->get()) : nullptr;
   if (last && last->accepts(element)) {
     last->append(element);
     return;
@@ -276,7 +276,7 @@ DrawElem* CListTrace::find(IDispatch* object) {
 std::unique_ptr<DrawElem> CListTrace::release(DrawElem& element) {
   setCursor(nullptr);
   leave(element);
-  std::unique_ptr<DrawElem> released(take(element.node));
+  std::unique_ptr<DrawElem> released(take(element.node()));
   tellOwner(SceneChange::kShape);
   return released;
 }
@@ -296,16 +296,16 @@ void CListTrace::removeEvery(IDispatch* object) {
 void CListTrace::removeAll() {
   // Releasing an object may run foreign code that changes the list: one element at a time.
   while (head()) {
-    release(*head()->value);
+    release(*head()->get());
   }
 }
 
 bool CListTrace::mayHoldText() {
   for (const Node* node = head(); node; node = node->next) {
-    const ElementGroup* const group = ElementGroup::of(*node->value);
+    const ElementGroup* const group = ElementGroup::of(*node->get());
     if (group && group->hasTriangles()) {
-      node = &group->last().node;
-    } else if (node->value->mayDrawText()) {
+      node = &group->last().node();
+    } else if (node->get()->mayDrawText()) {
       return true;
     }
   }
@@ -325,10 +325,10 @@ IDispatch* CListTrace::at(std::size_t index) {
   }
   const Node* node = cursor();
   while (cursorIndex_ < index) {
-    const ElementGroup* const group = ElementGroup::of(*node->value);
+    const ElementGroup* const group = ElementGroup::of(*node->get());
     const std::size_t left = index - cursorIndex_;
-    if (group && group->isFirst(*node->value) && group->count() <= left) {
-      node = group->last().node.next;
+    if (group && group->isFirst(*node->get()) && group->count() <= left) {
+      node = group->last().node().next;
       cursorIndex_ += group->count();
     } else {
       node = node->next;
@@ -336,7 +336,7 @@ IDispatch* CListTrace::at(std::size_t index) {
     }
   }
   setCursor(node);
-  return node->value->object.Get();
+  return node->get()->object.Get();
 }
 
 std::optional<Box3> CListTrace::ownBounds() {
@@ -423,7 +423,7 @@ void CListTrace::draw3D(const ListPass& pass) {
 void CListTrace::drawDepth(const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = false};
   for (const Node* node = head(); node; node = node->next) {
-    const DrawElem& element = *node->value;
+    const DrawElem& element = *node->get();
     if (element.own && element.own->hidesLines()) {
       throwIfFailed(drawing.drawOwn(*element.own, drawing.modeOf(element)), element.own,
                     __uuidof(IGLDraw));
@@ -456,7 +456,7 @@ void CListTrace::draw(Drawing& drawing) {
   for (Walk walk(*this); walk; walk.advance()) {
     ElementGroup* const group = ElementGroup::of(**walk);
     if (group && drawing.pass.onlyOutside && !group->holdsOutside()) {
-      walk.stand(group->last().node);
+      walk.stand(group->last().node());
     } else if (group && group->hasTriangles()) {
       drawRun(walk, drawing);
     } else {
@@ -509,7 +509,7 @@ void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
       drawing.callLists();
       group->draw(run, drawing.isFlat, query);
     }
-    walk.stand(group->last().node);
+    walk.stand(group->last().node());
   }
   drawing.callLists();
 }

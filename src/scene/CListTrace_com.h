@@ -41,7 +41,7 @@ struct ListPass {
 /// Adding, removing and measuring an object costs the same whatever the length of the list, and
 /// triangles that stand together are drawn together: see ElementGroup. Groups among the objects
 /// (SceneNest) have lists of their own.
-class CListTrace : private ZYNList<DrawElem*> {
+class CListTrace : private ZYNList<DrawElem*, ZYNLink<DrawElem>> {
  public:
   /// `owner`, if any, is told of every change of the list and of objects of ours in it. `isFlat`:
   /// it is drawn by draw2D.
@@ -56,6 +56,7 @@ class CListTrace : private ZYNList<DrawElem*> {
   using ZYNList::count;
   using ZYNList::head;
   using ZYNList::Node;
+  using ZYNList::previous;
   using ZYNList::Walk;
 
   /// Appends `object`; a null object is ignored. Throws _com_error when the object fails while it
@@ -103,10 +104,10 @@ class CListTrace : private ZYNList<DrawElem*> {
   template <class Visit>
   void forEachWithFonts(const Visit& visit) const {
     for (const Node* node = head(); node; node = node->next) {
-      const DrawElem& element = *node->value;
+      const DrawElem& element = *node->get();
       if (const ElementGroup* const group = ElementGroup::of(element);
           group && group->hasTriangles()) {
-        node = &group->last().node;
+        node = &group->last().node();
       } else if (element.own && element.own->takesFonts()) {
         visit(element);
       }
@@ -152,9 +153,6 @@ class CListTrace : private ZYNList<DrawElem*> {
 
  private:
   struct Drawing;
-
-  Node* makeNode(DrawElem* element) override { return &element->node; }
-  void freeNode(Node*) override {}
 
   void enter(DrawElem& element);
   void leave(DrawElem& element);

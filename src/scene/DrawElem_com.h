@@ -13,8 +13,7 @@ namespace zyn {
 
 /// One element of a draw list: an added scene object and how its view draws it. Watches the object
 /// if it is ours, for the ElementGroup that it is in.
-struct DrawElem final : WatchLink, Pooled<DrawElem> {
-  ZYNList<DrawElem*>::Node node{nullptr, nullptr, this};
+struct DrawElem final : WatchLink, ZYNLink<DrawElem>, Pooled<DrawElem> {
   Microsoft::WRL::ComPtr<IDispatch> object;  ///< the one reference that the list holds
   ISceneObject* own = nullptr;               ///< the object, where it is one of ours
   std::uint32_t drawingMode = 0;             ///< as given to Add, handed to the object at each draw
@@ -23,6 +22,10 @@ struct DrawElem final : WatchLink, Pooled<DrawElem> {
   DrawElem() = default;
   DrawElem(const DrawElem&) = delete;
   DrawElem& operator=(const DrawElem&) = delete;
+
+  /// Its place in the list.
+  ZYNLink<DrawElem>& node() { return *this; }
+  const ZYNLink<DrawElem>& node() const { return *this; }
 
   /// Whether drawing the object may take fonts.
   bool mayDrawText() const { return !own || own->takesFonts(); }

@@ -32,10 +32,6 @@ std::optional<Box3> boundsOf(ISceneObject& object, bool isFlat) {
   return nest ? nest->bounds(isFlat) : object.modelBounds();
 }
 
-DrawElem* nextOf(const DrawElem& element) {
-  return element.node.next ? element.node.next->value : nullptr;
-}
-
 }  // namespace
 
 ElementGroup::~ElementGroup() { std::for_each(compiled_.begin(), compiled_.end(), giveUp); }
@@ -81,8 +77,8 @@ void ElementGroup::shareCorners(DrawElem& added) {
   const DrawElem* element = last_;
   while (element && count < corners.size()) {
     corners[count++] = element->own->triangleCorners();
-    const auto* const before = element != first_ ? element->node.previous() : nullptr;
-    element = before ? before->value : nullptr;
+    const auto* const before = element != first_ ? CListTrace::previous(element->node()) : nullptr;
+    element = before ? before->get() : nullptr;
   }
   TriangleCorners::share(std::span(corners).first(count));
 }
@@ -95,7 +91,7 @@ void ElementGroup::remove(DrawElem& element) {
     first_ = nextOf(element);
   }
   if (&element == last_) {
-    last_ = count_ > 0 ? element.node.previous()->value : nullptr;
+    last_ = count_ > 0 ? CListTrace::previous(element.node())->get() : nullptr;
   }
   objectChanged(SceneChange::kShape);
 }

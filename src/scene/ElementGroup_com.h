@@ -137,6 +137,11 @@ class ElementGroup final : public SceneWatcher {
   TriangleCalls emit(const TriangleSetting& setting, bool isFlat, const PickQuery* query) const;
   template <class Visit>
   void forEach(Visit visit) const;
+  /// The element behind one in the list; null for the last.
+  static DrawElem* nextOf(const DrawElem& element) {
+    ZYNLink<DrawElem>* const next = element.node().next;
+    return next ? next->get() : nullptr;
+  }
 
   const CListTrace& list_;
   Kind kind_;
@@ -157,7 +162,7 @@ void ElementGroup::forEach(Visit visit) const {
   const DrawElem* element = first_;
   for (std::uint32_t left = count_; element && left > 0; --left) {
     visit(*element->own);
-    element = element->node.next ? element->node.next->value : nullptr;
+    element = nextOf(*element);
   }
 }
 

@@ -87,7 +87,7 @@ void CListTrace::forEachOutside(const Visit& visit, bool isFlat, const GlMatrix*
   for (Walk walk(*this); walk; walk.advance()) {
     ElementGroup* const group = ElementGroup::of(**walk);
     if (group && !group->holdsOutside()) {
-      walk.stand(group->last().node);
+      walk.stand(group->last().node());
       continue;
     }
     const Microsoft::WRL::ComPtr<IDispatch> object = (*walk)->object;

@@ -116,7 +116,7 @@ STDMETHODIMP CZYNGroupe::get__NewEnum(IUnknown** pVal) noexcept {
     std::vector<ComPtr<IDispatch>> objects;
     objects.reserve(nest_.list().count());
     for (auto node = nest_.list().head(); node; node = node->next) {
-      objects.push_back(node->value->object);
+      objects.push_back(node->get()->object);
     }
     IEnumVARIANT* enumerator = nullptr;
     giveEnumerator<ObjectPolicy>(std::move(objects), &enumerator);

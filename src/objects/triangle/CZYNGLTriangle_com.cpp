@@ -45,7 +45,8 @@ HRESULT read(const Coordinates& source, double* x, double* y, double* z) {
 
 CZYNGLTriangle::CZYNGLTriangle() {
   const TriangleShape initial;
-  setColour(initial.r, initial.g, initial.b, initial.alpha);
+  colour_ = {initial.r, initial.g, initial.b};
+  setAlpha(initial.alpha);
 }
 
 STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) noexcept {
@@ -57,8 +58,9 @@ STDMETHODIMP CZYNGLTriangle::setPoint(LONG index, double x, double y, double Z) 
 
 STDMETHODIMP CZYNGLTriangle::setColor(double r, double g, double b, double alpha) noexcept {
   return automation(*this, [&] {
-    setColour(r, g, b, alpha);
-    material_.reset();
+    dropMaterial();
+    colour_ = {r, g, b};
+    setAlpha(alpha);
     watch_.tell(SceneChange::kLook);
   });
 }
@@ -85,7 +87,7 @@ STDMETHODIMP CZYNGLTriangle::get_Priority(LONG* pVal) noexcept {
 STDMETHODIMP CZYNGLTriangle::put_Priority(LONG newVal) noexcept {
   return automation(*this, [&] {
     if (newVal > 0) {
-      priority_ = static_cast<std::int8_t>(std::min(newVal, kHighestPriority));
+      priority_ = static_cast<std::uint8_t>(std::min(newVal, kHighestPriority)) & 0x7F;
     }
   });
 }
@@ -94,9 +96,12 @@ STDMETHODIMP CZYNGLTriangle::setMaterial(double r, double g, double b, double al
                                          double Diffuse, double Specular, double _Shininess,
                                          double Emissive) noexcept {
   return automation(*this, [&] {
-    material_ = std::make_unique<const MaterialFactors>(
-        MaterialFactors{Ambiant, Diffuse, Specular, _Shininess, Emissive});
-    setColour(r, g, b, alpha);
+    const auto* const material =
+        new Material{{r, g, b}, Ambiant, Diffuse, Specular, _Shininess, Emissive};
+    dropMaterial();
+    material_ = material;
+    hasMaterial_ = true;
+    setAlpha(alpha);
     watch_.tell(SceneChange::kLook);
   });
 }
@@ -139,11 +144,12 @@ TriangleShape STDMETHODCALLTYPE CZYNGLTriangle::triangleShape() noexcept {
     store(shape.vertices[i], point.x, point.y, point.z);
     store(shape.normals[i], normal.x, normal.y, normal.z);
   }
-  shape.r = r_;
-  shape.g = g_;
-  shape.b = b_;
+  const Colour& colour = hasMaterial_ ? material_->colour : colour_;
+  shape.r = colour.r;
+  shape.g = colour.g;
+  shape.b = colour.b;
   shape.alpha = alpha_;
-  if (material_) {
+  if (hasMaterial_) {
     shape.ambient = material_->ambient;
     shape.diffuse = material_->diffuse;
     shape.specular = material_->specular;
@@ -181,12 +187,16 @@ CZYNGLTriangle::coverage(const RegionQuery& query) noexcept {
   return query.ofTriangle(pointAt(0), pointAt(1), pointAt(2));
 }
 
-void CZYNGLTriangle::setColour(double r, double g, double b, double alpha) {
-  r_ = r;
-  g_ = g;
-  b_ = b;
+void CZYNGLTriangle::setAlpha(double alpha) {
   const auto narrowed = static_cast<float>(alpha);
   alpha_ = alpha < 1 && narrowed >= 1 ? std::nextafter(1.0F, 0.0F) : narrowed;
+}
+
+void CZYNGLTriangle::dropMaterial() noexcept {
+  if (hasMaterial_) {
+    delete material_;
+    hasMaterial_ = false;
+  }
 }
 
 Box3 CZYNGLTriangle::bounds() const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 
 #include "ZYNMODELEGEOM.h"
@@ -21,6 +20,7 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, Dual<IZYNGLTrian
   static constexpr const wchar_t* kProgId = L"ZYNVue.ZYNGLTriangle";
 
   CZYNGLTriangle();
+  ~CZYNGLTriangle() { dropMaterial(); }
 
   STDMETHODIMP setPoint(LONG index, double x, double y, double Z) noexcept override;
   STDMETHODIMP setColor(double r, double g, double b, double alpha) noexcept override;
@@ -41,27 +41,35 @@ class CZYNGLTriangle final : public SceneObject<CZYNGLTriangle, Dual<IZYNGLTrian
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   TriangleCorners* STDMETHODCALLTYPE triangleCorners() noexcept override { return &corners_; }
   TriangleShape STDMETHODCALLTYPE triangleShape() noexcept override;
-  std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override { return priority_; }
+  std::optional<std::int32_t> STDMETHODCALLTYPE pickNumber() noexcept override {
+    return std::int32_t{priority_};
+  }
   std::optional<SurfaceHit> STDMETHODCALLTYPE nearestHit(const Ray& ray) noexcept override;
   std::optional<Coverage> STDMETHODCALLTYPE coverage(const RegionQuery& query) noexcept override;
 
  private:
-  /// What a triangle with a material has beyond its colour; see TriangleShape.
-  struct MaterialFactors {
+  struct Colour {
+    double r, g, b;
+  };
+  /// See TriangleShape.
+  struct Material {
+    Colour colour;
     double ambient, diffuse, specular, shininess, emissive;
   };
 
-  void setColour(double r, double g, double b, double alpha);
+  void setAlpha(double alpha);
+  void dropMaterial() noexcept;
   Box3 bounds() const;
 
   // The order leaves no gaps: there may be very many triangles.
   [[no_unique_address]] TriangleCorners corners_;
-  std::int8_t priority_ = 1;  ///< 1 to 19
-  float alpha_ = 0;           ///< as OpenGL takes it; below 1 where it was given so
-  std::unique_ptr<const MaterialFactors> material_;
-  double r_ = 0;
-  double g_ = 0;
-  double b_ = 0;
+  std::uint8_t priority_ : 7 = 1;  ///< 1 to 19
+  bool hasMaterial_ : 1 = false;
+  float alpha_ = 0;  ///< as OpenGL takes it; below 1 where it was given so
+  union {
+    Colour colour_;
+    const Material* material_;  ///< owned; with `hasMaterial_`
+  };
 };
 
 }  // namespace zyn
