@@ -81,6 +81,9 @@ if(ZYN_PYTHON)
   add_test(NAME gcode.witness COMMAND ${ZYN_PYTHON} -B ${CMAKE_SOURCE_DIR}/tests/gcode/witness.py)
 endif()
 
+# The documentation as a reader sees it, in a browser.
+add_test(NAME docs.site COMMAND ${CMAKE_SOURCE_DIR}/tools/site/test_site.sh ${CMAKE_BINARY_DIR}/docs ${PROJECT_VERSION})
+
 # Checks of the source itself. Each version of the tools has a taste of its own: one version judges.
 add_test(NAME style.layers COMMAND ${CMAKE_SOURCE_DIR}/tools/check_layers.sh)
 execute_process(COMMAND clang-format --version OUTPUT_VARIABLE clang_format_version)

@@ -30,17 +30,13 @@ install(DIRECTORY hosts/ DESTINATION samples)
 configure_file(packaging/samples.cmake ${CMAKE_BINARY_DIR}/package/CMakeLists.txt @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/package/CMakeLists.txt DESTINATION samples)
 
-install(DIRECTORY docs DESTINATION .)
-# The hosts are samples in the package.
-install(CODE [[
-  file(GLOB pages "${CMAKE_INSTALL_PREFIX}/docs/*.md")
-  foreach(page IN LISTS pages)
-    file(READ "${page}" text)
-    string(REPLACE "](../hosts" "](../samples" text "${text}")
-    file(WRITE "${page}" "${text}")
-  endforeach()
-]])
 configure_file(packaging/README.md ${CMAKE_BINARY_DIR}/package/README.md @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/package/README.md CHANGELOG.md DESTINATION .)
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
 install(FILES NOTICE DESTINATION . RENAME NOTICE.txt)
+# The package has the documentation as pages for a browser, which tools/package.sh makes.
+install(CODE [[
+  file(READ "${CMAKE_INSTALL_PREFIX}/CHANGELOG.md" text)
+  string(REGEX REPLACE "\\]\\(docs/([^)#]*)\\.md" "](docs/\\1.html" text "${text}")
+  file(WRITE "${CMAKE_INSTALL_PREFIX}/CHANGELOG.md" "${text}")
+]])

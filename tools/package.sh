@@ -21,6 +21,7 @@ fill_stage() {
   cmake --install "$windows" --strip --prefix "$stage" >"$out/install.log" 2>&1 || { cat "$out/install.log" >&2; return 1; }
   (cd "$stage/bin" && "$zyn" run "$windows/bin/manifest.exe" ZYNVue.Components.manifest ZYNVue.Components "$version.0" \
     "$stage/bin/ZYNVue.dll" "$stage/bin/ZYNModeleGeom.dll")
+  "$root/tools/site/make_site.py" "$stage/docs" "$version"
   find "$stage" -type d -exec chmod 755 {} +
   find "$stage" -type f -exec chmod 644 {} +
   find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
