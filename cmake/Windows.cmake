@@ -77,7 +77,7 @@ target_link_options(manifest PRIVATE -municode)
 
 # Hosts: programs that use the library by ProgID only.
 file(GLOB host_sources CONFIGURE_DEPENDS hosts/common/*.cpp hosts/table/*.cpp)
-add_library(zyn_hosts OBJECT ${host_sources})
+add_library(zyn_hosts STATIC ${host_sources})
 target_include_directories(zyn_hosts PUBLIC hosts)
 target_link_libraries(zyn_hosts PUBLIC zyn_common)
 add_dependencies(zyn_hosts zyn_idl)

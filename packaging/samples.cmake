@@ -11,7 +11,7 @@ if(NOT CMAKE_BUILD_TYPE)
 endif()
 set(package ${CMAKE_CURRENT_SOURCE_DIR}/..)
 
-add_library(common OBJECT)
+add_library(common STATIC)
 file(GLOB sources common/*.cpp table/*.cpp)
 target_sources(common PRIVATE ${sources})
 target_include_directories(common PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${package}/include)
