@@ -9,9 +9,6 @@ namespace zyn {
 
 namespace {
 
-/// Width of a letter as a part of its height.
-constexpr double kAspect = 0.75;
-
 /// From one point to another; the letter reaches from -1 to 1 both ways.
 struct Stroke {
   double fromX;
@@ -37,7 +34,7 @@ std::initializer_list<Stroke> strokesOf(char letter) {
 
 /// The four corners of a stroke, which ends half its width beyond both points.
 void drawStroke(const Stroke& stroke, const LetterPlacement& placement) {
-  const double scaleX = kAspect * placement.height / 2;
+  const double scaleX = kLetterAspect * placement.height / 2;
   const double scaleY = placement.height / 2;
   const double fromX = placement.x + scaleX * stroke.fromX;
   const double fromY = placement.y + scaleY * stroke.fromY;

@@ -9,6 +9,7 @@
 #include "glcontext/StateGuards_gl.h"
 #include "glcontext/gl_api.h"
 #include "view3d/AxisLetter_gl.h"
+#include "view3d/TrihedronLetters.h"
 #include "view3d/TrihedronPlacement.h"
 
 namespace zyn {
@@ -23,21 +24,12 @@ constexpr GLclampd kFrontSlice = 0.01;
 
 // Lengths in parts of an axis.
 constexpr double kPrismRadius = 0.05;
-constexpr double kHeadRadius = 0.13;
 constexpr double kHeadStart = 0.68;
 constexpr int kPrismSides = 6;
 constexpr int kHeadSides = 18;
 
-constexpr double kLetterHeight = 0.36;
-constexpr double kLetterPixels = 9.0;  ///< at least
-constexpr double kStroke = 0.06;
-constexpr double kStrokePixels = 1.3;
-
 /// However fine the pixels: an axis takes a quarter of the view's shorter side then.
 constexpr double kLargestScale = 3.0;
-
-/// On the screen, axes shorter than this point to the viewer or away.
-constexpr double kShort = 0.25;
 
 struct Axis {
   char letter;
@@ -106,9 +98,9 @@ class AxisSolid {
   }
 
   void drawHead() const {
-    drawFan(1, kHeadStart, kHeadRadius, kHeadSides, true);
+    drawFan(1, kHeadStart, kAxisHeadRadius, kHeadSides, true);
     shade(-axis_.along);
-    drawFan(kHeadStart, kHeadStart, kHeadRadius, kHeadSides, false);
+    drawFan(kHeadStart, kHeadStart, kAxisHeadRadius, kHeadSides, false);
   }
 
   /// From a point of the axis to a circle around it.
@@ -162,34 +154,16 @@ void setSolidState() {
   glShadeModel(GL_SMOOTH);
 }
 
-/// Beside the tip, on the side of the axis that looks into the view, and within the view.
-LetterPlacement letterPlacement(const Axis& axis, const TrihedronPlacement& placement,
-                                double pixel) {
-  LetterPlacement letter;
-  letter.height = std::max(kLetterHeight, kLetterPixels * pixel);
-  letter.stroke = std::max(kStroke, kStrokePixels * pixel);
-  const double tipX = dot(axis.along, placement.right);
-  const double tipY = dot(axis.along, placement.up);
-  const double length = std::hypot(tipX, tipY);
-  const double distance = kHeadRadius + 0.62 * letter.height;
-  if (length < kShort) {
-    letter.x = letter.y = -std::numbers::sqrt2 / 2 * (kHeadRadius + distance);
-  } else {
-    const double inside = tipX >= tipY ? distance / length : -distance / length;
-    letter.x = 0.8 * tipX - inside * tipY;
-    letter.y = 0.8 * tipY + inside * tipX;
-  }
-  const double margin = -1 + (letter.height + letter.stroke) / 2;
-  letter.x = std::max(letter.x, margin);
-  letter.y = std::max(letter.y, margin);
-  return letter;
-}
-
 void drawLetters(const TrihedronPlacement& placement, double pixel) {
   glDisable(GL_DEPTH_TEST);
-  for (const Axis& axis : axes()) {
-    glColor3dv(axis.colour.data());
-    drawAxisLetter(axis.letter, letterPlacement(axis, placement, pixel));
+  std::array<PlanePoint, 3> tips;
+  std::ranges::transform(axes(), tips.begin(), [&](const Axis& axis) -> PlanePoint {
+    return {dot(axis.along, placement.right), dot(axis.along, placement.up)};
+  });
+  const std::array<LetterPlacement, 3> letters = placeLetters(tips, pixel);
+  for (std::size_t axis = 0; axis < letters.size(); ++axis) {
+    glColor3dv(axes()[axis].colour.data());
+    drawAxisLetter(axes()[axis].letter, letters[axis]);
   }
 }
 
