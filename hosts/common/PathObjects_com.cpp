@@ -123,17 +123,4 @@ void PathObjects::showTool() {
   }
 }
 
-Bounds PathObjects::toolBounds() const {
-  _variant_t value;
-  checkTold(path_->getPosition(&value), L"getPosition");
-  const std::vector<double> place = numbersOf(value);
-  const Vector tip = place.size() == 3 ? Vector{place[0], place[1], place[2]} : bounds_.minimum;
-  if (!showsTool_) {
-    return {tip, tip};
-  }
-  const double radius = kHolderDiameter * look_.diameter / 2;
-  return {tip - Vector{radius, radius, 0},
-          tip + Vector{radius, radius, (kShank + kHolder) * look_.diameter}};
-}
-
 }  // namespace zyn::host

@@ -43,9 +43,6 @@ class PathObjects {
   /// ended there is no tool.
   void showTool();
 
-  /// What the tool takes up at its place; empty, at the place, without a tool.
-  Bounds toolBounds() const;
-
   /// The scale where it explains colours, otherwise null.
   IZYNEchelleCouleurs* scale() const {
     return look_.colour == PathLook::kBySpeed ? speeds_.Get() : nullptr;

@@ -35,9 +35,6 @@ class Path {
   const PathLook& look() const { return objects_.look(); }
   void setLook(const PathLook& look) { objects_.setLook(look); }
 
-  /// What the tool takes up where it is.
-  host::Bounds toolBounds() const { return objects_.toolBounds(); }
-
   /// The place of the tool: the time is it, the others put and tell it. Its line is the one whose
   /// motion has led there.
   double time() const;

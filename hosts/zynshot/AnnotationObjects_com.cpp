@@ -2,7 +2,9 @@
 
 #include <comutil.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 #include <utility>
 
 #include "common/ClassObject_com.h"
@@ -59,9 +61,13 @@ class Annotator {
 
   ComPtr<IDispatch> dimensions() const {
     const ClassObject factory(L"ZYNVue.ZYNGLCote");
+    const std::vector<Dimension> dimensions = overallDimensions(bounds_, frame_);
+    std::vector<double> lengths(dimensions.size());
+    std::ranges::transform(dimensions, lengths.begin(), &Dimension::length);
+    const std::vector<std::string> texts = lengthTexts(lengths);
     std::vector<ComPtr<IZYNGLCote>> made;
-    for (const Dimension& dimension : overallDimensions(bounds_, frame_)) {
-      made.push_back(dimensionOf(factory, dimension));
+    for (std::size_t i = 0; i < dimensions.size(); ++i) {
+      made.push_back(dimensionOf(factory, dimensions[i], texts[i]));
     }
     return new DimensionObject(std::move(made));
   }
@@ -97,11 +103,17 @@ class Annotator {
   /// Labels and sprites grow with the resolution by themselves; a dimension is drawn by its host.
   LONG scaled(double pixels) const { return std::lround(pixels * scale_); }
 
-  ComPtr<IZYNGLCote> dimensionOf(const ClassObject& factory, const Dimension& dimension) const {
+  std::string withUnit(const std::string& text) const {
+    const std::string unit = picture_.annotations.unit.value_or("");
+    return unit.empty() ? text : text + ' ' + unit;
+  }
+
+  ComPtr<IZYNGLCote> dimensionOf(const ClassObject& factory, const Dimension& dimension,
+                                 const std::string& text) const {
     const auto made = factory.create<IZYNGLCote>();
-    const auto& [first, second, normal, size] = dimension;
+    const auto& [first, second, normal, length] = dimension;
     const Colour ink = inkOn(paperInTheMiddle(picture_));
-    const _bstr_t words(host::toWide(lengthText(size)).c_str());
+    const _bstr_t words(host::toWide(withUnit(text)).c_str());
     check(made->setColor(ink.r, ink.g, ink.b, 1), L"setColor");
     check(made->put_IsNumeric(VARIANT_FALSE), L"IsNumeric");
     check(made->put_Texte(words), L"Texte");

@@ -8,6 +8,7 @@
 
 #include "common/FileKind.h"
 #include "zynshot/OptionValue.h"
+#include "zynshot/Suggestion.h"
 #include "zynshot/UsageError.h"
 
 namespace zyn::shot {
@@ -75,7 +76,7 @@ void setEdges(PictureOptions& picture, std::string_view value) {
   picture.strokes.colour = parseColour(value);
 }
 
-const std::array<PictureOption, 25> kPictureOptions = {{
+const std::array<PictureOption, 26> kPictureOptions = {{
     {"--view", "VIEW",
      "xy+ xy- xz+ xz- yz+ yz- (the plane shown and the\n"
      "side of the eye), turning (from +y, +x up), iso\n"
@@ -123,6 +124,10 @@ const std::array<PictureOption, 25> kPictureOptions = {{
      [](PictureOptions& p, std::string_view v) { p.ambient = parseAmbient(v); }},
     {"--dimensions", "", "draw the box of the model and its sizes",
      [](PictureOptions& p, std::string_view) { p.annotations.dimensions = true; }},
+    {"--unit", "TEXT",
+     "write this behind the sizes (default: mm where there\n"
+     "is a program)",
+     [](PictureOptions& p, std::string_view v) { p.annotations.unit = v; }},
     {"--title", "TEXT", "write this in the upper left corner",
      [](PictureOptions& p, std::string_view v) { p.annotations.title = v; }},
     {"--logo", "FILE",
@@ -157,6 +162,15 @@ const PictureOption* findPictureOption(std::string_view name) {
   return found == kPictureOptions.end() ? nullptr : found;
 }
 
+std::vector<std::string_view> optionNames() {
+  std::vector<std::string_view> names = {"--output",   "--frames", "--smooth",
+                                         "--progress", "--help",   "--version"};
+  for (const PictureOption& option : kPictureOptions) {
+    names.push_back(option.name);
+  }
+  return names;
+}
+
 void demandPictureName(const std::string& file) {
   constexpr std::string_view kExtensions[] = {"png", "jpg", "jpeg", "gif", "bmp", "tif", "tiff"};
   const std::size_t dot = file.find_last_of("./\\");
@@ -185,6 +199,9 @@ class Parser {
     }
     if (request_.action == Action::kRender) {
       demandEnough();
+    }
+    if (!request_.program.empty()) {
+      stateMillimetres();
     }
     if (frames_ > 0) {
       makeFrames();
@@ -216,7 +233,7 @@ class Parser {
       attached_ = argument.substr(equals + 1);
     }
     if (!commonOption(name) && !pictureOption(name)) {
-      throw UsageError("unknown option " + name);
+      throw UsageError("unknown option " + name + suggestionFor(name, optionNames()));
     }
     if (attached_) {
       throw UsageError(name + " takes no value");
@@ -301,6 +318,13 @@ class Parser {
     }
   }
 
+  /// The unit of programs, where there is no other one.
+  void stateMillimetres() {
+    for (PictureOptions& picture : request_.pictures) {
+      picture.annotations.unit = picture.annotations.unit.value_or("mm");
+    }
+  }
+
   /// In the place of each picture those of its frames, from the begin of the path to its end.
   void makeFrames() {
     std::vector<PictureOptions> frames;
@@ -333,6 +357,18 @@ void describe(std::string& text, const std::string& option, std::string_view hel
   }
 }
 
+/// Words in lines that fit a terminal.
+std::string paragraph(std::string words) {
+  constexpr std::size_t kWidth = 76;
+  std::string text;
+  while (words.size() > kWidth) {
+    const std::size_t space = words.rfind(' ', kWidth);
+    text += "  " + words.substr(0, space) + '\n';
+    words.erase(0, space + 1);
+  }
+  return text + "  " + words + '\n';
+}
+
 }  // namespace
 
 Request parseCommandLine(std::span<const std::string> arguments) {
@@ -362,11 +398,10 @@ std::string helpText() {
   describe(text, "--smooth DEGREES", "round off edges that bend less than this");
   describe(text, "--progress", "show progress even when stderr is no terminal");
   describe(text, "--help, --version", "show this text, or the version, and stop");
-  text += "\nCOLOUR: #rgb, #rrggbb, r,g,b (all up to 1, or else up to 255), or one of\n  ";
-  const std::string names = colourNames();
-  const std::size_t half = names.rfind(' ', 76);
-  text += names.substr(0, half) + "\n  " + names.substr(half + 1) +
-          "\n\n"
+  text += "\nPROGRAM: its name ends in one of\n" + paragraph(host::programEndings());
+  text += "\nCOLOUR: #rgb, #rrggbb, r,g,b (all up to 1, or else up to 255), or one of\n" +
+          paragraph(colourNames()) +
+          "\n"
           "examples:\n"
           "  zynshot part.stl -o part.png\n"
           "  zynshot part.stl --gradient skyblue -o a.png --view xy+ -o b.jpg --view xz-\n"

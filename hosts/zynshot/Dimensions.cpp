@@ -58,6 +58,28 @@ Vector wayOut(const Sides& sides, const Frame::Screen& aside, const Frame& frame
   return clarity(sides[0]) >= clarity(sides[1]) ? sides[0] : sides[1];
 }
 
+// Beyond these a picture has no room for all digits.
+constexpr double kSmallestInDecimals = 1e-6;
+constexpr double kLargestInDecimals = 1e9;
+
+/// How many decimals show a length with so many digits.
+int decimalsFor(int digits, double length) {
+  return std::max(digits - 1 - static_cast<int>(std::floor(std::log10(length))), 0);
+}
+
+std::string formatted(const char* format, int precision, double length) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), format, precision, length);
+  return text.data();
+}
+
+template <typename Format>
+std::vector<std::string> texts(std::span<const double> lengths, Format format) {
+  std::vector<std::string> written(lengths.size());
+  std::ranges::transform(lengths, written.begin(), format);
+  return written;
+}
+
 }  // namespace
 
 std::vector<Dimension> overallDimensions(const host::Bounds& bounds, const Frame& frame) {
@@ -89,11 +111,22 @@ double roomForDimensions(int width, int height, double pixelScale) {
   return side / std::max(side - 2 * kRoom * pixelScale, kSmallestModel * side) - 1;
 }
 
-std::string lengthText(double length) {
-  std::array<char, 32> text{};
-  const bool manyDigits = length >= 1e3 && length < 1e9;
-  std::snprintf(text.data(), text.size(), manyDigits ? "%.0f" : "%.4g", length);
-  return text.data();
+std::vector<std::string> lengthTexts(std::span<const double> lengths) {
+  if (lengths.empty()) {
+    return {};
+  }
+  const auto [smallest, largest] = std::ranges::minmax(lengths);
+  if (smallest < kSmallestInDecimals || largest >= kLargestInDecimals) {
+    return texts(lengths, [](double length) { return formatted("%.*g", 4, length); });
+  }
+  for (int decimals = std::max(decimalsFor(4, largest), decimalsFor(2, smallest));; --decimals) {
+    auto written =
+        texts(lengths, [=](double length) { return formatted("%.*f", decimals, length); });
+    const bool idle = std::ranges::all_of(written, [](auto& text) { return text.back() == '0'; });
+    if (decimals == 0 || !idle) {
+      return written;
+    }
+  }
 }
 
 }  // namespace zyn::shot

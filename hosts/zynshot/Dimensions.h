@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,8 @@ std::vector<Dimension> overallDimensions(const host::Bounds& bounds, const Frame
 /// picture of so many pixels. `pixelScale`: of these for a pixel of a screen.
 double roomForDimensions(int width, int height, double pixelScale);
 
-/// A length to four digits, or to whole units.
-std::string lengthText(double length);
+/// Lengths as one picture states them, all with as many decimals: the largest has four digits, the
+/// smallest two, and zeros at the end that all have are left out.
+std::vector<std::string> lengthTexts(std::span<const double> lengths);
 
 }  // namespace zyn::shot

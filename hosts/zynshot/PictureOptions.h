@@ -44,9 +44,10 @@ struct Surface {
 
 /// What is written over the model.
 struct Annotations {
-  bool dimensions = false;     ///< its box and overall sizes
-  std::string title;           ///< UTF-8, in the upper left corner
-  std::filesystem::path logo;  ///< a picture file, shown in the lower right corner
+  bool dimensions = false;          ///< its box and overall sizes
+  std::string title;                ///< UTF-8, in the upper left corner
+  std::filesystem::path logo;       ///< a picture file, shown in the lower right corner
+  std::optional<std::string> unit;  ///< UTF-8, behind the sizes; none: that of a program
 
   bool operator==(const Annotations&) const = default;
 };

@@ -79,7 +79,7 @@ TEST(CommandLine, readsEveryPictureOption) {
       "--view xz+ --size 1600x1200 --background #0080ff --gradient 255,0,0 --color navy,0.25 "
       "--material 0.1,0.2,0.3,0.4,0.5 --outline --light1 -30,45 --light2 60,-10,red "
       "--ambient 0.5,0,1,0 --surplus 0.2 --dpi 300 --quality 55 --dimensions --title Part "
-      "--logo a/b.ico");
+      "--logo a/b.ico --unit mm");
   EXPECT_EQ(p.view, parseView("xz+"));
   EXPECT_EQ(p.surface.width, 1600);
   EXPECT_EQ(p.surface.height, 1200);
@@ -100,7 +100,7 @@ TEST(CommandLine, readsEveryPictureOption) {
   EXPECT_EQ(p.surplus, 0.2);
   EXPECT_EQ(p.dpi, 300);
   EXPECT_EQ(p.quality, 55);
-  EXPECT_EQ(p.annotations, (Annotations{true, "Part", "a/b.ico"}));
+  EXPECT_EQ(p.annotations, (Annotations{true, "Part", "a/b.ico", "mm"}));
 }
 
 TEST(CommandLine, readsTheOptionsOfTheWholeRun) {
@@ -175,12 +175,27 @@ TEST(CommandLine, framesGoFromTheBeginOfAPathToItsEnd) {
   EXPECT_EQ(complaint("part.stl --position 40% -o a.png"), "--position: no program given");
 }
 
+TEST(CommandLine, sizesOfProgramsAreMillimetres) {
+  const auto unit = [](const std::string& line) {
+    return parse(line).pictures.front().annotations.unit;
+  };
+  EXPECT_EQ(unit("part.nc -o a.png"), "mm");
+  EXPECT_EQ(unit("part.stl part.nc -o a.png"), "mm");
+  EXPECT_EQ(unit("part.nc --unit in -o a.png"), "in");
+  EXPECT_EQ(unit("part.nc --unit= -o a.png"), "");
+  EXPECT_EQ(unit("part.stl -o a.png"), std::nullopt);
+  EXPECT_EQ(unit("part.stl --unit cm -o a.png"), "cm");
+}
+
 TEST(CommandLine, saysWhatIsWrong) {
   EXPECT_EQ(complaint(""), "no model given");
   EXPECT_EQ(complaint("-o a.png"), "no model given");
   EXPECT_EQ(complaint("m"), "no picture asked for: -o FILE");
   EXPECT_EQ(complaint("m n -o a.png"), "one model at a time: \"n\" is one too many");
-  EXPECT_EQ(complaint("m --colour red"), "unknown option --colour");
+  EXPECT_EQ(complaint("m --colour red"), "unknown option --colour, did you mean --color?");
+  EXPECT_EQ(complaint("m --outptu=a.png"), "unknown option --outptu, did you mean --output?");
+  EXPECT_EQ(complaint("m --dimension"), "unknown option --dimension, did you mean --dimensions?");
+  EXPECT_EQ(complaint("m --smoothness 30"), "unknown option --smoothness");
   EXPECT_EQ(complaint("m -x"), "unknown option -x");
   EXPECT_EQ(complaint("m -o"), "-o needs a value");
   EXPECT_EQ(complaint("m --smooth"), "--smooth needs a value");
@@ -204,10 +219,10 @@ TEST(CommandLine, saysWhatIsWrong) {
 TEST(CommandLine, helpNamesEveryOptionAndFitsATerminal) {
   const std::string help = helpText();
   for (const char* option :
-       {"--view",     "--size",     "--background", "--gradient", "--color",   "--transparent",
-        "--material", "--outline",  "--light1",     "--light2",   "--ambient", "--dimensions",
-        "--title",    "--logo",     "--surplus",    "--dpi",      "--quality", "--output",
-        "--smooth",   "--progress", "--help",       "--version"}) {
+       {"--view",     "--size",    "--background", "--gradient", "--color",   "--transparent",
+        "--material", "--outline", "--light1",     "--light2",   "--ambient", "--dimensions",
+        "--title",    "--unit",    "--logo",       "--surplus",  "--dpi",     "--quality",
+        "--output",   "--smooth",  "--progress",   "--help",     "--version", ".spf"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   std::istringstream lines(help);

@@ -111,13 +111,31 @@ TEST(Dimensions, takeTheirRoomInPixels) {
   EXPECT_NEAR(100 / (1 + roomForDimensions(100, 100, 1)), 30, 1e-9) << "the model is to be seen";
 }
 
-TEST(Dimensions, areWrittenToFourDigits) {
-  EXPECT_EQ(lengthText(12), "12");
-  EXPECT_EQ(lengthText(12.34567), "12.35");
-  EXPECT_EQ(lengthText(0.0123456), "0.01235");
-  EXPECT_EQ(lengthText(9999.4), "9999");
-  EXPECT_EQ(lengthText(12345.6), "12346");
-  EXPECT_EQ(lengthText(1.5e12), "1.5e+12");
+using Texts = std::vector<std::string>;
+
+TEST(Dimensions, haveAsManyDecimalsInOnePicture) {
+  EXPECT_EQ(lengthTexts(Lengths{0.92, 3.244, 1.516}), (Texts{"0.920", "3.244", "1.516"}));
+  EXPECT_EQ(lengthTexts(Lengths{80, 12.5, 6.25}), (Texts{"80.00", "12.50", "6.25"}));
+  EXPECT_EQ(lengthTexts(Lengths{12.34567, 1}), (Texts{"12.35", "1.00"}));
+  EXPECT_EQ(lengthTexts(Lengths{9999.4, 12345.6}), (Texts{"9999", "12346"}));
+  EXPECT_EQ(lengthTexts(Lengths{0.0123456}), (Texts{"0.01235"}));
+}
+
+TEST(Dimensions, haveNoMoreDecimalsThanOneOfThemNeeds) {
+  EXPECT_EQ(lengthTexts(Lengths{100, 50, 30}), (Texts{"100", "50", "30"}));
+  EXPECT_EQ(lengthTexts(Lengths{100, 50.5, 30}), (Texts{"100.0", "50.5", "30.0"}));
+  EXPECT_EQ(lengthTexts(Lengths{2, 0.1 + 0.2}), (Texts{"2.0", "0.3"}));
+  EXPECT_TRUE(lengthTexts({}).empty());
+}
+
+TEST(Dimensions, haveTwoDigitsBesideLargeOnes) {
+  EXPECT_EQ(lengthTexts(Lengths{3000, 0.5}), (Texts{"3000.0", "0.5"}));
+  EXPECT_EQ(lengthTexts(Lengths{3000, 0.1234}), (Texts{"3000.00", "0.12"}));
+}
+
+TEST(Dimensions, ofUnusualSizesHavePowersOfTen) {
+  EXPECT_EQ(lengthTexts(Lengths{1.5e12, 3}), (Texts{"1.5e+12", "3"}));
+  EXPECT_EQ(lengthTexts(Lengths{1.5e-9, 12.34567}), (Texts{"1.5e-09", "12.35"}));
 }
 
 }  // namespace
