@@ -118,7 +118,7 @@ const std::array<PictureOption, 26> kPictureOptions = {{
      "viewer: AZ to the right, EL upwards; or off (default\n"
      "-30,30)",
      [](PictureOptions& p, std::string_view v) { parseLight(v, p.light1); }},
-    {"--light2", "AZ,EL[,COLOUR]", "a second, weaker light (default off)",
+    {"--light2", "AZ,EL[,COLOUR]", "a second, weaker light (default 60,0,#8f8f8f)",
      [](PictureOptions& p, std::string_view v) { parseLight(v, p.light2); }},
     {"--ambient", "LEVEL[,COLOUR]", "light from everywhere, 0 to 1 (default 0.4)",
      [](PictureOptions& p, std::string_view v) { p.ambient = parseAmbient(v); }},

@@ -66,7 +66,8 @@ struct PictureOptions {
   std::optional<std::string> camera;  ///< as a line of text, in place of view and surplus; UTF-8
   AmbientLight ambient{.intensity = 0.4};
   DirectionalLight light1{.azimuth = -30, .elevation = 30, .strength = 1.0};
-  DirectionalLight light2{.on = false, .strength = 0.4};
+  DirectionalLight light2{
+      .azimuth = 60, .elevation = 0, .colour = {0.56, 0.56, 0.56}, .strength = 0.4};
   Annotations annotations;
   double surplus = 0.1;       ///< margin around the model, as a fraction of its size
   std::optional<double> dpi;  ///< none: as on the screen

@@ -130,7 +130,8 @@ TEST(CommandLine, keepsTransparencyWhenAColourFollows) {
 
 TEST(CommandLine, switchesLightsOff) {
   EXPECT_FALSE(picture("--light1 off").light1.on);
-  EXPECT_FALSE(picture("").light2.on);
+  EXPECT_TRUE(picture("").light2.on);
+  EXPECT_FALSE(picture("--light2 off").light2.on);
 }
 
 TEST(CommandLine, stopsAtHelpAndVersionWhateverFollows) {
