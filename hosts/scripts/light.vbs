@@ -4,6 +4,10 @@ Option Explicit
 
 Const AllSides = True
 Dim files, folder, pictures, top, fromAbove, fromBelow, headlight, matt, shoulder
+If WScript.Arguments.Count <> 2 Then
+  WScript.Echo "usage: cscript //nologo light.vbs GEAR.stl FOLDER"
+  WScript.Quit 2
+End If
 Set files = CreateObject("Scripting.FileSystemObject")
 folder = WScript.Arguments(1)
 ' What points to the left, what points up, and where one looks.

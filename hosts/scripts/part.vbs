@@ -1,6 +1,10 @@
 ' A part, coloured by its height with a colour bar, its base hidden: cscript //nologo part.vbs PART.obj FOLDER
 Option Explicit
 Dim files, part, heights, line, words, i, colours, base, others, face, hidden, context, camera
+If WScript.Arguments.Count <> 2 Then
+  WScript.Echo "usage: cscript //nologo part.vbs PART.obj FOLDER"
+  WScript.Quit 2
+End If
 Set files = CreateObject("Scripting.FileSystemObject")
 Set part = CreateObject("ZYNVue.ZYNGLMaillage")
 part.Charger WScript.Arguments(0)

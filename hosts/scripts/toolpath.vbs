@@ -2,6 +2,10 @@
 ' Draws the part with the whole path by its speeds, and with what is done at 60 % of the time and the tool there.
 Option Explicit
 Dim part, path, tool, speeds, context, camera, share
+If WScript.Arguments.Count <> 3 Then
+  WScript.Echo "usage: cscript //nologo toolpath.vbs PART.obj PROGRAM.nc FOLDER"
+  WScript.Quit 2
+End If
 Set part = CreateObject("ZYNVue.ZYNGLMaillage")
 part.Charger WScript.Arguments(0)
 part.setColor 0.62, 0.68, 0.75, 1
