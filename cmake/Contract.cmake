@@ -4,7 +4,7 @@
 # objects do not know each other and use the published interfaces.
 function(zyn_contract out)
   set(headers contract/ISceneObject_com.h
-    objects/text/CGLFontContext_gl.h)  # goes through as a pointer
+    objects/text/CGLFontContext_gl.h objects/text/TextRun_gl.h)  # go through as pointers
   set(text "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}")
   set(read)
   while(headers)

@@ -21,6 +21,7 @@
 namespace zyn {
 
 class SceneNest;
+class TextRun;
 class TriangleCorners;
 
 /// Private interface of our objects that size something in pixels: a view hands them its fonts and
@@ -60,6 +61,10 @@ struct ISceneObject : public IGLDraw {
   virtual HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept {
     return pass.isFlat ? Draw2D(pass.mode) : Draw3D(pass.mode);
   }
+
+  /// Adds what the object would draw to texts that are drawn together. False, with nothing added,
+  /// where it draws anything else.
+  virtual bool STDMETHODCALLTYPE joinTexts(TextRun&, const DrawPass&) noexcept { return false; }
 
   /// Whether it has surfaces of which only the depth is drawn, and is to be drawn for them first.
   virtual bool STDMETHODCALLTYPE hidesLines() noexcept { return false; }

@@ -34,6 +34,8 @@ class ModelView {
   /// was; leaves one that has no length, and tells 1.
   double normalize(int axis);
 
+  const GlMatrix& columns() const { return columns_; }
+
   /// Whether OpenGL, in its single precision, can calculate with it.
   bool isUsable() const;
 

@@ -191,20 +191,27 @@ class PushedAttributes : CountedGuard {
   }
 };
 
-/// One colour, lit by nothing and blended by its opacity, for a scope. Reads no state, so that it
-/// holds in a display list too.
-class UnlitColour {
+/// What is drawn is not lit, and blended by its opacity, for a scope.
+class Unlit {
  public:
-  UnlitColour(double r, double g, double b, double alpha) {
+  Unlit() {
     glDisable(GL_LIGHTING);
     glDisable(GL_COLOR_MATERIAL);  // or the material would follow, and not be given back
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(saturatedFloat(r), saturatedFloat(g), saturatedFloat(b), saturatedFloat(alpha));
   }
 
  private:
   PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_ENABLE_BIT};
+};
+
+/// One colour, lit by nothing and blended by its opacity, for a scope. Reads no state, so that it
+/// holds in a display list too.
+class UnlitColour : Unlit {
+ public:
+  UnlitColour(double r, double g, double b, double alpha) {
+    glColor4f(saturatedFloat(r), saturatedFloat(g), saturatedFloat(b), saturatedFloat(alpha));
+  }
 };
 
 /// A matrix that may be changed within the scope and is given back at its end. `mode` becomes the

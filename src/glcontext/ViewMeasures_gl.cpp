@@ -12,8 +12,7 @@ ShownView shownView() {
   return {2.0 / projection[5], projection[11] != 0};
 }
 
-double perspectiveScale(const ModelView& space, const Point& at) {
-  const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
+double perspectiveScale(const GlMatrix& projection, const ModelView& space, const Point& at) {
   const Point seen = space.seenFromEye(at);
   return std::max(0.0, projection[3] * seen.x + projection[7] * seen.y + projection[11] * seen.z +
                            projection[15]);

@@ -16,8 +16,8 @@ ShownView shownView();
 inline double shownHeight() { return shownView().height; }
 
 /// How much longer a pixel is at a point of `space` than at distance 1 from the eye, in the
-/// perspective of the current projection; 0 behind the eye.
-double perspectiveScale(const ModelView& space, const Point& at);
+/// perspective of a projection; 0 behind the eye.
+double perspectiveScale(const GlMatrix& projection, const ModelView& space, const Point& at);
 
 /// Model units of one pixel of the current viewport, in a view that shows `viewHeight` of them from
 /// bottom to top; 0 in a viewport without height.

@@ -13,7 +13,8 @@
 #include "contract/ISceneObject_com.h"
 #include "glcontext/OutsideDrawing_win.h"
 #include "glcontext/StateQuery_gl.h"
-#include "objects/text/CGLFontContext_gl.h"
+#include "objects/text/ContextFonts_win.h"
+#include "objects/text/TextRun_gl.h"
 #include "scene/SceneNest_com.h"
 
 namespace zyn {
@@ -72,6 +73,7 @@ struct CListTrace::Drawing {
   bool isQueryKnown = false;
   std::optional<PickQuery> query{};  ///< in a selection, where it makes sense
   std::vector<GLuint> called{};      ///< lists that are to be called next
+  TextRun texts{};                   ///< that are to be drawn next
 
   int modeOf(const DrawElem& element) const {
     return static_cast<int>(pass.overrideMode != 0 ? pass.overrideMode : element.drawingMode);
@@ -85,12 +87,14 @@ struct CListTrace::Drawing {
   void callLists();
   PickQuery* pickQuery();
   bool misses(ISceneObject& object, int mode);
+  DrawPass passFor(int mode);
+  bool joinTexts(ISceneObject& object, int mode);
   HRESULT drawOwn(ISceneObject& object, int mode);
   HRESULT drawOutside(IGLDraw& object, int mode) const;
+  void forgetState();
 
  private:
   std::optional<PickQuery> makeQuery() const;
-  std::shared_ptr<const CGLFontContext> currentFonts() const;
 };
 
 void CListTrace::Drawing::takeMode() {
@@ -115,14 +119,6 @@ void CListTrace::Drawing::callLists() {
   }
 }
 
-/// The fonts that the texts will draw with, where it is those of the view.
-std::shared_ptr<const CGLFontContext> CListTrace::Drawing::currentFonts() const {
-  const TextView& view = pass.texts;
-  const bool isCurrent = view.context && view.context == wglGetCurrentContext();
-  auto fonts = isCurrent ? view.fonts.lock() : nullptr;
-  return fonts && fonts->filledLists() != 0 ? std::move(fonts) : nullptr;
-}
-
 /// None where objects that are missed would leave something behind: they part the hits under names
 /// that objects of others have left on the stack, and texts switch the depth test on.
 std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
@@ -135,7 +131,7 @@ std::optional<PickQuery> CListTrace::Drawing::makeQuery() const {
   glGetDoublev(GL_VIEWPORT, viewport.data());
   return PickQuery{.volume = {matrixState(GL_PROJECTION_MATRIX), matrixState(GL_MODELVIEW_MATRIX)},
                    .viewportHeight = viewport[3],
-                   .fonts = currentFonts(),
+                   .fonts = fontsOf(pass.texts),
                    .isFlat = isFlat,
                    .isMoved = pass.axes != nullptr};
 }
@@ -158,24 +154,41 @@ bool CListTrace::Drawing::misses(ISceneObject& object, int mode) {
   return asked && !object.mayBePicked(*asked);
 }
 
+DrawPass CListTrace::Drawing::passFor(int mode) {
+  return {.mode = mode,
+          .isFlat = isFlat,
+          .texts = pass.texts,
+          .lists = pass.lists,
+          .query = pickQuery(),
+          .opacity = pass.opacity,
+          .names = pass.names,
+          .axes = pass.axes,
+          .onlyOutside = pass.onlyOutside,
+          .depth = pass.depth,
+          .logs = pass.logs,
+          .isInGraph = pass.isInGraph};
+}
+
+bool CListTrace::Drawing::joinTexts(ISceneObject& object, int mode) {
+  return !keepsMode && object.takesFonts() && object.joinTexts(texts, passFor(mode));
+}
+
 HRESULT CListTrace::Drawing::drawOwn(ISceneObject& object, int mode) {
+  texts.draw();
   if (isFlat) {
     glDisable(GL_DEPTH_TEST);  // which texts leave on
   }
-  const HRESULT drawn = object.draw({.mode = mode,
-                                     .isFlat = isFlat,
-                                     .texts = pass.texts,
-                                     .lists = pass.lists,
-                                     .query = pickQuery(),
-                                     .opacity = pass.opacity,
-                                     .names = pass.names,
-                                     .axes = pass.axes,
-                                     .onlyOutside = pass.onlyOutside,
-                                     .depth = pass.depth,
-                                     .logs = pass.logs,
-                                     .isInGraph = pass.isInGraph});
-  isQueryKnown = isQueryKnown && !object.nest();  // which may hold objects of other components
+  const HRESULT drawn = object.draw(passFor(mode));
+  if (object.nest()) {
+    forgetState();  // for it may hold objects of other components
+  }
   return drawn;
+}
+
+/// To be called when objects of other components may have changed it.
+void CListTrace::Drawing::forgetState() {
+  isQueryKnown = false;
+  texts.forget();
 }
 
 HRESULT CListTrace::Drawing::drawOutside(IGLDraw& object, int mode) const {
@@ -433,8 +446,7 @@ void CListTrace::drawDepth(const ListPass& pass) {
 
 void CListTrace::draw3D(DrawElem& element, const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = false};
-  drawing.takeMode();
-  drawObject(element, drawing);
+  drawAlone(element, drawing);
 }
 
 void CListTrace::draw2D(const ListPass& pass) {
@@ -444,8 +456,13 @@ void CListTrace::draw2D(const ListPass& pass) {
 
 void CListTrace::draw2D(DrawElem& element, const ListPass& pass) {
   Drawing drawing{.pass = pass, .isFlat = true};
+  drawAlone(element, drawing);
+}
+
+void CListTrace::drawAlone(DrawElem& element, Drawing& drawing) {
   drawing.takeMode();
   drawObject(element, drawing);
+  drawing.texts.draw();
 }
 
 void CListTrace::draw(Drawing& drawing) {
@@ -463,6 +480,7 @@ void CListTrace::draw(Drawing& drawing) {
       drawObject(**walk, drawing);
     }
   }
+  drawing.texts.draw();
 }
 
 void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
@@ -479,11 +497,14 @@ void CListTrace::drawObject(DrawElem& element, Drawing& drawing) {
     drawOutside(object.Get(), mode, drawing);
     return;
   }
-  throwIfFailed(drawing.drawOwn(*own, mode), own, __uuidof(IGLDraw));
+  if (!drawing.joinTexts(*own, mode)) {
+    throwIfFailed(drawing.drawOwn(*own, mode), own, __uuidof(IGLDraw));
+  }
 }
 
 void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
-  drawing.isQueryKnown = false;
+  drawing.texts.draw();
+  drawing.forgetState();
   const OutsideDrawing scope(drawing.keepsMode);
   if (const auto drawable = askFor<IGLDraw>(object)) {
     giveTextView(object, drawing.pass.texts);
@@ -494,6 +515,7 @@ void CListTrace::drawOutside(IDispatch* object, int mode, Drawing& drawing) {
 /// Draws the group that the walk stands in and those of the same kind behind it, and moves the walk
 /// to the last of their elements. No foreign code runs meanwhile.
 void CListTrace::drawRun(Walk& walk, Drawing& drawing) {
+  drawing.texts.draw();
   if (drawing.isFlat) {
     glDisable(GL_DEPTH_TEST);
   }

@@ -162,6 +162,7 @@ class CListTrace : private ZYNList<DrawElem*, ZYNLink<DrawElem>> {
 
   void draw(Drawing& drawing);
   void drawDepth(const ListPass& pass);
+  static void drawAlone(DrawElem& element, Drawing& drawing);
   static void drawObject(DrawElem& element, Drawing& drawing);
   static void drawOutside(IDispatch* object, int mode, Drawing& drawing);
   static void drawRun(Walk& walk, Drawing& drawing);

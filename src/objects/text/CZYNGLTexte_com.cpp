@@ -10,6 +10,7 @@
 #include "glcontext/StateQuery_gl.h"
 #include "objects/text/ContextFonts_win.h"
 #include "objects/text/TextFont_win.h"
+#include "objects/text/TextPainter_gl.h"
 #include "objects/text/TextShaper_win.h"
 
 namespace zyn {
@@ -323,6 +324,31 @@ HRESULT STDMETHODCALLTYPE CZYNGLTexte::draw(const DrawPass& pass) noexcept {
       }
     }
   });
+}
+
+bool STDMETHODCALLTYPE CZYNGLTexte::joinTexts(TextRun& run, const DrawPass& pass) noexcept {
+  if (pass.mode < 0) {
+    return false;
+  }
+  try {
+    shape();
+    const double pixelScale = pass.texts.pixelScale;
+    if (!mayJoinTexts(label_, pass.isFlat, pixelScale)) {
+      return false;
+    }
+    if (!run.isBegun()) {
+      run.begin(fontsOf(pass.texts), pass.axes, kGlyphLineWidth * pixelScale);
+    }
+    if (!run.scene()) {
+      return false;
+    }
+    drawn_ = run.scene()->shown;
+    return zyn::joinTexts(label_, run,
+                          {.pixelScale = pixelScale, .opacity = pass.opacity, .axes = pass.axes},
+                          pass.isFlat);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 std::optional<Box3> STDMETHODCALLTYPE CZYNGLTexte::modelBounds() noexcept {

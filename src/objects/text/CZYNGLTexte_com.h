@@ -80,6 +80,7 @@ class CZYNGLTexte final
   bool STDMETHODCALLTYPE takesFonts() noexcept override { return true; }
   bool STDMETHODCALLTYPE mayBePicked(const PickQuery& query) noexcept override;
   HRESULT STDMETHODCALLTYPE draw(const DrawPass& pass) noexcept override;
+  bool STDMETHODCALLTYPE joinTexts(TextRun& run, const DrawPass& pass) noexcept override;
   std::optional<std::int32_t> STDMETHODCALLTYPE selectionName() noexcept override {
     return label_.nomSelection;
   }

@@ -36,15 +36,19 @@ std::shared_ptr<CGLFontContext> FontRegister::find(HGLRC context) {
   return gives ? found->fonts : nullptr;
 }
 
+std::shared_ptr<CGLFontContext> fontsOf(const TextView& view) {
+  const bool isCurrent = view.context && view.context == wglGetCurrentContext();
+  auto fonts = isCurrent ? view.fonts.lock() : nullptr;
+  return fonts && fonts->filledLists() != 0 ? std::move(fonts) : nullptr;
+}
+
 std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view) {
+  if (auto fonts = fontsOf(view)) {
+    return fonts;
+  }
   const HGLRC current = wglGetCurrentContext();
   if (!current) {
     return nullptr;
-  }
-  if (view.context == current) {
-    if (auto fonts = view.fonts.lock(); fonts && fonts->filledLists() != 0) {
-      return fonts;
-    }
   }
   auto found = FontRegister::instance().find(current);
   if (found) {

@@ -38,6 +38,9 @@ class FontRegister {
   std::vector<Entry> entries_;
 };
 
+/// The fonts that a view has told of, if its context is the current one; null otherwise.
+std::shared_ptr<CGLFontContext> fontsOf(const TextView& view);
+
 /// The fonts of the current context, if it is one of ours; `view`, what an object was told last,
 /// is of that context afterwards.
 std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view);

@@ -95,8 +95,8 @@ void multiply(PixelCover& whole, const PixelCover& part, int x, int y) {
 
 }  // namespace
 
-const GlyphPixels::GlyphPicture& GlyphPixels::glyphOf(unsigned char code, int phaseX, int phaseY,
-                                                      const PixelText& text) {
+const PixelCover& GlyphPixels::glyphOf(unsigned char code, int phaseX, int phaseY,
+                                       const PixelText& text) {
   const auto em = std::lround(text.em * kStepsOfEm);
   const auto opacity = std::lround(text.opacity * kStepsOfOpacity);
   std::uint64_t key = code;
@@ -109,63 +109,65 @@ const GlyphPixels::GlyphPicture& GlyphPixels::glyphOf(unsigned char code, int ph
   }
   const PlanePoint at = {static_cast<double>(phaseX) / kPhases,
                          static_cast<double>(phaseY) / kPhases};
-  GlyphPicture made = rasterise((*shapes_)[code], at, static_cast<double>(em) / kStepsOfEm,
-                                static_cast<double>(opacity) / kStepsOfOpacity);
-  const std::size_t bytes = made.bytes.size() + sizeof(GlyphPicture) + sizeof(key);
-  const GlyphPicture& kept = glyphs_.emplace(key, std::move(made)).first->second;
+  PixelCover made = rasterise((*shapes_)[code], at, static_cast<double>(em) / kStepsOfEm,
+                              static_cast<double>(opacity) / kStepsOfOpacity);
+  const std::size_t bytes = made.bytes.size() + sizeof(PixelCover) + sizeof(key);
+  const PixelCover& kept = glyphs_.emplace(key, std::move(made)).first->second;
   bytes_ += bytes;
   return kept;
 }
 
-std::vector<GlyphPixels::Part> GlyphPixels::partsOf(const PixelText& text, int width, int height) {
-  std::vector<Part> parts;
+CoverBox GlyphPixels::place(const PixelText& text, int width, int height,
+                            std::vector<PixelGlyph>& glyphs) {
+  CoverBox box;
   const PhaseSteps steps(text.em);
   double pen = text.start.x;
   const double reach = 4 * text.em;  // glyphs are smaller
   if (text.start.y < -reach || text.start.y > height + reach) {
-    return parts;
+    return box;
   }
   const PixelPlace y(text.start.y, steps.y);
   for (const char character : text.text) {
     const auto code = static_cast<unsigned char>(character);
     if (pen > -reach && pen < width + reach) {
       const PixelPlace x(pen, steps.x);
-      const GlyphPicture& glyph = glyphOf(code, x.phase, y.phase, text);
-      if (glyph.width > 0) {
-        parts.push_back({&glyph, x.pixel, y.pixel});
+      const PixelCover& glyph = glyphOf(code, x.phase, y.phase, text);
+      const int left = x.pixel + glyph.left;
+      const int bottom = y.pixel + glyph.bottom;
+      const CoverBox seen = {std::max(left, 0), std::max(bottom, 0),
+                             std::min(left + glyph.width, width),
+                             std::min(bottom + glyph.height, height)};
+      if (!seen.isEmpty()) {
+        glyphs.push_back({&glyph, x.pixel, y.pixel});
+        box.unite(seen);
       }
     }
     pen += text.em * static_cast<double>(metrics_.glyphs[code].cellIncX);
   }
-  return parts;
+  return box;
 }
 
-PixelCover GlyphPixels::coverOf(const PixelText& text, int width, int height) {
+void GlyphPixels::forgetMany() {
   if (bytes_ > kMostBytes) {
     glyphs_.clear();
     bytes_ = 0;
   }
-  const std::vector<Part> parts = partsOf(text, width, height);
-  int left = width;
-  int right = 0;
-  int bottom = height;
-  int top = 0;
-  for (const Part& part : parts) {
-    left = std::min(left, part.x + part.glyph->left);
-    right = std::max(right, part.x + part.glyph->left + part.glyph->width);
-    bottom = std::min(bottom, part.y + part.glyph->bottom);
-    top = std::max(top, part.y + part.glyph->bottom + part.glyph->height);
+}
+
+void CoverBox::unite(const CoverBox& other) {
+  if (other.isEmpty()) {
+    return;
   }
-  PixelCover whole{std::max(left, 0), std::max(bottom, 0), 0, 0, {}};
-  whole.width = std::min(right, width) - whole.left;
-  whole.height = std::min(top, height) - whole.bottom;
-  if (whole.width <= 0 || whole.height <= 0) {
-    return {};
-  }
-  whole.bytes.assign(static_cast<std::size_t>(whole.width) * static_cast<std::size_t>(whole.height),
-                     255);
-  for (const Part& part : parts) {
-    multiply(whole, *part.glyph, part.x, part.y);
+  *this = isEmpty() ? other
+                    : CoverBox{std::min(left, other.left), std::min(bottom, other.bottom),
+                               std::max(right, other.right), std::max(top, other.top)};
+}
+
+PixelCover coverOf(std::span<const PixelGlyph> glyphs, const CoverBox& box) {
+  PixelCover whole{box.left, box.bottom, box.right - box.left, box.top - box.bottom, {}};
+  whole.bytes.assign(box.area(), 255);
+  for (const PixelGlyph& glyph : glyphs) {
+    multiply(whole, *glyph.background, glyph.x, glyph.y);
   }
   std::transform(whole.bytes.begin(), whole.bytes.end(), whole.bytes.begin(),
                  [](std::uint8_t seen) { return static_cast<std::uint8_t>(255 - seen); });

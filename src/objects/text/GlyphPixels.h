@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -33,6 +34,32 @@ struct PixelText {
   static constexpr double kLargestEm = 100.0;
 };
 
+/// A glyph in its place.
+struct PixelGlyph {
+  const PixelCover* background;  ///< how much of what is behind it is seen, 255 for all
+  int x;                         ///< the pixel that its place is counted from
+  int y;
+};
+
+/// Pixels from the lower left of what is seen.
+struct CoverBox {
+  int left = 0;
+  int bottom = 0;
+  int right = 0;  ///< the first outside
+  int top = 0;
+
+  bool isEmpty() const { return right <= left || top <= bottom; }
+  std::size_t area() const {
+    return isEmpty()
+               ? 0
+               : static_cast<std::size_t>(right - left) * static_cast<std::size_t>(top - bottom);
+  }
+  void unite(const CoverBox& other);
+};
+
+/// What glyphs cover together of a box.
+PixelCover coverOf(std::span<const PixelGlyph> glyphs, const CoverBox& box);
+
 /// The glyphs of a font as pixels. Each is made when it is first needed, for a height, an opacity
 /// and a place between pixels, and kept within a bound.
 class GlyphPixels {
@@ -40,28 +67,24 @@ class GlyphPixels {
   GlyphPixels(std::shared_ptr<const GlyphShapes> shapes, const FontMetrics& metrics)
       : shapes_(std::move(shapes)), metrics_(metrics) {}
 
-  /// More than this is kept of the last text alone.
+  /// More than this is kept of the texts alone that were placed last.
   static constexpr std::size_t kMostBytes = std::size_t{4} << 20U;
   std::size_t keptBytes() const { return bytes_; }
 
-  /// What a text covers of a picture `width` times `height` pixels large. Throws std::bad_alloc.
-  PixelCover coverOf(const PixelText& text, int width, int height);
+  /// Adds those of a text that may be seen in a picture `width` times `height` pixels large to
+  /// `glyphs`, and tells what they can cover of it. They live until forgetMany() is called. Throws
+  /// std::bad_alloc.
+  CoverBox place(const PixelText& text, int width, int height, std::vector<PixelGlyph>& glyphs);
+
+  /// Forgets all if more are kept than the bound allows.
+  void forgetMany();
 
  private:
-  /// A glyph, and how much of what is behind it is seen, 255 for all.
-  using GlyphPicture = PixelCover;
-  struct Part {
-    const GlyphPicture* glyph;
-    int x;  ///< the pixel that its place is counted from
-    int y;
-  };
-
-  std::vector<Part> partsOf(const PixelText& text, int width, int height);
-  const GlyphPicture& glyphOf(unsigned char code, int phaseX, int phaseY, const PixelText& text);
+  const PixelCover& glyphOf(unsigned char code, int phaseX, int phaseY, const PixelText& text);
 
   std::shared_ptr<const GlyphShapes> shapes_;
   FontMetrics metrics_;
-  std::unordered_map<std::uint64_t, GlyphPicture> glyphs_;
+  std::unordered_map<std::uint64_t, PixelCover> glyphs_;  ///< as in PixelGlyph
   std::size_t bytes_ = 0;
 };
 

@@ -14,7 +14,6 @@ namespace zyn {
 
 namespace {
 
-constexpr double kGlyphLineWidth = 0.1;
 constexpr double kDimensionLineWidth = 1.0;
 constexpr double kFineLineWidth = 0.5;
 
@@ -38,7 +37,7 @@ void setDepthTest(const TextLabel& label) {
 
 /// A plane of unit axes, and how much longer they were in the model-view matrix.
 struct UnscaledPlane {
-  ModelView matrix{};
+  ModelView matrix;
   PlaneScale scale{matrix.normalize(0), matrix.normalize(1)};
 };
 
@@ -89,15 +88,26 @@ void setDepthOfBackground(const TextLabel& label, const TextBox& box,
   }
 }
 
+/// A label's text as glyphs of the fonts, and where it is drawn.
+struct OutlineText {
+  OutlineText(const TextLabel& label, const CGLFontContext& fonts, const TextPlace& place,
+              const LabelView& view)
+      : text(label.shaped ? std::string() : label.shownText()),
+        box(label.shaped ? label.shaped->box(label.line(fonts.metrics()))
+                         : measureText(fonts.metrics(), text, label.line(fonts.metrics()))),
+        em(label.emHeight(box)),
+        placement{place.position, anchorOf(box, label.reference), place.pixel * em,
+                  label.alwaysReadable, view.axes} {}
+
+  std::string text;  ///< none where it is shaped
+  TextBox box;
+  double em;
+  TextPlacement placement;
+};
+
 void drawOutlineText(const TextLabel& label, const CGLFontContext& fonts, const TextPlace& place,
                      const LabelView& view, int mode) {
-  const std::string text = label.shaped ? std::string() : label.shownText();
-  const TextLine& line = label.line(fonts.metrics());
-  const TextBox box =
-      label.shaped ? label.shaped->box(line) : measureText(fonts.metrics(), text, line);
-  const double em = label.emHeight(box);
-  const TextPlacement placement{place.position, anchorOf(box, label.reference), place.pixel * em,
-                                label.alwaysReadable, view.axes};
+  const auto [text, box, em, placement] = OutlineText(label, fonts, place, view);
   if (mode < 0) {
     drawBoxForSelection(label, box, placement, place.space);
     return;
@@ -207,9 +217,20 @@ bool moveLabel(TextLabel& label, const DimensionShape& shape, PlaneScale scale) 
   return moved;
 }
 
+TextPlace placeInPlane(const TextLabel& label, const UnscaledPlane& plane, double pixel) {
+  return {
+      plane.matrix, {label.position.x * plane.scale.x, label.position.y * plane.scale.y, 0}, pixel};
+}
+
+TextPlace placeInSpace(const TextLabel& label, const ModelView& space, double pixel,
+                       const GlMatrix* perspective) {
+  const double nearness = perspective ? perspectiveScale(*perspective, space, label.position) : 1.0;
+  return {space, label.position, pixel * nearness};
+}
+
 /// Leaves the depth test as it was.
 bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
-  const UnscaledPlane plane;
+  const UnscaledPlane plane{ModelView()};
   if (!plane.matrix.isUsable()) {
     return false;
   }
@@ -226,13 +247,10 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
     }
   }
   setDepthTest(label);
-  Point position;
-  position.x = label.position.x * plane.scale.x;
-  position.y = label.position.y * plane.scale.y;
   if (const int size = label.digitSize(view.pixelScale)) {
-    drawDigits(label, fonts, size, {plane.matrix, position, screenPixel}, view, mode);
+    drawDigits(label, fonts, size, placeInPlane(label, plane, screenPixel), view, mode);
   } else {
-    drawOutlineText(label, fonts, {plane.matrix, position, pixel}, view, mode);
+    drawOutlineText(label, fonts, placeInPlane(label, plane, pixel), view, mode);
   }
   return moved;
 }
@@ -280,10 +298,11 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
   {
     const UnlitColour colour = colourOf(label, view);
     setDepthTest(label);
-    const ModelView space;
-    const double nearness = view.perspective ? perspectiveScale(space, label.position) : 1.0;
-    const double pixel = pixelLength(view.height) * view.pixelScale * nearness;
-    drawOutlineText(label, fonts, {space, label.position, pixel}, view, mode);
+    const GlMatrix projection = matrixState(GL_PROJECTION_MATRIX);
+    const TextPlace place =
+        placeInSpace(label, ModelView(), pixelLength(view.height) * view.pixelScale,
+                     view.perspective ? &projection : nullptr);
+    drawOutlineText(label, fonts, place, view, mode);
   }
   glEnable(GL_DEPTH_TEST);
 }
@@ -292,6 +311,27 @@ bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   const bool moved = drawInPlane(label, fonts, view, mode);
   glEnable(GL_DEPTH_TEST);
   return moved;
+}
+
+bool mayJoinTexts(const TextLabel& label, bool isFlat, double pixelScale) {
+  const bool isTextAlone =
+      !label.shaped && !label.background.isFilled && !label.background.isFramed;
+  return label.alwaysReadable && isTextAlone &&
+         !(isFlat && (label.dimension.isDimension() || label.digitSize(pixelScale) != 0));
+}
+
+bool joinTexts(const TextLabel& label, TextRun& run, const LabelView& view, bool isFlat) {
+  const TextRun::Scene& scene = *run.scene();
+  const double pixel = scene.pixel * view.pixelScale;
+  const TextPlace place =
+      isFlat ? placeInPlane(label, UnscaledPlane{scene.space}, pixel)
+             : placeInSpace(label, scene.space, pixel,
+                            scene.shown.perspective ? &scene.stage.projection : nullptr);
+  const OutlineText outline(label, *scene.fonts, place, view);
+  const auto plane = textPlane(outline.placement, place.space);
+  const Float4 colour = {saturatedFloat(label.r), saturatedFloat(label.g), saturatedFloat(label.b),
+                         saturatedFloat(view.opacity * label.alpha)};
+  return plane && run.add(outline.text, *plane, colour);
 }
 
 const TextBox& LabelExtent::of(const TextLabel& label, const CGLFontContext& fonts, int digitSize) {

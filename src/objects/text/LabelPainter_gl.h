@@ -7,6 +7,7 @@
 #include "contract/ViewAxes_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/TextLabel.h"
+#include "objects/text/TextRun_gl.h"
 
 namespace zyn {
 
@@ -30,6 +31,13 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
 /// reference; where it cannot be laid out, the label is a plain one. Tells whether the position
 /// changed.
 bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode);
+
+/// Whether nothing but its text, which faces the viewer, is drawn for a label.
+bool mayJoinTexts(const TextLabel& label, bool isFlat, double pixelScale);
+
+/// Has such a label drawn with others, in a run that has a scene; height and perspective of `view`
+/// do not matter. False where it has to be drawn by itself. Throws std::bad_alloc.
+bool joinTexts(const TextLabel& label, TextRun& run, const LabelView& view, bool isFlat);
 
 /// The box of a label's text, kept until label or glyphs change.
 class LabelExtent {

@@ -1,7 +1,5 @@
 #include "objects/text/TextPainter_gl.h"
 
-#include <optional>
-
 #include "glcontext/StateGuards_gl.h"
 #include "objects/text/PixelTextPainter_gl.h"
 
@@ -13,34 +11,6 @@ namespace {
 constexpr GLbitfield kTouchedState = GL_CURRENT_BIT | GL_ENABLE_BIT | GL_HINT_BIT | GL_LINE_BIT |
                                      GL_LIST_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT;
 
-/// The matrix of a text's plane, where the origin is the start of its baseline and the unit an em
-/// height; none where nothing of it could be seen.
-std::optional<ModelView> planeOf(const TextPlacement& placement, ModelView plane) {
-  plane.moveTo(placement.position);
-  if (placement.facesViewer) {
-    plane.faceViewer();
-  } else if (placement.axes) {
-    plane.alignWith(placement.axes->modelView);
-  }
-  plane.scale(placement.scale);
-  plane.moveTo({-placement.anchor.x, -placement.anchor.y, 0});
-  return placement.scale != 0 && plane.isUsable() ? std::optional(plane) : std::nullopt;
-}
-
-/// The matrix mode, and the winding of faces that a mirror around the text does not turn.
-class PlaneState {
- public:
-  explicit PlaneState(const ViewAxes* axes)
-      : saved_(axes ? GL_TRANSFORM_BIT | GL_POLYGON_BIT : GL_TRANSFORM_BIT) {
-    if (axes) {
-      glFrontFace(axes->frontFace);
-    }
-  }
-
- private:
-  PushedAttributes saved_;
-};
-
 void callLists(GLuint base, std::string_view text) {
   const PushedMatrix start(GL_MODELVIEW);
   glListBase(base);
@@ -50,7 +20,7 @@ void callLists(GLuint base, std::string_view text) {
 /// Draws something in the plane of a text, if any of it can be seen.
 template <class Body>
 void drawInPlane(const TextPlacement& placement, const ModelView& space, const Body& body) {
-  const auto plane = planeOf(placement, space);
+  const auto plane = textPlane(placement, space);
   if (!plane) {
     return;
   }
@@ -91,6 +61,18 @@ void drawOutlines(const ShapedText& text) {
 }
 
 }  // namespace
+
+std::optional<ModelView> textPlane(const TextPlacement& placement, ModelView space) {
+  space.moveTo(placement.position);
+  if (placement.facesViewer) {
+    space.faceViewer();
+  } else if (placement.axes) {
+    space.alignWith(placement.axes->modelView);
+  }
+  space.scale(placement.scale);
+  space.moveTo({-placement.anchor.x, -placement.anchor.y, 0});
+  return placement.scale != 0 && space.isUsable() ? std::optional(space) : std::nullopt;
+}
 
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
   const PushedAttributes attributes(kTouchedState);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "contract/ViewAxes_gl.h"
 #include "core/PlanePoint.h"
 #include "core/Point.h"
 #include "glcontext/ModelView_gl.h"
+#include "glcontext/StateGuards_gl.h"
 #include "objects/text/CGLFontContext_gl.h"
 #include "objects/text/FontMetrics.h"
 #include "objects/text/ShapedText.h"
@@ -20,6 +22,27 @@ struct TextPlacement {
   bool facesViewer =
       false;  ///< upright and parallel to the screen, instead of in the plane of x, y
   const ViewAxes* axes = nullptr;  ///< whose x and y otherwise; null: those of the space
+};
+
+/// The outlines of a label's glyphs, in pixels of a screen.
+inline constexpr double kGlyphLineWidth = 0.1;
+
+/// The matrix of a text's plane, where the origin is the start of its baseline and the unit an em
+/// height; none where nothing of it could be seen.
+std::optional<ModelView> textPlane(const TextPlacement& placement, ModelView space);
+
+/// The matrix mode, and the winding of faces that a mirror around the text does not turn.
+class PlaneState {
+ public:
+  explicit PlaneState(const ViewAxes* axes)
+      : saved_(axes ? GL_TRANSFORM_BIT | GL_POLYGON_BIT : GL_TRANSFORM_BIT) {
+    if (axes) {
+      glFrontFace(axes->frontFace);
+    }
+  }
+
+ private:
+  PushedAttributes saved_;
 };
 
 /// Draws a text, one byte a character, in the current colour: filled glyphs, and over them their

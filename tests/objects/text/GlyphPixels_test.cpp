@@ -28,6 +28,13 @@ GlyphPixels squares() {
   return {std::move(shapes), metrics};
 }
 
+PixelCover coverOf(GlyphPixels& pixels, const PixelText& text, int width, int height) {
+  pixels.forgetMany();
+  std::vector<PixelGlyph> glyphs;
+  const CoverBox box = pixels.place(text, width, height, glyphs);
+  return zyn::coverOf(glyphs, box);
+}
+
 int coverAt(const PixelCover& cover, int x, int y) {
   const int column = x - cover.left;
   const int row = y - cover.bottom;
@@ -43,7 +50,7 @@ double inkOf(const PixelCover& cover) {
 
 TEST(GlyphPixels, GlyphsStandOneAfterTheOther) {
   GlyphPixels pixels = squares();
-  const PixelCover cover = pixels.coverOf({"a b", {10, 20}, 20, 1}, kWidth, kHeight);
+  const PixelCover cover = coverOf(pixels, {"a b", {10, 20}, 20, 1}, kWidth, kHeight);
   ASSERT_EQ(cover.bytes.size(), static_cast<std::size_t>(cover.width * cover.height));
   for (const int x : {10, 19, 40, 49}) {
     EXPECT_EQ(coverAt(cover, x, 20), 255) << x;
@@ -58,8 +65,8 @@ TEST(GlyphPixels, GlyphsStandOneAfterTheOther) {
 
 TEST(GlyphPixels, OpacityIsThatOfTheText) {
   GlyphPixels pixels = squares();
-  EXPECT_NEAR(coverAt(pixels.coverOf({"a", {10, 20}, 20, 0.5}, kWidth, kHeight), 15, 25), 128, 1);
-  EXPECT_EQ(coverAt(pixels.coverOf({"a", {10, 20}, 20, 0}, kWidth, kHeight), 15, 25), 0);
+  EXPECT_NEAR(coverAt(coverOf(pixels, {"a", {10, 20}, 20, 0.5}, kWidth, kHeight), 15, 25), 128, 1);
+  EXPECT_EQ(coverAt(coverOf(pixels, {"a", {10, 20}, 20, 0}, kWidth, kHeight), 15, 25), 0);
 }
 
 /// The middle of the ink is where it has to be, but for a step between two pixels.
@@ -69,7 +76,7 @@ TEST(GlyphPixels, PlacesAreExact) {
   for (int i = 0; i < 100; ++i) {
     const double em = rng.between(6, 40);
     const PlanePoint start = {rng.between(20, 100), rng.between(20, 50)};
-    const PixelCover cover = pixels.coverOf({"a", start, em, 1}, kWidth, kHeight);
+    const PixelCover cover = coverOf(pixels, {"a", start, em, 1}, kWidth, kHeight);
     const double whole = inkOf(cover);
     PlanePoint middle;
     for (int y = 0; y < kHeight; ++y) {
@@ -87,40 +94,41 @@ TEST(GlyphPixels, PlacesAreExact) {
 TEST(GlyphPixels, NoMoreThanWhatIsSeenIsMade) {
   GlyphPixels pixels = squares();
   const std::string text(100000, 'a');
-  const PixelCover cover = pixels.coverOf({text, {-5000, 95}, 20, 1}, kWidth, kHeight);
+  const PixelCover cover = coverOf(pixels, {text, {-5000, 95}, 20, 1}, kWidth, kHeight);
   EXPECT_EQ(cover.left, 0);
   EXPECT_EQ(cover.width, kWidth);
   EXPECT_EQ(cover.bottom + cover.height, kHeight);
   for (const PlanePoint start : {PlanePoint{-500, 20}, {500, 20}, {20, -500}, {20, 500}}) {
-    EXPECT_TRUE(pixels.coverOf({"abc", start, 20, 1}, kWidth, kHeight).bytes.empty());
+    EXPECT_TRUE(coverOf(pixels, {"abc", start, 20, 1}, kWidth, kHeight).bytes.empty());
   }
-  EXPECT_TRUE(pixels.coverOf({"abc", {20, 20}, 20, 1}, 0, 0).bytes.empty());
-  EXPECT_TRUE(pixels.coverOf({"  ", {20, 20}, 20, 1}, kWidth, kHeight).bytes.empty());
-  EXPECT_TRUE(pixels.coverOf({"", {20, 20}, 20, 1}, kWidth, kHeight).bytes.empty());
+  EXPECT_TRUE(coverOf(pixels, {"abc", {20, 20}, 20, 1}, 0, 0).bytes.empty());
+  EXPECT_TRUE(coverOf(pixels, {"  ", {20, 20}, 20, 1}, kWidth, kHeight).bytes.empty());
+  EXPECT_TRUE(coverOf(pixels, {"", {20, 20}, 20, 1}, kWidth, kHeight).bytes.empty());
 }
 
 /// However many heights, opacities and places there have been, and the pictures stay the same.
 TEST(GlyphPixels, WhatIsKeptIsBounded) {
   GlyphPixels pixels = squares();
   const PixelText text{"abc", {20.3, 20.7}, 20, 0.75};
-  const PixelCover first = pixels.coverOf(text, kWidth, kHeight);
+  const PixelCover first = coverOf(pixels, text, kWidth, kHeight);
   Random rng(5);
   std::size_t most = 0;
   std::size_t before = 0;
   bool hasForgotten = false;
   for (int i = 0; i < 1500; ++i) {
-    pixels.coverOf({"abcdefgh",
-                    {rng.between(0, 100), rng.between(0, 60)},
-                    rng.between(60, 90),
-                    rng.between(0, 1)},
-                   kWidth, kHeight);
+    coverOf(pixels,
+            {"abcdefgh",
+             {rng.between(0, 100), rng.between(0, 60)},
+             rng.between(60, 90),
+             rng.between(0, 1)},
+            kWidth, kHeight);
     most = std::max(most, pixels.keptBytes());
     hasForgotten = hasForgotten || pixels.keptBytes() < before;
     before = pixels.keptBytes();
   }
   EXPECT_TRUE(hasForgotten);
   EXPECT_LE(most, GlyphPixels::kMostBytes + 8 * 9000);
-  EXPECT_EQ(pixels.coverOf(text, kWidth, kHeight).bytes, first.bytes);
+  EXPECT_EQ(coverOf(pixels, text, kWidth, kHeight).bytes, first.bytes);
 }
 
 }  // namespace
