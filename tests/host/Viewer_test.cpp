@@ -419,6 +419,17 @@ class RunningViewer {
     return text;
   }
 
+  /// How wide a pane of the status bar is. The bar puts it into memory of the program's own.
+  LONG statusWidth(WPARAM pane) const {
+    void* const there = VirtualAllocEx(process_.hProcess, nullptr, sizeof(RECT),
+                                       MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    SendMessageW(status(), SB_GETRECT, pane, reinterpret_cast<LPARAM>(there));
+    RECT place = {};
+    ReadProcessMemory(process_.hProcess, there, &place, sizeof place, nullptr);
+    VirtualFreeEx(process_.hProcess, there, 0, MEM_RELEASE);
+    return place.right - place.left;
+  }
+
   /// Moves the mouse to a place of the view, in per cent of its width and height, and waits until
   /// what lies there is told, or that nothing does.
   void pointAt(int x, int y) const {
@@ -1217,6 +1228,39 @@ TEST_F(PathViewerTest, opensWhereTheToolBeginsToCutAndShowsNoneBefore) {
   const Image before = picture();
   running.choose(viewer::Command::kTool);
   EXPECT_EQ(differentPixels(before, picture()), 0);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+/// How wide the system's font for status bars makes a text.
+LONG widthOf(const std::wstring& text) {
+  NONCLIENTMETRICSW metrics = {};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  const HFONT font = CreateFontIndirectW(&metrics.lfMessageFont);
+  const HDC dc = CreateCompatibleDC(nullptr);
+  const HGDIOBJ before = SelectObject(dc, font);
+  SIZE size = {};
+  GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+  SelectObject(dc, before);
+  DeleteDC(dc);
+  DeleteObject(font);
+  return size.cx;
+}
+
+TEST_F(PathViewerTest, statusTextsAreNotCutOff) {
+  writeFile(folder_.file(L"square.nc"),
+            "G90\nM10\nG1 X-1234.567 Y-1234.567 Z-1234.567 F12345\nG4 P9000\nM2\n");
+  size_ = L"640x240";
+  RunningViewer& running = start(L"path-end");
+  EXPECT_NE(running.message().find(L"skipped (first: line 2"), std::wstring::npos);
+  EXPECT_TRUE(tells(L"line 3  x -1234.567  y -1234.567  z -1234.567 mm  feed 12345 mm/min  2:30:"));
+  for (const WPARAM pane : {WPARAM{3}, kPath}) {
+    EXPECT_GT(running.statusWidth(pane), widthOf(running.statusText(pane)) + 4) << pane;
+  }
+  SetWindowPos(window_, nullptr, 0, 0, 1400, 400, SWP_NOMOVE | SWP_NOZORDER);
+  for (const WPARAM pane : {kMessage, WPARAM{3}, kPath}) {
+    EXPECT_GT(running.statusWidth(pane), widthOf(running.statusText(pane)) + 4) << pane;
+  }
   EXPECT_EQ(running.exitCode(), 0u);
 }
 
