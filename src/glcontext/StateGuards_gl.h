@@ -191,6 +191,19 @@ class PushedAttributes : CountedGuard {
   }
 };
 
+/// Sets how colours are interpolated, for a scope. Where attributes are pushed within it, Mesa
+/// forgets to give this back with those that were pushed around it.
+class ShadeModel : CountedGuard {
+ public:
+  explicit ShadeModel(GLenum model) { glShadeModel(model); }
+  ~ShadeModel() { glShadeModel(saved_); }
+  ShadeModel(const ShadeModel&) = delete;
+  ShadeModel& operator=(const ShadeModel&) = delete;
+
+ private:
+  GLenum saved_ = enumState(GL_SHADE_MODEL);
+};
+
 /// What is drawn is not lit, and blended by its opacity, for a scope.
 class Unlit {
  public:

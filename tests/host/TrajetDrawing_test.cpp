@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "support/Drawer_win.h"
+#include "support/GlState_gl.h"
 #include "support/LateBinding_win.h"
 #include "support/Pickable_win.h"
 #include "support/Random.h"
@@ -357,6 +358,34 @@ TEST_F(TrajetPickTest, TheToolIsNotPicked) {
   host_.paint();
   EXPECT_EQ(host_.pick(0, -4), (Names{42, 0}));
   EXPECT_EQ(host_.pick(0, -2), Names{});
+}
+
+TEST_F(TrajetPictures, SoftLinesLeaveTheStateAsItWas) {
+  View3DHost view;
+  require(view->put_LineAntialiasing(VARIANT_TRUE), "LineAntialiasing");
+  GlState before;
+  GlState after;
+  const auto first = makeForeign<ForeignObject>();
+  first->onDraw3D = [&](int) {
+    before = readGlState();
+    return S_OK;
+  };
+  const auto last = makeForeign<ForeignObject>();
+  last->onDraw3D = [&](int) {
+    after = readGlState();
+    return S_OK;
+  };
+  const auto path = makePath({-8, 0, 0, 8, 0, 0, 8, 3, 0}, {0, 1});
+  require(path->put_EpaisseurTrait(1.5), "EpaisseurTrait");
+  require(path->put_PositionSegment(1), "PositionSegment");
+  require(path->putref_Outil(createObject<IZYNOutil>(L"ZYNVue.ZYNOutil").Get()), "Outil");
+  view->Add(first->dispatch(), 0);
+  view->Add(path.Get(), 0);
+  view->Add(last->dispatch(), 0);
+  for (int round = 0; round < 2; ++round) {
+    view.paint();
+    EXPECT_EQ(differences(before, after), kNone);
+  }
 }
 
 TEST_F(TrajetPickTest, RegionsTellThePathByWhatIsVisible) {

@@ -298,9 +298,9 @@ void PathPainter::drawSplitChunk(const Stretch& stretch) {
 
 void PathPainter::draw() {
   const UnlitColour colour(0, 0, 0, 1);
-  const PushedAttributes saved(GL_LIGHTING_BIT | GL_LINE_BIT | GL_ENABLE_BIT);
+  const PushedAttributes saved(GL_LINE_BIT | GL_ENABLE_BIT);
   const LineWidth width(look_.width * pass_.pixelScale, pass_.isFlat);
-  glShadeModel(GL_FLAT);
+  const ShadeModel shading(GL_FLAT);
   glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
                 kDashes);
   if (!pass_.isFlat && hasSoftLines()) {
