@@ -33,6 +33,7 @@ constexpr CommandEntry kTable[] = {
     {kOpen, "open", kAny, kFile, "&Open...", control('O')},
     {kRecent, "recent", kAny, kRecentFiles, "None"},
     {kReload, "reload", kAny, kFile, "&Reload", {kKeyF5}},
+    {kCloseProgram, "close-program", kModel, kFile, "C&lose program", control('W')},
     {kExportPng, "export-png", kAny, kExport, "&PNG...", control('E')},
     {kExportJpeg, "export-jpg", kAny, kExport, "&JPEG..."},
     {kExportGif, "export-gif", kAny, kExport, "&GIF..."},

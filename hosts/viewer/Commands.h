@@ -25,6 +25,7 @@ enum class Command : std::uint16_t {
   kPrint,
   kSaveCamera,
   kRestoreCamera,
+  kCloseProgram,
   kExit,
   kViewXYp,
   kViewXYm,

@@ -25,6 +25,7 @@ namespace {
 constexpr Colour kHoverColour = {0.05, 0.42, 0.74};
 constexpr Colour kSelectionColour = {0.75, 0.1, 0.05};
 constexpr double kMarkWidth = 3;  // pixels
+constexpr double kPathMarkWidth = 6;
 constexpr LONG kAnimation = 250;  // milliseconds
 
 std::optional<LightPreset> presetOf(Command command) {
@@ -87,10 +88,11 @@ ModelPane::ModelPane(PaneOwner& owner)
       view_(control().as<IZYNVue3D2>()),
       driver_(owner, view()),
       lighting_(presetLighting(LightPreset::kStudio)),
-      hoverMark_(kHoverColour, kMarkWidth),
-      selectionMark_(kSelectionColour, kMarkWidth),
+      hoverMark_{{kHoverColour, kMarkWidth}, {kHoverColour, kPathMarkWidth}},
+      selectionMark_{{kSelectionColour, kMarkWidth}, {kSelectionColour, kPathMarkWidth}},
       connection_(view_.Get(), DIID__IZYNVue3DEvents, *this) {
   constexpr double kOfTheMonitor = 0;
+  owner.parts().clear();
   checkTold(view().put_EchelleDPI(kOfTheMonitor), L"EchelleDPI");
   check(view().put_WindowSelection(VARIANT_TRUE), L"WindowSelection");
   const auto& [r, g, b] = kGradientTop;
@@ -121,8 +123,10 @@ void ModelPane::show(std::unique_ptr<Model> model) {
 }
 
 void ModelPane::show(std::unique_ptr<Path> path) {
-  hovered_.reset();
+  forgetPath();
   driver_.show(std::move(path));
+  isPathShown_ = true;
+  owner().parts().showProgram(host::toUtf8(driver_.path()->file().filename().wstring()));
   showScene();
   openView();
 }
@@ -140,7 +144,7 @@ std::vector<std::filesystem::path> ModelPane::files() const {
 
 Panels ModelPane::panels() const {
   const bool hasPath = driver_.path() != nullptr;
-  return {.parts = model_ || !hasPath, .path = hasPath};
+  return {.parts = true, .path = hasPath};
 }
 
 std::optional<host::Bounds> ModelPane::bounds() const {
@@ -212,6 +216,10 @@ bool ModelPane::carryOutOther(Command command) {
       return true;
     case Command::kShowAll:
       partChecked(0, true);
+      showPath(true);
+      return true;
+    case Command::kCloseProgram:
+      closePath();
       return true;
     case Command::kOutline:
       outline_ = !outline_;
@@ -268,17 +276,17 @@ bool ModelPane::isOn(Command command) {
 }
 
 void ModelPane::exportTo(const std::filesystem::path& file) {
-  hoverMark_.show({}, 0);
+  mark(hoverMark_, std::nullopt);
   checkTold(view().Exporter(_bstr_t(file.c_str())), L"Exporter");
 }
 
 void ModelPane::copyPicture() {
-  hoverMark_.show({}, 0);
+  mark(hoverMark_, std::nullopt);
   checkTold(view().Copier(), L"Copier");
 }
 
 void ModelPane::drawOn(HDC dc, const RECT& place) {
-  hoverMark_.show({}, 0);
+  mark(hoverMark_, std::nullopt);
   printView(view(), dc, place);
 }
 
@@ -307,6 +315,10 @@ void ModelPane::fillTree() {
 }
 
 void ModelPane::partChecked(int part, bool shown) {
+  if (part == PartsTree::kProgram) {
+    showPath(shown);
+    return;
+  }
   if (!model_) {
     return;
   }
@@ -321,12 +333,44 @@ void ModelPane::partChecked(int part, bool shown) {
   check(view().Repaint(), L"Repaint");
 }
 
-/// Takes the marks off faces that are no longer to be seen.
-void ModelPane::forgetHidden() {
-  if (hovered_ && hovered_->part != Path::kName && !model_->isShown(hovered_->part)) {
+void ModelPane::showPath(bool shown) {
+  if (driver_.path() == nullptr || shown == isPathShown_) {
+    return;
+  }
+  isPathShown_ = shown;
+  owner().parts().check(PartsTree::kProgram, shown);
+  forgetPath();
+  showScene();
+}
+
+void ModelPane::closePath() {
+  if (driver_.path() == nullptr) {
+    return;
+  }
+  forgetPath();
+  driver_.close();
+  owner().parts().showProgram("");
+  showScene();
+  owner().filesChanged();
+}
+
+/// Takes the marks off segments.
+void ModelPane::forgetPath() {
+  if (isOfPath(hovered_)) {
     hover(std::nullopt);
   }
-  if (selected_ && !model_->isShown(selected_->part)) {
+  if (isOfPath(selected_)) {
+    selected_.reset();
+    mark(selectionMark_, selected_);
+  }
+}
+
+/// Takes the marks off faces that are no longer to be seen.
+void ModelPane::forgetHidden() {
+  if (hovered_ && !isOfPath(hovered_) && !model_->isShown(hovered_->part)) {
+    hover(std::nullopt);
+  }
+  if (selected_ && !isOfPath(selected_) && !model_->isShown(selected_->part)) {
     selected_.reset();
     mark(selectionMark_, selected_);
   }
@@ -335,7 +379,7 @@ void ModelPane::forgetHidden() {
 
 void ModelPane::partClicked(int part) {
   selected_.reset();
-  select(part == 0 ? std::vector<int>() : std::vector{part}, false);
+  select(part > 0 ? std::vector{part} : std::vector<int>(), false);
 }
 
 void ModelPane::hideSelection() {
@@ -348,19 +392,18 @@ void ModelPane::hideSelection() {
 
 /// Not to be interrupted: a scene is there whole or not at all.
 void ModelPane::showScene() {
-  if (!bounds()) {
-    return;
-  }
   check(view().RemoveAllSelection(), L"RemoveAllSelection");
   check(view().RemoveAll(), L"RemoveAll");
   if (model_) {
     model_->addTo(view(), outline_);
   }
-  if (driver_.path() != nullptr) {
+  if (driver_.path() != nullptr && isPathShown_) {
     driver_.path()->addTo(view());
   }
-  hoverMark_.addTo(view());
-  selectionMark_.addTo(view());
+  for (const Mark* const mark : {&hoverMark_, &selectionMark_}) {
+    mark->face.addTo(view());
+    mark->path.addTo(view());
+  }
   showSelection();
 }
 
@@ -437,12 +480,12 @@ void ModelPane::mouseMove(int x, int y) {
 }
 
 void ModelPane::mouseSelection(int key, int x, int y, std::span<const std::int32_t> names) {
-  const auto picked = faceOf(names);
-  if (picked && picked->part == Path::kName) {
-    driver_.goToSegment(picked->face, partOfSegment(picked->face, x, y));
+  selected_ = faceOf(names);
+  if (isOfPath(selected_)) {
+    driver_.goToSegment(selected_->face, partOfSegment(selected_->face, x, y));
+    showSelection();
     return;
   }
-  selected_ = picked;
   select(partsOf(names), key == kControl);
   showPoint(x, y);
 }
@@ -495,26 +538,29 @@ void ModelPane::showSelection() {
   showPicks();
 }
 
-void ModelPane::mark(const FaceMark& mark, const std::optional<Face>& face) const {
+void ModelPane::mark(const Mark& mark, const std::optional<Face>& face) const {
   constexpr double kDistance = 0.002;  // of what is seen: about a pixel
-  const bool isFace = face && face->part != Path::kName && model_;
-  mark.show(isFace ? model_->cornersOf(face->face) : std::vector<host::Vector>(),
-            kDistance * heightSeen(view()));
+  const bool isFace = face && !isOfPath(face) && model_;
+  mark.face.show(isFace ? model_->cornersOf(face->face) : std::vector<host::Vector>(),
+                 kDistance * heightSeen(view()));
+  mark.path.show(isOfPath(face) ? driver_.path()->pointsOfLine(face->face)
+                                : std::span<const double>());
+}
+
+std::string ModelPane::textOf(const Face& face) const {
+  if (isOfPath(face)) {
+    return driver_.segmentText(face.face);
+  }
+  return model_ ? faceText(face.face, model_->nameOf(face.part)) : "";
 }
 
 void ModelPane::showPicks() {
-  std::string hovered;
+  const std::string hovered = hovered_ ? textOf(*hovered_) : "";
   std::vector<std::string> selected;
-  if (hovered_ && hovered_->part == Path::kName) {
-    hovered = driver_.segmentText(hovered_->face);
-  } else if (model_ && hovered_) {
-    hovered = faceText(hovered_->face, model_->nameOf(hovered_->part));
-  }
   for (const int part : selection_.parts()) {
     selected.push_back(model_->nameOf(part));
   }
-  const std::string parts =
-      selected_ ? faceText(selected_->face, model_->nameOf(selected_->part)) : partsText(selected);
+  const std::string parts = selected_ ? textOf(*selected_) : partsText(selected);
   owner().status().show(StatusBar::kPicks, picksText(hovered, parts));
 }
 

@@ -10,6 +10,7 @@
 #include "viewer/Model_com.h"
 #include "viewer/Pane_com.h"
 #include "viewer/PathDriver_com.h"
+#include "viewer/PathMark_com.h"
 
 namespace zyn::viewer {
 
@@ -50,6 +51,16 @@ class ModelPane final : public Pane, private host::EventListener {
     bool operator==(const Face&) const = default;
   };
 
+  /// What marks a face, and what a segment.
+  struct Mark {
+    FaceMark face;
+    PathMark path;
+  };
+
+  static bool isOfPath(const std::optional<Face>& face) {
+    return face && face->part == Path::kName;
+  }
+
   /// The nearest one that a pick has found.
   static std::optional<Face> faceOf(std::span<const std::int32_t> names);
 
@@ -85,8 +96,12 @@ class ModelPane final : public Pane, private host::EventListener {
   void showPicks();
   void showPoint(int x, int y);
   void showMode();
-  void mark(const FaceMark& mark, const std::optional<Face>& face) const;
+  void mark(const Mark& mark, const std::optional<Face>& face) const;
+  std::string textOf(const Face& face) const;
   void fillTree();
+  void showPath(bool shown);
+  void closePath();
+  void forgetPath();
   IZYNVue3D2& view() const { return *view_.Get(); }
 
   Microsoft::WRL::ComPtr<IZYNVue3D2> view_;
@@ -95,12 +110,13 @@ class ModelPane final : public Pane, private host::EventListener {
   std::unique_ptr<LightsWindow> lights_;
   Lighting lighting_;
   PartSelection selection_;
+  bool isPathShown_ = true;
   bool outline_ = false;
   bool zoomsToWindow_ = false;  ///< the next rubber band is what is to be seen
   std::optional<Face> hovered_;
   std::optional<Face> selected_;  ///< the face that was clicked last
-  FaceMark hoverMark_;
-  FaceMark selectionMark_;
+  Mark hoverMark_;
+  Mark selectionMark_;
   POINT hoveredAt_ = {};  ///< where `hovered_` was found
   host::EventConnection connection_;
 };

@@ -26,6 +26,8 @@ class PaneOwner {
   virtual ProgramList& program() = 0;
   /// Whether somebody looks at the window: else nothing is to take time for its looks.
   virtual bool isWatched() = 0;
+  /// To be called when the pane shows other files than before, but not from its loading.
+  virtual void filesChanged() = 0;
   virtual void failed(const std::string& message) noexcept = 0;
 };
 

@@ -52,30 +52,47 @@ void PartsTree::setVisible(bool visible) const { ShowWindow(tree_, visible ? SW_
 
 bool PartsTree::isVisible() const { return (GetWindowLongW(tree_, GWL_STYLE) & WS_VISIBLE) != 0; }
 
+HTREEITEM PartsTree::insert(HTREEITEM parent, HTREEITEM after, const std::string& name, int part) {
+  std::wstring text = host::toWide(name);
+  TVINSERTSTRUCTW entry = {};
+  entry.hParent = parent;
+  entry.hInsertAfter = after;
+  entry.item.mask = TVIF_TEXT | TVIF_STATE | TVIF_PARAM;
+  entry.item.pszText = text.data();
+  entry.item.stateMask = TVIS_STATEIMAGEMASK;
+  entry.item.state = INDEXTOSTATEIMAGEMASK(kChecked);
+  entry.item.lParam = part;
+  return TreeView_InsertItem(tree_, &entry);
+}
+
 void PartsTree::fill(const std::string& model, const std::vector<std::string>& parts) {
   const ScopedFlag filling(filling_);
   SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
-  TreeView_DeleteAllItems(tree_);
-  items_.clear();
-  const auto insert = [this](HTREEITEM parent, const std::string& name) {
-    std::wstring text = host::toWide(name);
-    TVINSERTSTRUCTW entry = {};
-    entry.hParent = parent;
-    entry.hInsertAfter = TVI_LAST;
-    entry.item.mask = TVIF_TEXT | TVIF_STATE | TVIF_PARAM;
-    entry.item.pszText = text.data();
-    entry.item.stateMask = TVIS_STATEIMAGEMASK;
-    entry.item.state = INDEXTOSTATEIMAGEMASK(kChecked);
-    entry.item.lParam = static_cast<LPARAM>(items_.size());
-    items_.push_back(TreeView_InsertItem(tree_, &entry));
-  };
-  insert(TVI_ROOT, model);
+  if (!items_.empty()) {
+    TreeView_DeleteItem(tree_, items_.front());
+  }
+  items_ = {insert(TVI_ROOT, TVI_FIRST, model, 0)};
   for (const std::string& part : parts) {
-    insert(items_.front(), part);
+    items_.push_back(insert(items_.front(), TVI_LAST, part, static_cast<int>(items_.size())));
   }
   TreeView_Expand(tree_, items_.front(), TVE_EXPAND);
   SendMessageW(tree_, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(tree_, nullptr, TRUE);
+}
+
+void PartsTree::clear() {
+  const ScopedFlag filling(filling_);
+  TreeView_DeleteAllItems(tree_);
+  items_.clear();
+  program_ = nullptr;
+}
+
+void PartsTree::showProgram(const std::string& name) {
+  const ScopedFlag filling(filling_);
+  if (program_ != nullptr) {
+    TreeView_DeleteItem(tree_, program_);
+  }
+  program_ = name.empty() ? nullptr : insert(TVI_ROOT, TVI_LAST, name, kProgram);
 }
 
 void PartsTree::check(int part, bool shown) {
@@ -93,7 +110,11 @@ void PartsTree::emphasise(const std::set<int>& parts) {
       TreeView_SetItemState(tree_, itemOf(part), parts.contains(part) ? TVIS_BOLD : 0, TVIS_BOLD);
     }
   }
-  TreeView_SelectItem(tree_, parts.empty() ? nullptr : itemOf(*parts.begin()));
+  if (!parts.empty()) {
+    TreeView_SelectItem(tree_, itemOf(*parts.begin()));
+  } else if (partOf(TreeView_GetSelection(tree_)) > 0) {
+    TreeView_SelectItem(tree_, nullptr);
+  }
 }
 
 bool PartsTree::isEmphasised(HTREEITEM item) const {
@@ -142,12 +163,16 @@ std::optional<LRESULT> PartsTree::notified(NMHDR& message) {
   return std::nullopt;
 }
 
-void PartsTree::toggle(HTREEITEM item) {
+int PartsTree::partOf(HTREEITEM item) const {
   TVITEMW asked = {};
   asked.hItem = item;
   asked.mask = TVIF_PARAM;
-  if (item != nullptr && TreeView_GetItem(tree_, &asked)) {
-    events_.partChecked(static_cast<int>(asked.lParam), TreeView_GetCheckState(tree_, item) == 0);
+  return item != nullptr && TreeView_GetItem(tree_, &asked) ? static_cast<int>(asked.lParam) : 0;
+}
+
+void PartsTree::toggle(HTREEITEM item) {
+  if (item != nullptr) {
+    events_.partChecked(partOf(item), TreeView_GetCheckState(tree_, item) == 0);
   }
 }
 

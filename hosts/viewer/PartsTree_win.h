@@ -18,15 +18,17 @@ namespace zyn::viewer {
 class PartsTreeEvents {
  public:
   virtual ~PartsTreeEvents() = default;
-  /// A check box was clicked, or that of the model (part 0).
+  /// A check box was clicked, or that of the model (part 0) or of the program (part kProgram).
   virtual void partChecked(int part, bool shown) = 0;
   virtual void partClicked(int part) = 0;
 };
 
-/// The panel beside the view: the model, and below it its parts with a check box each. The window
-/// that it is a child of destroys it.
+/// The panel beside the view: the model, below it its parts, and then the program, with a check box
+/// each. The window that it is a child of destroys it.
 class PartsTree {
  public:
+  static constexpr int kProgram = -1;
+
   PartsTree(HWND parent, PartsTreeEvents& events, const UiScale& scale);
 
   void scaleTo(const UiScale& scale);
@@ -37,7 +39,12 @@ class PartsTree {
   /// Names of the model and of its parts, UTF-8; all are checked.
   void fill(const std::string& model, const std::vector<std::string>& parts);
 
-  /// Checks parts, or part 0, the model's own box.
+  void clear();
+
+  /// The name of the program, checked; empty for none.
+  void showProgram(const std::string& name);
+
+  /// Checks parts, or part 0, the model's own box, or kProgram.
   void check(int part, bool shown);
 
   /// Marks the rows of these parts, and only these, and scrolls to the first.
@@ -52,7 +59,11 @@ class PartsTree {
   }
 
  private:
-  HTREEITEM itemOf(int part) const { return items_[static_cast<std::size_t>(part)]; }
+  HTREEITEM insert(HTREEITEM parent, HTREEITEM after, const std::string& name, int part);
+  HTREEITEM itemOf(int part) const {
+    return part == kProgram ? program_ : items_[static_cast<std::size_t>(part)];
+  }
+  int partOf(HTREEITEM item) const;
   bool isEmphasised(HTREEITEM item) const;
   LRESULT paint(NMTVCUSTOMDRAW& drawing) const;
   void toggle(HTREEITEM item);
@@ -61,6 +72,7 @@ class PartsTree {
   HWND tree_;
   Images boxes_;
   std::vector<HTREEITEM> items_;  ///< the model's, and those of the parts
+  HTREEITEM program_ = nullptr;   ///< null for none
   bool filling_ = false;
 };
 

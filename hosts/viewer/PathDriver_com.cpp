@@ -19,10 +19,13 @@ using enum Command;
 
 PathDriver::PathDriver(PaneOwner& owner, IZYNVue3D2& view) : owner_(owner), view_(view) {}
 
-PathDriver::~PathDriver() {
+PathDriver::~PathDriver() { close(); }
+
+void PathDriver::close() {
   stop();
   owner_.program().show(nullptr);
   owner_.status().show(StatusBar::kPath, "");
+  path_.reset();
 }
 
 void PathDriver::show(std::unique_ptr<Path> path) {

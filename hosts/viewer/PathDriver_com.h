@@ -23,6 +23,8 @@ class PathDriver {
   /// Takes a path in the place of another, with its look, and its place when it is the same file.
   void show(std::unique_ptr<Path> path);
 
+  void close();
+
   /// The path that is shown; null for none.
   const Path* path() const { return path_.get(); }
 

@@ -153,6 +153,16 @@ std::vector<host::Vector> Path::endsOf(std::int32_t segment) const {
   return {{begin[0], begin[1], begin[2]}, {begin[3], begin[4], begin[5]}};
 }
 
+std::span<const double> Path::pointsOfLine(long segment) const {
+  if (segment < 0 || segment >= segmentCount()) {
+    return {};
+  }
+  const long first = firstOfLine(segment);
+  const long points = lastOfLine(segment) - first + 2;
+  return std::span(points_).subspan(3 * static_cast<std::size_t>(first),
+                                    3 * static_cast<std::size_t>(points));
+}
+
 long Path::lineOf(long segment) const {
   const auto number = static_cast<std::size_t>(segment);
   return segment >= 0 && number < lineNumbers_.size() ? lineNumbers_[number] : 0;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <vector>
 
 #include "common/PathObjects_com.h"
@@ -58,6 +59,10 @@ class Path {
 
   /// The ends of a segment; none for a number that is no segment's.
   std::vector<host::Vector> endsOf(std::int32_t segment) const;
+
+  /// The points, x, y, z of each, through which the line of a segment leads; none for a number
+  /// that is no segment's.
+  std::span<const double> pointsOfLine(long segment) const;
 
   PathPlace place() const;
   long lineOf(long segment) const;

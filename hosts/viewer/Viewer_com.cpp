@@ -51,21 +51,19 @@ host::FileKind fileKind(const std::filesystem::path& file) {
   return host::kindOf(host::utf8Name(file));
 }
 
-/// What is to be seen around the view as soon as the files are open: the view is to have its size
-/// then.
-Panels panelsFor(const Request& request) {
-  const auto has = [&request](host::FileKind kind) {
-    return std::ranges::any_of(
-        request.files, [kind](const std::string& file) { return host::kindOf(file) == kind; });
-  };
-  const bool path = has(host::FileKind::kProgram);
-  return {.parts = has(host::FileKind::kModel) || request.files.empty(), .path = path};
-}
-
 PaneKind paneFor(const Request& request) {
   return !request.files.empty() && host::kindOf(request.files.front()) == host::FileKind::kTable
              ? PaneKind::kGraph
              : PaneKind::kModel;
+}
+
+/// What is to be seen around the view as soon as the files are open: the view is to have its size
+/// then.
+Panels panelsFor(const Request& request) {
+  return {.parts = paneFor(request) == PaneKind::kModel,
+          .path = std::ranges::any_of(request.files, [](const std::string& file) {
+            return host::kindOf(file) == host::FileKind::kProgram;
+          })};
 }
 
 bool isInput(UINT message) {
@@ -287,12 +285,17 @@ void Viewer::reload() {
   }
 }
 
+void Viewer::filesChanged() {
+  frame_.setTitle(title());
+  frame_.showPanels(pane_->panels());
+}
+
 std::wstring Viewer::title() const {
   std::wstring names;
   for (const std::filesystem::path& file : pane_->files()) {
     names += (names.empty() ? L"" : L", ") + file.filename().wstring();
   }
-  return names + L" - ZYNVue viewer";
+  return (names.empty() ? names : names + L" - ") + L"ZYNVue viewer";
 }
 
 void Viewer::loadRecent(std::size_t place) {

@@ -49,6 +49,7 @@ class Viewer final : private FrameEvents, private PaneOwner {
   PathBar& pathBar() override { return frame_.pathBar(); }
   ProgramList& program() override { return frame_.program(); }
   bool isWatched() override { return !request_.batch; }
+  void filesChanged() override;
 
   // Both
   void failed(const std::string& message) noexcept override;

@@ -437,6 +437,13 @@ class RunningViewer {
     settle();
   }
 
+  /// Moves the mouse to a pixel of the view, and waits until what lies there is told.
+  void hoverPixel(const POINT& at) const {
+    putMouse(viewWindow(), at);
+    PostMessageW(viewWindow(), WM_MOUSEMOVE, 0, MAKELPARAM(at.x, at.y));
+    settle();
+  }
+
   /// Presses and releases the left button at a pixel of the view, and waits until that is done.
   void clickPixel(const POINT& at) const { dragPixels(at, at); }
 
@@ -463,6 +470,25 @@ class RunningViewer {
 
   bool hasTree() const {
     return IsWindowVisible(FindWindowExW(window_, nullptr, WC_TREEVIEWW, nullptr)) != FALSE;
+  }
+
+  /// Whether so many files stand in the tree.
+  bool hasRoots(int count) const {
+    const HWND tree = FindWindowExW(window_, nullptr, WC_TREEVIEWW, nullptr);
+    HTREEITEM item = TreeView_GetRoot(tree);
+    for (; count > 0 && item != nullptr; --count) {
+      item = TreeView_GetNextSibling(tree, item);
+    }
+    return count == 0 && item == nullptr;
+  }
+
+  /// Clicks the name of the last file of the tree.
+  void selectLast() const {
+    HTREEITEM last = TreeView_GetRoot(tree_);
+    while (const HTREEITEM next = TreeView_GetNextSibling(tree_, last)) {
+      last = next;
+    }
+    TreeView_SelectItem(tree_, last);
   }
 
   bool isEnabled() const { return IsWindowEnabled(window_) != FALSE; }
@@ -1378,6 +1404,57 @@ TEST_F(PathViewerTest, aClickOnASegmentLeadsThere) {
   EXPECT_EQ(selectedLine(), 8);
 }
 
+TEST_F(PathViewerTest, theSegmentUnderTheMouseAndThePickedOneAreMarked) {
+  RunningViewer& running = start(L"tool,rapids,xy+,select");
+  const Rgb kPicked = {217, 117, 105};  // through which the ground is seen
+  const Image before = picture();
+  const RECT lines = boxNear(before, {26, 77, 204});
+  const LONG middle = (lines.top + lines.bottom) / 2;
+  EXPECT_LT(countNear(before, kPicked), 5);
+  running.hoverPixel({lines.right, middle});
+  EXPECT_EQ(running.waitForStatus(kPicks, L"over"), "over line 7: Y60 F300");
+  running.clickPixel({lines.right, middle});
+  EXPECT_NE(running.statusText(kPicks).find(L"selected: line 7: Y60 F300"), std::wstring::npos);
+  const RECT marked = boxNear(picture(), kPicked);
+  EXPECT_NEAR((marked.left + marked.right) / 2.0, lines.right, 3);
+  EXPECT_GT(marked.bottom - marked.top, (lines.bottom - lines.top) * 8 / 10);
+  running.choose(viewer::Command::kClearSelection);
+  EXPECT_LT(countNear(picture(), kPicked), 5);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, theProgramIsHiddenInTheTreeAndClosed) {
+  RunningViewer& running = start(L"tool,xy+", L"corner.stl ");
+  running.waitFor(L"corner.stl, square.nc - ZYNVue viewer", 2);
+  EXPECT_TRUE(running.hasRoots(2));
+  const auto shown = [&] {
+    running.choose(viewer::Command::kExportBmp);
+    return decodeImageFile(folder_.file(L"corner.bmp")).image;
+  };
+  const Image before = shown();
+  running.selectLast();
+  running.pressInTree(VK_SPACE);
+  EXPECT_EQ(countNear(shown(), {26, 77, 204}), 0);
+  running.pressInTree(VK_SPACE);
+  EXPECT_EQ(differentPixels(before, shown()), 0);
+  running.choose(viewer::Command::kCloseProgram);
+  EXPECT_TRUE(running.hasRoots(1));
+  EXPECT_FALSE(IsWindowVisible(list_));
+  EXPECT_EQ(countNear(shown(), {26, 77, 204}), 0);
+  EXPECT_NE(FindWindowW(nullptr, L"corner.stl - ZYNVue viewer"), nullptr);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
+TEST_F(PathViewerTest, closingTheOnlyProgramLeavesAnEmptyWindow) {
+  RunningViewer& running = start(L"xy+");
+  running.choose(viewer::Command::kCloseProgram);
+  running.choose(viewer::Command::kCloseProgram);
+  EXPECT_TRUE(running.hasRoots(0));
+  EXPECT_FALSE(IsWindowVisible(slider_));
+  EXPECT_NE(FindWindowW(nullptr, L"ZYNVue viewer"), nullptr);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
 TEST_F(PathViewerTest, everyLookDiffers) {
   RunningViewer& running = start(L"line-forward,line-forward,line-forward");
   const Image before = picture();
@@ -1408,9 +1485,10 @@ TEST_F(PathViewerTest, aPathAndAModelAreKeptBesideEachOther) {
   EXPECT_EQ(running.exitCode(), 0u);
 }
 
-TEST_F(PathViewerTest, aPathAloneHasNoTreeAndTheSizeThatWasAskedFor) {
+TEST_F(PathViewerTest, aPathAloneStandsInTheTreeAndHasTheSizeThatWasAskedFor) {
   RunningViewer& running = start(L"path-end");
-  EXPECT_FALSE(running.hasTree());
+  EXPECT_TRUE(running.hasTree());
+  EXPECT_TRUE(running.hasRoots(1));
   EXPECT_EQ(picture().width(), 320);
   EXPECT_EQ(picture().height(), 240);
 }
