@@ -52,13 +52,13 @@ std::wstring programPatterns() {
 
 std::optional<std::filesystem::path> askForInput(HWND owner) {
   const std::wstring models = L"*.stl;*.obj;*.ply;*.off;*.3mf";
-  const std::wstring tables = L"*.csv;*.tsv";
+  const std::wstring tables = L"*.csv;*.tsv;*.txt";
   const std::wstring programs = programPatterns();
   const std::wstring kinds[][2] = {
       {L"Models, programs and tables", models + L';' + programs + L';' + tables},
       {L"Models (*.stl, *.obj, *.ply, *.off, *.3mf)", models},
       {L"Programs (*.nc, *.ngc, *.gcode, *.tap, *.cnc ...)", programs},
-      {L"Tables (*.csv, *.tsv)", tables},
+      {L"Tables (*.csv, *.tsv, *.txt)", tables},
       {L"All files", L"*.*"}};
   std::wstring filter;
   for (const auto& [name, patterns] : kinds) {

@@ -4,13 +4,13 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "common/FileKind.h"
 #include "common/InputFile.h"
 #include "common/MeshFile_com.h"
 #include "common/Utf8_win.h"
 #include "table/CsvReader.h"
 #include "viewer/FileDialogs_win.h"
 #include "viewer/GraphPane_com.h"
+#include "viewer/InputKind.h"
 #include "viewer/Message_win.h"
 #include "viewer/ModelPane_com.h"
 #include "viewer/OutputName.h"
@@ -47,12 +47,9 @@ const char* pictureExtension(Command command) {
   }
 }
 
-host::FileKind fileKind(const std::filesystem::path& file) {
-  return host::kindOf(host::utf8Name(file));
-}
-
 PaneKind paneFor(const Request& request) {
-  return !request.files.empty() && host::kindOf(request.files.front()) == host::FileKind::kTable
+  return !request.files.empty() &&
+                 inputKind(host::toWide(request.files.front())) == host::FileKind::kTable
              ? PaneKind::kGraph
              : PaneKind::kModel;
 }
@@ -62,7 +59,7 @@ PaneKind paneFor(const Request& request) {
 Panels panelsFor(const Request& request) {
   return {.parts = paneFor(request) == PaneKind::kModel,
           .path = std::ranges::any_of(request.files, [](const std::string& file) {
-            return host::kindOf(file) == host::FileKind::kProgram;
+            return inputKind(host::toWide(file)) == host::FileKind::kProgram;
           })};
 }
 
@@ -258,7 +255,7 @@ void Viewer::load(const std::filesystem::path& file) {
 
 void Viewer::loadAsItIs(const std::filesystem::path& file) {
   const auto progress = [this](double part) { showProgress(part); };
-  switch (fileKind(file)) {
+  switch (inputKind(file)) {
     case host::FileKind::kTable: {
       auto table = table::readCsv(file);
       pane<GraphPane>().show(file, std::move(table));

@@ -223,6 +223,22 @@ RECT boxNear(const Image& image, const Rgb& colour) {
   return box;
 }
 
+TEST_F(ViewerTest, aTextIsATableOrAProgramAsItsContentIs) {
+  writeFile(folder_.file(L"table.txt"), kCrossing);
+  writeFile(folder_.file(L"program.txt"), "%\nG21 G90\nG1 X60 F600\nM2\n");
+  for (const wchar_t* const name : {L"table", L"program"}) {
+    const ProgramResult result =
+        viewer(name + std::wstring(
+                          L".txt --size 400x300 --script gradient,tool,trihedron,export-bmp,exit"));
+    EXPECT_EQ(result.exitCode, 0u) << result.error;
+  }
+  const auto picture = [&](const wchar_t* name) {
+    return decodeImageFile(folder_.file(name)).image;
+  };
+  EXPECT_GT(countNear(picture(L"table.bmp"), kSecondTrace), 150);
+  EXPECT_EQ(countNear(picture(L"program.bmp"), kSecondTrace), 0);
+}
+
 TEST_F(ViewerTest, exportsTheVisiblePartOfAGraph) {
   const ProgramResult result = viewer(
       L"crossing.csv --size 400x300 --script "
