@@ -16,8 +16,8 @@ using host::checkTold;
 
 namespace {
 
-constexpr double kSize = 9;  // pixels
-constexpr int kTextHeight = 16;
+constexpr double kSize = 9;       // pixels
+constexpr int kTextHeight = 14;   // of the line, as those of the axes
 constexpr double kGround = 0.85;  // opacity behind the text
 
 /// Red that can be read on the ground of the theme.
