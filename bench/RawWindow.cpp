@@ -29,15 +29,17 @@ HGLRC makeContext(HDC dc) {
 
 }  // namespace
 
-RawWindow::RawWindow(SIZE size)
+RawWindow::RawWindow(SIZE size, Fonts fonts)
     : frame_(makeWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, WS_POPUP | WS_CLIPCHILDREN, size,
                         nullptr)),
       window_(makeWindow(WS_EX_NOPARENTNOTIFY, WS_CHILD | WS_VISIBLE, size, frame_)),
       dc_(GetDC(window_)),
       context_(makeContext(dc_)) {
   ShowWindow(frame_, SW_SHOWNOACTIVATE);
-  CGLFontContext fonts;
-  buildOutlineFonts(fonts, true);
+  if (fonts == kWithFonts) {
+    CGLFontContext lists;
+    buildOutlineFonts(lists, true);
+  }
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glFinish();
   SwapBuffers(dc_);

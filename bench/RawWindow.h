@@ -4,11 +4,13 @@
 
 namespace zyn::bench {
 
-/// The least that a view with text takes: a child window in a frame, a rendering context with the
+/// The least that a view takes: a child window in a frame, a rendering context, for texts with the
 /// lists of two fonts, and a frame drawn.
 class RawWindow {
  public:
-  explicit RawWindow(SIZE size);
+  enum Fonts { kWithFonts, kWithoutFonts };
+
+  explicit RawWindow(SIZE size, Fonts fonts = kWithFonts);
   ~RawWindow();
   RawWindow(const RawWindow&) = delete;
   RawWindow& operator=(const RawWindow&) = delete;

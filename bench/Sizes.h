@@ -15,10 +15,11 @@ struct Sizes {
   int seriesPoints = 10'000'000;
   int rounds = 11;  ///< of which the median counts
   int streamedFrames = 3600;
+  int views = 250;  ///< of each kind, at the same time
 
   /// A tenth of everything, to see in seconds whether the benchmarks work.
   static Sizes quick() {
-    return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 100'000, 1'000'000, 3, 360};
+    return {10'000, 1'000, 1'000, 100, 100'000, 1'000, 100'000, 100'000, 1'000'000, 3, 360, 25};
   }
 };
 

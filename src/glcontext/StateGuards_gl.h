@@ -169,17 +169,21 @@ class CurrentNormal : CountedGuard {
 /// Groups of the server's state, given back at the end of the scope.
 class PushedAttributes : CountedGuard {
  public:
-  explicit PushedAttributes(GLbitfield groups) {
+  explicit PushedAttributes(GLbitfield groups) : groups_(groups) {
     applyColour();
-    glPushAttrib(groups);
+    glPushAttrib(groups_);
   }
-  ~PushedAttributes() { glPopAttrib(); }
+  ~PushedAttributes() {
+    if ((groups_ & GL_CURRENT_BIT) != 0) {
+      applyColour();
+    }
+    glPopAttrib();
+  }
   PushedAttributes(const PushedAttributes&) = delete;
   PushedAttributes& operator=(const PushedAttributes&) = delete;
 
  private:
-  /// Where attributes have been pushed before, Mesa forgets to give back a colour that was set
-  /// since and neither used nor read.
+  /// Mesa forgets to give back a colour that was set and neither used nor read.
   static void applyColour() {
     if (isRecording()) {
       glBegin(GL_POINTS);
@@ -189,19 +193,8 @@ class PushedAttributes : CountedGuard {
       glGetFloatv(GL_CURRENT_COLOR, colour);
     }
   }
-};
 
-/// Sets how colours are interpolated, for a scope. Where attributes are pushed within it, Mesa
-/// forgets to give this back with those that were pushed around it.
-class ShadeModel : CountedGuard {
- public:
-  explicit ShadeModel(GLenum model) { glShadeModel(model); }
-  ~ShadeModel() { glShadeModel(saved_); }
-  ShadeModel(const ShadeModel&) = delete;
-  ShadeModel& operator=(const ShadeModel&) = delete;
-
- private:
-  GLenum saved_ = enumState(GL_SHADE_MODEL);
+  GLbitfield groups_;
 };
 
 /// What is drawn is not lit, and blended by its opacity, for a scope.

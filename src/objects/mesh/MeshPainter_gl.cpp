@@ -58,6 +58,18 @@ class DepthOnly {
   PushedAttributes saved_{GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT};
 };
 
+/// Sets how colours are interpolated, for a scope.
+class ShadeModel {
+ public:
+  explicit ShadeModel(GLenum model) { glShadeModel(model); }
+  ~ShadeModel() { glShadeModel(saved_); }
+  ShadeModel(const ShadeModel&) = delete;
+  ShadeModel& operator=(const ShadeModel&) = delete;
+
+ private:
+  GLenum saved_ = enumState(GL_SHADE_MODEL);
+};
+
 /// Where all lines of sight come from, in model coordinates: x, y, z and w, up to a factor. It is
 /// the third column of the inverse of what maps the model to the screen, pointing to lesser depths.
 std::array<double, 4> eyeOf(const GlMatrix& m) {

@@ -143,6 +143,7 @@ class PathPainter {
   void fill(const Stretch& stretch);
   std::vector<std::int32_t> typesIn(const Stretch& stretch) const;
   void emit(const Stretch& stretch, std::int32_t type);
+  void drawInColours(const Stretch& stretch) const;
   bool use(std::int32_t type, bool isDone) const;
   void drawAtOnce(const Stretch& stretch, bool isDone);
   void drawChunk(std::size_t chunk, bool isDone);
@@ -171,7 +172,7 @@ double PathPainter::shift() const {
   return pass_.isFlat || isRecording() ? 0 : look_.offset * (1 + look_.width) * pass_.pixelScale;
 }
 
-/// The vertices of a stretch, each with the colour of the segment that leads to it.
+/// The vertices of a stretch.
 void PathPainter::fill(const Stretch& stretch) {
   arrays_.clear();
   arrays_.positions.reserve(kChunk + 1);
@@ -183,16 +184,6 @@ void PathPainter::fill(const Stretch& stretch) {
   }
   if (stretch.to) {
     arrays_.positions.back() = vertexOf(*stretch.to);
-  }
-  if (!speeds_) {
-    return;
-  }
-  arrays_.colours.assign(arrays_.positions.size(), {});
-  for (std::size_t segment = stretch.first; segment < stretch.end; ++segment) {
-    const auto [r, g, b, alpha] = speeds_->scale.colourOf(path_.speedOf(segment));
-    arrays_.colours[segment + 1 - stretch.first] = {
-        static_cast<GLfloat>(r), static_cast<GLfloat>(g), static_cast<GLfloat>(b),
-        static_cast<GLfloat>(alpha * pass_.opacity)};
   }
 }
 
@@ -224,14 +215,30 @@ void PathPainter::emit(const Stretch& stretch, std::int32_t type) {
       runs_.push_back({vertex, 2});
     }
   }
-  if (type != segment_type::kRapid || !speeds_) {
+  if (type != segment_type::kRapid && speeds_) {
+    drawInColours(stretch);
+  } else {
     arrays_.draw(GL_LINE_STRIP, runs_);
-    return;
   }
-  VertexArrays plain;  // rapids keep their colour
-  plain.positions.swap(arrays_.positions);
-  plain.draw(GL_LINE_STRIP, runs_);
-  plain.positions.swap(arrays_.positions);
+}
+
+/// The runs, with a colour for each segment. Both of its ends have it: strips would need flat
+/// shading, with which and with soft lines Mesa draws what comes later in one colour too.
+void PathPainter::drawInColours(const Stretch& stretch) const {
+  VertexArrays lines;
+  for (const VertexArrays::Run& run : runs_) {
+    for (GLint vertex = run.first; vertex + 1 < run.first + run.count; ++vertex) {
+      const auto at = static_cast<std::size_t>(vertex);
+      const auto [r, g, b, alpha] = speeds_->scale.colourOf(path_.speedOf(stretch.first + at));
+      for (const std::size_t end : {at, at + 1}) {
+        lines.positions.push_back(arrays_.positions[end]);
+        lines.colours.push_back({static_cast<GLfloat>(r), static_cast<GLfloat>(g),
+                                 static_cast<GLfloat>(b),
+                                 static_cast<GLfloat>(alpha * pass_.opacity)});
+      }
+    }
+  }
+  lines.draw(GL_LINES);
 }
 
 /// Sets how a type is drawn; false where it is hidden.
@@ -300,7 +307,6 @@ void PathPainter::draw() {
   const UnlitColour colour(0, 0, 0, 1);
   const PushedAttributes saved(GL_LINE_BIT | GL_ENABLE_BIT);
   const LineWidth width(look_.width * pass_.pixelScale, pass_.isFlat);
-  const ShadeModel shading(GL_FLAT);
   glLineStipple(static_cast<GLint>(std::clamp(std::round(pass_.pixelScale), 1.0, kLargestFactor)),
                 kDashes);
   if (!pass_.isFlat && hasSoftLines()) {
