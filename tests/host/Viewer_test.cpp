@@ -1306,6 +1306,18 @@ TEST_F(PathViewerTest, statusTextsAreNotCutOff) {
   EXPECT_EQ(running.exitCode(), 0u);
 }
 
+TEST_F(PathViewerTest, theGroundStaysAGradientBehindAPath) {
+  RunningViewer& running = start(L"gradient");
+  const HWND bar = FindWindowExW(window_, nullptr, TOOLBARCLASSNAMEW, nullptr);
+  for (int round = 0; round < 2; ++round) {
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+  }
+  const Image shown = screenBelow(bar);
+  constexpr int kBesideTheTree = 235;
+  EXPECT_GT(difference(shown.at(kBesideTheTree, 10), shown.at(kBesideTheTree, 220)), 80);
+  EXPECT_EQ(running.exitCode(), 0u);
+}
+
 TEST_F(PathViewerTest, theSliderLeadsByTime) {
   RunningViewer& running = start(L"path-begin");
   const LRESULT middle = SendMessageW(slider_, TBM_GETRANGEMAX, 0, 0) / 2;
