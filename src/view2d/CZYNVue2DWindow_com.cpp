@@ -86,6 +86,7 @@ void CZYNVue2D::paint(HDC) {
       return;
     }
     ViewPass2D pass = currentPass();
+    pass.usesDepth = drawList_.holdsOutside();  // ours do not
     pass.frame = resources->frame;
     pass.rubberBand = mouse_.rubberBand();
     if (drawCursor_ && mouse_.isMouseInside()) {

@@ -12,6 +12,12 @@ namespace zyn {
 
 namespace {
 
+/// Null for what is no object.
+template <class Entry>
+DrawableItem* drawableOf(const Entry& entry) {
+  return dynamic_cast<DrawableItem*>(entry.item.get());
+}
+
 PlanePoint sizeOf(const PlotFrame& frame) { return {frame.page().width, frame.page().height}; }
 
 Float4 clearColourOf(PlotThemeKind theme) {
@@ -107,7 +113,7 @@ ScaledView mainPlotView(const Plot& plot, const PlotFrame& frame) {
 
 bool holdsTexts(const Plot& plot) {
   return std::any_of(plot.entries().begin(), plot.entries().end(), [](const Plot::Entry& entry) {
-    auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get());
+    DrawableItem* const drawable = drawableOf(entry);
     return drawable && drawable->list().mayHoldText();
   });
 }
@@ -138,7 +144,11 @@ PlotPicture::PlotPicture(const Plot& plot, const PlotFrame& frame)
 
 void drawPlot(const PlotPicture& picture, CListTrace& drawList, const PlotPass& pass) {
   const AutoGLClearColor background(pass.flat ? *pass.flat : clearColourOf(picture.theme));
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  const bool hasObjects =
+      drawList.count() != 0 || std::ranges::any_of(picture.entries, [](const PlannedEntry& entry) {
+        return drawableOf(entry) != nullptr;
+      });
+  glClear(hasObjects ? GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT : GL_COLOR_BUFFER_BIT);
   PlotPass objects = pass;
   objects.list.texts.isOnDark = picture.theme == PlotThemeKind::kDark;
   const Drawing& behind = picture.layout->behind;
@@ -153,7 +163,7 @@ void drawPlot(const PlotPicture& picture, CListTrace& drawList, const PlotPass& 
     next.clear();
   };
   for (const PlannedEntry& entry : picture.entries) {
-    if (auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get())) {
+    if (DrawableItem* const drawable = drawableOf(entry)) {
       paint();
       drawObjects(drawable->list(), picture.size, entry.place, objects);
     } else {
@@ -181,15 +191,14 @@ void drawPlotNames(const PlotFrame& frame,
 
 bool showsObjects(const Plot& plot, const CListTrace& drawList) {
   return drawList.count() != 0 ||
-         std::any_of(plot.entries().begin(), plot.entries().end(), [](const Plot::Entry& entry) {
-           return dynamic_cast<DrawableItem*>(entry.item.get()) != nullptr;
-         });
+         std::any_of(plot.entries().begin(), plot.entries().end(),
+                     [](const Plot::Entry& entry) { return drawableOf(entry) != nullptr; });
 }
 
 Drawing drawingOf(const PlotPicture& picture, CListTrace& drawList, const ListPass& objects) {
   Drawing drawing = picture.layout->behind;
   for (const PlannedEntry& entry : picture.entries) {
-    auto* const drawable = dynamic_cast<DrawableItem*>(entry.item.get());
+    DrawableItem* const drawable = drawableOf(entry);
     drawing.push_back(drawable ? objectLayer(drawable->list(), picture.size, entry.place, objects)
                                : entry.layer());
   }

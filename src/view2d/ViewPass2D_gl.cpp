@@ -30,12 +30,22 @@ void drawOverlays(const ViewPass2D& pass) {
   }
 }
 
+/// Nothing of an earlier frame's depths may count, whoever has left the test on.
+void clearFor(const ViewPass2D& pass) {
+  if (pass.usesDepth) {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  } else {
+    glDisable(GL_DEPTH_TEST);
+    glClear(GL_COLOR_BUFFER_BIT);
+  }
+}
+
 }  // namespace
 
 void drawView2D(const ViewPass2D& pass, const std::function<void()>& drawTraces,
                 const std::function<void()>& present) {
   const PushedMatrix modelview(GL_MODELVIEW);
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  clearFor(pass);
   if (pass.grid) {
     drawGrid(*pass.grid, pass.shown, pass.pixelScale);
   }
@@ -44,6 +54,9 @@ void drawView2D(const ViewPass2D& pass, const std::function<void()>& drawTraces,
     const auto scale = pixelScaleUnlessOne(pass.pixelScale);
     const BalancedStacks stacks;
     drawTraces();
+  }
+  if (!pass.usesDepth) {
+    glDisable(GL_DEPTH_TEST);  // which texts leave on
   }
   drawOverlays(pass);
   glFinish();

@@ -28,6 +28,8 @@ struct ViewPass2D {
   std::shared_ptr<const GraphFrame> frame;  ///< kept by the pass: traces may replace the view's
   std::optional<Cursor> cursor;
   double pixelScale = 1.0;  ///< pixels for one pixel of a screen
+  /// Whether traces may use the depth buffer, which is cleared then.
+  bool usesDepth = true;
 };
 
 /// Draws the view into the current context, which `drawTraces` must leave current: clears, then

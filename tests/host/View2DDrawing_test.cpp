@@ -4,6 +4,7 @@
 #include "support/GlCanvas_win.h"
 #include "support/GlState_gl.h"
 #include "support/Scene_win.h"
+#include "support/Texts_win.h"
 #include "support/View2DHost_win.h"
 #include "support/View3DHost_win.h"
 
@@ -64,6 +65,52 @@ TEST_F(View2DDrawing, AnEmptyViewShowsItsBackground) {
   empty.paint();
   EXPECT_EQ(empty.shown().count(kBlue), 100 * 50);
   EXPECT_EQ(empty.picture({40, 20}).count(kBlue), 40 * 20);
+}
+
+/// Depths of an earlier frame hide nothing, though texts leave the depth test on.
+TEST_F(View2DDrawing, TheNextFrameOfOurObjectsIsTheSame) {
+  View2DHost ours({200, 100});
+  ours->put_LineAntialiasing(VARIANT_FALSE);
+  ours->setGrille(2, 5);
+  ours->put_GrilleVisible(VARIANT_TRUE);
+  ours->put_DrawCursor(VARIANT_TRUE);
+  const auto text = makeText(L"Text", 20);
+  text->put_ToujoursLisible(VARIANT_FALSE);
+  require(ours->Add(text.Get(), 0), "Add");
+  const auto plates = makeRectangle(-5, 5, -5, 5, 0, kRed);
+  require(ours->Add(plates[0].Get(), 0), "Add");
+  ours.look({-10, 10, -5, 5});
+  ours.paint();
+  const Image first = ours.shown();
+  EXPECT_GT(first.count(kGridGrey), 100);
+  EXPECT_GT(first.count(kRed), 100);
+  for (int i = 0; i < 3; ++i) {
+    ours.paint();
+    EXPECT_EQ(ours.shown(), first);
+  }
+}
+
+/// Whatever objects of ours there were before.
+TEST_F(View2DDrawing, ObjectsOfOthersFindNoDepths) {
+  const auto text = makeText(L"Text", 20);
+  require(host->Add(text.Get(), 0), "Add");
+  host.paint();
+  for (const double z : {-0.5, 0.5}) {
+    const auto plate = add([z](int) {
+      glEnable(GL_DEPTH_TEST);
+      glColor3f(0, 1, 0);
+      glBegin(GL_QUADS);
+      glVertex3d(-10, -5, z);
+      glVertex3d(10, -5, z);
+      glVertex3d(10, 5, z);
+      glVertex3d(-10, 5, z);
+      glEnd();
+      return S_OK;
+    });
+    EXPECT_GT(draw().count(kGreen), 400 * 200 / 2);
+    EXPECT_GT(draw().count(kGreen), 400 * 200 / 2);
+    require(host->Remove(plate->dispatch()), "Remove");
+  }
 }
 
 TEST_F(View2DDrawing, BackgroundIsTheClearColourAtOnce) {
