@@ -123,4 +123,22 @@ void PathObjects::showTool() {
   }
 }
 
+Bounds PathObjects::toolAt(const Vector& tip) const {
+  const double radius = kHolderDiameter * look_.diameter / 2;
+  return {tip - Vector{radius, radius, 0},
+          tip + Vector{radius, radius, (kShank + kHolder) * look_.diameter}};
+}
+
+std::optional<Bounds> PathObjects::toolBounds() const {
+  _variant_t value;
+  checkTold(path_->getPosition(&value), L"getPosition");
+  const std::vector<double> place = numbersOf(value);
+  return showsTool_ && place.size() == 3 ? std::optional(toolAt({place[0], place[1], place[2]}))
+                                         : std::nullopt;
+}
+
+Bounds PathObjects::reachOfTool() const {
+  return around(toolAt(bounds_.minimum), toolAt(bounds_.maximum));
+}
+
 }  // namespace zyn::host

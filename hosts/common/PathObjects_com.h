@@ -3,6 +3,7 @@
 #include <wrl/client.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "ZYNVUE.h"
 #include "common/LoadProgress_com.h"
@@ -43,6 +44,12 @@ class PathObjects {
   /// ended there is no tool.
   void showTool();
 
+  /// What the tool takes up at its place; none while it is not shown.
+  std::optional<Bounds> toolBounds() const;
+
+  /// What it may take up anywhere on the path.
+  Bounds reachOfTool() const;
+
   /// The scale where it explains colours, otherwise null.
   IZYNEchelleCouleurs* scale() const {
     return look_.colour == PathLook::kBySpeed ? speeds_.Get() : nullptr;
@@ -51,6 +58,7 @@ class PathObjects {
  private:
   void load(const std::filesystem::path& file, const LoadProgress& progress);
   LONG segmentCount() const;
+  Bounds toolAt(const Vector& tip) const;
   void findFirstPlace();
 
   Microsoft::WRL::ComPtr<IZYNGLTrajet> path_;

@@ -333,6 +333,7 @@ class Parser {
       for (int number = 1; number <= frames_; ++number) {
         PictureOptions frame = picture;
         frame.file = pathOf(frameName(file, number, frames_));
+        frame.path.isFrame = true;
         frame.path.place = {PathPlace::Unit::kShare, (number - 1.0) / (frames_ - 1)};
         frames.push_back(std::move(frame));
       }

@@ -19,6 +19,7 @@ struct PathPlace {
 /// How the path of a program is shown.
 struct PathOptions {
   std::optional<PathPlace> place;  ///< where the tool is; none: no tool
+  bool isFrame = false;            ///< one of many that show the same part of space
   std::optional<int> colours;  ///< the component's ModeCouleur; none: by progress where the tool is
   bool rapids = true;
   std::optional<double> diameter;  ///< of the tool, mm; none: a usual one

@@ -132,7 +132,7 @@ void Scene::show(IZYN3DGLBitmapContext& context, const PictureOptions& picture) 
     showMesh(context, picture);
   }
   if (path_) {
-    showPath(context, picture.path);
+    showPath(context);
   }
 }
 
@@ -146,7 +146,10 @@ void Scene::showMesh(IZYN3DGLBitmapContext& context, const PictureOptions& pictu
   check(context.Add(group_.Get(), picture.outline ? kOutline : kShaded), L"Add");
 }
 
-void Scene::showPath(IZYN3DGLBitmapContext& context, const PathOptions& options) {
+void Scene::prepare(const PathOptions& options) {
+  if (!path_) {
+    return;
+  }
   const long byDefault = options.place ? host::PathLook::kByProgress : host::PathLook::kByType;
   path_->setLook({.colour = options.colours.value_or(byDefault),
                   .width = kPathWidth,
@@ -158,6 +161,18 @@ void Scene::showPath(IZYN3DGLBitmapContext& context, const PathOptions& options)
     goTo(path_->path(), *options.place);
     path_->showTool();
   }
+}
+
+host::Bounds Scene::shownBounds(const PathOptions& options) const {
+  if (!path_ || !options.place) {
+    return bounds_;
+  }
+  const std::optional<host::Bounds> tool =
+      options.isFrame ? path_->reachOfTool() : path_->toolBounds();
+  return tool ? around(bounds_, *tool) : bounds_;
+}
+
+void Scene::showPath(IZYN3DGLBitmapContext& context) const {
   check(context.Add(&path_->path(), kShaded), L"Add");
   if (IZYNEchelleCouleurs* const scale = path_->scale()) {
     check(context.Add(scale, kShaded), L"Add");

@@ -19,7 +19,14 @@ class Scene {
   Scene(const Microsoft::WRL::ComPtr<IZYNGLMaillage>& mesh, std::optional<double> smoothAngle,
         std::optional<host::PathObjects> path);
 
+  /// Of what pictures are about, without the tool.
   const host::Bounds& bounds() const { return bounds_; }
+
+  /// Gives the path its look, and the tool its place. To be called before the next two.
+  void prepare(const PathOptions& options);
+
+  /// Of all that a picture has to show.
+  host::Bounds shownBounds(const PathOptions& options) const;
 
   /// Makes them the draw list of `context`.
   void show(IZYN3DGLBitmapContext& context, const PictureOptions& picture);
@@ -30,7 +37,7 @@ class Scene {
                                                      const host::Vector& direction) const;
 
   void showMesh(IZYN3DGLBitmapContext& context, const PictureOptions& picture);
-  void showPath(IZYN3DGLBitmapContext& context, const PathOptions& options);
+  void showPath(IZYN3DGLBitmapContext& context) const;
 
   Microsoft::WRL::ComPtr<IZYNGLMaillage> mesh_;   ///< in the colours of the file
   Microsoft::WRL::ComPtr<IZYNGLMaillage> plain_;  ///< without them; made when it is needed

@@ -45,15 +45,15 @@ host::Vector vectorOf(IZYNCamera& camera, HRESULT (STDMETHODCALLTYPE IZYNCamera:
 
 Studio::Studio(Scene& scene)
     : scene_(scene),
-      context_(ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext2>()),
-      box_(makeBox(scene.bounds())) {
+      context_(ClassObject(L"ZYNVue.ZYN3dGLBitmapContext").create<IZYN3DGLBitmapContext2>()) {
   check(context_->get_DPIResolution(&screenDpi_), L"DPIResolution");
 }
 
 void Studio::take(const PictureOptions& picture) {
   prepare(picture.surface);
   light(picture);
-  const Frame frame = aim(picture);
+  scene_.prepare(picture.path);
+  const Frame frame = aim(picture, scene_.shownBounds(picture.path));
   scene_.show(*context_.Get(), picture);
   annotate(picture, frame);
   write(picture);
@@ -89,20 +89,19 @@ void Studio::light(const PictureOptions& picture) {
   }
 }
 
-Frame Studio::aim(const PictureOptions& picture) {
+Frame Studio::aim(const PictureOptions& picture, const host::Bounds& shown) {
   _variant_t view = numberArray(viewNumbers(picture.view));
-  check(context_->ViewParams(box_.Get(), surplusOf(picture), &view), L"ViewParams");
+  check(context_->ViewParams(makeBox(shown).Get(), surplusOf(picture), &view), L"ViewParams");
   check(context_->put_DPIResolution(picture.dpi.value_or(screenDpi_)), L"DPIResolution");
   if (picture.camera) {
     return aimByText(picture);
   }
   const Surface& surface = picture.surface;
-  const Frame frame(scene_.bounds(), picture.view, surface.width, surface.height,
-                    surplusOf(picture));
+  const Frame frame(shown, picture.view, surface.width, surface.height, surplusOf(picture));
   if (!picture.perspective) {
     return frame;
   }
-  const Frame deep = frame.inPerspective(scene_.bounds(), *picture.perspective);
+  const Frame deep = frame.inPerspective(shown, *picture.perspective);
   look(deep, picture);
   return deep;
 }

@@ -21,7 +21,7 @@ class Studio {
  private:
   void prepare(const Surface& surface);
   void light(const PictureOptions& picture);
-  Frame aim(const PictureOptions& picture);
+  Frame aim(const PictureOptions& picture, const host::Bounds& shown);
   /// Looks with the camera of a text.
   Frame aimByText(const PictureOptions& picture);
   void look(const Frame& frame, const PictureOptions& picture);
@@ -35,7 +35,6 @@ class Studio {
 
   Scene& scene_;
   Microsoft::WRL::ComPtr<IZYN3DGLBitmapContext2> context_;
-  Microsoft::WRL::ComPtr<IDispatch> box_;
   std::optional<Surface> prepared_;
   double screenDpi_ = 0.0;
 };
