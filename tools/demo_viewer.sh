@@ -108,12 +108,12 @@ play_model() {
   xdotool key 4
   at 50 50
   take front
-  xdotool key ctrl+3
-  take edges
-  xdotool key ctrl+4
-  take hidden-line
   xdotool key ctrl+1
   take shaded
+  xdotool key ctrl+4
+  take hidden-line
+  xdotool key ctrl+3
+  take edges
   xdotool key v
   take perspective
   xdotool key v

@@ -150,12 +150,12 @@ Panels ModelPane::panels() const {
 std::optional<host::Bounds> ModelPane::bounds() const {
   const Path* const path = driver_.path();
   if (model_ && path != nullptr) {
-    return host::around(model_->bounds(), path->bounds());
+    return host::around(model_->bounds(), path->shownBounds());
   }
   if (model_) {
     return model_->bounds();
   }
-  return path == nullptr ? std::nullopt : std::optional(path->bounds());
+  return path == nullptr ? std::nullopt : std::optional(path->shownBounds());
 }
 
 void ModelPane::setStyle(LONG style) {

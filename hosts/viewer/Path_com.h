@@ -29,6 +29,11 @@ class Path {
   long segmentCount() const { return static_cast<long>(types_.size()); }
   const host::SkippedCodes& skipped() const { return objects_.skipped(); }
 
+  /// Of the path and the tool where it is.
+  host::Bounds shownBounds() const {
+    return host::around(bounds(), objects_.toolBounds().value_or(bounds()));
+  }
+
   /// Adds the path to the scene of a view, as what can be picked there, and the scale where it
   /// explains colours.
   void addTo(IZYNVue3D& view) const;
