@@ -346,7 +346,7 @@ bool STDMETHODCALLTYPE CZYNGLTexte::joinTexts(TextRun& run, const DrawPass& pass
     return zyn::joinTexts(label_, run,
                           {.pixelScale = pixelScale, .opacity = pass.opacity, .axes = pass.axes},
                           pass.isFlat);
-  } catch (const std::bad_alloc&) {
+  } catch (...) {
     return false;
   }
 }

@@ -10,15 +10,23 @@ namespace zyn {
 
 namespace {
 
-constexpr GLenum kSamples = 0x80A9;  // GL_SAMPLES, of OpenGL 1.3
+constexpr GLenum kSamples = 0x80A9;            // GL_SAMPLES, of OpenGL 1.3
+constexpr GLenum kBlendEquation = 0x8009;      // GL_BLEND_EQUATION, of 1.4
+constexpr GLenum kAdd = 0x8006;                // GL_FUNC_ADD
+constexpr GLenum kProgram = 0x8B8D;            // GL_CURRENT_PROGRAM, of 2.0
+constexpr GLenum kPixelSourceBuffer = 0x88EF;  // GL_PIXEL_UNPACK_BUFFER_BINDING, of 2.1
 
 /// Lines that are not wider look alike.
 constexpr double kWidestLine = 1.0;
 
-bool isMultisampled() {
-  const auto* const version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
-  const bool isAsked = version && std::string_view(version).substr(0, 3) >= "1.3";
-  return isAsked && integerState(kSamples) > 1;
+/// Of what is newer than the rest of the drawing, and other components may have left on.
+bool isPlainOfNewer() {
+  const auto* const text = reinterpret_cast<const char*>(glGetString(GL_VERSION));
+  const std::string_view version = std::string_view(text ? text : "").substr(0, 3);
+  const bool isOneSample = version < "1.3" || integerState(kSamples) <= 1;
+  return isOneSample && (version < "1.4" || enumState(kBlendEquation) == kAdd) &&
+         (version < "2.0" || integerState(kProgram) == 0) &&
+         (version < "2.1" || integerState(kPixelSourceBuffer) == 0);
 }
 
 bool isBlendedByOpacity() {
@@ -50,7 +58,7 @@ bool isPlain() {
 
 bool lookAlikeAsPixels(const CGLFontContext& fonts, double lineWidth) {
   return fonts.pixels() && lineWidth <= kWidestLine && !isRecording() && isRendering() &&
-         isPlain() && !isMultisampled();
+         isPlain() && isPlainOfNewer();
 }
 
 bool drawAsPixels(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
@@ -59,10 +67,11 @@ bool drawAsPixels(const CGLFontContext& fonts, std::string_view text, double lin
   }
   Float4 colour{};
   glGetFloatv(GL_CURRENT_COLOR, colour.data());
+  const PixelStage stage;
   PixelTexts texts(*fonts.pixels());
   const bool isAdded =
-      texts.add(text, static_cast<double>(colour[3]), matrixState(GL_MODELVIEW_MATRIX), {});
-  texts.draw(colour);
+      texts.add(text, static_cast<double>(colour[3]), matrixState(GL_MODELVIEW_MATRIX), stage);
+  texts.draw(colour, stage);
   return isAdded;
 }
 

@@ -43,6 +43,32 @@ std::optional<ScreenText> screenText(const GlMatrix& plane, const PixelStage& st
              : std::nullopt;
 }
 
+/// Pixels in place of the view's units, from the middle of the viewport, where no plane can cut
+/// off a raster position. The projection is kept here rather than on OpenGL's stack, of which two
+/// places are all that can be relied on.
+class PixelPlane {
+ public:
+  explicit PixelPlane(const GlMatrix& projection) : modelView_(GL_MODELVIEW), back_(projection) {
+    glLoadIdentity();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+  }
+  ~PixelPlane() { glLoadMatrixd(back_.data()); }
+  PixelPlane(const PixelPlane&) = delete;
+  PixelPlane& operator=(const PixelPlane&) = delete;
+
+ private:
+  PushedAttributes attributes_{GL_CURRENT_BIT | GL_TRANSFORM_BIT};
+  PushedMatrix modelView_;
+  const GlMatrix& back_;
+};
+
+void moveRaster(double x, double y, const PixelStage& stage) {
+  glRasterPos2i(0, 0);
+  glBitmap(0, 0, 0, 0, static_cast<GLfloat>(x - stage.viewport[2] / 2.0),
+           static_cast<GLfloat>(y - stage.viewport[3] / 2.0), nullptr);
+}
+
 }  // namespace
 
 PixelStage::PixelStage() : projection(matrixState(GL_PROJECTION_MATRIX)) {
@@ -58,18 +84,24 @@ bool PixelTexts::add(std::string_view text, double opacity, const GlMatrix& plan
   if (texts_.empty()) {
     pixels_->forgetMany();
   }
-  const std::size_t first = glyphs_.size();
-  const CoverBox box = pixels_->place({text, seen->start, seen->em, std::clamp(opacity, 0.0, 1.0)},
-                                      stage.viewport[2], stage.viewport[3], glyphs_);
-  if (box.isEmpty()) {
-    return true;
-  }
-  if (texts_.empty()) {
-    anchor_ = {plane, seen->start, seen->em};
-  }
-  texts_.push_back({first, box});
-  box_.unite(box);
+  const double seenOpacity = std::fmin(std::fmax(opacity, 0), 1);  // none for what is no number
+  place({text, seen->start, seen->em, seenOpacity}, stage);
   return true;
+}
+
+/// All of it, or nothing where memory fails.
+void PixelTexts::place(const PixelText& text, const PixelStage& stage) {
+  const std::size_t first = glyphs_.size();
+  try {
+    const CoverBox box = pixels_->place(text, stage.viewport[2], stage.viewport[3], glyphs_);
+    if (!box.isEmpty()) {
+      texts_.push_back({first, box});
+      box_.unite(box);
+    }
+  } catch (const std::bad_alloc&) {
+    glyphs_.erase(glyphs_.begin() + static_cast<std::ptrdiff_t>(first), glyphs_.end());
+    throw;
+  }
 }
 
 bool PixelTexts::areMany() const {
@@ -77,15 +109,13 @@ bool PixelTexts::areMany() const {
   return glyphs_.size() > kMostGlyphs || pixels_->keptBytes() > GlyphPixels::kMostBytes;
 }
 
-void PixelTexts::draw(const Float4& colour) {
+void PixelTexts::draw(const Float4& colour, const PixelStage& stage) {
   if (!texts_.empty()) {
-    const PushedAttributes attributes(GL_CURRENT_BIT | GL_TRANSFORM_BIT);
-    const PushedMatrix modelView(GL_MODELVIEW);
-    glLoadMatrixd(anchor_.plane.data());
+    const PixelPlane plane(stage.projection);
     if (belongTogether()) {
-      drawPart(0, glyphs_.size(), box_, colour);
+      drawPart(0, glyphs_.size(), box_, colour, stage);
     } else {
-      drawApart(colour);
+      drawApart(colour, stage);
     }
   }
   texts_.clear();
@@ -103,19 +133,18 @@ bool PixelTexts::belongTogether() const {
   return box_.area() <= apart;
 }
 
-void PixelTexts::drawApart(const Float4& colour) const {
+void PixelTexts::drawApart(const Float4& colour, const PixelStage& stage) const {
   for (std::size_t i = 0; i < texts_.size(); ++i) {
     const std::size_t end = i + 1 < texts_.size() ? texts_[i + 1].glyphs : glyphs_.size();
-    drawPart(texts_[i].glyphs, end, texts_[i].box, colour);
+    drawPart(texts_[i].glyphs, end, texts_[i].box, colour, stage);
   }
 }
 
 void PixelTexts::drawPart(std::size_t first, std::size_t end, const CoverBox& box,
-                          const Float4& colour) const {
+                          const Float4& colour, const PixelStage& stage) const {
   const PixelCover cover = coverOf(std::span(glyphs_).subspan(first, end - first), box);
   constexpr double kWithinPixel = 0.25;
-  glRasterPos2d((box.left + kWithinPixel - anchor_.start.x) / anchor_.em,
-                (box.bottom + kWithinPixel - anchor_.start.y) / anchor_.em);
+  moveRaster(box.left + kWithinPixel, box.bottom + kWithinPixel, stage);
   drawCover(cover.width, cover.height, cover.bytes.data(), colour);
 }
 

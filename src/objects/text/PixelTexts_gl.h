@@ -31,9 +31,9 @@ class PixelTexts {
   /// Whether it is time to draw, lest too much is kept.
   bool areMany() const;
 
-  /// Draws what has been added, and forgets it. The depth test is off, and opacity blended; the
-  /// state is left as it was. Throws std::bad_alloc.
-  void draw(const Float4& colour);
+  /// Draws what has been added, and forgets it, where it was added for. The depth test is off, and
+  /// opacity blended; the state is left as it was. Throws std::bad_alloc.
+  void draw(const Float4& colour, const PixelStage& stage);
 
  private:
   /// A text that is seen.
@@ -41,23 +41,17 @@ class PixelTexts {
     std::size_t glyphs;  ///< from this on
     CoverBox box;
   };
-  /// A place from which others are known in pixels.
-  struct Anchor {
-    GlMatrix plane;
-    PlanePoint start;
-    double em;
-  };
 
+  void place(const PixelText& text, const PixelStage& stage);
   bool belongTogether() const;
-  void drawApart(const Float4& colour) const;
-  void drawPart(std::size_t first, std::size_t end, const CoverBox& box,
-                const Float4& colour) const;
+  void drawApart(const Float4& colour, const PixelStage& stage) const;
+  void drawPart(std::size_t first, std::size_t end, const CoverBox& box, const Float4& colour,
+                const PixelStage& stage) const;
 
   GlyphPixels* pixels_;
   std::vector<PixelGlyph> glyphs_;
   std::vector<Placed> texts_;
   CoverBox box_;
-  Anchor anchor_{};
 };
 
 }  // namespace zyn

@@ -45,7 +45,7 @@ bool TextRun::add(std::string_view text, const ModelView& plane, const Float4& c
 
 void TextRun::drawPicture() {
   const TextState text;
-  texts_->draw(colour_);
+  texts_->draw(colour_, scene_->stage);
 }
 
 void TextRun::draw() {

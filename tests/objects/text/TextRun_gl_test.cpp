@@ -1,8 +1,11 @@
 #include "objects/text/TextRun_gl.h"
 
+#include <EGL/egl.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <vector>
 
 #include "objects/text/LabelPainter_gl.h"
@@ -25,6 +28,11 @@ constexpr int kHeight = 200;
 constexpr double kLineWidth = 0.1;
 
 using Labels = std::vector<TextLabel>;
+
+template <typename Function>
+Function* extension(const char* name) {
+  return reinterpret_cast<Function*>(eglGetProcAddress(name));
+}
 
 /// A picture of a cube of 100 units around the origin.
 class TextRunTest : public test::GlTest {
@@ -173,6 +181,34 @@ TEST_F(TextRunTest, BeyondTheDepthsThatAreSeenThereIsNothing) {
   EXPECT_TRUE(picture([&] { drawJoined(labels, false); }) == picture([] {}));
 }
 
+/// One that is cut off, or all but, does not move the others.
+TEST_F(TextRunTest, TheFirstMayBeAnywhere) {
+  Random rng(9);
+  Labels labels = anyLabels(6, rng);
+  for (const Point& place : {Point{0, 0, 100}, Point{3, 3, -100}, Point{0, 0, 99.99999},
+                             Point{4.9e5, 0, 0}, Point{-1e5, 4e5, 0}}) {
+    labels[0].position = place;
+    expectAlike(labels);
+  }
+  lookInPerspective();
+  for (double z = 140; z < 150; z += 0.7) {  // passes the near plane
+    labels[0].position = {z * std::sin(0.3), 0, z};
+    expectAlike(labels);
+  }
+}
+
+/// What is no number must not be kept as another opacity's pixels.
+TEST_F(TextRunTest, NoNumberIsNoOpacity) {
+  Random rng(10);
+  Labels labels = anyLabels(6, rng);
+  Labels without = labels;
+  for (TextLabel& label : without) {
+    label.alpha = std::numeric_limits<double>::quiet_NaN();
+  }
+  EXPECT_TRUE(picture([&] { drawJoined(without, false); }) == picture([] {}));
+  expectAlike(labels);
+}
+
 TEST_F(TextRunTest, LeavesAllButTheDepthTestAsItWas) {
   Random rng(6);
   const Labels labels = anyLabels(5, rng);
@@ -226,6 +262,14 @@ TEST_F(TextRunTest, OtherStateHasNoScene) {
   glPolygonMode(GL_FRONT, GL_LINE);
   EXPECT_FALSE(hasScene());
   glPolygonMode(GL_FRONT, GL_FILL);
+  extension<void(GLenum)>("glBlendEquation")(GL_MAX);
+  EXPECT_FALSE(hasScene());
+  extension<void(GLenum)>("glBlendEquation")(GL_FUNC_ADD);
+  const auto bindBuffer = extension<void(GLenum, GLuint)>("glBindBuffer");
+  constexpr GLenum kPixelUnpackBuffer = 0x88EC;
+  bindBuffer(kPixelUnpackBuffer, 1);
+  EXPECT_FALSE(hasScene());
+  bindBuffer(kPixelUnpackBuffer, 0);
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
   EXPECT_FALSE(hasScene());
