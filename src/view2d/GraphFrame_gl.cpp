@@ -101,6 +101,7 @@ void paint(const FrameLayout& layout, const PixelImage& pictureX, const PixelIma
 GLuint compile(const FrameLayout& layout, const PixelImage& pictureX, const PixelImage& pictureY,
                const GraphPlacement& placement, const CGLFontContext& fonts) {
   const GLuint list = glGenLists(1);
+  fonts.compileGlyphs();
   if (list != 0) {
     const CompiledList compiling(list);
     glScaled(placement.unitsPerPixelX, placement.unitsPerPixelY, 1);

@@ -57,8 +57,7 @@ void giveLetters(CGLFontContext& fonts) {
                        .originY = 0.75F,
                        .cellIncX = static_cast<float>(kAdvance)});
   metrics.measureLines();
-  const GLuint filled = compileFilledGlyphs(*shapes, metrics);
-  fonts.setGlyphs(metrics, filled, compileGlyphOutlines(*shapes, metrics), shapes);
+  fonts.setShapes(metrics, shapes, true);
 }
 
 }  // namespace zyn::test

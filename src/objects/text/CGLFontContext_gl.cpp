@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "glcontext/StateGuards_gl.h"
+#include "glcontext/StateQuery_gl.h"
 
 namespace zyn {
 
@@ -53,14 +54,50 @@ void drawBitmaps(int size, std::string_view text) {
 
 }  // namespace
 
-void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists,
-                               std::shared_ptr<const GlyphShapes> shapes) {
+GLuint CGLFontContext::filledLists() const {
+  if (filledLists_ == 0 && compiles_ && !isRecording()) {
+    filledLists_ = compileFilledGlyphs(*shapes_, metrics_);
+  }
+  return filledLists_;
+}
+
+GLuint CGLFontContext::outlineLists() const {
+  if (outlineLists_ == 0 && compiles_ && smoothsEdges_ && !isRecording()) {
+    outlineLists_ = compileGlyphOutlines(*shapes_, metrics_);
+  }
+  return outlineLists_;
+}
+
+void CGLFontContext::compileGlyphs() const {
+  filledLists();
+  outlineLists();
+}
+
+void CGLFontContext::setLook(const FontMetrics& metrics, std::shared_ptr<const GlyphShapes> shapes,
+                             bool smoothsEdges) {
   static std::atomic<std::uint64_t> lastNumber = 0;
   metrics_ = metrics;
   shapes_ = std::move(shapes);
-  pixels_ =
-      shapes_ && outlineLists != 0 ? std::make_unique<GlyphPixels>(shapes_, metrics) : nullptr;
+  smoothsEdges_ = smoothsEdges;
+  pixels_ = nullptr;
   glyphsNumber_ = ++lastNumber;
+}
+
+void CGLFontContext::setShapes(const FontMetrics& metrics,
+                               std::shared_ptr<const GlyphShapes> shapes, bool smoothsEdges) {
+  setLook(metrics, std::move(shapes), smoothsEdges);
+  compiles_ = true;
+  if (smoothsEdges) {
+    pixels_ = std::make_unique<GlyphPixels>(shapes_, metrics);
+  } else {
+    replaceGlyphs(outlineLists_, 0);
+  }
+}
+
+void CGLFontContext::setGlyphs(const FontMetrics& metrics, GLuint filledLists, GLuint outlineLists,
+                               std::shared_ptr<const GlyphShapes> shapes) {
+  setLook(metrics, std::move(shapes), outlineLists != 0 || filledLists == 0);
+  compiles_ = false;
   replaceGlyphs(filledLists_, filledLists);
   replaceGlyphs(outlineLists_, outlineLists);
 }
@@ -77,6 +114,8 @@ void CGLFontContext::buildDigits() {
 }
 
 void CGLFontContext::release() {
+  compiles_ = false;
+  smoothsEdges_ = false;
   replaceGlyphs(filledLists_, 0);
   replaceGlyphs(outlineLists_, 0);
   for (GLuint& lists : digitLists_) {

@@ -39,7 +39,7 @@ std::shared_ptr<CGLFontContext> FontRegister::find(HGLRC context) {
 std::shared_ptr<CGLFontContext> fontsOf(const TextView& view) {
   const bool isCurrent = view.context && view.context == wglGetCurrentContext();
   auto fonts = isCurrent ? view.fonts.lock() : nullptr;
-  return fonts && fonts->filledLists() != 0 ? std::move(fonts) : nullptr;
+  return fonts && fonts->hasGlyphs() ? std::move(fonts) : nullptr;
 }
 
 std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view) {
@@ -57,23 +57,14 @@ std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view) {
   return found;
 }
 
-// Compiled from shapes that the process makes once: wglUseFontOutlines takes tens of milliseconds
-// for every context, and on some systems (Wine) loses memory at each call and leaves out the glyphs
-// whose contours cross, letters with a cedilla or a ring mostly.
+// From shapes that the process makes once: wglUseFontOutlines takes tens of milliseconds for every
+// context, and on some systems (Wine) loses memory at each call and leaves out the glyphs whose
+// contours cross, letters with a cedilla or a ring mostly.
 void buildOutlineFonts(CGLFontContext& fonts, bool outlineLines) {
   const auto metrics = textFontMetrics();
-  if (metrics->text.height() <= 0) {
-    return;
+  if (metrics->text.height() > 0) {
+    fonts.setShapes(*metrics, textGlyphs(), outlineLines);
   }
-  GLuint filled = fonts.filledLists();
-  if (filled == 0) {
-    filled = compileFilledGlyphs(*textGlyphs(), *metrics);
-  }
-  GLuint outlines = outlineLines ? fonts.outlineLists() : 0;
-  if (outlineLines && outlines == 0) {
-    outlines = compileGlyphOutlines(*textGlyphs(), *metrics);
-  }
-  fonts.setGlyphs(*metrics, filled, outlines, textGlyphs());
 }
 
 ContextFonts::ContextFonts(FontOwner owner, bool outlineLines)

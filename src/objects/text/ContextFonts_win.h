@@ -46,8 +46,7 @@ std::shared_ptr<CGLFontContext> fontsOf(const TextView& view);
 std::shared_ptr<CGLFontContext> fontsToDrawWith(TextView& view);
 
 /// Gives the current context its outline fonts, with outline lines that smooth the edges of the
-/// filled glyphs only if asked for. Lists that are there already stay as they are: other lists may
-/// call them. Without a font of the system, there are none.
+/// filled glyphs only if asked for. Without a font of the system, there are none.
 void buildOutlineFonts(CGLFontContext& fonts, bool outlineLines);
 
 /// Gives the current context its fonts, and registers them, for as long as this lives. The context

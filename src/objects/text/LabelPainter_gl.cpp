@@ -243,7 +243,7 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
   if (const auto dimension = layOutDimension(label.dimension, pixel, plane.scale)) {
     moved = moveLabel(label, *dimension, plane.scale);
     if (mode >= 0) {
-      drawDimension(*dimension, plane.matrix, fonts.outlineLists() != 0, view.pixelScale);
+      drawDimension(*dimension, plane.matrix, fonts.smoothsEdges(), view.pixelScale);
     }
   }
   setDepthTest(label);

@@ -11,6 +11,8 @@ namespace {
 constexpr GLbitfield kTouchedState = GL_CURRENT_BIT | GL_ENABLE_BIT | GL_HINT_BIT | GL_LINE_BIT |
                                      GL_LIST_BIT | GL_POLYGON_BIT | GL_TRANSFORM_BIT;
 
+bool mayCall(GLuint lists) { return isRendering() && glIsList(lists) != GL_FALSE; }
+
 void callLists(GLuint base, std::string_view text) {
   const PushedMatrix start(GL_MODELVIEW);
   glListBase(base);
@@ -76,22 +78,20 @@ std::optional<ModelView> textPlane(const TextPlacement& placement, ModelView spa
 
 void drawGlyphs(const CGLFontContext& fonts, std::string_view text, double lineWidth) {
   const PushedAttributes attributes(kTouchedState);
-  const bool isFilled = glIsList(fonts.filledLists()) != GL_FALSE;
-  const bool isOutlined = glIsList(fonts.outlineLists()) != GL_FALSE;
-  const GlyphShapes* const shapes = isRendering() && isFilled ? nullptr : fonts.shapes();
-  if (shapes) {
-    drawFilledGlyphs(*shapes, fonts.metrics(), text);
-  } else if (isFilled) {
+  const GlyphShapes* const shapes = fonts.shapes();
+  if (mayCall(fonts.filledLists())) {
     callLists(fonts.filledLists(), text);
+  } else if (shapes) {
+    drawFilledGlyphs(*shapes, fonts.metrics(), text);
   }
-  if (!isOutlined && (isFilled || !shapes)) {
+  if (!fonts.smoothsEdges()) {
     return;
   }
   smoothLines(lineWidth);
-  if (shapes) {
-    drawGlyphOutlines(*shapes, fonts.metrics(), text);
-  } else {
+  if (mayCall(fonts.outlineLists())) {
     callLists(fonts.outlineLists(), text);
+  } else if (shapes) {
+    drawGlyphOutlines(*shapes, fonts.metrics(), text);
   }
 }
 
@@ -120,7 +120,7 @@ void drawShapedText(const CGLFontContext& fonts, const ShapedText& text,
   drawInPlane(placement, space, [&] {
     const PushedAttributes attributes(kTouchedState);
     drawFilled(text);
-    if (fonts.outlineLists() != 0) {
+    if (fonts.smoothsEdges()) {
       smoothLines(lineWidth);
       drawOutlines(text);
     }

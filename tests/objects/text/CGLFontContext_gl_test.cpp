@@ -4,6 +4,7 @@
 #include <string>
 
 #include "support/GlTest_gl.h"
+#include "support/LetterFont_gl.h"
 
 namespace zyn {
 namespace {
@@ -207,6 +208,36 @@ TEST_F(CGLFontContextTest, OtherGlyphsReplaceTheListsThereWere) {
   EXPECT_EQ(countLists(first, kGlyphLists), 0);
   EXPECT_EQ(countLists(second, kGlyphLists), kGlyphLists);
   EXPECT_EQ(fonts.filledLists(), second);
+}
+
+TEST_F(CGLFontContextTest, ListsOfShapesAreCompiledWhenTheyAreNeeded) {
+  const GLuint unused = glGenLists(1);
+  glDeleteLists(unused, 1);
+  test::giveLetters(fonts);
+  EXPECT_TRUE(fonts.hasGlyphs());
+  EXPECT_TRUE(fonts.smoothsEdges());
+  EXPECT_EQ(countLists(unused, 3 * kGlyphLists), 0);
+
+  const GLuint recorded = glGenLists(1);
+  glNewList(recorded, GL_COMPILE);
+  EXPECT_EQ(fonts.filledLists(), 0U);
+  EXPECT_EQ(fonts.outlineLists(), 0U);
+  glEndList();
+  EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+  glDeleteLists(recorded, 1);
+
+  fonts.compileGlyphs();
+  EXPECT_EQ(countLists(unused, 3 * kGlyphLists), 2 * kGlyphLists);
+  const GLuint filled = fonts.filledLists();
+  fonts.setShapes(fonts.metrics(), std::make_shared<GlyphShapes>(*fonts.shapes()), false);
+  EXPECT_EQ(fonts.filledLists(), filled);
+  EXPECT_EQ(fonts.outlineLists(), 0U);
+  EXPECT_EQ(countLists(unused, 3 * kGlyphLists), kGlyphLists);
+
+  fonts.release();
+  EXPECT_FALSE(fonts.hasGlyphs());
+  EXPECT_EQ(fonts.filledLists(), 0U);
+  EXPECT_EQ(countLists(unused, 3 * kGlyphLists), 0);
 }
 
 class DigitTextTest : public test::GlTest {
