@@ -23,19 +23,24 @@ constexpr std::array<char, 3> kSeparators = {'\t', ';', ','};
 /// Rows from which the separator is told.
 constexpr int kSampleRows = 100;
 
-/// How many of the first rows are cut into several cells by the separator, as far as quotation
-/// marks make sense with it.
-int rowsCutBy(char separator, std::string_view text) {
+/// How many of the first rows are cut into several cells, and how many are not.
+struct RowCounts {
+  int cut = 0;
+  int whole = 0;
+};
+
+/// By the separator, as far as quotation marks make sense with it.
+RowCounts rowsCutBy(char separator, std::string_view text) {
   CsvRows rows(text, separator);
-  int count = 0;
+  RowCounts counts;
   try {
     for (int row = 0; row < kSampleRows && rows.next(); ++row) {
-      count += rows.cells().size() > 1 ? 1 : 0;
+      ++(rows.cells().size() > 1 ? counts.cut : counts.whole);
     }
   } catch (const TableError&) {
-    return count;
+    return counts;
   }
-  return count;
+  return counts;
 }
 
 bool hasNoNumber(const Column& column) {
@@ -53,9 +58,10 @@ bool isNumber(const std::string& cell) { return cellNumber(cell, '.') || cellNum
 char separatorOf(std::string_view text) {
   std::array<int, kSeparators.size()> counts{};
   std::transform(kSeparators.begin(), kSeparators.end(), counts.begin(),
-                 [&](char separator) { return rowsCutBy(separator, text); });
+                 [&](char separator) { return rowsCutBy(separator, text).cut; });
   const auto most = std::max_element(counts.begin(), counts.end());
-  return kSeparators[static_cast<std::size_t>(most - counts.begin())];
+  const bool hasBlanksOnly = *most == 0 && rowsCutBy(' ', text).whole == 0;
+  return hasBlanksOnly ? ' ' : kSeparators[static_cast<std::size_t>(most - counts.begin())];
 }
 
 /// A column of dates as it is read: whether days or months come first, all of them tell together.

@@ -10,7 +10,7 @@ namespace zyn::table {
 /// Reads a table of numbers from text in UTF-8, whatever a spreadsheet or an instrument made of it:
 ///
 /// - Cells are separated by tabs, semicolons or commas: by what most rows hold, the first of these
-///   where several hold as often.
+///   where several hold as often; by blanks where no row holds any of these and all hold blanks.
 /// - Numbers have a decimal point or a decimal comma throughout; what comes first decides. There
 ///   are no thousands separators.
 /// - The first row holds the names of the columns unless all its cells are numbers or empty.

@@ -40,8 +40,7 @@ void CsvRows::readRow() {
     at_ = std::min(text_.find_first_of("\r\n", at_), text_.size());
   } else {
     cells_.push_back(readCell());
-    while (at_ < text_.size() && text_[at_] == separator_) {
-      ++at_;
+    while (passSeparator()) {
       cells_.push_back(readCell());
     }
   }
@@ -69,7 +68,9 @@ std::string CsvRows::readQuoted() {
       at_ += 2;
     } else if (text_[at_] == '"') {
       ++at_;
-      passBlanks();
+      if (separator_ != ' ') {
+        passBlanks();
+      }
       if (!atRowEnd() && text_[at_] != separator_) {
         failInLine(line_, "there is text behind a closing quotation mark");
       }
@@ -84,6 +85,18 @@ std::string CsvRows::readQuoted() {
   failInLine(openedIn, "the quotation mark is never closed");
 }
 
+bool CsvRows::passSeparator() {
+  if (atRowEnd() || text_[at_] != separator_) {
+    return false;
+  }
+  ++at_;
+  if (separator_ == ' ') {
+    passBlanks();
+    return !atRowEnd();
+  }
+  return true;
+}
+
 bool CsvRows::atRowEnd() const {
   return at_ == text_.size() || text_[at_] == '\n' || text_[at_] == '\r';
 }
@@ -96,7 +109,8 @@ void CsvRows::passLineEnd() {
 }
 
 void CsvRows::passBlanks() {
-  while (at_ < text_.size() && isBlank(text_[at_]) && text_[at_] != separator_) {
+  while (at_ < text_.size() && isBlank(text_[at_]) &&
+         (text_[at_] != separator_ || separator_ == ' ')) {
     ++at_;
   }
 }

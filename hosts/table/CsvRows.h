@@ -8,7 +8,8 @@
 namespace zyn::table {
 
 /// Walks a text row by row and cuts rows into cells. A row is a line, or several where a cell in
-/// quotation marks holds line ends. Empty rows and comments are passed over.
+/// quotation marks holds line ends. Empty rows and comments are passed over. Where a blank is the
+/// separator, any number of blanks is, and those at the ends of a row are none.
 class CsvRows {
  public:
   CsvRows(std::string_view text, char separator) : text_(text), separator_(separator) {}
@@ -27,6 +28,7 @@ class CsvRows {
   void readRow();
   std::string readCell();
   std::string readQuoted();
+  bool passSeparator();
   bool atRowEnd() const;
   void passLineEnd();
   void passBlanks();

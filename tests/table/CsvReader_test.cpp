@@ -86,6 +86,16 @@ TEST(CsvReaderTest, SeparatorIsWhatMostRowsHold) {
   expectValues(table, {{1, 3}, {2, 4}});
 }
 
+TEST(CsvReaderTest, BlanksSeparateWhereNothingElseDoes) {
+  const Table aligned =
+      parseCsv("# made by a program\n    x \"y raw\"  \n  1.5  4.0\r\n-10   0.25\n");
+  EXPECT_EQ(namesOf(parseCsv("x y\n1 2\n")), (std::vector<std::string>{"x", "y"}));
+  EXPECT_EQ(aligned.columns.size(), 2U);
+  expectValues(parseCsv("  1.5  NaN\n-10   0.25  \n"), {{1.5, -10}, {kGap, 0.25}});
+  expectValues(parseCsv("Feed rate\n1\n2\n"), {{1, 2}});
+  EXPECT_EQ(complaint("G1 X1\nX2 Y3\n"), "line 2: \"X2\" is not a number (\"G1\")");
+}
+
 TEST(CsvReaderTest, OneColumnNeedsNoSeparator) {
   expectValues(parseCsv("1.5\n2\n"), {{1.5, 2}});
   EXPECT_EQ(namesOf(parseCsv("height\n2\n")), std::vector<std::string>{"height"});
