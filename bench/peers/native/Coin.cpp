@@ -109,18 +109,17 @@ class View : public Scene {
 class Objects : public View {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::objects();
     std::vector<uint32_t> colours;
-    for (std::size_t i = 0; i < mesh.faces.size() / 3; ++i) {
+    for (std::size_t i = 0; i < mesh_.faces.size() / 3; ++i) {
       colours.push_back(packed(scenes::randomColour(static_cast<unsigned>(i))));
     }
     property_ = new SoVertexProperty;
-    property_->vertex.setValues(0, static_cast<int>(mesh.points.size()), vectors(mesh.points));
-    property_->normal.setValues(0, static_cast<int>(mesh.normals.size()), vectors(mesh.normals));
+    property_->vertex.setValues(0, static_cast<int>(mesh_.points.size()), vectors(mesh_.points));
+    property_->normal.setValues(0, static_cast<int>(mesh_.normals.size()), vectors(mesh_.normals));
     property_->orderedRGBA.setValues(0, static_cast<int>(colours.size()), colours.data());
     property_->materialBinding = SoVertexProperty::PER_FACE;
     auto* faces = new SoIndexedFaceSet;
-    const std::vector<int32_t> corners = endedFaces(mesh.faces);
+    const std::vector<int32_t> corners = endedFaces(mesh_.faces);
     faces->coordIndex.setValues(0, static_cast<int>(corners.size()), corners.data());
     faces->vertexProperty = property_;
     root_->addChild(faces);
@@ -130,6 +129,7 @@ class Objects : public View {
   }
 
  private:
+  const scenes::Mesh mesh_ = scenes::objects();
   SoVertexProperty* property_ = nullptr;
 };
 
@@ -137,41 +137,40 @@ class Objects : public View {
 class Few : public View {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::few();
     const std::array<int32_t, 4> corners = {0, 1, 2, -1};
     auto* all = new SoSeparator;
-    for (std::size_t i = 0; i < mesh.faces.size(); i += 3) {
+    for (std::size_t i = 0; i < mesh_.faces.size(); i += 3) {
       auto* property = new SoVertexProperty;
       for (std::size_t k = 0; k < 3; ++k) {
-        const unsigned corner = mesh.faces[i + k];
-        property->vertex.set1Value(static_cast<int>(k), vectors(mesh.points)[corner]);
-        property->normal.set1Value(static_cast<int>(k), vectors(mesh.normals)[corner]);
+        const unsigned corner = mesh_.faces[i + k];
+        property->vertex.set1Value(static_cast<int>(k), vectors(mesh_.points)[corner]);
+        property->normal.set1Value(static_cast<int>(k), vectors(mesh_.normals)[corner]);
       }
       property->orderedRGBA = packed(scenes::randomColour(static_cast<unsigned>(i / 3)));
       auto* face = new SoIndexedFaceSet;
       face->coordIndex.setValues(0, 4, corners.data());
       face->vertexProperty = property;
       all->addChild(face);
-      changed_ = i < mesh.faces.size() / 3 ? property : changed_;
+      changed_ = i < mesh_.faces.size() / 3 ? property : changed_;
     }
     root_->addChild(all);
   }
   void change() override { changed_->orderedRGBA = 0xFF0000FF; }
 
  private:
+  const scenes::Mesh mesh_ = scenes::few();
   SoVertexProperty* changed_ = nullptr;
 };
 
 class Mesh : public View {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::mesh();
     property_ = new SoVertexProperty;
-    property_->vertex.setValues(0, static_cast<int>(mesh.points.size()), vectors(mesh.points));
-    property_->normal.setValues(0, static_cast<int>(mesh.normals.size()), vectors(mesh.normals));
+    property_->vertex.setValues(0, static_cast<int>(mesh_.points.size()), vectors(mesh_.points));
+    property_->normal.setValues(0, static_cast<int>(mesh_.normals.size()), vectors(mesh_.normals));
     property_->orderedRGBA = packed({0.6F, 0.65F, 0.7F});
     auto* faces = new SoIndexedFaceSet;
-    const std::vector<int32_t> corners = endedFaces(mesh.faces);
+    const std::vector<int32_t> corners = endedFaces(mesh_.faces);
     faces->coordIndex.setValues(0, static_cast<int>(corners.size()), corners.data());
     faces->vertexProperty = property_;
     root_->addChild(faces);
@@ -179,27 +178,26 @@ class Mesh : public View {
   void change() override { property_->vertex.set1Value(0, property_->vertex[0] * 1.01F); }
 
  private:
+  const scenes::Mesh mesh_ = scenes::mesh();
   SoVertexProperty* property_ = nullptr;
 };
 
 class Path : public View {
  public:
   void build() override {
-    const scenes::Line line = scenes::path();
-    appended_ = line.appended;
     auto* model = new SoLightModel;
     model->model = SoLightModel::BASE_COLOR;
     root_->addChild(model);
     property_ = new SoVertexProperty;
-    property_->vertex.setValues(0, static_cast<int>(line.points.size()), vectors(line.points));
+    property_->vertex.setValues(0, static_cast<int>(line_.points.size()), vectors(line_.points));
     property_->orderedRGBA = packed({0.1F, 0.3F, 0.85F});
     auto* set = new SoLineSet;
     set->vertexProperty = property_;
     root_->addChild(set);
   }
   void change() override {
-    property_->vertex.setValues(property_->vertex.getNum(), static_cast<int>(appended_.size()),
-                                vectors(appended_));
+    property_->vertex.setValues(property_->vertex.getNum(), static_cast<int>(line_.appended.size()),
+                                vectors(line_.appended));
   }
 
  protected:
@@ -207,14 +205,13 @@ class Path : public View {
   float distance() const override { return 190; }
 
  private:
-  std::vector<scenes::Vec> appended_;
+  const scenes::Line line_ = scenes::path();
   SoVertexProperty* property_ = nullptr;
 };
 
 class Labels : public View {
  public:
   void build() override {
-    const scenes::Labels labels = scenes::labels();
     auto* model = new SoLightModel;
     model->model = SoLightModel::BASE_COLOR;
     root_->addChild(model);
@@ -225,12 +222,12 @@ class Labels : public View {
     font->name = "Liberation Sans";
     font->size = 14;
     root_->addChild(font);
-    for (std::size_t i = 0; i < labels.points.size(); ++i) {
+    for (std::size_t i = 0; i < labels_.points.size(); ++i) {
       auto* place = new SoSeparator;
       auto* translation = new SoTranslation;
-      translation->translation = vectors(labels.points)[i];
+      translation->translation = vectors(labels_.points)[i];
       auto* text = new SoText2;
-      text->string = labels.texts[i].c_str();
+      text->string = labels_.texts[i].c_str();
       place->addChild(translation);
       place->addChild(text);
       root_->addChild(place);
@@ -243,6 +240,7 @@ class Labels : public View {
   float distance() const override { return 190; }
 
  private:
+  const scenes::Labels labels_ = scenes::labels();
   SoText2* first_ = nullptr;
 };
 

@@ -116,12 +116,11 @@ class Surfaces : public View {
 class Objects : public Surfaces {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::objects();
     osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
     osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array;
-    for (std::size_t i = 0; i < mesh.faces.size(); ++i) {
-      points->push_back(vec(mesh.points[mesh.faces[i]]));
-      normals->push_back(vec(mesh.normals[mesh.faces[i]]));
+    for (std::size_t i = 0; i < mesh_.faces.size(); ++i) {
+      points->push_back(vec(mesh_.points[mesh_.faces[i]]));
+      normals->push_back(vec(mesh_.normals[mesh_.faces[i]]));
       const scenes::Vec colour = scenes::randomColour(static_cast<unsigned>(i / 3));
       colours_->push_back({colour[0], colour[1], colour[2], 1});
     }
@@ -142,6 +141,7 @@ class Objects : public Surfaces {
   }
 
  private:
+  const scenes::Mesh mesh_ = scenes::objects();
   osg::ref_ptr<osg::Vec4Array> colours_ = new osg::Vec4Array;
 };
 
@@ -149,13 +149,12 @@ class Objects : public Surfaces {
 class Few : public Surfaces {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::few();
-    for (std::size_t i = 0; i < mesh.faces.size(); i += 3) {
+    for (std::size_t i = 0; i < mesh_.faces.size(); i += 3) {
       osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
       osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array;
       for (std::size_t k = i; k < i + 3; ++k) {
-        points->push_back(vec(mesh.points[mesh.faces[k]]));
-        normals->push_back(vec(mesh.normals[mesh.faces[k]]));
+        points->push_back(vec(mesh_.points[mesh_.faces[k]]));
+        normals->push_back(vec(mesh_.normals[mesh_.faces[k]]));
       }
       const scenes::Vec colour = scenes::randomColour(static_cast<unsigned>(i / 3));
       osg::ref_ptr<osg::Vec4Array> colours = new osg::Vec4Array;
@@ -166,7 +165,7 @@ class Few : public Surfaces {
       geometry->setColorArray(colours, osg::Array::BIND_OVERALL);
       geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, 3));
       group_->addChild(geometry);
-      changed_ = i < mesh.faces.size() / 3 ? colours : changed_;
+      changed_ = i < mesh_.faces.size() / 3 ? colours : changed_;
     }
   }
   void change() override {
@@ -175,22 +174,22 @@ class Few : public Surfaces {
   }
 
  private:
+  const scenes::Mesh mesh_ = scenes::few();
   osg::ref_ptr<osg::Vec4Array> changed_;
 };
 
 class Mesh : public Surfaces {
  public:
   void build() override {
-    const scenes::Mesh mesh = scenes::mesh();
-    points_ = arrayOf(mesh.points);
+    points_ = arrayOf(mesh_.points);
     osg::ref_ptr<osg::Vec4Array> colour = new osg::Vec4Array;
     colour->push_back({0.6F, 0.65F, 0.7F, 1});
     const auto geometry = bufferedGeometry();
     geometry->setVertexArray(points_);
-    geometry->setNormalArray(arrayOf(mesh.normals), osg::Array::BIND_PER_VERTEX);
+    geometry->setNormalArray(arrayOf(mesh_.normals), osg::Array::BIND_PER_VERTEX);
     geometry->setColorArray(colour, osg::Array::BIND_OVERALL);
     geometry->addPrimitiveSet(
-        new osg::DrawElementsUInt(GL_TRIANGLES, mesh.faces.begin(), mesh.faces.end()));
+        new osg::DrawElementsUInt(GL_TRIANGLES, mesh_.faces.begin(), mesh_.faces.end()));
     group_->addChild(geometry);
   }
   void change() override {
@@ -199,15 +198,14 @@ class Mesh : public Surfaces {
   }
 
  private:
+  const scenes::Mesh mesh_ = scenes::mesh();
   osg::ref_ptr<osg::Vec3Array> points_;
 };
 
 class Path : public View {
  public:
   void build() override {
-    const scenes::Line line = scenes::path();
-    appended_ = line.appended;
-    points_ = arrayOf(line.points);
+    points_ = arrayOf(line_.points);
     osg::ref_ptr<osg::Vec4Array> colour = new osg::Vec4Array;
     colour->push_back({0.1F, 0.3F, 0.85F, 1});
     geometry_ = bufferedGeometry();
@@ -220,7 +218,7 @@ class Path : public View {
   }
   bool pick(int x, int y) override { return hitsNear(x, y); }
   void change() override {
-    for (const scenes::Vec& point : appended_) {
+    for (const scenes::Vec& point : line_.appended) {
       points_->push_back(vec(point));
     }
     points_->dirty();
@@ -233,7 +231,7 @@ class Path : public View {
   double distance() const override { return 190; }
 
  private:
-  std::vector<scenes::Vec> appended_;
+  const scenes::Line line_ = scenes::path();
   osg::ref_ptr<osg::Vec3Array> points_;
   osg::ref_ptr<osg::Geometry> geometry_;
   osg::ref_ptr<osg::DrawArrays> range_;
@@ -242,10 +240,9 @@ class Path : public View {
 class Labels : public View {
  public:
   void build() override {
-    const scenes::Labels labels = scenes::labels();
     const osg::ref_ptr<osgText::Font> font =
         osgText::readRefFontFile("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf");
-    for (std::size_t i = 0; i < labels.points.size(); ++i) {
+    for (std::size_t i = 0; i < labels_.points.size(); ++i) {
       osg::ref_ptr<osgText::Text> text = new osgText::Text;
       text->setFont(font);
       text->setCharacterSize(14);
@@ -253,8 +250,8 @@ class Labels : public View {
       text->setAxisAlignment(osgText::TextBase::SCREEN);
       text->setDataVariance(osg::Object::DYNAMIC);
       text->setColor({0, 0, 0, 1});
-      text->setPosition(vec(labels.points[i]));
-      text->setText(labels.texts[i]);
+      text->setPosition(vec(labels_.points[i]));
+      text->setText(labels_.texts[i]);
       group_->addChild(text);
       first_ = i == 0 ? text : first_;
     }
@@ -267,6 +264,7 @@ class Labels : public View {
   double distance() const override { return 190; }
 
  private:
+  const scenes::Labels labels_ = scenes::labels();
   osg::ref_ptr<osgText::Text> first_;
 };
 

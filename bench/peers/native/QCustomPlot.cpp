@@ -24,12 +24,11 @@ class Trace : public Scene {
     QApplication::processEvents();
   }
   void build() override {
-    const scenes::Plane plane = scenes::trace();
-    more_ = {vectorOf(plane.moreX), vectorOf(plane.moreY)};
+    more_ = {vectorOf(plane_.moreX), vectorOf(plane_.moreY)};
     graph_ = plot_->addGraph();
     graph_->setPen(QPen(QColor(30, 90, 190)));
     graph_->setAntialiased(false);
-    graph_->setData(vectorOf(plane.x), vectorOf(plane.y), true);
+    graph_->setData(vectorOf(plane_.x), vectorOf(plane_.y), true);
   }
   void look() override {
     plot_->xAxis->setRange(0, 1);
@@ -50,6 +49,7 @@ class Trace : public Scene {
   }
 
  private:
+  const scenes::Plane plane_ = scenes::trace();
   std::unique_ptr<QCustomPlot> plot_;
   QCPGraph* graph_ = nullptr;
   std::pair<QVector<double>, QVector<double>> more_;

@@ -22,11 +22,6 @@ class Trace : public Scene {
     QApplication::processEvents();
   }
   void build() override {
-    scenes::Plane plane = scenes::trace();
-    x_ = std::move(plane.x);
-    y_ = std::move(plane.y);
-    moreX_ = std::move(plane.moreX);
-    moreY_ = std::move(plane.moreY);
     curve_->setPen(QColor(30, 90, 190));
     curve_->setPaintAttribute(QwtPlotCurve::ClipPolygons);
     curve_->setPaintAttribute(QwtPlotCurve::FilterPoints);
@@ -50,8 +45,8 @@ class Trace : public Scene {
     return curve_->closestPoint(place) >= 0;
   }
   void change() override {
-    x_.insert(x_.end(), moreX_.begin(), moreX_.end());
-    y_.insert(y_.end(), moreY_.begin(), moreY_.end());
+    plane_.x.insert(plane_.x.end(), plane_.moreX.begin(), plane_.moreX.end());
+    plane_.y.insert(plane_.y.end(), plane_.moreY.begin(), plane_.moreY.end());
     show();
   }
   void save(const std::string& path) override {
@@ -61,14 +56,13 @@ class Trace : public Scene {
   }
 
  private:
-  void show() { curve_->setRawSamples(x_.data(), y_.data(), static_cast<int>(x_.size())); }
+  void show() {
+    curve_->setRawSamples(plane_.x.data(), plane_.y.data(), static_cast<int>(plane_.x.size()));
+  }
 
+  scenes::Plane plane_ = scenes::trace();
   std::unique_ptr<QwtPlot> plot_;
   QwtPlotCurve* curve_;  // the plot's
-  std::vector<double> x_;
-  std::vector<double> y_;
-  std::vector<double> moreX_;
-  std::vector<double> moreY_;
   double start_ = 0;
 };
 

@@ -57,51 +57,57 @@ class ListScene : public Scene {
 class Triangles : public ListScene {
  protected:
   void emit() override {
-    const scenes::Mesh mesh = scenes::objects();
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
     glEnable(GL_COLOR_MATERIAL);
     glEnable(GL_NORMALIZE);
     glBegin(GL_TRIANGLES);
-    for (std::size_t i = 0; i < mesh.faces.size(); ++i) {
+    for (std::size_t i = 0; i < mesh_.faces.size(); ++i) {
       if (i % 3 == 0) {
         glColor3fv(scenes::randomColour(static_cast<unsigned>(i / 3)).data());
       }
-      glNormal3fv(mesh.normals[mesh.faces[i]].data());
-      glVertex3fv(mesh.points[mesh.faces[i]].data());
+      glNormal3fv(mesh_.normals[mesh_.faces[i]].data());
+      glVertex3fv(mesh_.points[mesh_.faces[i]].data());
     }
     glEnd();
   }
+
+ private:
+  const scenes::Mesh mesh_ = scenes::objects();
 };
 
 class Mesh : public ListScene {
  protected:
   void emit() override {
-    const scenes::Mesh mesh = scenes::mesh();
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, mesh.points.data());
-    glNormalPointer(GL_FLOAT, 0, mesh.normals.data());
-    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.faces.size()), GL_UNSIGNED_INT,
-                   mesh.faces.data());
+    glVertexPointer(3, GL_FLOAT, 0, mesh_.points.data());
+    glNormalPointer(GL_FLOAT, 0, mesh_.normals.data());
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh_.faces.size()), GL_UNSIGNED_INT,
+                   mesh_.faces.data());
   }
+
+ private:
+  const scenes::Mesh mesh_ = scenes::mesh();
 };
 
 class Path : public ListScene {
  protected:
   double distance() const override { return 232; }
   void emit() override {
-    const scenes::Line line = scenes::path();
     glTranslated(-45, -45, -30);
     glColor3d(0.1, 0.3, 0.85);
     glBegin(GL_LINE_STRIP);
-    for (const scenes::Vec& point : line.points) {
+    for (const scenes::Vec& point : line_.points) {
       glVertex3fv(point.data());
     }
     glEnd();
   }
+
+ private:
+  const scenes::Line line_ = scenes::path();
 };
 
 class Trace : public ListScene {
@@ -113,7 +119,6 @@ class Trace : public ListScene {
 
  protected:
   void emit() override {
-    const scenes::Plane plane = scenes::trace();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glOrtho(0, 0.5, 0, 1, -1, 1);
@@ -121,11 +126,14 @@ class Trace : public ListScene {
     glLoadIdentity();
     glColor3d(0.1, 0.3, 0.85);
     glBegin(GL_LINE_STRIP);
-    for (std::size_t i = 0; i < plane.x.size(); ++i) {
-      glVertex2d(plane.x[i], plane.y[i]);
+    for (std::size_t i = 0; i < plane_.x.size(); ++i) {
+      glVertex2d(plane_.x[i], plane_.y[i]);
     }
     glEnd();
   }
+
+ private:
+  const scenes::Plane plane_ = scenes::trace();
 };
 
 }  // namespace
