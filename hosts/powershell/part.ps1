@@ -34,7 +34,7 @@ function Save-Part([string] $model, [string] $file) {
 function Save-Graph([string] $table, [string] $file) {
   $rows = Get-Content $table -Encoding UTF8 | ForEach-Object { , $_.Split(';') }
   $names = $rows[0]
-  $numbers = $rows | Select-Object -Skip 1
+  $numbers = @($rows | Select-Object -Skip 1)
   $german = [Globalization.CultureInfo]::GetCultureInfo('de-DE')
   $column = { param($i) [double[]] ($numbers | ForEach-Object { if ($_[$i]) { [double]::Parse($_[$i], $german) } else { [double]::NaN } }) }
 
