@@ -39,6 +39,7 @@ RawWindow::RawWindow(SIZE size, Fonts fonts)
   if (fonts == kWithFonts) {
     CGLFontContext lists;
     buildOutlineFonts(lists, true);
+    lists.compileGlyphs();
   }
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glFinish();
