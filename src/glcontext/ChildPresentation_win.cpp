@@ -8,6 +8,7 @@
 
 #include "glcontext/FrameReading_gl.h"
 #include "glcontext/MemorySurface_win.h"
+#include "glcontext/PixelFormats_win.h"
 #include "glcontext/gl_api.h"
 
 namespace zyn {
@@ -32,24 +33,28 @@ SIZE clientSize(HWND window) {
   return {client.right, client.bottom};
 }
 
-/// A top-level window: the buffers of a hidden child do not follow its size. Null where none is
-/// needed or to be had.
-std::unique_ptr<HiddenWindow> makeCanvasFor(HWND window) {
-  if (!isWine() || !IsWindow(window)) {
-    return nullptr;
+/// With the pixel format of views. Null where there is none to be had.
+std::unique_ptr<HiddenWindow> makeCanvas(SIZE size) {
+  for (const auto place : {HiddenWindow::kMessageOnly, HiddenWindow::kTopLevel}) {
+    auto canvas = std::make_unique<HiddenWindow>(size, place);
+    if (canvas->dc() != nullptr && setWindowPixelFormat(canvas->dc())) {
+      return canvas;
+    }
   }
-  auto canvas = std::make_unique<HiddenWindow>(clientSize(window));
-  return canvas->get() != nullptr ? std::move(canvas) : nullptr;
+  return nullptr;
 }
+
+bool needsCanvas(HWND window) { return isWine() && IsWindow(window); }
 
 }  // namespace
 
 ChildPresentation::ChildPresentation(HWND window)
     : window_(window),
-      canvas_(makeCanvasFor(window)),
-      windowDC_(!canvas_ && IsWindow(window) ? GetDC(window) : nullptr, {window}) {}
+      canvas_(needsCanvas(window) ? makeCanvas(clientSize(window)) : nullptr),
+      windowDC_(!canvas_ && IsWindow(window) ? GetDC(window) : nullptr, {window}),
+      hasFormat_(canvas_ || setWindowPixelFormat(windowDC_.get())) {}
 
-void ChildPresentation::follow() const {
+void ChildPresentation::follow() {
   if (!canvas_) {
     return;
   }
@@ -58,10 +63,10 @@ void ChildPresentation::follow() const {
   if (wanted.cx == present.cx && wanted.cy == present.cy) {
     return;
   }
-  SetWindowPos(canvas_->get(), nullptr, 0, 0, wanted.cx, wanted.cy,
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS);
-  // The buffers take the window's size when they are swapped.
-  SwapBuffers(dc());
+  // The buffers of a message-only window keep their size.
+  if (auto canvas = makeCanvas(wanted)) {
+    canvas_ = std::move(canvas);
+  }
 }
 
 void ChildPresentation::present() const {

@@ -21,17 +21,20 @@ class ChildPresentation {
   ChildPresentation(const ChildPresentation&) = delete;
   ChildPresentation& operator=(const ChildPresentation&) = delete;
 
-  /// The device context for OpenGL, without a pixel format at first; null for a window that is
-  /// gone.
+  /// The device context for OpenGL; null for a window that is gone. Another one once `follow` has
+  /// been called.
   HDC dc() const { return canvas_ ? canvas_->dc() : windowDC_.get(); }
+
+  /// Whether OpenGL has a pixel format for it.
+  bool hasFormat() const { return hasFormat_; }
 
   /// False once the program has destroyed the hidden window, as who closes all windows of a thread
   /// does.
   bool exists() const { return !canvas_ || IsWindow(canvas_->get()); }
 
-  /// Gives what OpenGL draws on the size of the window. To be called before drawing, with the
-  /// context current.
-  void follow() const;
+  /// Gives what OpenGL draws on the size of the window. To be called before the context is made
+  /// current.
+  void follow();
 
   /// Brings the frame, drawn on `dc` with the current context, into the window.
   void present() const;
@@ -43,6 +46,7 @@ class ChildPresentation {
   /// The hidden window; null where the window itself is drawn on.
   std::unique_ptr<HiddenWindow> canvas_;
   UniqueWindowDC windowDC_;
+  bool hasFormat_;
 };
 
 }  // namespace zyn

@@ -6,10 +6,15 @@
 
 namespace zyn {
 
-/// A top-level window that is never shown, to be drawn on by OpenGL. One thread.
+/// A window that is never shown, to be drawn on by OpenGL. One thread.
 class HiddenWindow {
  public:
-  explicit HiddenWindow(SIZE size);
+  enum Place {
+    kTopLevel,
+    kMessageOnly  ///< unknown to the screen: made and destroyed in a fraction of the time
+  };
+
+  HiddenWindow(SIZE size, Place place);
   ~HiddenWindow();
   HiddenWindow(const HiddenWindow&) = delete;
   HiddenWindow& operator=(const HiddenWindow&) = delete;

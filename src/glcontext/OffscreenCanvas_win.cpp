@@ -117,7 +117,8 @@ class OffscreenCanvas::BitmapSheet final : public Sheet {
 /// names.
 class OffscreenCanvas::WindowSheet final : public Sheet {
  public:
-  WindowSheet(int width, int height) : window_({width, height}), width_(width), height_(height) {
+  WindowSheet(int width, int height)
+      : window_({width, height}, HiddenWindow::kTopLevel), width_(width), height_(height) {
     if (dc() == nullptr) {
       throw CanvasFailure(systemFailure(GetLastError(), L"There is no window to draw in"));
     }

@@ -21,6 +21,10 @@ class RenderingContext {
   /// Makes the context of an empty object; false if the system gives none (GetLastError tells why).
   bool create(HDC dc);
 
+  /// What to draw on while belongings are let go, instead of what the context was made for: of the
+  /// same pixel format.
+  void drawOn(HDC dc) { dc_ = dc; }
+
   explicit operator bool() const { return context_ != nullptr; }
   HGLRC get() const { return context_.get(); }
 

@@ -7,7 +7,6 @@
 
 #include "glcontext/ChildPresentation_win.h"
 #include "glcontext/CurrentContext_win.h"
-#include "glcontext/PixelFormats_win.h"
 #include "glcontext/RenderingContext_win.h"
 #include "platform/ScreenResolution_win.h"
 
@@ -21,6 +20,12 @@ struct WindowContext::Target {
 
   bool hasContext() const { return context && *context; }
   bool exists() const { return !frames || frames->exists(); }
+
+  /// What is drawn on takes the window's size.
+  void follow() {
+    frames->follow();
+    context->drawOn(frames->dc());
+  }
 
   /// The context goes first: it draws on the device context.
   void close() {
@@ -48,11 +53,11 @@ bool WindowContext::create() {
   failure_.clear();
   const HWND window = window_;
   const auto target = std::make_shared<Target>(window);
-  const HDC dc = target->frames->dc();
-  if (!setWindowPixelFormat(dc)) {
+  if (!target->frames->hasFormat()) {
     tell(failures_.pixelFormat);
     return false;
   }
+  const HDC dc = target->frames->dc();
   if (target->context->create(dc)) {
     const CurrentContext current(dc, target->context->get());
     if (current) {
@@ -111,11 +116,13 @@ bool WindowContext::withContext(const std::function<void()>& work) {
     work();
     return true;
   }
+  if (!use.isNested()) {  // what draws already goes on where it began
+    target->follow();
+  }
   const CurrentContext current(target->frames->dc(), target->context->get());
   if (!current) {
     return false;
   }
-  target->frames->follow();
   work();
   return true;
 }

@@ -1,4 +1,8 @@
 // What the screen shows of a view that something else has covered for a while.
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "glcontext/gl_api.h"
 #include "support/View2DHost_win.h"
 #include "support/View3DHost_win.h"
@@ -15,6 +19,10 @@ bool comesTrue(const std::function<bool()>& isSo) {
     Sleep(10);
   }
   return false;
+}
+
+bool isWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
 /// A menu, open until something is so.
@@ -109,24 +117,82 @@ TYPED_TEST(ViewCovering, AnotherWindowLeavesTheFrameWhole) {
 }
 
 /// As a program does that closes all windows of a thread.
-void destroyHiddenWindows() {
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM) -> BOOL {
-        wchar_t name[20] = L"";
-        GetClassNameW(window, name, static_cast<int>(std::size(name)));
-        if (std::wstring(name) == L"Static" && !IsWindowVisible(window)) DestroyWindow(window);
-        return TRUE;
-      },
-      0);
+int destroyHiddenWindows() {
+  std::vector<HWND> hidden;
+  for (const HWND parent : {static_cast<HWND>(nullptr), HWND_MESSAGE}) {
+    HWND window = nullptr;
+    while ((window = FindWindowExW(parent, window, L"Static", nullptr)) != nullptr) {
+      const bool isOurs = GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
+      if (isOurs && !IsWindowVisible(window)) hidden.push_back(window);
+    }
+  }
+  return static_cast<int>(std::ranges::count_if(hidden, DestroyWindow));
+}
+
+TYPED_TEST(ViewCovering, ANewSizeIsFilled) {
+  for (const SIZE size : {SIZE{500, 400}, SIZE{120, 300}, SIZE{301, 200}}) {
+    this->host.resize(size);
+    this->host.paint();
+    EXPECT_TRUE(comesTrue([&] { return this->isWhole(); })) << size.cx << " x " << size.cy;
+  }
 }
 
 TYPED_TEST(ViewCovering, AHiddenWindowThatIsDestroyedIsMadeAgain) {
   ASSERT_TRUE(comesTrue([&] { return this->isWhole(); }));
-  destroyHiddenWindows();
+  EXPECT_EQ(destroyHiddenWindows() > 0, isWine());
   this->turnPink();
   this->host.paint();
   EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+}
+
+/// While it lives, this thread's windows for drawing on can only be made where the screen knows
+/// them.
+class NoMessageOnlyCanvas {
+ public:
+  NoMessageOnlyCanvas() : hook_(SetWindowsHookExW(WH_CBT, &answer, nullptr, GetCurrentThreadId())) {
+    refused = 0;
+  }
+  ~NoMessageOnlyCanvas() { UnhookWindowsHookEx(hook_); }
+  NoMessageOnlyCanvas(const NoMessageOnlyCanvas&) = delete;
+  NoMessageOnlyCanvas& operator=(const NoMessageOnlyCanvas&) = delete;
+
+  inline static int refused = 0;
+
+ private:
+  static LRESULT CALLBACK answer(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND) {
+      const CREATESTRUCTW& made = *reinterpret_cast<const CBT_CREATEWNDW*>(lParam)->lpcs;
+      if (isMessageParent(made.hwndParent) && !IS_INTRESOURCE(made.lpszClass) &&
+          std::wstring(made.lpszClass) == L"STATIC") {
+        return ++refused;
+      }
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+  }
+
+  /// By its class: hooks are given the window that stands for HWND_MESSAGE.
+  static bool isMessageParent(HWND window) {
+    wchar_t name[20] = L"";
+    return window == HWND_MESSAGE ||
+           (GetClassNameW(window, name, static_cast<int>(std::size(name))) > 0 &&
+            std::wstring(name) == L"Message");
+  }
+
+  HHOOK hook_;
+};
+
+template <class View>
+class ViewWithoutMessageOnlyCanvas : public NoMessageOnlyCanvas, public ViewCovering<View> {};
+TYPED_TEST_SUITE(ViewWithoutMessageOnlyCanvas, Views);
+
+TYPED_TEST(ViewWithoutMessageOnlyCanvas, IsWholeInEverySize) {
+  EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+  this->host.resize({500, 400});
+  this->host.paint();
+  EXPECT_TRUE(comesTrue([&] { return this->isWhole(); }));
+  if (isWine()) {
+    EXPECT_GT(this->refused, 0);
+  }
 }
 
 }  // namespace
