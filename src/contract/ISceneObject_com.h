@@ -62,8 +62,9 @@ struct ISceneObject : public IGLDraw {
     return pass.isFlat ? Draw2D(pass.mode) : Draw3D(pass.mode);
   }
 
-  /// Adds what the object would draw to texts that are drawn together. False, with nothing added,
-  /// where it draws anything else.
+  /// Adds the text that the object would draw to those that are drawn together, and draws what else
+  /// there is of it, which has to look alike before and after texts of its colour. False, with
+  /// nothing added or drawn, where that cannot be.
   virtual bool STDMETHODCALLTYPE joinTexts(TextRun&, const DrawPass&) noexcept { return false; }
 
   /// Whether it has surfaces of which only the depth is drawn, and is to be drawn for them first.

@@ -343,10 +343,15 @@ bool STDMETHODCALLTYPE CZYNGLTexte::joinTexts(TextRun& run, const DrawPass& pass
       return false;
     }
     drawn_ = run.scene()->shown;
-    return zyn::joinTexts(label_, run,
-                          {.pixelScale = pixelScale, .opacity = pass.opacity, .axes = pass.axes},
-                          pass.isFlat);
+    const Joining joining = zyn::joinTexts(
+        label_, run, {.pixelScale = pixelScale, .opacity = pass.opacity, .axes = pass.axes},
+        pass.isFlat);
+    if (joining.hasMoved) {
+      watch_.tell(SceneChange::kBounds);
+    }
+    return joining.hasJoined;
   } catch (...) {
+    watch_.tell(SceneChange::kBounds);  // a dimension may have been placed
     return false;
   }
 }

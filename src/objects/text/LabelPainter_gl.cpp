@@ -228,15 +228,28 @@ TextPlace placeInSpace(const TextLabel& label, const ModelView& space, double pi
   return {space, label.position, pixel * nearness};
 }
 
+/// State for what a label is in a plane.
+class PlaneScope {
+ public:
+  PlaneScope(const TextLabel& label, const LabelView& view) : colour_(colourOf(label, view)) {}
+
+ private:
+  /// Of its own: Mesa does not give back what is set first in an inner scope.
+  struct MatrixMode {
+    MatrixMode() { glMatrixMode(GL_MODELVIEW); }
+    PushedAttributes saved{GL_TRANSFORM_BIT};
+  };
+  MatrixMode matrixMode_;
+  UnlitColour colour_;
+};
+
 /// Leaves the depth test as it was.
 bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode) {
   const UnscaledPlane plane{ModelView()};
   if (!plane.matrix.isUsable()) {
     return false;
   }
-  const PushedAttributes matrixMode(GL_TRANSFORM_BIT);
-  glMatrixMode(GL_MODELVIEW);  // here: Mesa does not give back what is set first in an inner scope
-  const UnlitColour colour = colourOf(label, view);
+  const PlaneScope scope(label, view);
   const double screenPixel = pixelLength(view.height);
   const double pixel = screenPixel * view.pixelScale;
   bool moved = false;
@@ -253,6 +266,42 @@ bool drawInPlane(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
     drawOutlineText(label, fonts, placeInPlane(label, plane, pixel), view, mode);
   }
   return moved;
+}
+
+/// False where the text has to be drawn by itself.
+bool joinAt(const TextPlace& place, const TextLabel& label, TextRun& run, const LabelView& view) {
+  const OutlineText outline(label, *run.scene()->fonts, place, view);
+  const auto plane = textPlane(outline.placement, place.space);
+  const Float4 colour = {saturatedFloat(label.r), saturatedFloat(label.g), saturatedFloat(label.b),
+                         saturatedFloat(view.opacity * label.alpha)};
+  return plane && run.add(outline.text, *plane, colour);
+}
+
+Joining joinInSpace(const TextLabel& label, TextRun& run, const LabelView& view) {
+  const TextRun::Scene& scene = *run.scene();
+  const GlMatrix* const perspective = scene.shown.perspective ? &scene.stage.projection : nullptr;
+  const TextPlace place =
+      placeInSpace(label, scene.space, scene.pixel * view.pixelScale, perspective);
+  return {.hasJoined = joinAt(place, label, run, view)};
+}
+
+Joining joinInPlane(TextLabel& label, TextRun& run, const LabelView& view) {
+  const TextRun::Scene& scene = *run.scene();
+  const UnscaledPlane plane{scene.space};
+  if (!plane.matrix.isUsable()) {
+    return {};
+  }
+  const double pixel = scene.pixel * view.pixelScale;
+  const auto dimension = layOutDimension(label.dimension, pixel, plane.scale);
+  Joining joining;
+  joining.hasMoved = dimension && moveLabel(label, *dimension, plane.scale);
+  joining.hasJoined = joinAt(placeInPlane(label, plane, pixel), label, run, view);
+  if (joining.hasJoined && dimension) {
+    const PlaneScope scope(label, view);
+    glDisable(GL_DEPTH_TEST);
+    drawDimension(*dimension, plane.matrix, scene.fonts->smoothsEdges(), view.pixelScale);
+  }
+  return joining;
 }
 
 /// What a selection pass draws for a label, about its position.
@@ -314,24 +363,12 @@ bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
 }
 
 bool mayJoinTexts(const TextLabel& label, bool isFlat, double pixelScale) {
-  const bool isTextAlone =
-      !label.shaped && !label.background.isFilled && !label.background.isFramed;
-  return label.alwaysReadable && isTextAlone &&
-         !(isFlat && (label.dimension.isDimension() || label.digitSize(pixelScale) != 0));
+  const bool isPlain = !label.shaped && !label.background.isFilled && !label.background.isFramed;
+  return label.alwaysReadable && isPlain && !(isFlat && label.digitSize(pixelScale) != 0);
 }
 
-bool joinTexts(const TextLabel& label, TextRun& run, const LabelView& view, bool isFlat) {
-  const TextRun::Scene& scene = *run.scene();
-  const double pixel = scene.pixel * view.pixelScale;
-  const TextPlace place =
-      isFlat ? placeInPlane(label, UnscaledPlane{scene.space}, pixel)
-             : placeInSpace(label, scene.space, pixel,
-                            scene.shown.perspective ? &scene.stage.projection : nullptr);
-  const OutlineText outline(label, *scene.fonts, place, view);
-  const auto plane = textPlane(outline.placement, place.space);
-  const Float4 colour = {saturatedFloat(label.r), saturatedFloat(label.g), saturatedFloat(label.b),
-                         saturatedFloat(view.opacity * label.alpha)};
-  return plane && run.add(outline.text, *plane, colour);
+Joining joinTexts(TextLabel& label, TextRun& run, const LabelView& view, bool isFlat) {
+  return isFlat ? joinInPlane(label, run, view) : joinInSpace(label, run, view);
 }
 
 const TextBox& LabelExtent::of(const TextLabel& label, const CGLFontContext& fonts, int digitSize) {

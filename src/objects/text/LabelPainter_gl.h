@@ -32,12 +32,18 @@ void drawLabel3D(const TextLabel& label, const CGLFontContext& fonts, const Labe
 /// changed.
 bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view, int mode);
 
-/// Whether nothing but its text, which faces the viewer, is drawn for a label.
+/// Whether nothing but its text, which faces the viewer, is drawn for a label, and the lines of a
+/// dimension, which mix with texts of its colour in any order alike.
 bool mayJoinTexts(const TextLabel& label, bool isFlat, double pixelScale);
 
-/// Has such a label drawn with others, in a run that has a scene; height and perspective of `view`
-/// do not matter. False where it has to be drawn by itself. Throws std::bad_alloc.
-bool joinTexts(const TextLabel& label, TextRun& run, const LabelView& view, bool isFlat);
+struct Joining {
+  bool hasJoined = false;  ///< or it has to be drawn by itself
+  bool hasMoved = false;   ///< as drawLabel2D does
+};
+
+/// Has such a label drawn with others, in a run that has a scene, and draws the lines of a
+/// dimension; height and perspective of `view` do not matter. Throws std::bad_alloc.
+Joining joinTexts(TextLabel& label, TextRun& run, const LabelView& view, bool isFlat);
 
 /// The box of a label's text, kept until label or glyphs change.
 class LabelExtent {

@@ -81,6 +81,20 @@ class TextRunTest : public test::GlTest {
     return labels;
   }
 
+  /// Each third one is a plain label, and half of them are red.
+  static Labels anyDimensions(int count, Random& rng) {
+    Labels labels = anyLabels(count, rng);
+    for (TextLabel& label : labels) {
+      const Point& at = label.position;
+      label.dimension = {.type = rng.below(4),
+                         .first = {at.x, at.y},
+                         .second = {at.x + rng.between(-40, 40), at.y + rng.between(-40, 40)},
+                         .offset = rng.between(-10, 10)};
+      label.r = rng.below(2);
+    }
+    return labels;
+  }
+
   Image picture(const std::function<void()>& draw) const {
     glClearColor(1, 1, 0.8F, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -100,12 +114,12 @@ class TextRunTest : public test::GlTest {
       }
     }
   }
-  void drawJoined(const Labels& labels, bool isFlat) const {
+  void drawJoined(Labels labels, bool isFlat) const {
     TextRun run;
     run.begin(fonts_, nullptr, kLineWidth);
     ASSERT_TRUE(run.scene());
-    for (const TextLabel& label : labels) {
-      EXPECT_TRUE(joinTexts(label, run, {}, isFlat)) << label.text;
+    for (TextLabel& label : labels) {
+      EXPECT_TRUE(joinTexts(label, run, {}, isFlat).hasJoined) << label.text;
     }
     run.draw();
   }
@@ -143,6 +157,45 @@ TEST_F(TextRunTest, LooksAsIfEachWasDrawnByItself) {
     expectAlike(labels, true);
     lookAlong(0);
   }
+}
+
+TEST_F(TextRunTest, DimensionsJoinInTheirPlane) {
+  Random rng(9);
+  for (const int count : {5, 60}) {
+    expectAlike(anyDimensions(count, rng), true);
+  }
+}
+
+TEST_F(TextRunTest, DimensionsPlaceTheirTexts) {
+  Random rng(10);
+  Labels labels = anyDimensions(1, rng);
+  TextLabel& label = labels.front();
+  label.dimension.type = 3;
+  Labels drawn = labels;
+  TextRun run;
+  run.begin(fonts_, nullptr, kLineWidth);
+  EXPECT_TRUE(joinTexts(label, run, {}, true).hasMoved);
+  EXPECT_FALSE(joinTexts(label, run, {}, true).hasMoved);
+  run.draw();
+  drawLabel2D(drawn.front(), *fonts_, {.height = shownView().height}, 0);
+  EXPECT_EQ(label.position.x, drawn.front().position.x);
+  EXPECT_EQ(label.position.y, drawn.front().position.y);
+  EXPECT_EQ(label.reference, drawn.front().reference);
+}
+
+/// Which would be drawn again with it.
+TEST_F(TextRunTest, NoLinesAreDrawnForATextThatCannotJoin) {
+  Random rng(11);
+  Labels labels = anyDimensions(1, rng);
+  labels.front().dimension.type = 3;
+  labels.front().height = 100'000;
+  const Image drawn = picture([&] {
+    TextRun run;
+    run.begin(fonts_, nullptr, kLineWidth);
+    EXPECT_FALSE(joinTexts(labels.front(), run, {}, true).hasJoined);
+    run.draw();
+  });
+  EXPECT_TRUE(drawn == picture([] {}));
 }
 
 TEST_F(TextRunTest, ViewportsNeedNotBeginAtTheCorner) {
@@ -212,6 +265,7 @@ TEST_F(TextRunTest, NoNumberIsNoOpacity) {
 TEST_F(TextRunTest, LeavesAllButTheDepthTestAsItWas) {
   Random rng(6);
   const Labels labels = anyLabels(5, rng);
+  const Labels dimensions = anyDimensions(5, rng);
   glRasterPos2d(1, 1);
   glColor4d(0.1, 0.2, 0.3, 0.4);
   glMatrixMode(GL_PROJECTION);
@@ -221,16 +275,19 @@ TEST_F(TextRunTest, LeavesAllButTheDepthTestAsItWas) {
   glDisable(GL_DEPTH_TEST);
   drawJoined(labels, true);
   EXPECT_EQ(differences(before, readGlState()), kNone);
+  glDisable(GL_DEPTH_TEST);
+  drawJoined(dimensions, true);
+  EXPECT_EQ(differences(before, readGlState()), kNone);
 }
 
 TEST_F(TextRunTest, DrawsOnce) {
   Random rng(7);
-  const Labels labels = anyLabels(5, rng);
+  Labels labels = anyLabels(5, rng);
   const Image once = picture([&] { drawJoined(labels, false); });
   EXPECT_TRUE(once == picture([&] {
                 TextRun run;
                 run.begin(fonts_, nullptr, kLineWidth);
-                for (const TextLabel& label : labels) joinTexts(label, run, {}, false);
+                for (TextLabel& label : labels) joinTexts(label, run, {}, false);
                 run.draw();
                 run.draw();
                 run.forget();
@@ -282,7 +339,7 @@ TEST_F(TextRunTest, OtherStateHasNoScene) {
   EXPECT_TRUE(hasScene());
 }
 
-TEST(LabelsThatJoin, DrawNothingButATextThatFacesTheViewer) {
+TEST(LabelsThatJoin, DrawNothingBehindATextThatFacesTheViewer) {
   EXPECT_TRUE(mayJoinTexts({}, false, 1));
   EXPECT_TRUE(mayJoinTexts({}, true, 1));
   TextLabel lying;
@@ -300,7 +357,7 @@ TEST(LabelsThatJoin, DrawNothingButATextThatFacesTheViewer) {
   TextLabel dimension;
   dimension.dimension.type = 1;
   EXPECT_TRUE(mayJoinTexts(dimension, false, 1)) << "in space it is a text";
-  EXPECT_FALSE(mayJoinTexts(dimension, true, 1));
+  EXPECT_TRUE(mayJoinTexts(dimension, true, 1));
   TextLabel digits;
   digits.isNumeric = true;
   digits.numericSize = true;
