@@ -54,6 +54,7 @@ const Case kCases[] = {
     {"everything", "static"},
     {"everything", "ExitProcess"},
     {"everything", "uninitialize"},
+    {"everything", "uninitializeUnderWindows"},
     {"everything", "unload"},
     {"everything", "detach"},
     {"everything", "unloadUnderWindows"},

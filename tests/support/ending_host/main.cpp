@@ -60,6 +60,21 @@ void unloadLibrary() {
   if (GetModuleHandleW(L"ZYNVue.dll")) exitCode = 39;
 }
 
+void closeFrames() {
+  for (const HWND frame : frames) {
+    ScriptedContainer::pump();
+    RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    DestroyWindow(frame);
+  }
+}
+
+/// With its last window a thread loses its input method, and with that its last use of COM, which
+/// would ask the library that it takes for loaded whether it may go.
+void keepAWindow() {
+  CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                  nullptr);
+}
+
 const std::map<std::string, std::function<void()>> kWays = {
     {"return", [] {}},
     {"exit", [] { std::exit(exitCode); }},
@@ -73,13 +88,15 @@ const std::map<std::string, std::function<void()>> kWays = {
     {"uninitialize", [] { OleUninitialize(); }},
     {"unloadUnderWindows",
      [] {
+       keepAWindow();
        OleUninitialize();
        unloadLibrary();
-       for (const HWND frame : frames) {
-         ScriptedContainer::pump();
-         RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-         DestroyWindow(frame);
-       }
+       closeFrames();
+     }},
+    {"uninitializeUnderWindows",
+     [] {
+       OleUninitialize();
+       closeFrames();
      }},
     {"unload",  // the library goes before the process does
      [] {
