@@ -228,7 +228,7 @@ TextPlace placeInSpace(const TextLabel& label, const ModelView& space, double pi
   return {space, label.position, pixel * nearness};
 }
 
-/// State for what a label is in a plane.
+/// The colour and the matrix mode in which a label of a 2D view is drawn, for a scope.
 class PlaneScope {
  public:
   PlaneScope(const TextLabel& label, const LabelView& view) : colour_(colourOf(label, view)) {}

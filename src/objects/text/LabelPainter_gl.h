@@ -36,6 +36,7 @@ bool drawLabel2D(TextLabel& label, CGLFontContext& fonts, const LabelView& view,
 /// dimension, which mix with texts of its colour in any order alike.
 bool mayJoinTexts(const TextLabel& label, bool isFlat, double pixelScale);
 
+/// What came of having a label drawn with others.
 struct Joining {
   bool hasJoined = false;  ///< or it has to be drawn by itself
   bool hasMoved = false;   ///< as drawLabel2D does

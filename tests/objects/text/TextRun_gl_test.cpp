@@ -81,7 +81,7 @@ class TextRunTest : public test::GlTest {
     return labels;
   }
 
-  /// Each third one is a plain label, and half of them are red.
+  /// About a quarter are plain labels, and half are red.
   static Labels anyDimensions(int count, Random& rng) {
     Labels labels = anyLabels(count, rng);
     for (TextLabel& label : labels) {
